@@ -1,0 +1,23 @@
+# Warnings, sanitizers and the compiler cache, the same for every target.
+add_library(tvx_flags INTERFACE)
+target_compile_options(tvx_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(TVX_SANITIZE)
+  target_compile_options(tvx_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                             -fno-omit-frame-pointer)
+  target_link_options(tvx_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(TVX_FUZZ)
+  target_compile_options(tvx_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  target_link_options(tvx_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# ccache, where it is installed; the settings make it hit with precompiled headers and in any folder.
+find_program(TVX_CCACHE ccache)
+if(TVX_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${TVX_CCACHE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(tvx_flags INTERFACE -fpch-preprocess)
+  endif()
+endif()

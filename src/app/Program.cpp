@@ -1,0 +1,1 @@
+// Builds every part of the program and hands each what it needs.

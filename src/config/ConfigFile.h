@@ -1,0 +1,47 @@
+// The configuration file: one reader and one writer for everything that needs it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "config/Model.h"
+#include "platform/Host.h"
+
+namespace tvx {
+
+class ConfigFile {
+ public:
+  ConfigFile(ConfigModel& model, MessageBoxes& boxes) : model_(model), boxes_(boxes) {}
+
+  // Reads the file that ConfigFileName names into the model, section by section. Sets ConfigLoadFailed to
+  // false at the start and to true when the load is refused or fails; shows its own messages. What was read
+  // before an error stays in the model. While its questions stand, a second call does nothing.
+  void LoadConfigFile();
+
+  // Replaces the file that ConfigFileName names by the whole model, atomically: on any failure (full disk, no
+  // permission) the old file stays as it was. False then; shows nothing and leaves ConfigLoadFailed as it is.
+  bool SaveConfigFile();
+
+  // True while LoadConfigFile waits for an answer.
+  bool Loading() const { return loading_; }
+
+ private:
+  ConfigModel& model_;
+  MessageBoxes& boxes_;
+  bool loading_ = false;
+};
+
+// The whole model as the file's text, and a file's text into the model (the reader without the disk, for the
+// dump, the partial import and the tests).
+std::string WriteConfigText(const ConfigModel& model);
+enum class ConfigReadResult { Loaded, RefusedTitle, RefusedVersion, Failed };
+// `error` gets the description where the result is Failed (empty for an unexpected keyword).
+ConfigReadResult ReadConfigText(std::string_view text, ConfigModel& model, MessageBoxes& boxes,
+                                std::string& error);
+
+// The header line that saving puts into the general record. `simulatorName` and `simulatorVersion` are those
+// of the last simulator that answered (empty when none did); `dateTime` is written as it stands.
+std::string BuildConfigHeader(std::string_view simulatorName, std::string_view simulatorVersion,
+                              std::string_view dateTime);
+
+}  // namespace tvx

@@ -1,0 +1,81 @@
+// The process cycle: one tick carries the newest simulator values to every installed gauge.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "config/Model.h"
+#include "core/Lighting.h"
+#include "hwbus/Serial.h"
+#include "instruments/Instrument.h"
+#include "simlink/SimCom.h"
+
+namespace tvx {
+
+class ProcessCycle final : private GaugeTick {
+ public:
+  ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial);
+
+  // Activation: forgets everything of an earlier life, lists the installed gauges, opens the ports that each
+  // needs, gives out the poll slots. The standard ports must be open already.
+  void PrepareGauges();
+  // Entries 0..15 of the program's own ports, opened by run control.
+  std::array<Port, 16> StandardPort{};
+  // Run was pressed: the last sent values start anew, so that the first tick sends every value, and the tick
+  // after it the lighting.
+  void StartRun();
+  // One tick. Catches its own errors.
+  void Tick();
+  // The gauge bus came back: everything is sent again.
+  void ResendAll();
+
+  // Installed gauges; ActiveGaugeCount is at least 1 even where the list is empty.
+  const std::vector<ActiveGauge>& ActiveGauges() const { return gauges_; }
+  int ActiveGaugeCount() const { return gauges_.empty() ? 1 : static_cast<int>(gauges_.size()); }
+  int IOModuleGaugeCount() const { return ioModuleGaugeCount_; }
+  ActiveGauge* GaugeWithID(int gaugeID);
+
+  const FlightBoxes& Boxes() const { return boxes_; }
+  const FlightValues& Values() const { return flight_; }
+  int CycleStage() const { return cycleStage_; }
+  std::int16_t TickCount = 0;  // ticks since the last rate display; 0 again above 1000
+  std::uint64_t DroppedBatches() const { return droppedBatches_; }
+
+ private:
+  // GaugeTick
+  bool Queue(int gaugeID, int command, std::int32_t value) override;
+  bool PrepareSide(int gaugeID, int command, std::int32_t value) override;
+  bool PollTurn(const ActiveGauge& gauge) const override;
+  const ConfigModel& Model() const override { return model_; }
+  SimCom& Sim() override { return sim_; }
+  const FlightValues& Flight() const override { return flight_; }
+
+  void ReadFlightValues();
+  void FillBoxes();
+  bool SendLighting();
+  void ServeGauges();
+  void EndPolling();
+  void SendBatch();
+
+  const ConfigModel& model_;
+  SimCom& sim_;
+  Serial& serial_;
+  std::vector<ActiveGauge> gauges_;
+  std::array<std::uint8_t, 256>
+      gaugeIndex_{};  // of a GaugeID in gauges_, plus 1 is never needed: see GaugeWithID
+  int ioModuleGaugeCount_ = 0;
+  int pollSlotMax_ = -1;  // -1: no gauge is polled
+  int pollSlot_ = 0;
+  int ioModuleTurn_ = 0;
+  int cycleStage_ = 0;
+  bool batchSent_ = false;
+  std::array<Byte, 7> sideFrame_{};
+  bool sideFrameSet_ = false;
+  FlightValues flight_;
+  FlightBoxes boxes_;
+  Lighting lighting_;
+  std::uint64_t droppedBatches_ = 0;
+};
+
+}  // namespace tvx

@@ -1,0 +1,105 @@
+// What the program knows of one kind of instrument: one small interface, one file for each kind (Registry.h
+// finds it).
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "config/Model.h"
+#include "hwbus/GaugeFrame.h"
+#include "instruments/FlightValues.h"
+#include "simlink/SimCom.h"
+
+namespace tvx {
+
+class Instrument;
+
+// An installed gauge while the status form lives. Made at activation; nothing in it allocates afterwards.
+struct ActiveGauge {
+  static constexpr std::size_t kSlots = 24;
+  static constexpr float kNeverSent = -1.0f;
+
+  Byte GaugeID = 0;
+  const GaugeRecord* Record = nullptr;
+  const Instrument* Kind = nullptr;  // nothing for a Gaugetype that no instrument serves
+  std::array<Port, kSlots>
+      Ports{};  // simulator ports in the order in which the instrument opened them; kNoPort
+  std::array<float, kSlots> LastSent{};  // last value sent for each; kNeverSent at activation
+  std::array<std::int32_t, 8> Work{};    // the instrument's own working values
+  int PollSlot = -1;                     // -1: not polled
+  bool Unlit = false;                    // the face takes no lighting
+
+  ActiveGauge() {
+    Ports.fill(kNoPort);
+    LastSent.fill(kNeverSent);
+  }
+};
+
+// Option bits of a gauge (`GaugeSetting5`) that all instruments share; the others are each instrument's own.
+inline constexpr int kOptionUnlit = 0x80;
+
+// Where a tick's frames go, and what it may read. Implemented by the process cycle.
+class GaugeTick {
+ public:
+  virtual ~GaugeTick() = default;
+  // Appends a command frame to the tick's batch (QueueGaugeCommand). |value| above 65535: false, nothing is
+  // queued.
+  virtual bool Queue(int gaugeID, int command, std::int32_t value) = 0;
+  // Makes the frame the one that a poll tick sends behind its batch (PrepareSideFrame); replaces an earlier
+  // one.
+  virtual bool PrepareSide(int gaugeID, int command, std::int32_t value) = 0;
+  // True on a tick in which it is this gauge's turn to be polled.
+  virtual bool PollTurn(const ActiveGauge& gauge) const = 0;
+  virtual const ConfigModel& Model() const = 0;
+  virtual SimCom& Sim() = 0;
+  virtual const FlightValues& Flight() const = 0;
+
+  // GetPort, with 0 for a port that has no value or a value that is no finite number.
+  double ValueOf(Port port) {
+    float value = 0;
+    if (!Sim().GetPort(port, value) || !(value - value == 0.0f)) return 0.0;
+    return static_cast<double>(value);
+  }
+  // Queues `value` when it differs from what slot `slot` of the gauge sent last, and remembers it.
+  bool QueueIfChanged(ActiveGauge& gauge, std::size_t slot, int command, std::int32_t value) {
+    const auto sent = static_cast<float>(value);
+    if (gauge.LastSent[slot] == sent) return false;
+    if (!Queue(gauge.GaugeID, command, value)) return false;
+    gauge.LastSent[slot] = sent;
+    return true;
+  }
+};
+
+// Stateless: one object serves every gauge of its kind; what a gauge needs stands in its ActiveGauge.
+class Instrument {
+ public:
+  virtual ~Instrument() = default;
+  // The Gaugetype codes it serves.
+  virtual std::span<const Byte> Gaugetypes() const = 0;
+  // True when the cycle asks such gauges, one a tick, to report.
+  virtual bool Polled() const { return false; }
+  // Opens the simulator ports that the gauge needs into gauge.Ports and enables reading; CurrentOpener is
+  // set.
+  virtual void OpenPorts(ActiveGauge& gauge, const ConfigModel& model, SimCom& sim) const = 0;
+  // Run was pressed: sets the last sent values from which every run starts.
+  virtual void StartRun(ActiveGauge& gauge) const { gauge.LastSent.fill(ActiveGauge::kNeverSent); }
+  // One tick: queues what has changed. May throw RangeError; the cycle then goes on with the next gauge.
+  virtual void Serve(ActiveGauge& gauge, GaugeTick& tick) const = 0;
+  // One turn of an IO module on the gauge bus (Gaugetype 10 only).
+  virtual void ServeModuleTurn(ActiveGauge&, GaugeTick&) const {}
+  // A reply of this gauge, envelope checked, while running.
+  virtual void HandleReply(ActiveGauge&, ReplyView, SimCom&) const {}
+
+ protected:
+  // Opens `function` with `sequenceNr` into slot `slot` of the gauge and enables reading; function 0 opens
+  // nothing.
+  static void OpenInto(ActiveGauge& gauge, std::size_t slot, SimCom& sim, int function, int sequenceNr) {
+    gauge.LastSent[slot] = ActiveGauge::kNeverSent;
+    if (function == 0) return;
+    gauge.Ports[slot] = sim.OpenSimPort(function, sequenceNr);
+    if (gauge.Ports[slot] != kNoPort) sim.EnableReadSimPort(gauge.Ports[slot]);
+  }
+};
+
+}  // namespace tvx

@@ -1,0 +1,53 @@
+// The rest of what the machine gives: message boxes, event loop, timers, clock.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <string_view>
+
+namespace tvx {
+
+// Answer codes of a Yes/No question.
+inline constexpr int kAnswerYes = 6;
+inline constexpr int kAnswerNo = 7;
+
+class MessageBoxes {
+ public:
+  virtual ~MessageBoxes() = default;
+  // A modal box with one OK button. Returns at once: the program goes on while the box stands, so that an
+  // unattended run is never held up by one. A text that is being shown already is not shown twice.
+  virtual void Show(std::string_view text) = 0;
+  // A Yes/No question. Returns kAnswerYes or kAnswerNo (closing the box is No); events are handled meanwhile.
+  virtual int Ask(std::string_view text) = 0;
+};
+
+class EventLoop {
+ public:
+  virtual ~EventLoop() = default;
+  // Handles what waits: timers, sockets, serial ports. Sleeps for a few milliseconds at most when nothing
+  // does.
+  virtual void Yield() = 0;
+  // True once the program is ending; every loop that yields must stop then.
+  virtual bool Ending() const = 0;
+};
+
+// A repeating timer that a form owns and the logic switches. It never fires by itself here: its form calls
+// the logic's tick operation.
+class Timer {
+ public:
+  virtual ~Timer() = default;
+  virtual void SetEnabled(bool enabled) = 0;
+  virtual bool Enabled() const = 0;
+  virtual void SetInterval(int milliseconds) = 0;
+};
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  // Milliseconds on a clock that never jumps.
+  virtual std::int64_t MonotonicMs() const = 0;
+  // The computer's local calendar time.
+  virtual std::tm LocalTime() const = 0;
+};
+
+}  // namespace tvx

@@ -1,0 +1,65 @@
+// One serial port, as the hardware's handlers see it.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "base/Bytes.h"
+
+namespace tvx {
+
+// What a port's event handler is told.
+enum class SerialEvent : int {
+  Received = 2,    // at least the threshold's number of bytes is waiting
+  Break = 1001,    // a break on the line
+  Framing = 1004,  // a byte with a framing error
+};
+
+// How a port stands, for the words that the status form shows.
+enum class SerialState {
+  Closed,  // not opened, or closed by the program
+  Open,
+  NotFound,      // no such device
+  NoPermission,  // the device is there, the user may not open it
+  Busy,          // another program holds it
+  Failed,        // the device refused the settings, or is no serial device
+  Unplugged,     // it was open and went away
+};
+
+// Settings are always 38400 baud, 8 data bits, no parity, 2 stop bits, no handshake, every byte 0..255 kept.
+// Nothing here ever waits: a port that is slow, full or gone makes an operation fail, never stall.
+class SerialPort {
+ public:
+  // Called from the event loop. The handler reads with Read(). While at least `threshold` bytes are still
+  // waiting after a handler that read something, it is called again.
+  using Handler = std::function<void(SerialEvent)>;
+
+  virtual ~SerialPort() = default;
+
+  virtual void SetHandler(Handler handler) = 0;
+  // Bytes that must wait before Received is raised (1 or more).
+  virtual void SetReceiveThreshold(std::size_t threshold) = 0;
+
+  // Opens COM port `comNumber` (1 or more). A port that is open is closed first. Returns State() == Open.
+  virtual bool Open(int comNumber) = 0;
+  virtual void Close() = 0;
+  virtual SerialState State() const = 0;
+  bool IsOpen() const { return State() == SerialState::Open; }
+  // The device's path, or what was tried; empty before the first Open.
+  virtual std::string Device() const = 0;
+
+  // Hands the bytes to the line, all or none. False (and nothing is sent) when the port is not open or bytes
+  // of an earlier write are still waiting: the line is full.
+  virtual bool Write(ByteView bytes) = 0;
+  // Moves up to out.size() waiting bytes to `out`; returns how many.
+  virtual std::size_t Read(std::span<Byte> out) = 0;
+  virtual std::size_t Waiting() const = 0;
+  virtual void DiscardInput() = 0;
+  virtual void DiscardOutput() = 0;
+  // The carrier-detect line; nothing where the device has none or the port is closed.
+  virtual std::optional<bool> CarrierDetect() const = 0;
+};
+
+}  // namespace tvx

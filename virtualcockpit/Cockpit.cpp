@@ -1,0 +1,1 @@
+// Holds the parts of the virtual cockpit together.

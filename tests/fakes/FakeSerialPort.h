@@ -1,0 +1,135 @@
+// A serial port that exists in memory only: it records what the program did, and does what a test tells it.
+#pragma once
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/SerialPort.h"
+
+namespace tvx {
+
+class FakeSerialPort final : public SerialPort {
+ public:
+  // --- What a test sets ---
+  SerialState OpenResult = SerialState::Open;                      // how the next Open ends
+  bool RefuseWrites = false;                                       // every Write fails, as on a dead line
+  std::size_t LineRoom = std::numeric_limits<std::size_t>::max();  // bytes that the line takes before Drain
+  std::optional<bool> Carrier;                                     // what CarrierDetect gives while open
+  std::vector<std::string>* SharedLog = nullptr;  // a second log, shared by ports, for their common order
+  std::string Name;                               // put before the entries of SharedLog
+
+  // --- What a test reads ---
+  std::vector<std::vector<Byte>> Writes;  // each Write that was taken, whole
+  std::vector<Byte> Sent;                 // the bytes that have left: those beyond LineRoom wait for Drain
+  std::vector<std::string> Log;  // "open 3", "close", "threshold 25", "discard input", "discard output"
+  std::size_t RefusedWrites = 0;
+  std::size_t Threshold = 1;
+
+  // Bytes come in. Received is raised as the real port raises it.
+  void Arrive(ByteView bytes) {
+    if (state_ != SerialState::Open) return;
+    input_.insert(input_.end(), bytes.begin(), bytes.end());
+    RaiseWhileWaiting();
+  }
+  void Arrive(std::initializer_list<Byte> bytes) { Arrive(ByteView(bytes.begin(), bytes.size())); }
+  // Break, Framing, or a Received out of turn.
+  void Raise(SerialEvent event) {
+    const Handler handler = handler_;  // the handler may set another one
+    if (handler) handler(event);
+  }
+  // The line takes `room` bytes more.
+  void Drain(std::size_t room = std::numeric_limits<std::size_t>::max()) {
+    const std::size_t count = std::min(room, held_.size());
+    const auto end = held_.begin() + static_cast<std::ptrdiff_t>(count);
+    Sent.insert(Sent.end(), held_.begin(), end);
+    held_.erase(held_.begin(), end);
+    LineRoom = room - count;
+  }
+  // The adapter is pulled out. It stays so until OpenResult is Open again and the program opens the port.
+  void Unplug() {
+    OpenResult = SerialState::NotFound;
+    Forget();
+    if (state_ == SerialState::Open) state_ = SerialState::Unplugged;
+  }
+  std::size_t CountOf(std::string_view entry) const {
+    return static_cast<std::size_t>(std::count(Log.begin(), Log.end(), entry));
+  }
+
+  // --- SerialPort ---
+  void SetHandler(Handler handler) override { handler_ = std::move(handler); }
+  void SetReceiveThreshold(std::size_t threshold) override {
+    Threshold = threshold;
+    Note("threshold " + std::to_string(threshold));
+  }
+  bool Open(int comNumber) override {
+    Note("open " + std::to_string(comNumber));
+    Forget();
+    device_ = "/dev/fake" + std::to_string(comNumber);
+    state_ = OpenResult;
+    return state_ == SerialState::Open;
+  }
+  void Close() override {
+    Note("close");
+    Forget();
+    state_ = SerialState::Closed;
+  }
+  SerialState State() const override { return state_; }
+  std::string Device() const override { return device_; }
+  bool Write(ByteView bytes) override {
+    if (state_ != SerialState::Open || RefuseWrites || !held_.empty() || (LineRoom == 0 && !bytes.empty())) {
+      ++RefusedWrites;
+      return false;
+    }
+    Writes.emplace_back(bytes.begin(), bytes.end());
+    held_.assign(bytes.begin(), bytes.end());
+    Drain(LineRoom);
+    return true;
+  }
+  std::size_t Read(std::span<Byte> out) override {
+    const std::size_t count = std::min(out.size(), input_.size());
+    const auto end = input_.begin() + static_cast<std::ptrdiff_t>(count);
+    std::copy(input_.begin(), end, out.begin());
+    input_.erase(input_.begin(), end);
+    return count;
+  }
+  std::size_t Waiting() const override { return input_.size(); }
+  void DiscardInput() override {
+    Note("discard input");
+    input_.clear();
+  }
+  void DiscardOutput() override {
+    Note("discard output");
+    held_.clear();
+  }
+  std::optional<bool> CarrierDetect() const override {
+    return state_ == SerialState::Open ? Carrier : std::nullopt;
+  }
+
+ private:
+  void RaiseWhileWaiting() {
+    while (state_ == SerialState::Open && input_.size() >= Threshold) {
+      const std::size_t before = input_.size();
+      Raise(SerialEvent::Received);
+      if (input_.size() >= before) return;
+    }
+  }
+  void Forget() {
+    input_.clear();
+    held_.clear();
+  }
+  void Note(const std::string& entry) {
+    Log.push_back(entry);
+    if (SharedLog != nullptr) SharedLog->push_back(Name + " " + entry);
+  }
+
+  SerialState state_ = SerialState::Closed;
+  std::string device_;
+  Handler handler_;
+  std::vector<Byte> input_;
+  std::vector<Byte> held_;  // taken, but not yet on the line
+};
+
+}  // namespace tvx

@@ -40,6 +40,7 @@ class ProcessCycle final : private GaugeTick {
   const FlightValues& Values() const { return flight_; }
   int CycleStage() const { return cycleStage_; }
   std::int16_t TickCount = 0;  // ticks since the last rate display; 0 again above 1000
+  // Batches that the line did not take since activation.
   std::uint64_t DroppedBatches() const { return droppedBatches_; }
 
  private:
@@ -57,6 +58,7 @@ class ProcessCycle final : private GaugeTick {
   void ServeGauges();
   void EndPolling();
   void SendBatch();
+  void ForgetGauges();
 
   const ConfigModel& model_;
   SimCom& sim_;
@@ -75,6 +77,9 @@ class ProcessCycle final : private GaugeTick {
   FlightValues flight_;
   FlightBoxes boxes_;
   Lighting lighting_;
+  bool lightingDue_ = false;  // the lighting is sent on the tick after the first one of a run
+  bool lightingInBatch_ = false;
+  bool resend_ = false;  // a batch was dropped: the next tick sends every value
   std::uint64_t droppedBatches_ = 0;
 };
 

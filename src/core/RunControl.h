@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
 
 #include "config/Model.h"
+#include "core/GaugeReceiver.h"
 #include "core/Peripheral.h"
 #include "core/ProcessCycle.h"
 #include "core/Shell.h"
@@ -79,6 +81,15 @@ class RunControl {
 
  private:
   void OpenStandardPorts();
+  void OpenStandardPort(std::size_t entry, int function, int sequenceNr, bool enable);
+  template <typename Operation>
+  void ForEachConfigured(std::initializer_list<PeripheralKind> kinds, Operation operation);
+  void LoadPeripherals();
+  void UnloadPeripherals();
+  int EffectiveInterval() const;
+  void WatchLinks();
+  void UpdateLinkWords();
+  void Changed();
 
   ConfigModel& model_;
   SimCom& sim_;
@@ -91,8 +102,11 @@ class RunControl {
   std::function<void()> changed_;
   StatusView view_;
   ProcessCycle cycle_;
+  GaugeReceiver receiver_;
   bool activated_ = false;
   bool running_ = false;
+  std::int64_t linkOpenedMs_ = 0;   // when the run started to listen
+  std::int64_t lastRenewedMs_ = 0;  // when the subscriptions were last sent again
 };
 
 }  // namespace tvx

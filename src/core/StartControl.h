@@ -52,6 +52,16 @@ class StartControl {
   void Exit_Click();
 
  private:
+  void ProbeDuringCountdown();
+  bool OpenProbePort();  // false: no port for the simulator's version
+  bool ReadVersion();    // true once the simulator has told its version
+  void ShowSimulator();
+  void CloseProbe();
+  void AutoStartRun();
+  void HandOver();  // to the status form, halted
+  void ShowCountdown(bool visible);
+  void Changed();
+
   ConfigModel& model_;
   ConfigFile& file_;
   SimCom& sim_;
@@ -61,6 +71,11 @@ class StartControl {
   Timers timers_;
   std::function<void()> changed_;
   StartView view_;
+  bool firstLoadDone_ = false;
+  std::int16_t probeState_ = 0;   // 0..4
+  std::uint16_t probeTicks_ = 0;  // since the last step of the countdown
+  Port probePort_ = kNoPort;
+  float simVersion_ = 0;
 };
 
 }  // namespace tvx

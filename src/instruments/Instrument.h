@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <span>
 
 #include "config/Model.h"
@@ -18,7 +19,9 @@ class Instrument;
 // An installed gauge while the status form lives. Made at activation; nothing in it allocates afterwards.
 struct ActiveGauge {
   static constexpr std::size_t kSlots = 24;
-  static constexpr float kNeverSent = -1.0f;
+  static constexpr float kNeverSent = -1.0f;  // at activation
+  // What the gauge shows is not known: differs from every value, so that each is sent.
+  static constexpr float kUnknown = std::numeric_limits<float>::quiet_NaN();
 
   Byte GaugeID = 0;
   const GaugeRecord* Record = nullptr;
@@ -82,8 +85,10 @@ class Instrument {
   // Opens the simulator ports that the gauge needs into gauge.Ports and enables reading; CurrentOpener is
   // set.
   virtual void OpenPorts(ActiveGauge& gauge, const ConfigModel& model, SimCom& sim) const = 0;
+  // What the gauge shows is not known any more: the next tick sends every value.
+  virtual void Forget(ActiveGauge& gauge) const { gauge.LastSent.fill(ActiveGauge::kUnknown); }
   // Run was pressed: sets the last sent values from which every run starts.
-  virtual void StartRun(ActiveGauge& gauge) const { gauge.LastSent.fill(ActiveGauge::kNeverSent); }
+  virtual void StartRun(ActiveGauge& gauge) const { Forget(gauge); }
   // One tick: queues what has changed. May throw RangeError; the cycle then goes on with the next gauge.
   virtual void Serve(ActiveGauge& gauge, GaugeTick& tick) const = 0;
   // One turn of an IO module on the gauge bus (Gaugetype 10 only).

@@ -1,0 +1,48 @@
+#include "core/GaugeReceiver.h"
+
+#include <exception>
+
+#include "instruments/Registry.h"
+
+namespace tvx {
+namespace {
+
+constexpr std::size_t kIgnoredLength = 7;
+constexpr int kLowestReplyType = 10;
+constexpr int kHighestReplyType = 140;
+
+}  // namespace
+
+void GaugeReceiver::OnComm(SerialEvent event, bool running) {
+  SerialPort& port = serial_.PortOf(HardwareGroup::GaugeBus);
+  if (event != SerialEvent::Received) {
+    port.DiscardInput();
+    return;
+  }
+  std::array<Byte, kReplySize> read{};
+  const std::size_t length = port.Read(read);
+  if (length <= kIgnoredLength) return;
+  if (!IsReplyEnvelope(ByteView(read).first(length))) {
+    port.DiscardInput();
+    return;
+  }
+  replyText_ = read;
+  replyLength_ = length;
+  serial_.ReplyReceived = 1;
+  if (running) Dispatch(ReplyView(replyText_));
+}
+
+void GaugeReceiver::Dispatch(ReplyView reply) {
+  const int type = ReplyGaugetype(reply);
+  if (type < kLowestReplyType || type > kHighestReplyType) return;
+  const Instrument* kind = InstrumentOf(type);
+  ActiveGauge* gauge = cycle_.GaugeWithID(ReplyGaugeID(reply));
+  if (kind == nullptr || gauge == nullptr) return;
+  try {
+    kind->HandleReply(*gauge, reply, sim_);
+  } catch (const std::exception&) {
+    // A value that the simulator's port does not take ends the handling of this reply.
+  }
+}
+
+}  // namespace tvx

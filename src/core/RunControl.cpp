@@ -1,0 +1,273 @@
+#include "core/RunControl.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "config/NameTables.h"
+#include "core/LinkWords.h"
+#include "hwbus/SerialWords.h"
+
+namespace tvx {
+namespace {
+
+constexpr std::int16_t kYokeInterval = 40;  // ms, whatever the configuration says
+constexpr int kShortestInterval = 10;  // ms; a configuration with less would leave no time for anything else
+constexpr std::int64_t kRenewAfterMs = 3000;  // of silence, and again after each such time
+
+std::size_t IndexOf(PeripheralKind kind) {
+  return static_cast<std::size_t>(kind);
+}
+
+}  // namespace
+
+RunControl::RunControl(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes, Shell& shell,
+                       const Clock& clock, Peripherals& peripherals, Timers timers)
+    : model_(model),
+      sim_(sim),
+      serial_(serial),
+      boxes_(boxes),
+      shell_(shell),
+      clock_(clock),
+      peripherals_(peripherals),
+      timers_(timers),
+      cycle_(model, sim, serial),
+      receiver_(serial, cycle_, sim) {
+  sim_.SetSocketErrorHandler([this](int) { cmdStop_Click(); });
+  serial_.PortOf(HardwareGroup::GaugeBus).SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+}
+
+void RunControl::Load() {
+  activated_ = running_ = false;
+  EditingConfiguration = false;
+  const std::string currentConfig = view_.BoxCurrentConfig;
+  view_ = {};
+  view_.BoxCurrentConfig = currentConfig;
+  view_.Caption = model_.ProgramTitle;
+  view_.LabelVersion = "Version: " + std::string(kProgramVersion);
+  view_.UdpRateVisible = model_.ProgramTitle == kProgramTitle;
+  FillNameTables(model_);
+  timers_.Timer1.SetEnabled(true);
+  Changed();
+}
+
+void RunControl::SetCurrentConfig(const std::string& name) {
+  view_.BoxCurrentConfig = name;
+  Changed();
+}
+
+void RunControl::Form_Activate() {
+  if (activated_) return;
+  activated_ = true;
+  OpenStandardPorts();
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  sim_.CloseUDP();
+  cycle_.StandardPort.fill(kNoPort);
+  LoadPeripherals();
+  if (model_.HasYoke1() || model_.HasYoke2()) model_.General.TransferInterval = kYokeInterval;
+  view_.TransferInterval = EffectiveInterval();
+  timers_.ProcessTimer.SetInterval(EffectiveInterval());
+  serial_.OpenComPorts();
+  sim_.OpenSimCom();
+  linkOpenedMs_ = clock_.MonotonicMs();
+  OpenStandardPorts();
+  cycle_.PrepareGauges();
+  view_.boxNrofOffsets = sim_.PortCount();
+  timers_.WriteCmdDuringConfig.SetEnabled(true);
+  UpdateLinkWords();
+  Changed();
+}
+
+void RunControl::OpenStandardPorts() {
+  try {
+    sim_.CurrentOpener = opener::kInternal;
+    for (int function = 1; function <= 9; ++function) {
+      OpenStandardPort(static_cast<std::size_t>(function), function, 1, true);
+    }
+    OpenStandardPort(10, 10, 1, false);
+    OpenStandardPort(11, 13, 1, false);
+    OpenStandardPort(12, 14, 1, true);
+    OpenStandardPort(13, 16, 1, true);
+    OpenStandardPort(14, 9, 2, true);
+    ForEachConfigured({PeripheralKind::Yokes, PeripheralKind::EngineCluster, PeripheralKind::IOModule1,
+                       PeripheralKind::IOModule2},
+                      [](Peripheral& peripheral) { peripheral.OpenPorts(); });
+  } catch (const std::exception&) {
+    boxes_.Show("Error Opening Standard Ports");
+  }
+}
+
+void RunControl::OpenStandardPort(std::size_t entry, int function, int sequenceNr, bool enable) {
+  cycle_.StandardPort[entry] = sim_.OpenSimPort(function, sequenceNr);
+  if (enable && cycle_.StandardPort[entry] != kNoPort) sim_.EnableReadSimPort(cycle_.StandardPort[entry]);
+}
+
+template <typename Operation>
+void RunControl::ForEachConfigured(std::initializer_list<PeripheralKind> kinds, Operation operation) {
+  for (const PeripheralKind kind : kinds) {
+    Peripheral* peripheral = peripherals_[IndexOf(kind)];
+    if (peripheral != nullptr && peripheral->Configured()) operation(*peripheral);
+  }
+}
+
+void RunControl::LoadPeripherals() {
+  const auto load = [this](PeripheralKind kind) {
+    Peripheral* peripheral = peripherals_[IndexOf(kind)];
+    if (peripheral == nullptr) return false;
+    if (peripheral->Configured()) {
+      peripheral->Load();
+    } else {
+      peripheral->Unload();
+    }
+    return peripheral->Configured();
+  };
+  view_.ShowEngineCluster = load(PeripheralKind::EngineCluster);
+  view_.ShowIOModule1 = load(PeripheralKind::IOModule1);
+  view_.ShowIOModule2 = load(PeripheralKind::IOModule2);
+  view_.ShowYokes = load(PeripheralKind::Yokes);
+}
+
+void RunControl::UnloadPeripherals() {
+  for (Peripheral* peripheral : peripherals_) {
+    if (peripheral != nullptr) peripheral->Unload();
+  }
+}
+
+void RunControl::cmdRun_Click() {
+  if (running_) return;
+  shell_.UnloadConfigurationForms();
+  view_.BoxRun = "Running";
+  view_.BoxRunColour = kColourRunning;
+  timers_.WriteCmdDuringConfig.SetEnabled(false);
+  serial_.OpenComPorts();
+  serial_.TickTransmit();
+  timers_.ProcessTimer.SetEnabled(true);
+  running_ = true;
+  cycle_.StartRun();
+  ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
+                     PeripheralKind::Yokes},
+                    [](Peripheral& peripheral) { peripheral.Run(); });
+  view_.TransferInterval = EffectiveInterval();
+  sim_.RunSimcom();
+  sim_.DataReceived = 0;
+  linkOpenedMs_ = lastRenewedMs_ = clock_.MonotonicMs();
+  UpdateLinkWords();
+  Changed();
+}
+
+void RunControl::cmdStop_Click() {
+  if (!running_) return;
+  running_ = false;
+  sim_.StopSimcom();
+  timers_.ProcessTimer.SetEnabled(false);
+  view_.BoxRun = "Halted";
+  view_.BoxRunColour = kColourHalted;
+  timers_.WriteCmdDuringConfig.SetEnabled(true);
+  ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
+                     PeripheralKind::Yokes},
+                    [](Peripheral& peripheral) { peripheral.Stop(); });
+  UpdateLinkWords();
+  Changed();
+}
+
+void RunControl::CmdConfig_Click() {
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  serial_.CloseComPorts();
+  cmdStop_Click();
+  timers_.Timer1.SetEnabled(false);
+  EditingConfiguration = true;
+  shell_.ShowStartForm();
+  shell_.ShowMainConfiguration();
+  UnloadPeripherals();
+  shell_.UnloadStatusForm();
+}
+
+void RunControl::cmdExit_Click() {
+  running_ = false;
+  timers_.ProcessTimer.SetEnabled(false);
+  timers_.Timer1.SetEnabled(false);
+  timers_.WriteCmdDuringConfig.SetEnabled(false);
+  serial_.CloseComPorts();
+  UnloadPeripherals();
+  shell_.UnloadStatusForm();
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  serial_.CloseComPorts();
+  sim_.CloseUDP();
+  shell_.EndProgram();
+}
+
+void RunControl::SliderXferTimer_Change(int milliseconds) {
+  model_.General.TransferInterval =
+      static_cast<std::int16_t>(std::clamp(milliseconds, kShortestInterval, 32767));
+  view_.TransferInterval = EffectiveInterval();
+  timers_.ProcessTimer.SetInterval(EffectiveInterval());
+  Changed();
+}
+
+void RunControl::MSComm1_OnComm(SerialEvent event) {
+  receiver_.OnComm(event, running_);
+}
+
+void RunControl::ShowPeripheral(PeripheralKind kind) {
+  ForEachConfigured({kind}, [](Peripheral& peripheral) { peripheral.Show(); });
+}
+
+void RunControl::ProcessTimer_Tick() {
+  if (running_) cycle_.Tick();
+}
+
+void RunControl::Timer1_Tick() {
+  view_.frmXferCount = cycle_.TickCount;
+  view_.boxUDPrate = sim_.PacketsReceived;
+  view_.boxNrofOffsets = sim_.PortCount();
+  cycle_.TickCount = 0;
+  sim_.PacketsReceived = 0;
+  WatchLinks();
+  UpdateLinkWords();
+  Changed();
+}
+
+void RunControl::WriteCmdDuringConfig_Tick() {
+  serial_.TickTransmit();
+}
+
+int RunControl::EffectiveInterval() const {
+  return std::max<int>(model_.General.TransferInterval, kShortestInterval);
+}
+
+// An unattended run comes back by itself: after an adapter was unplugged, and after the simulator was
+// restarted and has forgotten what it was asked for.
+void RunControl::WatchLinks() {
+  if (!activated_) return;
+  if (serial_.ReopenLostPorts()) cycle_.ResendAll();
+  if (!running_) return;
+  const std::int64_t now = clock_.MonotonicMs();
+  const std::int64_t silent = sim_.SilentForMs().value_or(now - linkOpenedMs_);
+  if (silent < kRenewAfterMs || now - lastRenewedMs_ < kRenewAfterMs) return;
+  lastRenewedMs_ = now;
+  if (!sim_.UdpOpen()) sim_.OpenUDP();
+  sim_.RenewSubscriptions();
+}
+
+void RunControl::UpdateLinkWords() {
+  const auto silent = sim_.SilentForMs();
+  SimulatorLinkState state;
+  state.Running = running_;
+  state.SocketOpen = sim_.UdpOpen();
+  state.SocketError = sim_.LinkError();
+  state.EverAnswered = silent.has_value();
+  state.SilentMs = silent.value_or(clock_.MonotonicMs() - linkOpenedMs_);
+  state.RemoteHost = model_.General.RemoteIP;
+  state.RemotePort = model_.General.RemotePort;
+  state.LocalPort = model_.General.LocalPort;
+  view_.Simulator.Text = SimulatorLinkWords(state, view_.Simulator.Trouble);
+  view_.GaugeBus.Text = SerialWords(serial_, HardwareGroup::GaugeBus, view_.GaugeBus.Trouble);
+}
+
+void RunControl::Changed() {
+  if (changed_) changed_();
+}
+
+}  // namespace tvx

@@ -1,0 +1,66 @@
+// Digital/analogue altimeter, Gaugetype 101: altitude in feet and the air pressure setting.
+#include <charconv>
+#include <cmath>
+
+#include "instruments/Kinds.h"
+
+namespace tvx {
+namespace {
+
+enum : std::size_t { kAltitude, kPressure };
+
+constexpr int kCommandAltitude = 4;
+constexpr int kCommandPressure = 12;
+constexpr Byte kModelInches = 1;  // the option byte: model 1 shows inches, others millibar
+
+// A shown text's number; 0 where the text is none.
+double NumberOf(const ShortText& text) {
+  double number = 0;
+  std::from_chars(text.View().data(), text.View().data() + text.length, number);
+  return number;
+}
+
+class Altimeter final : public Instrument {
+ public:
+  std::span<const Byte> Gaugetypes() const override {
+    static constexpr std::array<Byte, 1> kCodes{101};
+    return kCodes;
+  }
+  bool Polled() const override { return true; }
+
+  // Altitude and pressure come from the program's own flight values.
+  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom&) const override {
+    gauge.LastSent.fill(ActiveGauge::kNeverSent);
+  }
+
+  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
+    const double altitude = tick.Flight().ShownAltitude;
+    if (const auto feet = RoundTo<std::int32_t>(altitude)) {
+      tick.QueueIfChanged(gauge, kAltitude, kCommandAltitude, *feet);
+    }
+    if (gauge.Record->GaugeFunction2 != 0) {
+      tick.QueueIfChanged(gauge, kPressure, kCommandPressure,
+                          PressureValue(gauge, tick.Flight().AirPressureHg));
+    }
+    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
+  }
+
+ private:
+  // Whole millibar, or hundredths of an inch, of the pressure as the face shows it.
+  static std::int32_t PressureValue(const ActiveGauge& gauge, double inches) {
+    const bool inHg = gauge.Record->GaugeSetting1 == kModelInches;
+    const double shown = inHg ? NumberOf(FormatNumber(inches, "00.00")) * 100.0
+                              : NumberOf(FormatNumber(inches * kMillibarPerInchHg, "0000"));
+    // The shown number is a decimal fraction: 29.92 * 100 must not become 2991.
+    return static_cast<std::int32_t>(std::clamp(std::floor(shown + 1e-6), -65535.0, 65535.0));
+  }
+};
+
+}  // namespace
+
+const Instrument& AltimeterKind() {
+  static const Altimeter kind;
+  return kind;
+}
+
+}  // namespace tvx

@@ -49,6 +49,8 @@ class SerialPort {
   bool IsOpen() const { return State() == SerialState::Open; }
   // The device's path, or what was tried; empty before the first Open.
   virtual std::string Device() const = 0;
+  // The group whose members may open the device; meant for the words of SerialState::NoPermission.
+  virtual std::string Group() const { return "dialout"; }
 
   // Hands the bytes to the line, all or none. False (and nothing is sent) when the port is not open or bytes
   // of an earlier write are still waiting: the line is full.

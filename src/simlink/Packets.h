@@ -20,6 +20,9 @@ inline constexpr std::size_t kDrefPathLimit = 500;
 inline constexpr std::size_t kRrefPathLimit = 400;
 inline constexpr std::size_t kCommandPathLimit = 1400;  // what fits one unfragmented datagram
 inline constexpr int kDataValuesPerGroup = 8;
+// Sizes of one record of an RREF reply and of one group of a DATA datagram.
+inline constexpr std::size_t kRrefRecordSize = 8;
+inline constexpr std::size_t kDataGroupSize = 4 + 4 * kDataValuesPerGroup;
 // In a DATA packet: leave this value as it is.
 inline constexpr int kLeaveUnchanged = -999;
 

@@ -4,7 +4,10 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "config/Model.h"
@@ -38,6 +41,7 @@ class SimCom {
   void RunSimcom() { OpenUDP(); }
   void StopSimcom() { CloseUDP(); }
   bool UdpOpen() const { return socket_.IsOpen(); }
+  // Why the last set-up of the socket failed, in words; empty after one that succeeded.
   std::string LinkError() const;
 
   // --- senders ---
@@ -57,18 +61,28 @@ class SimCom {
   // --- ports ---
   // Opens a port on a Function (1..300) and sequence number (0 becomes 1, seen by the caller). `port` becomes
   // its number, or 65535 when the Function number is below 1 or the Function is not defined; a number above
-  // 300 leaves `port` as it was.
+  // 300 leaves `port` as it was, and so does a dataref Function without a line for the sequence number, which
+  // is not opened. A factor of 0 is opened with a warning. At most 32767 ports; beyond that `port` becomes
+  // 65535.
   void OpenSimPort(int function, Byte& sequenceNr, Port& port);
   // The same for a caller that keeps no sequence number; kNoPort where no port was given.
   Port OpenSimPort(int function, int sequenceNr);
-  void EnableReadSimPort(Port port);
+  // The operations below do nothing for a port that is not open.
+  void EnableReadSimPort(Port port);   // selects its data group, unless it is a dataref
   void DisableReadSimPort(Port port);  // port 0 stays enabled
+  // Reads another source from the next datagram on. Sends nothing: a data group that was not selected yet is
+  // only by the next EnableReadSimPort.
   void NewSeqNr(Port port, Byte sequenceNr);
+  // Holds the port's value (non-zero) or lets it be refreshed and read again (0).
+  void BlockPort(Port port, Byte blocked);
   // The value, scaled: (raw + add) * multiply / divide. False, and `value` untouched, when the port is not
-  // open, not enabled, blocked, or of a type that has no value.
+  // open, not enabled, blocked, or of a type that has no value. A divide factor of 0, or what the simulator
+  // sent, can make it an infinity or NaN.
   bool GetPort(Port port, float& value) const;
   bool GetPortRaw(Port port, float& value) const;
-  // Writes a value to the simulator; the raw value sent comes back in `value`.
+  // Writes a value to the simulator; the raw value sent comes back in `value`: value * divide / multiply -
+  // add. A raw value that is no finite number or does not fit the Function's data type is not sent, and
+  // `value` stays as it was.
   void PutPort(Port port, float& value);
   void CloseAllPorts();
   void ClearAllRREF();
@@ -99,7 +113,33 @@ class SimCom {
   void WinsockUDP_DataArrival(std::size_t bytesTotal);
 
  private:
-  // To be settled by the implementation.
+  struct PortNumbers {
+    std::int32_t remote, local;  // 1..65535
+  };
+
+  // socket
+  bool ConvertPorts();  // the configured texts into numbers_; false when one is no port number
+  bool SetUpSocket();
+  void SetUpAndSend(const Datagram& datagram);
+  void SendAsItIs(const Datagram& datagram);
+  void OnSocketError(int code, std::string_view description);
+  bool RegisterRref(std::string_view dataref, std::int32_t frequency, std::int32_t identifier);
+
+  // receive path: false where the datagram stops making sense
+  bool DecodeRref();
+  bool DecodeData();
+  bool RefreshPorts();
+  void CountPacket();
+
+  // ports
+  PortRow* OpenRow(Port port);  // nothing for a port that is not open
+  const PortRow* ReadableRow(Port port) const;
+  const FunctionRecord& FunctionOf(const PortRow& row) const;
+  std::optional<float> RawOrMacro(const PortRow& row) const;
+  void PutMacro(PortRow& row, const FunctionRecord& function, float value);
+  std::optional<float> SendRaw(PortRow& row, const FunctionRecord& function, float raw);
+  void WarnOfZeroFactors(int function, const FunctionRecord& record);
+
   const ConfigModel& model_;
   UdpSocket& socket_;
   MessageBoxes& boxes_;
@@ -111,6 +151,9 @@ class SimCom {
   std::uint16_t portsOpened_ = 0;
   std::array<Byte, 65536> buffer_{};
   std::size_t received_ = 0;
+  std::optional<PortNumbers> numbers_;
+  std::string portTextError_;
+  std::optional<std::int64_t> lastArrivalMs_;
 };
 
 }  // namespace tvx

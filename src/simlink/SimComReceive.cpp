@@ -1,0 +1,92 @@
+// The receive path of the link. Nothing here allocates or throws.
+#include <algorithm>
+#include <limits>
+
+#include "simlink/PortValue.h"
+#include "simlink/SimCom.h"
+
+namespace tvx {
+
+void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
+  received_ = std::min(socket_.Receive(buffer_), buffer_.size());
+  DataReceived = 1;
+  lastArrivalMs_ = clock_.MonotonicMs();
+  if (UdpMonitorMode != 0) {
+    PacketArrived = 1;
+    CountPacket();
+    return;
+  }
+  if (bytesTotal < 6) return;
+  // Counting is the last step: a datagram that is abandoned on the way is not counted.
+  bool whole = true;
+  switch (Classify(LastDatagram())) {
+    case DatagramKind::TooShort:
+      return;
+    case DatagramKind::Rref:
+      whole = DecodeRref();
+      break;
+    case DatagramKind::Data:
+      whole = DecodeData();
+      break;
+    case DatagramKind::Dref:
+    case DatagramKind::Other:
+      break;
+  }
+  if (whole) CountPacket();
+}
+
+bool SimCom::DecodeRref() {
+  const ByteView datagram = LastDatagram();
+  const int records = RecordCount(datagram.size(), kRrefRecordSize);
+  for (int i = 0; i < records; ++i) {
+    const auto record = ReadRrefRecord(datagram, i);
+    if (!record || record->identifier >= PortCount()) return false;
+    ports_[static_cast<std::size_t>(record->identifier)].FloatValue = record->value;
+  }
+  return true;
+}
+
+bool SimCom::DecodeData() {
+  const ByteView datagram = LastDatagram();
+  const int groups = RecordCount(datagram.size(), kDataGroupSize);
+  for (int i = 0; i < groups; ++i) {
+    const auto group = ReadDataGroup(datagram, i);
+    if (!group || group->index >= kDataGroups) return false;
+    dataValues_[static_cast<std::size_t>(group->index)] = group->values;
+  }
+  return RefreshPorts();
+}
+
+bool SimCom::RefreshPorts() {
+  const std::size_t open = ports_.size() - 1;
+  for (std::size_t i = 0; i < open; ++i) {
+    PortRow& row = ports_[i];
+    if (row.ReadEnabled != 1 || row.Blocked != 0) continue;
+    const FunctionRecord& function = FunctionOf(row);
+    if (!ReadsDataGroup(function.ComboDT)) continue;
+    // Looked up anew each time, since a Function can be edited while its port is open.
+    const FunctionRecord::Slot slot = function.SlotOf(row.SeqNr);
+    if (slot.index < 0 || slot.index >= kDataGroups || slot.value >= kDataValuesPerGroup) return false;
+    if (!StoreDataValue(row, function.ComboDT,
+                        dataValues_[static_cast<std::size_t>(slot.index)][slot.value])) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void SimCom::CountPacket() {
+  if (PacketsReceived < std::numeric_limits<std::int16_t>::max()) ++PacketsReceived;
+}
+
+float SimCom::DataValue(int group, int valueNumber) const {
+  if (group < 0 || group >= kDataGroups || valueNumber < 0 || valueNumber >= kDataValuesPerGroup) return 0;
+  return dataValues_[static_cast<std::size_t>(group)][static_cast<std::size_t>(valueNumber)];
+}
+
+std::optional<std::int64_t> SimCom::SilentForMs() const {
+  if (!lastArrivalMs_) return std::nullopt;
+  return clock_.MonotonicMs() - *lastArrivalMs_;
+}
+
+}  // namespace tvx

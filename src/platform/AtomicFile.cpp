@@ -1,0 +1,157 @@
+#include "platform/AtomicFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+#include <vector>
+
+namespace tvx {
+namespace {
+
+// Closes a file descriptor at the end of its life.
+class Descriptor {
+ public:
+  explicit Descriptor(int fd) : fd_(fd) {}
+  ~Descriptor() { Close(); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  int Get() const { return fd_; }
+  bool Close() {
+    const int fd = fd_;
+    fd_ = -1;
+    return fd < 0 || close(fd) == 0;
+  }
+
+ private:
+  int fd_;
+};
+
+std::string Reason(const std::string& path, int code) {
+  return '"' + path + "\": " + std::generic_category().message(code);
+}
+
+std::string FolderOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+// The file that `path` leads to, through symbolic links, whether it exists or not; nothing where they go in
+// circles.
+std::optional<std::string> Resolved(std::string path) {
+  for (int links = 0; links < 40; ++links) {
+    char target[PATH_MAX];
+    const ssize_t length = readlink(path.c_str(), target, sizeof target);
+    if (length < 0) return path;
+    const std::string to(target, static_cast<std::size_t>(length));
+    path = !to.empty() && to.front() == '/' ? to : FolderOf(path) + '/' + to;
+  }
+  return std::nullopt;
+}
+
+bool WriteAll(int fd, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = write(fd, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+// Gives the new file the old one's owner, where the system allows it, and its permissions; a file that is new
+// altogether gets what the user's mask leaves.
+bool TakeOverMode(int fd, const struct stat* old) {
+  if (old == nullptr) {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return fchmod(fd, 0666 & ~mask) == 0;
+  }
+  if (fchown(fd, old->st_uid, old->st_gid) != 0 && errno != EPERM) return false;
+  return fchmod(fd, old->st_mode & 07777) == 0;
+}
+
+// Writes `content` into the new file `temporary` and renames it to `path`. 0, or the error's code.
+int WriteAndRename(int fd, const std::string& temporary, const std::string& path, const struct stat* old,
+                   std::string_view content) {
+  Descriptor file(fd);
+  if (!WriteAll(fd, content) || !TakeOverMode(fd, old) || fsync(fd) != 0 || !file.Close() ||
+      rename(temporary.c_str(), path.c_str()) != 0) {
+    return errno != 0 ? errno : EIO;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::optional<std::string> ReadWholeFile(const std::string& path, std::string& error, std::size_t limit) {
+  // Without blocking: opening a pipe without a writer would otherwise wait for one.
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+  struct stat status {};
+  if (file.Get() < 0 || fstat(file.Get(), &status) != 0) {
+    error = Reason(path, errno);
+    return std::nullopt;
+  }
+  if (!S_ISREG(status.st_mode)) {
+    error = '"' + path + "\" is not a file";
+    return std::nullopt;
+  }
+  std::string content;
+  std::vector<char> block(64u << 10);
+  while (content.size() <= limit) {
+    const ssize_t got = read(file.Get(), block.data(), block.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) {
+      error = Reason(path, errno);
+      return std::nullopt;
+    }
+    if (got == 0) return content;
+    content.append(block.data(), static_cast<std::size_t>(got));
+  }
+  error = '"' + path + "\" is larger than " + std::to_string(limit) + " bytes";
+  return std::nullopt;
+}
+
+bool ReplaceFile(const std::string& path, std::string_view content, std::string& error) {
+  const auto target = Resolved(path);
+  if (!target || target->empty()) {
+    error = Reason(path, target ? ENOENT : ELOOP);
+    return false;
+  }
+  struct stat status {};
+  const bool exists = stat(target->c_str(), &status) == 0;
+  if (exists && !S_ISREG(status.st_mode)) {
+    error = '"' + path + "\" is not a file";
+    return false;
+  }
+  // Renaming needs no permission on the file itself: a file that the user protected is left alone.
+  if (exists && faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) != 0) {
+    error = Reason(path, errno);
+    return false;
+  }
+  const std::string folder = FolderOf(*target);
+  std::string temporary = folder + "/.saving-XXXXXX";
+  const int fd = mkostemp(temporary.data(), O_CLOEXEC);
+  if (fd < 0) {
+    error = Reason(path, errno);
+    return false;
+  }
+  if (const int code = WriteAndRename(fd, temporary, *target, exists ? &status : nullptr, content)) {
+    unlink(temporary.c_str());
+    error = Reason(path, code);
+    return false;
+  }
+  // Brings the new name to the disk. Not every file system can; the file is replaced either way.
+  const Descriptor folderHandle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folderHandle.Get() >= 0) fsync(folderHandle.Get());
+  return true;
+}
+
+}  // namespace tvx

@@ -1,0 +1,148 @@
+#include "ui/Look.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QPalette>
+#include <QScreen>
+#include <algorithm>
+#include <cmath>
+
+namespace tvx::look {
+namespace {
+
+Theme currentTheme = Theme::Dark;
+int currentText = 15;
+
+// The tokens @ground, @text and so on stand for the theme's colours, @small, @big and @huge for text heights.
+constexpr const char* kStyleSheet = R"(
+QToolTip { background: @panel; color: @text; border: 1px solid @line; padding: 3px; }
+*[role="panel"] { background: @panel; border: 1px solid @line; border-radius: 6px; }
+QLabel { background: transparent; }
+QLabel[role="caption"] { color: @dim; font-size: @smallpx; }
+QLabel[role="value"] { color: @text; font-size: @bigpx; font-weight: 600; }
+QLabel[role="title"] { color: @text; font-size: @hugepx; font-weight: 600; }
+QPushButton { background: @panel; color: @text; border: 1px solid @line; border-radius: 5px;
+              padding: 0.35em 0.9em; min-width: 5em; }
+QPushButton:hover { border-color: @accent; }
+QPushButton:pressed { background: @line; }
+QPushButton:disabled { color: @dim; }
+QPushButton:focus { border: 2px solid @accent; }
+QPushButton[role="primary"] { background: @accent; color: @onaccent; border-color: @accent; font-weight: 600; }
+QPushButton[role="primary"]:focus { border: 2px solid @text; }
+QPushButton[role="link"] { background: transparent; border: 1px solid transparent; color: @accent;
+                           padding: 0.1em; min-width: 0; text-align: left; }
+QPushButton[role="link"]:hover { text-decoration: underline; }
+QPushButton[role="link"]:focus { border: 1px solid @accent; }
+QLineEdit, QListView, QComboBox { background: @ground; color: @text; border: 1px solid @line;
+                                  border-radius: 4px; padding: 0.2em; }
+QLineEdit:focus, QListView:focus, QComboBox:focus, QSlider:focus { border: 2px solid @accent; }
+QLineEdit:read-only { color: @dim; }
+QListView::item { padding: 0.2em; }
+)";
+
+QString StyleSheetOf(const Colours& c) {
+  QString sheet = QString::fromLatin1(kStyleSheet);
+  const auto put = [&sheet](const char* token, const QString& text) {
+    sheet.replace(QLatin1String(token), text);
+  };
+  put("@ground", c.ground.name());
+  put("@panel", c.panel.name());
+  put("@line", c.line.name());
+  put("@text", c.text.name());
+  put("@dim", c.dim.name());
+  put("@accent", c.accent.name());
+  put("@onaccent", c.onAccent.name());
+  put("@small", QString::number(currentText * 17 / 20));
+  put("@big", QString::number(currentText * 8 / 5));
+  put("@huge", QString::number(currentText * 7 / 4));
+  return sheet;
+}
+
+QPalette PaletteOf(const Colours& c) {
+  QPalette p;
+  p.setColor(QPalette::Window, c.ground);
+  p.setColor(QPalette::WindowText, c.text);
+  p.setColor(QPalette::Base, c.ground);
+  p.setColor(QPalette::AlternateBase, c.panel);
+  p.setColor(QPalette::Text, c.text);
+  p.setColor(QPalette::Button, c.panel);
+  p.setColor(QPalette::ButtonText, c.text);
+  p.setColor(QPalette::BrightText, c.trouble);
+  p.setColor(QPalette::Highlight, c.accent);
+  p.setColor(QPalette::HighlightedText, c.onAccent);
+  p.setColor(QPalette::Link, c.accent);
+  p.setColor(QPalette::ToolTipBase, c.panel);
+  p.setColor(QPalette::ToolTipText, c.text);
+  p.setColor(QPalette::PlaceholderText, c.dim);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    p.setColor(QPalette::Disabled, role, c.dim);
+  }
+  return p;
+}
+
+double Luminance(const QColor& colour) {
+  const auto linear = [](double v) { return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+}  // namespace
+
+const Colours& ColoursOf(Theme theme) {
+  static const Colours dark{QColor(0x10, 0x14, 0x18), QColor(0x18, 0x1f, 0x26), QColor(0x36, 0x42, 0x4e),
+                            QColor(0xe8, 0xee, 0xf3), QColor(0xa4, 0xb4, 0xc1), QColor(0x55, 0xb4, 0xff),
+                            QColor(0x06, 0x1a, 0x2b), QColor(0x3d, 0xdc, 0x84), QColor(0xff, 0xb4, 0x2e)};
+  static const Colours light{QColor(0xf1, 0xf4, 0xf6), QColor(0xff, 0xff, 0xff), QColor(0xb7, 0xc3, 0xcd),
+                             QColor(0x12, 0x1c, 0x25), QColor(0x4d, 0x5d, 0x6a), QColor(0x0a, 0x62, 0xb0),
+                             QColor(0xff, 0xff, 0xff), QColor(0x15, 0x80, 0x3d), QColor(0xa3, 0x5c, 0x00)};
+  return theme == Theme::Dark ? dark : light;
+}
+
+Theme CurrentTheme() {
+  return currentTheme;
+}
+
+int TextHeight(int screenHeight) {
+  return std::clamp(screenHeight * 15 / 1000, 13, 28);
+}
+
+void Apply(QApplication& application, Theme theme) {
+  currentTheme = theme;
+  if (const QScreen* screen = QApplication::primaryScreen()) {
+    currentText = TextHeight(screen->availableGeometry().height());
+  }
+  QApplication::setStyle("Fusion");
+  QFont font = QApplication::font();
+  font.setPixelSize(currentText);
+  QApplication::setFont(font);
+  QApplication::setPalette(PaletteOf(ColoursOf(theme)));
+  application.setStyleSheet(StyleSheetOf(ColoursOf(theme)));
+}
+
+int Gap() {
+  return currentText / 2;
+}
+int Margin() {
+  return currentText;
+}
+
+double Contrast(const QColor& a, const QColor& b) {
+  const double la = Luminance(a), lb = Luminance(b);
+  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+QColor Legible(QColor colour, const QColor& ground) {
+  const float step = Luminance(ground) < 0.18 ? 0.02f : -0.02f;
+  float hue = 0, saturation = 0, lightness = 0;
+  colour.getHslF(&hue, &saturation, &lightness);
+  while (Contrast(colour, ground) < 4.5 && lightness + step >= 0 && lightness + step <= 1) {
+    lightness += step;
+    colour.setHslF(hue, saturation, lightness);
+  }
+  return colour;
+}
+
+void SetRole(QWidget* widget, const char* role) {
+  widget->setProperty("role", QString::fromLatin1(role));
+}
+
+}  // namespace tvx::look

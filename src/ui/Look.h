@@ -1,0 +1,44 @@
+// How every form looks: one palette and one small style sheet, sizes taken from the screen.
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+
+class QApplication;
+
+namespace tvx::look {
+
+// Dark is the standard: it does not blind in a dark cockpit. Light is for a room by day.
+enum class Theme { Dark, Light };
+
+struct Colours {
+  QColor ground, panel, line, text, dim, accent, onAccent, good, trouble;
+};
+
+const Colours& ColoursOf(Theme theme);
+Theme CurrentTheme();
+inline const Colours& CurrentColours() {
+  return ColoursOf(CurrentTheme());
+}
+
+// Sets palette, font and style sheet of the whole program; may be called again with the other theme.
+void Apply(QApplication& application, Theme theme);
+
+// Height of ordinary text in pixels for a screen of `screenHeight` pixels: 13..28, growing with the screen.
+int TextHeight(int screenHeight);
+
+// Distances, in pixels of the current text size.
+int Gap();     // between controls that belong together
+int Margin();  // around a panel and a form
+
+// How well `a` reads on `b`: 1 (not at all) to 21 (black on white).
+double Contrast(const QColor& a, const QColor& b);
+// `colour`, kept in its hue and made lighter or darker until it reads on `ground` (a contrast of 4.5 or more).
+QColor Legible(QColor colour, const QColor& ground);
+
+// Roles that the style sheet knows; set before the widget is shown, or followed by the widget's repolish.
+//   "panel" a framed group   "caption" a small label   "value" a number to read from afar
+//   "title" a headline       "primary" the button that one usually wants     "link" a button that opens a page
+void SetRole(QWidget* widget, const char* role);
+
+}  // namespace tvx::look

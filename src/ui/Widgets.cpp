@@ -1,0 +1,125 @@
+#include "ui/Widgets.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "ui/Look.h"
+
+namespace tvx {
+
+bool SetTextIfChanged(QLabel* label, const QString& text) {
+  if (label->text() == text) return false;
+  label->setText(text);
+  return true;
+}
+
+QLabel* MakeLabel(const char* name, const QString& text, const char* role) {
+  auto* label = new QLabel(text);
+  label->setObjectName(QString::fromLatin1(name));
+  label->setTextFormat(Qt::PlainText);
+  if (role != nullptr) look::SetRole(label, role);
+  return label;
+}
+
+QPushButton* MakeButton(const char* name, const QString& text, const QString& toolTip) {
+  auto* button = new QPushButton(text);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setToolTip(toolTip);
+  return button;
+}
+
+QFrame* MakePanel(const char* name) {
+  auto* panel = new QFrame;
+  panel->setObjectName(QString::fromLatin1(name));
+  look::SetRole(panel, "panel");
+  return panel;
+}
+
+ValueBox::ValueBox(const char* name, const QString& caption, const QString& unit, const QString& widest)
+    : widest_(widest),
+      caption_(MakeLabel("", caption, "caption")),
+      value_(MakeLabel(name, {}, "value")),
+      unit_(MakeLabel("", unit, "caption")) {
+  const QString base = QString::fromLatin1(name);
+  setObjectName(base + "Frame");
+  caption_->setObjectName(base + "Caption");
+  unit_->setObjectName(base + "Unit");
+  look::SetRole(this, "panel");
+  value_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  value_->setTextInteractionFlags(Qt::NoTextInteraction);
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(look::Gap(), look::Gap() / 2, look::Gap(), look::Gap() / 2);
+  grid->setVerticalSpacing(0);
+  grid->setHorizontalSpacing(look::Gap() / 2);
+  grid->addWidget(caption_, 0, 0, 1, 2);
+  grid->addWidget(value_, 1, 0);
+  grid->addWidget(unit_, 1, 1, Qt::AlignLeft | Qt::AlignBottom);
+  grid->setColumnStretch(0, 1);
+  FitWidest();
+}
+
+void ValueBox::FitWidest() {
+  value_->ensurePolished();
+  value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance(widest_));
+}
+
+void ValueBox::changeEvent(QEvent* event) {
+  QFrame::changeEvent(event);
+  if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) FitWidest();
+}
+
+StateLamp::StateLamp(const char* name) {
+  setObjectName(QString::fromLatin1(name));
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void StateLamp::SetState(State state) {
+  if (state_ == state) return;
+  state_ = state;
+  update();
+}
+
+QSize StateLamp::sizeHint() const {
+  return {look::Margin(), look::Margin()};
+}
+
+void StateLamp::paintEvent(QPaintEvent*) {
+  const look::Colours& colours = look::CurrentColours();
+  const QColor colour = state_ == State::Good      ? colours.good
+                        : state_ == State::Trouble ? colours.trouble
+                                                   : colours.line;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour.darker(160), 1));
+  painter.setBrush(colour);
+  painter.drawEllipse(QRectF(rect()).adjusted(2, 2, -2, -2));
+}
+
+PickList::PickList(const char* name) {
+  setObjectName(QString::fromLatin1(name));
+  connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+    if (picked_) picked_(item->text());
+  });
+}
+
+void PickList::Mark(const QString& text) {
+  const auto found = findItems(text, Qt::MatchExactly);
+  if (found.isEmpty()) {
+    clearSelection();
+    setCurrentItem(nullptr);
+  } else if (currentItem() != found.first()) {
+    setCurrentItem(found.first());
+  }
+}
+
+void PickList::keyPressEvent(QKeyEvent* event) {
+  const QListWidgetItem* before = currentItem();
+  QListWidget::keyPressEvent(event);
+  const QListWidgetItem* now = currentItem();
+  const bool chosen = now != nullptr && (now != before || event->key() == Qt::Key_Space);
+  if (chosen && picked_) picked_(now->text());
+}
+
+}  // namespace tvx

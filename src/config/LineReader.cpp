@@ -13,6 +13,10 @@ bool IsBlank(char c) {
   throw ConfigReadError("line " + std::to_string(line) + ": " + std::string(what));
 }
 
+[[noreturn]] void Fail(std::size_t line, std::string_view name, std::string_view what) {
+  throw ConfigReadError("line " + std::to_string(line) + ", " + std::string(name) + ": " + std::string(what));
+}
+
 }  // namespace
 
 void LineReader::BeginLine() {
@@ -21,9 +25,9 @@ void LineReader::BeginLine() {
   more_ = true;
 }
 
-RawValue LineReader::Next() {
+RawValue LineReader::Next(std::string_view name) {
   SkipBlanks();
-  if (at_ < text_.size() && text_[at_] == '"') return NextQuoted();
+  if (at_ < text_.size() && text_[at_] == '"') return NextQuoted(name);
   const std::size_t begin = at_;
   at_ = std::min(text_.find_first_of(",\n", at_), text_.size());
   std::size_t end = at_;
@@ -34,21 +38,18 @@ RawValue LineReader::Next() {
   return value;
 }
 
-RawValue LineReader::NextQuoted() {
+RawValue LineReader::NextQuoted(std::string_view name) {
   const std::size_t line = line_;
   const std::size_t begin = at_ + 1;
   const std::size_t end = text_.find('"', begin);
-  if (end == std::string_view::npos) Fail(line, "a text has no closing quote");
+  if (end == std::string_view::npos) Fail(line, name, "the text has no closing quote");
   const std::string_view content = text_.substr(begin, end - begin);
   line_ += static_cast<std::size_t>(std::count(content.begin(), content.end(), '\n'));
   at_ = end + 1;
   SkipBlanks();
-  if (at_ < text_.size() && text_[at_] == '\r') {
-    ++at_;
-    if (at_ < text_.size() && text_[at_] != '\n') Fail(line_, "a carriage return stands alone");
-  }
+  if (text_.substr(at_).starts_with("\r\n")) ++at_;
   if (at_ < text_.size() && text_[at_] != ',' && text_[at_] != '\n') {
-    Fail(line_, "something follows the closing quote of a text");
+    Fail(line, name, "something follows the text's closing quote");
   }
   EndValue();
   return {content, true, line};

@@ -32,9 +32,9 @@ class LineReader {
   void BeginLine();
   // True while the line that was begun has a further value.
   bool MoreValues() const { return more_; }
-  // The next value of the line. ConfigReadError where a text has no closing quote, or is followed by
-  // anything but a comma, blanks or the line's end.
-  RawValue Next();
+  // The next value of the line, which the file calls `name`. ConfigReadError where a text has no closing
+  // quote, or is followed by anything but a comma, blanks or the line's end.
+  RawValue Next(std::string_view name);
   // ConfigReadError when values of the line are left.
   void EndLine() const;
 
@@ -42,7 +42,7 @@ class LineReader {
   std::size_t LineBegun() const { return lineBegun_; }
 
  private:
-  RawValue NextQuoted();
+  RawValue NextQuoted(std::string_view name);
   void SkipBlanks();
   void EndValue();
 

@@ -29,7 +29,7 @@ std::string Shown(std::string_view text) {
 
 RawValue RecordReader::Take(std::string_view name) {
   if (!lines_.MoreValues()) Fail(lines_.LineBegun(), name, "the value is missing");
-  const RawValue raw = lines_.Next();
+  const RawValue raw = lines_.Next(name);
   if (raw.text.empty() && !raw.quoted) Fail(raw.line, name, "the value is missing");
   return raw;
 }
@@ -85,7 +85,7 @@ std::size_t RecordReader::Count(std::string_view name) {
 
 std::string_view RecordReader::AnyKeyword() {
   lines_.BeginLine();
-  const RawValue raw = lines_.Next();
+  const RawValue raw = lines_.Next("keyword");
   return raw.quoted && !lines_.MoreValues() ? raw.text : std::string_view();
 }
 

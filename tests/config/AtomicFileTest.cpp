@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/AtomicFile.h"
+#include "tests/config/Samples.h"
+
+namespace tvx::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class AtomicFile : public InEmptyFolder {
+ protected:
+  std::string error_;
+};
+
+TEST_F(AtomicFile, FollowsLinksAndKeepsPermissions) {
+  fs::create_directory("far");
+  PutFile("far/real", "old");
+  chmod("far/real", 0640);
+  fs::create_symlink("far/hop", "link");
+  fs::create_symlink("real", "far/hop");
+  fs::create_symlink("far/new", "dangling");
+  EXPECT_TRUE(ReplaceFile("link", "new", error_)) << error_;
+  EXPECT_TRUE(ReplaceFile("dangling", "", error_)) << error_;
+  EXPECT_EQ(FileContent("far/real"), "new");
+  EXPECT_TRUE(fs::is_symlink("link") && fs::is_symlink("far/hop") && fs::is_symlink("dangling"));
+  struct stat status {};
+  stat("far/real", &status);
+  EXPECT_EQ(status.st_mode & 07777, 0640u);
+  const mode_t mask = umask(0);
+  umask(mask);
+  stat("far/new", &status);
+  EXPECT_EQ(status.st_mode & 07777, 0666 & ~mask);
+}
+
+TEST_F(AtomicFile, RefusesWhatIsNoPlaceForAFile) {
+  fs::create_directory("folder");
+  fs::create_symlink("round", "round");
+  PutFile("file", "x");
+  for (const std::string path :
+       {"folder", "missing/file", "round", "/dev/full", "file/below", "", "folder/"}) {
+    error_.clear();
+    EXPECT_FALSE(ReplaceFile(path, "content", error_)) << path;
+    EXPECT_NE(error_, "");
+  }
+  EXPECT_EQ(Entries(), 3) << "nothing is left behind";
+  EXPECT_TRUE(fs::is_empty("folder"));
+}
+
+TEST_F(AtomicFile, LeavesAWriteProtectedFileAlone) {
+  PutFile("file", "old");
+  const bool root = geteuid() == 0;  // nothing is protected from root: be somebody else
+  if (root) {
+    ASSERT_EQ(chown(".", 65534, 65534) | chown("file", 65534, 65534) | seteuid(65534), 0);
+  }
+  chmod("file", 0444);
+  EXPECT_FALSE(ReplaceFile("file", "new", error_));
+  chmod("file", 0644);
+  chmod(".", 0555);
+  EXPECT_FALSE(ReplaceFile("file", "new", error_));
+  chmod(".", 0755);
+  if (root) {
+    ASSERT_EQ(seteuid(0), 0);
+  }
+  EXPECT_EQ(FileContent("file"), "old");
+}
+
+TEST_F(AtomicFile, ReadsWholeFilesUpToTheLimit) {
+  const std::string content(100000, '\0');
+  ASSERT_TRUE(ReplaceFile("file", content, error_)) << error_;
+  EXPECT_EQ(ReadWholeFile("file", error_), content);
+  EXPECT_EQ(ReadWholeFile("file", error_, content.size()), content);
+  EXPECT_EQ(ReadWholeFile("file", error_, content.size() - 1), std::nullopt);
+  EXPECT_EQ(error_, "\"file\" is larger than 99999 bytes");
+}
+
+}  // namespace
+}  // namespace tvx::test

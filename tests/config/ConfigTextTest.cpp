@@ -1,0 +1,153 @@
+// What a configuration looks like as a file, and what comes back from it.
+#include <gtest/gtest.h>
+
+#include "tests/config/Samples.h"
+#include "tests/fakes/FakeHost.h"
+
+namespace tvx::test {
+namespace {
+
+TEST(ConfigText, HeaderPutsTitleAndVersionAtTheirPlaces) {
+  const std::string header = BuildConfigHeader("X-Plane", "12.11.00", "2024-03-05 14:30:15");
+  EXPECT_EQ(header,
+            "Program Name: Control Program for X-Plane Simulator       , Version: 1.0.0      ,"
+            "Connected Simulator: X-Plane ,Version: 12.11.00 ,Date/Time saved: 2024-03-05 14:30:15\r\n");
+  EXPECT_EQ(header.substr(14, 43), kProgramTitle);
+  EXPECT_EQ(header.substr(69, 10), "1.0.0     ");
+}
+
+TEST(ConfigText, GoldenPieces) {
+  ConfigModel model;
+  model.General.ConfigHeader = "head\r\n";
+  model.General.ComPortEC = 1;
+  model.General.ComPortGS = 2;
+  model.General.TransferInterval = 50;
+  model.General.BlockUSEL = 1;
+  model.General.GeneralText2 = "two,\"2\"";
+  model.General.ByteOrderReverse = -1;
+  model.General.ComPortIOM1 = 3;
+  model.General.ComPortIOM2 = 4;
+  model.General.ComPortYoke1 = 5;
+  model.General.ComPortYoke2 = 6;
+  model.Iom = {{1, 2, -3, 4, 5, 'd', 0.5f, -1.25e-3f, 9, 10, 1e10f, 12, 13}, {}};
+  model.Functions[0] = {"short", "#1:a\r\n", 1,  2,   3,  -4, 5,  6,  7,  0.1f, 8,
+                        9,       10,         11, -12, 13, 14, 15, 16, 17, 18};
+  model.Gaugetypes[127] = {-7, "own"};
+  model.Gauges[255] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+  model.EngineCluster[10] = {1, -2, 3};
+  model.Plates.resize(1);
+  model.Plates[0].Name = "face";
+  model.Plates[0].Value[0] = 1.0 / 3;
+  model.Plates[0].Value[24] = 1e-7;
+  model.Plates[0].Value[25] = 99;  // room only: not in the file
+  model.Plates[0].Position[24] = 1079;
+  model.GeneralFFB.Numbers = {1, 2};
+  model.GeneralFFB.Levels[5] = 8;
+  model.GeneralFFB.ForceTable[12] = {{1, 2}, {3, 4.5f}};
+
+  auto sections = Sections(model);
+  EXPECT_EQ(
+      sections["General"],
+      "\"General\"\r\n\"head\r\n\",1,2,50,1,32,0,\"127.0.0.1\",\"two,'2'\",\"49000\",\"49003\",\"\",\"\",-1,"
+      "3,4,5,6\r\n");
+  EXPECT_EQ(sections["IOM"], "\"IOM\"\r\n1\r\n1,2,-3,4,5,100,0.5,-0.00125,9,10,10000000000,12,13\r\n");
+  EXPECT_TRUE(sections["Functions"].starts_with(
+      "\"Functions\"\r\n\"short\",\"#1:a\r\n\",1,2,3,-4,5,6,7,0.1,8,9,10,11,-12,13,14,15,16,17,18\r\n"
+      "\"\",\"\",0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n"));
+  EXPECT_TRUE(sections["Gaugetypes"].ends_with("\r\n0,\"\"\r\n-7,\"own\"\r\n"));
+  EXPECT_TRUE(sections["Gauges"].ends_with("\r\n1,2,3,4,5,6,7,8,9,10,11\r\n"));
+  EXPECT_TRUE(sections["Engine Cluster Settings"].ends_with("\r\n0,0,0\r\n1,-2,3\r\n"));
+  EXPECT_EQ(sections["Plates"],
+            "\"Plates\"\r\n1\r\n\"face\",0.3333333333333333,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,"
+            "0.0000001\r\n0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1079\r\n");
+  EXPECT_TRUE(
+      sections["GeneralFFB"].starts_with("\"GeneralFFB\"\r\n1\r\n2\r\n0\r\n0\r\n0\r\n0\r\n0\r\n8\r\n0\r\n"));
+  EXPECT_TRUE(sections["GeneralFFB"].ends_with("\r\n0\r\n1\r\n2\r\n3\r\n4.5\r\n"));
+  EXPECT_TRUE(WriteConfigText(model).ends_with("\"end\"\r\n"));
+}
+
+// Lines of each section as the file's layout counts them: an error in a record's list or in a table's length
+// moves them.
+TEST(ConfigText, EverySectionHasItsLines) {
+  const std::map<std::string, long> expected = {
+      {"General", 3},
+      {"IOM", 2},
+      {"Functions", 302},
+      {"Gaugetypes", 129},
+      {"Gauges", 257},
+      {"Engine Cluster Settings", 12},
+      {"GeneralFFB", 1 + 2 + 6 + 52},
+      {"Yoke1", 1 + 1 + 1 + 19 + 3 + 13 + 1 + 32 + 1 + 1 + 1 + 4 + 24},
+      {"Yoke2", 1 + 1 + 1 + 19 + 3 + 13 + 1 + 32 + 1 + 1 + 4 + 24}};
+  ConfigModel model;
+  model.General.ConfigHeader = BuildConfigHeader("", "", "");
+  const auto sections = Sections(model);
+  EXPECT_EQ(sections.size(), expected.size()) << "no section of Plates where there are none";
+  for (const auto& [name, text] : sections) {
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), expected.at(name)) << name;
+  }
+}
+
+// How text editors and other systems may leave a file.
+class Reload : public ::testing::TestWithParam<std::string> {};
+TEST_P(Reload, GivesEveryFieldBack) {
+  const ConfigModel saved = DistinctModel();
+  std::string text = WriteConfigText(saved);
+  if (GetParam() == "blanks") {
+    text = Replaced(text, "\"IOM\"\r\n3\r\n", " \"IOM\"\t \r\n \t3 \r\n");
+    text = Replaced(text, "\r\n\",-15998,", "\r\n\" ,\t-15998 ,");
+  } else if (GetParam() == "bare line feeds") {  // those in texts stay, they belong to the texts
+    for (std::size_t at = 0, quotes = 0; at < text.size(); ++at) {
+      quotes += text[at] == '"';
+      if (text[at] == '\r' && quotes % 2 == 0) text.erase(at, 1);
+    }
+  } else if (GetParam() == "no last line end") {
+    text.resize(text.size() - 2);
+  }
+  ConfigModel loaded;
+  FakeMessageBoxes boxes;
+  std::string error;
+  ASSERT_EQ(ReadConfigText(text, loaded, boxes, error), ConfigReadResult::Loaded) << error;
+  EXPECT_TRUE(boxes.asked.empty());
+  const auto before = AllFields(saved);
+  const auto after = AllFields(loaded);
+  ASSERT_EQ(after.size(), before.size());
+  for (std::size_t i = 0; i < before.size(); ++i) ASSERT_EQ(after[i], before[i]);
+}
+INSTANTIATE_TEST_SUITE_P(Forms, Reload,
+                         ::testing::Values("as written", "blanks", "bare line feeds", "no last line end"));
+
+// The header without its line end puts the general record on one line.
+TEST(ConfigText, HeaderOnOneLine) {
+  const std::string text = Replaced(WriteConfigText(DistinctModel()), "14:30:15\r\n\"", "14:30:15\"");
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  std::string error;
+  EXPECT_EQ(ReadConfigText(text, model, boxes, error), ConfigReadResult::Loaded) << error;
+  EXPECT_TRUE(model.General.ConfigHeader.ends_with("14:30:15"));
+}
+
+TEST(ConfigText, SecondYokeIsReadOneLineAside) {
+  const ConfigModel saved = DistinctModel();
+  EXPECT_TRUE(
+      Sections(saved)["Yoke2"].ends_with("\r\n7\r\n11\r\n12\r\n13\r\n14\r\n100.25\r\n30\r\n101.25\r\n31\r\n"
+                                         "102.25\r\n32\r\n103.25\r\n33\r\n104.25\r\n34\r\n105.25\r\n35\r\n"
+                                         "106.25\r\n36\r\n107.25\r\n37\r\n108.25\r\n38\r\n109.25\r\n39\r\n"
+                                         "110.25\r\n40\r\n111.25\r\n41\r\n"));
+  ConfigModel loaded;
+  loaded.Yoke2.Tails[11].Choice = 200;
+  FakeMessageBoxes boxes;
+  std::string error;
+  ASSERT_EQ(ReadConfigText(WriteConfigText(saved), loaded, boxes, error), ConfigReadResult::Loaded) << error;
+  const YokeRecord& yoke = loaded.Yoke2;
+  EXPECT_EQ(yoke.TailByte, 7);
+  EXPECT_EQ(yoke.TailInteger, 11);
+  EXPECT_EQ(yoke.TailNumbers, (std::array<std::int16_t, 4>{12, 13, 14, 100}));
+  for (std::size_t i = 0; i < 12; ++i) {
+    EXPECT_EQ(yoke.Tails[i].Value, static_cast<float>(30 + i)) << i;
+    EXPECT_EQ(yoke.Tails[i].Choice, i < 11 ? 101 + i : 0) << i;
+  }
+}
+
+}  // namespace
+}  // namespace tvx::test

@@ -263,7 +263,13 @@ void RunControl::UpdateLinkWords() {
   state.RemotePort = model_.General.RemotePort;
   state.LocalPort = model_.General.LocalPort;
   view_.Simulator.Text = SimulatorLinkWords(state, view_.Simulator.Trouble);
-  view_.GaugeBus.Text = SerialWords(serial_, HardwareGroup::GaugeBus, view_.GaugeBus.Trouble);
+  const int comNumber = serial_.ComNumber(HardwareGroup::GaugeBus);
+  const SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
+  view_.GaugeBus.Text = SerialWords(comNumber, bus);
+  view_.GaugeBus.Trouble = SerialTrouble(comNumber, bus.State());
+  if (cycle_.DroppedBatches() > 0 && bus.IsOpen()) {
+    view_.GaugeBus.Text += ", " + std::to_string(cycle_.DroppedBatches()) + " batches dropped";
+  }
 }
 
 void RunControl::Changed() {

@@ -1,0 +1,206 @@
+#include "core/forms/StartForm.h"
+
+#include <QDir>
+#include <QShowEvent>
+#include <QSignalBlocker>
+
+#include "base/Version.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+QPushButton* MakeLink(const char* name, const QString& text, const QString& toolTip) {
+  QPushButton* link = MakeButton(name, text, toolTip);
+  look::SetRole(link, "link");
+  link->setCursor(Qt::PointingHandCursor);
+  return link;
+}
+
+void KeepPlaceWhenHidden(QWidget* widget) {
+  QSizePolicy policy = widget->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  widget->setSizePolicy(policy);
+}
+
+}  // namespace
+
+QStringList ConfigurationFiles() {
+  // Name filters do not look at the case of letters.
+  return QDir().entryList({"*.cfg"}, QDir::Files, QDir::Name | QDir::IgnoreCase);
+}
+
+StartForm::StartForm(StartControl& control, std::function<void()> openWebPage)
+    : Form("frmMain"), control_(control) {
+  setWindowTitle(ToText(kProgramTitle).trimmed());
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Margin());
+  column->addWidget(MakeHeader(openWebPage));
+  column->addWidget(MakeFilePanel(), 1);
+  column->addWidget(MakeCountdownPanel());
+  column->addWidget(MakeButtons());
+  Connect();
+  SetDefaultButton(butOK);
+  resize(look::Margin() * 42, sizeHint().height());
+  butOK->setFocus();
+}
+
+QWidget* StartForm::MakeHeader(const std::function<void()>& openWebPage) {
+  auto* header = new QWidget;
+  header->setObjectName("HeaderStart");
+  auto* row = new QHBoxLayout(header);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(look::Margin());
+  Logo = new LogoFace("Logo");
+  Logo->setToolTip(tr("Opens the documentation"));
+  Logo->setAccessibleName(tr("Documentation"));
+  Logo->setFocusPolicy(Qt::NoFocus);  // LabelWebPage does the same for the keyboard
+  row->addWidget(Logo);
+  auto* texts = new QVBoxLayout;
+  texts->setSpacing(look::Gap() / 2);
+  texts->addStretch();
+  texts->addWidget(MakeLabel("LabelTitle", tr("Torvex Control"), "title"));
+  texts->addWidget(MakeLabel("LabelVersion", tr("Version: ") + ToText(kProgramVersion), "caption"));
+  LabelWebPage = MakeLink("LabelWebPage", tr("Documentation"), tr("How to set up and use the cockpit"));
+  LabelHelp = MakeLink("LabelHelp", tr("First steps and help"), tr("How to set up and use the cockpit"));
+  auto* links = new QHBoxLayout;
+  links->setSpacing(look::Margin());
+  links->addWidget(LabelWebPage);
+  links->addWidget(LabelHelp);
+  links->addStretch();
+  texts->addLayout(links);
+  texts->addStretch();
+  row->addLayout(texts, 1);
+  for (QAbstractButton* opens : std::initializer_list<QAbstractButton*>{Logo, LabelWebPage, LabelHelp}) {
+    connect(opens, &QAbstractButton::clicked, this, openWebPage);
+  }
+  return header;
+}
+
+QWidget* StartForm::MakeFilePanel() {
+  QFrame* panel = MakePanel("PanelFile");
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  QLabel* caption = MakeLabel("LabelFileBox", tr("&Cockpit configuration (files of this folder)"), "caption");
+  FileBox = new PickList("FileBox");
+  FileBox->setToolTip(tr("Click a file to use it instead of the start-up configuration"));
+  FileBox->setMinimumHeight(look::Margin() * 6);
+  caption->setBuddy(FileBox);
+  NoFiles = MakeLabel("LabelNoFiles", tr("There is no configuration file (*.cfg) in this folder: ") +
+                                          QDir::toNativeSeparators(QDir::currentPath()));
+  NoFiles->setWordWrap(true);
+  QLabel* nameCaption = MakeLabel("LabelFileName", tr("&File to be used"), "caption");
+  FileName = new QLineEdit;
+  FileName->setObjectName("FileName");
+  FileName->setToolTip(tr("The configuration file that OK and the automatic start load"));
+  nameCaption->setBuddy(FileName);
+  column->addWidget(caption);
+  column->addWidget(FileBox, 1);
+  column->addWidget(NoFiles);
+  column->addWidget(nameCaption);
+  column->addWidget(FileName);
+  return panel;
+}
+
+QWidget* StartForm::MakeCountdownPanel() {
+  QFrame* panel = MakePanel("PanelCountdown");
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  column->setSpacing(look::Gap());
+  TextAutostart = MakeLabel("TextAutostart");
+  TextAutostart->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  BoxAutoStartTime = MakeLabel("BoxAutoStartTime", "0", "value");
+  BoxAutoStartTime->setAlignment(Qt::AlignCenter);
+  BoxAutoStartTime->setMinimumWidth(look::Margin() * 3);
+  Textseconds = MakeLabel("Textseconds", "seconds");
+  for (QWidget* part : {TextAutostart, BoxAutoStartTime, Textseconds}) KeepPlaceWhenHidden(part);
+  auto* countdown = new QHBoxLayout;
+  countdown->addWidget(TextAutostart, 1);
+  countdown->addWidget(BoxAutoStartTime);
+  countdown->addWidget(Textseconds);
+  column->addLayout(countdown);
+
+  LampSimulator = new StateLamp("LampSimulator");
+  LabelSimulatorName = MakeLabel("LabelSimulatorName");
+  LabelXplaneVersion = MakeLabel("LabelXplaneVersion");
+  auto* simulator = new QHBoxLayout;
+  simulator->addWidget(LampSimulator);
+  simulator->addWidget(MakeLabel("LabelSimulatorCaption", tr("Simulator:"), "caption"));
+  simulator->addWidget(LabelSimulatorName);
+  simulator->addWidget(LabelXplaneVersion);
+  simulator->addStretch(1);
+  column->addLayout(simulator);
+  return panel;
+}
+
+QWidget* StartForm::MakeButtons() {
+  auto* buttons = new QWidget;
+  buttons->setObjectName("ButtonsStart");
+  auto* row = new QHBoxLayout(buttons);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(look::Gap());
+  butOK = MakeButton("butOK", tr("&OK"),
+                     tr("Loads the configuration and opens the status form; press Run there (Enter)"));
+  look::SetRole(butOK, "primary");
+  CmdConfigure = MakeButton("CmdConfigure", tr("Co&nfigure..."),
+                            tr("Serial ports, simulator address, gauges; stops the countdown"));
+  Exit = MakeButton("Exit", tr("E&xit"), tr("Ends the program (Escape)"));
+  row->addWidget(CmdConfigure);
+  row->addStretch(1);
+  row->addWidget(butOK);
+  row->addWidget(Exit);
+  return buttons;
+}
+
+void StartForm::Connect() {
+  FileBox->SetPicked([this](const QString& name) { control_.FileBox_Click(name.toStdString()); });
+  connect(FileName, &QLineEdit::textEdited, this,
+          [this](const QString& name) { control_.FileName_Change(name.toStdString()); });
+  connect(butOK, &QPushButton::clicked, this, [this] { control_.butOK_Click(); });
+  connect(CmdConfigure, &QPushButton::clicked, this, [this] { control_.CmdConfigure_Click(); });
+  connect(Exit, &QPushButton::clicked, this, [this] { control_.Exit_Click(); });
+}
+
+void StartForm::ShowView() {
+  const StartView& view = control_.View();
+  const QString name = ToText(view.FileName);
+  if (FileName->text() != name) FileName->setText(name);
+  FileBox->Mark(name);
+  SetTextIfChanged(TextAutostart, view.TextAutostart);
+  SetTextIfChanged(BoxAutoStartTime, QString::number(view.BoxAutoStartTime));
+  TextAutostart->setVisible(view.CountdownVisible);
+  Textseconds->setVisible(view.CountdownVisible);
+  BoxAutoStartTime->setVisible(view.SecondsVisible);
+  const bool found = !view.LabelXplaneVersion.empty();
+  LampSimulator->SetState(found ? StateLamp::State::Good : StateLamp::State::Off);
+  SetTextIfChanged(LabelSimulatorName, view.SimulatorName);
+  SetTextIfChanged(LabelXplaneVersion, view.LabelXplaneVersion);
+}
+
+void StartForm::Activate() {
+  RefreshFiles();
+  control_.Activate();
+  if (!Unloading()) ShowView();
+}
+
+void StartForm::RefreshFiles() {
+  const QSignalBlocker quiet(FileBox);
+  FileBox->clear();
+  FileBox->addItems(ConfigurationFiles());
+  const bool none = FileBox->count() == 0;
+  FileBox->setVisible(!none);
+  NoFiles->setVisible(none);
+}
+
+void StartForm::showEvent(QShowEvent* event) {
+  Form::showEvent(event);
+  // Restored from the task list, or raised by the window manager: not a new activation.
+  if (event->spontaneous() || held_) return;
+  // Loading may ask a question, so it waits until this window stands.
+  QMetaObject::invokeMethod(
+      this, [this] { if (isVisible() && !held_) Activate(); }, Qt::QueuedConnection);
+}
+
+}  // namespace tvx

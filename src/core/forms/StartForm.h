@@ -1,0 +1,64 @@
+// The start form: which configuration will be used, and the countdown to the automatic start.
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <functional>
+
+#include "core/StartControl.h"
+#include "ui/Form.h"
+#include "ui/LogoFace.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+// The configuration files of the working folder, sorted by name; the extension's case does not matter.
+QStringList ConfigurationFiles();
+
+class StartForm : public Form {
+  Q_OBJECT
+ public:
+  StartForm(StartControl& control, std::function<void()> openWebPage);
+
+  // Shows what the logic holds now.
+  void ShowView();
+  // The form is back in the user's hands: it was shown, or the configuration was closed. Reads the folder
+  // anew and tells the logic. Showing calls it by itself, once the window stands; getting the focus does not.
+  void Activate();
+  // While held, showing does not activate: the configuration forms come up together with this form.
+  void HoldActivation(bool hold) { held_ = hold; }
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void CloseAsked() override { control_.Exit_Click(); }
+  void EscapePressed() override { control_.Exit_Click(); }
+
+ private:
+  QWidget* MakeHeader(const std::function<void()>& openWebPage);
+  QWidget* MakeFilePanel();
+  QWidget* MakeCountdownPanel();
+  QWidget* MakeButtons();
+  void Connect();
+  void RefreshFiles();
+
+  StartControl& control_;
+  bool held_ = false;
+
+  LogoFace* Logo;
+  QPushButton* LabelWebPage;
+  QPushButton* LabelHelp;
+  PickList* FileBox;
+  QLabel* NoFiles;
+  QLineEdit* FileName;
+  QLabel* TextAutostart;
+  QLabel* BoxAutoStartTime;
+  QLabel* Textseconds;
+  StateLamp* LampSimulator;
+  QLabel* LabelSimulatorName;
+  QLabel* LabelXplaneVersion;
+  QPushButton* butOK;
+  QPushButton* CmdConfigure;
+  QPushButton* Exit;
+};
+
+}  // namespace tvx

@@ -1,0 +1,238 @@
+#include "core/forms/StatusForm.h"
+
+#include <QShowEvent>
+#include <QSignalBlocker>
+
+#include "ui/Look.h"
+
+namespace tvx {
+
+StatusForm::StatusForm(RunControl& control, std::function<void()> showPorts)
+    : Form("frmStatus"), control_(control), showPorts_(std::move(showPorts)) {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addWidget(MakeRunPanel());
+  column->addWidget(MakeLinksPanel());
+  column->addLayout(MakeFlightValues(), 1);
+  column->addWidget(MakeTransferPanel());
+  column->addLayout(MakeButtons());
+  Connect();
+  flightValuesTimer_.setObjectName("FlightValuesTimer");
+  flightValuesTimer_.start(kFlightValuesMs);
+  ShowView();
+  ShowFlightValues();
+  cmdRun->setFocus();
+}
+
+QWidget* StatusForm::MakeRunPanel() {
+  QFrame* panel = MakePanel("PanelRun");
+  auto* row = new QHBoxLayout(panel);
+  row->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  row->setSpacing(look::Margin());
+  BoxRun = MakeLabel("BoxRun", {}, "title");
+  BoxRun->setMinimumWidth(look::Margin() * 8);
+  cmdRun = MakeButton("cmdRun", tr("&Run"), tr("Starts carrying the simulator's values to the instruments"));
+  look::SetRole(cmdRun, "primary");
+  cmdStop = MakeButton("cmdStop", tr("&Stop"), tr("Halts; the instruments stay as they are"));
+  BoxCurrentConfig = MakeLabel("BoxCurrentConfig");
+  BoxCurrentConfig->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  LabelVersion = MakeLabel("LabelVersion", {}, "caption");
+  auto* config = new QVBoxLayout;
+  config->setSpacing(0);
+  config->addWidget(MakeLabel("LabelCurrentConfig", tr("Configuration"), "caption"));
+  config->addWidget(BoxCurrentConfig);
+  row->addWidget(BoxRun);
+  row->addWidget(cmdRun);
+  row->addWidget(cmdStop);
+  row->addLayout(config, 1);
+  row->addWidget(LabelVersion, 0, Qt::AlignRight | Qt::AlignVCenter);
+  return panel;
+}
+
+QWidget* StatusForm::MakeLinksPanel() {
+  QFrame* panel = MakePanel("PanelLinks");
+  auto* grid = new QGridLayout(panel);
+  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  grid->setSpacing(look::Gap());
+  LampSimulator = new StateLamp("LampSimulator");
+  LampGaugeBus = new StateLamp("LampGaugeBus");
+  LabelSimulator = MakeLabel("LabelSimulator");
+  LabelGaugeBus = MakeLabel("LabelGaugeBus");
+  int line = 0;
+  for (const auto& [lamp, caption, label] :
+       {std::tuple{LampSimulator, MakeLabel("LabelSimulatorCaption", tr("Simulator"), "caption"),
+                   LabelSimulator},
+        std::tuple{LampGaugeBus, MakeLabel("LabelGaugeBusCaption", tr("Gauge bus"), "caption"),
+                   LabelGaugeBus}}) {
+    label->setWordWrap(true);
+    grid->addWidget(lamp, line, 0);
+    grid->addWidget(caption, line, 1);
+    grid->addWidget(label, line++, 2);
+  }
+  grid->setColumnStretch(2, 1);
+  return panel;
+}
+
+QLayout* StatusForm::MakeFlightValues() {
+  BoxIAS = new ValueBox("BoxIAS", tr("Airspeed"), tr("kt"), "000.0");
+  BoxAltitude = new ValueBox("BoxAltitude", tr("Altitude"), tr("ft"), "00000");
+  BoxHea = new ValueBox("BoxHea", tr("Heading"), "°", "000.0");
+  BoxVS = new ValueBox("BoxVS", tr("Vertical speed"), tr("ft/min"), "-00000");
+  boxBank = new ValueBox("boxBank", tr("Bank"), "°", "-000.0");
+  boxPitch = new ValueBox("boxPitch", tr("Pitch"), "°", "-000.0");
+  boxCompass = new ValueBox("boxCompass", tr("Compass"), "°", "000.0");
+  boxVoltage = new ValueBox("boxVoltage", tr("Bus voltage"), tr("V"), "00.0");
+  BoxAirPressHg = new ValueBox("BoxAirPressHg", tr("Air pressure"), tr("inHg"), "00.00");
+  BoxAirPressmBar = new ValueBox("BoxAirPressmBar", tr("Air pressure"), tr("mbar"), "0000.0");
+  BoxInstrLights = new ValueBox("BoxInstrLights", tr("Instrument lights"), {}, "OFF");
+  boxNavLights = new ValueBox("boxNavLights", tr("Navigation lights"), {}, "OFF");
+  auto* grid = new QGridLayout;
+  grid->setSpacing(look::Gap());
+  int place = 0;
+  for (ValueBox* box : {BoxIAS, BoxAltitude, BoxHea, BoxVS, boxBank, boxPitch, boxCompass, boxVoltage,
+                        BoxAirPressHg, BoxAirPressmBar, BoxInstrLights, boxNavLights}) {
+    grid->addWidget(box, place / 4, place % 4);
+    grid->setColumnStretch(place % 4, 1);
+    grid->setRowStretch(place / 4, 1);
+    ++place;
+  }
+  return grid;
+}
+
+QWidget* StatusForm::MakeTransferPanel() {
+  QFrame* panel = MakePanel("PanelTransfer");
+  auto* row = new QHBoxLayout(panel);
+  row->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  row->setSpacing(look::Gap());
+  QLabel* caption = MakeLabel("LabelXferTimer", tr("&Transfer interval, milliseconds"), "caption");
+  SliderXferTimer = new QSlider(Qt::Horizontal);
+  SliderXferTimer->setObjectName("SliderXferTimer");
+  SliderXferTimer->setRange(10, 1000);
+  SliderXferTimer->setSingleStep(10);
+  SliderXferTimer->setPageStep(50);
+  SliderXferTimer->setMinimumWidth(look::Margin() * 9);
+  SliderXferTimer->setToolTip(
+      tr("How often the instruments get new values; shorter is smoother. Takes effect at once"));
+  caption->setBuddy(SliderXferTimer);
+  BoxXferProcessTimer = MakeLabel("BoxXferProcessTimer", {}, "value");
+  BoxXferProcessTimer->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  BoxXferProcessTimer->setMinimumWidth(look::Margin() * 4);
+  auto* column = new QVBoxLayout;
+  auto* line = new QHBoxLayout;
+  line->addWidget(SliderXferTimer, 1);
+  line->addWidget(BoxXferProcessTimer);
+  column->addWidget(caption);
+  column->addLayout(line);
+  frmXferCount = new ValueBox("frmXferCount", tr("Transfers"), tr("per second"), "0000");
+  boxUDPrate = new ValueBox("boxUDPrate", tr("X-Plane packets"), tr("per second"), "00000");
+  boxUDPrate->Caption()->setObjectName("Label3");
+  boxUDPrate->Unit()->setObjectName("Label4");
+  boxNrofOffsets = new ValueBox("boxNrofOffsets", tr("Simulator ports"), tr("in use"), "00000");
+  row->addLayout(column, 1);
+  for (ValueBox* box : {frmXferCount, boxUDPrate, boxNrofOffsets}) row->addWidget(box);
+  return panel;
+}
+
+QLayout* StatusForm::MakeButtons() {
+  cmdShowPorts = MakeButton("cmdShowPorts", tr("Show &ports"), tr("Lists the simulator values in use"));
+  cmdShowIOM = MakeButton("cmdShowIOM", tr("IO module &1"), tr("Shows the state of IO module 1"));
+  cmdShowIOM2 = MakeButton("cmdShowIOM2", tr("IO module &2"), tr("Shows the state of IO module 2"));
+  cmdShowECStatus = MakeButton("cmdShowECStatus", tr("&Engine cluster"), tr("Shows the engine cluster"));
+  cmdShowYokes = MakeButton("cmdShowYokes", tr("&Yokes"), tr("Shows the yokes"));
+  cmdDumpTVX = MakeButton("cmdDumpTVX", tr("&Dump"), tr("Writes a diagnostic dump"));
+  cmdDumpTVX->setVisible(false);  // shown once run control writes dumps
+  CmdConfig = MakeButton("CmdConfig", tr("&Configure..."), tr("Halts and opens the configuration"));
+  cmdHide = MakeButton("cmdHide", tr("&Hide"), tr("Minimizes this window; the program goes on"));
+  CmdExit = MakeButton("CmdExit", tr("E&xit"), tr("Closes all ports and ends the program"));
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  for (QPushButton* button :
+       {cmdShowPorts, cmdShowIOM, cmdShowIOM2, cmdShowECStatus, cmdShowYokes, cmdDumpTVX}) {
+    row->addWidget(button);
+  }
+  row->addStretch(1);
+  for (QPushButton* button : {CmdConfig, cmdHide, CmdExit}) row->addWidget(button);
+  return row;
+}
+
+void StatusForm::Connect() {
+  const auto on = [this](QPushButton* button, auto&& action) {
+    connect(button, &QPushButton::clicked, this, std::forward<decltype(action)>(action));
+  };
+  on(cmdRun, [this] { control_.cmdRun_Click(); });
+  on(cmdStop, [this] { control_.cmdStop_Click(); });
+  on(CmdConfig, [this] { control_.CmdConfig_Click(); });
+  on(CmdExit, [this] { control_.cmdExit_Click(); });
+  on(cmdHide, [this] { showMinimized(); });
+  on(cmdShowPorts, [this] { showPorts_(); });
+  on(cmdShowIOM, [this] { control_.ShowPeripheral(PeripheralKind::IOModule1); });
+  on(cmdShowIOM2, [this] { control_.ShowPeripheral(PeripheralKind::IOModule2); });
+  on(cmdShowECStatus, [this] { control_.ShowPeripheral(PeripheralKind::EngineCluster); });
+  on(cmdShowYokes, [this] { control_.ShowPeripheral(PeripheralKind::Yokes); });
+  connect(SliderXferTimer, &QSlider::valueChanged, this,
+          [this](int milliseconds) { control_.SliderXferTimer_Change(milliseconds); });
+  connect(&flightValuesTimer_, &QTimer::timeout, this, [this] {
+    if (isVisible() && !isMinimized()) ShowFlightValues();
+  });
+}
+
+void StatusForm::ShowView() {
+  const StatusView& view = control_.View();
+  if (windowTitle() != ToText(view.Caption)) setWindowTitle(ToText(view.Caption));
+  SetTextIfChanged(LabelVersion, view.LabelVersion);
+  if (SetTextIfChanged(BoxCurrentConfig, view.BoxCurrentConfig)) {
+    BoxCurrentConfig->setToolTip(BoxCurrentConfig->text());
+  }
+  SetTextIfChanged(BoxRun, view.BoxRun);
+  if (runColour_ != view.BoxRunColour) {
+    runColour_ = view.BoxRunColour;
+    const QColor colour(runColour_ & 0xff, (runColour_ >> 8) & 0xff, (runColour_ >> 16) & 0xff);
+    BoxRun->setStyleSheet("color: " + look::Legible(colour, look::CurrentColours().panel).name());
+  }
+  SetTextIfChanged(BoxXferProcessTimer, QString::number(view.TransferInterval));
+  if (SliderXferTimer->value() != view.TransferInterval) {
+    const QSignalBlocker quiet(SliderXferTimer);
+    SliderXferTimer->setValue(view.TransferInterval);
+  }
+  frmXferCount->SetValue(std::to_string(view.frmXferCount));
+  boxUDPrate->SetValue(std::to_string(view.boxUDPrate));
+  boxUDPrate->setVisible(view.UdpRateVisible);
+  boxNrofOffsets->SetValue(std::to_string(view.boxNrofOffsets));
+  cmdShowECStatus->setVisible(view.ShowEngineCluster);
+  cmdShowIOM->setVisible(view.ShowIOModule1);
+  cmdShowIOM2->setVisible(view.ShowIOModule2);
+  cmdShowYokes->setVisible(view.ShowYokes);
+  ShowLink(LampSimulator, LabelSimulator, view.Simulator);
+  ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
+}
+
+void StatusForm::ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link) {
+  SetTextIfChanged(label, link.Text);
+  lamp->SetState(link.Text.empty() ? StateLamp::State::Off
+                 : link.Trouble    ? StateLamp::State::Trouble
+                                   : StateLamp::State::Good);
+}
+
+void StatusForm::ShowFlightValues() {
+  const FlightBoxes& boxes = control_.Cycle().Boxes();
+  BoxIAS->SetValue(boxes.BoxIAS.View());
+  BoxAltitude->SetValue(boxes.BoxAltitude.View());
+  BoxHea->SetValue(boxes.BoxHea.View());
+  boxBank->SetValue(boxes.boxBank.View());
+  boxPitch->SetValue(boxes.boxPitch.View());
+  BoxVS->SetValue(boxes.BoxVS.View());
+  boxCompass->SetValue(boxes.boxCompass.View());
+  BoxAirPressHg->SetValue(boxes.BoxAirPressHg.View());
+  BoxAirPressmBar->SetValue(boxes.BoxAirPressmBar.View());
+  boxVoltage->SetValue(boxes.boxVoltage.View());
+  BoxInstrLights->SetValue(boxes.BoxInstrLights);
+  boxNavLights->SetValue(boxes.boxNavLights);
+}
+
+void StatusForm::showEvent(QShowEvent* event) {
+  Form::showEvent(event);
+  ShowFlightValues();
+}
+
+}  // namespace tvx

@@ -1,0 +1,57 @@
+// The status form: the program's main window while it runs.
+#pragma once
+
+#include <QSlider>
+#include <QTimer>
+#include <functional>
+
+#include "core/RunControl.h"
+#include "ui/Form.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class StatusForm : public Form {
+  Q_OBJECT
+ public:
+  // `showPorts` opens the list of the simulator ports in use.
+  StatusForm(RunControl& control, std::function<void()> showPorts);
+
+  // Shows what the logic holds now, the flight values apart: these are read a few times a second, no faster
+  // than an eye follows.
+  void ShowView();
+  void ShowFlightValues();
+
+  static constexpr int kFlightValuesMs = 200;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void CloseAsked() override { control_.cmdExit_Click(); }
+
+ private:
+  QWidget* MakeRunPanel();
+  QWidget* MakeLinksPanel();
+  QLayout* MakeFlightValues();
+  QWidget* MakeTransferPanel();
+  QLayout* MakeButtons();
+  void Connect();
+  void ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link);
+
+  RunControl& control_;
+  QTimer flightValuesTimer_;
+  std::int32_t runColour_ = -1;
+
+  QLabel *BoxRun, *BoxCurrentConfig, *LabelVersion;
+  StateLamp *LampSimulator, *LampGaugeBus;
+  QLabel *LabelSimulator, *LabelGaugeBus;
+  ValueBox *BoxIAS, *BoxAltitude, *BoxHea, *boxBank, *boxPitch, *BoxVS, *boxCompass, *BoxAirPressHg,
+      *BoxAirPressmBar, *boxVoltage, *BoxInstrLights, *boxNavLights;
+  QSlider* SliderXferTimer;
+  QLabel* BoxXferProcessTimer;
+  ValueBox *frmXferCount, *boxUDPrate, *boxNrofOffsets;
+  QPushButton *cmdRun, *cmdStop, *CmdConfig, *CmdExit, *cmdDumpTVX, *cmdShowPorts, *cmdShowIOM, *cmdShowIOM2,
+      *cmdShowECStatus, *cmdShowYokes, *cmdHide;
+  std::function<void()> showPorts_;
+};
+
+}  // namespace tvx

@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "base/NumberFormat.h"
+#include "base/Rounding.h"
+
+namespace tvx {
+namespace {
+
+TEST(Rounding, GoesToTheNearestWithHalvesToEven) {
+  const struct {
+    double value;
+    std::int16_t rounded;
+  } cases[] = {{0.5, 0},   {1.5, 2},   {2.5, 2},    {-0.5, 0},
+               {-1.5, -2}, {-2.5, -2}, {2.4999, 2}, {32767.4, 32767}};
+  for (const auto& c : cases) EXPECT_EQ(RoundTo<std::int16_t>(c.value), c.rounded) << c.value;
+}
+
+TEST(Rounding, RefusesWhatDoesNotFit) {
+  EXPECT_FALSE(RoundTo<std::int16_t>(32767.5));
+  EXPECT_FALSE(RoundTo<std::int16_t>(-32769.0));
+  EXPECT_FALSE(RoundTo<std::uint8_t>(-0.6));
+  EXPECT_FALSE(RoundTo<std::uint8_t>(std::numeric_limits<double>::quiet_NaN()));
+  EXPECT_FALSE(RoundTo<std::int32_t>(std::numeric_limits<double>::infinity()));
+  EXPECT_EQ(RoundTo<std::int32_t>(-2147483648.0), std::numeric_limits<std::int32_t>::min());
+  EXPECT_THROW(RoundToOrThrow<std::uint8_t>(256), RangeError);
+}
+
+TEST(NumberFormat, FollowsThePattern) {
+  const struct {
+    double value;
+    const char* pattern;
+    const char* text;
+  } cases[] = {
+      {7.5, "000.00", "007.50"},     {-7.5, "000.00", "-007.50"},
+      {1234.5, "000.00", "1234.50"}, {0, "####0", "0"},
+      {12345.4, "####0", "12345"},   {-0.2, "####0", "0"},
+      {0.04, "###.0", ".0"},         {-1.25, "###.0", "-1.3"},
+      {12.5, "###.#0", "12.50"},     {3.14159, "###.#0", "3.14"},
+      {29.921, "##0.00", "29.92"},   {0.5, "##0.00", "0.50"},
+      {1013.09, "0000", "1013"},     {7, "000", "007"},
+      {1.5, "#####0.0#", "1.5"},     {1.25, "#####0.0#", "1.25"},
+      {2, "#####0.0#", "2.0"},       {18500, "00000", "18500"},
+      {-99.99, "#####.0", "-100.0"}, {1e300, "0", "---"},
+      {std::nan(""), "0.0", "---"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(FormatNumberText(c.value, c.pattern), c.text) << c.value << " " << c.pattern;
+}
+
+}  // namespace
+}  // namespace tvx

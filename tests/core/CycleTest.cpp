@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "core/ProcessCycle.h"
+#include "fakes/CockpitRig.h"
+
+namespace tvx {
+namespace {
+
+using Commands = std::vector<SentCommand>;
+
+TEST(Cycle, MovesANeedleOnlyWhenItsPositionChanges) {
+  CockpitRig rig;
+  rig.Define(51);
+  GaugeRecord& gauge = rig.AddGauge(12, 4);
+  gauge.GaugeFunction1 = 51;
+  gauge.GaugeSetting3 = static_cast<Byte>(rig.AddPlate(0, 100, 1000));
+  rig.Start();
+
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}})) << "the first tick sends every value";
+  rig.Tick();  // the lighting follows the first values
+  EXPECT_EQ(rig.Tick(), Commands{});
+  rig.Set(51, 50);
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 500}}));
+  rig.Set(51, 50.05f);
+  EXPECT_EQ(rig.Tick(), Commands{}) << "the same position";
+  rig.Set(51, std::numeric_limits<float>::quiet_NaN());
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}})) << "no number counts as no value";
+}
+
+TEST(Cycle, ServesBothNeedlesAndTheDigits) {
+  CockpitRig rig;
+  for (const int n : {51, 52}) rig.Define(n);
+  const auto plate = static_cast<Byte>(rig.AddPlate(0, 100, 1000));
+  GaugeRecord& dual = rig.AddGauge(20, 3);
+  dual.GaugeFunction1 = 51;
+  dual.GaugeFunction2 = 52;
+  dual.GaugeSetting3 = dual.GaugeSetting4 = plate;
+  GaugeRecord& digits = rig.AddGauge(21, 2);
+  digits.GaugeFunction1 = 51;
+  digits.GaugeSetting3 = plate;
+  GaugeRecord& noPlate = rig.AddGauge(22, 1);
+  noPlate.GaugeFunction1 = 51;
+  noPlate.GaugeSetting3 = 99;
+  rig.AddGauge(23, 77);  // a Gaugetype that nothing serves
+  rig.Start();
+  rig.Set(51, 12.34f);
+  rig.Set(52, 40);
+  EXPECT_EQ(rig.Tick(), (Commands{{20, 5, 123}, {20, 6, 400}, {21, 5, 123}, {21, 6, 123}, {21, 11, 160}}));
+  rig.Tick();
+  rig.Set(51, 1000);
+  EXPECT_EQ(rig.Tick(), (Commands{{20, 5, 1000}, {21, 5, 1000}, {21, 6, 10000}, {21, 11, 11}}));
+  rig.Set(51, 1e30f);
+  EXPECT_EQ(rig.Tick(), (Commands{{21, 6, 65535}})) << "more than the digits can hold";
+}
+
+TEST(Cycle, SelectsTheSourceBySequenceNumber) {
+  CockpitRig rig;
+  rig.Define(51);
+  GaugeRecord& gauge = rig.AddGauge(12, 1);
+  gauge.GaugeFunction1 = 51;
+  gauge.GaugeInstance1 = 3;
+  gauge.GaugeSetting3 = static_cast<Byte>(rig.AddPlate(0, 100, 1000));
+  rig.Start();
+  rig.Set(51, 70, 1);
+  rig.Set(51, 30, 3);
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 300}}));
+}
+
+TEST(Cycle, ClusterGaugeSendsThePairOfItsModeEveryTick) {
+  CockpitRig rig;
+  for (int n = 60; n < 68; ++n) rig.Define(n);
+  const auto plate = static_cast<Byte>(rig.AddPlate(0, 100, 1000));
+  for (int mode = 0; mode < 4; ++mode) {
+    GaugeRecord& gauge = rig.AddGauge(40 + mode, 8);
+    gauge.GaugeFunction1 = 60;
+    gauge.GaugeSetting3 = gauge.GaugeSetting4 = plate;
+    gauge.GaugeSetting5 = static_cast<std::int16_t>(mode);
+  }
+  rig.Start();
+  for (int n = 60; n < 68; ++n) rig.Set(n, static_cast<float>(n - 50));
+  rig.Tick();
+  rig.Tick();
+  const Commands expected{{40, 4, 160}, {40, 5, 170}, {41, 4, 100}, {41, 5, 110},
+                          {42, 4, 120}, {42, 5, 130}, {43, 4, 140}, {43, 5, 150}};
+  EXPECT_EQ(rig.Tick(), expected);
+  EXPECT_EQ(rig.Tick(), expected);
+}
+
+TEST(Cycle, VorIndicatorScalesLimitsAndStartsEveryRunFromItsOwnValues) {
+  const struct {
+    float value;
+    int position;
+  } cases[] = {{0, 472}, {127, 772}, {-127, 172}, {63.4f, 621}, {63.5f, 623}, {200, 944}, {-10000, 0}};
+  for (const auto& c : cases) {
+    CockpitRig rig;
+    for (int n = 33; n <= 36; ++n) rig.Define(n);
+    rig.AddGauge(50, 106);
+    rig.Start();
+    rig.Set(34, 127);  // as every run starts: not sent
+    rig.Set(33, c.value == 127 ? 0 : c.value);
+    rig.Set(35, 15);
+    rig.Set(36, 15);
+    const int first = c.value == 127 ? 472 : c.position;
+    EXPECT_EQ(rig.Tick(), (Commands{{50, 5, first}})) << c.value;
+    rig.Tick();
+    rig.Set(33, c.value);
+    rig.Set(35, 2);
+    rig.Set(36, 1);
+    const Commands both{{50, 5, c.position}, {50, 11, 258}};
+    const Commands flagsOnly{{50, 11, 258}};
+    EXPECT_EQ(rig.Tick(), c.value == 127 ? both : flagsOnly) << c.value;
+    rig.Set(35, 300);
+    EXPECT_EQ(rig.Tick(), Commands{}) << "a flag that is no byte";
+  }
+}
+
+TEST(Cycle, AltimeterGetsTheShownAltitudeAndThePressureInItsUnit) {
+  CockpitRig rig;
+  rig.Define(2);
+  rig.Define(8);
+  rig.AddGauge(30, 101).GaugeFunction2 = 8;
+  GaugeRecord& inches = rig.AddGauge(31, 101);
+  inches.GaugeFunction2 = 8;
+  inches.GaugeSetting1 = 1;
+  rig.AddGauge(32, 101);
+  rig.Start();
+  rig.Set(2, -12.6f);
+  rig.Set(8, 29.92f);
+  EXPECT_EQ(rig.Tick(),
+            (Commands{{30, 4, -13}, {30, 12, 1013}, {31, 4, -13}, {31, 12, 2992}, {32, 4, -13}, {30, 7, 0}}));
+  EXPECT_EQ(rig.cycle.Boxes().BoxAltitude.View(), "-13");
+  EXPECT_EQ(rig.cycle.Boxes().BoxAirPressmBar.View(), "1013");
+  rig.Tick();
+  rig.Set(2, 70000);
+  EXPECT_EQ(rig.Tick(), (Commands{{31, 7, 0}})) << "an altitude that no frame carries";
+}
+
+TEST(Cycle, PollsTakeTurnsWithIOModules) {
+  CockpitRig rig;
+  rig.Define(51);
+  rig.AddGauge(30, 101);
+  rig.AddGauge(31, 101);
+  for (const int id : {60, 61}) rig.AddGauge(id, 10).GaugeFunction1 = 51;
+  rig.Start();
+  rig.Tick();
+  rig.Tick();  // lighting
+  Commands seen;
+  for (int tick = 0; tick < 8; ++tick) {
+    for (const auto& command : rig.Tick()) {
+      if (command.command == 7 || command.command == 6) seen.push_back(command);
+    }
+  }
+  EXPECT_EQ(
+      seen,
+      (Commands{
+          {60, 6, 0}, {31, 7, 0}, {61, 6, 0}, {30, 7, 0}, {60, 6, 0}, {31, 7, 0}, {61, 6, 0}, {30, 7, 0}}));
+}
+
+TEST(Cycle, IOModuleSendsWhatIsPendingOnItsTurnOnly) {
+  CockpitRig rig;
+  rig.Define(51);
+  rig.Define(52);
+  GaugeRecord& module = rig.AddGauge(60, 10);
+  module.GaugeFunction1 = 51;
+  module.GaugeFunction2 = 52;
+  rig.Start();
+  rig.Set(51, 5);
+  rig.Set(52, 77);
+  EXPECT_EQ(rig.Tick(), Commands{}) << "not its turn";
+  rig.Tick();
+  EXPECT_EQ(rig.Tick(), (Commands{{60, 6, 5}, {60, 4, 77}, {60, 5, 0}}));
+  rig.Tick();
+  EXPECT_EQ(rig.Tick(), (Commands{{60, 6, 5}})) << "nothing pending";
+}
+
+TEST(Cycle, OneWriteCarriesTheBatchWithThePollBehindA0xFF) {
+  CockpitRig rig;
+  rig.Define(2);
+  rig.AddGauge(5, 101);
+  rig.Start();
+  rig.cycle.Tick();
+  ASSERT_EQ(rig.Bus().Writes.size(), 1u);
+  EXPECT_EQ(rig.Bus().Writes[0], (std::vector<Byte>{0x00, 0x05, 0x48, 0x01, 0x02, 0xFF, 0xFF, 0x00, 0x05,
+                                                    0x78, 0x01, 0x02, 0xFF}));
+}
+
+TEST(Cycle, DroppedBatchIsCountedAndSentAgainFromTheNewestValues) {
+  CockpitRig rig;
+  rig.Define(51);
+  GaugeRecord& gauge = rig.AddGauge(12, 1);
+  gauge.GaugeFunction1 = 51;
+  gauge.GaugeSetting3 = static_cast<Byte>(rig.AddPlate(0, 100, 1000));
+  rig.Start();
+  rig.Tick();
+  rig.Tick();
+  rig.Bus().RefuseWrites = true;
+  rig.Set(51, 50);
+  EXPECT_EQ(rig.Tick(), Commands{});
+  EXPECT_EQ(rig.cycle.DroppedBatches(), 1u);
+  rig.Set(51, 60);
+  rig.Bus().RefuseWrites = false;
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 600}}));
+  EXPECT_EQ(rig.Tick(), Commands{});
+  rig.Bus().RefuseWrites = true;
+  rig.Set(51, 70);
+  rig.Tick();
+  rig.Bus().RefuseWrites = false;
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 700}}))
+      << "the needle did not move meanwhile, but it missed its frame";
+}
+
+TEST(Cycle, AFrameQueuedOutsideTheCycleGoesOutWithTheBatch) {
+  CockpitRig rig;
+  rig.Define(51);
+  rig.Start();
+  rig.serial.WriteGaugeCommand(9, 3, -300);
+  EXPECT_EQ(rig.Tick(), (Commands{{9, 3, -300}}));
+  EXPECT_EQ(rig.serial.TransmitPending, 0);
+}
+
+TEST(Cycle, WorksWithoutAnyGaugeOrPort) {
+  CockpitRig rig;
+  rig.model.General.ComPortGS = 0;
+  rig.Start();
+  EXPECT_EQ(rig.Tick(), Commands{});
+  EXPECT_EQ(rig.cycle.ActiveGaugeCount(), 1);
+  EXPECT_EQ(rig.cycle.DroppedBatches(), 0u);
+  for (int i = 0; i < 1100; ++i) rig.Tick();
+  EXPECT_LE(rig.cycle.TickCount, 1000);
+}
+
+TEST(Cycle, FillsTheBoxesInTheirPatterns) {
+  CockpitRig rig;
+  for (int n = 1; n <= 9; ++n) rig.Define(n);
+  rig.Start();
+  const float values[] = {0, 85.126f, 1234.4f, 7.5f, -2.25f, 0.5f, -512.34f, 359.999f, 29.917f, 27.96f};
+  for (int n = 1; n <= 9; ++n) rig.Set(n, values[n]);
+  rig.Tick();  // the lighting alone: power came on
+  rig.Tick();
+  const FlightBoxes& boxes = rig.cycle.Boxes();
+  EXPECT_EQ(boxes.BoxIAS.View(), "085.13");
+  EXPECT_EQ(boxes.BoxAltitude.View(), "1234");
+  EXPECT_EQ(boxes.BoxHea.View(), "007.50");
+  EXPECT_EQ(boxes.boxBank.View(), "-2.3");
+  EXPECT_EQ(boxes.boxPitch.View(), ".50");
+  EXPECT_EQ(boxes.BoxVS.View(), "-512.3");
+  EXPECT_EQ(boxes.boxCompass.View(), "360.00");
+  EXPECT_EQ(boxes.BoxAirPressHg.View(), "29.92");
+  EXPECT_EQ(boxes.BoxAirPressmBar.View(), "1013");
+  EXPECT_EQ(boxes.boxVoltage.View(), "28.0");
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include "core/GaugeReceiver.h"
+#include "fakes/CockpitRig.h"
+
+namespace tvx {
+namespace {
+
+std::vector<Byte> Reply(Byte gauge, Byte type) {
+  std::vector<Byte> reply(kReplySize, 1);
+  reply[0] = 0x00;
+  reply[1] = gauge;
+  reply[2] = type;
+  reply[24] = 0xFF;
+  return reply;
+}
+
+struct ReceiverRig : CockpitRig {
+  GaugeReceiver receiver{serial, cycle, sim};
+  bool running = false;
+  ReceiverRig() {
+    Bus().SetHandler([this](SerialEvent event) { receiver.OnComm(event, running); });
+    Start();
+  }
+};
+
+TEST(GaugeReceiver, KeepsWellFormedRepliesAndDiscardsTheRest) {
+  const std::vector<Byte> good = Reply(12, 101);
+  std::vector<Byte> badStart = good, badEnd = good;
+  badStart[0] = 1;
+  badEnd[24] = 0xFE;
+  const struct {
+    const char* what;
+    std::vector<Byte> bytes;
+    bool kept;
+    std::size_t left;
+  } cases[] = {{"a reply", good, true, 0},
+               {"a wrong first byte", badStart, false, 0},
+               {"a wrong last byte", badEnd, false, 0},
+               {"24 bytes wait for their last", {good.begin(), good.end() - 1}, false, 24}};
+  for (const auto& c : cases) {
+    ReceiverRig rig;
+    rig.Bus().Arrive(c.bytes);
+    EXPECT_EQ(rig.serial.ReplyReceived, c.kept ? 1 : 0) << c.what;
+    EXPECT_EQ(rig.receiver.ReplyText().size(), c.kept ? kReplySize : 0) << c.what;
+    EXPECT_EQ(rig.Bus().Waiting(), c.left) << c.what;
+  }
+}
+
+TEST(GaugeReceiver, ABadReplyTakesWhatWaitsBehindItAlong) {
+  ReceiverRig rig;
+  std::vector<Byte> bytes = Reply(12, 101);
+  bytes[24] = 0;
+  bytes.insert(bytes.end(), {0x00, 0x0C, 0x65});
+  rig.Bus().Arrive(bytes);
+  EXPECT_EQ(rig.Bus().Waiting(), 0u);
+  rig.Bus().Arrive(Reply(13, 101));
+  ASSERT_EQ(rig.receiver.ReplyText().size(), kReplySize);
+  EXPECT_EQ(rig.receiver.ReplyText()[1], 13);
+}
+
+TEST(GaugeReceiver, BreakAndFramingErrorsDiscardWhatWaits) {
+  for (const SerialEvent event : {SerialEvent::Break, SerialEvent::Framing}) {
+    ReceiverRig rig;
+    rig.Bus().Arrive({0x00, 0x0C});
+    rig.Bus().Raise(event);
+    EXPECT_EQ(rig.Bus().Waiting(), 0u);
+    rig.Bus().Arrive({1, 2, 3, 4, 5, 6, 7});
+    rig.Bus().Raise(SerialEvent::Received);  // out of turn: seven bytes are no reply
+    EXPECT_EQ(rig.serial.ReplyReceived, 0);
+    EXPECT_EQ(rig.Bus().Waiting(), 0u);
+  }
+}
+
+TEST(GaugeReceiver, RepliesOfAnyTypeAndSenderAreHarmlessWhileRunning) {
+  ReceiverRig rig;
+  rig.running = true;
+  for (int type = 0; type < 256; ++type) {
+    rig.Bus().Arrive(Reply(200, static_cast<Byte>(type)));
+    rig.Bus().Arrive(Reply(12, static_cast<Byte>(type)));
+  }
+  EXPECT_EQ(rig.receiver.ReplyText()[2], 255);
+}
+
+}  // namespace
+}  // namespace tvx

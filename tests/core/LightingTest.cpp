@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include "core/Lighting.h"
+#include "fakes/CockpitRig.h"
+
+namespace tvx {
+namespace {
+
+using Commands = std::vector<SentCommand>;
+
+struct Inputs {
+  double level, bus1, bus2, navigation;
+};
+
+TEST(Lighting, ChangesInStepsAndKeepsQuietBetweenThem) {
+  const struct {
+    const char* what;
+    Inputs in;
+    bool changed;
+    int word;
+  } cases[] = {
+      {"dark, as it starts", {0, 0, 0, 0}, false, 0},
+      {"a level too low for a step", {25, 0, 0, 0}, false, 0},
+      {"half: step 8, lit, instrument lights", {512, 0, 0, 0}, true, 0x4081},
+      {"another step, but within 20", {530, 0, 0, 0}, false, 0x4081},
+      {"20 away, another step", {545, 0, 0, 0}, true, 0x4091},
+      {"the full level is the brightest step", {1023, 0, 0, 0}, true, 0x40F1},
+      {"a level far out of range", {1e9, 0, 0, 0}, false, 0x40F1},
+      {"back", {1023, 0, 0, 0}, false, 0x40F1},
+      {"the first bus is powered", {1023, 28, 0, 0}, true, 0x40F3},
+      {"its voltage sags, not by more than 6", {1023, 22.1, 0, 0}, false, 0x40F3},
+      {"both", {1023, 28, 13.8, 0}, true, 0x40F7},
+      {"navigation lights", {1023, 28, 13.8, 1}, true, 0xC0F7},
+      {"instrument lights off", {0, 28, 13.8, 1}, true, 0x8006},
+      {"power off", {0, 2, 2, 0}, true, 0x0000},
+  };
+  Lighting lighting;
+  for (const auto& c : cases) {
+    const bool changed = lighting.Update(c.in.level, c.in.bus1, c.in.bus2, c.in.navigation, 32, 0);
+    EXPECT_EQ(changed, c.changed) << c.what;
+    EXPECT_EQ(lighting.Word(), c.word) << c.what;
+  }
+}
+
+TEST(Lighting, TheModeTellsWhichLightsLightTheFaces) {
+  const struct {
+    int setting1, setting2;
+    bool byInstruments, byNavigation, byNothing;
+  } modes[] = {{32, 0, true, false, false},
+               {0, 1, true, true, true},
+               {0, 2, false, false, false},
+               {1, 0, false, true, false},
+               {63, 0, true, true, false}};
+  for (const auto& mode : modes) {
+    const auto lit = [&mode](double level, double navigation) {
+      Lighting lighting;
+      lighting.Update(level, 0, 0, navigation, mode.setting1, mode.setting2);
+      return (lighting.Word() & 1) != 0;
+    };
+    EXPECT_EQ(lit(512, 0), mode.byInstruments) << mode.setting1 << "," << mode.setting2;
+    EXPECT_EQ(lit(0, 1), mode.byNavigation) << mode.setting1 << "," << mode.setting2;
+    EXPECT_EQ(lit(0, 0), mode.byNothing) << mode.setting1 << "," << mode.setting2;
+  }
+}
+
+CockpitRig& LitRig(CockpitRig& rig) {
+  for (const int n : {9, 14, 16, 51}) rig.Define(n);
+  for (const int id : {12, 13}) {
+    GaugeRecord& gauge = rig.AddGauge(id, 1);
+    gauge.GaugeFunction1 = 51;
+    gauge.GaugeSetting3 = 0;
+  }
+  rig.model.Gauges[13].GaugeSetting5 = kOptionUnlit;
+  rig.AddPlate(0, 100, 1000);
+  return rig;
+}
+
+TEST(Lighting, ATickInWhichItChangesCarriesItAlone) {
+  CockpitRig rig;
+  LitRig(rig).Start();
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}, {13, 5, 0}}));
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0}, {13, 8, 0}})) << "what an earlier run left is set right";
+  rig.Set(14, 512);
+  rig.Set(51, 50);
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0x4081}, {13, 8, 0}})) << "gauge 13 takes no lighting";
+  EXPECT_EQ(rig.cycle.Boxes().BoxInstrLights, "ON");
+  EXPECT_EQ(rig.cycle.Boxes().boxNavLights, "OFF");
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 500}, {13, 5, 500}}));
+}
+
+TEST(Lighting, AlwaysLitFacesAreLitWithTheValuesAndWithoutExceptions) {
+  CockpitRig rig;
+  LitRig(rig).model.General.LightsSetting1 = 0;
+  rig.model.General.LightsSetting2 = 1;
+  rig.Start();
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 1}, {13, 8, 1}, {12, 5, 0}, {13, 5, 0}}));
+}
+
+TEST(Lighting, IsSentAgainWhenItsBatchWasDropped) {
+  CockpitRig rig;
+  LitRig(rig).Start();
+  rig.Tick();
+  rig.Tick();
+  rig.Bus().RefuseWrites = true;
+  rig.Set(14, 512);
+  rig.Tick();
+  rig.Bus().RefuseWrites = false;
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0x4081}, {13, 8, 0}}));
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}, {13, 5, 0}})) << "values of before are sent again too";
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,67 @@
+// The whole program's logic over fakes: start and run control, and shells that record what they were asked.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/RunControl.h"
+#include "core/StartControl.h"
+#include "fakes/CockpitRig.h"
+
+namespace tvx {
+
+class FakeShell final : public Shell {
+ public:
+  std::vector<std::string> log;
+  void ShowStartForm() override { log.push_back("show start"); }
+  void UnloadStartForm() override { log.push_back("unload start"); }
+  void ShowStatusForm() override { log.push_back("show status"); }
+  void UnloadStatusForm() override { log.push_back("unload status"); }
+  void ShowMainConfiguration() override { log.push_back("show configuration"); }
+  void UnloadConfigurationForms() override { log.push_back("unload configuration"); }
+  void OpenWebPage() override { log.push_back("web page"); }
+  void EndProgram() override { log.push_back("end"); }
+};
+
+class FakePeripheral final : public Peripheral {
+ public:
+  bool configured = false;
+  std::vector<std::string>* log = nullptr;
+  std::string name;
+
+  bool Configured() const override { return configured; }
+  void Load() override { Note("load"); }
+  void Unload() override { Note("unload"); }
+  void Show() override { Note("show"); }
+  void OpenPorts() override { Note("ports"); }
+  void Run() override { Note("run"); }
+  void Stop() override { Note("stop"); }
+
+ private:
+  void Note(const char* what) const { log->push_back(name + " " + what); }
+};
+
+struct ProgramRig : CockpitRig {
+  FakeShell shell;
+  FakeTimer processTimer, timer1, writeTimer, autostart, waitForFS, silence;
+  std::array<FakePeripheral, kPeripherals> peripheral;
+  std::vector<std::string> peripheralLog;
+  Peripherals peripherals = Pointers();
+  RunControl run{model, sim, serial, boxes, shell, clock, peripherals, {processTimer, timer1, writeTimer}};
+  ConfigFile file{model, boxes};
+  StartControl start{model, file, sim, boxes, shell, run, {autostart, waitForFS, silence}};
+
+ private:
+  Peripherals Pointers() {
+    const char* names[] = {"EC", "IOM1", "IOM2", "yokes"};
+    Peripherals pointers{};
+    for (std::size_t i = 0; i < kPeripherals; ++i) {
+      peripheral[i].log = &peripheralLog;
+      peripheral[i].name = names[i];
+      pointers[i] = &peripheral[i];
+    }
+    return pointers;
+  }
+};
+
+}  // namespace tvx

@@ -1,0 +1,146 @@
+// A whole cockpit in memory: model, simulator link, gauge bus and process cycle over fakes, with a simulator
+// whose values a test sets.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <ostream>
+#include <vector>
+
+#include "base/Bytes.h"
+#include "config/Model.h"
+#include "core/ProcessCycle.h"
+#include "fakes/FakeHost.h"
+#include "fakes/FakeSerialPort.h"
+#include "fakes/FakeUdpSocket.h"
+
+namespace tvx {
+
+// A frame on the gauge bus, decoded.
+struct SentCommand {
+  int gauge, command, value;
+  bool operator==(const SentCommand&) const = default;
+  friend std::ostream& operator<<(std::ostream& out, const SentCommand& c) {
+    return out << "{gauge " << c.gauge << ", command " << c.command << ", value " << c.value << "}";
+  }
+};
+
+// Takes the frames of a batch apart; the 0xFF in front of a poll frame is skipped. A byte that fits nowhere
+// ends the list with gauge -1.
+inline std::vector<SentCommand> CommandsOf(ByteView batch) {
+  std::vector<SentCommand> commands;
+  while (!batch.empty()) {
+    if (batch[0] == 0xFF) {
+      batch = batch.subspan(1);
+      continue;
+    }
+    if (batch.size() < 6 || batch[0] != 0 || batch[5] != 0xFF || (batch[2] & 8) == 0) {
+      commands.push_back({-1, 0, 0});
+      return commands;
+    }
+    const int magnitude = ((batch[4] & 0xFD) | (batch[2] & 2)) * 256 + ((batch[3] & 0xFE) | (batch[2] & 1));
+    commands.push_back({batch[1], batch[2] >> 4, (batch[2] & 4) ? -magnitude : magnitude});
+    batch = batch.subspan(6);
+  }
+  return commands;
+}
+
+struct CockpitRig {
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeEventLoop loop;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  std::array<FakeSerialPort, kHardwareGroups> ports;
+  SimCom sim{model, socket, boxes, clock};
+  Serial serial{model, PortPointers(), boxes, loop};
+  ProcessCycle cycle{model, sim, serial};
+
+  CockpitRig() {
+    model.General.ComPortGS = 5;
+    model.General.RemoteIP = "127.0.0.1";
+  }
+
+  FakeSerialPort& Bus() { return ports[0]; }
+
+  // Makes Function `number` a Float that Set() sets, with four sources.
+  void Define(int number) {
+    FunctionRecord& f = model.Functions[static_cast<std::size_t>(number)];
+    f.ShortName = "F" + std::to_string(number);
+    f.FunctionNr = static_cast<std::int16_t>(number);
+    f.ComboDT = static_cast<Byte>(DataType::Float);
+    f.Multiplier = f.Devider = 1;
+    f.boxMaximumValue = 100;
+    f.XPindex1 = f.XPindex2 = f.XPindex3 = f.XPindex4 = static_cast<std::int16_t>(number % 150);
+    f.XPVal1 = static_cast<Byte>(number / 150);
+    f.XPVal2 = static_cast<Byte>(f.XPVal1 + 2);
+    f.XPVal3 = static_cast<Byte>(f.XPVal1 + 4);
+    f.XPVal4 = static_cast<Byte>(f.XPVal1 + 6);
+  }
+  // The simulator sends a new value of the Function's source.
+  void Set(int number, float value, int sequenceNr = 1) {
+    const FunctionRecord& f = model.Functions[static_cast<std::size_t>(number)];
+    const auto slot = f.SlotOf(static_cast<Byte>(sequenceNr));
+    auto& group = groups_[static_cast<std::size_t>(slot.index)];
+    group[slot.value] = value;
+    std::string datagram = "DATA*";
+    datagram += static_cast<char>(slot.index);
+    datagram.append(3, '\0');
+    for (const float v : group) {
+      std::array<Byte, 4> bytes{};
+      FloatToLittleEndian(v, bytes);
+      datagram.append(bytes.begin(), bytes.end());
+    }
+    socket.Deliver(datagram);
+  }
+  // A Plate from `lowest` at position 0 to `highest` at position `top`, straight.
+  int AddPlate(double lowest, double highest, int top) {
+    PlateRecord& plate = model.Plates.emplace_back();
+    plate.Value[2] = plate.Value[4] = lowest;
+    plate.Value[3] = plate.Value[5] = highest;
+    plate.Position[3] = plate.Position[5] = static_cast<std::int16_t>(top);
+    return model.PlateCount() - 1;
+  }
+  GaugeRecord& AddGauge(int id, int type) {
+    GaugeRecord& gauge = model.Gauges[static_cast<std::size_t>(id)];
+    gauge.GaugeType = static_cast<Byte>(type);
+    return gauge;
+  }
+  // Opens the bus and the standard ports as run control does, and prepares the gauges.
+  void Start() {
+    sim.OpenUDP();
+    serial.OpenComPorts();
+    sim.CurrentOpener = opener::kInternal;
+    for (int n = 1; n <= 9; ++n) OpenStandard(static_cast<std::size_t>(n), n, 1);
+    OpenStandard(12, 14, 1);
+    OpenStandard(13, 16, 1);
+    OpenStandard(14, 9, 2);
+    cycle.PrepareGauges();
+    cycle.StartRun();
+  }
+  // One tick; returns what went out on the gauge bus.
+  std::vector<SentCommand> Tick() {
+    Bus().Writes.clear();
+    cycle.Tick();
+    std::vector<SentCommand> all;
+    for (const auto& write : Bus().Writes) {
+      for (const auto& command : CommandsOf(write)) all.push_back(command);
+    }
+    return all;
+  }
+
+ private:
+  Serial::Ports PortPointers() {
+    Serial::Ports pointers{};
+    for (std::size_t i = 0; i < kHardwareGroups; ++i) pointers[i] = &ports[i];
+    return pointers;
+  }
+  void OpenStandard(std::size_t entry, int function, int sequenceNr) {
+    cycle.StandardPort[entry] = sim.OpenSimPort(function, sequenceNr);
+    if (cycle.StandardPort[entry] != kNoPort) sim.EnableReadSimPort(cycle.StandardPort[entry]);
+  }
+
+  std::array<std::array<float, 8>, 150> groups_{};
+};
+
+}  // namespace tvx

@@ -1,0 +1,57 @@
+#include "platform/qt/QtMessageBoxes.h"
+
+#include <QMessageBox>
+#include <algorithm>
+
+#include "base/Version.h"
+
+namespace tvx {
+
+namespace {
+
+QString ToQString(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QMessageBox* MakeBox(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons) {
+  // No parent: a message must outlive the form that it came from.
+  auto* box = new QMessageBox(icon, ToQString(kProgramTitle).trimmed(), text, buttons);
+  box->setObjectName("MessageBox");
+  box->setTextFormat(Qt::PlainText);  // file names and simulator text may look like markup
+  box->setWindowModality(Qt::ApplicationModal);
+  return box;
+}
+
+}  // namespace
+
+QtMessageBoxes::~QtMessageBoxes() {
+  for (const auto& box : standing_) delete box.data();
+}
+
+void QtMessageBoxes::Show(std::string_view text) {
+  const QString words = ToQString(text);
+  std::erase_if(standing_,
+                [](const QPointer<QMessageBox>& box) { return box.isNull() || !box->isVisible(); });
+  for (const auto& box : standing_) {
+    if (box->text() == words) {
+      box->raise();
+      return;
+    }
+  }
+  QMessageBox* box = MakeBox(QMessageBox::Information, words, QMessageBox::Ok);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  standing_.emplace_back(box);
+  box->show();  // not open(): that would make it modal to its window only, and it has none
+}
+
+int QtMessageBoxes::Ask(std::string_view text) {
+  const QPointer<QMessageBox> box =
+      MakeBox(QMessageBox::Question, ToQString(text), QMessageBox::Yes | QMessageBox::No);
+  box->setDefaultButton(QMessageBox::Yes);
+  box->setEscapeButton(QMessageBox::No);
+  const int answer = box->exec();
+  delete box.data();  // unless the program's end has done so
+  return answer == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+}
+
+}  // namespace tvx

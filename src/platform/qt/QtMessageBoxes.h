@@ -1,0 +1,25 @@
+// The program's message boxes, as Qt's own.
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <vector>
+
+#include "platform/Host.h"
+
+class QMessageBox;
+
+namespace tvx {
+
+// Every box is application-modal, has the program's title and the objectName "MessageBox".
+class QtMessageBoxes final : public MessageBoxes {
+ public:
+  ~QtMessageBoxes() override;
+  void Show(std::string_view text) override;
+  int Ask(std::string_view text) override;
+
+ private:
+  std::vector<QPointer<QMessageBox>> standing_;  // of Show; an entry empties when its box is closed
+};
+
+}  // namespace tvx

@@ -1,0 +1,160 @@
+#include "platform/qt/QtUdpSocket.h"
+
+#include <charconv>
+#include <utility>
+
+namespace tvx {
+
+namespace {
+
+// So many datagrams in one go; the rest waits for the event loop's next turn.
+constexpr int kDatagramsPerCall = 64;
+// More than the system's receive buffer holds: the end of a delivery even where a sender never stops.
+constexpr int kDatagramsBeforeRebinding = 4096;
+
+bool IsPort(std::int32_t port) {
+  return port >= 1 && port <= 65535;
+}
+
+// Four decimal numbers 0..255 with points between; nothing else, no name that would have to be looked up.
+std::optional<quint32> ParseIPv4(std::string_view text) {
+  quint32 address = 0;
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  for (int part = 0; part < 4; ++part) {
+    if (part > 0 && (at == end || *at++ != '.')) return std::nullopt;
+    unsigned value = 0;
+    const auto [next, error] = std::from_chars(at, end, value);
+    if (error != std::errc{} || next - at > 3 || value > 255) return std::nullopt;
+    address = (address << 8) | value;
+    at = next;
+  }
+  return at == end ? std::optional(address) : std::nullopt;
+}
+
+// Holds a flag for as long as a scope lasts.
+class Flag {
+ public:
+  explicit Flag(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
+  ~Flag() { flag_ = before_; }
+  Flag(const Flag&) = delete;
+  Flag& operator=(const Flag&) = delete;
+
+ private:
+  bool& flag_;
+  bool before_;
+};
+
+}  // namespace
+
+QtUdpSocket::QtUdpSocket() {
+  QObject::connect(&socket_, &QUdpSocket::readyRead, &socket_, [this] { DeliverWaiting(kDatagramsPerCall); });
+  QObject::connect(&socket_, &QUdpSocket::errorOccurred, &socket_,
+                   [this](QAbstractSocket::SocketError code) { OnError(code); });
+}
+
+QtUdpSocket::~QtUdpSocket() {
+  arrival_ = nullptr;
+  error_ = nullptr;
+  Close();
+}
+
+void QtUdpSocket::SetHandlers(ArrivalHandler arrival, ErrorHandler error) {
+  arrival_ = std::move(arrival);
+  error_ = std::move(error);
+}
+
+bool QtUdpSocket::SetUp(const UdpEndpoints& endpoints) {
+  const auto address = ParseIPv4(endpoints.remoteHost);
+  const bool samePort = IsOpen() && endpoints.localPort == localPort_;
+  if (IsOpen() && !samePort) DeliverWaiting(kDatagramsBeforeRebinding);
+  if (!address) return Fail("\"" + endpoints.remoteHost + "\" is no IPv4 address");
+  if (!IsPort(endpoints.remotePort)) return Fail("the remote port must be 1 to 65535");
+  if (!IsPort(endpoints.localPort)) return Fail("the local port must be 1 to 65535");
+  if (!samePort && !Bind(endpoints.localPort)) return false;
+  remote_.setAddress(*address);
+  remotePort_ = endpoints.remotePort;
+  lastError_.clear();
+  return true;
+}
+
+bool QtUdpSocket::Bind(std::int32_t localPort) {
+  const Flag quiet(quiet_);
+  Close();
+  // Not shared: a second program on the port would take datagrams away without a sign of it.
+  if (!socket_.bind(QHostAddress(QHostAddress::AnyIPv4), static_cast<quint16>(localPort),
+                    QAbstractSocket::DontShareAddress)) {
+    const bool taken = socket_.error() == QAbstractSocket::AddressInUseError;
+    return Fail("local port " + std::to_string(localPort) +
+                (taken ? " is used by another program" : ": " + socket_.errorString().toStdString()));
+  }
+  localPort_ = localPort;
+  return true;
+}
+
+bool QtUdpSocket::Fail(std::string words) {
+  Close();
+  lastError_ = std::move(words);
+  return false;
+}
+
+void QtUdpSocket::SetRemotePort(std::int32_t remotePort) {
+  remotePort_ = remotePort;
+}
+
+void QtUdpSocket::Close() {
+  ++life_;
+  localPort_ = 0;
+  const Flag quiet(quiet_);
+  socket_.close();
+}
+
+bool QtUdpSocket::IsOpen() const {
+  return localPort_ != 0;
+}
+
+bool QtUdpSocket::Send(ByteView datagram) {
+  if (!IsOpen() || !IsPort(remotePort_)) return false;
+  const Flag quiet(quiet_);
+  const auto size = static_cast<qint64>(datagram.size());
+  return socket_.writeDatagram(reinterpret_cast<const char*>(datagram.data()), size, remote_,
+                               static_cast<quint16>(remotePort_)) == size;
+}
+
+std::size_t QtUdpSocket::Receive(std::span<Byte> out) {
+  if (!IsOpen() || !socket_.hasPendingDatagrams()) return 0;
+  ++received_;
+  // Without the sender's address: to fill one in would allocate.
+  const qint64 count =
+      socket_.readDatagram(reinterpret_cast<char*>(out.data()), static_cast<qint64>(out.size()));
+  return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+void QtUdpSocket::DeliverWaiting(int most) {
+  const unsigned life = life_;
+  const std::uint64_t atFirst = received_;
+  for (int i = 0; i < most && life == life_ && IsOpen() && socket_.hasPendingDatagrams(); ++i) {
+    const std::uint64_t before = received_;
+    const auto size = static_cast<std::size_t>(socket_.pendingDatagramSize());
+    if (arrival_) arrival_(size);
+    if (life == life_ && received_ == before) Receive({});
+  }
+  // A datagram that the system woke us for and then threw away (a wrong checksum). Qt tells of no other
+  // before a read has been tried.
+  if (life == life_ && IsOpen() && received_ == atFirst) socket_.readDatagram(nullptr, 0);
+}
+
+void QtUdpSocket::OnError(QAbstractSocket::SocketError code) {
+  switch (code) {
+    case QAbstractSocket::ConnectionRefusedError:  // nobody listened to a datagram sent earlier
+    case QAbstractSocket::NetworkError:            // no way to it
+    case QAbstractSocket::TemporaryError:
+    case QAbstractSocket::DatagramTooLargeError:  // one that was cut
+      return;
+    default:
+      if (quiet_ || !error_) return;
+      error_(static_cast<int>(code), socket_.errorString().toStdString());
+  }
+}
+
+}  // namespace tvx

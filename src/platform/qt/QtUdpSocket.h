@@ -1,0 +1,49 @@
+// The simulator link's datagram socket, over Qt.
+#pragma once
+
+#include <QHostAddress>
+#include <QUdpSocket>
+#include <string>
+
+#include "platform/UdpSocket.h"
+
+namespace tvx {
+
+// Beyond UdpSocket's contract: a datagram that the arrival handler leaves unread is dropped, so that one can
+// never block those behind it. A datagram of length 0 is announced too. Answers of the network to a failed
+// send are no errors of the socket.
+class QtUdpSocket final : public UdpSocket {
+ public:
+  QtUdpSocket();
+  ~QtUdpSocket() override;
+  QtUdpSocket(const QtUdpSocket&) = delete;
+  QtUdpSocket& operator=(const QtUdpSocket&) = delete;
+
+  void SetHandlers(ArrivalHandler arrival, ErrorHandler error) override;
+  bool SetUp(const UdpEndpoints& endpoints) override;
+  void SetRemotePort(std::int32_t remotePort) override;
+  void Close() override;
+  bool IsOpen() const override;
+  bool Send(ByteView datagram) override;
+  std::size_t Receive(std::span<Byte> out) override;
+  std::string LastError() const override { return lastError_; }
+
+ private:
+  void DeliverWaiting(int most);
+  bool Bind(std::int32_t localPort);
+  bool Fail(std::string words);
+  void OnError(QAbstractSocket::SocketError code);
+
+  QUdpSocket socket_;
+  QHostAddress remote_;
+  std::int32_t remotePort_ = 0;
+  std::int32_t localPort_ = 0;  // bound to; 0: closed
+  ArrivalHandler arrival_;
+  ErrorHandler error_;
+  std::string lastError_;
+  std::uint64_t received_ = 0;  // datagrams taken off the socket
+  unsigned life_ = 0;           // counts bindings and closings: a handler may have done either
+  bool quiet_ = false;          // an operation reports its failure itself
+};
+
+}  // namespace tvx

@@ -35,10 +35,10 @@ std::string Line(const PortRow& row, int port, const FunctionRecord& function) {
 
 // A gauge is told by the name of its type; the other users have no type but their name.
 std::string UserText(const ConfigModel& model, const PortRow& row) {
-  if (row.OpenedBy < 0 || row.OpenedBy >= kGauges) return "Used by Gauge Type: " + opener::Text(row.OpenedBy);
+  if (row.OpenedBy < 0 || row.OpenedBy >= kGauges) return "Gauge type: " + opener::Text(row.OpenedBy);
   std::string name;
   GetGaugetypeName(model, model.Gauges[static_cast<std::size_t>(row.OpenedBy)].GaugeType, name);
-  return "Gauge type: " + name;
+  return "Used by Gauge Type: " + name;
 }
 
 }  // namespace

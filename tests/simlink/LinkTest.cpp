@@ -1,0 +1,154 @@
+// The socket's side of the link: set-up, senders, subscriptions, errors.
+#include "tests/simlink/Fixture.h"
+
+namespace tvx {
+namespace {
+
+using Link = LinkTest;
+
+TEST_F(Link, OpensWithTheConfiguredEndpointsAndKeepsTheirNumbers) {
+  model.General.RemoteIP = "10.0.0.2";
+  model.General.RemotePort = " 49010 ";
+  EXPECT_TRUE(sim.OpenUDP());
+  model.General.RemotePort = "1";  // counts only from the next opening
+  sim.SendDSEL(3);
+  const UdpEndpoints expected{"10.0.0.2", 49010, 49003};
+  EXPECT_EQ(socket.SetUps, (std::vector<UdpEndpoints>{expected, expected}));
+  EXPECT_EQ(socket.Closes, 0);  // a set-up must not throw away what has arrived
+  sim.StopSimcom();
+  EXPECT_FALSE(sim.UdpOpen());
+}
+
+TEST_F(Link, RefusesTextsThatAreNoPortNumbers) {
+  for (const char* bad : {"", " ", "abc", "0", "65536", "-1", "49000x", "49 000", "99999999999"}) {
+    model.General.LocalPort = bad;
+    EXPECT_FALSE(sim.OpenUDP()) << bad;
+    EXPECT_EQ(sim.LinkError(), "the local port \"" + std::string(bad) + "\" is no number from 1 to 65535");
+    sim.SendDSEL(1);
+    sim.SendDataChar('a');
+  }
+  model.General.RemotePort = "x";
+  EXPECT_FALSE(sim.OpenUDP());
+  EXPECT_EQ(sim.LinkError(), "the simulator's port \"x\" is no number from 1 to 65535");
+  EXPECT_TRUE(socket.SetUps.empty() && socket.Sent.empty() && boxes.shown.empty());
+
+  model.General.RemotePort = model.General.LocalPort = "65535";
+  socket.SetUpError = "local port 65535 is in use by another program";
+  EXPECT_FALSE(sim.OpenUDP());
+  EXPECT_EQ(sim.LinkError(), socket.SetUpError);
+  socket.SetUpError.clear();
+  EXPECT_TRUE(sim.OpenUDP());
+  EXPECT_EQ(sim.LinkError(), "");
+}
+
+TEST_F(Link, SomeSendersSetTheSocketUpAndOthersOnlyTheRemotePort) {
+  sim.SendDataInt(1, 0, 5);  // the socket is still closed
+  EXPECT_TRUE(socket.Sent.empty());
+  sim.SendDSEL(1);
+  sim.SendUSEL(1);
+  sim.SendXplaneRREF("a", 1, 0, 0);
+  EXPECT_EQ(socket.SetUps.size(), 3u);
+  socket.RemotePorts.clear();
+  sim.SendDataFloat(1, 0, 5);
+  sim.SendDataInt(1, 0, 5);
+  sim.SendDataChar('a');
+  sim.SendXplaneCommand("#1:c\r\n", 1);
+  sim.SendXplaneDREF("d", 1);
+  EXPECT_EQ(socket.SetUps.size(), 3u);
+  EXPECT_EQ(socket.RemotePorts, std::vector<std::int32_t>(5, 49000));
+  std::string tags;
+  for (const std::string& bytes : socket.TakeSent()) tags += bytes.substr(0, 4) + " ";
+  EXPECT_EQ(tags, "DSEL USEL RREF DATA DATA CHAR CMND DREF ");
+}
+
+TEST_F(Link, WhatDoesNotFitAPacketIsDroppedSilently) {
+  sim.OpenUDP();
+  sim.SendDSEL(256);
+  sim.SendUSEL(-1);
+  sim.SendDataFloat(1, 8, 1);
+  sim.SendDataInt(-1, 0, 1);
+  sim.SendDataChar(256);
+  sim.SendXplaneCommand("#1:a\r\n", 2);
+  sim.SendXplaneCommand("#256:a\r\n", 256);
+  sim.SendXplaneDREF(std::string(501, 'p'), 1);
+  sim.SendXplaneRREF(std::string(401, 'p'), 1, 5, 0);
+  EXPECT_TRUE(socket.Sent.empty() && boxes.shown.empty());
+  socket.SendFails = true;
+  sim.SendDSEL(1);
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(Link, CommandStopAllUnselectsGroups0To135) {
+  sim.CommandStopAll();
+  const auto sent = socket.TakeSent();
+  ASSERT_EQ(sent.size(), 136u);
+  for (std::size_t i = 0; i < sent.size(); ++i)
+    EXPECT_EQ(sent[i].substr(4, 2), std::string("0") + static_cast<char>(i));
+  sim.UdpMonitorMode = 1;
+  sim.CommandStopAll();
+  sim.UdpMonitorMode = 0;
+  model.General.BlockUSEL = 1;
+  sim.CommandStopAll();
+  sim.SendUSEL(3);
+  EXPECT_TRUE(socket.Sent.empty());
+  EXPECT_EQ(socket.SetUps.size(), 136u);
+}
+
+TEST_F(Link, RecordsSubscriptionsOnceAndCancelsThem) {
+  sim.SendXplaneRREF("a", 20, 5, 1);
+  sim.SendXplaneRREF("b", 10, 5, 1);  // the identifier is taken
+  EXPECT_EQ(boxes.shown, std::vector<std::string>{"RREF Indent: 5, already used for: a"});
+  EXPECT_EQ(socket.Sent.size(), 1u);
+  EXPECT_TRUE(sim.UdpOpen());
+  sim.SendXplaneRREF("c", 0, 5, 1);  // a cancellation is never recorded
+  sim.SendXplaneRREF("c", 9, 5, 0);
+  sim.SendXplaneRREF("d", 1, 6, 1);
+  ASSERT_EQ(sim.Rrefs().size(), 2u);
+  EXPECT_EQ(sim.Rrefs()[0].Dataref + sim.Rrefs()[1].Dataref, "ad");
+  EXPECT_EQ(socket.TakeSent().size(), 4u);
+
+  sim.ClearAllRREF();
+  EXPECT_TRUE(sim.Rrefs().empty());
+  const auto sent = socket.TakeSent();
+  ASSERT_EQ(sent.size(), 2u);
+  EXPECT_EQ(sent[0].substr(0, 15), "RREF" + Hex("00 00 00 00 00 05 00 00 00") + "a" + '\0');
+  EXPECT_EQ(sent[1].substr(9, 5), Hex("06 00 00 00") + "d");
+}
+
+TEST_F(Link, RenewsEveryGroupOnceAndEverySubscription) {
+  OpenEnabled(60, DataType::Float, 17, 0);
+  OpenEnabled(61, DataType::Float, 17, 1);
+  OpenEnabled(62, DataType::Long, 20, 0);
+  OpenEnabled(63, DataType::Long, -5, 0);
+  Define(64, DataType::Float, 33);
+  sim.OpenSimPort(64, 1);  // not enabled
+  Define(65, DataType::XplaneDataref, 44, 2).FullName = "#1:x\r\n";
+  sim.EnableReadSimPort(sim.OpenSimPort(65, 1));
+  socket.Sent.clear();
+  sim.RenewSubscriptions();
+  const auto sent = socket.TakeSent();
+  ASSERT_EQ(sent.size(), 3u);
+  EXPECT_EQ(sent[0].substr(0, 6) + sent[1].substr(0, 6),
+            "DSEL0\x11"
+            "DSEL0\x14");
+  EXPECT_EQ(sent[2].substr(5, 9), Hex("02 00 00 00 05 00 00 00") + "x");
+  EXPECT_EQ(sim.Rrefs().size(), 1u);
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(Link, ASocketErrorIsShownThenHandedOn) {
+  socket.RaiseError(1, "early");  // before anyone listens
+  int code = 0;
+  std::size_t shownBefore = 0;
+  sim.SetSocketErrorHandler([&](int c) {
+    code = c;
+    shownBefore = boxes.shown.size();
+  });
+  socket.RaiseError(10054, "reset by peer");
+  EXPECT_EQ(code, 10054);
+  ASSERT_EQ(shownBefore, 2u);
+  EXPECT_EQ(boxes.shown[1], "Error reading data via UDP: reset by peer\r\nErrorcode= 10054");
+}
+
+}  // namespace
+}  // namespace tvx

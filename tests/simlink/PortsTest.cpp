@@ -1,0 +1,290 @@
+// Opening, reading and writing simulator ports, and their listing.
+#include <cmath>
+
+#include "simlink/PortListing.h"
+#include "simlink/PortValue.h"
+#include "tests/simlink/Fixture.h"
+
+namespace tvx {
+namespace {
+
+using Ports = LinkTest;
+
+TEST_F(Ports, OpeningNumbersThemInOrder) {
+  Define(60, DataType::Float);
+  sim.CurrentOpener = opener::kYokes;
+  Byte sequence = 0;
+  Port port = 77;
+  sim.OpenSimPort(60, sequence, port);
+  EXPECT_EQ(port, 0);
+  EXPECT_EQ(sequence, 1);
+  EXPECT_EQ(sim.OpenSimPort(60, 4), 1);
+  EXPECT_EQ(sim.PortAt(0).OpenedBy, 5000);
+  EXPECT_EQ(sim.PortAt(1).SeqNr, 4);
+  for (const auto& [function, expected] :
+       {std::pair{0, kNoPort}, {-1, kNoPort}, {61, kNoPort}, {301, Port{77}}}) {
+    port = 77;
+    sim.OpenSimPort(function, sequence, port);
+    EXPECT_EQ(port, expected) << function;
+  }
+  EXPECT_EQ(sim.PortCount(), 2);
+  EXPECT_EQ(sim.PortsOpened(), 2);
+  EXPECT_TRUE(socket.Sent.empty() && boxes.shown.empty());
+  for (int i = 2; i < 32767; ++i) sim.OpenSimPort(60, 1);
+  EXPECT_EQ(sim.PortAt(32766).FunctionNr, 60);
+  EXPECT_EQ(sim.OpenSimPort(60, 1), kNoPort);
+}
+
+TEST_F(Ports, ZeroFactorsAreWarnedOf) {
+  FunctionRecord& f = Define(60, DataType::Float, 3);
+  f.Multiplier = f.Devider = 0;
+  const Port port = sim.OpenSimPort(60, 1);
+  EXPECT_EQ(boxes.shown,
+            (std::vector<std::string>{
+                "Warning: Opening Function number : 60\r\nFunction contains division by zero.",
+                "Warning: Opening Function number : 60\r\nFunction contains multiply by zero."}));
+  sim.EnableReadSimPort(port);
+  f.Devider = 1;
+  socket.Deliver(DataDatagram({{3, 5}}));
+  EXPECT_EQ(Get(port), 0);
+  EXPECT_EQ(Put(port, 5), 5);  // nothing that could be sent
+  EXPECT_EQ(socket.Sent.size(), 1u);
+}
+
+TEST_F(Ports, DatarefsSubscribeOnOpening) {
+  FunctionRecord& f = Define(60, DataType::XplaneDataref, 0, 20);
+  f.FullName = "#1:sim/a\r\n#2:sim/b\r\n";
+  f.XPVal2 = 5;
+  f.XPVal4 = 1;
+  EXPECT_EQ(sim.OpenSimPort(60, 3), 0);  // frequency 0: written only
+  EXPECT_EQ(sim.OpenSimPort(60, 2), 1);
+  Port port = 77;
+  Byte sequence = 4;
+  sim.OpenSimPort(60, sequence, port);  // no line for it
+  EXPECT_EQ(port, 77);
+  EXPECT_EQ(sim.PortCount(), 2);
+  sim.EnableReadSimPort(1);
+  sim.DisableReadSimPort(1);
+  const auto sent = socket.TakeSent();
+  ASSERT_EQ(sent.size(), 1u);
+  EXPECT_EQ(sent[0].substr(5, 15), Hex("05 00 00 00 01 00 00 00") + "sim/b" + std::string(2, '\0'));
+  Put(1, 2.5f);
+  sim.NewSeqNr(1, 0);  // counts as 1
+  Put(1, 2.5f);
+  EXPECT_EQ(socket.Sent[0].bytes.substr(0, 14), "DREF0" + FloatBytes(2.5f) + "sim/b");
+  EXPECT_EQ(socket.Sent[1].bytes.substr(9, 5), "sim/a");
+}
+
+TEST_F(Ports, EnablingSelectsAndDisablingUnselectsTheGroup) {
+  OpenEnabled(60, DataType::Float, 17);
+  FunctionRecord& f = Define(61, DataType::XplaneCmnd, 20);
+  f.XPindex3 = 21;
+  const Port port = sim.OpenSimPort(61, 1);
+  sim.EnableReadSimPort(port);
+  sim.NewSeqNr(port, 3);
+  sim.DisableReadSimPort(port);
+  sim.DisableReadSimPort(0);
+  for (const Port none : {Port{2}, Port{32768}, kNoPort}) {
+    sim.EnableReadSimPort(none);
+    sim.DisableReadSimPort(none);
+    sim.NewSeqNr(none, 2);
+    EXPECT_EQ(Put(none, 5) + Get(none), 5 - 12345);
+  }
+  EXPECT_EQ(socket.TakeSent(), (std::vector<std::string>{"DSEL0\x14" + std::string(3, '\0'),
+                                                         "USEL0\x15" + std::string(3, '\0')}));
+  EXPECT_EQ(sim.PortAt(0).ReadEnabled, 1);
+  EXPECT_EQ(sim.PortAt(port).ReadEnabled, 0);
+}
+
+TEST(PortValue, EveryTypeHasItsRawValue) {
+  const auto raw = [](DataType type, int bits) {
+    PortRow row;
+    row.ByteValue = static_cast<Byte>(bits);
+    row.IntValue = static_cast<std::int16_t>(bits);
+    row.LongValue = bits;
+    row.FloatValue = 1.5f;
+    return RawValue(row, static_cast<Byte>(type));
+  };
+  const struct {
+    DataType type;
+    int bits;
+    std::optional<float> value;
+  } cases[] = {
+      {DataType::ByteType, 127, 127},       {DataType::ByteType, 128, -127},
+      {DataType::ByteType, 200, -55},       {DataType::ByteType, 255, 0},
+      {DataType::Integer, -32768, -32768},  {DataType::UnsignedInt, -1, 65534},
+      {DataType::UnsignedInt, 5, 5},        {DataType::UnsignedInt, -32768, 32767},
+      {DataType::Long, 16777217, 16777216}, {DataType::Float, 0, 1.5f},
+      {DataType::BcdCode, 0x1234, 1234},    {DataType::BcdCode, 0x9999, 9999},
+      {DataType::BcdCode, 0x123A, {}},      {DataType::XplaneCmnd, 1, {}},
+      {DataType::XplaneDataref, 0, 1.5f},   {static_cast<DataType>(8), 1, {}},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(raw(c.type, c.bits), c.value) << static_cast<int>(c.type) << " " << c.bits;
+}
+
+TEST_F(Ports, ValuesAreScaledOnReadingOnly) {
+  const Port port = OpenEnabled(60, DataType::Float, 3);
+  FunctionRecord& f = model.Functions[60];
+  f.BoxAdd = 2;
+  f.Multiplier = 3;
+  f.Devider = 4;
+  socket.Deliver(DataDatagram({{3, 10}}));
+  float raw = 0;
+  EXPECT_TRUE(sim.GetPortRaw(port, raw));
+  EXPECT_EQ(raw, 10);
+  EXPECT_EQ(Get(port), 9);
+  EXPECT_EQ(Put(port, 9), 10);
+  f.Devider = 0;
+  EXPECT_TRUE(std::isinf(Get(port)));
+}
+
+TEST_F(Ports, WritingSendsWhatTheTypeAsksFor) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  const struct {
+    DataType type;
+    float value, after;
+    std::optional<std::int32_t> sent;  // as a DATA integer; nothing: none goes out
+  } cases[] = {
+      {DataType::ByteType, 2.5f, 2.5f, 2},          {DataType::ByteType, 255.4f, 255.4f, 255},
+      {DataType::ByteType, 256, 256, {}},           {DataType::ByteType, -1, -1, {}},
+      {DataType::Integer, 40000, 32767, 32767},     {DataType::Integer, -40000, -32767, -32767},
+      {DataType::Integer, 3.5f, 3.5f, 4},           {DataType::Integer, nan, nan, {}},
+      {DataType::UnsignedInt, 40000, 40000, 40000}, {DataType::UnsignedInt, 3e9f, 3e9f, {}},
+      {DataType::BcdCode, 11850, 11850, 11850},     {DataType::BcdCode, 3e9f, 3e9f, {}},
+      {static_cast<DataType>(99), 5, 5, {}},
+  };
+  sim.OpenUDP();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(static_cast<int>(c.type)) + " " + std::to_string(c.value));
+    const Port port = OpenEnabled(60, c.type, 9, 2);
+    const float after = Put(port, c.value);
+    EXPECT_TRUE(after == c.after || std::isnan(c.after));
+    Datagram expected;
+    if (c.sent) BuildDataInt(9, 2, *c.sent, expected);
+    const auto sent = socket.TakeSent();
+    ASSERT_EQ(sent.size(), c.sent ? 1u : 0u);
+    if (!c.sent) continue;
+    EXPECT_TRUE(std::ranges::equal(View(sent[0]), expected.View()));
+  }
+  for (const DataType type : {DataType::Long, DataType::Float}) {
+    Put(OpenEnabled(60, type, 9, 0), 1.25f);
+    EXPECT_EQ(socket.TakeSent().at(0).substr(5, 8), Hex("09 00 00 00") + FloatBytes(1.25f));
+  }
+  EXPECT_EQ(Put(OpenEnabled(60, DataType::Float, 256, 0), 1), 1);  // no such group: the packet is dropped
+  EXPECT_TRUE(socket.Sent.empty());
+}
+
+TEST_F(Ports, CommandsAreChosenByValue) {
+  const Port port = OpenEnabled(60, DataType::XplaneCmnd);
+  model.Functions[60].FullName = "#1:a\r\n#2:b\r\n#9:i\r\n#0:z\r\n";
+  for (const auto& [value, after] : {std::pair{1.0f, 1.0f}, {1.6f, 1.6f}, {80, 9}, {3, 3}, {-1, -1}}) {
+    EXPECT_EQ(Put(port, value), after);
+  }
+  EXPECT_EQ(socket.TakeSent(), (std::vector<std::string>{"CMND0a", "CMND0b", "CMND0i"}));
+}
+
+TEST_F(Ports, BcdDigitsAreAddedToTheEarlierOnes) {
+  const std::pair<float, int> cases[] = {
+      {11850, 0x1850}, {5, 5}, {-12345, 0x1234}, {123456, 0x2345}, {2.5f, 3}};
+  for (const auto& [value, nibbles] : cases) EXPECT_EQ(BcdNibbles(value), nibbles) << value;
+  const Port port = OpenEnabled(60, DataType::BcdCode);
+  Put(port, 1200);
+  EXPECT_EQ(Get(port), 1200);
+  Put(port, 34);
+  EXPECT_EQ(Get(port), 1234);
+  Put(port, 8009);
+  EXPECT_EQ(sim.PortAt(port).IntValue, static_cast<std::int16_t>(0x923D));
+  EXPECT_EQ(Get(port), -12345);  // no digit any more
+}
+
+TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
+  const Port shared = OpenEnabled(60, DataType::Float), own = OpenEnabled(61, DataType::Float),
+             other = OpenEnabled(62, DataType::Float);
+  for (int i = 60; i <= 62; ++i) {
+    model.Functions[static_cast<std::size_t>(i)].FuncType = static_cast<Byte>(FunctionUse::Macro);
+    model.Functions[static_cast<std::size_t>(i)].BoxMacroNr = static_cast<std::int16_t>(i - 57);
+    model.Functions[static_cast<std::size_t>(i)].Multiplier = 7;  // not scaled
+  }
+  for (const float value : {2.5f, 40000.0f, 3.5f}) {
+    Put(shared, value);
+    Put(own, -value);
+    Put(other, value);
+  }
+  EXPECT_EQ(sim.MacroValue, 4);
+  EXPECT_EQ(Get(shared), 4);
+  EXPECT_EQ(Get(own), -4);
+  EXPECT_EQ(Get(other), -12345);
+  EXPECT_TRUE(socket.Sent.empty());
+}
+
+TEST_F(Ports, ClosingAllCancelsEverything) {
+  Define(60, DataType::XplaneDataref, 0, 20).FullName = "#1:sim/a\r\n";
+  sim.OpenSimPort(60, 1);
+  socket.Sent.clear();
+  sim.CloseAllPorts();
+  EXPECT_EQ(socket.TakeSent().size(), 137u);
+  EXPECT_EQ(sim.PortCount(), 0);
+  EXPECT_TRUE(sim.Rrefs().empty());
+  sim.CloseAllPorts();
+  EXPECT_EQ(socket.TakeSent().size(), 136u);
+  EXPECT_EQ(sim.OpenSimPort(60, 1), 0);
+}
+
+TEST_F(Ports, AreListedWithTheirUsersAndTypes) {
+  model.Gauges[7].GaugeType = 101;
+  model.Gaugetypes[11] = {101, "Altimeter"};
+  const struct {
+    int function;
+    DataType type;
+    std::int16_t opener;
+    std::string line;
+    std::vector<std::string> details;
+  } cases[] = {
+      {60,
+       DataType::Float,
+       7,
+       "000      ID:007      060           --------Float--------- F60",
+       {"Used by Gauge Type: Altimeter", "DATA (float), name: F60", "Index Nr: 10 Value Nr: 3"}},
+      {61,
+       DataType::XplaneDataref,
+       1000,
+       "001      IOM#1       061           Xplane Dataref F61",
+       {"Gauge type: IOM#1", "RREF Ident (Port#)= 1", "Frequency =3", "Dataref= sim/a"}},
+      {62,
+       DataType::XplaneDataref,
+       2000,
+       "002      IOM#2       062           Xplane Dataref F62",
+       {"Gauge type: IOM#2", "It is a RREF Write only (DREF)."}},
+      {63,
+       DataType::XplaneCmnd,
+       3000,
+       "003      INTRN       063           Xplane CMND   F63",
+       {"Gauge type: INTRN", "CMND, Dataref= #1:sim/a\r\n"}},
+      {64,
+       DataType::UnsignedInt,
+       4000,
+       "004      ENGCl       064           Unsigned Int. F64",
+       {"Gauge type: ENGCl", "DATA (float), name: F64", "Index Nr: 10 Value Nr: 3"}},
+      {5,
+       static_cast<DataType>(8),
+       5000,
+       "005      YOKES       005           Not used      F5",
+       {"Gauge type: YOKES", "DATA (float), name: F5", "Index Nr: 10 Value Nr: 3"}},
+  };
+  std::vector<std::string> lines;
+  for (const auto& c : cases) {
+    Define(c.function, c.type, 10, c.function == 62 ? 0 : 3).FullName = "#1:sim/a\r\n";
+    sim.CurrentOpener = c.opener;
+    EXPECT_EQ(PortDetails(model, sim, sim.OpenSimPort(c.function, 1)), c.details);
+    lines.push_back(c.line);
+  }
+  const PortListing listing = ListPorts(model, sim);
+  EXPECT_EQ(listing.Title, "Active Ports and Functions");
+  EXPECT_EQ(listing.Header, "Port#    Used by     Func#         Datatype      Func. Name");
+  EXPECT_EQ(listing.Lines, lines);
+  EXPECT_TRUE(PortDetails(model, sim, 6).empty());
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,201 @@
+// From a datagram's arrival to the ports' values; and that nothing is allocated on the way.
+#include <cstdlib>
+#include <new>
+
+#include "tests/simlink/Fixture.h"
+
+namespace {
+std::size_t allocations = 0;
+}
+void* operator new(std::size_t size) {
+  ++allocations;
+  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+
+namespace tvx {
+namespace {
+
+using Receive = LinkTest;
+
+TEST_F(Receive, CountsOnlyWhatItDecodesToTheEnd) {
+  OpenEnabled(60, DataType::XplaneDataref);
+  const struct {
+    const char* name;
+    std::string bytes;
+    bool counted;
+  } cases[] = {
+      {"empty", "", false},
+      {"five bytes", "DATA*", false},
+      {"no group", "DATA*x", true},
+      {"half a group", "DATA*" + std::string(18, 'x'), true},
+      {"19 of 36 bytes", "DATA*" + std::string(19, '\1'), false},
+      {"a group and a half", DataDatagram({{1, 0}}) + std::string(18, '\1'), false},
+      {"group 151", DataDatagram({{150, 0}, {151, 0}}), false},
+      {"half a record", "RREF," + std::string(4, 'x'), true},
+      {"a record and a half", RrefDatagram({{0, 1}}) + std::string(4, '\0'), false},
+      {"the spare row", RrefDatagram({{1, 1}}), false},
+      {"high byte counts", RrefDatagram({{256, 1}}), false},
+      {"echo", "DREF+" + std::string(504, 'x'), true},
+      {"beacon", "BECN0123456", true},
+      {"largest", "XXXX" + std::string(70000, 'x'), true},
+  };
+  for (const auto& c : cases) {
+    sim.PacketsReceived = 0;
+    sim.DataReceived = 0;
+    socket.Deliver(c.bytes);
+    EXPECT_EQ(sim.PacketsReceived, c.counted ? 1 : 0) << c.name;
+    EXPECT_EQ(sim.DataReceived, 1) << c.name;
+  }
+  EXPECT_EQ(sim.LastDatagram().size(), 65536u);
+  sim.PacketsReceived = 32767;
+  socket.Deliver("BECN0123456");
+  EXPECT_EQ(sim.PacketsReceived, 32767);
+}
+
+TEST_F(Receive, KeepsWhatCameBeforeAFaultAndRefreshesNothingAfterIt) {
+  const Port port = OpenEnabled(60, DataType::Float, 3, 2);
+  socket.Deliver(DataDatagram({{3, 10}, {4, 20}}));
+  EXPECT_EQ(Get(port), 12);
+  EXPECT_EQ(sim.DataValue(4, 7), 27);
+  socket.Deliver(DataDatagram({{3, 50}, {151, 0}, {4, 60}}));
+  EXPECT_EQ(sim.DataValue(3, 2), 52);
+  EXPECT_EQ(Get(port), 12);
+  EXPECT_EQ(sim.DataValue(4, 7), 27);
+  // A short datagram after a long one must not see the long one's bytes.
+  socket.Deliver(DataDatagram({{3, 70}, {4, 80}}).substr(0, 5 + 36 + 20));
+  EXPECT_EQ(sim.DataValue(3, 2), 72);
+  EXPECT_EQ(sim.DataValue(4, 7), 27);
+  for (const auto& [group, value] : {std::pair{-1, 0}, {151, 0}, {3, -1}, {3, 8}}) {
+    EXPECT_EQ(sim.DataValue(group, value), 0);
+  }
+}
+
+TEST_F(Receive, RrefValuesGoStraightToTheirRow) {
+  OpenEnabled(60, DataType::Float);
+  const Port dataref = OpenEnabled(61, DataType::XplaneDataref);
+  socket.Deliver(RrefDatagram({{0, 5}, {1, 6.5f}, {2, 7}, {0, 8}}));
+  EXPECT_EQ(sim.PortAt(0).FloatValue, 5);
+  EXPECT_EQ(Get(dataref), 6.5f);
+}
+
+TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  const struct {
+    DataType type;
+    float value;
+    std::optional<float> raw;  // as stored; nothing: it does not fit
+  } cases[] = {
+      {DataType::ByteType, 2.5f, 2},          {DataType::ByteType, 3.5f, 4},
+      {DataType::ByteType, 255.4f, 255},      {DataType::ByteType, 255.5f, {}},
+      {DataType::ByteType, -0.5f, 0},         {DataType::ByteType, -1, {}},
+      {DataType::Integer, -32768.5f, -32768}, {DataType::Integer, 32768, {}},
+      {DataType::Integer, nan, {}},           {DataType::UnsignedInt, 32767, 32767},
+      {DataType::UnsignedInt, 40000, {}},     {DataType::BcdCode, 1200.5f, 1200},
+      {DataType::Long, 1e9f, 1e9f},           {DataType::Long, 2147483648.0f, {}},
+      {DataType::Float, 1e30f, 1e30f},        {DataType::XplaneCmnd, 1e30f, 0},
+      {static_cast<DataType>(99), nan, 0},
+  };
+  const Port port = OpenEnabled(60, DataType::Float, 3), after = OpenEnabled(61, DataType::Float, 4);
+  float mark = 0, stored = 0;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(static_cast<int>(c.type)) + " " + std::to_string(c.value));
+    model.Functions[60].ComboDT = static_cast<Byte>(c.type);
+    ++mark;
+    if (c.raw) stored = mark;
+    const std::int16_t counted = sim.PacketsReceived;
+    socket.Deliver(DataDatagram({{3, c.value}, {4, mark}}));
+    const PortRow& row = sim.PortAt(port);
+    EXPECT_EQ(Get(after), stored);
+    EXPECT_EQ(sim.PacketsReceived, counted + (c.raw ? 1 : 0));
+    if (!c.raw || c.type >= DataType::XplaneCmnd) continue;
+    const float slots[] = {static_cast<float>(row.ByteValue),
+                           static_cast<float>(row.IntValue),
+                           static_cast<float>(row.IntValue),
+                           static_cast<float>(row.LongValue),
+                           row.FloatValue,
+                           static_cast<float>(row.IntValue)};
+    EXPECT_EQ(slots[static_cast<int>(c.type)], *c.raw);
+  }
+}
+
+TEST_F(Receive, OnlyEnabledAndUnblockedPortsAreRefreshed) {
+  const Port port = OpenEnabled(60, DataType::Float, 3);
+  Define(61, DataType::Float, 3);
+  const Port disabled = sim.OpenSimPort(61, 1);
+  sim.BlockPort(port, 1);
+  socket.Deliver(DataDatagram({{3, 5}}));
+  EXPECT_EQ(sim.PortAt(port).FloatValue, 0);
+  EXPECT_EQ(sim.PortAt(disabled).FloatValue, 0);
+  EXPECT_EQ(Get(port), -12345);
+  sim.BlockPort(port, 0);
+  socket.Deliver(DataDatagram({{4, 5}}));  // any group refreshes every port
+  EXPECT_EQ(Get(port), 5);
+}
+
+// A Function edited while its port is open can point anywhere.
+TEST_F(Receive, SourcesOutsideTheTableAbandonTheRest) {
+  OpenEnabled(60, DataType::Float);
+  const Port after = OpenEnabled(61, DataType::Float, 3);
+  FunctionRecord& f = model.Functions[60];
+  for (const auto& [index, value] : {std::pair{-32768, 0}, {-1, 0}, {151, 0}, {32767, 255}, {3, 8}}) {
+    f.XPindex1 = static_cast<std::int16_t>(index);
+    f.XPVal1 = static_cast<Byte>(value);
+    socket.Deliver(DataDatagram({{3, 5}}));
+    EXPECT_EQ(Get(after), 0) << index << "," << value;
+    EXPECT_EQ(sim.PacketsReceived, 0);
+  }
+  f.ComboDT = static_cast<Byte>(DataType::XplaneDataref);  // a dataref has no place in the table
+  socket.Deliver(DataDatagram({{3, 5}}));
+  EXPECT_EQ(Get(after), 5);
+}
+
+TEST_F(Receive, MonitorModeOnlyCounts) {
+  const Port port = OpenEnabled(60, DataType::Float, 3);
+  sim.UdpMonitorMode = 1;
+  socket.Deliver(DataDatagram({{3, 5}}));
+  socket.Deliver("x");
+  EXPECT_EQ(sim.PacketArrived, 1);
+  EXPECT_EQ(sim.PacketsReceived, 2);
+  EXPECT_EQ(sim.DataValue(3, 0), 0);
+  EXPECT_EQ(Get(port), 0);
+}
+
+TEST_F(Receive, KnowsForHowLongTheSimulatorIsSilent) {
+  sim.OpenUDP();
+  EXPECT_FALSE(sim.SilentForMs());
+  socket.Deliver("x");
+  clock.Advance(1500);
+  EXPECT_EQ(sim.SilentForMs(), 1500);
+  sim.OpenUDP();
+  EXPECT_FALSE(sim.SilentForMs());
+}
+
+TEST_F(Receive, AllocatesNothing) {
+  for (int i = 0; i < 300; ++i) OpenEnabled(i + 1, static_cast<DataType>(i % 9), 1 + i % 40, i % 8);
+  std::string data = "DATA*", rref = "RREF,";
+  for (int i = 1; i <= 40; ++i) data += DataDatagram({{i, 3}}).substr(5);
+  for (int i = 0; i < 180; ++i) rref += RrefDatagram({{i, 3}}).substr(5);
+  const std::string all[] = {data,
+                             rref,
+                             "DREF+1",
+                             "XXXX+1",
+                             "",
+                             DataDatagram({{1, 1e30f}}),
+                             data.substr(0, 1000),
+                             RrefDatagram({{5000, 1}})};
+  for (const std::string& bytes : all) socket.Queue(bytes);
+  const std::size_t before = allocations;
+  for (const std::string& bytes : all) sim.WinsockUDP_DataArrival(bytes.size());
+  EXPECT_EQ(allocations, before);
+  EXPECT_EQ(sim.PacketsReceived, 4);
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,1 +1,222 @@
-// Builds every part of the program and hands each what it needs.
+#include "app/Program.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QUrl>
+#include <ctime>
+
+#include "platform/linux/ComPortMap.h"
+#include "platform/qt/QtFdWatcher.h"
+#include "platform/qt/QtMessageBoxes.h"
+#include "ui/LogoFace.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kCountdownTickMs = 50;
+constexpr int kSecondMs = 1000;
+constexpr int kTransmitTickMs = 20;
+
+// Where the documentation is, seen from the program: beside it, installed with it, or in the sources that it
+// was built from; otherwise on the web.
+constexpr const char* kReadmePlaces[] = {"README.md", "../share/doc/torvex-control/manual.md",
+                                         "../share/doc/torvex-control/README.md", "../../docs/manual.md"};
+constexpr const char* kWebPage = "https://example.org/torvex-control";
+
+std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> MakePorts() {
+  std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> ports;
+  for (auto& port : ports) port = std::make_unique<LinuxSerialPort>(std::make_unique<QtFdWatcher>());
+  return ports;
+}
+
+Serial::Ports PortsOf(const std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups>& owned) {
+  Serial::Ports ports{};
+  for (std::size_t i = 0; i < owned.size(); ++i) ports[i] = owned[i].get();
+  return ports;
+}
+
+// The device behind a COM number; empty where there is none.
+std::string DeviceWords(int comNumber) {
+  const ComPortTarget target = FindComPort(comNumber);
+  if (QFileInfo::exists(ToText(target.path))) return target.device;
+  return target.linked ? target.device + ", not there" : std::string();
+}
+
+template <typename FormType>
+void UnloadForm(QPointer<FormType>& form) {
+  if (form) form->Unload();
+  form = nullptr;
+}
+
+void BringToFront(QWidget* form) {
+  form->show();
+  form->raise();
+  form->activateWindow();
+}
+
+}  // namespace
+
+Program::Program(MessageBoxes* boxes)
+    : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
+      boxes_(boxes == nullptr ? *ownBoxes_ : *boxes),
+      file_(model_, boxes_),
+      sim_(model_, socket_, boxes_, clock_),
+      ports_(MakePorts()),
+      serial_(model_, PortsOf(ports_), boxes_, loop_),
+      run_(model_, sim_, serial_, boxes_, *this, clock_, peripherals_,
+           {timers_.ProcessTimer, timers_.Timer1, timers_.WriteCmdDuringConfig}),
+      start_(model_, file_, sim_, boxes_, *this, run_,
+             {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}) {
+  // A form that makes way for the next one must not end the program.
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setWindowIcon(ProgramIcon());
+  start_.SetChanged([this] {
+    if (startForm_) startForm_->ShowView();
+  });
+  run_.SetChanged([this] {
+    if (statusForm_) statusForm_->ShowView();
+  });
+  ConnectTimers();
+}
+
+Program::~Program() {
+  ended_ = true;
+  timers_.StopAll();
+  // Whatever was opened while the program was already on its way out.
+  if (sim_.UdpOpen() || sim_.PortCount() > 0) {
+    sim_.ClearAllRREF();
+    sim_.CloseAllPorts();
+    sim_.CloseUDP();
+  }
+  serial_.CloseComPorts();
+  delete configureForm_;
+  delete portsForm_;
+  delete statusForm_;
+  delete startForm_;
+  // Forms that were unloaded, and that no event loop is left to delete.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void Program::TimerSet::StopAll() {
+  for (QtTimer* timer : {&WaitForAutostart, &TimerWaitForFS, &TimerCheckForSilence, &ProcessTimer, &Timer1,
+                         &WriteCmdDuringConfig}) {
+    timer->SetEnabled(false);
+  }
+}
+
+void Program::ConnectTimers() {
+  const auto connect = [this](QtTimer& timer, int milliseconds, auto tick) {
+    timer.SetInterval(milliseconds);
+    timer.OnTick([this, tick] {
+      if (!ended_) tick();
+    });
+  };
+  connect(timers_.WaitForAutostart, kCountdownTickMs, [this] { start_.WaitForAutostart_Tick(); });
+  connect(timers_.TimerWaitForFS, kSecondMs, [this] { start_.TimerWaitForFS_Tick(); });
+  connect(timers_.TimerCheckForSilence, kSecondMs, [] {});
+  connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });
+  connect(timers_.Timer1, kSecondMs, [this] { run_.Timer1_Tick(); });
+  connect(timers_.WriteCmdDuringConfig, kTransmitTickMs, [this] { run_.WriteCmdDuringConfig_Tick(); });
+}
+
+void Program::Exit() {
+  if (ended_) return;
+  if (statusForm_) {
+    run_.cmdExit_Click();
+  } else {
+    start_.Exit_Click();
+  }
+}
+
+void Program::ShowStartForm() {
+  if (ended_) return;
+  if (!startForm_) startForm_ = new StartForm(start_, [this] { OpenWebPage(); });
+  BringToFront(startForm_);
+}
+
+void Program::UnloadStartForm() {
+  // The configuration hangs on the start form.
+  UnloadForm(configureForm_);
+  UnloadForm(startForm_);
+}
+
+void Program::ShowStatusForm() {
+  if (ended_) return;
+  if (!statusForm_) statusForm_ = new StatusForm(run_, [this] { ShowPorts(); });
+  BringToFront(statusForm_);
+}
+
+void Program::UnloadStatusForm() {
+  UnloadForm(portsForm_);
+  UnloadForm(statusForm_);
+}
+
+void Program::ShowMainConfiguration() {
+  if (ended_) return;
+  // The start form is activated when the configuration is done with it; until then the configuration file
+  // stays the one that is being edited.
+  if (startForm_) startForm_->HoldActivation(true);
+  if (!configureForm_) {
+    configureForm_ = new MainConfigureForm(
+        model_, file_, boxes_,
+        {[this] { return HeaderForSaving(); }, &DeviceWords, [this] { ConfigurationClosed(); }}, startForm_);
+  }
+  BringToFront(configureForm_);
+}
+
+void Program::ConfigurationClosed() {
+  configureForm_ = nullptr;
+  if (ended_ || !startForm_) return;
+  startForm_->HoldActivation(false);
+  BringToFront(startForm_);
+  startForm_->Activate();
+}
+
+void Program::UnloadConfigurationForms() {
+  UnloadForm(configureForm_);
+  if (startForm_) startForm_->HoldActivation(false);
+}
+
+void Program::ShowPorts() {
+  if (!portsForm_) {
+    portsForm_ = new PortsForm(model_, sim_);
+  } else {
+    portsForm_->Refresh();
+  }
+  BringToFront(portsForm_);
+}
+
+void Program::OpenWebPage() {
+  const QString folder = QCoreApplication::applicationDirPath() + '/';
+  for (const char* place : kReadmePlaces) {
+    const QFileInfo readme(folder + QString::fromLatin1(place));
+    if (!readme.isFile()) continue;
+    QDesktopServices::openUrl(QUrl::fromLocalFile(readme.canonicalFilePath()));
+    return;
+  }
+  QDesktopServices::openUrl(QUrl(QString::fromLatin1(kWebPage)));
+}
+
+void Program::EndProgram() {
+  if (ended_) return;
+  ended_ = true;
+  timers_.StopAll();
+  UnloadConfigurationForms();
+  UnloadStatusForm();
+  UnloadStartForm();
+  loop_.End();
+}
+
+std::string Program::HeaderForSaving() const {
+  const std::tm now = clock_.LocalTime();
+  std::array<char, 32> text{};
+  std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &now);
+  const StartView& view = start_.View();
+  // A name without a version is no simulator that answered.
+  const bool answered = !view.LabelXplaneVersion.empty();
+  return BuildConfigHeader(answered ? view.SimulatorName : std::string(), view.LabelXplaneVersion,
+                           text.data());
+}
+
+}  // namespace tvx

@@ -42,6 +42,8 @@ StartForm::StartForm(StartControl& control, std::function<void()> openWebPage)
   column->addWidget(MakeButtons());
   Connect();
   SetDefaultButton(butOK);
+  RefreshFiles();
+  ShowView();
   resize(look::Margin() * 42, sizeHint().height());
   butOK->setFocus();
 }
@@ -200,7 +202,11 @@ void StartForm::showEvent(QShowEvent* event) {
   if (event->spontaneous() || held_) return;
   // Loading may ask a question, so it waits until this window stands.
   QMetaObject::invokeMethod(
-      this, [this] { if (isVisible() && !held_) Activate(); }, Qt::QueuedConnection);
+      this,
+      [this] {
+        if (isVisible() && !held_) Activate();
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace tvx

@@ -63,8 +63,8 @@ void PortsForm::ShowDetails() {
   if (port >= 0) {
     for (const std::string& line : PortDetails(model_, sim_, port)) lines.append(ToText(line));
   }
-  SetTextIfChanged(LabelDetails,
-                   lines.isEmpty() ? tr("Choose a line to see where its value comes from.") : lines.join('\n'));
+  SetTextIfChanged(LabelDetails, lines.isEmpty() ? tr("Choose a line to see where its value comes from.")
+                                                 : lines.join('\n'));
 }
 
 }  // namespace tvx

@@ -1,0 +1,99 @@
+// The whole program: every part, built once and handed what it needs, and the forms.
+#pragma once
+
+#include <QPointer>
+#include <array>
+#include <memory>
+
+#include "config/ConfigFile.h"
+#include "config/forms/MainConfigureForm.h"
+#include "core/RunControl.h"
+#include "core/Shell.h"
+#include "core/StartControl.h"
+#include "core/forms/StartForm.h"
+#include "core/forms/StatusForm.h"
+#include "hwbus/Serial.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxSerialPort.h"
+#include "platform/qt/QtHost.h"
+#include "platform/qt/QtUdpSocket.h"
+#include "simlink/SimCom.h"
+#include "simlink/forms/PortsForm.h"
+
+namespace tvx {
+
+// Needs a QApplication around it, and works in the current folder. Everything happens in the event loop.
+class Program final : private Shell {
+ public:
+  // `boxes`: the message boxes to use; nullptr for those on the screen. They must outlive the program.
+  explicit Program(MessageBoxes* boxes = nullptr);
+  ~Program() override;
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  // Shows the start form. Everything else follows from events.
+  void Begin() { ShowStartForm(); }
+  // Ends the program as its Exit buttons do, from whatever state.
+  void Exit();
+  bool Ended() const { return ended_; }
+
+  ConfigModel& Model() { return model_; }
+  SimCom& Sim() { return sim_; }
+  Serial& HardwareBus() { return serial_; }
+  StartControl& Start() { return start_; }
+  RunControl& Run() { return run_; }
+  // The forms; nullptr while one is not loaded.
+  StartForm* StartWindow() const { return startForm_; }
+  StatusForm* StatusWindow() const { return statusForm_; }
+  MainConfigureForm* ConfigurationWindow() const { return configureForm_; }
+  PortsForm* PortsWindow() const { return portsForm_; }
+  // The timers that the forms' logic switches.
+  struct TimerSet {
+    QtTimer WaitForAutostart{"WaitForAutostart"};
+    QtTimer TimerWaitForFS{"TimerWaitForFS"};
+    QtTimer TimerCheckForSilence{"TimerCheckForSilence"};
+    QtTimer ProcessTimer{"ProcessTimer"};
+    QtTimer Timer1{"Timer1"};
+    QtTimer WriteCmdDuringConfig{"WriteCmdDuringConfig"};
+    void StopAll();
+  };
+  const TimerSet& Timers() const { return timers_; }
+
+ private:
+  void ShowStartForm() override;
+  void UnloadStartForm() override;
+  void ShowStatusForm() override;
+  void UnloadStatusForm() override;
+  void ShowMainConfiguration() override;
+  void UnloadConfigurationForms() override;
+  void OpenWebPage() override;
+  void EndProgram() override;
+
+  void ConnectTimers();
+  void ConfigurationClosed();
+  void ShowPorts();
+  std::string HeaderForSaving() const;
+
+  std::unique_ptr<MessageBoxes> ownBoxes_;
+  MessageBoxes& boxes_;
+  LinuxClock clock_;
+  QtEventLoop loop_;
+  ConfigModel model_;
+  ConfigFile file_;
+  QtUdpSocket socket_;
+  SimCom sim_;
+  std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> ports_;
+  Serial serial_;
+  Peripherals peripherals_{};  // none yet: their buttons stay hidden
+  TimerSet timers_;
+  RunControl run_;
+  StartControl start_;
+  bool ended_ = false;
+
+  QPointer<StartForm> startForm_;
+  QPointer<StatusForm> statusForm_;
+  QPointer<MainConfigureForm> configureForm_;
+  QPointer<PortsForm> portsForm_;
+};
+
+}  // namespace tvx

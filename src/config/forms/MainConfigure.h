@@ -1,0 +1,49 @@
+// What the main configuration form does to the model, and the texts of its gauge list.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/Model.h"
+
+namespace tvx {
+
+// A way to light the faces; the list of ComboLights in its order.
+struct LightsMode {
+  std::string_view name;
+  std::int16_t setting1;  // which lights of the simulator light the faces: bit mask
+  std::int16_t setting2;  // 1 always, 2 never, 0 by the mask
+};
+inline constexpr std::array<LightsMode, 5> kLightsModes{{{"With the instrument lights", 32, 0},
+                                                         {"Always lit", 0, 1},
+                                                         {"Never lit", 0, 2},
+                                                         {"With the navigation lights", 1, 0},
+                                                         {"With any light", 63, 0}}};
+
+// The entry whose pair the model holds; nothing when none does.
+std::optional<std::size_t> LightsModeIndex(const ConfigModel& model);
+void SetLightsMode(ConfigModel& model, std::size_t index);  // index below kLightsModes.size()
+
+// One line for each gauge, in the order of GaugeIDs, its columns separated by tab characters: GaugeID, kind,
+// first Function, its sequence number, second Function, its sequence number, model, firmware version,
+// connection. Sequence numbers are shown above 1 only.
+std::vector<std::string> GaugeLines(const ConfigModel& model);
+
+// Sets fields 1..10 of the gauges 1..255 to 0.
+// ODDITY: GaugeID 0 and every gauge's GaugeSetting6 stay as they are; installations keep notes of theirs
+// there.
+void ClearAllGauges(ConfigModel& model);
+
+// The UDP settings as the form holds them.
+struct UdpSettings {
+  std::string remoteIP, remotePort, localPort;
+  bool reverseByteOrder = false;
+  bool blockUsel = false;
+};
+void SetUdp(ConfigModel& model, const UdpSettings& settings);
+
+}  // namespace tvx

@@ -1,0 +1,313 @@
+#include "config/forms/MainConfigureForm.h"
+
+#include <QHeaderView>
+#include <QIntValidator>
+#include <QRegularExpressionValidator>
+#include <QSignalBlocker>
+
+#include "config/NameTables.h"
+#include "config/forms/MainConfigure.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kOfferedPorts = 16;  // COM numbers offered, and the one in use where it is higher
+constexpr int kSlowInterval = 250;
+
+struct ComRow {
+  const char* caption;
+  const char* current;
+  const char* choice;
+  const char* button;
+  std::int16_t GeneralRecord::*field;
+};
+constexpr ComRow kComRows[] = {
+    {"&Gauge bus", "BoxCurrentComGS", "ComboComGS", "cmdSetCommport", &GeneralRecord::ComPortGS},
+    {"&Engine cluster", "BoxCurrentComEC", "ComboComEC", "cmdSetCommportEC", &GeneralRecord::ComPortEC},
+    {"IO module &1", "BoxCurrentComIOM", "ComboCOMIOM", "cmdSetCommportIOM", &GeneralRecord::ComPortIOM1},
+    {"IO module &2", "BoxCurrentComIOM2", "ComboComiOM2", "cmdSetCommportIOM2", &GeneralRecord::ComPortIOM2},
+    {"&Yoke 1", "boxCurrentComYoke1", "ComboComYoke1", "cmdSetCommportYoke1", &GeneralRecord::ComPortYoke1},
+    {"Y&oke 2", "boxCurrentComYoke2", "ComboComYoke2", "cmdSetCommportYoke2", &GeneralRecord::ComPortYoke2},
+};
+
+QString PortText(int number) {
+  return number > 0 ? "COM " + QString::number(number) : QString("not used");
+}
+
+QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
+  auto* grid = new QGridLayout(panel);
+  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
+  grid->setSpacing(look::Gap());
+  grid->addWidget(MakeLabel(name, title, "caption"), 0, 0, 1, -1);
+  return grid;
+}
+
+QLineEdit* AddEdit(QGridLayout* grid, int row, const char* name, const QString& caption,
+                   QValidator* validator) {
+  auto* edit = new QLineEdit;
+  edit->setObjectName(QString::fromLatin1(name));
+  validator->setParent(edit);
+  edit->setValidator(validator);
+  QLabel* label = MakeLabel("", caption);
+  label->setObjectName(QString::fromLatin1(name) + "Caption");
+  label->setBuddy(edit);
+  grid->addWidget(label, row, 0);
+  grid->addWidget(edit, row, 1, 1, 2);
+  return edit;
+}
+
+}  // namespace
+
+MainConfigureForm::MainConfigureForm(ConfigModel& model, ConfigFile& file, MessageBoxes& boxes,
+                                     Surroundings surroundings, QWidget* parent)
+    : Form("FrmMainConfigure", parent),
+      model_(model),
+      file_(file),
+      boxes_(boxes),
+      surroundings_(std::move(surroundings)) {
+  setWindowTitle(tr("Configuration"));
+  if (parent != nullptr) setWindowModality(Qt::WindowModal);
+  FillNameTables(model_);
+  CurrentConfigFile = MakeLabel("CurrentConfigFile");
+  CurrentConfigFile->setWordWrap(true);
+  auto* left = new QVBoxLayout;
+  left->setSpacing(look::Gap());
+  left->addWidget(MakeComPanel());
+  left->addStretch(1);
+  auto* right = new QVBoxLayout;
+  right->setSpacing(look::Gap());
+  right->addWidget(MakeUdpPanel());
+  right->addWidget(MakeTimingPanel());
+  right->addStretch(1);
+  auto* top = new QHBoxLayout;
+  top->setSpacing(look::Gap());
+  top->addLayout(left, 1);
+  top->addLayout(right, 1);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addWidget(CurrentConfigFile);
+  column->addLayout(top);
+  column->addWidget(MakeGaugePanel(), 1);
+  column->addLayout(MakeButtons());
+  LoadValues();
+  comLines_.front().choice->setFocus();
+}
+
+QWidget* MainConfigureForm::MakeComPanel() {
+  QFrame* panel = MakePanel("PanelCom");
+  QGridLayout* grid = GridIn(panel, tr("Serial port of each hardware group"), "LabelCom");
+  int row = 1;
+  for (const ComRow& com : kComRows) {
+    auto* choice = new QComboBox;
+    choice->setObjectName(QString::fromLatin1(com.choice));
+    choice->setToolTip(tr("The COM number, and the device behind it"));
+    choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    choice->setMinimumContentsLength(18);
+    QLabel* caption = MakeLabel("", tr(com.caption));
+    caption->setObjectName(QString::fromLatin1(com.choice) + "Caption");
+    caption->setBuddy(choice);
+    QPushButton* set = MakeButton(com.button, tr("Set"), tr("Takes the chosen port into the configuration"));
+    comLines_.push_back({com.field, MakeLabel(com.current), choice});
+    const std::size_t line = comLines_.size() - 1;
+    connect(set, &QPushButton::clicked, this, [this, line] { SetPort(comLines_[line]); });
+    grid->addWidget(caption, row, 0);
+    grid->addWidget(comLines_.back().current, row, 1);
+    grid->addWidget(choice, row, 2);
+    grid->addWidget(set, row++, 3);
+  }
+  grid->setColumnStretch(2, 1);
+  return panel;
+}
+
+QWidget* MainConfigureForm::MakeUdpPanel() {
+  QFrame* panel = MakePanel("PanelUdp");
+  QGridLayout* grid = GridIn(panel, tr("Link to the simulator (UDP)"), "LabelUdp");
+  const auto digits = [] { return new QIntValidator(1, 65535); };
+  boxRemoteIP = AddEdit(grid, 1, "boxRemoteIP", tr("&Address of the simulator's computer"),
+                        new QRegularExpressionValidator(QRegularExpression("[0-9.]{0,15}")));
+  boxRemotePort = AddEdit(grid, 2, "boxRemotePort", tr("&Port on which it listens"), digits());
+  boxLocalPort = AddEdit(grid, 3, "boxLocalPort", tr("Port on which &we listen"), digits());
+  OptionByteOrderNormal = new QRadioButton(tr("&Normal"));
+  OptionByteOrderNormal->setObjectName("OptionByteOrderNormal");
+  OptionByteOrderReverse = new QRadioButton(tr("Re&verse"));
+  OptionByteOrderReverse->setObjectName("OptionByteOrderReverse");
+  CheckBlockUsel = new QCheckBox(tr("Never &unsubscribe data groups (USEL)"));
+  CheckBlockUsel->setObjectName("CheckBlockUsel");
+  CheckBlockUsel->setToolTip(tr("For a simulator whose data output other programs use as well"));
+  QPushButton* set = MakeButton("cmdSetUDP", tr("Set"), tr("Takes these settings into the configuration"));
+  connect(set, &QPushButton::clicked, this, &MainConfigureForm::cmdSetUDP_Click);
+  grid->addWidget(MakeLabel("LabelByteOrder", tr("Byte order of the test console")), 4, 0);
+  grid->addWidget(OptionByteOrderNormal, 4, 1);
+  grid->addWidget(OptionByteOrderReverse, 4, 2);
+  grid->addWidget(CheckBlockUsel, 5, 0, 1, 2);
+  grid->addWidget(set, 5, 2, Qt::AlignRight);
+  return panel;
+}
+
+QWidget* MainConfigureForm::MakeTimingPanel() {
+  QFrame* panel = MakePanel("PanelTiming");
+  QGridLayout* grid = GridIn(panel, tr("Instruments"), "LabelTiming");
+  SliderXferTtimerProcess = new QSlider(Qt::Horizontal);
+  SliderXferTtimerProcess->setObjectName("SliderXferTtimerProcess");
+  SliderXferTtimerProcess->setRange(10, 1000);
+  SliderXferTtimerProcess->setSingleStep(10);
+  SliderXferTtimerProcess->setPageStep(50);
+  BoxXferTimerProcess = MakeLabel("BoxXferTimerProcess");
+  BoxXferTimerProcess->setMinimumWidth(look::Margin() * 3);
+  BoxXferTimerProcess->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  QPushButton* slow = MakeButton("CmdSet250", tr("250"), tr("Sets the interval to 250 milliseconds"));
+  QLabel* caption = MakeLabel("LabelXferTimer", tr("&Transfer interval, ms"));
+  caption->setBuddy(SliderXferTtimerProcess);
+  ComboLights = new QComboBox;
+  ComboLights->setObjectName("ComboLights");
+  for (const LightsMode& mode : kLightsModes) ComboLights->addItem(ToText(mode.name));
+  QLabel* lights = MakeLabel("LabelLights", tr("&Lights of the instruments"));
+  lights->setBuddy(ComboLights);
+  grid->addWidget(caption, 1, 0);
+  grid->addWidget(SliderXferTtimerProcess, 1, 1);
+  grid->addWidget(BoxXferTimerProcess, 1, 2);
+  grid->addWidget(slow, 1, 3);
+  grid->addWidget(lights, 2, 0);
+  grid->addWidget(ComboLights, 2, 1, 1, 3);
+  grid->setColumnStretch(1, 1);
+  connect(slow, &QPushButton::clicked, this, [this] { SliderXferTtimerProcess->setValue(kSlowInterval); });
+  connect(SliderXferTtimerProcess, &QSlider::valueChanged, this, [this](int milliseconds) {
+    model_.General.TransferInterval = static_cast<std::int16_t>(milliseconds);
+    model_.ConfigChanged = true;
+    BoxXferTimerProcess->setText(QString::number(milliseconds));
+  });
+  connect(ComboLights, &QComboBox::activated, this, [this](int index) {
+    if (index >= 0) SetLightsMode(model_, static_cast<std::size_t>(index));
+  });
+  return panel;
+}
+
+QWidget* MainConfigureForm::MakeGaugePanel() {
+  QFrame* panel = MakePanel("PanelGauges");
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  Configlist = new QTreeWidget;
+  Configlist->setObjectName("Configlist");
+  Configlist->setRootIsDecorated(false);
+  Configlist->setAllColumnsShowFocus(true);
+  Configlist->setHeaderLabels({tr("ID"),
+                               tr("Instrument"),
+                               tr("Function"),
+                               {},
+                               tr("Second Function"),
+                               {},
+                               tr("Model"),
+                               tr("Version"),
+                               tr("State")});
+  Configlist->setMinimumHeight(look::Margin() * 8);
+  QLabel* caption = MakeLabel("LabelGauges", tr("Gauges of this &cockpit"), "caption");
+  caption->setBuddy(Configlist);
+  column->addWidget(caption);
+  column->addWidget(Configlist, 1);
+  return panel;
+}
+
+QLayout* MainConfigureForm::MakeButtons() {
+  cmdClearConfig = MakeButton("cmdClearConfig", tr("Clear all gauges..."),
+                              tr("Takes every gauge out of the configuration; asks first"));
+  cmdSaveConfig = MakeButton("cmdSaveConfig", tr("&Save"), tr("Writes the configuration to its file"));
+  look::SetRole(cmdSaveConfig, "primary");
+  CmdClose = MakeButton("CmdClose", tr("Close"), tr("Back to the start form (Escape)"));
+  connect(cmdClearConfig, &QPushButton::clicked, this, &MainConfigureForm::cmdClearConfig_Click);
+  connect(cmdSaveConfig, &QPushButton::clicked, this, &MainConfigureForm::cmdSaveConfig_Click);
+  connect(CmdClose, &QPushButton::clicked, this, &MainConfigureForm::CmdClose_Click);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(cmdClearConfig);
+  row->addStretch(1);
+  row->addWidget(cmdSaveConfig);
+  row->addWidget(CmdClose);
+  return row;
+}
+
+void MainConfigureForm::LoadValues() {
+  const GeneralRecord& general = model_.General;
+  CurrentConfigFile->setText(tr("Configuration file: ") + ToText(model_.ConfigFileName));
+  for (const ComLine& line : comLines_) ShowPort(line);
+  boxRemoteIP->setText(ToText(general.RemoteIP));
+  boxRemotePort->setText(ToText(general.RemotePort));
+  boxLocalPort->setText(ToText(general.LocalPort));
+  (general.ByteOrderReverse == 0 ? OptionByteOrderNormal : OptionByteOrderReverse)->setChecked(true);
+  CheckBlockUsel->setChecked(general.BlockUSEL == 1);
+  {
+    const QSignalBlocker quiet(SliderXferTtimerProcess);
+    SliderXferTtimerProcess->setValue(general.TransferInterval);
+  }
+  BoxXferTimerProcess->setText(QString::number(general.TransferInterval));
+  const auto mode = LightsModeIndex(model_);
+  ComboLights->setCurrentIndex(mode ? static_cast<int>(*mode) : -1);
+  FillGauges();
+}
+
+void MainConfigureForm::ShowPort(const ComLine& line) {
+  const int number = model_.General.*line.field;
+  SetTextIfChanged(line.current, PortText(number));
+  line.choice->clear();
+  for (int offered = 0; offered <= std::max(kOfferedPorts, number); ++offered) {
+    if (offered > kOfferedPorts && offered != number) continue;
+    const QString device = offered > 0 ? ToText(surroundings_.deviceOf(offered)) : QString();
+    line.choice->addItem(PortText(offered) + (device.isEmpty() ? QString() : "  (" + device + ")"), offered);
+  }
+  line.choice->setCurrentIndex(line.choice->findData(std::max(0, number)));
+}
+
+void MainConfigureForm::SetPort(const ComLine& line) {
+  model_.General.*line.field = static_cast<std::int16_t>(line.choice->currentData().toInt());
+  model_.ConfigChanged = true;
+  SetTextIfChanged(line.current, PortText(model_.General.*line.field));
+}
+
+void MainConfigureForm::FillGauges() {
+  Configlist->clear();
+  for (const std::string& line : GaugeLines(model_)) {
+    Configlist->addTopLevelItem(new QTreeWidgetItem(ToText(line).split('\t')));
+  }
+  for (int column = 0; column < Configlist->columnCount(); ++column)
+    Configlist->resizeColumnToContents(column);
+}
+
+void MainConfigureForm::cmdSetUDP_Click() {
+  SetUdp(model_, {boxRemoteIP->text().toStdString(), boxRemotePort->text().toStdString(),
+                  boxLocalPort->text().toStdString(), !OptionByteOrderNormal->isChecked(),
+                  CheckBlockUsel->isChecked()});
+}
+
+void MainConfigureForm::cmdClearConfig_Click() {
+  if (boxes_.Ask("This will clear all gauge assignments and settings!\r\nContinue anyway?") == kAnswerNo)
+    return;
+  ClearAllGauges(model_);
+  LoadValues();
+}
+
+void MainConfigureForm::cmdSaveConfig_Click() {
+  model_.ConfigLoadFailed = false;
+  model_.General.ConfigHeader = surroundings_.header();
+  if (!file_.SaveConfigFile()) {
+    boxes_.Show("file cannot be overwritten");
+    return;
+  }
+  model_.ConfigChanged = false;
+  boxes_.Show("File saved as: " + model_.ConfigFileName);
+}
+
+void MainConfigureForm::CmdClose_Click() {
+  if (asking_) return;
+  asking_ = true;
+  const bool stay =
+      model_.ConfigChanged && boxes_.Ask("Updates are not saved; Continue anyway?") == kAnswerNo;
+  asking_ = false;
+  if (stay || Unloading()) return;
+  model_.ConfigChanged = false;
+  Unload();
+  surroundings_.closed();
+}
+
+}  // namespace tvx

@@ -1,0 +1,79 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vector>
+
+#include "hwbus/GaugeFrame.h"
+
+namespace tvx {
+namespace {
+
+TEST(GaugeFrame, CommandFramesByteForByte) {
+  const struct {
+    int gaugeID, command;
+    std::int32_t value;
+    GaugeFrame frame;
+  } cases[] = {
+      {5, 0, 0, {0x00, 0x05, 0x08, 0x01, 0x02, 0xFF}},
+      {12, 3, -300, {0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF}},
+      {5, 0, -1, {0x00, 0x05, 0x0D, 0x01, 0x02, 0xFF}},
+      {0, 7, 0, {0x00, 0x00, 0x78, 0x01, 0x02, 0xFF}},
+      {255, 15, 65535, {0x00, 0xFF, 0xFB, 0xFF, 0xFF, 0xFF}},
+      {1, 5, 1079, {0x00, 0x01, 0x59, 0x37, 0x06, 0xFF}},
+      {1, 5, 512, {0x00, 0x01, 0x5A, 0x01, 0x02, 0xFF}},
+      {1, 5, -65535, {0x00, 0x01, 0x5F, 0xFF, 0xFF, 0xFF}},
+      {1, 16, 0, {0x00, 0x01, 0x08, 0x01, 0x02, 0xFF}},  // a command's upper bits are lost
+      {1, 0x1F3, 0, {0x00, 0x01, 0x38, 0x01, 0x02, 0xFF}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.gaugeID << ' ' << c.command << ' ' << c.value);
+    EXPECT_EQ(BuildGaugeFrame(c.gaugeID, c.command, c.value), c.frame);
+  }
+}
+
+TEST(GaugeFrame, EveryMagnitudeComesBackAndHidesNoStartByte) {
+  for (std::int32_t value = -65535; value <= 65535; ++value) {
+    const auto f = BuildGaugeFrame(9, 5, value);
+    ASSERT_TRUE(f);
+    const auto& b = *f;
+    const int magnitude = ((b[4] & 0xFD) | (b[2] & 0x02)) * 256 + ((b[3] & 0xFE) | (b[2] & 0x01));
+    ASSERT_EQ((b[2] & 0x04) != 0 ? -magnitude : magnitude, value);
+    ASSERT_TRUE(b[2] != 0 && b[3] != 0 && b[4] != 0) << value;
+  }
+}
+
+TEST(GaugeFrame, WhatDoesNotFitGivesNoFrame) {
+  EXPECT_FALSE(BuildGaugeFrame(1, 5, 65536));
+  EXPECT_FALSE(BuildGaugeFrame(1, 5, -65536));
+  EXPECT_FALSE(BuildGaugeFrame(1, 5, std::numeric_limits<std::int32_t>::min()));
+  EXPECT_FALSE(BuildGaugeFrame(-1, 5, 0));
+  EXPECT_FALSE(BuildGaugeFrame(256, 5, 0));
+  EXPECT_FALSE(BuildNewGaugeIDFrame(256, 1));
+  EXPECT_FALSE(BuildNewGaugeIDFrame(1, -1));
+}
+
+TEST(GaugeFrame, NewAddressIsRawAndEndsWithABlank) {
+  EXPECT_EQ(BuildNewGaugeIDFrame(3, 200), (NewGaugeIDFrame{0x00, 0x03, 0x2C, 0xC8, 0xAA, 0xFF, 0x20}));
+  EXPECT_EQ(BuildNewGaugeIDFrame(255, 0), (NewGaugeIDFrame{0x00, 0xFF, 0x2C, 0x00, 0xAA, 0xFF, 0x20}));
+}
+
+TEST(GaugeFrame, ReplyEnvelope) {
+  std::vector<Byte> reply(kReplySize, 0x20);
+  reply.front() = 0x00;
+  reply.back() = 0xFF;
+  EXPECT_TRUE(IsReplyEnvelope(reply));
+  const auto with = [&](std::size_t at, Byte value) {
+    auto changed = reply;
+    changed[at] = value;
+    return changed;
+  };
+  EXPECT_FALSE(IsReplyEnvelope(with(0, 0x01)));
+  EXPECT_FALSE(IsReplyEnvelope(with(24, 0xFE)));
+  EXPECT_FALSE(IsReplyEnvelope(ByteView(reply).first(24)));
+  reply.insert(reply.begin() + 1, 0x20);
+  EXPECT_FALSE(IsReplyEnvelope(reply));
+  EXPECT_FALSE(IsReplyEnvelope({}));
+}
+
+}  // namespace
+}  // namespace tvx

@@ -16,6 +16,8 @@
 
 namespace tvx {
 
+extern std::size_t allocations;  // of the whole test program, AllocationCount.cpp
+
 // "44 53 00" as bytes.
 inline std::string Hex(std::string_view text) {
   std::string bytes;

@@ -1,23 +1,5 @@
 // From a datagram's arrival to the ports' values; and that nothing is allocated on the way.
-#include <cstdlib>
-#include <new>
-
 #include "tests/simlink/Fixture.h"
-
-namespace {
-std::size_t allocations = 0;
-}
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
 
 namespace tvx {
 namespace {

@@ -1,0 +1,42 @@
+// The demonstration cockpit: a single-engine light aircraft's panel.
+#pragma once
+
+#include "config/Model.h"
+
+namespace tvx::demo {
+
+// The whole configuration, always the same.
+ConfigModel DemoConfig();
+
+// Its parts.
+void AddFunctions(ConfigModel& model);
+void AddGaugesAndPlates(ConfigModel& model);
+
+// Functions that gauges show.
+enum FunctionNumber : std::int16_t {
+  kAltitude = 2,
+  kAirspeed = 1,
+  kHeading = 3,
+  kVerticalSpeed = 6,
+  kAirPressure = 8,
+  kCom1Active = 20,
+  kCourseNeedle = 33,
+  kGlideNeedle = 34,
+  kFuelLeft = 51,  // the eight of the engine cluster stand in a row, in this order
+  kFuelRight,
+  kOilTemperature,
+  kOilPressure,
+  kExhaustTemperature,
+  kFuelFlow,
+  kVacuum,
+  kAmperes,
+  kEngineSpeed,
+  kManifoldPressure,
+  kHeadTemperature,
+  kFlaps,
+  kTurnRate,
+  kLowVoltageLamp,
+  kParkingBrake,
+};
+
+}  // namespace tvx::demo

@@ -1,0 +1,183 @@
+// The demonstration's gauges and their faces.
+#include <string_view>
+#include <vector>
+
+#include "config/ConfigFile.h"
+#include "config/NameTables.h"
+#include "demo/DemoConfig.h"
+
+namespace tvx::demo {
+namespace {
+
+struct Point {
+  double value;
+  std::int16_t position;  // three to a degree, clockwise; 540 is the middle of the sweep
+};
+
+struct Face {
+  std::string_view name;
+  std::vector<Point> points;  // rising values, at most 21: the numbers that the face prints
+};
+
+enum PlateNumber : Byte {
+  kAirspeedFace,
+  kVerticalSpeedFace,
+  kHeadingFace,
+  kEngineSpeedFace,
+  kFuelLeftFace,
+  kFuelRightFace,
+  kOilTemperatureFace,
+  kOilPressureFace,
+  kExhaustFace,
+  kFuelFlowFace,
+  kManifoldFace,
+  kVacuumFace,
+  kAmperesFace,
+  kHeadTemperatureFace,
+  kFlapsFace,
+};
+
+std::vector<Face> Faces() {
+  return {
+      {"Airspeed 40-200 kt",
+       {{0, 0},
+        {40, 90},
+        {50, 147},
+        {60, 216},
+        {70, 291},
+        {80, 366},
+        {90, 438},
+        {100, 507},
+        {110, 573},
+        {120, 636},
+        {130, 696},
+        {140, 753},
+        {150, 807},
+        {160, 858},
+        {170, 906},
+        {180, 951},
+        {190, 993},
+        {200, 1032}}},
+      {"Vertical speed 2000 ft/min",
+       {{-2000, 30},
+        {-1500, 135},
+        {-1000, 258},
+        {-500, 399},
+        {0, 540},
+        {500, 681},
+        {1000, 822},
+        {1500, 945},
+        {2000, 1050}}},
+      {"Heading 0-360 degrees",
+       {{0, 0},
+        {30, 90},
+        {60, 180},
+        {90, 270},
+        {120, 360},
+        {150, 450},
+        {180, 540},
+        {210, 630},
+        {240, 720},
+        {270, 810},
+        {300, 900},
+        {330, 990},
+        {360, 1079}}},
+      {"Engine speed 0-3500 RPM",
+       {{0, 150}, {500, 246}, {1000, 351}, {1500, 462}, {2000, 579}, {2500, 699}, {3000, 816}, {3500, 930}}},
+      {"Fuel left 0-26 gal", {{0, 180}, {5, 225}, {10, 276}, {15, 330}, {20, 387}, {26, 450}}},
+      {"Fuel right 0-26 gal", {{0, 900}, {5, 855}, {10, 804}, {15, 750}, {20, 693}, {26, 630}}},
+      {"Oil temperature 75-245 F", {{75, 180}, {100, 210}, {150, 294}, {200, 384}, {245, 450}}},
+      {"Oil pressure 0-115 psi", {{0, 900}, {20, 861}, {50, 789}, {90, 690}, {115, 630}}},
+      {"Exhaust temperature 900-1700 F",
+       {{900, 150},
+        {1000, 204},
+        {1100, 264},
+        {1200, 330},
+        {1300, 402},
+        {1400, 480},
+        {1500, 564},
+        {1600, 654},
+        {1700, 750}}},
+      {"Fuel flow 0-20 gal/h", {{0, 150}, {4, 276}, {8, 423}, {12, 585}, {16, 756}, {20, 930}}},
+      {"Manifold pressure 10-35 inHg", {{10, 150}, {15, 312}, {20, 471}, {25, 627}, {30, 780}, {35, 930}}},
+      {"Vacuum 3-7 inHg", {{3, 180}, {4, 240}, {5, 315}, {6, 390}, {7, 450}}},
+      {"Amperes -60-60 A", {{-60, 900}, {-30, 831}, {0, 765}, {30, 699}, {60, 630}}},
+      {"Head temperature 100-500 F", {{100, 150}, {200, 303}, {300, 483}, {400, 690}, {500, 930}}},
+      {"Flaps 0-100 %", {{0, 270}, {33, 435}, {67, 615}, {100, 810}}},
+  };
+}
+
+// Entries 2 and 3 hold the ends of the scale, entries 4 and up its points.
+PlateRecord PlateOf(const Face& face) {
+  PlateRecord plate;
+  plate.Name = face.name;
+  const auto set = [&plate](std::size_t entry, const Point& point) {
+    plate.Value[entry] = point.value;
+    plate.Position[entry] = point.position;
+  };
+  set(2, face.points.front());
+  set(3, face.points.back());
+  for (std::size_t i = 0; i < face.points.size(); ++i) set(4 + i, face.points[i]);
+  return plate;
+}
+
+struct GaugeRow {
+  Byte id;
+  Byte type, model, version;
+  std::int16_t function1;
+  Byte plate1;
+  std::int16_t function2;
+  Byte plate2;
+};
+
+constexpr Byte kMillibarModel = 2;  // of an altimeter; model 1 shows inches
+
+constexpr GaugeRow kGaugeRows[] = {
+    {10, 4, 1, 12, kAirspeed, kAirspeedFace, 0, 0},
+    {11, 101, kMillibarModel, 14, kAltitude, 0, kAirPressure, 0},
+    {12, 4, 1, 12, kVerticalSpeed, kVerticalSpeedFace, 0, 0},
+    {13, 4, 1, 12, kHeading, kHeadingFace, 0, 0},
+    {14, 106, 1, 13, kCourseNeedle, 0, kGlideNeedle, 0},
+    {15, 1, 1, 11, kEngineSpeed, kEngineSpeedFace, 0, 0},
+    {16, 2, 1, 11, kManifoldPressure, kManifoldFace, 0, 0},
+    {17, 3, 1, 11, kFuelLeft, kFuelLeftFace, kFuelRight, kFuelRightFace},
+    {18, 6, 1, 11, kOilTemperature, kOilTemperatureFace, kOilPressure, kOilPressureFace},
+    {19, 5, 1, 12, kExhaustTemperature, kExhaustFace, kFuelFlow, kFuelFlowFace},
+    {20, 8, 1, 10, kFuelLeft, kVacuumFace, 0, kAmperesFace},  // mode 0: vacuum and amperes
+    {21, 1, 1, 11, kHeadTemperature, kHeadTemperatureFace, 0, 0},
+    {22, 1, 1, 11, kFlaps, kFlapsFace, 0, 0},
+    {23, 10, 1, 10, kLowVoltageLamp, 0, kCom1Active, 0},
+};
+
+}  // namespace
+
+void AddGaugesAndPlates(ConfigModel& model) {
+  for (const auto& face : Faces()) model.Plates.push_back(PlateOf(face));
+  for (const auto& row : kGaugeRows) {
+    GaugeRecord& gauge = model.Gauges[row.id];
+    gauge.GaugeType = row.type;
+    gauge.GaugeSetting1 = row.model;
+    gauge.GaugeSetting2 = row.version;
+    gauge.GaugeSetting3 = row.plate1;
+    gauge.GaugeFunction1 = row.function1;
+    gauge.GaugeInstance1 = 1;
+    gauge.GaugeSetting4 = row.plate2;
+    gauge.GaugeFunction2 = row.function2;
+    gauge.GaugeInstance2 = row.function2 != 0 ? 1 : 0;
+  }
+}
+
+ConfigModel DemoConfig() {
+  ConfigModel model;
+  // A date that never changes: the same program writes the same file.
+  model.General.ConfigHeader = BuildConfigHeader("X-Plane", "12.11.00", "2024-06-01 12:00:00");
+  model.General.ComPortGS = 5;
+  model.General.TransferInterval = 50;
+  model.StartDelay = 3;
+  FillNameTables(model);
+  AddFunctions(model);
+  AddGaugesAndPlates(model);
+  return model;
+}
+
+}  // namespace tvx::demo

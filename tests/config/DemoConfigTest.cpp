@@ -1,0 +1,72 @@
+// The demonstration cockpit: its committed file is the generator's, and what it says fits together.
+#include <gtest/gtest.h>
+
+#include "config/NameTables.h"
+#include "config/StartFile.h"
+#include "demo/DemoConfig.h"
+#include "tests/config/Samples.h"
+#include "tests/fakes/FakeHost.h"
+
+namespace tvx::test {
+namespace {
+
+const std::filesystem::path kDemoFolder = std::filesystem::path(TVX_SOURCE_DIR) / "demo";
+
+TEST(DemoConfig, CommittedFilesAreTheGenerators) {
+  ConfigModel model;
+  model.ConfigFileName = (kDemoFolder / "Default.cfg").string();
+  EXPECT_EQ(FileContent(model.ConfigFileName), WriteConfigText(demo::DemoConfig()))
+      << "run make-demo-config in demo/";
+  FakeMessageBoxes boxes;
+  ConfigFile(model, boxes).LoadConfigFile();
+  EXPECT_FALSE(model.ConfigLoadFailed);
+  EXPECT_TRUE(boxes.shown.empty() && boxes.asked.empty());
+  EXPECT_EQ(AllFields(model), AllFields(demo::DemoConfig()));
+  EXPECT_EQ(FileContent(kDemoFolder / kStartFileName),
+            "\"General\"\r\n\"Default.cfg\"\r\n\"Startdelay\"\r\n3\r\n\"End\"\r\n");
+}
+
+TEST(DemoConfig, FunctionsCanBeOpened) {
+  const ConfigModel model = demo::DemoConfig();
+  for (const int number : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, 14, 16, 20, 33, 34, 35, 36, 281, 300}) {
+    EXPECT_NE(model.FunctionOf(number)->ShortName, "") << number;
+  }
+  for (const auto& f : model.Functions) {
+    if (f.ShortName.empty()) continue;
+    SCOPED_TRACE(f.ShortName);
+    EXPECT_LE(f.ShortName.size(), 14u);
+    EXPECT_TRUE(f.Multiplier != 0 && f.Devider != 0 && f.boxMinimumValue < f.boxMaximumValue);
+    for (Byte seq = 1; seq <= 4; ++seq) {
+      const bool named = f.FullName.find('#' + std::to_string(seq) + ":sim/") != std::string::npos;
+      EXPECT_TRUE(!f.Is(DataType::XplaneDataref) || (f.SlotOf(seq).value > 0) == named);
+      EXPECT_TRUE(!f.Is(DataType::Float) || f.SlotOf(seq).value < 8);
+    }
+  }
+}
+
+TEST(DemoConfig, GaugesShowFunctionsThatExistOnPlatesThatRise) {
+  const ConfigModel model = demo::DemoConfig();
+  for (const auto& plate : model.Plates) {
+    SCOPED_TRACE(plate.Name);
+    std::size_t last = 4;
+    while (last < 24 && plate.Value[last + 1] > plate.Value[last]) ++last;
+    EXPECT_EQ(plate.Value[4], plate.Value[2]);
+    EXPECT_EQ(plate.Value[last], plate.Value[3]);
+    for (std::size_t k = last + 1; k < 25; ++k) EXPECT_EQ(plate.Value[k], 0);
+    for (const auto position : plate.Position) EXPECT_TRUE(position >= 0 && position < 1080);
+  }
+  std::string name;
+  for (const auto& gauge : model.Gauges) {
+    if (gauge.GaugeType == 0) continue;
+    name.clear();
+    GetGaugetypeName(model, gauge.GaugeType, name);
+    SCOPED_TRACE(name);
+    EXPECT_NE(name, "");
+    EXPECT_NE(model.FunctionOf(gauge.GaugeFunction1)->ShortName, "");
+    EXPECT_TRUE(gauge.GaugeFunction2 == 0 || !model.FunctionOf(gauge.GaugeFunction2)->ShortName.empty());
+    EXPECT_TRUE(model.PlateOf(gauge.GaugeSetting3) && model.PlateOf(gauge.GaugeSetting4));
+  }
+}
+
+}  // namespace
+}  // namespace tvx::test

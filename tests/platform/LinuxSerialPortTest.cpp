@@ -1,0 +1,276 @@
+// The real serial port, over real pseudo-terminals.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <termios.h>
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <optional>
+
+#include "Pty.h"
+#include "WaitUntil.h"
+#include "platform/linux/ComPortMap.h"
+#include "platform/linux/LinuxSerialPort.h"
+#include "platform/qt/QtFdWatcher.h"
+
+namespace tvx {
+namespace {
+
+using Bytes = std::vector<Byte>;
+
+TEST(ComPortMap, DefaultsAndLinks) {
+  const ScratchFolder folder;
+  const struct {
+    int com;
+    const char* device;
+  } defaults[] = {{1, "/dev/ttyS0"}, {4, "/dev/ttyS3"}, {5, "/dev/ttyUSB0"}, {12, "/dev/ttyUSB7"}};
+  for (const auto& c : defaults) {
+    EXPECT_EQ(FindComPort(c.com).path, c.device);
+    EXPECT_EQ(FindComPort(c.com).device, c.device);
+    EXPECT_FALSE(FindComPort(c.com).linked);
+  }
+  EXPECT_TRUE(FindComPort(0).path.empty());
+  EXPECT_TRUE(FindComPort(-3).path.empty());
+
+  ScratchFolder::Link(5, "/dev/null");
+  EXPECT_EQ(FindComPort(5).path, "comports/com5");
+  EXPECT_EQ(FindComPort(5).device, "/dev/null");
+  ScratchFolder::Link(5, "/dev/no-such-adapter");
+  EXPECT_EQ(FindComPort(5).path, "comports/com5");
+  EXPECT_EQ(FindComPort(5).device, "comports/com5 -> /dev/no-such-adapter");
+}
+
+class LinuxSerialPortTest : public testing::Test {
+ protected:
+  LinuxSerialPortTest() {
+    ScratchFolder::Link(3, pty.Device());
+    port.SetHandler([this](SerialEvent event) {
+      if (event == SerialEvent::Received) Take(1000);
+    });
+  }
+  void Take(std::size_t most) {
+    Byte room[1000];
+    const std::size_t count = port.Read(std::span(room).first(most));
+    got.insert(got.end(), room, room + count);
+  }
+  // Sends all of it, the event loop taking its turns.
+  bool SendAll(ByteView bytes) {
+    return WaitUntil([&] {
+      bytes = bytes.subspan(pty.Send(bytes.first(std::min<std::size_t>(bytes.size(), 2048))));
+      return bytes.empty();
+    });
+  }
+  static Bytes Pattern(std::size_t size) {  // every byte value, many of them 0xFF
+    Bytes bytes(size);
+    for (std::size_t i = 0; i < size; ++i) bytes[i] = i % 3 == 0 ? 0xFF : static_cast<Byte>(i * 7 / 3);
+    return bytes;
+  }
+
+  ScratchFolder folder;
+  Pty pty;
+  LinuxSerialPort port{std::make_unique<QtFdWatcher>()};
+  Bytes got;
+};
+
+TEST_F(LinuxSerialPortTest, SetsTheLine) {
+  ASSERT_TRUE(port.Open(3));
+  EXPECT_EQ(port.Device(), pty.Device());
+  EXPECT_EQ(port.CarrierDetect(), std::nullopt);  // a pseudo-terminal has no such line
+  const int fd = open(pty.Device().c_str(), O_RDWR | O_NOCTTY);
+  termios line{};
+  ASSERT_EQ(tcgetattr(fd, &line), 0);
+  close(fd);
+  EXPECT_EQ(cfgetospeed(&line), B38400);
+  EXPECT_EQ(cfgetispeed(&line), B38400);
+  EXPECT_EQ(line.c_cflag & (CSIZE | CSTOPB | PARENB | CRTSCTS | CLOCAL | CREAD),
+            tcflag_t{CS8 | CSTOPB | CLOCAL | CREAD});
+  EXPECT_EQ(
+      line.c_iflag & (IXON | IXOFF | IGNBRK | BRKINT | ISTRIP | IGNPAR | PARMRK | INPCK | ICRNL | INLCR),
+      tcflag_t{PARMRK | INPCK});
+  EXPECT_EQ(line.c_lflag & (ICANON | ECHO | ISIG), tcflag_t{0});
+  EXPECT_EQ(line.c_oflag & OPOST, tcflag_t{0});
+}
+
+TEST_F(LinuxSerialPortTest, EveryByteTravelsBothWays) {
+  ASSERT_TRUE(port.Open(3));
+  const Bytes bytes = Pattern(20000);  // many reads: doubled bytes are cut in two
+  ASSERT_TRUE(SendAll(bytes));
+  EXPECT_TRUE(WaitUntil([&] { return got.size() >= bytes.size(); }));
+  EXPECT_EQ(got, bytes);
+
+  const Bytes frame = Pattern(600);
+  EXPECT_TRUE(port.Write(frame));
+  EXPECT_TRUE(WaitUntil([&] { return pty.Collect().size() >= frame.size(); }));
+  EXPECT_EQ(pty.Got, frame);
+}
+
+TEST_F(LinuxSerialPortTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits) {
+  port.SetReceiveThreshold(25);
+  std::vector<std::size_t> waiting;
+  bool reads = true;
+  port.SetHandler([&](SerialEvent event) {
+    ASSERT_EQ(event, SerialEvent::Received);
+    waiting.push_back(port.Waiting());
+    if (reads) Take(25);
+  });
+  ASSERT_TRUE(port.Open(3));
+  pty.Send(Bytes(24, 1));
+  ASSERT_TRUE(WaitUntil([&] { return port.Waiting() == 24; }));
+  EXPECT_TRUE(waiting.empty());
+  pty.Send(Bytes(1 + 50 + 3, 2));
+  ASSERT_TRUE(WaitUntil([&] { return got.size() == 75; }));
+  ASSERT_TRUE(WaitUntil([&] { return port.Waiting() == 3; }));
+  EXPECT_EQ(waiting.size(), 3u);
+  EXPECT_GE(*std::min_element(waiting.begin(), waiting.end()), 25u);
+
+  // A handler that reads nothing is called once for what has come, not for ever.
+  reads = false;
+  waiting.clear();
+  pty.Send(Bytes(40, 3));
+  ASSERT_TRUE(WaitUntil([&] { return port.Waiting() == 43; }));
+  EXPECT_LE(waiting.size(), 2u);
+  port.DiscardInput();
+  EXPECT_EQ(port.Waiting(), 0u);
+}
+
+TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
+  QtEventLoop loop;
+  int calls = 0;
+  port.SetReceiveThreshold(5);
+  port.SetHandler([&](SerialEvent) {
+    switch (++calls) {
+      case 1:
+        port.Close();
+        break;
+      case 2:
+        port.Open(3);
+        break;
+      case 3:  // waits for what comes next, which is delivered inside
+        Take(5);
+        pty.Send(Bytes(5, 9));
+        EXPECT_TRUE(WaitUntil([&] { return got.size() == 10; }));
+        port.SetHandler(nullptr);
+        break;
+      default:
+        Take(5);
+    }
+  });
+  ASSERT_TRUE(port.Open(3));
+  pty.Send(Bytes(10, 7));
+  ASSERT_TRUE(WaitUntil([&] { return calls == 1; }));
+  EXPECT_EQ(port.State(), SerialState::Closed);
+  ASSERT_TRUE(port.Open(3));
+  pty.Send(Bytes(5, 8));
+  ASSERT_TRUE(WaitUntil([&] { return calls == 2; }));
+  EXPECT_TRUE(port.IsOpen());
+  EXPECT_EQ(port.Waiting(), 0u);
+  pty.Send(Bytes(5, 8));
+  ASSERT_TRUE(WaitUntil([&] { return got.size() == 10; }));
+  EXPECT_EQ(calls, 4);
+}
+
+TEST_F(LinuxSerialPortTest, AFloodThatNobodyReadsIsBoundedAndTheNewestBytesStay) {
+  port.SetHandler(nullptr);
+  ASSERT_TRUE(port.Open(3));
+  ASSERT_TRUE(SendAll(Pattern(LinuxSerialPort::kInputRoom + 5000)));
+  const Bytes last{1, 2, 3, 4};
+  ASSERT_TRUE(SendAll(last));
+  EXPECT_TRUE(WaitUntil([&] { return port.Waiting() == LinuxSerialPort::kInputRoom; }));
+  EXPECT_TRUE(WaitUntil([&] {
+    Take(1000);
+    return got.size() >= 4 && std::equal(last.begin(), last.end(), got.end() - 4);
+  }));
+}
+
+TEST(ByteRing, TheOldestByteGivesWay) {
+  ByteRing<4> ring;
+  for (Byte byte = 1; byte <= 6; ++byte) ring.Push(byte);
+  Byte out[3];
+  EXPECT_EQ(ring.Pop(out), 3u);
+  EXPECT_EQ(Bytes(out, out + 3), (Bytes{3, 4, 5}));
+  ring.Push(7);
+  EXPECT_EQ(ring.Pop(out), 2u);
+  EXPECT_EQ(Bytes(out, out + 2), (Bytes{6, 7}));
+}
+
+TEST_F(LinuxSerialPortTest, AFullLineRefusesWithoutWaitingAndLosesNoByteItTook) {
+  ASSERT_TRUE(port.Open(3));
+  const Bytes batch = Pattern(1530);
+  Bytes taken;
+  const auto start = std::chrono::steady_clock::now();
+  int writes = 0;
+  while (port.Write(batch) && ++writes < 1000) taken.insert(taken.end(), batch.begin(), batch.end());
+  ASSERT_GT(writes, 0);
+  ASSERT_LT(writes, 1000);
+  EXPECT_FALSE(port.Write(batch));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
+
+  ASSERT_TRUE(WaitUntil([&] { return pty.Collect().size() >= taken.size(); }));
+  EXPECT_EQ(pty.Got, taken);
+  ASSERT_TRUE(WaitUntil([&] { return port.Write(Bytes{1, 2, 3}); }));
+  EXPECT_TRUE(WaitUntil([&] { return pty.Collect().size() == taken.size() + 3; }));
+  EXPECT_FALSE(port.Write(Bytes(LinuxSerialPort::kOutputRoom + 1)));
+}
+
+TEST_F(LinuxSerialPortTest, UnpluggingIsSeenAndALinkPointedAnewIsFollowed) {
+  ASSERT_TRUE(port.Open(3));
+  pty.Send(Bytes{1, 2, 3});
+  ASSERT_TRUE(WaitUntil([&] { return got == Bytes{1, 2, 3}; }));
+  pty.Unplug();
+  ASSERT_TRUE(WaitUntil([&] { return port.State() == SerialState::Unplugged; }));
+  EXPECT_FALSE(port.Write(Bytes{1}));
+  EXPECT_FALSE(port.Open(3));
+  EXPECT_EQ(port.State(), SerialState::NotFound);
+
+  Pty again;
+  ScratchFolder::Link(3, again.Device());
+  ASSERT_TRUE(port.Open(3));
+  EXPECT_TRUE(port.Write(Bytes{0x00, 0xFF}));
+  EXPECT_TRUE(WaitUntil([&] { return again.Collect() == (Bytes{0x00, 0xFF}); }));
+}
+
+TEST_F(LinuxSerialPortTest, AWriteSeesTheUnpluggingToo) {
+  ASSERT_TRUE(port.Open(3));
+  pty.Unplug();
+  EXPECT_FALSE(port.Write(Bytes{1}));
+  EXPECT_EQ(port.State(), SerialState::Unplugged);
+  EXPECT_EQ(port.Waiting(), 0u);
+}
+
+TEST_F(LinuxSerialPortTest, TwoUsersNeverShareALine) {
+  ASSERT_TRUE(port.Open(3));
+  LinuxSerialPort other{std::make_unique<QtFdWatcher>()};
+  EXPECT_FALSE(other.Open(3));
+  EXPECT_EQ(other.State(), SerialState::Busy);
+  ASSERT_TRUE(port.Open(3));  // the own line may be opened again and again
+  port.Close();
+  EXPECT_TRUE(other.Open(3));
+}
+
+TEST_F(LinuxSerialPortTest, WhatIsNoSerialPortIsToldApart) {
+  std::ofstream("file").put('x');
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  const struct {
+    std::string target;
+    SerialState state;
+  } cases[] = {
+      {"/dev/no-such-adapter", SerialState::NotFound},
+      {"/dev/null", SerialState::Failed},
+      {"../file", SerialState::Failed},
+      {"../pipe", SerialState::Failed},
+      {"/dev", SerialState::Failed},
+      {"com3", SerialState::NotFound},  // leads to itself
+  };
+  for (const auto& c : cases) {
+    ScratchFolder::Link(3, c.target);
+    EXPECT_FALSE(port.Open(3)) << c.target;
+    EXPECT_EQ(port.State(), c.state) << c.target;
+    EXPECT_NE(port.Device().find(c.target), std::string::npos) << port.Device();
+  }
+  EXPECT_FALSE(port.Open(0));
+  EXPECT_EQ(port.State(), SerialState::NotFound);
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
+#include "WaitUntil.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/qt/QtHost.h"
+#include "platform/qt/QtMessageBoxes.h"
+
+namespace tvx {
+namespace {
+
+QList<QMessageBox*> Standing() {
+  QList<QMessageBox*> boxes;
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* box = qobject_cast<QMessageBox*>(widget);
+    if (box != nullptr && box->isVisible()) boxes.push_back(box);
+  }
+  return boxes;
+}
+
+TEST(QtMessageBoxes, ShowReturnsAtOnceAndNeverDoublesAText) {
+  QtMessageBoxes boxes;
+  boxes.Show("a <b>text</b>");
+  boxes.Show("a <b>text</b>");
+  ASSERT_EQ(Standing().size(), 1);
+  QMessageBox* box = Standing().front();
+  EXPECT_EQ(box->text(), "a <b>text</b>");
+  EXPECT_EQ(box->textFormat(), Qt::PlainText);
+  EXPECT_EQ(box->windowTitle(), "Control Program for X-Plane Simulator");
+  EXPECT_EQ(box->objectName(), "MessageBox");
+  EXPECT_EQ(box->windowModality(), Qt::ApplicationModal);
+  EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+  boxes.Show("another");
+  EXPECT_EQ(Standing().size(), 2);
+
+  box->button(QMessageBox::Ok)->click();
+  ASSERT_TRUE(WaitUntil([] { return Standing().size() == 1; }));
+  boxes.Show("a <b>text</b>");  // closed meanwhile: it may come again
+  EXPECT_EQ(Standing().size(), 2);
+  for (QMessageBox* open : Standing()) open->close();
+}
+
+TEST(QtMessageBoxes, AskGivesTheAnswer) {
+  const struct {
+    const char* what;
+    void (*act)(QMessageBox*);
+    int answer;
+  } cases[] = {
+      {"Yes", [](QMessageBox* b) { b->button(QMessageBox::Yes)->click(); }, kAnswerYes},
+      {"No", [](QMessageBox* b) { b->button(QMessageBox::No)->click(); }, kAnswerNo},
+      {"Return", [](QMessageBox* b) { b->defaultButton()->click(); }, kAnswerYes},
+      {"closing", [](QMessageBox* b) { b->close(); }, kAnswerNo},
+      {"Escape", [](QMessageBox* b) { b->reject(); }, kAnswerNo},
+  };
+  QtMessageBoxes boxes;
+  for (const auto& c : cases) {
+    int answered = 0;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+      if (Standing().isEmpty()) return;
+      ++answered;
+      c.act(Standing().front());
+    });
+    poll.start(1);
+    EXPECT_EQ(boxes.Ask("really?"), c.answer) << c.what;
+    EXPECT_EQ(answered, 1) << c.what;
+  }
+}
+
+TEST(QtEventLoop, YieldComesBackAndEventsRunInside) {
+  const LinuxClock clock;
+  QtEventLoop loop;
+  bool ran = false;
+  QTimer::singleShot(0, [&] { ran = true; });
+  const auto start = clock.MonotonicMs();
+  for (int i = 0; i < 10; ++i) loop.Yield();
+  EXPECT_TRUE(ran);
+  EXPECT_LT(clock.MonotonicMs() - start, 1000);
+  EXPECT_FALSE(loop.Ending());
+  loop.End();
+  EXPECT_TRUE(loop.Ending());
+}
+
+TEST(QtTimer, TicksOnlyWhileEnabled) {
+  QtTimer timer("ProcessTimer");
+  int ticks = 0;
+  timer.SetInterval(0);
+  timer.OnTick([&] { ++ticks; });
+  EXPECT_FALSE(timer.Enabled());
+  timer.SetEnabled(true);
+  ASSERT_TRUE(WaitUntil([&] { return ticks >= 3; }));
+  timer.SetEnabled(false);
+  const int before = ticks;
+  bool later = false;
+  QTimer::singleShot(20, [&] { later = true; });
+  ASSERT_TRUE(WaitUntil([&] { return later; }));
+  EXPECT_EQ(ticks, before);
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,162 @@
+// The real datagram socket, over loopback.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <vector>
+
+#include "WaitUntil.h"
+#include "platform/qt/QtUdpSocket.h"
+
+namespace tvx {
+namespace {
+
+using Bytes = std::vector<Byte>;
+
+std::int32_t FreePort() {
+  QUdpSocket socket;
+  socket.bind(QHostAddress(QHostAddress::AnyIPv4), 0);
+  return socket.localPort();
+}
+
+class QtUdpSocketTest : public testing::Test {
+ protected:
+  QtUdpSocketTest() {
+    socket.SetHandlers(
+        [this](std::size_t bytesTotal) {
+          totals.push_back(bytesTotal);
+          if (!reads) return;
+          Byte room[100];
+          const std::size_t count = socket.Receive(room);
+          got.emplace_back(room, room + count);
+        },
+        [this](int, std::string_view) { ++errors; });
+    sim.bind(QHostAddress(QHostAddress::LocalHost), 0);
+    here = {"127.0.0.1", sim.localPort(), FreePort()};
+  }
+  void FromSim(const Bytes& bytes) {
+    sim.writeDatagram(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()),
+                      QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(here.localPort));
+  }
+
+  QtUdpSocket socket;
+  QUdpSocket sim;
+  UdpEndpoints here;
+  std::vector<std::size_t> totals;
+  std::vector<Bytes> got;
+  bool reads = true;
+  int errors = 0;
+};
+
+TEST_F(QtUdpSocketTest, DatagramsTravelBothWaysAndTheRemotePortCanChange) {
+  ASSERT_TRUE(socket.SetUp(here)) << socket.LastError();
+  EXPECT_TRUE(socket.Send(Bytes{'D', 'S', 0, 0xFF}));
+  ASSERT_TRUE(WaitUntil([&] { return sim.hasPendingDatagrams(); }));
+  char room[10];
+  EXPECT_EQ(sim.readDatagram(room, sizeof room), 4);
+  FromSim({1, 2, 3});
+  FromSim({4});
+  ASSERT_TRUE(WaitUntil([&] { return got.size() == 2; }));
+  EXPECT_EQ(got, (std::vector<Bytes>{{1, 2, 3}, {4}}));
+  EXPECT_EQ(totals, (std::vector<std::size_t>{3, 1}));
+
+  QUdpSocket other;
+  other.bind(QHostAddress(QHostAddress::LocalHost), 0);
+  socket.SetRemotePort(other.localPort());
+  EXPECT_TRUE(socket.Send(Bytes{9}));
+  EXPECT_TRUE(WaitUntil([&] { return other.hasPendingDatagrams(); }));
+}
+
+TEST_F(QtUdpSocketTest, ARepeatedSetUpLosesNothingThatHasArrived) {
+  ASSERT_TRUE(socket.SetUp(here));
+  FromSim({1});
+  ASSERT_TRUE(socket.SetUp(here));
+  FromSim({2});
+  UdpEndpoints elsewhere = here;
+  elsewhere.localPort = FreePort();
+  ASSERT_TRUE(socket.SetUp(elsewhere));
+  EXPECT_EQ(got, (std::vector<Bytes>{{1}, {2}}));  // handed over before the port was given up
+  FromSim({3});                                    // nobody is there any more
+  here = elsewhere;
+  FromSim({4});
+  ASSERT_TRUE(WaitUntil([&] { return got.size() == 3; }));
+  EXPECT_EQ(got.back(), Bytes{4});
+}
+
+TEST_F(QtUdpSocketTest, ATakenPortAndBadAddressesAreRefusedInWords) {
+  QUdpSocket taker;
+  ASSERT_TRUE(taker.bind(QHostAddress(QHostAddress::AnyIPv4), 0));
+  const struct {
+    UdpEndpoints endpoints;
+    const char* words;
+  } cases[] = {
+      {{"127.0.0.1", 49000, taker.localPort()}, "is used by another program"},
+      {{"", 49000, here.localPort}, "no IPv4 address"},
+      {{"localhost", 49000, here.localPort}, "\"localhost\" is no IPv4 address"},
+      {{"127.0.0.256", 49000, here.localPort}, "no IPv4 address"},
+      {{"127.0.1", 49000, here.localPort}, "no IPv4 address"},
+      {{"127.0.0.1.", 49000, here.localPort}, "no IPv4 address"},
+      {{" 127.0.0.1", 49000, here.localPort}, "no IPv4 address"},
+      {{"127.0.0.1", 0, here.localPort}, "remote port"},
+      {{"127.0.0.1", 65536, here.localPort}, "remote port"},
+      {{"127.0.0.1", 49000, -1}, "local port"},
+  };
+  for (const auto& c : cases) {
+    ASSERT_TRUE(socket.SetUp(here));
+    EXPECT_TRUE(socket.LastError().empty());
+    EXPECT_FALSE(socket.SetUp(c.endpoints));
+    EXPECT_NE(socket.LastError().find(c.words), std::string::npos) << socket.LastError();
+    EXPECT_FALSE(socket.IsOpen());
+    EXPECT_FALSE(socket.Send(Bytes{1}));
+  }
+  EXPECT_EQ(errors, 0);
+}
+
+TEST_F(QtUdpSocketTest, OddDatagramsNeverBlockTheNext) {
+  ASSERT_TRUE(socket.SetUp(here));
+  FromSim(Bytes(5000, 7));
+  FromSim({});
+  FromSim({1});
+  ASSERT_TRUE(WaitUntil([&] { return got.size() == 3; }));
+  EXPECT_EQ(totals, (std::vector<std::size_t>{5000, 0, 1}));
+  EXPECT_EQ(got, (std::vector<Bytes>{Bytes(100, 7), {}, {1}}));
+
+  reads = false;  // a handler that leaves them alone
+  FromSim({2});
+  FromSim({3});
+  ASSERT_TRUE(WaitUntil([&] { return totals.size() == 5; }));
+  Byte room[10];
+  EXPECT_EQ(socket.Receive(room), 0u);
+  EXPECT_EQ(errors, 0);
+}
+
+TEST_F(QtUdpSocketTest, AnAbsentSimulatorIsNoError) {
+  sim.close();
+  ASSERT_TRUE(socket.SetUp(here));
+  for (int i = 0; i < 5; ++i) EXPECT_TRUE(socket.Send(Bytes{1}));
+  EXPECT_FALSE(socket.Send(Bytes(70000)));  // the system takes no datagram of that size
+  ASSERT_TRUE(sim.bind(QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(here.remotePort)));
+  FromSim({1});
+  EXPECT_TRUE(WaitUntil([&] { return got.size() == 1; }));
+  EXPECT_EQ(errors, 0);
+}
+
+TEST_F(QtUdpSocketTest, AHandlerMayCloseTheSocket) {
+  ASSERT_TRUE(socket.SetUp(here));
+  int calls = 0;
+  socket.SetHandlers(
+      [&](std::size_t) {
+        ++calls;
+        socket.Close();
+      },
+      {});
+  FromSim({1});
+  FromSim({2});
+  ASSERT_TRUE(WaitUntil([&] { return calls > 0; }));
+  ASSERT_TRUE(socket.SetUp(here));
+  FromSim({3});
+  ASSERT_TRUE(WaitUntil([&] { return calls > 1; }));
+  EXPECT_EQ(calls, 2);
+}
+
+}  // namespace
+}  // namespace tvx

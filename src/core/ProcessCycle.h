@@ -64,8 +64,6 @@ class ProcessCycle final : private GaugeTick {
   SimCom& sim_;
   Serial& serial_;
   std::vector<ActiveGauge> gauges_;
-  std::array<std::uint8_t, 256>
-      gaugeIndex_{};  // of a GaugeID in gauges_, plus 1 is never needed: see GaugeWithID
   int ioModuleGaugeCount_ = 0;
   int pollSlotMax_ = -1;  // -1: no gauge is polled
   int pollSlot_ = 0;

@@ -33,7 +33,7 @@ class LineWriter {
   }
   template <typename Record>
   void Fields(const Record& record) {
-    Record::Fields(record, [this](std::string_view, const auto& field) { Value(field); });
+    Record::Fields(record, [this](std::string_view, const auto& field) { this->Value(field); });
     EndLine();
   }
   std::string Take() { return std::move(out_); }

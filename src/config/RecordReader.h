@@ -34,13 +34,13 @@ class RecordReader {
   template <typename Record>
   void Fields(Record& record) {
     lines_.BeginLine();
-    Record::Fields(record, [this](std::string_view name, auto& field) { Value(name, field); });
+    Record::Fields(record, [this](std::string_view name, auto& field) { this->Value(name, field); });
     lines_.EndLine();
   }
   // A line of one value for each field that `list` names to the visitor it is given.
   template <typename List>
   void EachOnItsLine(List&& list) {
-    list([this](std::string_view name, auto& field) { Single(name, field); });
+    list([this](std::string_view name, auto& field) { this->Single(name, field); });
   }
   // A line of several values, read by hand with Value.
   void BeginLine() { lines_.BeginLine(); }

@@ -96,7 +96,7 @@ class SimCom {
   const std::vector<RrefRow>& Rrefs() const { return rrefs_; }
   float DataValue(int group, int valueNumber) const;  // 0 outside 0..150, 0..7
   // Receive state of the link.
-  Byte DataReceived = 0;             // 1 on every arrival; cleared by whoever waits for the simulator
+  Byte DataReceived = 0;             // 1 on every arrival; cleared by whoever waits for it
   Byte PacketArrived = 0;            // 1 on an arrival in monitor mode
   std::int16_t PacketsReceived = 0;  // counted datagrams since the last rate display; stops at 32767
   std::int16_t UdpMonitorMode = 0;   // non-zero: datagrams are not decoded
@@ -116,29 +116,23 @@ class SimCom {
   struct PortNumbers {
     std::int32_t remote, local;  // 1..65535
   };
-
-  // socket
   bool ConvertPorts();  // the configured texts into numbers_; false when one is no port number
   bool SetUpSocket();
   void SetUpAndSend(const Datagram& datagram);
   void SendAsItIs(const Datagram& datagram);
   void OnSocketError(int code, std::string_view description);
   bool RegisterRref(std::string_view dataref, std::int32_t frequency, std::int32_t identifier);
-
-  // receive path: false where the datagram stops making sense
+  // False where the datagram stops making sense.
   bool DecodeRref();
   bool DecodeData();
   bool RefreshPorts();
   void CountPacket();
-
-  // ports
   PortRow* OpenRow(Port port);  // nothing for a port that is not open
   const PortRow* ReadableRow(Port port) const;
   const FunctionRecord& FunctionOf(const PortRow& row) const;
   std::optional<float> RawOrMacro(const PortRow& row) const;
   void PutMacro(PortRow& row, const FunctionRecord& function, float value);
   std::optional<float> SendRaw(PortRow& row, const FunctionRecord& function, float raw);
-  void WarnOfZeroFactors(int function, const FunctionRecord& record);
 
   const ConfigModel& model_;
   UdpSocket& socket_;

@@ -21,6 +21,12 @@ int EntryOf(Byte sequenceNr) {
   return sequenceNr == 0 ? 1 : sequenceNr;
 }
 
+void WarnOfZeroFactors(MessageBoxes& boxes, int function, const FunctionRecord& record) {
+  const std::string warning = "Warning: Opening Function number : " + std::to_string(function) + "\r\n";
+  if (record.Devider == 0) boxes.Show(warning + "Function contains division by zero.");
+  if (record.Multiplier == 0) boxes.Show(warning + "Function contains multiply by zero.");
+}
+
 }  // namespace
 
 const FunctionRecord& SimCom::FunctionOf(const PortRow& row) const {
@@ -37,12 +43,6 @@ const PortRow* SimCom::ReadableRow(Port port) const {
   return row.ReadEnabled != 0 && row.Blocked == 0 ? &row : nullptr;
 }
 
-void SimCom::WarnOfZeroFactors(int function, const FunctionRecord& record) {
-  const std::string warning = "Warning: Opening Function number : " + std::to_string(function) + "\r\n";
-  if (record.Devider == 0) boxes_.Show(warning + "Function contains division by zero.");
-  if (record.Multiplier == 0) boxes_.Show(warning + "Function contains multiply by zero.");
-}
-
 void SimCom::OpenSimPort(int function, Byte& sequenceNr, Port& port) {
   if (function > 300) return;
   const FunctionRecord* record = function < 1 ? nullptr : model_.FunctionOf(function);
@@ -50,7 +50,7 @@ void SimCom::OpenSimPort(int function, Byte& sequenceNr, Port& port) {
     port = kNoPort;
     return;
   }
-  WarnOfZeroFactors(function, *record);
+  WarnOfZeroFactors(boxes_, function, *record);
   const Byte sequence = static_cast<Byte>(EntryOf(sequenceNr));
   std::optional<std::string_view> dataref;
   const Byte frequency = record->SlotOf(sequence).value;

@@ -13,11 +13,11 @@ std::string Text(const Datagram& d) {
 struct Built {
   const char* name;
   bool (*build)(Datagram&);
-  std::string expected;  // empty: refused
+  std::string expected;
 };
 
 TEST(Packets, AreBuiltByteForByte) {
-  const std::string longest(500, 'p'), host = "10.0.0.2";
+  const std::string longest(500, 'p');
   const std::string m999f = Hex("00 C0 79 C4"), m999i = Hex("FF FF FC 19");
   const auto times = [](int n, const std::string& s) {
     std::string all;
@@ -27,38 +27,29 @@ TEST(Packets, AreBuiltByteForByte) {
   const Built cases[] = {
       {"DSEL", [](Datagram& d) { return BuildDSEL(20, d); }, Hex("44 53 45 4C 30 14 00 00 00")},
       {"USEL", [](Datagram& d) { return BuildUSEL(255, d); }, Hex("55 53 45 4C 30 FF 00 00 00")},
-      {"DSEL 256", [](Datagram& d) { return BuildDSEL(256, d); }, ""},
-      {"USEL -1", [](Datagram& d) { return BuildUSEL(-1, d); }, ""},
       {"float", [](Datagram& d) { return BuildDataFloat(8, 0, 1.0f, d); },
        Hex("44 41 54 41 30 08 00 00 00 00 00 80 3F") + times(7, m999f)},
       {"integer", [](Datagram& d) { return BuildDataInt(8, 2, 1, d); },
        Hex("44 41 54 41 30 08 00 00 00") + times(2, m999i) + Hex("00 00 00 01") + times(5, m999i)},
       {"negative integer", [](Datagram& d) { return BuildDataInt(255, 7, -2, d); },
        Hex("44 41 54 41 30 FF 00 00 00") + times(7, m999i) + Hex("FF FF FF FE")},
-      {"DATA group 256", [](Datagram& d) { return BuildDataFloat(256, 0, 1, d); }, ""},
-      {"DATA value 8", [](Datagram& d) { return BuildDataInt(1, 8, 1, d); }, ""},
       {"CHAR", [](Datagram& d) { return BuildCHAR('x', "10.0.0.2", d); }, "CHAR0x10.0.0.20000000"},
       {"CHAR long host", [](Datagram& d) { return BuildCHAR(1, "255.255.255.255.9", d); },
        "CHAR0\x01"
        "255.255.255.255"},
-      {"CHAR 256", [](Datagram& d) { return BuildCHAR(256, "", d); }, ""},
       {"CMND", [](Datagram& d) { return BuildCMND("sim/b", d); }, "CMND0sim/b"},
-      {"CMND too long", [](Datagram& d) { return BuildCMND(std::string(1401, 'p'), d); }, ""},
       {"DREF", [](Datagram& d) { return BuildDREF("a/b", 1.0f, d); },
        "DREF0" + Hex("00 00 80 3F") + "a/b" + kZeros.substr(0, 497)},
       {"DREF longest", [](Datagram& d) { return BuildDREF(std::string(500, 'p'), 1.0f, d); },
        "DREF0" + Hex("00 00 80 3F") + longest},
-      {"DREF too long", [](Datagram& d) { return BuildDREF(std::string(501, 'p'), 1.0f, d); }, ""},
       {"RREF", [](Datagram& d) { return BuildRREF("a/b", 20, 7, d); },
        Hex("52 52 45 46 00 14 00 00 00 07 00 00 00") + "a/b" + kZeros.substr(0, 397)},
       {"RREF longest", [](Datagram& d) { return BuildRREF(std::string(400, 'p'), 0, 0, d); },
        "RREF" + kZeros.substr(0, 9) + longest.substr(0, 400)},
-      {"RREF too long", [](Datagram& d) { return BuildRREF(std::string(401, 'p'), 1, 1, d); }, ""},
   };
   for (const Built& c : cases) {
     Datagram packet;
-    EXPECT_EQ(c.build(packet), !c.expected.empty()) << c.name;
-    if (c.expected.empty()) continue;
+    EXPECT_TRUE(c.build(packet)) << c.name;
     EXPECT_EQ(Text(packet), c.expected) << c.name;
   }
 }

@@ -8,10 +8,11 @@
 namespace tvx {
 namespace {
 
+using enum DataType;
 using Ports = LinkTest;
 
 TEST_F(Ports, OpeningNumbersThemInOrder) {
-  Define(60, DataType::Float);
+  Define(60, Float);
   sim.CurrentOpener = opener::kYokes;
   Byte sequence = 0;
   Port port = 77;
@@ -36,7 +37,7 @@ TEST_F(Ports, OpeningNumbersThemInOrder) {
 }
 
 TEST_F(Ports, ZeroFactorsAreWarnedOf) {
-  FunctionRecord& f = Define(60, DataType::Float, 3);
+  FunctionRecord& f = Define(60, Float, 3);
   f.Multiplier = f.Devider = 0;
   const Port port = sim.OpenSimPort(60, 1);
   EXPECT_EQ(boxes.shown,
@@ -52,7 +53,7 @@ TEST_F(Ports, ZeroFactorsAreWarnedOf) {
 }
 
 TEST_F(Ports, DatarefsSubscribeOnOpening) {
-  FunctionRecord& f = Define(60, DataType::XplaneDataref, 0, 20);
+  FunctionRecord& f = Define(60, XplaneDataref, 0, 20);
   f.FullName = "#1:sim/a\r\n#2:sim/b\r\n";
   f.XPVal2 = 5;
   f.XPVal4 = 1;
@@ -76,8 +77,8 @@ TEST_F(Ports, DatarefsSubscribeOnOpening) {
 }
 
 TEST_F(Ports, EnablingSelectsAndDisablingUnselectsTheGroup) {
-  OpenEnabled(60, DataType::Float, 17);
-  FunctionRecord& f = Define(61, DataType::XplaneCmnd, 20);
+  OpenEnabled(60, Float, 17);
+  FunctionRecord& f = Define(61, XplaneCmnd, 20);
   f.XPindex3 = 21;
   const Port port = sim.OpenSimPort(61, 1);
   sim.EnableReadSimPort(port);
@@ -110,21 +111,21 @@ TEST(PortValue, EveryTypeHasItsRawValue) {
     int bits;
     std::optional<float> value;
   } cases[] = {
-      {DataType::ByteType, 127, 127},       {DataType::ByteType, 128, -127},
-      {DataType::ByteType, 200, -55},       {DataType::ByteType, 255, 0},
-      {DataType::Integer, -32768, -32768},  {DataType::UnsignedInt, -1, 65534},
-      {DataType::UnsignedInt, 5, 5},        {DataType::UnsignedInt, -32768, 32767},
-      {DataType::Long, 16777217, 16777216}, {DataType::Float, 0, 1.5f},
-      {DataType::BcdCode, 0x1234, 1234},    {DataType::BcdCode, 0x9999, 9999},
-      {DataType::BcdCode, 0x123A, {}},      {DataType::XplaneCmnd, 1, {}},
-      {DataType::XplaneDataref, 0, 1.5f},   {static_cast<DataType>(8), 1, {}},
+      {ByteType, 127, 127},       {ByteType, 128, -127},
+      {ByteType, 200, -55},       {ByteType, 255, 0},
+      {Integer, -32768, -32768},  {UnsignedInt, -1, 65534},
+      {UnsignedInt, 5, 5},        {UnsignedInt, -32768, 32767},
+      {Long, 16777217, 16777216}, {Float, 0, 1.5f},
+      {BcdCode, 0x1234, 1234},    {BcdCode, 0x9999, 9999},
+      {BcdCode, 0x123A, {}},      {XplaneCmnd, 1, {}},
+      {XplaneDataref, 0, 1.5f},   {static_cast<DataType>(8), 1, {}},
   };
   for (const auto& c : cases)
     EXPECT_EQ(raw(c.type, c.bits), c.value) << static_cast<int>(c.type) << " " << c.bits;
 }
 
 TEST_F(Ports, ValuesAreScaledOnReadingOnly) {
-  const Port port = OpenEnabled(60, DataType::Float, 3);
+  const Port port = OpenEnabled(60, Float, 3);
   FunctionRecord& f = model.Functions[60];
   f.BoxAdd = 2;
   f.Multiplier = 3;
@@ -146,12 +147,18 @@ TEST_F(Ports, WritingSendsWhatTheTypeAsksFor) {
     float value, after;
     std::optional<std::int32_t> sent;  // as a DATA integer; nothing: none goes out
   } cases[] = {
-      {DataType::ByteType, 2.5f, 2.5f, 2},          {DataType::ByteType, 255.4f, 255.4f, 255},
-      {DataType::ByteType, 256, 256, {}},           {DataType::ByteType, -1, -1, {}},
-      {DataType::Integer, 40000, 32767, 32767},     {DataType::Integer, -40000, -32767, -32767},
-      {DataType::Integer, 3.5f, 3.5f, 4},           {DataType::Integer, nan, nan, {}},
-      {DataType::UnsignedInt, 40000, 40000, 40000}, {DataType::UnsignedInt, 3e9f, 3e9f, {}},
-      {DataType::BcdCode, 11850, 11850, 11850},     {DataType::BcdCode, 3e9f, 3e9f, {}},
+      {ByteType, 2.5f, 2.5f, 2},
+      {ByteType, 255.4f, 255.4f, 255},
+      {ByteType, 256, 256, {}},
+      {ByteType, -1, -1, {}},
+      {Integer, 40000, 32767, 32767},
+      {Integer, -40000, -32767, -32767},
+      {Integer, 3.5f, 3.5f, 4},
+      {Integer, nan, nan, {}},
+      {UnsignedInt, 40000, 40000, 40000},
+      {UnsignedInt, 3e9f, 3e9f, {}},
+      {BcdCode, 11850, 11850, 11850},
+      {BcdCode, 3e9f, 3e9f, {}},
       {static_cast<DataType>(99), 5, 5, {}},
   };
   sim.OpenUDP();
@@ -167,16 +174,16 @@ TEST_F(Ports, WritingSendsWhatTheTypeAsksFor) {
     if (!c.sent) continue;
     EXPECT_TRUE(std::ranges::equal(View(sent[0]), expected.View()));
   }
-  for (const DataType type : {DataType::Long, DataType::Float}) {
+  for (const DataType type : {Long, Float}) {
     Put(OpenEnabled(60, type, 9, 0), 1.25f);
     EXPECT_EQ(socket.TakeSent().at(0).substr(5, 8), Hex("09 00 00 00") + FloatBytes(1.25f));
   }
-  EXPECT_EQ(Put(OpenEnabled(60, DataType::Float, 256, 0), 1), 1);  // no such group: the packet is dropped
+  EXPECT_EQ(Put(OpenEnabled(60, Float, 256, 0), 1), 1);  // no such group: the packet is dropped
   EXPECT_TRUE(socket.Sent.empty());
 }
 
 TEST_F(Ports, CommandsAreChosenByValue) {
-  const Port port = OpenEnabled(60, DataType::XplaneCmnd);
+  const Port port = OpenEnabled(60, XplaneCmnd);
   model.Functions[60].FullName = "#1:a\r\n#2:b\r\n#9:i\r\n#0:z\r\n";
   for (const auto& [value, after] : {std::pair{1.0f, 1.0f}, {1.6f, 1.6f}, {80, 9}, {3, 3}, {-1, -1}}) {
     EXPECT_EQ(Put(port, value), after);
@@ -188,7 +195,7 @@ TEST_F(Ports, BcdDigitsAreAddedToTheEarlierOnes) {
   const std::pair<float, int> cases[] = {
       {11850, 0x1850}, {5, 5}, {-12345, 0x1234}, {123456, 0x2345}, {2.5f, 3}};
   for (const auto& [value, nibbles] : cases) EXPECT_EQ(BcdNibbles(value), nibbles) << value;
-  const Port port = OpenEnabled(60, DataType::BcdCode);
+  const Port port = OpenEnabled(60, BcdCode);
   Put(port, 1200);
   EXPECT_EQ(Get(port), 1200);
   Put(port, 34);
@@ -199,8 +206,7 @@ TEST_F(Ports, BcdDigitsAreAddedToTheEarlierOnes) {
 }
 
 TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
-  const Port shared = OpenEnabled(60, DataType::Float), own = OpenEnabled(61, DataType::Float),
-             other = OpenEnabled(62, DataType::Float);
+  const Port shared = OpenEnabled(60, Float), own = OpenEnabled(61, Float), other = OpenEnabled(62, Float);
   for (int i = 60; i <= 62; ++i) {
     model.Functions[static_cast<std::size_t>(i)].FuncType = static_cast<Byte>(FunctionUse::Macro);
     model.Functions[static_cast<std::size_t>(i)].BoxMacroNr = static_cast<std::int16_t>(i - 57);
@@ -219,7 +225,7 @@ TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
 }
 
 TEST_F(Ports, ClosingAllCancelsEverything) {
-  Define(60, DataType::XplaneDataref, 0, 20).FullName = "#1:sim/a\r\n";
+  Define(60, XplaneDataref, 0, 20).FullName = "#1:sim/a\r\n";
   sim.OpenSimPort(60, 1);
   socket.Sent.clear();
   sim.CloseAllPorts();
@@ -242,27 +248,27 @@ TEST_F(Ports, AreListedWithTheirUsersAndTypes) {
     std::vector<std::string> details;
   } cases[] = {
       {60,
-       DataType::Float,
+       Float,
        7,
        "000      ID:007      060           --------Float--------- F60",
        {"Used by Gauge Type: Altimeter", "DATA (float), name: F60", "Index Nr: 10 Value Nr: 3"}},
       {61,
-       DataType::XplaneDataref,
+       XplaneDataref,
        1000,
        "001      IOM#1       061           Xplane Dataref F61",
        {"Gauge type: IOM#1", "RREF Ident (Port#)= 1", "Frequency =3", "Dataref= sim/a"}},
       {62,
-       DataType::XplaneDataref,
+       XplaneDataref,
        2000,
        "002      IOM#2       062           Xplane Dataref F62",
        {"Gauge type: IOM#2", "It is a RREF Write only (DREF)."}},
       {63,
-       DataType::XplaneCmnd,
+       XplaneCmnd,
        3000,
        "003      INTRN       063           Xplane CMND   F63",
        {"Gauge type: INTRN", "CMND, Dataref= #1:sim/a\r\n"}},
       {64,
-       DataType::UnsignedInt,
+       UnsignedInt,
        4000,
        "004      ENGCl       064           Unsigned Int. F64",
        {"Gauge type: ENGCl", "DATA (float), name: F64", "Index Nr: 10 Value Nr: 3"}},

@@ -4,10 +4,11 @@
 namespace tvx {
 namespace {
 
+using enum DataType;
 using Receive = LinkTest;
 
 TEST_F(Receive, CountsOnlyWhatItDecodesToTheEnd) {
-  OpenEnabled(60, DataType::XplaneDataref);
+  OpenEnabled(60, XplaneDataref);
   const struct {
     const char* name;
     std::string bytes;
@@ -42,7 +43,7 @@ TEST_F(Receive, CountsOnlyWhatItDecodesToTheEnd) {
 }
 
 TEST_F(Receive, KeepsWhatCameBeforeAFaultAndRefreshesNothingAfterIt) {
-  const Port port = OpenEnabled(60, DataType::Float, 3, 2);
+  const Port port = OpenEnabled(60, Float, 3, 2);
   socket.Deliver(DataDatagram({{3, 10}, {4, 20}}));
   EXPECT_EQ(Get(port), 12);
   EXPECT_EQ(sim.DataValue(4, 7), 27);
@@ -60,8 +61,8 @@ TEST_F(Receive, KeepsWhatCameBeforeAFaultAndRefreshesNothingAfterIt) {
 }
 
 TEST_F(Receive, RrefValuesGoStraightToTheirRow) {
-  OpenEnabled(60, DataType::Float);
-  const Port dataref = OpenEnabled(61, DataType::XplaneDataref);
+  OpenEnabled(60, Float);
+  const Port dataref = OpenEnabled(61, XplaneDataref);
   socket.Deliver(RrefDatagram({{0, 5}, {1, 6.5f}, {2, 7}, {0, 8}}));
   EXPECT_EQ(sim.PortAt(0).FloatValue, 5);
   EXPECT_EQ(Get(dataref), 6.5f);
@@ -74,17 +75,25 @@ TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
     float value;
     std::optional<float> raw;  // as stored; nothing: it does not fit
   } cases[] = {
-      {DataType::ByteType, 2.5f, 2},          {DataType::ByteType, 3.5f, 4},
-      {DataType::ByteType, 255.4f, 255},      {DataType::ByteType, 255.5f, {}},
-      {DataType::ByteType, -0.5f, 0},         {DataType::ByteType, -1, {}},
-      {DataType::Integer, -32768.5f, -32768}, {DataType::Integer, 32768, {}},
-      {DataType::Integer, nan, {}},           {DataType::UnsignedInt, 32767, 32767},
-      {DataType::UnsignedInt, 40000, {}},     {DataType::BcdCode, 1200.5f, 1200},
-      {DataType::Long, 1e9f, 1e9f},           {DataType::Long, 2147483648.0f, {}},
-      {DataType::Float, 1e30f, 1e30f},        {DataType::XplaneCmnd, 1e30f, 0},
+      {ByteType, 2.5f, 2},
+      {ByteType, 3.5f, 4},
+      {ByteType, 255.4f, 255},
+      {ByteType, 255.5f, {}},
+      {ByteType, -0.5f, 0},
+      {ByteType, -1, {}},
+      {Integer, -32768.5f, -32768},
+      {Integer, 32768, {}},
+      {Integer, nan, {}},
+      {UnsignedInt, 32767, 32767},
+      {UnsignedInt, 40000, {}},
+      {BcdCode, 1200.5f, 1200},
+      {Long, 1e9f, 1e9f},
+      {Long, 2147483648.0f, {}},
+      {Float, 1e30f, 1e30f},
+      {XplaneCmnd, 1e30f, 0},
       {static_cast<DataType>(99), nan, 0},
   };
-  const Port port = OpenEnabled(60, DataType::Float, 3), after = OpenEnabled(61, DataType::Float, 4);
+  const Port port = OpenEnabled(60, Float, 3), after = OpenEnabled(61, Float, 4);
   float mark = 0, stored = 0;
   for (const auto& c : cases) {
     SCOPED_TRACE(std::to_string(static_cast<int>(c.type)) + " " + std::to_string(c.value));
@@ -96,7 +105,7 @@ TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
     const PortRow& row = sim.PortAt(port);
     EXPECT_EQ(Get(after), stored);
     EXPECT_EQ(sim.PacketsReceived, counted + (c.raw ? 1 : 0));
-    if (!c.raw || c.type >= DataType::XplaneCmnd) continue;
+    if (!c.raw || c.type >= XplaneCmnd) continue;
     const float slots[] = {static_cast<float>(row.ByteValue),
                            static_cast<float>(row.IntValue),
                            static_cast<float>(row.IntValue),
@@ -108,8 +117,8 @@ TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
 }
 
 TEST_F(Receive, OnlyEnabledAndUnblockedPortsAreRefreshed) {
-  const Port port = OpenEnabled(60, DataType::Float, 3);
-  Define(61, DataType::Float, 3);
+  const Port port = OpenEnabled(60, Float, 3);
+  Define(61, Float, 3);
   const Port disabled = sim.OpenSimPort(61, 1);
   sim.BlockPort(port, 1);
   socket.Deliver(DataDatagram({{3, 5}}));
@@ -123,8 +132,8 @@ TEST_F(Receive, OnlyEnabledAndUnblockedPortsAreRefreshed) {
 
 // A Function edited while its port is open can point anywhere.
 TEST_F(Receive, SourcesOutsideTheTableAbandonTheRest) {
-  OpenEnabled(60, DataType::Float);
-  const Port after = OpenEnabled(61, DataType::Float, 3);
+  OpenEnabled(60, Float);
+  const Port after = OpenEnabled(61, Float, 3);
   FunctionRecord& f = model.Functions[60];
   for (const auto& [index, value] : {std::pair{-32768, 0}, {-1, 0}, {151, 0}, {32767, 255}, {3, 8}}) {
     f.XPindex1 = static_cast<std::int16_t>(index);
@@ -133,13 +142,13 @@ TEST_F(Receive, SourcesOutsideTheTableAbandonTheRest) {
     EXPECT_EQ(Get(after), 0) << index << "," << value;
     EXPECT_EQ(sim.PacketsReceived, 0);
   }
-  f.ComboDT = static_cast<Byte>(DataType::XplaneDataref);  // a dataref has no place in the table
+  f.ComboDT = static_cast<Byte>(XplaneDataref);  // a dataref has no place in the table
   socket.Deliver(DataDatagram({{3, 5}}));
   EXPECT_EQ(Get(after), 5);
 }
 
 TEST_F(Receive, MonitorModeOnlyCounts) {
-  const Port port = OpenEnabled(60, DataType::Float, 3);
+  const Port port = OpenEnabled(60, Float, 3);
   sim.UdpMonitorMode = 1;
   socket.Deliver(DataDatagram({{3, 5}}));
   socket.Deliver("x");

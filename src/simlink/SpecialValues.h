@@ -1,0 +1,82 @@
+// Simulator values that do not fit one port: time of day, radio frequencies, the audio selector, the
+// autopilot's status, the RMI's needles.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/Host.h"
+#include "simlink/SimCom.h"
+
+namespace tvx {
+
+// A dial's needle has 4320 steps to a full turn; 5000 parks it.
+inline constexpr int kDialSteps = 4320;
+inline constexpr std::int16_t kParkedNeedle = 5000;
+
+// Everything here traps its own errors; only GetPortAP reports one.
+class SpecialValues {
+ public:
+  SpecialValues(SimCom& sim, MessageBoxes& boxes, const Clock& clock)
+      : sim_(sim), boxes_(boxes), clock_(clock) {}
+
+  // Takes the simulator's times (DATA group 1) and the computer's date into the fields below. The times are
+  // folded: a time of day above 65535 s becomes 65535 minus it, a negative number that still fits a gauge
+  // command.
+  void GetTimeAndDate();
+  void PutTimeAndDate() {}  // an entry point for clocks that are set by hand; X-Plane keeps its own time
+  std::int32_t LocalSeconds = 0;
+  Byte LocalHour = 0;
+  std::int32_t ZuluSeconds = 0;
+  bool TimeJumped =
+      false;  // the UTC time moved by more than 10 s between two reads; cleared by whoever acts on it
+  std::int16_t DateMonth = 0, DateDay = 0, DateYear = 0;  // the year less 2000, of the computer's calendar
+  float OutsideTemperature = 0;                           // degrees C, DATA group 6
+
+  // A frequency in 10 kHz. ODDITY: both send to the same value of the same group, as the radios have always
+  // done.
+  void PutNAV1Frequency(float value) { PutNAVFrequency(value); }
+  void PutNAV2Frequency(float value) { PutNAVFrequency(value); }
+
+  // Writes the seven audio datarefs from AudioPanelBits and remembers the bits.
+  void SetSoundSelector();
+  std::int16_t AudioPanelBits = 0;
+  std::int16_t PreviousAudioPanelBits = 0;
+
+  // `digits`: five characters, a frequency in tenths of a kHz ("03505" is 350.5 kHz); fewer send nothing.
+  void PutADF(std::string_view digits, bool standby);
+
+  // The autopilot's ports: offset n is the port `AutopilotFirstPort` + n.
+  static constexpr int kAutopilotPorts = 21;
+  Port AutopilotFirstPort = kNoPort;
+  // Composes APStatusBits and takes the values below.
+  void GetAPvaluesFX();
+  std::int16_t APStatusBits = 0;
+  float APValue16 = 0, APValue18 = 0;  // altitude preselect, ft; vertical speed, ft/min
+  std::int16_t APTrim = 0;             // -16000..16000
+  // Reads the autopilot's offset n: 0 sets APFlightDirector from its value, others go into APVariable[n]. An
+  // offset that no port was opened for is reported.
+  void GetPortAP(int n);
+  float APEngaged = 0;  // 1.0 while offset 0 reads 2
+  std::array<float, kAutopilotPorts> APVariable{};
+
+  // Turns the four angles into needle positions.
+  void getRMIData();
+  float RmiBearing1 = 0, RmiBearing2 = 0;     // degrees
+  std::int16_t RmiAngle3 = 0, RmiAngle4 = 0;  // 1/65536 of a turn
+  std::int16_t RmiValid = 0;                  // 0x02 bearing 1, 0x04 bearing 2, 0x08 angle 3, 0x800 angle 4
+  bool RmiHasSecond = false, RmiHasFourth = false;
+  std::int16_t RmiPos1 = 0, RmiPos2 = 0, RmiPos3 = 0, RmiPos4 = 0;  // 0..4319 steps, 5000 parked
+
+ private:
+  void PutNAVFrequency(float value);
+  float AutopilotValue(int offset) const;
+
+  SimCom& sim_;
+  MessageBoxes& boxes_;
+  const Clock& clock_;
+  std::int32_t previousZulu_ = 0;
+};
+
+}  // namespace tvx

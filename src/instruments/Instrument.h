@@ -11,6 +11,7 @@
 #include "hwbus/GaugeFrame.h"
 #include "instruments/FlightValues.h"
 #include "simlink/SimCom.h"
+#include "simlink/SpecialValues.h"
 
 namespace tvx {
 
@@ -36,16 +37,51 @@ struct ActiveGauge {
   ActiveGauge() {
     Ports.fill(kNoPort);
     LastSent.fill(kNeverSent);
+    InputFunction.fill(-1);
+    InputPort.fill(kNoPort);
+    LastReported.fill(kUnknown);
   }
 };
 
 // Option bits of a gauge (`GaugeSetting5`) that all instruments share; the others are each instrument's own.
 inline constexpr int kOptionUnlit = 0x80;
 
-// Where a tick's frames go, and what it may read. Implemented by the process cycle.
-class GaugeTick {
+// What a tick and a reply both may use.
+class GaugeWorld {
  public:
-  virtual ~GaugeTick() = default;
+  virtual ~GaugeWorld() = default;
+  virtual const ConfigModel& Model() const = 0;
+  virtual SimCom& Sim() = 0;
+  virtual SpecialValues& Special() = 0;
+  virtual const FlightValues& Flight() const = 0;
+  // Ticks since the program started, and how many make a second.
+  virtual std::uint32_t TickNumber() const = 0;
+  virtual std::uint32_t TicksPerSecond() const = 0;
+
+  // GetPort, with 0 for a port that has no value or a value that is no finite number.
+  double ValueOf(Port port) {
+    float value = 0;
+    if (!Sim().GetPort(port, value) || !(value - value == 0.0f)) return 0.0;
+    return static_cast<double>(value);
+  }
+};
+
+// A reply's world: besides, the program's own barometric setting.
+class GaugeReply : public GaugeWorld {
+ public:
+  // Writes the air pressure (inHg) to the simulator, through the program's own port of Function 8.
+  virtual void PutAirPressure(float inches) = 0;
+  // The barometric setting that knobs turn, inHg.
+  virtual float& BarometricSetting() = 0;
+
+  // Sends value `n` of the gauge to its input Function; InputFunction -1 sends nothing. A report that repeats while the
+  // simulator's value has moved on is not sent: the simulator is newer, and the gauge is about to hear of it.
+  void Report(ActiveGauge& gauge, std::size_t n, double value);
+};
+
+// Where a tick's frames go, and what it may read. Implemented by the process cycle.
+class GaugeTick : public GaugeWorld {
+ public:
   // Appends a command frame to the tick's batch (QueueGaugeCommand). |value| above 65535: false, nothing is
   // queued.
   virtual bool Queue(int gaugeID, int command, std::int32_t value) = 0;
@@ -54,16 +90,6 @@ class GaugeTick {
   virtual bool PrepareSide(int gaugeID, int command, std::int32_t value) = 0;
   // True on a tick in which it is this gauge's turn to be polled.
   virtual bool PollTurn(const ActiveGauge& gauge) const = 0;
-  virtual const ConfigModel& Model() const = 0;
-  virtual SimCom& Sim() = 0;
-  virtual const FlightValues& Flight() const = 0;
-
-  // GetPort, with 0 for a port that has no value or a value that is no finite number.
-  double ValueOf(Port port) {
-    float value = 0;
-    if (!Sim().GetPort(port, value) || !(value - value == 0.0f)) return 0.0;
-    return static_cast<double>(value);
-  }
   // Queues `value` when it differs from what slot `slot` of the gauge sent last, and remembers it.
   bool QueueIfChanged(ActiveGauge& gauge, std::size_t slot, int command, std::int32_t value) {
     const auto sent = static_cast<float>(value);
@@ -72,6 +98,10 @@ class GaugeTick {
     gauge.LastSent[slot] = sent;
     return true;
   }
+  // The same for a value of the simulator, rounded; what no frame carries is not sent.
+  bool QueueValueIfChanged(ActiveGauge& gauge, std::size_t slot, int command, double value);
+  // False for a second after one of the gauge's knobs was turned: what the simulator sends meanwhile is older.
+  bool Settled(const ActiveGauge& gauge) const { return TickNumber() >= gauge.QuietUntil; }
 };
 
 // Stateless: one object serves every gauge of its kind; what a gauge needs stands in its ActiveGauge.
@@ -93,18 +123,14 @@ class Instrument {
   virtual void Serve(ActiveGauge& gauge, GaugeTick& tick) const = 0;
   // One turn of an IO module on the gauge bus (Gaugetype 10 only).
   virtual void ServeModuleTurn(ActiveGauge&, GaugeTick&) const {}
-  // A reply of this gauge, envelope checked, while running.
-  virtual void HandleReply(ActiveGauge&, ReplyView, SimCom&) const {}
+  // A reply of this gauge, envelope checked, while running. May throw RangeError, which ends the handling.
+  virtual void HandleReply(ActiveGauge&, ReplyView, GaugeReply&) const {}
 
  protected:
-  // Opens `function` with `sequenceNr` into slot `slot` of the gauge and enables reading; function 0 opens
-  // nothing.
-  static void OpenInto(ActiveGauge& gauge, std::size_t slot, SimCom& sim, int function, int sequenceNr) {
-    gauge.LastSent[slot] = ActiveGauge::kNeverSent;
-    if (function == 0) return;
-    gauge.Ports[slot] = sim.OpenSimPort(function, sequenceNr);
-    if (gauge.Ports[slot] != kNoPort) sim.EnableReadSimPort(gauge.Ports[slot]);
-  }
+  // Opens `function` with `sequenceNr` into slot `slot` of the gauge and enables reading; function 0 opens nothing.
+  static void OpenInto(ActiveGauge& gauge, std::size_t slot, SimCom& sim, int function, int sequenceNr);
+  // Makes the port in `slot` the target of reported value `n`; a slot without a port leaves it without one.
+  static void ReportThrough(ActiveGauge& gauge, std::size_t n, std::size_t slot, int function);
 };
 
 }  // namespace tvx

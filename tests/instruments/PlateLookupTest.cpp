@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "instruments/PlateLookup.h"
+#include "config/PlateLookup.h"
 #include "instruments/Registry.h"
 
 namespace tvx {

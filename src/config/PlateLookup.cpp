@@ -1,4 +1,4 @@
-#include "instruments/PlateLookup.h"
+#include "config/PlateLookup.h"
 
 #include <algorithm>
 #include <cmath>

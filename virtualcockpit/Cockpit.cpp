@@ -1,1 +1,96 @@
-// Holds the parts of the virtual cockpit together.
+#include "virtualcockpit/Cockpit.h"
+
+#include <charconv>
+
+#include "config/ConfigFile.h"
+#include "config/StartFile.h"
+#include "platform/AtomicFile.h"
+
+namespace tvx::vc {
+namespace {
+
+constexpr int kStandardPort = 49000;
+
+// Nobody is there to answer: texts are kept, questions answered with yes.
+class UnattendedBoxes : public MessageBoxes {
+ public:
+  void Show(std::string_view text) override { last = text; }
+  int Ask(std::string_view text) override {
+    last = text;
+    return kAnswerYes;
+  }
+  std::string last;
+};
+
+int PortOf(const ConfigModel& model) {
+  const std::string& text = model.General.RemotePort;
+  int port = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
+  const bool usable = error == std::errc() && end == text.data() + text.size() && port > 0 && port <= 65535;
+  return usable ? port : kStandardPort;
+}
+
+std::string GaugeLink(const ConfigModel& model, const Cockpit::Settings& settings) {
+  if (!settings.links || model.General.ComPortGS <= 0) return {};
+  return settings.folder + "/comports/com" + std::to_string(model.General.ComPortGS);
+}
+
+// Makes the datarefs of a Function known: its text has a line "#n:name" for each.
+void DefineDatarefs(const FunctionRecord& function, DatarefStore& store) {
+  if (!function.Is(DataType::XplaneDataref)) return;
+  std::string_view text = function.FullName;
+  while (!text.empty()) {
+    const std::size_t end = text.find_first_of("\r\n");
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    const std::size_t colon = line.find(':');
+    if (!line.starts_with('#') || colon == std::string_view::npos) continue;
+    store.Define(line.substr(colon + 1));
+  }
+}
+
+}  // namespace
+
+bool LoadConfiguration(const std::string& file, ConfigModel& model, std::string& error) {
+  const auto text = ReadWholeFile(file, error);
+  if (!text) {
+    error = file + ": " + error;
+    return false;
+  }
+  UnattendedBoxes boxes;
+  std::string reason;
+  model.ConfigFileName = file;
+  if (ReadConfigText(*text, model, boxes, reason) == ConfigReadResult::Loaded) return true;
+  error = file + ": " + (reason.empty() ? "is not a configuration file" : reason);
+  return false;
+}
+
+std::string DefaultConfiguration() {
+  ConfigModel model;
+  return ReadStartFile(model);
+}
+
+Cockpit::Cockpit(const ConfigModel& model, Settings settings, QObject* parent)
+    : QObject(parent), model_(model), settings_(std::move(settings)), gaugeLine_(GaugeLink(model, settings_)) {
+  for (int id = 1; id < kGauges; ++id) {
+    const GaugeRecord& record = model.Gauges[static_cast<std::size_t>(id)];
+    if (record.GaugeType == 0) continue;
+    Gauges().Add(MakeDevice(
+        {static_cast<Byte>(id), record.GaugeType, record.GaugeSetting1, record.GaugeSetting2}));
+  }
+  for (const FunctionRecord& function : model.Functions) DefineDatarefs(function, Sim().Datarefs());
+}
+
+bool Cockpit::Start() {
+  const int port = settings_.port.value_or(PortOf(model_));
+  const bool simulator = simulation_.Start(static_cast<std::uint16_t>(port));
+  const bool bus = !HasGaugeBus() || gaugeLine_.Plug();
+  return simulator && bus;
+}
+
+void Cockpit::Stop() {
+  simulation_.Stop();
+  gaugeLine_.Unplug();
+}
+
+}  // namespace tvx::vc

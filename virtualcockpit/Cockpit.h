@@ -1,0 +1,53 @@
+// The whole virtual cockpit without its window: simulator, gauge bus and instruments of one configuration.
+#pragma once
+
+#include <QObject>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "config/Model.h"
+#include "virtualcockpit/bus/GaugeBusLine.h"
+#include "virtualcockpit/sim/SimulatorService.h"
+
+namespace tvx::vc {
+
+// Reads a configuration file; questions are answered with yes. False with the reason in words; what was read before
+// an error stays in the model.
+bool LoadConfiguration(const std::string& file, ConfigModel& model, std::string& error);
+// The file that the start-up file in the working folder names, otherwise "Default.cfg".
+std::string DefaultConfiguration();
+
+class Cockpit : public QObject {
+ public:
+  struct Settings {
+    std::optional<int> port;  // of the simulator; nothing: the configuration's, otherwise 49000; 0: any free one
+    std::string folder = ".";  // where comports/ is
+    bool links = true;         // whether comports/com<n> is made
+  };
+
+  // Makes the instruments that the configuration names, and every dataref that it needs. Nothing runs yet. The
+  // model must outlive the cockpit.
+  Cockpit(const ConfigModel& model, Settings settings, QObject* parent = nullptr);
+
+  // Starts simulator and gauge bus. False when one of them could not start; the other runs all the same.
+  bool Start();
+  // Stops both; the link is taken away.
+  void Stop();
+
+  const ConfigModel& Model() const { return model_; }
+  SimulatorService& Simulation() { return simulation_; }
+  Simulator& Sim() { return simulation_.Sim(); }
+  GaugeBusLine& GaugeLine() { return gaugeLine_; }
+  GaugeBus& Gauges() { return gaugeLine_.Bus(); }
+  // False where the configuration names no port for the gauges: there is no line then.
+  bool HasGaugeBus() const { return model_.General.ComPortGS > 0; }
+
+ private:
+  const ConfigModel& model_;
+  Settings settings_;
+  SimulatorService simulation_;
+  GaugeBusLine gaugeLine_;
+};
+
+}  // namespace tvx::vc

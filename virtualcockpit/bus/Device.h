@@ -1,0 +1,83 @@
+// An instrument on the gauge bus.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "virtualcockpit/bus/Frames.h"
+
+namespace tvx::vc {
+
+// What can be wrong with one instrument.
+enum class DeviceFault {
+  None,
+  Silent,     // understands, but never answers
+  Garbled,    // its answers come damaged
+  Late,       // answers long after it was asked
+  Duplicate,  // a second instrument answers under the same address
+  Dead,       // neither understands nor answers: without power, or taken out
+};
+inline constexpr DeviceFault kDeviceFaults[] = {DeviceFault::None,      DeviceFault::Silent, DeviceFault::Garbled,
+                                                DeviceFault::Late,      DeviceFault::Duplicate,
+                                                DeviceFault::Dead};
+// The fault in a few plain words.
+std::string_view FaultText(DeviceFault fault);
+
+// The lighting as command 8 brings it.
+struct FaceLight {
+  bool told = false;  // a lighting command has come
+  bool lit = false;
+  int brightness = 0;  // 0..15
+  bool bus1 = false, bus2 = false;
+  bool instrumentLights = false, navigationLights = false;
+};
+
+class Device {
+ public:
+  struct Identity {
+    Byte gaugeID = 0, type = 0, model = 0, version = 0;
+  };
+  explicit Device(Identity identity) : identity_(identity) {}
+  virtual ~Device() = default;
+
+  const Identity& Id() const { return identity_; }
+  void TakeAddress(Byte gaugeID) { identity_.gaugeID = gaugeID; }
+
+  // A command for this instrument; the lighting is taken here, everything else by the instrument's kind.
+  void Receive(int command, std::int32_t value);
+  // The answer to "report state".
+  Reply Answer();
+
+  const FaceLight& Light() const { return light_; }
+  // Rises with every command: whoever draws the face looks whether it has changed.
+  std::uint64_t Changes() const { return changes_; }
+  std::uint64_t Answers() const { return answers_; }
+  std::int32_t LastCommand() const { return lastCommand_; }  // -1: none yet
+  std::int32_t LastValue() const { return lastValue_; }
+
+  DeviceFault Fault() const { return fault_; }
+  void SetFault(DeviceFault fault) {
+    fault_ = fault;
+    ++changes_;
+  }
+
+ protected:
+  // A command other than 7 and 8.
+  virtual void OnCommand(int command, std::int32_t value) = 0;
+  // Fills bytes 6..24 of the answer; the envelope is filled already.
+  virtual void FillReply(Reply&) {}
+  void Changed() { ++changes_; }
+
+ private:
+  Identity identity_;
+  FaceLight light_;
+  DeviceFault fault_ = DeviceFault::None;
+  std::uint64_t changes_ = 0, answers_ = 0;
+  std::int32_t lastCommand_ = -1, lastValue_ = 0;
+};
+
+// The instrument of a Gaugetype code; one of an unknown code takes every command and answers with its name plate.
+std::unique_ptr<Device> MakeDevice(const Device::Identity& identity);
+
+}  // namespace tvx::vc

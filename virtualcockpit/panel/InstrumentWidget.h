@@ -1,0 +1,81 @@
+// One instrument of the panel: plate, bezel and glass, the same for all; what is behind the glass each kind draws.
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+
+#include "virtualcockpit/bus/Device.h"
+
+namespace tvx::vc {
+
+class InstrumentWidget : public QWidget {
+  Q_OBJECT
+ public:
+  InstrumentWidget(Device& device, QString caption, QWidget* parent = nullptr);
+
+  // Moves on by the time that has passed and repaints if something is to be seen of it.
+  void Advance(double seconds);
+  virtual bool Large() const { return false; }
+  Device& Gauge() { return device_; }
+  const Device& Gauge() const { return device_; }
+  const QString& Caption() const { return caption_; }
+  // What it shows, in a few words, for the console.
+  virtual QString Words() const { return {}; }
+
+ protected:
+  // Drawing goes on in a square from -100 to 100 in both directions; the glass is a circle of radius kGlass.
+  static constexpr double kGlass = 84;
+
+  // What moves seldom, kept as a picture until the size, the lighting or DialVersion() changes.
+  virtual void DrawDial(QPainter& painter) = 0;
+  // What moves: needles, flags, digits.
+  virtual void DrawMoving(QPainter&) {}
+  // Moves needles on towards where they should be; true when that is to be seen.
+  virtual bool Move(double seconds) = 0;
+  virtual int DialVersion() const { return 0; }
+  // The wheel was turned over it, clicks, up positive.
+  virtual void Turn(int) {}
+  virtual bool HasKnob() const { return false; }
+
+  QColor Ink() const;
+  QColor Ink(const QColor& paint) const;
+  // Text centred at a point, of a height in drawing units.
+  void Text(QPainter& painter, QPointF at, double height, const QString& text, const QColor& colour,
+            bool bold = false) const;
+
+  void paintEvent(QPaintEvent*) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+  void DrawCase(QPainter& painter) const;
+  void DrawGlass(QPainter& painter) const;
+  void DrawFault(QPainter& painter) const;
+  void RenewPicture();
+
+  Device& device_;
+  QString caption_;
+  QPixmap picture_;
+  std::uint64_t seenChanges_ = ~0ull;
+  FaceLight pictureLight_;
+  int pictureVersion_ = -1;
+};
+
+// A value that follows another like a needle with some mass: half the way in about a tenth of a second.
+class Needle {
+ public:
+  // Goes on towards `target`; `turn` above 0 lets it take the short way round a circle of that size. True when it
+  // moved by more than can be overlooked.
+  bool Follow(double target, double seconds, double turn = 0);
+  double At() const { return at_; }
+  void Jump(double to) {
+    at_ = to;
+    placed_ = true;
+  }
+
+ private:
+  double at_ = 0;
+  bool placed_ = false;
+};
+
+}  // namespace tvx::vc

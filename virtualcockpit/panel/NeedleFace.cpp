@@ -1,0 +1,248 @@
+#include "virtualcockpit/panel/NeedleFace.h"
+
+#include <QPainterPath>
+#include <cmath>
+
+#include "virtualcockpit/panel/Theme.h"
+
+namespace tvx::vc {
+namespace {
+
+constexpr double kRadians = 3.14159265358979 / 180;
+constexpr double kInnerRadius = 47;  // of the inner scale of concentric faces
+const QColor kSecondNeedle{0xff, 0xa6, 0x3d};
+
+QPointF At(double degrees, double radius) {
+  return {std::sin(degrees * kRadians) * radius, -std::cos(degrees * kRadians) * radius};
+}
+
+QColor ColourOf(FaceArc::Colour colour) {
+  switch (colour) {
+    case FaceArc::Colour::White:
+      return {0xe8, 0xe8, 0xe4};
+    case FaceArc::Colour::Green:
+      return {0x35, 0xb3, 0x58};
+    case FaceArc::Colour::Yellow:
+      return {0xe8, 0xc6, 0x2e};
+    case FaceArc::Colour::Red:
+      return {0xe2, 0x3a, 0x2e};
+  }
+  return {};
+}
+
+QString UnitOf(const FaceStyle& style, const Scale& scale) {
+  const QString unit = QString::fromUtf8(style.unit.data(), static_cast<qsizetype>(style.unit.size()));
+  if (scale.Divisor() == 1) return unit;
+  return (unit + QStringLiteral("  \u00D7%1").arg(scale.Divisor())).trimmed();
+}
+
+}  // namespace
+
+NeedleFace::NeedleFace(NeedleDevice& device, const ConfigModel& model, QWidget* parent)
+    : InstrumentWidget(device, {}, parent), gauge_(device) {
+  const GaugeRecord& record = model.Gauges[device.Id().gaugeID];
+  // An engine cluster on the gauge bus shows the two Functions that follow its own at a distance of six.
+  const bool cluster = record.GaugeType == 8;
+  const int function1 = cluster ? record.GaugeFunction1 + 6 : record.GaugeFunction1;
+  const int function2 = cluster ? record.GaugeFunction1 + 7 : record.GaugeFunction2;
+  Prepare(first_, function1, record.GaugeSetting3, model);
+  const bool two = cluster || record.GaugeType == 3 || record.GaugeType == 5 || record.GaugeType == 6;
+  if (two && function2 > 0) Prepare(second_, function2, record.GaugeSetting4, model);
+  if (second_.used) {
+    layout_ = first_.scale.Beside(second_.scale) ? Layout::Beside : Layout::Concentric;
+  }
+}
+
+void NeedleFace::Prepare(Hand& hand, int function, int plate, const ConfigModel& model) {
+  hand.used = true;
+  if (const PlateRecord* record = model.PlateOf(plate)) hand.scale = Scale(*record);
+  if (hand.scale.Empty()) hand.scale = Scale::Blank();
+  if (const FunctionRecord* record = model.FunctionOf(function)) {
+    hand.style = StyleOf(*record);
+    hand.name = QString::fromStdString(record->ShortName).toUpper();
+  }
+  if (hand.style.compass && hand.scale.FullCircle()) hand.scale.UseCompassLabels();
+  hand.needle.Jump(hand.scale.PositionOf(hand.scale.Low()));
+}
+
+bool NeedleFace::Large() const { return gauge_.Id().type == 4 || gauge_.Id().type == 5; }
+
+bool NeedleFace::MoveHand(Hand& hand, const std::optional<int>& target, double seconds) {
+  if (!hand.used || !target) return false;
+  hand.told = true;
+  return hand.needle.Follow(*target, seconds, hand.scale.FullCircle() ? kNeedlePositions : 0);
+}
+
+bool NeedleFace::Move(double seconds) {
+  const bool first = MoveHand(first_, gauge_.First(), seconds);
+  const bool second = MoveHand(second_, gauge_.Second(), seconds);
+  return first || second;
+}
+
+void NeedleFace::DrawArcs(QPainter& painter, const Hand& hand, double radius, double width) const {
+  if (hand.scale.Empty()) return;
+  for (const FaceArc& arc : hand.style.arcs) {
+    const double from = std::max(arc.from, hand.scale.Low());
+    const double to = std::min(arc.to, hand.scale.High());
+    if (from > to) continue;
+    const double a = DegreesOf(hand.scale.PositionOf(from));
+    const double b = DegreesOf(hand.scale.PositionOf(to));
+    const QColor colour = Ink(ColourOf(arc.colour));
+    if (arc.from == arc.to) {
+      painter.setPen(QPen(colour, width * 0.8, Qt::SolidLine, Qt::FlatCap));
+      painter.drawLine(At(a, radius - 11), At(a, radius + width * 0.7));
+      continue;
+    }
+    // The white range lies inside the others, as on every airspeed indicator.
+    const bool white = arc.colour == FaceArc::Colour::White;
+    const double r = white ? radius - width * 1.1 : radius;
+    painter.setPen(QPen(colour, white ? width * 0.7 : width, Qt::SolidLine, Qt::FlatCap));
+    painter.setBrush(Qt::NoBrush);
+    const double least = std::min(a, b);
+    painter.drawArc(QRectF(-r, -r, 2 * r, 2 * r), static_cast<int>(std::lround((90 - least) * 16)),
+                    static_cast<int>(std::lround(-std::abs(b - a) * 16)));
+  }
+}
+
+void NeedleFace::DrawScale(QPainter& painter, const Hand& hand, double radius, double size) const {
+  DrawArcs(painter, hand, radius - 2, 4.2 * size);
+  for (const ScaleMark& mark : hand.scale.Marks()) {
+    const double angle = DegreesOf(mark.position);
+    const bool large = mark.size == ScaleMark::Size::Large;
+    const double length = (large ? 13 : mark.size == ScaleMark::Size::Middle ? 10 : 6.5) * size;
+    painter.setPen(QPen(Ink(), (large ? 2.5 : 1.3) * size, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(At(angle, radius), At(angle, radius - length));
+    if (mark.label.empty()) continue;
+    const QString label = QString::fromStdString(mark.label);
+    const double height = (label.size() > 3 ? 12.5 : 15) * size;
+    Text(painter, At(angle, radius - length - 10.5 * size - (label.size() > 2 ? 2 * size : 0)), height, label, Ink(),
+         true);
+  }
+}
+
+void NeedleFace::DrawLegends(QPainter& painter) const {
+  const QColor dim = Ink(QColor(0xb9, 0xbd, 0xc0));
+  if (layout_ == Layout::Single) {
+    // Where the needle's scale leaves room: below the hub, or above it for a full circle.
+    const double y = gauge_.HasDisplay() ? -24 : first_.scale.FullCircle() || Large() ? -26 : 27;
+    Text(painter, {0, y}, first_.name.size() > 12 ? 9.5 : 11, first_.name, Ink(), true);
+    Text(painter, {0, y + 12}, 8.5, UnitOf(first_.style, first_.scale), dim);
+    return;
+  }
+  const bool beside = layout_ == Layout::Beside;
+  const bool firstLeft = first_.scale.LowPosition() < kNeedlePositions / 2.0;
+  const auto legend = [&](const Hand& hand, QPointF at, const QColor& colour) {
+    QStringList words = hand.name.split(' ');
+    if (words.size() == 2 && beside) {
+      Text(painter, at - QPointF(0, 7), 8.5, words[0], colour, true);
+      Text(painter, at + QPointF(0, 2.5), 8.5, words[1], colour, true);
+      Text(painter, at + QPointF(0, 11.5), 7.5, UnitOf(hand.style, hand.scale), dim);
+    } else {
+      Text(painter, at - QPointF(0, 4), 8.5, hand.name, colour, true);
+      Text(painter, at + QPointF(0, 5), 7.5, UnitOf(hand.style, hand.scale), dim);
+    }
+  };
+  if (beside) {
+    const double x = 17;
+    legend(first_, {firstLeft ? -x : x, 40}, Ink());
+    legend(second_, {firstLeft ? x : -x, 40}, Ink());
+    painter.setPen(QPen(Ink(QColor(0x3c, 0x40, 0x45)), 1));
+    painter.drawLine(QPointF(0, -60), QPointF(0, -24));
+    painter.drawLine(QPointF(0, 26), QPointF(0, 68));
+  } else {
+    legend(first_, {0, 64}, Ink());
+    legend(second_, {0, 22}, Ink(kSecondNeedle));
+  }
+}
+
+void NeedleFace::DrawDial(QPainter& painter) {
+  switch (layout_) {
+    case Layout::Single:
+      DrawScale(painter, first_, kGlass - 4, 1);
+      break;
+    case Layout::Beside:
+      DrawScale(painter, first_, kGlass - 4, 0.82);
+      DrawScale(painter, second_, kGlass - 4, 0.82);
+      break;
+    case Layout::Concentric:
+      DrawScale(painter, first_, kGlass - 4, 0.86);
+      painter.setPen(QPen(Ink(QColor(0x3c, 0x40, 0x45)), 1));
+      painter.setBrush(Qt::NoBrush);
+      painter.drawEllipse(QPointF(0, 0), kInnerRadius + 2, kInnerRadius + 2);
+      DrawScale(painter, second_, kInnerRadius, 0.62);
+      break;
+  }
+  DrawLegends(painter);
+}
+
+void NeedleFace::DrawNeedle(QPainter& painter, double degrees, double length, const QColor& colour, bool slim) const {
+  const double half = slim ? 2.1 : 3.1;
+  QPainterPath blade;
+  blade.moveTo(-half * 0.75, 15);
+  blade.lineTo(half * 0.75, 15);
+  blade.lineTo(half, -length * 0.62);
+  blade.lineTo(0, -length);
+  blade.lineTo(-half, -length * 0.62);
+  blade.closeSubpath();
+  painter.save();
+  painter.setPen(Qt::NoPen);
+  painter.translate(1.4, 2.2);
+  painter.rotate(degrees);
+  painter.setBrush(QColor(0, 0, 0, 120));
+  painter.drawPath(blade);
+  painter.restore();
+  painter.save();
+  painter.rotate(degrees);
+  QLinearGradient metal(-half, 0, half, 0);
+  metal.setColorAt(0, colour.darker(125));
+  metal.setColorAt(0.5, colour.lighter(108));
+  metal.setColorAt(1, colour.darker(112));
+  painter.setPen(QPen(QColor(0, 0, 0, 140), 0.5));
+  painter.setBrush(metal);
+  painter.drawPath(blade);
+  painter.restore();
+}
+
+void NeedleFace::DrawDisplay(QPainter& painter) const {
+  const QRectF window(-31, 24, 62, 22);
+  painter.setPen(QPen(QColor(0x3a, 0x3e, 0x43), 1.4));
+  painter.setBrush(QColor(0x06, 0x04, 0x03));
+  painter.drawRoundedRect(window, 2.5, 2.5);
+  const auto& shown = gauge_.Display();
+  const bool tenths = !shown || std::abs(*shown) < 10000;
+  const QString digits = shown ? QString::number(*shown / 10.0, 'f', tenths ? 1 : 0) : QStringLiteral("- - -");
+  Text(painter, window.center(), 17, digits, theme::Mix(QColor(0x50, 0x22, 0x08), QColor(0xff, 0x8a, 0x2a), shown ? 1 : .4),
+       true);
+}
+
+void NeedleFace::DrawMoving(QPainter& painter) {
+  if (gauge_.HasDisplay()) DrawDisplay(painter);
+  const double outer = layout_ == Layout::Beside ? kGlass - 12 : kGlass - 10;
+  if (second_.used) {
+    const bool beside = layout_ == Layout::Beside;
+    DrawNeedle(painter, DegreesOf(second_.needle.At()), beside ? outer : kInnerRadius - 5,
+               beside ? Ink() : Ink(kSecondNeedle), true);
+  }
+  DrawNeedle(painter, DegreesOf(first_.needle.At()), outer, Ink(), layout_ != Layout::Single);
+  QRadialGradient hub(QPointF(-2, -3), 12);
+  hub.setColorAt(0, QColor(0x5b, 0x60, 0x66));
+  hub.setColorAt(1, QColor(0x14, 0x15, 0x17));
+  painter.setPen(QPen(QColor(0, 0, 0, 200), 0.8));
+  painter.setBrush(hub);
+  painter.drawEllipse(QPointF(0, 0), 7.5, 7.5);
+}
+
+QString NeedleFace::HandWords(const Hand& hand) const {
+  if (!hand.told) return hand.name.toLower() + QStringLiteral(" -");
+  const double value = hand.scale.ValueAt(hand.needle.At());
+  const QString unit = QString::fromUtf8(hand.style.unit.data(), static_cast<qsizetype>(hand.style.unit.size()));
+  return QStringLiteral("%1 %2 %3")
+      .arg(hand.name.toLower(), QString::number(value, 'f', hand.scale.High() < 20 ? 1 : 0), unit.toLower())
+      .trimmed();
+}
+
+QString NeedleFace::Words() const {
+  return second_.used ? HandWords(first_) + QStringLiteral(", ") + HandWords(second_) : HandWords(first_);
+}
+
+}  // namespace tvx::vc

@@ -1,0 +1,50 @@
+// A needle gauge's face: one or two scales made from its Plates, and a digit display where it has one.
+#pragma once
+
+#include "config/Model.h"
+#include "virtualcockpit/devices/NeedleDevice.h"
+#include "virtualcockpit/panel/FaceStyle.h"
+#include "virtualcockpit/panel/InstrumentWidget.h"
+#include "virtualcockpit/panel/Scale.h"
+
+namespace tvx::vc {
+
+class NeedleFace : public InstrumentWidget {
+  Q_OBJECT
+ public:
+  NeedleFace(NeedleDevice& device, const ConfigModel& model, QWidget* parent);
+  bool Large() const override;
+  QString Words() const override;
+
+ protected:
+  void DrawDial(QPainter& painter) override;
+  void DrawMoving(QPainter& painter) override;
+  bool Move(double seconds) override;
+
+ private:
+  // One needle with all that belongs to it.
+  struct Hand {
+    bool used = false;
+    Scale scale;
+    FaceStyle style;
+    QString name;
+    Needle needle;
+    bool told = false;  // the bus has put it somewhere
+  };
+  enum class Layout { Single, Beside, Concentric };
+
+  void Prepare(Hand& hand, int function, int plate, const ConfigModel& model);
+  void DrawScale(QPainter& painter, const Hand& hand, double radius, double size) const;
+  void DrawArcs(QPainter& painter, const Hand& hand, double radius, double width) const;
+  void DrawLegends(QPainter& painter) const;
+  void DrawNeedle(QPainter& painter, double degrees, double length, const QColor& colour, bool slim) const;
+  void DrawDisplay(QPainter& painter) const;
+  bool MoveHand(Hand& hand, const std::optional<int>& target, double seconds);
+  QString HandWords(const Hand& hand) const;
+
+  NeedleDevice& gauge_;
+  Hand first_, second_;
+  Layout layout_ = Layout::Single;
+};
+
+}  // namespace tvx::vc

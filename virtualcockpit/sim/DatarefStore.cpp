@@ -1,0 +1,102 @@
+#include "virtualcockpit/sim/DatarefStore.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "virtualcockpit/sim/DatarefTable.h"
+
+namespace tvx::vc {
+namespace {
+
+constexpr std::size_t kLongestName = 400;
+constexpr int kArrayLimit = 256;
+
+struct Element {
+  std::string_view array;
+  int number;
+};
+// "name[7]" in its two parts; nothing for any other text.
+std::optional<Element> SplitElement(std::string_view name) {
+  const std::size_t open = name.rfind('[');
+  if (open == std::string_view::npos || open == 0 || name.back() != ']') return std::nullopt;
+  const std::string_view digits = name.substr(open + 1, name.size() - open - 2);
+  int number = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+  if (number < 0 || number >= kArrayLimit) return std::nullopt;
+  return Element{name.substr(0, open), number};
+}
+
+bool Usable(std::string_view name) { return !name.empty() && name.size() <= kLongestName; }
+
+}  // namespace
+
+DatarefStore::DatarefStore() {
+  for (const DatarefRow& row : BuiltInDatarefs()) {
+    Entry entry{row.member, row.scale, row.source, row.member ? 0 : row.scale, false};
+    Add(std::string(row.name), entry);
+  }
+}
+
+int DatarefStore::Add(std::string name, const Entry& entry) {
+  if (entries_.size() >= kLimit) return kNone;
+  const int place = static_cast<int>(entries_.size());
+  if (!places_.emplace(std::move(name), place).second) return kNone;
+  entries_.push_back(entry);
+  return place;
+}
+
+int DatarefStore::Find(std::string_view name) {
+  if (!Usable(name)) return kNone;
+  if (const auto found = places_.find(std::string(name)); found != places_.end()) return found->second;
+  const auto element = SplitElement(name);
+  if (!element) {
+    const auto first = places_.find(std::string(name) + "[0]");
+    return first == places_.end() ? kNone : first->second;
+  }
+  const std::string first = std::string(element->array) + "[0]";
+  if (!places_.contains(first)) return kNone;
+  return Add(std::string(name), Entry{});
+}
+
+void DatarefStore::Define(std::string_view name) {
+  if (!Usable(name) || Find(name) != kNone) return;
+  Add(std::string(name), Entry{});
+}
+
+bool DatarefStore::Write(int place, double value) {
+  if (place < 0 || place >= static_cast<int>(entries_.size()) || !std::isfinite(value)) return false;
+  Entry& entry = entries_[static_cast<std::size_t>(place)];
+  if (entry.source == Source::Flown) return false;
+  entry.value = value;
+  entry.written = true;
+  if (entry.source != Source::Scripted) return true;
+  // The older and the newer name of one switch go together.
+  for (Entry& twin : entries_) {
+    if (twin.source != Source::Scripted || twin.member != entry.member) continue;
+    twin.value = value / entry.scale * twin.scale;
+    twin.written = true;
+  }
+  return true;
+}
+
+std::optional<double> DatarefStore::ValueOf(std::string_view name) {
+  const int place = Find(name);
+  if (place == kNone) return std::nullopt;
+  return Value(place);
+}
+
+void DatarefStore::Refresh(const FlightState& state) {
+  for (Entry& entry : entries_) {
+    if (!entry.member || entry.written) continue;
+    entry.value = state.*entry.member * entry.scale;
+  }
+}
+
+void DatarefStore::ReleaseScripted() {
+  for (Entry& entry : entries_) {
+    if (entry.source == Source::Scripted) entry.written = false;
+  }
+}
+
+}  // namespace tvx::vc

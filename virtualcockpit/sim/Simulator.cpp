@@ -1,0 +1,201 @@
+#include "virtualcockpit/sim/Simulator.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tvx::vc {
+namespace {
+
+constexpr double kLongestStep = 0.5;  // s
+constexpr double kSlowest = 0.1, kFastest = 50;
+constexpr std::size_t kLongestText = 400;
+
+constexpr std::string_view kBarometer = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot";
+constexpr std::string_view kBarometerOld = "sim/cockpit/misc/barometer_setting";
+constexpr std::string_view kCourse1 = "sim/cockpit/radios/nav1_obs_degm";
+constexpr std::string_view kCourse1New = "sim/cockpit2/radios/actuators/nav1_obs_deg_mag_pilot";
+constexpr std::string_view kCourse2 = "sim/cockpit/radios/nav2_obs_degm";
+constexpr std::string_view kCourse2New = "sim/cockpit2/radios/actuators/nav2_obs_deg_mag_pilot";
+constexpr std::string_view kPaused = "sim/time/paused";
+
+// Two names of one knob: the one that was written gives its value to the other.
+constexpr std::pair<std::string_view, std::string_view> kTwins[] = {
+    {kBarometer, kBarometerOld}, {kCourse1, kCourse1New}, {kCourse2, kCourse2New}};
+
+void KeepTwins(DatarefStore& store, std::string_view written) {
+  for (const auto& [one, other] : kTwins) {
+    if (written == one) store.Write(store.Find(other), store.Value(store.Find(one)));
+    if (written == other) store.Write(store.Find(one), store.Value(store.Find(other)));
+  }
+}
+
+}  // namespace
+
+std::string PeerText(const Peer& peer) {
+  const auto part = [&peer](int shift) { return std::to_string((peer.address >> shift) & 0xFF); };
+  return part(24) + "." + part(16) + "." + part(8) + "." + part(0) + ":" + std::to_string(peer.port);
+}
+
+void Simulator::OnDatagram(ByteView datagram, const Peer& from) {
+  ++counters_.received;
+  const Request request = ParseRequest(datagram);
+  std::visit([this, &from](const auto& r) { On(r, from); }, request);
+}
+
+void Simulator::On(const UnknownRequest&, const Peer&) { ++counters_.unknown; }
+
+void Simulator::On(const SelectRequest& request, const Peer& from) {
+  if (request.select) client_ = from;
+  for (const std::int32_t group : request.groups) {
+    if (group < 0 || group >= kDataGroups) {
+      ++counters_.refused;
+      continue;
+    }
+    ++counters_.selections;
+    if (request.select) {
+      selected_.insert(group);
+    } else {
+      selected_.erase(group);
+    }
+  }
+}
+
+void Simulator::On(const WriteGroupsRequest& request, const Peer&) {
+  for (const WriteGroup& group : request.groups) {
+    for (int slot = 0; slot < kGroupValues; ++slot) {
+      const auto& value = group.values[static_cast<std::size_t>(slot)];
+      if (!value) continue;
+      ++counters_.groupWrites;
+      lastGroupWrite_ = {group.group, slot, *value, group.integers};
+      if (!groups_.Write(group.group, slot, *value)) ++counters_.refused;
+    }
+  }
+  KeepTwins(store_, kBarometer);
+  KeepTwins(store_, kCourse1);
+  KeepTwins(store_, kCourse2);
+}
+
+void Simulator::On(const CharacterRequest& request, const Peer&) {
+  ++counters_.characters;
+  lastCharacter_ = request.character;
+}
+
+void Simulator::On(const CommandRequest& request, const Peer&) {
+  ++counters_.commands;
+  lastCommand_.assign(request.name.substr(0, kLongestText));
+  RunSimCommand(request.name, *this);
+}
+
+void Simulator::On(const WriteDatarefRequest& request, const Peer&) {
+  ++counters_.datarefWrites;
+  lastDatarefWrite_ = {std::string(request.name.substr(0, kLongestText)), request.value};
+  const int place = store_.Find(request.name);
+  if (place == DatarefStore::kNone || !store_.Write(place, static_cast<double>(request.value))) {
+    ++counters_.refused;
+    return;
+  }
+  KeepTwins(store_, request.name);
+  if (request.name == kPaused) SetPaused(request.value != 0);
+}
+
+void Simulator::On(const SubscribeRequest& request, const Peer& from) {
+  if (request.frequency == 0) {
+    ++counters_.cancellations;
+    Cancel(from, request.index);
+    return;
+  }
+  const int place = store_.Find(request.name);
+  if (request.frequency < 0 || place == DatarefStore::kNone || subscriptions_.size() >= kMostSubscriptions) {
+    ++counters_.refused;
+    return;
+  }
+  ++counters_.subscriptions;
+  Cancel(from, request.index);
+  const int frequency = std::min(request.frequency, kTicksPerSecond);
+  const Subscription subscription{from, request.index, place, frequency, kTicksPerSecond - frequency};
+  const auto after = std::upper_bound(subscriptions_.begin(), subscriptions_.end(), from,
+                                      [](const Peer& p, const Subscription& s) { return p < s.peer; });
+  subscriptions_.insert(after, subscription);
+}
+
+void Simulator::Cancel(const Peer& from, std::int32_t index) {
+  std::erase_if(subscriptions_,
+                [&](const Subscription& s) { return s.peer == from && s.index == index; });
+}
+
+void Simulator::Tick(std::int64_t nowMs) {
+  const double passed = lastTick_ ? static_cast<double>(nowMs - *lastTick_) / 1000 : 0;
+  lastTick_ = nowMs;
+  if (!paused_) seconds_ += std::clamp(passed, 0.0, kLongestStep) * speed_;
+  Refresh();
+  SendGroups();
+  SendValues();
+}
+
+void Simulator::Refresh() {
+  const auto set = [this](std::string_view name) { return store_.Value(store_.Find(name)); };
+  state_ = flight_.StateAt(seconds_, {set(kBarometer), set(kCourse1), set(kCourse2)});
+  store_.Refresh(state_);
+}
+
+void Simulator::SendGroups() {
+  if (!client_ || selected_.empty()) return;
+  std::vector<GroupValues> groups;
+  groups.reserve(kGroupsPerDatagram);
+  for (const int group : selected_) {
+    groups.push_back({group, groups_.Values(group)});
+    if (groups.size() < kGroupsPerDatagram) continue;
+    Transmit(BuildData(groups), *client_);
+    groups.clear();
+  }
+  if (!groups.empty()) Transmit(BuildData(groups), *client_);
+}
+
+void Simulator::SendValues() {
+  std::vector<IndexedValue> values;
+  Peer to;
+  for (Subscription& subscription : subscriptions_) {
+    subscription.credit += subscription.frequency;
+    if (subscription.credit < kTicksPerSecond) continue;
+    subscription.credit -= kTicksPerSecond;
+    if (subscription.peer != to) Flush(values, to);
+    to = subscription.peer;
+    values.push_back({subscription.index, static_cast<float>(store_.Value(subscription.place))});
+    if (values.size() == kValuesPerDatagram) Flush(values, to);
+  }
+  Flush(values, to);
+}
+
+void Simulator::Flush(std::vector<IndexedValue>& values, const Peer& to) {
+  if (!values.empty()) Transmit(BuildValues(values), to);
+  values.clear();
+}
+
+void Simulator::Transmit(ByteView datagram, const Peer& to) {
+  ++counters_.sent;
+  send_(datagram, to);
+}
+
+void Simulator::ForgetClients() {
+  client_.reset();
+  selected_.clear();
+  subscriptions_.clear();
+}
+
+void Simulator::SetPaused(bool paused) {
+  paused_ = paused;
+  store_.Write(store_.Find(kPaused), paused ? 1 : 0);
+}
+
+void Simulator::SetSpeed(double factor) {
+  speed_ = std::isfinite(factor) ? std::clamp(factor, kSlowest, kFastest) : 1;
+  store_.Write(store_.Find("sim/time/sim_speed"), speed_);
+}
+
+void Simulator::RestartFlight(double atSeconds) {
+  seconds_ = std::isfinite(atSeconds) && atSeconds > 0 ? atSeconds : 0;
+  store_.ReleaseScripted();
+  Refresh();
+}
+
+}  // namespace tvx::vc

@@ -84,21 +84,5 @@ TEST(QtEventLoop, YieldComesBackAndEventsRunInside) {
   EXPECT_TRUE(loop.Ending());
 }
 
-TEST(QtTimer, TicksOnlyWhileEnabled) {
-  QtTimer timer("ProcessTimer");
-  int ticks = 0;
-  timer.SetInterval(0);
-  timer.OnTick([&] { ++ticks; });
-  EXPECT_FALSE(timer.Enabled());
-  timer.SetEnabled(true);
-  ASSERT_TRUE(WaitUntil([&] { return ticks >= 3; }));
-  timer.SetEnabled(false);
-  const int before = ticks;
-  bool later = false;
-  QTimer::singleShot(20, [&] { later = true; });
-  ASSERT_TRUE(WaitUntil([&] { return later; }));
-  EXPECT_EQ(ticks, before);
-}
-
 }  // namespace
 }  // namespace tvx

@@ -1,0 +1,18 @@
+// The syntax of key sequences: "^" Ctrl, "+" Shift, {NAME} a named key, {c} a character that has a meaning of
+// its own otherwise, anything else a character.
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/KeyInjector.h"
+
+namespace tvx {
+
+// Takes a sequence apart into keys. "^" and "+" hold for the next key only. Nothing for a text that breaks
+// the syntax: an unknown name, an open brace, a bare one of % ~ ( ) [ ] }, a modifier without a key, a
+// character that no key types (control characters other than backspace, tab, carriage return and escape).
+std::optional<std::vector<KeyPress>> ParseKeySequence(std::string_view sequence);
+
+}  // namespace tvx

@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "fakes/FakeHost.h"
+#include "fakes/FakeKeyInjector.h"
+#include "simlink/Keystroke.h"
+#include "simlink/KeystrokeSequence.h"
+
+namespace tvx {
+namespace {
+
+std::int16_t Code(int bits) {
+  return static_cast<std::int16_t>(static_cast<std::uint16_t>(bits));
+}
+
+TEST(Keystroke, SequenceOfACode) {
+  const struct {
+    int code;
+    std::string_view sequence;
+  } cases[] = {
+      {0x0000, ""},
+      {0x4041, ""},
+      {0xC000, ""},
+      {0x3F00, ""},
+      {0x2600, ""},
+      {0xD600, "^+{F1}"},
+      {0x9600, "^{F1}"},
+      {0x5600, "+{F1}"},
+      {0x2500, "{F16}"},
+      {0x0800, "{ENTER}"},
+      {0x0200, "{BACKSPACE}"},
+      {0x1300, "{SCROLLLOCK}"},
+      {0x017E, "{~}"},
+      {0x0141, "A"},
+      {0x017D, "{}}"},
+      {0x017B, "{{}"},
+      {0x012B, "{+}"},
+      {0x0125, "{%}"},
+      {0x015E, "{^}"},
+      {0x0129, "{)}"},
+      {0x0128, "{(}"},
+      {0x015B, "{[}"},
+      {0x015D, "{]}"},
+      {0x0120, " "},
+      {0xC12B, "^+{+}"},
+      {0x01E4, "\xE4"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(KeySequence(Code(c.code)), c.sequence) << std::hex << c.code;
+    EXPECT_EQ(JoinKeystroke(SplitKeystroke(Code(c.code))), Code(c.code)) << std::hex << c.code;
+  }
+}
+
+// Every code that types something comes through its own syntax as the key it names.
+TEST(Keystroke, EveryCodeIsUnderstoodByTheParser) {
+  for (int name = 2; name < kNamedKeys; ++name) {
+    for (const int held : {0, 0x4000, 0x8000, 0xC000}) {
+      const auto keys = ParseKeySequence(KeySequence(Code(held | name << 8)));
+      ASSERT_TRUE(keys && keys->size() == 1) << KeyNames[static_cast<std::size_t>(name)];
+      const KeyPress expected{static_cast<NamedKey>(name), 0, (held & 0x8000) != 0, (held & 0x4000) != 0};
+      EXPECT_EQ(keys->front(), expected) << name;
+    }
+  }
+  for (char32_t character = 0x20; character <= 0xFF; ++character) {
+    const auto keys = ParseKeySequence(KeySequence(Code(0x0100 | static_cast<int>(character))));
+    const bool typed = character < 0x7F || character >= 0xA0;
+    ASSERT_EQ(keys.has_value(), typed) << static_cast<int>(character);
+    if (typed) {
+      EXPECT_EQ(*keys, (std::vector<KeyPress>{{NamedKey::Character, character}}));
+    }
+  }
+}
+
+TEST(Keystroke, ParserOfSequences) {
+  using Keys = std::vector<KeyPress>;
+  const struct {
+    std::string_view text;
+    std::optional<Keys> keys;
+  } cases[] = {
+      {"", Keys{}},
+      {"aB", Keys{{NamedKey::Character, 'a'}, {NamedKey::Character, 'B'}}},
+      {"^+{F1}x", Keys{{NamedKey::F1, 0, true, true}, {NamedKey::Character, 'x'}}},
+      {"+^{UP}", Keys{{NamedKey::Up, 0, true, true}}},
+      {"{}}", Keys{{NamedKey::Character, '}'}}},
+      {"{{}", Keys{{NamedKey::Character, '{'}}},
+      {"{a}", Keys{{NamedKey::Character, 'a'}}},
+      {"\r\t\b\x1B", Keys{{NamedKey::Enter}, {NamedKey::Tab}, {NamedKey::Backspace}, {NamedKey::Esc}}},
+      {"{", {}},
+      {"}", {}},
+      {"{}", {}},
+      {"{F1", {}},
+      {"{f1}", {}},
+      {"{F17}", {}},
+      {"{NONE}", {}},
+      {"{KEYSTROKE}", {}},
+      {"^", {}},
+      {"a+", {}},
+      {"%", {}},
+      {"~", {}},
+      {"(", {}},
+      {")", {}},
+      {"[", {}},
+      {"]", {}},
+      {"\x01", {}},
+      {"\x80", {}},
+      {"a\x7F", {}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ParseKeySequence(c.text), c.keys) << c.text;
+}
+
+struct KeystrokesTest : testing::Test {
+  FakeKeyInjector injector;
+  FakeMessageBoxes boxes;
+  bool minimized = true;
+  Keystrokes keystrokes{injector, boxes, [this] { return minimized; }};
+};
+
+TEST_F(KeystrokesTest, InjectsOnlyWhileTheStatusFormIsMinimized) {
+  keystrokes.SendKeystroke(0x0800);
+  ASSERT_EQ(injector.keys.size(), 1u);
+  EXPECT_EQ(injector.keys[0], KeyPress{NamedKey::Enter});
+  EXPECT_TRUE(boxes.shown.empty());
+
+  minimized = false;
+  keystrokes.SendKeystroke(0x0800);
+  EXPECT_EQ(injector.keys.size(), 1u);
+  EXPECT_EQ(boxes.shown, (std::vector<std::string>{"Keystroke received from IO module: {ENTER}\r\n"
+                                                   "To send to FS this window must be minimized"}));
+}
+
+TEST_F(KeystrokesTest, ACodeWithoutAKeySaysNothing) {
+  for (const bool isMinimized : {true, false}) {
+    minimized = isMinimized;
+    for (const int code : {0x0000, 0xC000, 0x00FF, 0x3F00}) keystrokes.SendKeystroke(Code(code));
+  }
+  EXPECT_TRUE(injector.keys.empty());
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
+TEST_F(KeystrokesTest, MessageShowsCharactersBeyondAscii) {
+  minimized = false;
+  keystrokes.SendKeystroke(0x01E4);
+  ASSERT_EQ(boxes.shown.size(), 1u);
+  EXPECT_NE(boxes.shown[0].find("module: \xC3\xA4\r\n"), std::string::npos);
+}
+
+TEST_F(KeystrokesTest, EveryKeystrokeActionHasTheSameLabel) {
+  keystrokes.ConvertKeytoName(0);
+  EXPECT_EQ(keystrokes.ActionLabel(), "KB Stroke");
+}
+
+}  // namespace
+}  // namespace tvx

@@ -112,12 +112,12 @@ void ConfigReader::ReadForceFeedback() {
 }
 
 void ConfigReader::ReadYoke1Tail(YokeRecord& yoke) {
-  in_.Single("TailByte", yoke.TailByte);
-  in_.Single("TailSingle", yoke.TailSingle);
-  for (auto& number : yoke.TailNumbers) in_.Single("TailNumbers", number);
-  for (auto& tail : yoke.Tails) {
-    in_.Single("Tails.Value", tail.Value);
-    in_.Single("Tails.Choice", tail.Choice);
+  in_.Single("StallMargin", yoke.StallMargin);
+  in_.Single("GustTime", yoke.GustTime);
+  in_.EachOnItsLine([&](auto&& visit) { YokeRecord::TailNumbers(yoke, visit); });
+  for (auto& effect : yoke.Effects) {
+    in_.Single("Effects.Frequency", effect.Frequency);
+    in_.Single("Effects.Level", effect.Level);
   }
 }
 
@@ -125,15 +125,15 @@ void ConfigReader::ReadYoke1Tail(YokeRecord& yoke) {
 // so every later value comes from the line before its own, and the last byte from the closing "end", where it
 // is 0. Files in use depend on both sides staying as they are.
 void ConfigReader::ReadYoke2Tail(YokeRecord& yoke) {
-  in_.Single("TailByte", yoke.TailByte);
-  in_.Single("TailInteger", yoke.TailInteger);
-  for (auto& number : yoke.TailNumbers) in_.Single("TailNumbers", number);
-  for (std::size_t i = 0; i + 1 < yoke.Tails.size(); ++i) {
-    in_.Single("Tails.Value", yoke.Tails[i].Value);
-    in_.Single("Tails.Choice", yoke.Tails[i].Choice);
+  in_.Single("StallMargin", yoke.StallMargin);
+  in_.Single("TailZero", yoke.TailZero);
+  in_.EachOnItsLine([&](auto&& visit) { YokeRecord::TailNumbers(yoke, visit); });
+  for (std::size_t i = 0; i + 1 < yoke.Effects.size(); ++i) {
+    in_.Single("Effects.Frequency", yoke.Effects[i].Frequency);
+    in_.Single("Effects.Level", yoke.Effects[i].Level);
   }
-  in_.Single("Tails.Value", yoke.Tails.back().Value);
-  in_.SingleOrText("Tails.Choice", yoke.Tails.back().Choice, "end");
+  in_.Single("Effects.Frequency", yoke.Effects.back().Frequency);
+  in_.SingleOrText("Effects.Level", yoke.Effects.back().Level, "end");
 }
 
 }  // namespace tvx

@@ -64,10 +64,10 @@ void WritePlates(LineWriter& out, const std::vector<PlateRecord>& plates) {
 }
 
 void WriteYokeEnd(LineWriter& out, const YokeRecord& yoke) {
-  for (const auto number : yoke.TailNumbers) out.Single(number);
-  for (const auto& tail : yoke.Tails) {
-    out.Single(tail.Value);
-    out.Single(tail.Choice);
+  YokeRecord::TailNumbers(yoke, [&out](std::string_view, const auto& field) { out.Single(field); });
+  for (const auto& effect : yoke.Effects) {
+    out.Single(effect.Frequency);
+    out.Single(effect.Level);
   }
 }
 
@@ -77,12 +77,12 @@ void WriteForceFeedback(LineWriter& out, const ConfigModel& model) {
   GeneralFFBRecord::Fields(model.GeneralFFB, single);
   out.Single(std::string_view("Yoke1"));
   YokeRecord::Head(model.Yoke1, single);
-  out.Single(model.Yoke1.TailByte);
-  out.Single(model.Yoke1.TailSingle);
+  out.Single(model.Yoke1.StallMargin);
+  out.Single(model.Yoke1.GustTime);
   WriteYokeEnd(out, model.Yoke1);
   out.Single(std::string_view("Yoke2"));
   YokeRecord::Head(model.Yoke2, single);
-  out.Single(model.Yoke2.TailInteger);  // one line, where the reader takes two: see ReadYoke2Tail
+  out.Single(model.Yoke2.TailZero);  // one line, where the reader takes two: see ReadYoke2Tail
   WriteYokeEnd(out, model.Yoke2);
 }
 

@@ -254,67 +254,128 @@ struct PlateRecord {
   std::array<std::int16_t, kPoints> Position{};
 };
 
-// The force-feedback settings that both yokes share.
+// The force-feedback settings that both yokes share. A record whose numbers and percentages are all 0 was
+// never set; the standard values count then (docs/force-feedback.md).
 struct GeneralFFBRecord {
+  // One point of both force tables.
   struct ForcePoint {
-    float First[2]{};   // two values of the first force table's entry
-    float Second[2]{};  // two of the second's
+    float RollAirspeed = 0;   // kt
+    float RollForce = 0;      // centring force at full deflection, % of what the yoke can give
+    float PitchAirspeed = 0;  // kt
+    float PitchForce = 0;     // %
   };
-  std::array<std::int16_t, 2> Numbers{};
-  std::array<Byte, 6> Levels{};
+  std::int16_t MasterYoke = 0;  // 1 or 2: who flies after the start; any other number counts as 1
+  std::int16_t GripThreshold =
+      0;                    // counts of deflection (0..511) against the servo that take over; 0: none do
+  Byte MaximumForce = 0;    // % of what the yoke can give; nothing ever exceeds it
+  Byte Friction = 0;        // %
+  Byte Damping = 0;         // %
+  Byte GroundForce = 0;     // %: least centring force on the ground
+  Byte RollTrimRange = 0;   // % of the travel that full trim moves the centre
+  Byte PitchTrimRange = 0;  // %
   std::array<ForcePoint, 13> ForceTable{};
 
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
-    for (auto& v : r.Numbers) visit("Numbers", v);
-    for (auto& v : r.Levels) visit("Levels", v);
+    visit("MasterYoke", r.MasterYoke);
+    visit("GripThreshold", r.GripThreshold);
+    visit("MaximumForce", r.MaximumForce);
+    visit("Friction", r.Friction);
+    visit("Damping", r.Damping);
+    visit("GroundForce", r.GroundForce);
+    visit("RollTrimRange", r.RollTrimRange);
+    visit("PitchTrimRange", r.PitchTrimRange);
     for (auto& p : r.ForceTable) {
-      visit("ForceTable.First", p.First[0]);
-      visit("ForceTable.First", p.First[1]);
-      visit("ForceTable.Second", p.Second[0]);
-      visit("ForceTable.Second", p.Second[1]);
+      visit("ForceTable.RollAirspeed", p.RollAirspeed);
+      visit("ForceTable.RollForce", p.RollForce);
+      visit("ForceTable.PitchAirspeed", p.PitchAirspeed);
+      visit("ForceTable.PitchForce", p.PitchForce);
     }
   }
 };
 
 // The settings of one yoke. `Head` goes up to and including the line of option bits and is the same for both;
-// the rest of the section differs between the yokes and between reading and writing (see ConfigFile.cpp).
+// the rest of the section differs between the yokes and between reading and writing (ConfigReader.cpp), so
+// yoke 1 keeps there what both yokes share, and yoke 2 nothing. Raw positions 0..65535 of the yoke's and the
+// joystick's axes are kept less 32768, so that they fit; 0 is the middle.
 struct YokeRecord {
   struct Button {
-    Byte Action = 0;
-    std::string Text;
+    Byte Action = 0;   // what pressing it does (ffb/YokeSettings.h)
+    std::string Text;  // the simulator command of the action that runs one
   };
-  struct Tail {
-    float Value = 0;
-    Byte Choice = 0;
+  struct Effect {
+    float Frequency = 0;  // Hz
+    Byte Level = 0;       // %
   };
-  std::int16_t Number0 = 0;
-  Byte Level0 = 0;
-  std::array<std::int16_t, 19> Numbers{};
-  std::array<Byte, 3> Levels{};
-  std::array<std::int16_t, 13> MoreNumbers{};
-  Byte Level1 = 0;
+  std::int16_t StartMode = 0;                   // YokeMode after the start, 0..4
+  Byte Address = 0;                             // of the yoke in its frames; 0: any sender is accepted
+  std::array<std::int16_t, 18> FfbFunctions{};  // Function numbers by FFB offset; 0: the standard one
+  std::int16_t JoystickNumber = 0;              // 0-based
+  Byte RudderAxis = 0;                          // places in the list of axes; 0: none
+  Byte LeftBrakeAxis = 0;
+  Byte RightBrakeAxis = 0;
+  std::int16_t RollLeft = 0;  // raw less 32768, and so are all below; left = right: not calibrated
+  std::int16_t RollCentre = 0;
+  std::int16_t RollRight = 0;
+  std::int16_t PitchForward = 0;
+  std::int16_t PitchCentre = 0;
+  std::int16_t PitchBack = 0;
+  std::int16_t RudderLeft = 0;
+  std::int16_t RudderCentre = 0;
+  std::int16_t RudderRight = 0;
+  std::int16_t LeftBrakeReleased = 0;
+  std::int16_t LeftBrakePressed = 0;
+  std::int16_t RightBrakeReleased = 0;
+  std::int16_t RightBrakePressed = 0;
+  Byte ForceLevel = 0;  // % of the computed forces that this yoke gives; 0 counts as 100
   std::array<Button, 16> Buttons{};
-  std::int16_t OptionBits = 0;
-  Byte TailByte = 0;             // yoke 1, and what the reader makes of yoke 2's line
-  float TailSingle = 0;          // yoke 1
-  std::int16_t TailInteger = 0;  // yoke 2
-  std::array<std::int16_t, 4> TailNumbers{};
-  std::array<Tail, 12> Tails{};
+  std::int16_t OptionBits = 0;  // ffb/YokeSettings.h
+  // Yoke 1, for both. Each number: 0 counts as the standard value. Effects that are all 0 were never set.
+  Byte StallMargin = 0;               // % above the stall speed where the buffet begins
+  float GustTime = 0;                 // s: how long a gust's force lasts
+  std::int16_t TailZero = 0;          // yoke 2's line in place of the two above: always 0
+  std::int16_t StallSpeed = 0;        // kt at 1 g
+  std::int16_t NeverExceedSpeed = 0;  // kt
+  std::int16_t ServoSpeed = 0;        // counts (0..511) a second
+  std::int16_t RunwayBumps = 0;       // dm: distance of the runway's bumps
+  std::array<Effect, 12> Effects{};   // by effect and axis: 2 e the roll axis, 2 e + 1 the pitch axis
 
   template <typename Self, typename Visit>
   static void Head(Self& r, Visit&& visit) {
-    visit("Number0", r.Number0);
-    visit("Level0", r.Level0);
-    for (auto& v : r.Numbers) visit("Numbers", v);
-    for (auto& v : r.Levels) visit("Levels", v);
-    for (auto& v : r.MoreNumbers) visit("MoreNumbers", v);
-    visit("Level1", r.Level1);
-    for (auto& b : r.Buttons) {
-      visit("Buttons.Action", b.Action);
-      visit("Buttons.Text", b.Text);
+    visit("StartMode", r.StartMode);
+    visit("Address", r.Address);
+    for (auto& number : r.FfbFunctions) visit("FfbFunctions", number);
+    visit("JoystickNumber", r.JoystickNumber);
+    visit("RudderAxis", r.RudderAxis);
+    visit("LeftBrakeAxis", r.LeftBrakeAxis);
+    visit("RightBrakeAxis", r.RightBrakeAxis);
+    visit("RollLeft", r.RollLeft);
+    visit("RollCentre", r.RollCentre);
+    visit("RollRight", r.RollRight);
+    visit("PitchForward", r.PitchForward);
+    visit("PitchCentre", r.PitchCentre);
+    visit("PitchBack", r.PitchBack);
+    visit("RudderLeft", r.RudderLeft);
+    visit("RudderCentre", r.RudderCentre);
+    visit("RudderRight", r.RudderRight);
+    visit("LeftBrakeReleased", r.LeftBrakeReleased);
+    visit("LeftBrakePressed", r.LeftBrakePressed);
+    visit("RightBrakeReleased", r.RightBrakeReleased);
+    visit("RightBrakePressed", r.RightBrakePressed);
+    visit("ForceLevel", r.ForceLevel);
+    for (auto& button : r.Buttons) {
+      visit("Buttons.Action", button.Action);
+      visit("Buttons.Text", button.Text);
     }
     visit("OptionBits", r.OptionBits);
+  }
+  // What follows the line(s) after the option bits: four numbers and the effects.
+  template <typename Self, typename Visit>
+  static void TailNumbers(Self& r, Visit&& visit) {
+    visit("StallSpeed", r.StallSpeed);
+    visit("NeverExceedSpeed", r.NeverExceedSpeed);
+    visit("ServoSpeed", r.ServoSpeed);
+    visit("RunwayBumps", r.RunwayBumps);
   }
 };
 

@@ -78,7 +78,7 @@ const BadFile kBadFiles[] = {
      7},
     {"end too early", "\"Yoke1\"", "\"end\"", "", 8},
     {"yoke 2 does not fit where it is read", "\r\n0\r\n\"end\"", "\r\n0\r\n\"End\"",
-     "line 975, Tails.Choice: the text \"End\" stands where a number is due", 9},
+     "line 975, Effects.Level: the text \"End\" stands where a number is due", 9},
 };
 
 // Loads `text` over a configuration of other values and checks what stays: the first `loaded` sections are
@@ -145,13 +145,13 @@ TEST_F(BadConfig, PlatesWithoutForceFeedbackAreAWholeFile) {
 // Yoke 2's singles are read as bytes one line aside.
 TEST_F(BadConfig, YokeTwoValueTooLargeForTheByteItIsReadAs) {
   ConfigModel model = DistinctModel();
-  model.Yoke2.Tails[1].Value = 300;
+  model.Yoke2.Effects[1].Frequency = 300;
   FakeMessageBoxes boxes;
   ConfigModel loaded;
   std::string error;
   EXPECT_EQ(ReadConfigText(WriteConfigText(model), loaded, boxes, error), ConfigReadResult::Failed);
-  EXPECT_TRUE(error.ends_with("Tails.Choice: \"300\" is not a whole number between 0 and 255")) << error;
-  EXPECT_EQ(loaded.Yoke2.Tails[0].Value, 30);
+  EXPECT_TRUE(error.ends_with("Effects.Level: \"300\" is not a whole number between 0 and 255")) << error;
+  EXPECT_EQ(loaded.Yoke2.Effects[0].Frequency, 30);
 }
 
 constexpr char kOtherTitle[] =

@@ -41,9 +41,10 @@ TEST(ConfigText, GoldenPieces) {
   model.Plates[0].Value[24] = 1e-7;
   model.Plates[0].Value[25] = 99;  // room only: not in the file
   model.Plates[0].Position[24] = 1079;
-  model.GeneralFFB.Numbers = {1, 2};
-  model.GeneralFFB.Levels[5] = 8;
-  model.GeneralFFB.ForceTable[12] = {{1, 2}, {3, 4.5f}};
+  model.GeneralFFB.MasterYoke = 1;
+  model.GeneralFFB.GripThreshold = 2;
+  model.GeneralFFB.PitchTrimRange = 8;
+  model.GeneralFFB.ForceTable[12] = {1, 2, 3, 4.5f};
 
   auto sections = Sections(model);
   EXPECT_EQ(
@@ -135,17 +136,20 @@ TEST(ConfigText, SecondYokeIsReadOneLineAside) {
                                          "106.25\r\n36\r\n107.25\r\n37\r\n108.25\r\n38\r\n109.25\r\n39\r\n"
                                          "110.25\r\n40\r\n111.25\r\n41\r\n"));
   ConfigModel loaded;
-  loaded.Yoke2.Tails[11].Choice = 200;
+  loaded.Yoke2.Effects[11].Level = 200;
   FakeMessageBoxes boxes;
   std::string error;
   ASSERT_EQ(ReadConfigText(WriteConfigText(saved), loaded, boxes, error), ConfigReadResult::Loaded) << error;
   const YokeRecord& yoke = loaded.Yoke2;
-  EXPECT_EQ(yoke.TailByte, 7);
-  EXPECT_EQ(yoke.TailInteger, 11);
-  EXPECT_EQ(yoke.TailNumbers, (std::array<std::int16_t, 4>{12, 13, 14, 100}));
+  EXPECT_EQ(yoke.StallMargin, 7);
+  EXPECT_EQ(yoke.TailZero, 11);
+  EXPECT_EQ(yoke.StallSpeed, 12);
+  EXPECT_EQ(yoke.NeverExceedSpeed, 13);
+  EXPECT_EQ(yoke.ServoSpeed, 14);
+  EXPECT_EQ(yoke.RunwayBumps, 100);
   for (std::size_t i = 0; i < 12; ++i) {
-    EXPECT_EQ(yoke.Tails[i].Value, static_cast<float>(30 + i)) << i;
-    EXPECT_EQ(yoke.Tails[i].Choice, i < 11 ? 101 + i : 0) << i;
+    EXPECT_EQ(yoke.Effects[i].Frequency, static_cast<float>(30 + i)) << i;
+    EXPECT_EQ(yoke.Effects[i].Level, i < 11 ? 101 + i : 0) << i;
   }
 }
 

@@ -53,12 +53,12 @@ void VisitAll(Model& model, Visit&& visit) {
   }
   GeneralFFBRecord::Fields(model.GeneralFFB, visit);
   YokeRecord::Head(model.Yoke1, visit);
-  visit("Yoke1.TailByte", model.Yoke1.TailByte);
-  visit("Yoke1.TailSingle", model.Yoke1.TailSingle);
-  for (auto& number : model.Yoke1.TailNumbers) visit("Yoke1.TailNumbers", number);
-  for (auto& tail : model.Yoke1.Tails) {
-    visit("Yoke1.Tails.Value", tail.Value);
-    visit("Yoke1.Tails.Choice", tail.Choice);
+  visit("Yoke1.StallMargin", model.Yoke1.StallMargin);
+  visit("Yoke1.GustTime", model.Yoke1.GustTime);
+  YokeRecord::TailNumbers(model.Yoke1, visit);
+  for (auto& effect : model.Yoke1.Effects) {
+    visit("Yoke1.Effects.Frequency", effect.Frequency);
+    visit("Yoke1.Effects.Level", effect.Level);
   }
   YokeRecord::Head(model.Yoke2, visit);
 }
@@ -69,10 +69,13 @@ inline ConfigModel DistinctModel() {
   model.Plates.resize(3);
   VisitAll(model, Filler());
   model.General.ConfigHeader = BuildConfigHeader("X-Plane", "12.11.00", "2024-03-05 14:30:15");
-  model.Yoke2.TailInteger = 7;
-  model.Yoke2.TailNumbers = {11, 12, 13, 14};
+  model.Yoke2.TailZero = 7;
+  model.Yoke2.StallSpeed = 11;
+  model.Yoke2.NeverExceedSpeed = 12;
+  model.Yoke2.ServoSpeed = 13;
+  model.Yoke2.RunwayBumps = 14;
   for (std::size_t i = 0; i < 12; ++i) {
-    model.Yoke2.Tails[i] = {100.25f + static_cast<float>(i), static_cast<Byte>(30 + i)};
+    model.Yoke2.Effects[i] = {100.25f + static_cast<float>(i), static_cast<Byte>(30 + i)};
   }
   return model;
 }

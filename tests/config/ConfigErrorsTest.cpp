@@ -72,7 +72,7 @@ const BadFile kBadFiles[] = {
      "line 712: more values than are due", 7},
     {"control characters", "\"GeneralFFB\"\r\n0",
      std::string("\"GeneralFFB\"\r\n\x01") + std::string(50, '9'),
-     "line 712, Numbers: \"?999999999999999999999999999999999999999...\" is not a whole number between "
+     "line 712, MasterYoke: \"?999999999999999999999999999999999999999...\" is not a whole number between "
      "-32768 and "
      "32767",
      7},

@@ -71,12 +71,15 @@ std::string DefaultConfiguration() {
 }
 
 Cockpit::Cockpit(const ConfigModel& model, Settings settings, QObject* parent)
-    : QObject(parent), model_(model), settings_(std::move(settings)), gaugeLine_(GaugeLink(model, settings_)) {
+    : QObject(parent),
+      model_(model),
+      settings_(std::move(settings)),
+      gaugeLine_(GaugeLink(model, settings_)) {
   for (int id = 1; id < kGauges; ++id) {
     const GaugeRecord& record = model.Gauges[static_cast<std::size_t>(id)];
     if (record.GaugeType == 0) continue;
-    Gauges().Add(MakeDevice(
-        {static_cast<Byte>(id), record.GaugeType, record.GaugeSetting1, record.GaugeSetting2}));
+    Gauges().Add(
+        MakeDevice({static_cast<Byte>(id), record.GaugeType, record.GaugeSetting1, record.GaugeSetting2}));
   }
   for (const FunctionRecord& function : model.Functions) DefineDatarefs(function, Sim().Datarefs());
 }

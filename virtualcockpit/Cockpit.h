@@ -12,8 +12,8 @@
 
 namespace tvx::vc {
 
-// Reads a configuration file; questions are answered with yes. False with the reason in words; what was read before
-// an error stays in the model.
+// Reads a configuration file; questions are answered with yes. False with the reason in words; what was read
+// before an error stays in the model.
 bool LoadConfiguration(const std::string& file, ConfigModel& model, std::string& error);
 // The file that the start-up file in the working folder names, otherwise "Default.cfg".
 std::string DefaultConfiguration();
@@ -21,13 +21,14 @@ std::string DefaultConfiguration();
 class Cockpit : public QObject {
  public:
   struct Settings {
-    std::optional<int> port;  // of the simulator; nothing: the configuration's, otherwise 49000; 0: any free one
+    std::optional<int>
+        port;  // of the simulator; nothing: the configuration's, otherwise 49000; 0: any free one
     std::string folder = ".";  // where comports/ is
     bool links = true;         // whether comports/com<n> is made
   };
 
-  // Makes the instruments that the configuration names, and every dataref that it needs. Nothing runs yet. The
-  // model must outlive the cockpit.
+  // Makes the instruments that the configuration names, and every dataref that it needs. Nothing runs yet.
+  // The model must outlive the cockpit.
   Cockpit(const ConfigModel& model, Settings settings, QObject* parent = nullptr);
 
   // Starts simulator and gauge bus. False when one of them could not start; the other runs all the same.

@@ -18,9 +18,9 @@ enum class DeviceFault {
   Duplicate,  // a second instrument answers under the same address
   Dead,       // neither understands nor answers: without power, or taken out
 };
-inline constexpr DeviceFault kDeviceFaults[] = {DeviceFault::None,      DeviceFault::Silent, DeviceFault::Garbled,
-                                                DeviceFault::Late,      DeviceFault::Duplicate,
-                                                DeviceFault::Dead};
+inline constexpr DeviceFault kDeviceFaults[] = {DeviceFault::None,      DeviceFault::Silent,
+                                                DeviceFault::Garbled,   DeviceFault::Late,
+                                                DeviceFault::Duplicate, DeviceFault::Dead};
 // The fault in a few plain words.
 std::string_view FaultText(DeviceFault fault);
 
@@ -77,7 +77,8 @@ class Device {
   std::int32_t lastCommand_ = -1, lastValue_ = 0;
 };
 
-// The instrument of a Gaugetype code; one of an unknown code takes every command and answers with its name plate.
+// The instrument of a Gaugetype code; one of an unknown code takes every command and answers with its name
+// plate.
 std::unique_ptr<Device> MakeDevice(const Device::Identity& identity);
 
 }  // namespace tvx::vc

@@ -36,7 +36,8 @@ class FrameDecoder {
   void Reset() { length_ = 0; }
 
   std::uint64_t Frames() const { return frames_; }
-  // Bytes that were part of no frame. The 0xFF before a frame and the blank after one are no garbage: fillers.
+  // Bytes that were part of no frame. The 0xFF before a frame and the blank after one are no garbage:
+  // fillers.
   std::uint64_t Garbage() const { return garbage_; }
   std::uint64_t Fillers() const { return fillers_; }
 

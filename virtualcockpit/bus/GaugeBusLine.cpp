@@ -16,7 +16,9 @@ GaugeBusLine::GaugeBusLine(std::string link, QObject* parent)
   connect(&timer_, &QTimer::timeout, this, [this] { bus_.Tick(NowMs()); });
 }
 
-GaugeBusLine::~GaugeBusLine() { Unplug(); }
+GaugeBusLine::~GaugeBusLine() {
+  Unplug();
+}
 
 bool GaugeBusLine::Plug() {
   Unplug();

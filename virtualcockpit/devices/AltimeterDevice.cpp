@@ -23,7 +23,8 @@ void AltimeterDevice::TurnKnob(int clicks) {
 // Always reports clicks of the knob, also none: the pressure alone would be taken as a setting, and a whole
 // millibar that is converted there and back would creep.
 void AltimeterDevice::FillReply(Reply& reply) {
-  const int pressure = std::clamp(pressure_.value_or(Inches() ? kStandardInches : kStandardMillibar), 0, 32767);
+  const int pressure =
+      std::clamp(pressure_.value_or(Inches() ? kStandardInches : kStandardMillibar), 0, 32767);
   reply[5] = 'P';
   reply[6] = static_cast<Byte>(pressure >> 8);
   reply[7] = static_cast<Byte>(pressure & 0xFF);

@@ -26,8 +26,8 @@ void IoModuleDevice::SetAnalogue(int number, int value) {
   Changed();
 }
 
-// Switch 0 is the highest bit of the sixth byte. Of two analogue values in turn, one byte holds the high four bits of
-// both, and a byte for each the low eight.
+// Switch 0 is the highest bit of the sixth byte. Of two analogue values in turn, one byte holds the high four
+// bits of both, and a byte for each the low eight.
 void IoModuleDevice::FillReply(Reply& reply) {
   for (int i = 0; i < kSwitches; ++i) {
     if (Switch(i)) reply[static_cast<std::size_t>(5 + i / 8)] |= static_cast<Byte>(0x80 >> (i % 8));

@@ -18,9 +18,9 @@ struct Row {
   std::unique_ptr<Device> (*make)(const Device::Identity&);
 };
 constexpr Row kRows[] = {
-    {1, Make<NeedleDevice>},   {2, Make<NeedleDevice>},      {3, Make<NeedleDevice>},
-    {4, Make<NeedleDevice>},   {5, Make<NeedleDevice>},      {6, Make<NeedleDevice>},
-    {8, Make<NeedleDevice>},   {10, Make<IoModuleDevice>},   {101, Make<AltimeterDevice>},
+    {1, Make<NeedleDevice>}, {2, Make<NeedleDevice>},    {3, Make<NeedleDevice>},
+    {4, Make<NeedleDevice>}, {5, Make<NeedleDevice>},    {6, Make<NeedleDevice>},
+    {8, Make<NeedleDevice>}, {10, Make<IoModuleDevice>}, {101, Make<AltimeterDevice>},
     {106, Make<VorDevice>},
 };
 

@@ -7,7 +7,9 @@ namespace {
 
 constexpr Byte kEngineCluster = 8;
 
-int Position(std::int32_t value) { return std::clamp(value, 0, kNeedlePositions - 1); }
+int Position(std::int32_t value) {
+  return std::clamp(value, 0, kNeedlePositions - 1);
+}
 
 }  // namespace
 

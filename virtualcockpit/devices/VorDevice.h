@@ -7,12 +7,12 @@ namespace tvx::vc {
 
 class VorDevice : public Device {
  public:
-  static constexpr int kNeedleSpan = 944;    // needle 0..944, 472 in the middle
-  static constexpr int kKnobSteps = 1084;    // of one turn; the knob counts down
+  static constexpr int kNeedleSpan = 944;  // needle 0..944, 472 in the middle
+  static constexpr int kKnobSteps = 1084;  // of one turn; the knob counts down
   enum class ToFrom { Off = 0, To = 1, From = 2 };
 
   using Device::Device;
-  int Course() const { return course_; }      // needle positions
+  int Course() const { return course_; }  // needle positions
   int Glide() const { return glide_; }
   ToFrom Flag() const { return flag_; }
   // True while the glide path flag covers the needle.

@@ -10,9 +10,11 @@ namespace {
 
 using C = FaceArc::Colour;
 
-constexpr FaceArc kAirspeed[] = {{40, 85, C::White}, {48, 129, C::Green}, {129, 163, C::Yellow}, {163, 163, C::Red}};
+constexpr FaceArc kAirspeed[] = {
+    {40, 85, C::White}, {48, 129, C::Green}, {129, 163, C::Yellow}, {163, 163, C::Red}};
 constexpr FaceArc kRpm[] = {{2100, 2500, C::Green}, {2500, 2650, C::Yellow}, {2700, 2700, C::Red}};
-constexpr FaceArc kOilPressure[] = {{20, 20, C::Red}, {20, 50, C::Yellow}, {50, 90, C::Green}, {100, 100, C::Red}};
+constexpr FaceArc kOilPressure[] = {
+    {20, 20, C::Red}, {20, 50, C::Yellow}, {50, 90, C::Green}, {100, 100, C::Red}};
 constexpr FaceArc kOilTemperature[] = {{40, 110, C::Green}, {118, 118, C::Red}};
 constexpr FaceArc kVacuum[] = {{4.5, 5.5, C::Green}};
 constexpr FaceArc kVolts[] = {{24, 29, C::Green}, {31, 31, C::Red}};
@@ -33,8 +35,9 @@ struct Row {
 };
 
 Factor FactorOf(const FunctionRecord& function) {
-  const double factor =
-      function.Devider != 0 ? static_cast<double>(function.Multiplier) / static_cast<double>(function.Devider) : 1;
+  const double factor = function.Devider != 0
+                            ? static_cast<double>(function.Multiplier) / static_cast<double>(function.Devider)
+                            : 1;
   if (std::abs(factor - 1.8) < 0.001) return Factor::Fahrenheit;
   if (std::abs(factor - 1.0 / 6) < 0.01) return Factor::Gallons;
   return Factor::Any;

@@ -21,7 +21,8 @@ struct FaceStyle {
   bool compass = false;
 };
 
-// By the Function's short name ("Indicated airspeed", "Oil pressure", ...). An unknown name has no unit and no arcs.
+// By the Function's short name ("Indicated airspeed", "Oil pressure", ...). An unknown name has no unit and
+// no arcs.
 FaceStyle StyleOf(const FunctionRecord& function);
 
 }  // namespace tvx::vc

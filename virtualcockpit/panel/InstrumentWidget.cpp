@@ -14,13 +14,21 @@ namespace {
 constexpr double kNeedleTime = 0.09;  // s
 constexpr double kUnseen = 0.05;      // of a needle position
 
-bool SameLight(const FaceLight& a, const FaceLight& b) { return a.lit == b.lit && a.brightness == b.brightness; }
+bool SameLight(const FaceLight& a, const FaceLight& b) {
+  return a.lit == b.lit && a.brightness == b.brightness;
+}
 
 // A square plate with its corners cut, as instruments have them.
 QPainterPath PlatePath(double half, double cut) {
   QPainterPath path;
-  path.addPolygon(QPolygonF({{-half + cut, -half}, {half - cut, -half}, {half, -half + cut}, {half, half - cut},
-                             {half - cut, half}, {-half + cut, half}, {-half, half - cut}, {-half, -half + cut}}));
+  path.addPolygon(QPolygonF({{-half + cut, -half},
+                             {half - cut, -half},
+                             {half, -half + cut},
+                             {half, half - cut},
+                             {half - cut, half},
+                             {-half + cut, half},
+                             {-half, half - cut},
+                             {-half, -half + cut}}));
   path.closeSubpath();
   return path;
 }
@@ -63,8 +71,12 @@ InstrumentWidget::InstrumentWidget(Device& device, QString caption, QWidget* par
   setAttribute(Qt::WA_OpaquePaintEvent, false);
 }
 
-QColor InstrumentWidget::Ink() const { return theme::Ink(device_.Light()); }
-QColor InstrumentWidget::Ink(const QColor& paint) const { return theme::Ink(paint, device_.Light()); }
+QColor InstrumentWidget::Ink() const {
+  return theme::Ink(device_.Light());
+}
+QColor InstrumentWidget::Ink(const QColor& paint) const {
+  return theme::Ink(paint, device_.Light());
+}
 
 void InstrumentWidget::Text(QPainter& painter, QPointF at, double height, const QString& text,
                             const QColor& colour, bool bold) const {
@@ -98,8 +110,8 @@ void InstrumentWidget::DrawCase(QPainter& painter) const {
     for (const double y : {-80.0, 80.0}) DrawScrew(painter, {x, y}, turn += 31);
   }
   QConicalGradient ring(0, 0, 125);
-  for (const auto& [at, shade] :
-       std::initializer_list<std::pair<double, int>>{{0, 0x6e}, {.2, 0x2c}, {.5, 0x1c}, {.75, 0x3c}, {1, 0x6e}}) {
+  for (const auto& [at, shade] : std::initializer_list<std::pair<double, int>>{
+           {0, 0x6e}, {.2, 0x2c}, {.5, 0x1c}, {.75, 0x3c}, {1, 0x6e}}) {
     ring.setColorAt(at, QColor(shade, shade + 2, shade + 5));
   }
   painter.setPen(QPen(QColor(0x08, 0x09, 0x0a), 1.2));
@@ -108,7 +120,8 @@ void InstrumentWidget::DrawCase(QPainter& painter) const {
 
   const FaceLight& light = device_.Light();
   QRadialGradient dial(0, 0, kGlass);
-  const QColor glow = light.lit ? theme::Mix(theme::kDial, QColor(0x4a, 0x30, 0x14), light.brightness / 15.0) : theme::kDial;
+  const QColor glow =
+      light.lit ? theme::Mix(theme::kDial, QColor(0x4a, 0x30, 0x14), light.brightness / 15.0) : theme::kDial;
   dial.setColorAt(0, theme::Mix(QColor(0x17, 0x18, 0x1b), glow, 0.7));
   dial.setColorAt(0.75, theme::Mix(theme::kDial, glow, 0.35));
   dial.setColorAt(1, QColor(0x05, 0x05, 0x06));
@@ -145,7 +158,8 @@ void InstrumentWidget::RenewPicture() {
   const double ratio = devicePixelRatioF();
   const QSize wanted = size() * ratio;
   const FaceLight& light = device_.Light();
-  if (picture_.size() == wanted && SameLight(light, pictureLight_) && pictureVersion_ == DialVersion()) return;
+  if (picture_.size() == wanted && SameLight(light, pictureLight_) && pictureVersion_ == DialVersion())
+    return;
   picture_ = QPixmap(wanted);
   picture_.setDevicePixelRatio(ratio);
   picture_.fill(Qt::transparent);
@@ -165,7 +179,8 @@ void InstrumentWidget::paintEvent(QPaintEvent*) {
   RenewPicture();
   QPainter painter(this);
   painter.drawPixmap(0, 0, picture_);
-  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                         QPainter::SmoothPixmapTransform);
   painter.translate(width() / 2.0, height() / 2.0);
   const double scale = std::min(width(), height()) / 200.0;
   painter.scale(scale, scale);

@@ -1,4 +1,5 @@
-// One instrument of the panel: plate, bezel and glass, the same for all; what is behind the glass each kind draws.
+// One instrument of the panel: plate, bezel and glass, the same for all; what is behind the glass each kind
+// draws.
 #pragma once
 
 #include <QPixmap>
@@ -64,8 +65,8 @@ class InstrumentWidget : public QWidget {
 // A value that follows another like a needle with some mass: half the way in about a tenth of a second.
 class Needle {
  public:
-  // Goes on towards `target`; `turn` above 0 lets it take the short way round a circle of that size. True when it
-  // moved by more than can be overlooked.
+  // Goes on towards `target`; `turn` above 0 lets it take the short way round a circle of that size. True
+  // when it moved by more than can be overlooked.
   bool Follow(double target, double seconds, double turn = 0);
   double At() const { return at_; }
   void Jump(double to) {

@@ -65,7 +65,9 @@ void NeedleFace::Prepare(Hand& hand, int function, int plate, const ConfigModel&
   hand.needle.Jump(hand.scale.PositionOf(hand.scale.Low()));
 }
 
-bool NeedleFace::Large() const { return gauge_.Id().type == 4 || gauge_.Id().type == 5; }
+bool NeedleFace::Large() const {
+  return gauge_.Id().type == 4 || gauge_.Id().type == 5;
+}
 
 bool NeedleFace::MoveHand(Hand& hand, const std::optional<int>& target, double seconds) {
   if (!hand.used || !target) return false;
@@ -115,8 +117,8 @@ void NeedleFace::DrawScale(QPainter& painter, const Hand& hand, double radius, d
     if (mark.label.empty()) continue;
     const QString label = QString::fromStdString(mark.label);
     const double height = (label.size() > 3 ? 12.5 : 15) * size;
-    Text(painter, At(angle, radius - length - 10.5 * size - (label.size() > 2 ? 2 * size : 0)), height, label, Ink(),
-         true);
+    Text(painter, At(angle, radius - length - 10.5 * size - (label.size() > 2 ? 2 * size : 0)), height, label,
+         Ink(), true);
   }
 }
 
@@ -175,7 +177,8 @@ void NeedleFace::DrawDial(QPainter& painter) {
   DrawLegends(painter);
 }
 
-void NeedleFace::DrawNeedle(QPainter& painter, double degrees, double length, const QColor& colour, bool slim) const {
+void NeedleFace::DrawNeedle(QPainter& painter, double degrees, double length, const QColor& colour,
+                            bool slim) const {
   const double half = slim ? 2.1 : 3.1;
   QPainterPath blade;
   blade.moveTo(-half * 0.75, 15);
@@ -210,9 +213,10 @@ void NeedleFace::DrawDisplay(QPainter& painter) const {
   painter.drawRoundedRect(window, 2.5, 2.5);
   const auto& shown = gauge_.Display();
   const bool tenths = !shown || std::abs(*shown) < 10000;
-  const QString digits = shown ? QString::number(*shown / 10.0, 'f', tenths ? 1 : 0) : QStringLiteral("- - -");
-  Text(painter, window.center(), 17, digits, theme::Mix(QColor(0x50, 0x22, 0x08), QColor(0xff, 0x8a, 0x2a), shown ? 1 : .4),
-       true);
+  const QString digits =
+      shown ? QString::number(*shown / 10.0, 'f', tenths ? 1 : 0) : QStringLiteral("- - -");
+  Text(painter, window.center(), 17, digits,
+       theme::Mix(QColor(0x50, 0x22, 0x08), QColor(0xff, 0x8a, 0x2a), shown ? 1 : .4), true);
 }
 
 void NeedleFace::DrawMoving(QPainter& painter) {
@@ -235,7 +239,8 @@ void NeedleFace::DrawMoving(QPainter& painter) {
 QString NeedleFace::HandWords(const Hand& hand) const {
   if (!hand.told) return hand.name.toLower() + QStringLiteral(" -");
   const double value = hand.scale.ValueAt(hand.needle.At());
-  const QString unit = QString::fromUtf8(hand.style.unit.data(), static_cast<qsizetype>(hand.style.unit.size()));
+  const QString unit =
+      QString::fromUtf8(hand.style.unit.data(), static_cast<qsizetype>(hand.style.unit.size()));
   return QStringLiteral("%1 %2 %3")
       .arg(hand.name.toLower(), QString::number(value, 'f', hand.scale.High() < 20 ? 1 : 0), unit.toLower())
       .trimmed();

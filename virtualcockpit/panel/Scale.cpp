@@ -13,7 +13,9 @@ constexpr double kDegreesPerLabel = 19;  // room that a label needs
 constexpr double kSmallestGap = 2.6;     // degrees between two marks
 constexpr std::size_t kMostMarks = 400;
 
-std::string LabelOf(double value, bool fractions) { return FormatNumberText(value, fractions ? "0.0" : "0"); }
+std::string LabelOf(double value, bool fractions) {
+  return FormatNumberText(value, fractions ? "0.0" : "0");
+}
 
 bool IsMultiple(double value, double step) {
   if (step == 0) return true;
@@ -76,7 +78,8 @@ double Scale::PositionOf(double value) const {
   for (std::size_t i = 1; i < points_.size(); ++i) {
     const Point& a = points_[i - 1];
     const Point& b = points_[i];
-    if (value <= b.value) return a.position + (value - a.value) / (b.value - a.value) * (b.position - a.position);
+    if (value <= b.value)
+      return a.position + (value - a.value) / (b.value - a.value) * (b.position - a.position);
   }
   return points_.back().position;
 }
@@ -120,8 +123,8 @@ void Scale::MarkBetween(const Point& from, const Point& to, double step) {
   }
 }
 
-// The Plate's points are what the face prints; where they are too close for a label each, only the rounder ones
-// get theirs.
+// The Plate's points are what the face prints; where they are too close for a label each, only the rounder
+// ones get theirs.
 void Scale::MarkPoints() {
   double smallest = High() - Low();
   double closest = kLastPosition;

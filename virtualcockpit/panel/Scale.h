@@ -19,8 +19,8 @@ struct ScaleMark {
 class Scale {
  public:
   Scale() = default;
-  // Of a Plate's lowest and highest value and the points between them that rise. A Plate without a range gives an
-  // empty scale.
+  // Of a Plate's lowest and highest value and the points between them that rise. A Plate without a range
+  // gives an empty scale.
   explicit Scale(const PlateRecord& plate);
   // 0..1079 without values, for a gauge that has no Plate.
   static Scale Blank();

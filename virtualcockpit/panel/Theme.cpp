@@ -9,17 +9,23 @@ const QColor kPaint{0xee, 0xef, 0xea};
 const QColor kWarmDark{0x7a, 0x52, 0x26};
 const QColor kWarmBright{0xff, 0xdd, 0xa6};
 
-double Brightness(const FaceLight& light) { return std::clamp(light.brightness / 15.0, 0.0, 1.0); }
+double Brightness(const FaceLight& light) {
+  return std::clamp(light.brightness / 15.0, 0.0, 1.0);
+}
 
 }  // namespace
 
 QColor Mix(const QColor& from, const QColor& to, double u) {
-  const auto part = [u](float a, float b) { return a + (b - a) * static_cast<float>(std::clamp(u, 0.0, 1.0)); };
+  const auto part = [u](float a, float b) {
+    return a + (b - a) * static_cast<float>(std::clamp(u, 0.0, 1.0));
+  };
   return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
                           part(from.blueF(), to.blueF()), part(from.alphaF(), to.alphaF()));
 }
 
-QColor Ink(const FaceLight& light) { return light.lit ? Mix(kWarmDark, kWarmBright, Brightness(light)) : kPaint; }
+QColor Ink(const FaceLight& light) {
+  return light.lit ? Mix(kWarmDark, kWarmBright, Brightness(light)) : kPaint;
+}
 
 QColor Ink(const QColor& paint, const FaceLight& light) {
   if (!light.lit) return paint;

@@ -11,10 +11,10 @@ struct FeedRow {
   double scale;
 };
 
-constexpr double kKnots = 1 / 0.514444;      // from m/s
-constexpr double kFeet = 1 / 0.3048;         // from m
-constexpr double kPounds = 1 / 0.453592;     // from kg
-constexpr double kMilesPerHour = 1.15078;    // from kt
+constexpr double kKnots = 1 / 0.514444;    // from m/s
+constexpr double kFeet = 1 / 0.3048;       // from m
+constexpr double kPounds = 1 / 0.453592;   // from kg
+constexpr double kMilesPerHour = 1.15078;  // from kt
 
 constexpr FeedRow kFeeds[] = {
     {1, 0, "sim/time/total_running_time_sec", 1},

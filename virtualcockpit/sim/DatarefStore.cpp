@@ -27,7 +27,9 @@ std::optional<Element> SplitElement(std::string_view name) {
   return Element{name.substr(0, open), number};
 }
 
-bool Usable(std::string_view name) { return !name.empty() && name.size() <= kLongestName; }
+bool Usable(std::string_view name) {
+  return !name.empty() && name.size() <= kLongestName;
+}
 
 }  // namespace
 

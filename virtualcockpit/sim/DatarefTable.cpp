@@ -244,6 +244,8 @@ constexpr DatarefRow kRows[] = {
 
 }  // namespace
 
-std::span<const DatarefRow> BuiltInDatarefs() { return kRows; }
+std::span<const DatarefRow> BuiltInDatarefs() {
+  return kRows;
+}
 
 }  // namespace tvx::vc

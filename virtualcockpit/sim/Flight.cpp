@@ -13,20 +13,22 @@ using namespace script;
 
 constexpr double kDegrees = 180 / std::numbers::pi;
 constexpr double kMetresPerKnotSecond = 0.514444;
-constexpr double kFieldElevation = 430;    // ft
-constexpr double kRunwayHeading = 242;     // true
-constexpr double kVariation = 2;           // east
+constexpr double kFieldElevation = 430;  // ft
+constexpr double kRunwayHeading = 242;   // true
+constexpr double kVariation = 2;         // east
 constexpr double kLatitude = 51.72, kLongitude = 6.31;
 constexpr double kStartLocalTime = 20.6 * 3600;
-constexpr double kFuelAtStart = 118;       // lb in each tank
+constexpr double kFuelAtStart = 118;  // lb in each tank
 constexpr double kDegreesPerDot = 2;
-constexpr double kFullDeflection = 2.5;    // dots
+constexpr double kFullDeflection = 2.5;  // dots
 
 double Wrap360(double angle) {
   const double wrapped = std::fmod(angle, 360);
   return wrapped < 0 ? wrapped + 360 : wrapped;
 }
-double Wrap180(double angle) { return Wrap360(angle + 180) - 180; }
+double Wrap180(double angle) {
+  return Wrap360(angle + 180) - 180;
+}
 
 // A gentle bump in the air, never the same twice in a flight but the same in every flight.
 double Gust(double t, double period, double shift) {
@@ -42,8 +44,8 @@ double Airborne(double t) {
 
 double ScriptedBank(double t) {
   for (const Turn& turn : kTurns) {
-    const Key keys[] = {{turn.start, 0}, {turn.start + kTurnIn, turn.bank}, {turn.end - kTurnIn, turn.bank},
-                        {turn.end, 0}};
+    const Key keys[] = {
+        {turn.start, 0}, {turn.start + kTurnIn, turn.bank}, {turn.end - kTurnIn, turn.bank}, {turn.end, 0}};
     if (t > turn.start && t < turn.end) return ValueAt(keys, t);
   }
   return 0;
@@ -55,7 +57,9 @@ int TurnAt(double t) {
   return -1;
 }
 
-double TrueAirspeed(double t) { return ValueAt(kAirspeed, t) * 1.02; }
+double TrueAirspeed(double t) {
+  return ValueAt(kAirspeed, t) * 1.02;
+}
 
 // Degrees per second of a coordinated turn.
 double TurnRate(double t) {
@@ -131,8 +135,10 @@ void FillElectrics(FlightState& s, double t) {
   s.avionicsOn = t > 14 && t < 260.3 ? 1 : 0;
   s.generatorOn = t > 11 && t < 263 ? 1 : 0;
   s.battery = s.batteryOn != 0 ? s.bus1 : 24.4;
-  static constexpr Key generator[] = {{0, 0}, {11, 0}, {13, 34}, {20, 24}, {60, 14}, {129, 13}, {143, 19}, {262, 18}, {264, 0}, {270, 0}};
-  static constexpr Key battery[] = {{0, 0}, {2, 0}, {2.6, -6}, {6, -7}, {7, -95}, {9, -85}, {11, -8}, {13, 18}, {60, 2}, {262, 1}, {265, -8}, {268, 0}, {270, 0}};
+  static constexpr Key generator[] = {{0, 0},    {11, 0},   {13, 34},  {20, 24}, {60, 14},
+                                      {129, 13}, {143, 19}, {262, 18}, {264, 0}, {270, 0}};
+  static constexpr Key battery[] = {{0, 0},   {2, 0},  {2.6, -6}, {6, -7},   {7, -95}, {9, -85}, {11, -8},
+                                    {13, 18}, {60, 2}, {262, 1},  {265, -8}, {268, 0}, {270, 0}};
   s.generatorAmps = ValueAt(generator, t);
   s.batteryAmps = ValueAt(battery, t);
   s.instrumentLights = ValueAt(kInstrumentLights, t);
@@ -161,7 +167,8 @@ void FillNavigation(FlightState& s, const FlightSettings& settings) {
   s.nav2Flag = s.avionicsOn != 0 ? course2.flag : 0;
   s.adfBearing = Wrap360(FixOf(kAdf, s).bearing - s.heading);
   // The glide path is received on the way down only; it fades in and out of the scale.
-  static constexpr Key glide[] = {{0, 0}, {196, 0}, {206, -1.6}, {216, .7}, {226, -.25}, {236, .1}, {241, -1.2}, {247, 0}, {270, 0}};
+  static constexpr Key glide[] = {{0, 0},    {196, 0},    {206, -1.6}, {216, .7}, {226, -.25},
+                                  {236, .1}, {241, -1.2}, {247, 0},    {270, 0}};
   s.nav1Glide = ValueAt(glide, s.time);
   s.nav1GlideFlag = s.avionicsOn != 0 && s.time > 197 && s.time < 246 ? 0 : 1;
 }
@@ -263,7 +270,8 @@ FlightState Flight::StateAt(double seconds, const FlightSettings& settings) cons
   s.mach = s.trueAirspeed / 661;
   s.windSpeed = 6;
   s.windDirection = 260;
-  s.groundSpeed = std::max(0.0, s.trueAirspeed - air * 5 * std::cos((sum.heading - s.windDirection) / kDegrees));
+  s.groundSpeed =
+      std::max(0.0, s.trueAirspeed - air * 5 * std::cos((sum.heading - s.windDirection) / kDegrees));
   s.altitude = sum.altitude;
   s.heightAboveGround = std::max(0.0, sum.altitude - kFieldElevation);
   s.onGround = s.heightAboveGround < 0.5 ? 1 : 0;
@@ -276,8 +284,9 @@ FlightState Flight::StateAt(double seconds, const FlightSettings& settings) cons
   s.variation = kVariation;
   s.heading = Wrap360(sum.heading + 0.4 * air * Gust(t, 31, 0.9));
   s.headingMagnetic = Wrap360(s.heading - kVariation);
-  s.compass = Wrap360(s.headingMagnetic + air * (2.2 * std::sin(t * 0.8) * std::min(1.0, std::abs(s.turnRate)) +
-                                                 0.6 * Gust(t, 7, 1.7)));
+  s.compass =
+      Wrap360(s.headingMagnetic +
+              air * (2.2 * std::sin(t * 0.8) * std::min(1.0, std::abs(s.turnRate)) + 0.6 * Gust(t, 7, 1.7)));
   s.bank = ScriptedBank(t) + 0.9 * air * Gust(t, 13, 1.3);
   s.pitch = ValueAt(kPitch, t) + 0.3 * air * Gust(t, 11, 0.2);
   s.slip = 0.4 * air * Gust(t, 19, 2.6);

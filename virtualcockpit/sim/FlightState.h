@@ -15,11 +15,11 @@ struct FlightState {
   double verticalSpeed = 0;  // ft/min
   double heading = 0, headingMagnetic = 0, compass = 0, variation = 0;
   double bank = 0, pitch = 0, turnRate = 0, slip = 0, angleOfAttack = 0, gForce = 1;
-  double pitchRate = 0, rollRate = 0;  // degrees/s
+  double pitchRate = 0, rollRate = 0;                       // degrees/s
   double latitude = 0, longitude = 0, east = 0, north = 0;  // the last two in m from the runway's threshold
 
-  double throttle = 0, mixture = 0, rpm = 0, manifold = 0, power = 0;  // 0..1, 0..1, 1/min, inHg, hp
-  double fuelFlow = 0, fuelPressure = 0, oilPressure = 0;              // lb/h, psi, psi
+  double throttle = 0, mixture = 0, rpm = 0, manifold = 0, power = 0;      // 0..1, 0..1, 1/min, inHg, hp
+  double fuelFlow = 0, fuelPressure = 0, oilPressure = 0;                  // lb/h, psi, psi
   double oilTemperature = 0, exhaustTemperature = 0, headTemperature = 0;  // degrees Celsius
   double fuelLeft = 0, fuelRight = 0;                                      // lb
   double vacuum = 0;                                                       // inHg

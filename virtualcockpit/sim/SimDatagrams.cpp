@@ -14,13 +14,17 @@ std::uint32_t U32(ByteView bytes, std::size_t at) {
   for (std::size_t i = 0; i < 4; ++i) value |= static_cast<std::uint32_t>(bytes[at + i]) << (8 * i);
   return value;
 }
-std::int32_t I32(ByteView bytes, std::size_t at) { return static_cast<std::int32_t>(U32(bytes, at)); }
+std::int32_t I32(ByteView bytes, std::size_t at) {
+  return static_cast<std::int32_t>(U32(bytes, at));
+}
 std::int32_t I32BigEndian(ByteView bytes, std::size_t at) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes[at]) << 24 |
                                    static_cast<std::uint32_t>(bytes[at + 1]) << 16 |
                                    static_cast<std::uint32_t>(bytes[at + 2]) << 8 | bytes[at + 3]);
 }
-float F32(ByteView bytes, std::size_t at) { return FloatFromLittleEndian(bytes.subspan(at).first<4>()); }
+float F32(ByteView bytes, std::size_t at) {
+  return FloatFromLittleEndian(bytes.subspan(at).first<4>());
+}
 
 // The text up to the first zero byte, without the blanks at its end.
 std::string_view Text(ByteView bytes) {
@@ -41,7 +45,8 @@ Request ParseSelect(ByteView datagram, bool select) {
   return request;
 }
 
-// A group in whole numbers gives itself away: as such numbers most values read "leave alone", as singles none.
+// A group in whole numbers gives itself away: as such numbers most values read "leave alone", as singles
+// none.
 bool HoldsIntegers(ByteView eight) {
   int wholes = 0;
   for (std::size_t k = 0; k < kGroupValues; ++k) {
@@ -59,7 +64,8 @@ Request ParseWriteGroups(ByteView datagram) {
     const ByteView eight = datagram.subspan(at + 4, 4 * kGroupValues);
     WriteGroup group{I32(datagram, at), {}, HoldsIntegers(eight)};
     for (std::size_t k = 0; k < kGroupValues; ++k) {
-      const double value = group.integers ? I32BigEndian(eight, 4 * k) : static_cast<double>(F32(eight, 4 * k));
+      const double value =
+          group.integers ? I32BigEndian(eight, 4 * k) : static_cast<double>(F32(eight, 4 * k));
       if (value != static_cast<double>(kLeaveAlone)) group.values[k] = value;
     }
     request.groups.push_back(group);
@@ -67,11 +73,15 @@ Request ParseWriteGroups(ByteView datagram) {
   return request;
 }
 
-void PutHeader(std::vector<Byte>& out, std::string_view header) { out.assign(header.begin(), header.end()); }
+void PutHeader(std::vector<Byte>& out, std::string_view header) {
+  out.assign(header.begin(), header.end());
+}
 void PutU32(std::vector<Byte>& out, std::uint32_t value) {
   for (int i = 0; i < 4; ++i) out.push_back(static_cast<Byte>(value >> (8 * i)));
 }
-void PutF32(std::vector<Byte>& out, float value) { PutU32(out, std::bit_cast<std::uint32_t>(value)); }
+void PutF32(std::vector<Byte>& out, float value) {
+  PutU32(out, std::bit_cast<std::uint32_t>(value));
+}
 
 }  // namespace
 

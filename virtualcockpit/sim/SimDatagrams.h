@@ -50,8 +50,8 @@ struct SubscribeRequest {
 };
 struct UnknownRequest {};
 
-using Request = std::variant<UnknownRequest, SelectRequest, WriteGroupsRequest, CharacterRequest, CommandRequest,
-                             WriteDatarefRequest, SubscribeRequest>;
+using Request = std::variant<UnknownRequest, SelectRequest, WriteGroupsRequest, CharacterRequest,
+                             CommandRequest, WriteDatarefRequest, SubscribeRequest>;
 
 // What a client's datagram asks for. Anything that is not exactly a known request is UnknownRequest.
 Request ParseRequest(ByteView datagram);

@@ -42,7 +42,9 @@ void Simulator::OnDatagram(ByteView datagram, const Peer& from) {
   std::visit([this, &from](const auto& r) { On(r, from); }, request);
 }
 
-void Simulator::On(const UnknownRequest&, const Peer&) { ++counters_.unknown; }
+void Simulator::On(const UnknownRequest&, const Peer&) {
+  ++counters_.unknown;
+}
 
 void Simulator::On(const SelectRequest& request, const Peer& from) {
   if (request.select) client_ = from;
@@ -119,8 +121,7 @@ void Simulator::On(const SubscribeRequest& request, const Peer& from) {
 }
 
 void Simulator::Cancel(const Peer& from, std::int32_t index) {
-  std::erase_if(subscriptions_,
-                [&](const Subscription& s) { return s.peer == from && s.index == index; });
+  std::erase_if(subscriptions_, [&](const Subscription& s) { return s.peer == from && s.index == index; });
 }
 
 void Simulator::Tick(std::int64_t nowMs) {

@@ -14,7 +14,9 @@ SimulatorService::SimulatorService(QObject* parent)
   });
 }
 
-SimulatorService::~SimulatorService() { Stop(); }
+SimulatorService::~SimulatorService() {
+  Stop();
+}
 
 bool SimulatorService::Start(std::uint16_t port) {
   Stop();

@@ -24,8 +24,8 @@ inline double SlopeAt(std::span<const Key> keys, std::size_t k) {
 // The value at `time`; before the first key its value, after the last key its value. No key: 0.
 inline double ValueAt(std::span<const Key> keys, double time) {
   if (keys.empty()) return 0;
-  const auto next = std::upper_bound(keys.begin(), keys.end(), time,
-                                     [](double t, const Key& key) { return t < key.time; });
+  const auto next =
+      std::upper_bound(keys.begin(), keys.end(), time, [](double t, const Key& key) { return t < key.time; });
   if (next == keys.begin()) return keys.front().value;
   if (next == keys.end()) return keys.back().value;
   const auto k = static_cast<std::size_t>(next - keys.begin()) - 1;

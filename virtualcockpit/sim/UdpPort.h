@@ -19,7 +19,7 @@ class UdpPort {
   bool Open(std::uint16_t port, std::string& error);
   void Close();
   bool IsOpen() const { return handle_ >= 0; }
-  int Handle() const { return handle_; }         // -1 when closed
+  int Handle() const { return handle_; }  // -1 when closed
   std::uint16_t LocalPort() const { return localPort_; }
 
   // Hands over everything that has arrived, at most a few hundred datagrams at once.

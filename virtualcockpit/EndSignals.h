@@ -1,0 +1,22 @@
+// SIGTERM and SIGINT, brought into the event loop.
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+
+namespace tvx::vc {
+
+// Calls back, from the event loop, when the program is asked to end. One object in a program.
+class EndSignals : public QObject {
+ public:
+  explicit EndSignals(std::function<void()> onEnd);
+  ~EndSignals() override;
+
+ private:
+  int handle_ = -1;
+  std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace tvx::vc

@@ -1,0 +1,166 @@
+#include "virtualcockpit/panel/AltimeterFace.h"
+
+#include <QPainterPath>
+#include <cmath>
+
+#include "virtualcockpit/panel/Theme.h"
+
+namespace tvx::vc {
+namespace {
+
+constexpr double kRadians = 3.14159265358979 / 180;
+constexpr double kFeetPerTurn = 1000;
+const QRectF kDrums{-40, -39, 80, 25};
+const QRectF kWindow{22, -9, 42, 18};
+
+QPointF At(double degrees, double radius) {
+  return {std::sin(degrees * kRadians) * radius, -std::cos(degrees * kRadians) * radius};
+}
+
+void DrawWindow(QPainter& painter, const QRectF& box) {
+  painter.setPen(QPen(QColor(0x46, 0x4b, 0x51), 1.3));
+  painter.setBrush(QColor(0x03, 0x03, 0x04));
+  painter.drawRoundedRect(box, 2, 2);
+}
+
+}  // namespace
+
+AltimeterFace::AltimeterFace(AltimeterDevice& device, QWidget* parent)
+    : InstrumentWidget(device, QStringLiteral("ALTIMETER"), parent), gauge_(device) {
+  setToolTip(QStringLiteral("Turn the mouse wheel over it to turn the pressure knob"));
+  feet_.Jump(0);
+}
+
+bool AltimeterFace::Move(double seconds) {
+  return gauge_.Feet() && feet_.Follow(*gauge_.Feet(), seconds);
+}
+
+void AltimeterFace::DrawDial(QPainter& painter) {
+  const double radius = kGlass - 4;
+  for (int i = 0; i < 50; ++i) {
+    const double angle = i * 7.2;
+    const bool large = i % 5 == 0;
+    painter.setPen(QPen(Ink(), large ? 2.8 : 1.3, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(At(angle, radius), At(angle, radius - (large ? 13 : 7)));
+    if (large) Text(painter, At(angle, radius - 24), 18, QString::number(i / 5), Ink(), true);
+  }
+  Text(painter, {-34, 0}, 9, QStringLiteral("ALT"), Ink(), true);
+  Text(painter, {0, 25}, 8, QStringLiteral("100 FEET"), Ink(QColor(0xb9, 0xbd, 0xc0)));
+  Text(painter, {43, 14}, 6.5, gauge_.Inches() ? QStringLiteral("IN HG") : QStringLiteral("MB"),
+       Ink(QColor(0xb9, 0xbd, 0xc0)));
+  // The knob at the lower left.
+  QRadialGradient knob(QPointF(-82, 78), 12);
+  knob.setColorAt(0, QColor(0x6a, 0x6f, 0x76));
+  knob.setColorAt(1, QColor(0x1d, 0x1f, 0x22));
+  painter.setPen(QPen(QColor(0, 0, 0, 180), 1));
+  painter.setBrush(knob);
+  painter.drawEllipse(QPointF(-80, 80), 10.5, 10.5);
+  Text(painter, {-80, 80}, 6.5, QStringLiteral("BARO"), QColor(0xe0, 0xe2, 0xe4), true);
+}
+
+// Ten thousands, thousands and hundreds on drums, then a drum of twenties; each rolls over with the one right
+// of it.
+void AltimeterFace::DrawDrums(QPainter& painter) const {
+  DrawWindow(painter, kDrums);
+  const double feet = std::abs(feet_.At());
+  const double width = kDrums.width() / 5;
+  const auto drum = [&](int place, double place10, const auto& textOf, double cells) {
+    painter.save();
+    const QRectF box(kDrums.left() + place * width + 1, kDrums.top() + 1.5, width - 1.5, kDrums.height() - 3);
+    painter.setClipRect(box);
+    QLinearGradient round(0, box.top(), 0, box.bottom());
+    round.setColorAt(0, QColor(0x05, 0x05, 0x06));
+    round.setColorAt(0.5, QColor(0x1f, 0x21, 0x24));
+    round.setColorAt(1, QColor(0x05, 0x05, 0x06));
+    painter.fillRect(box, round);
+    const double whole = std::floor(place10);
+    for (int i = -1; i <= 1; ++i) {
+      const double cell = std::fmod(whole + i + cells, cells);
+      const double y = box.center().y() - (i - (place10 - whole)) * 17;
+      Text(painter, {box.center().x(), y}, 17, textOf(static_cast<int>(cell)), Ink(), true);
+    }
+    painter.restore();
+  };
+  // The part of the next digit that has rolled in already, only while the digit right of it rolls over.
+  const auto rolled = [feet](double unit) {
+    const double low = std::fmod(feet, unit);
+    const double last = 20;
+    return std::floor(feet / unit) + std::max(0.0, (low - (unit - last)) / last);
+  };
+  const auto digit = [](int n) { return QString::number(n); };
+  const bool below10000 = feet < 9980;
+  drum(
+      0, rolled(10000),
+      [&](int n) { return below10000 && n == 0 ? QStringLiteral("\u2592") : QString::number(n); }, 10);
+  drum(1, rolled(1000), digit, 10);
+  drum(2, rolled(100), digit, 10);
+  // The last two places share one drum of five.
+  painter.save();
+  const QRectF box(kDrums.left() + 3 * width + 1, kDrums.top() + 1.5, 2 * width - 2, kDrums.height() - 3);
+  painter.setClipRect(box);
+  QLinearGradient round(0, box.top(), 0, box.bottom());
+  round.setColorAt(0, QColor(0x05, 0x05, 0x06));
+  round.setColorAt(0.5, QColor(0x1f, 0x21, 0x24));
+  round.setColorAt(1, QColor(0x05, 0x05, 0x06));
+  painter.fillRect(box, round);
+  const double twenties = std::fmod(feet, 100) / 20;
+  for (int i = -1; i <= 2; ++i) {
+    const int cell = (static_cast<int>(std::floor(twenties)) + i + 5) % 5;
+    const double y = box.center().y() - (i - (twenties - std::floor(twenties))) * 12;
+    Text(painter, {box.center().x(), y}, 11.5, QStringLiteral("%1").arg(cell * 20, 2, 10, QLatin1Char('0')),
+         Ink(), true);
+  }
+  painter.restore();
+  if (feet_.At() < -0.5) {
+    Text(painter, {0, kDrums.top() - 6}, 8, QStringLiteral("BELOW ZERO"), theme::kAmber, true);
+  }
+}
+
+void AltimeterFace::DrawPressure(QPainter& painter) const {
+  DrawWindow(painter, kWindow);
+  const auto& pressure = gauge_.Pressure();
+  QString text = QStringLiteral("----");
+  if (pressure)
+    text = gauge_.Inches() ? QString::number(*pressure / 100.0, 'f', 2) : QString::number(*pressure);
+  Text(painter, kWindow.center(), 12, text, Ink(), true);
+}
+
+void AltimeterFace::DrawMoving(QPainter& painter) {
+  DrawDrums(painter);
+  DrawPressure(painter);
+  const double angle = std::fmod(feet_.At(), kFeetPerTurn) / kFeetPerTurn * 360;
+  QPainterPath hand;
+  hand.moveTo(-2.6, 18);
+  hand.lineTo(2.6, 18);
+  hand.lineTo(3.6, -46);
+  hand.lineTo(0, -74);
+  hand.lineTo(-3.6, -46);
+  hand.closeSubpath();
+  for (const bool shadow : {true, false}) {
+    painter.save();
+    if (shadow) painter.translate(1.4, 2.2);
+    painter.rotate(angle);
+    painter.setPen(shadow ? Qt::NoPen : QPen(QColor(0, 0, 0, 150), 0.5));
+    painter.setBrush(shadow ? QColor(0, 0, 0, 120) : Ink());
+    painter.drawPath(hand);
+    painter.restore();
+  }
+  QRadialGradient hub(QPointF(-2, -3), 12);
+  hub.setColorAt(0, QColor(0x5b, 0x60, 0x66));
+  hub.setColorAt(1, QColor(0x14, 0x15, 0x17));
+  painter.setPen(QPen(QColor(0, 0, 0, 200), 0.8));
+  painter.setBrush(hub);
+  painter.drawEllipse(QPointF(0, 0), 8, 8);
+}
+
+QString AltimeterFace::Words() const {
+  if (!gauge_.Feet()) return QStringLiteral("altimeter -");
+  QString words = QStringLiteral("altimeter %1 ft").arg(*gauge_.Feet());
+  if (gauge_.Pressure()) {
+    words += gauge_.Inches() ? QStringLiteral(" (%1 inHg)").arg(*gauge_.Pressure() / 100.0, 0, 'f', 2)
+                             : QStringLiteral(" (%1 mb)").arg(*gauge_.Pressure());
+  }
+  return words;
+}
+
+}  // namespace tvx::vc

@@ -1,0 +1,51 @@
+// The virtual cockpit's window: the panel, and beside it the state of simulator and gauge bus with their
+// controls.
+#pragma once
+
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWidget>
+
+#include "virtualcockpit/Cockpit.h"
+#include "virtualcockpit/panel/InstrumentPanel.h"
+
+namespace tvx::vc {
+
+class PanelWindow : public QWidget {
+  Q_OBJECT
+ public:
+  explicit PanelWindow(Cockpit& cockpit, QWidget* parent = nullptr);
+
+  InstrumentPanel& Panel() { return *panel_; }
+  // One line in plain words: the flight, and what every instrument shows.
+  QString Words() const;
+  // What was wrong with the configuration, shown at the foot of the strip.
+  void SetNotice(const QString& text);
+
+ private:
+  void BuildStrip(QVBoxLayout& strip);
+  QLabel* AddLabel(QVBoxLayout& strip, const char* name, const char* role = nullptr);
+  void AddTitle(QVBoxLayout& strip, const QString& text);
+  QPushButton* AddButton(const char* name, const QString& text);
+  void Connect();
+  void Frame();
+  void ShowState();
+  void ShowSimulator();
+  void ShowBus();
+
+  Cockpit& cockpit_;
+  InstrumentPanel* panel_;
+  QLabel *labelPhase_, *labelFlight_, *labelSimulator_, *labelClient_, *labelTraffic_;
+  QLabel *labelBus_, *labelBusPath_, *labelBusTraffic_, *labelNotice_;
+  QPushButton *cmdPause_, *cmdRestart_, *cmdSimulator_, *cmdAdapter_;
+  QComboBox *comboSpeed_, *comboLineFault_;
+  QTimer frameTimer_, stateTimer_;
+  QElapsedTimer frameClock_, stateClock_;
+  std::uint64_t lastSent_ = 0, lastReceived_ = 0, lastFrames_ = 0, lastReplies_ = 0;
+};
+
+}  // namespace tvx::vc

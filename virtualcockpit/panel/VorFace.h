@@ -1,0 +1,31 @@
+// The VOR indicator's face: course card, deviation and glide path needles, flags.
+#pragma once
+
+#include "virtualcockpit/devices/VorDevice.h"
+#include "virtualcockpit/panel/InstrumentWidget.h"
+
+namespace tvx::vc {
+
+class VorFace : public InstrumentWidget {
+  Q_OBJECT
+ public:
+  VorFace(VorDevice& device, QWidget* parent);
+  bool Large() const override { return true; }
+  QString Words() const override;
+
+ protected:
+  void DrawDial(QPainter& painter) override;
+  void DrawMoving(QPainter& painter) override;
+  bool Move(double seconds) override;
+  void Turn(int clicks) override { gauge_.TurnKnob(clicks); }
+  bool HasKnob() const override { return true; }
+  int DialVersion() const override { return gauge_.KnobDegrees(); }
+
+ private:
+  void DrawFlags(QPainter& painter) const;
+
+  VorDevice& gauge_;
+  Needle course_, glide_;
+};
+
+}  // namespace tvx::vc

@@ -10,6 +10,7 @@ namespace {
 constexpr std::size_t kIgnoredLength = 7;
 constexpr int kLowestReplyType = 10;
 constexpr int kHighestReplyType = 140;
+constexpr std::size_t kAirPressureEntry = 8;  // of the program's own ports
 
 }  // namespace
 
@@ -39,10 +40,16 @@ void GaugeReceiver::Dispatch(ReplyView reply) {
   ActiveGauge* gauge = cycle_.GaugeWithID(ReplyGaugeID(reply));
   if (kind == nullptr || gauge == nullptr) return;
   try {
-    kind->HandleReply(*gauge, reply, sim_);
+    kind->HandleReply(*gauge, reply, *this);
   } catch (const std::exception&) {
     // A value that the simulator's port does not take ends the handling of this reply.
   }
+}
+
+void GaugeReceiver::PutAirPressure(float inches) {
+  cycle_.HoldBarometricSetting();
+  float sent = inches;
+  sim_.PutPort(cycle_.StandardPort[kAirPressureEntry], sent);
 }
 
 }  // namespace tvx

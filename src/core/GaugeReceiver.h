@@ -9,10 +9,11 @@
 
 namespace tvx {
 
-class GaugeReceiver {
+class GaugeReceiver final : private GaugeReply {
  public:
-  GaugeReceiver(Serial& serial, ProcessCycle& cycle, SimCom& sim)
-      : serial_(serial), cycle_(cycle), sim_(sim) {}
+  GaugeReceiver(const ConfigModel& model, Serial& serial, ProcessCycle& cycle, SimCom& sim,
+                SpecialValues& special)
+      : model_(model), serial_(serial), cycle_(cycle), sim_(sim), special_(special) {}
 
   // One event of the gauge bus port. A break, a framing error or a reply whose envelope is wrong discards
   // what waits; a read of 7 bytes or fewer is ignored. `running` false: only the raw text and the reply flag
@@ -25,9 +26,21 @@ class GaugeReceiver {
  private:
   void Dispatch(ReplyView reply);
 
+  // GaugeReply
+  const ConfigModel& Model() const override { return model_; }
+  SimCom& Sim() override { return sim_; }
+  SpecialValues& Special() override { return special_; }
+  const FlightValues& Flight() const override { return cycle_.Values(); }
+  std::uint32_t TickNumber() const override { return cycle_.TickNumber(); }
+  std::uint32_t TicksPerSecond() const override { return cycle_.TicksPerSecond(); }
+  float& BarometricSetting() override { return cycle_.BarometricSetting(); }
+  void PutAirPressure(float inches) override;
+
+  const ConfigModel& model_;
   Serial& serial_;
   ProcessCycle& cycle_;
   SimCom& sim_;
+  SpecialValues& special_;
   std::array<Byte, kReplySize> replyText_{};
   std::size_t replyLength_ = 0;
 };

@@ -22,8 +22,8 @@ enum : int { kStart = 1, kBoxes = 2, kServing = 3, kSending = 7, kEnd = 8 };
 
 }  // namespace
 
-ProcessCycle::ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial)
-    : model_(model), sim_(sim), serial_(serial) {
+ProcessCycle::ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial, SpecialValues& special)
+    : model_(model), sim_(sim), serial_(serial), special_(special) {
   StandardPort.fill(kNoPort);
   gauges_.reserve(kGauges);
 }
@@ -78,6 +78,7 @@ ActiveGauge* ProcessCycle::GaugeWithID(int gaugeID) {
 void ProcessCycle::Tick() {
   try {
     cycleStage_ = kStart;
+    ++tickNumber_;
     batchSent_ = false;
     sideFrameSet_ = false;
     // A frame that was queued outside the cycle and still waits goes out at the head of the batch.
@@ -92,7 +93,9 @@ void ProcessCycle::Tick() {
     cycleStage_ = kBoxes;
     FillBoxes();
     cycleStage_ = kServing;
+    special_.GetTimeAndDate();
     ServeGauges();
+    special_.TimeJumped = false;
     boxes_.BoxInstrLights = lighting_.InstrumentLights() ? "ON" : "OFF";
     boxes_.boxNavLights = lighting_.NavigationLights() ? "ON" : "OFF";
     EndPolling();
@@ -124,6 +127,7 @@ void ProcessCycle::ReadFlightValues() {
   flight_.NavigationLights = value(kNavigationLights);
   flight_.Voltage2 = value(kVoltage2);
   flight_.ShownAltitude = std::round(flight_.Altitude);
+  if (tickNumber_ >= barometricHeldUntil_) barometricSetting_ = static_cast<float>(flight_.AirPressureHg);
 }
 
 bool ProcessCycle::SendLighting() {
@@ -222,6 +226,10 @@ bool ProcessCycle::PrepareSide(int gaugeID, int command, std::int32_t value) {
   std::copy(frame->begin(), frame->end(), sideFrame_.begin() + 1);
   sideFrameSet_ = true;
   return true;
+}
+
+std::uint32_t ProcessCycle::TicksPerSecond() const {
+  return static_cast<std::uint32_t>(1000 / std::clamp<int>(model_.General.TransferInterval, 10, 1000));
 }
 
 bool ProcessCycle::PollTurn(const ActiveGauge& gauge) const {

@@ -15,7 +15,7 @@ namespace tvx {
 
 class ProcessCycle final : private GaugeTick {
  public:
-  ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial);
+  ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial, SpecialValues& special);
 
   // Activation: forgets everything of an earlier life, lists the installed gauges, opens the ports that each
   // needs, gives out the poll slots. The standard ports must be open already.
@@ -40,6 +40,13 @@ class ProcessCycle final : private GaugeTick {
   const FlightValues& Values() const { return flight_; }
   int CycleStage() const { return cycleStage_; }
   std::int16_t TickCount = 0;  // ticks since the last rate display; 0 again above 1000
+  // Ticks since the program started, and how many make a second at the present interval.
+  std::uint32_t TickNumber() const override { return tickNumber_; }
+  std::uint32_t TicksPerSecond() const override;
+  // The barometric setting that the altimeters' knobs turn, inHg. Follows the simulator's, but not within a
+  // second of a turn.
+  float& BarometricSetting() { return barometricSetting_; }
+  void HoldBarometricSetting() { barometricHeldUntil_ = tickNumber_ + TicksPerSecond(); }
   // Batches that the line did not take since activation.
   std::uint64_t DroppedBatches() const { return droppedBatches_; }
 
@@ -50,6 +57,7 @@ class ProcessCycle final : private GaugeTick {
   bool PollTurn(const ActiveGauge& gauge) const override;
   const ConfigModel& Model() const override { return model_; }
   SimCom& Sim() override { return sim_; }
+  SpecialValues& Special() override { return special_; }
   const FlightValues& Flight() const override { return flight_; }
 
   void ReadFlightValues();
@@ -63,6 +71,7 @@ class ProcessCycle final : private GaugeTick {
   const ConfigModel& model_;
   SimCom& sim_;
   Serial& serial_;
+  SpecialValues& special_;
   std::vector<ActiveGauge> gauges_;
   int ioModuleGaugeCount_ = 0;
   int pollSlotMax_ = -1;  // -1: no gauge is polled
@@ -79,6 +88,9 @@ class ProcessCycle final : private GaugeTick {
   bool lightingInBatch_ = false;
   bool resend_ = false;  // a batch was dropped: the next tick sends every value
   std::uint64_t droppedBatches_ = 0;
+  std::uint32_t tickNumber_ = 0;
+  float barometricSetting_ = 0;
+  std::uint32_t barometricHeldUntil_ = 0;
 };
 
 }  // namespace tvx

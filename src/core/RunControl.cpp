@@ -30,8 +30,9 @@ RunControl::RunControl(ConfigModel& model, SimCom& sim, Serial& serial, MessageB
       clock_(clock),
       peripherals_(peripherals),
       timers_(timers),
-      cycle_(model, sim, serial),
-      receiver_(serial, cycle_, sim) {
+      special_(sim, boxes, clock),
+      cycle_(model, sim, serial, special_),
+      receiver_(model, serial, cycle_, sim, special_) {
   sim_.SetSocketErrorHandler([this](int) { cmdStop_Click(); });
   serial_.PortOf(HardwareGroup::GaugeBus).SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
 }

@@ -101,6 +101,7 @@ class RunControl {
   Timers timers_;
   std::function<void()> changed_;
   StatusView view_;
+  SpecialValues special_;
   ProcessCycle cycle_;
   GaugeReceiver receiver_;
   bool activated_ = false;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "instruments/Kinds.h"
+#include "instruments/ReplyNumbers.h"
 
 namespace tvx {
 namespace {
@@ -11,7 +12,8 @@ enum : std::size_t { kAltitude, kPressure };
 
 constexpr int kCommandAltitude = 4;
 constexpr int kCommandPressure = 12;
-constexpr Byte kModelInches = 1;  // the option byte: model 1 shows inches, others millibar
+constexpr double kFaceResolution = 0.03;  // inHg: a millibar is 0.0295
+constexpr Byte kModelInches = 1;          // the option byte: model 1 shows inches, others millibar
 
 // A shown text's number; 0 where the text is none.
 double NumberOf(const ShortText& text) {
@@ -38,11 +40,35 @@ class Altimeter final : public Instrument {
     if (const auto feet = RoundTo<std::int32_t>(altitude)) {
       tick.QueueIfChanged(gauge, kAltitude, kCommandAltitude, *feet);
     }
-    if (gauge.Record->GaugeFunction2 != 0) {
+    if (gauge.Record->GaugeFunction2 != 0 && tick.Settled(gauge)) {
       tick.QueueIfChanged(gauge, kPressure, kCommandPressure,
                           PressureValue(gauge, tick.Flight().AirPressureHg));
     }
     if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
+  }
+
+  // The pressure knob: steps of a hundredth of an inch, or the setting itself in the unit of the face.
+  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
+    if (!HasLetters(reply, 'P', 'P')) return;
+    float& setting = world.BarometricSetting();
+    if (ReplyByte(reply, 10) == 1) {
+      const int steps = ReplyByte(reply, 12) - 128;
+      if (steps == 0) return;
+      setting += static_cast<float>(steps) * 0.01f;
+    } else {
+      const auto raw = static_cast<std::int16_t>(ReplyWord(reply, 7));
+      const auto reported = static_cast<float>(raw);
+      const double inches = raw / (ReplyModel(reply) == kModelInches ? 100.0 : kMillibarPerInchHg);
+      // A setting that repeats while the simulator's has moved on by more than the face can show is the older
+      // one.
+      const bool repeated = gauge.LastReported[0] == reported;
+      gauge.LastReported[0] = reported;
+      const double current = world.Flight().AirPressureHg;
+      if (repeated && current > 0 && std::fabs(current - inches) > kFaceResolution) return;
+      setting = static_cast<float>(inches);
+    }
+    gauge.QuietUntil = world.TickNumber() + world.TicksPerSecond();
+    world.PutAirPressure(setting);
   }
 
  private:

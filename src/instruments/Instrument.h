@@ -26,13 +26,29 @@ struct ActiveGauge {
 
   Byte GaugeID = 0;
   const GaugeRecord* Record = nullptr;
-  const Instrument* Kind = nullptr;  // nothing for a Gaugetype that no instrument serves
-  std::array<Port, kSlots>
-      Ports{};  // simulator ports in the order in which the instrument opened them; kNoPort
-  std::array<float, kSlots> LastSent{};  // last value sent for each; kNeverSent at activation
+  const Instrument* Kind = nullptr;      // nothing for a Gaugetype that no instrument serves
+  std::array<Port, kSlots> Ports{};      // simulator ports, each instrument's own order; kNoPort where none
+  std::array<float, kSlots> LastSent{};  // last values sent
   std::array<std::int32_t, 8> Work{};    // the instrument's own working values
   int PollSlot = -1;                     // -1: not polled
   bool Unlit = false;                    // the face takes no lighting
+
+  // --- what its replies do, filled at activation ---
+  static constexpr std::size_t kInputs = 4;
+  static constexpr std::int32_t kNoPosition = -1000;  // before the first report
+  std::array<std::int16_t, kInputs> InputFunction{};  // Functions of the reported values; -1: sends nothing
+  std::array<Port, kInputs> InputPort{};              // the ports opened for them
+  std::array<float, kInputs> LastReported{};          // kUnknown before the first report
+  float LastInputValue = kUnknown;                    // last mode value sent
+  std::int16_t RadioKind = 0;                         // 0 COM, 1 NAV, 2 and 3 ADF
+  bool SendStandby = false;  // the standby frequency, or the second radio, is sent too
+  bool InputEnabled = false;
+  bool DMEDisplayLocal = false;  // the display selector stays in the instrument
+  std::int16_t TrimReportByte = 0;
+  std::array<Byte, 6> ModuleText{};             // of an IO module
+  std::array<std::int16_t, 8> AnalogueValue{};  // of an IO module, 0..4095; -1 before the first report
+  std::int32_t StoredPosition = kNoPosition;    // of a wheel
+  std::uint32_t QuietUntil = 0;                 // tick number before which a turned knob is not overwritten
 
   ActiveGauge() {
     Ports.fill(kNoPort);
@@ -40,6 +56,7 @@ struct ActiveGauge {
     InputFunction.fill(-1);
     InputPort.fill(kNoPort);
     LastReported.fill(kUnknown);
+    AnalogueValue.fill(-1);
   }
 };
 
@@ -74,8 +91,9 @@ class GaugeReply : public GaugeWorld {
   // The barometric setting that knobs turn, inHg.
   virtual float& BarometricSetting() = 0;
 
-  // Sends value `n` of the gauge to its input Function; InputFunction -1 sends nothing. A report that repeats while the
-  // simulator's value has moved on is not sent: the simulator is newer, and the gauge is about to hear of it.
+  // Sends value `n` of the gauge to its input Function; InputFunction -1 sends nothing. A report that repeats
+  // while the simulator's value has moved on is not sent: the simulator is newer, and the gauge is about to
+  // hear of it.
   void Report(ActiveGauge& gauge, std::size_t n, double value);
 };
 
@@ -100,7 +118,8 @@ class GaugeTick : public GaugeWorld {
   }
   // The same for a value of the simulator, rounded; what no frame carries is not sent.
   bool QueueValueIfChanged(ActiveGauge& gauge, std::size_t slot, int command, double value);
-  // False for a second after one of the gauge's knobs was turned: what the simulator sends meanwhile is older.
+  // False for a second after one of the gauge's knobs was turned: what the simulator sends meanwhile is
+  // older.
   bool Settled(const ActiveGauge& gauge) const { return TickNumber() >= gauge.QuietUntil; }
 };
 
@@ -127,7 +146,8 @@ class Instrument {
   virtual void HandleReply(ActiveGauge&, ReplyView, GaugeReply&) const {}
 
  protected:
-  // Opens `function` with `sequenceNr` into slot `slot` of the gauge and enables reading; function 0 opens nothing.
+  // Opens `function` with `sequenceNr` into slot `slot` of the gauge and enables reading; function 0 opens
+  // nothing.
   static void OpenInto(ActiveGauge& gauge, std::size_t slot, SimCom& sim, int function, int sequenceNr);
   // Makes the port in `slot` the target of reported value `n`; a slot without a port leaves it without one.
   static void ReportThrough(ActiveGauge& gauge, std::size_t n, std::size_t slot, int function);

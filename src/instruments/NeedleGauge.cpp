@@ -1,6 +1,6 @@
 // Needle gauges: Gaugetypes 1..6, one or two needles through Plates; type 2 shows digits as well.
-#include "instruments/Kinds.h"
 #include "config/PlateLookup.h"
+#include "instruments/Kinds.h"
 
 namespace tvx {
 namespace {

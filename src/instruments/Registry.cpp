@@ -9,8 +9,11 @@ using Table = std::array<const Instrument*, 256>;
 
 Table BuildTable() {
   Table table{};
-  for (const Instrument* kind : {&NeedleGaugeKind(), &ClusterGaugeKind(), &IOModuleGaugeKind(),
-                                 &AltimeterKind(), &VorIndicatorKind()}) {
+  for (const Instrument* kind :
+       {&NeedleGaugeKind(), &ClusterGaugeKind(), &IOModuleGaugeKind(), &AltimeterKind(),
+        &AttitudeIndicatorKind(), &ClockKind(), &HeadingIndicatorKind(), &VorIndicatorKind(),
+        &AdfIndicatorKind(), &RadioModuleKind(), &TransponderKind(), &DmeIndicatorKind(), &ComNavRadioKind(),
+        &AutopilotKind(), &AudioPanelKind(), &RadioMagneticIndicatorKind(), &TrimWheelKind()}) {
     for (const Byte code : kind->Gaugetypes()) table[code] = kind;
   }
   return table;

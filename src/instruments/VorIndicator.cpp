@@ -1,16 +1,21 @@
-// VOR indicator, Gaugetype 106: course deviation and glide slope needles, and their flags.
+// VOR indicators, Gaugetypes 106 (first receiver) and 107 (second): course and glide slope needles, flags,
+// course knob.
 #include "instruments/Kinds.h"
+#include "instruments/ReplyNumbers.h"
 
 namespace tvx {
 namespace {
 
-// Slots of Ports: Functions 33..36. LastSent keeps the values of the first two as they were read.
-enum : std::size_t { kCourse, kGlide, kToFrom, kFlags };
+constexpr Byte kVor2 = 107;
+
+// Slots of Ports: Functions 33..36, and the course that the knob sets. LastSent keeps the values as they were
+// read.
+enum : std::size_t { kCourse, kGlide, kToFrom, kFlags, kKnob };
 constexpr std::array<int, 4> kFunctionOfSlot{33, 34, 35, 36};
 
 constexpr int kCommandCourse = 5;
 constexpr int kCommandGlide = 6;
-constexpr int kCommandFlags = 11;
+constexpr int kCommandFlags = 11;  // to/from + 256 * flags
 
 constexpr double kFullDeflection = 127.0;  // a needle's value
 constexpr double kStepsAtFull = 300.0;     // needle steps from the middle
@@ -21,14 +26,18 @@ constexpr float kFlagsAtRun = 15.0f;
 class VorIndicator final : public Instrument {
  public:
   std::span<const Byte> Gaugetypes() const override {
-    static constexpr std::array<Byte, 1> kCodes{106};
+    static constexpr std::array<Byte, 2> kCodes{106, kVor2};
     return kCodes;
   }
+  bool Polled() const override { return true; }
 
   void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
+    const int receiver = gauge.Record->GaugeType == kVor2 ? 2 : 1;
     for (std::size_t slot = 0; slot < kFunctionOfSlot.size(); ++slot) {
-      OpenInto(gauge, slot, sim, kFunctionOfSlot[slot], 1);
+      OpenInto(gauge, slot, sim, kFunctionOfSlot[slot], receiver);
     }
+    OpenInto(gauge, kKnob, sim, gauge.Record->GaugeFunction1, gauge.Record->GaugeInstance1);
+    ReportThrough(gauge, 0, kKnob, gauge.Record->GaugeFunction1);
   }
 
   void StartRun(ActiveGauge& gauge) const override {
@@ -37,6 +46,7 @@ class VorIndicator final : public Instrument {
   }
 
   void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
+    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
     ServeNeedle(gauge, tick, kCourse, kCommandCourse);
     ServeNeedle(gauge, tick, kGlide, kCommandGlide);
 
@@ -46,6 +56,14 @@ class VorIndicator final : public Instrument {
     if (!tick.Queue(gauge.GaugeID, kCommandFlags, toFrom + 256 * flags)) return;
     gauge.LastSent[kToFrom] = toFrom;
     gauge.LastSent[kFlags] = flags;
+  }
+
+  // The course knob; a report that repeats is ignored.
+  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
+    if (!HasLetters(reply, 'C', 'A')) return;
+    const double angle = KnobAngle(ReplyWord(reply, 7));
+    if (gauge.LastReported[0] == static_cast<float>(angle)) return;
+    world.Report(gauge, 0, angle);
   }
 
  private:

@@ -97,7 +97,7 @@ void SpecialValues::PutADF(std::string_view digits, bool standby) {
 
 float SpecialValues::AutopilotValue(int offset) const {
   float value = 0;
-  if (AutopilotFirstPort != kNoPort) sim_.GetPort(static_cast<Port>(AutopilotFirstPort + offset), value);
+  sim_.GetPort(autopilotPorts_[static_cast<std::size_t>(offset)], value);
   return value;
 }
 
@@ -119,9 +119,7 @@ void SpecialValues::GetAPvaluesFX() {
 }
 
 void SpecialValues::GetPortAP(int n) {
-  const bool opened = n >= 0 && n < kAutopilotPorts && AutopilotFirstPort != kNoPort &&
-                      AutopilotFirstPort + n < sim_.PortCount();
-  if (!opened) {
+  if (n < 0 || n >= kAutopilotPorts || autopilotPorts_[static_cast<std::size_t>(n)] >= sim_.PortCount()) {
     boxes_.Show("Get APPort, OffsetNr: " + std::to_string(n));
     return;
   }

@@ -25,7 +25,12 @@ class SpecialValues {
   // folded: a time of day above 65535 s becomes 65535 minus it, a negative number that still fits a gauge
   // command.
   void GetTimeAndDate();
-  void PutTimeAndDate() {}  // an entry point for clocks that are set by hand; X-Plane keeps its own time
+  // Takes the time that a clock was set to by hand. X-Plane keeps its own time, so nothing is sent.
+  struct DateAndTime {
+    std::int16_t Year = 0, Month = 0, Day = 0, Hour = 0, Minute = 0, Second = 0;
+  };
+  void PutTimeAndDate(const DateAndTime& set) { ClockSetTo = set; }
+  DateAndTime ClockSetTo;
   std::int32_t LocalSeconds = 0;
   Byte LocalHour = 0;
   std::int32_t ZuluSeconds = 0;
@@ -47,9 +52,11 @@ class SpecialValues {
   // `digits`: five characters, a frequency in tenths of a kHz ("03505" is 350.5 kHz); fewer send nothing.
   void PutADF(std::string_view digits, bool standby);
 
-  // The autopilot's ports: offset n is the port `AutopilotFirstPort` + n.
+  // The autopilot's ports by their distance from its first one; kNoPort where its Function is not defined.
+  // Filled when the panel's ports are opened.
   static constexpr int kAutopilotPorts = 21;
-  Port AutopilotFirstPort = kNoPort;
+  using AutopilotPortTable = std::array<Port, kAutopilotPorts>;
+  void SetAutopilotPorts(const AutopilotPortTable& ports) { autopilotPorts_ = ports; }
   // Composes APStatusBits and takes the values below.
   void GetAPvaluesFX();
   std::int16_t APStatusBits = 0;
@@ -77,6 +84,13 @@ class SpecialValues {
   MessageBoxes& boxes_;
   const Clock& clock_;
   std::int32_t previousZulu_ = 0;
+  AutopilotPortTable autopilotPorts_ = NoPorts();
+
+  static AutopilotPortTable NoPorts() {
+    AutopilotPortTable ports;
+    ports.fill(kNoPort);
+    return ports;
+  }
 };
 
 }  // namespace tvx

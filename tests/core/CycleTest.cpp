@@ -103,16 +103,16 @@ TEST(Cycle, VorIndicatorScalesLimitsAndStartsEveryRunFromItsOwnValues) {
     rig.Set(35, 15);
     rig.Set(36, 15);
     const int first = c.value == 127 ? 472 : c.position;
-    EXPECT_EQ(rig.Tick(), (Commands{{50, 5, first}})) << c.value;
+    EXPECT_EQ(rig.TickValues(), (Commands{{50, 5, first}})) << c.value;
     rig.Tick();
     rig.Set(33, c.value);
     rig.Set(35, 2);
     rig.Set(36, 1);
     const Commands both{{50, 5, c.position}, {50, 11, 258}};
     const Commands flagsOnly{{50, 11, 258}};
-    EXPECT_EQ(rig.Tick(), c.value == 127 ? both : flagsOnly) << c.value;
+    EXPECT_EQ(rig.TickValues(), c.value == 127 ? both : flagsOnly) << c.value;
     rig.Set(35, 300);
-    EXPECT_EQ(rig.Tick(), Commands{}) << "a flag that is no byte";
+    EXPECT_EQ(rig.TickValues(), Commands{}) << "a flag that is no byte";
   }
 }
 

@@ -16,7 +16,7 @@ std::vector<Byte> Reply(Byte gauge, Byte type) {
 }
 
 struct ReceiverRig : CockpitRig {
-  GaugeReceiver receiver{serial, cycle, sim};
+  GaugeReceiver receiver{model, serial, cycle, sim, special};
   bool running = false;
   ReceiverRig() {
     Bus().SetHandler([this](SerialEvent event) { receiver.OnComm(event, running); });

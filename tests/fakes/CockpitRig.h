@@ -54,7 +54,8 @@ struct CockpitRig {
   std::array<FakeSerialPort, kHardwareGroups> ports;
   SimCom sim{model, socket, boxes, clock};
   Serial serial{model, PortPointers(), boxes, loop};
-  ProcessCycle cycle{model, sim, serial};
+  SpecialValues special{sim, boxes, clock};
+  ProcessCycle cycle{model, sim, serial, special};
 
   CockpitRig() {
     model.General.ComPortGS = 5;
@@ -126,6 +127,13 @@ struct CockpitRig {
     for (const auto& write : Bus().Writes) {
       for (const auto& command : CommandsOf(write)) all.push_back(command);
     }
+    return all;
+  }
+
+  // The same without the polls.
+  std::vector<SentCommand> TickValues() {
+    std::vector<SentCommand> all = Tick();
+    std::erase_if(all, [](const SentCommand& c) { return c.command == kCommandReportState; });
     return all;
   }
 

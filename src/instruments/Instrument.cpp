@@ -1,0 +1,48 @@
+#include "instruments/Instrument.h"
+
+#include <cmath>
+
+#include "base/Rounding.h"
+#include "instruments/Kinds.h"
+
+namespace tvx {
+namespace {
+
+// Two values of the simulator count as the same below this difference.
+constexpr double kSame = 0.005;
+
+}  // namespace
+
+bool GaugeTick::QueueValueIfChanged(ActiveGauge& gauge, std::size_t slot, int command, double value) {
+  const auto rounded = RoundTo<std::int32_t>(value);
+  if (!rounded || *rounded > kLargestValue || *rounded < -kLargestValue) return false;
+  return QueueIfChanged(gauge, slot, command, *rounded);
+}
+
+void GaugeReply::Report(ActiveGauge& gauge, std::size_t n, double value) {
+  if (gauge.InputFunction[n] == -1) return;
+  const auto reported = static_cast<float>(value);
+  const bool repeated = gauge.LastReported[n] == reported;
+  gauge.LastReported[n] = reported;
+  float current = 0;
+  const bool known = Sim().GetPort(gauge.InputPort[n], current);
+  if (repeated && known && std::fabs(static_cast<double>(current) - value) > kSame) return;
+  if (!repeated) gauge.QuietUntil = TickNumber() + TicksPerSecond();
+  float sent = reported;
+  Sim().PutPort(gauge.InputPort[n], sent);
+}
+
+void Instrument::OpenInto(ActiveGauge& gauge, std::size_t slot, SimCom& sim, int function, int sequenceNr) {
+  gauge.LastSent[slot] = ActiveGauge::kNeverSent;
+  if (function == 0) return;
+  gauge.Ports[slot] = sim.OpenSimPort(function, sequenceNr);
+  if (gauge.Ports[slot] != kNoPort) sim.EnableReadSimPort(gauge.Ports[slot]);
+}
+
+void Instrument::ReportThrough(ActiveGauge& gauge, std::size_t n, std::size_t slot, int function) {
+  gauge.InputPort[n] = gauge.Ports[slot];
+  gauge.InputFunction[n] =
+      gauge.Ports[slot] == kNoPort ? std::int16_t{-1} : static_cast<std::int16_t>(function);
+}
+
+}  // namespace tvx

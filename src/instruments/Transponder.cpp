@@ -1,0 +1,115 @@
+// Transponders, Gaugetypes 112, 114 and 122: code, mode and identification.
+#include "instruments/Kinds.h"
+#include "instruments/ReplyNumbers.h"
+
+namespace tvx {
+namespace {
+
+constexpr Byte kKing = 122;
+
+// Slots of Ports.
+enum : std::size_t { kCode, kSecondCode, kMode, kIdent, kTcas };
+constexpr int kCodeFunction = 26;
+constexpr int kTcasFunction = 46;
+constexpr int kModeFunction = 47;  // sequence number 1 the mode, 2 the identification button
+
+// Options.
+constexpr int kOptionMode = 1;
+constexpr int kOptionIdent = 2;
+constexpr int kOptionTcas = 4;
+constexpr int kOptionSecond = 8;  // a second transponder shows its code beside
+
+// Input numbers.
+enum : std::size_t { kCodeInput, kModeInput, kTcasInput, kIdentInput };
+
+constexpr int kCommandCode = 4;         // 0..7777
+constexpr int kCommandFlightLevel = 5;  // hundreds of feet
+constexpr int kCommandMode = 6;         // the simulator's mode
+constexpr int kCommandSecondCode = 12;
+constexpr int kModeWithoutTcas = 3;
+
+class Transponder final : public Instrument {
+ public:
+  std::span<const Byte> Gaugetypes() const override {
+    static constexpr std::array<Byte, 3> kCodes{112, 114, kKing};
+    return kCodes;
+  }
+  bool Polled() const override { return true; }
+
+  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
+    const int options = gauge.Record->GaugeSetting5;
+    const bool king = gauge.Record->GaugeType == kKing;
+    OpenInto(gauge, kCode, sim, kCodeFunction, 1);
+    if (options & kOptionSecond) OpenInto(gauge, kSecondCode, sim, kCodeFunction, 2);
+    if (king || (options & kOptionMode)) OpenInto(gauge, kMode, sim, kModeFunction, 1);
+    if (options & kOptionIdent) OpenInto(gauge, kIdent, sim, kModeFunction, 2);
+    if (!king && (options & kOptionTcas)) OpenInto(gauge, kTcas, sim, kTcasFunction, 1);
+    ReportThrough(gauge, kCodeInput, kCode, kCodeFunction);
+    ReportThrough(gauge, kModeInput, kMode, kModeFunction);
+    ReportThrough(gauge, kTcasInput, kTcas, kTcasFunction);
+    ReportThrough(gauge, kIdentInput, kIdent, kModeFunction);
+  }
+
+  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
+    if (tick.Settled(gauge)) {
+      tick.QueueValueIfChanged(gauge, kCode, kCommandCode, tick.ValueOf(gauge.Ports[kCode]));
+      if (gauge.Ports[kSecondCode] != kNoPort) {
+        tick.QueueValueIfChanged(gauge, kSecondCode, kCommandSecondCode,
+                                 tick.ValueOf(gauge.Ports[kSecondCode]));
+      }
+      if (gauge.Ports[kMode] != kNoPort) {
+        tick.QueueValueIfChanged(gauge, kMode, kCommandMode, tick.ValueOf(gauge.Ports[kMode]));
+      }
+    }
+    if (!tick.PollTurn(gauge)) return;
+    if (gauge.Record->GaugeType == kKing) {
+      // It answers with its report to the flight level that it shows.
+      const double hundreds = std::floor(tick.Flight().ShownAltitude / 100.0);
+      if (const auto level = RoundTo<std::int32_t>(hundreds)) {
+        tick.PrepareSide(gauge.GaugeID, kCommandFlightLevel, *level);
+      }
+    } else {
+      tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
+    }
+  }
+
+  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
+    const int position = ReplyByte(reply, 17);
+    if (ReplyGaugetype(reply) == kKing) {
+      if (!HasLetters(reply, 'X', 'F')) return;
+      world.Report(gauge, kCodeInput, SquawkOf(ReplyByte(reply, 7), ReplyByte(reply, 8)));
+      if (const int mode = ModeOfKing(position); mode >= 0) world.Report(gauge, kModeInput, mode);
+    } else {
+      if (!HasLetters(reply, 'X', 'Y')) return;
+      const std::size_t at = ReplyByte(reply, 15) == 1 ? 7 : 10;
+      world.Report(gauge, kCodeInput, SquawkOf(ReplyByte(reply, at), ReplyByte(reply, at + 1)));
+      world.Report(gauge, kModeInput, position - 1);
+      ReportTcas(gauge, position, world);
+    }
+    world.Report(gauge, kIdentInput, ReplyByte(reply, 13));
+  }
+
+ private:
+  static void ReportTcas(ActiveGauge& gauge, int position, GaugeReply& world) {
+    const auto stored = static_cast<float>(position);
+    if (gauge.InputFunction[kTcasInput] == -1 || gauge.LastInputValue == stored) return;
+    gauge.LastInputValue = stored;
+    world.Report(gauge, kTcasInput, position == kModeWithoutTcas ? 0.0 : 1.0);
+  }
+
+  // The knob's positions off, standby, test, on, altitude as the simulator counts them: 0 off, 1 standby, 2
+  // on, 3 altitude, 4 test. -1 for a position that the knob does not have.
+  static int ModeOfKing(int position) {
+    constexpr std::array<int, 6> kModes{-1, 0, 1, 4, 2, 3};
+    return position > 0 && position < 6 ? kModes[static_cast<std::size_t>(position)] : -1;
+  }
+};
+
+}  // namespace
+
+const Instrument& TransponderKind() {
+  static const Transponder kind;
+  return kind;
+}
+
+}  // namespace tvx

@@ -121,23 +121,25 @@ end_program() {
   [ "$status" = 0 ] || [ "$status" = 143 ] || fail "The $1 crashed while ending (status $status): $(tail -n 5 "$3")"
 }
 
-# needles_moved LOG: the virtual cockpit's lines show some instrument's number at three places or more. A number is
-# known by the words of its line and its place in it; the time at a line's start does not count.
+# needles_moved LOG: in the virtual cockpit's lines, "time phase: instrument; instrument; ...", some instrument shows
+# three numbers or more as time goes on. A number is known by its instrument's words and its place among them.
 needles_moved() {
   awk '
-    {
-      sub(/^[[:space:]]*(t=)?[0-9:.]+[[:space:]]*s?[[:space:]]/, "")
-      words = ""; numbers = 0
-      fields = split($0, field, /[[:space:]=,;|]+/)
-      for (i = 1; i <= fields; ++i) {
-        if (field[i] ~ /^[-+]?[0-9]+([.][0-9]+)?$/) number[++numbers] = field[i]
-        else words = words " " field[i]
-      }
-      for (i = 1; i <= numbers; ++i)
-        if (!((words, i, number[i]) in seen)) {
-          seen[words, i, number[i]] = 1
-          if (++places[words, i] >= 3) moved = 1
+    sub(/^[^ ]+ [^:]*: /, "") {
+      instruments = split($0, instrument, /; */)
+      for (i = 1; i <= instruments; ++i) {
+        words = ""; numbers = 0
+        fields = split(instrument[i], field, /[[:space:]=,|]+/)
+        for (f = 1; f <= fields; ++f) {
+          if (field[f] ~ /^[-+]?[0-9]+([.][0-9]+)?$/) number[++numbers] = field[f]
+          else words = words " " field[f]
         }
+        for (n = 1; n <= numbers; ++n)
+          if (!((words, n, number[n]) in seen)) {
+            seen[words, n, number[n]] = 1
+            if (++places[words, n] >= 3) moved = 1
+          }
+      }
     }
     END { exit !moved }' "$1"
 }

@@ -12,11 +12,11 @@ fail() {
 # The Debian packages that a purpose needs, by name. A library that the program starts to use is added here.
 packages_for() {
   case $1 in
-    build) echo g++ cmake ninja-build ccache qt6-base-dev ;;
+    build) echo g++ cmake ninja-build ccache qt6-base-dev pkg-config libx11-dev libxtst-dev libxkbcommon-dev ;;
     show) echo libqt6gui6 fonts-dejavu-core ;;
     wayland) echo qt6-wayland ;;
     virtual-display) echo xvfb openbox imagemagick x11-utils xdotool ;;
-    test) echo libgtest-dev fonts-dejavu-core ;;
+    test) echo libgtest-dev fonts-dejavu-core xvfb x11-xkb-utils ;;
     format) echo clang-format ;;
     fuzz) echo clang libclang-rt-14-dev ;;
     bench) echo libbenchmark-dev ;;

@@ -51,11 +51,11 @@ enum class NamedKey : std::uint8_t {
 inline constexpr int kNamedKeys = 38;
 
 // One key pressed and released, with what is held meanwhile.
-struct KeyPress {
+struct KeyStroke {
   NamedKey Key = NamedKey::None;
   char32_t Character = 0;  // of NamedKey::Character: U+0020..U+007E, U+00A0..U+00FF
   bool Ctrl = false, Shift = false;
-  bool operator==(const KeyPress&) const = default;
+  bool operator==(const KeyStroke&) const = default;
 };
 
 class KeyInjector {
@@ -63,7 +63,7 @@ class KeyInjector {
   virtual ~KeyInjector() = default;
   // Hands the keys to the desktop and returns at once. False when they could not be handed over, or when no
   // key of the keyboard gives one of them; those before it have been sent then.
-  virtual bool Inject(std::span<const KeyPress> keys) = 0;
+  virtual bool Inject(std::span<const KeyStroke> keys) = 0;
   // Why keys cannot be sent here, and what to do about it, in words for the user; empty when they can.
   virtual std::string Trouble() const = 0;
 };

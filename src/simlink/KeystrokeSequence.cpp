@@ -9,32 +9,32 @@ namespace {
 
 constexpr std::size_t kFirstName = 2;  // NONE and KEYSTROKE are no keys
 
-std::optional<KeyPress> Named(std::string_view name) {
+std::optional<KeyStroke> Named(std::string_view name) {
   const auto found = std::find(KeyNames.begin() + kFirstName, KeyNames.end(), name);
   if (found == KeyNames.end()) return std::nullopt;
-  return KeyPress{static_cast<NamedKey>(found - KeyNames.begin())};
+  return KeyStroke{static_cast<NamedKey>(found - KeyNames.begin())};
 }
 
-std::optional<KeyPress> Typed(char character) {
+std::optional<KeyStroke> Typed(char character) {
   const auto byte = static_cast<unsigned char>(character);
   switch (byte) {
     case '\b':
-      return KeyPress{NamedKey::Backspace};
+      return KeyStroke{NamedKey::Backspace};
     case '\t':
-      return KeyPress{NamedKey::Tab};
+      return KeyStroke{NamedKey::Tab};
     case '\r':
-      return KeyPress{NamedKey::Enter};
+      return KeyStroke{NamedKey::Enter};
     case 0x1B:
-      return KeyPress{NamedKey::Esc};
+      return KeyStroke{NamedKey::Esc};
     default:
       break;
   }
   if (byte < 0x20 || (byte >= 0x7F && byte < 0xA0)) return std::nullopt;
-  return KeyPress{NamedKey::Character, byte};
+  return KeyStroke{NamedKey::Character, byte};
 }
 
 // Takes one key off the front of `left`, which is not empty.
-std::optional<KeyPress> TakeKey(std::string_view& left) {
+std::optional<KeyStroke> TakeKey(std::string_view& left) {
   constexpr std::string_view kBare = "%~()[]}";
   if (left[0] != '{') {
     const char character = left[0];
@@ -51,8 +51,8 @@ std::optional<KeyPress> TakeKey(std::string_view& left) {
 
 }  // namespace
 
-std::optional<std::vector<KeyPress>> ParseKeySequence(std::string_view sequence) {
-  std::vector<KeyPress> keys;
+std::optional<std::vector<KeyStroke>> ParseKeySequence(std::string_view sequence) {
+  std::vector<KeyStroke> keys;
   while (!sequence.empty()) {
     bool ctrl = false, shift = false;
     while (!sequence.empty() && (sequence[0] == '^' || sequence[0] == '+')) {

@@ -10,10 +10,10 @@ namespace tvx {
 
 class FakeKeyInjector final : public KeyInjector {
  public:
-  std::vector<KeyPress> keys;
+  std::vector<KeyStroke> keys;
   std::string trouble;
 
-  bool Inject(std::span<const KeyPress> more) override {
+  bool Inject(std::span<const KeyStroke> more) override {
     if (!trouble.empty()) return false;
     keys.insert(keys.end(), more.begin(), more.end());
     return true;

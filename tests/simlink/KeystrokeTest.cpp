@@ -58,7 +58,7 @@ TEST(Keystroke, EveryCodeIsUnderstoodByTheParser) {
     for (const int held : {0, 0x4000, 0x8000, 0xC000}) {
       const auto keys = ParseKeySequence(KeySequence(Code(held | name << 8)));
       ASSERT_TRUE(keys && keys->size() == 1) << KeyNames[static_cast<std::size_t>(name)];
-      const KeyPress expected{static_cast<NamedKey>(name), 0, (held & 0x8000) != 0, (held & 0x4000) != 0};
+      const KeyStroke expected{static_cast<NamedKey>(name), 0, (held & 0x8000) != 0, (held & 0x4000) != 0};
       EXPECT_EQ(keys->front(), expected) << name;
     }
   }
@@ -67,13 +67,13 @@ TEST(Keystroke, EveryCodeIsUnderstoodByTheParser) {
     const bool typed = character < 0x7F || character >= 0xA0;
     ASSERT_EQ(keys.has_value(), typed) << static_cast<int>(character);
     if (typed) {
-      EXPECT_EQ(*keys, (std::vector<KeyPress>{{NamedKey::Character, character}}));
+      EXPECT_EQ(*keys, (std::vector<KeyStroke>{{NamedKey::Character, character}}));
     }
   }
 }
 
 TEST(Keystroke, ParserOfSequences) {
-  using Keys = std::vector<KeyPress>;
+  using Keys = std::vector<KeyStroke>;
   const struct {
     std::string_view text;
     std::optional<Keys> keys;
@@ -119,7 +119,7 @@ struct KeystrokesTest : testing::Test {
 TEST_F(KeystrokesTest, InjectsOnlyWhileTheStatusFormIsMinimized) {
   keystrokes.SendKeystroke(0x0800);
   ASSERT_EQ(injector.keys.size(), 1u);
-  EXPECT_EQ(injector.keys[0], KeyPress{NamedKey::Enter});
+  EXPECT_EQ(injector.keys[0], KeyStroke{NamedKey::Enter});
   EXPECT_TRUE(boxes.shown.empty());
 
   minimized = false;

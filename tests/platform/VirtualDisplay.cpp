@@ -1,0 +1,140 @@
+#include "platform/VirtualDisplay.h"
+
+#include <X11/Xutil.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cstdlib>
+
+namespace tvx {
+namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+constexpr auto kDeadline = std::chrono::seconds(10);
+
+int MillisecondsLeft(SteadyClock::time_point end) {
+  return static_cast<int>(std::max<std::int64_t>(
+      0, std::chrono::duration_cast<std::chrono::milliseconds>(end - SteadyClock::now()).count()));
+}
+
+}  // namespace
+
+VirtualDisplay::VirtualDisplay() {
+  if (!StartServer() || !OpenWindow()) Kill();
+}
+
+VirtualDisplay::~VirtualDisplay() {
+  if (display_ != nullptr && server_ > 0) XCloseDisplay(display_);
+  Kill();
+}
+
+void VirtualDisplay::Kill() {
+  if (server_ <= 0) return;
+  kill(server_, SIGKILL);
+  waitpid(server_, nullptr, 0);
+  server_ = -1;
+}
+
+bool VirtualDisplay::StartServer() {
+  std::array<int, 2> number{};
+  if (pipe(number.data()) != 0) return false;
+  server_ = fork();
+  if (server_ == 0) {
+    const int quiet = open("/dev/null", O_RDWR);
+    dup2(quiet, STDOUT_FILENO);
+    dup2(quiet, STDERR_FILENO);
+    const std::string fd = std::to_string(number[1]);
+    execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "320x200x24", "-noreset", "-nolisten",
+           "tcp", nullptr);
+    _exit(127);
+  }
+  close(number[1]);
+  const auto end = SteadyClock::now() + kDeadline;
+  pollfd wait{number[0], POLLIN, 0};
+  while (name_.empty() || name_.back() != '\n') {
+    std::array<char, 16> text{};
+    const bool ready = poll(&wait, 1, MillisecondsLeft(end)) > 0;
+    const ssize_t count = ready ? read(number[0], text.data(), text.size()) : 0;
+    if (count <= 0) break;
+    name_.append(text.data(), static_cast<std::size_t>(count));
+  }
+  close(number[0]);
+  const bool started = !name_.empty() && name_.back() == '\n';
+  if (started)
+    name_ = ":" + name_.substr(0, name_.size() - 1);
+  else
+    trouble_ = "Xvfb is not installed, or does not start";
+  return started;
+}
+
+bool VirtualDisplay::OpenWindow() {
+  display_ = XOpenDisplay(name_.c_str());
+  if (display_ == nullptr) {
+    trouble_ = "Xvfb does not answer";
+    return false;
+  }
+  const Window window = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, 100, 100, 0, 0, 0);
+  XSelectInput(display_, window, KeyPressMask | KeyReleaseMask | StructureNotifyMask);
+  XMapWindow(display_, window);
+  XEvent event;
+  do {
+    if (!NextEvent(event)) return false;
+  } while (event.type != MapNotify);
+  XSetInputFocus(display_, window, RevertToNone, CurrentTime);
+  XSync(display_, False);
+  return true;
+}
+
+bool VirtualDisplay::SetLayout(const std::string& layout) {
+  const std::string command = "setxkbmap -display " + name_ + " -layout " + layout + " >/dev/null 2>&1";
+  return std::system(command.c_str()) == 0;
+}
+
+bool VirtualDisplay::NextEvent(XEvent& event) {
+  const auto end = SteadyClock::now() + kDeadline;
+  while (XPending(display_) == 0) {
+    pollfd wait{ConnectionNumber(display_), POLLIN, 0};
+    if (poll(&wait, 1, MillisecondsLeft(end)) <= 0) return false;
+  }
+  XNextEvent(display_, &event);
+  if (event.type == MappingNotify) XRefreshKeyboardMapping(&event.xmapping);
+  return true;
+}
+
+ReadKey VirtualDisplay::NextKey() {
+  ReadKey key;
+  XEvent event;
+  unsigned code = 0;
+  while (NextEvent(event)) {
+    if (event.type == KeyPress) {
+      std::array<char, 8> text{};
+      KeySym symbol = NoSymbol;
+      const int count = XLookupString(&event.xkey, text.data(), text.size(), &symbol, nullptr);
+      // Shift, Ctrl and Level 3 are held, not typed; the locks are typed.
+      const bool lock = symbol == XK_Caps_Lock || symbol == XK_Num_Lock;
+      if (IsModifierKey(symbol) && !lock) continue;
+      code = event.xkey.keycode;
+      key.symbol = symbol;
+      key.text.assign(text.data(), static_cast<std::size_t>(count));
+      key.ctrl = (event.xkey.state & ControlMask) != 0;
+      key.shift = (event.xkey.state & ShiftMask) != 0;
+    } else if (event.type == KeyRelease && code != 0 && event.xkey.keycode == code) {
+      XSync(display_,
+            False);  // as a program does that waits for events; it is told of keyboard changes only then
+      return key;
+    }
+  }
+  return {};
+}
+
+bool VirtualDisplay::NothingWaits() {
+  XSync(display_, False);
+  return XPending(display_) == 0;
+}
+
+}  // namespace tvx

@@ -1,0 +1,132 @@
+// Keys typed into a real window of a real X server and read back.
+#include <X11/keysym.h>
+#include <gtest/gtest.h>
+
+#include "platform/VirtualDisplay.h"
+#include "platform/linux/XTestKeys.h"
+
+namespace tvx {
+namespace {
+
+struct XTestKeysTest : testing::Test {
+  void SetUp() override {
+    if (!display.Started()) GTEST_SKIP() << display.Trouble();
+  }
+  ReadKey Typed(XTestKeys& keys, const KeyStroke& key) {
+    if (!keys.Inject({&key, 1})) return {};
+    return display.NextKey();
+  }
+  void ExpectCharacters(XTestKeys& keys, char32_t first, char32_t last) {
+    for (char32_t character = first; character <= last; ++character) {
+      const ReadKey read = Typed(keys, {NamedKey::Character, character});
+      EXPECT_EQ(read.symbol, static_cast<unsigned long>(character));  // the keysyms of Latin-1 are its codes
+      if (character < 0x7F) {
+        EXPECT_EQ(read.text, std::string(1, static_cast<char>(character)));
+      }
+      EXPECT_FALSE(read.ctrl);
+    }
+  }
+  VirtualDisplay display;
+};
+
+TEST_F(XTestKeysTest, EveryNamedKeyWithAndWithoutModifiers) {
+  XTestKeys keys(display.Name().c_str());
+  ASSERT_EQ(keys.Trouble(), "");
+  const struct {
+    NamedKey key;
+    unsigned long symbol;
+  } expected[] = {
+      {NamedKey::Backspace, XK_BackSpace},
+      {NamedKey::Break, XK_Pause},
+      {NamedKey::Delete, XK_Delete},
+      {NamedKey::Down, XK_Down},
+      {NamedKey::End, XK_End},
+      {NamedKey::Enter, XK_Return},
+      {NamedKey::Esc, XK_Escape},
+      {NamedKey::Help, XK_Help},
+      {NamedKey::Home, XK_Home},
+      {NamedKey::Insert, XK_Insert},
+      {NamedKey::Left, XK_Left},
+      {NamedKey::PageDown, XK_Page_Down},
+      {NamedKey::PageUp, XK_Page_Up},
+      {NamedKey::PrintScreen, XK_Print},
+      {NamedKey::Right, XK_Right},
+      {NamedKey::ScrollLock, XK_Scroll_Lock},
+      {NamedKey::Tab, XK_Tab},
+      {NamedKey::Up, XK_Up},
+      {NamedKey::F1, XK_F1},
+      {NamedKey::F2, XK_F2},
+      {NamedKey::F3, XK_F3},
+      {NamedKey::F4, XK_F4},
+      {NamedKey::F5, XK_F5},
+      {NamedKey::F6, XK_F6},
+      {NamedKey::F7, XK_F7},
+      {NamedKey::F8, XK_F8},
+      {NamedKey::F9, XK_F9},
+      {NamedKey::F10, XK_F10},
+      {NamedKey::F11, XK_F11},
+      {NamedKey::F12, XK_F12},
+      {NamedKey::F13, XK_F13},
+      {NamedKey::F14, XK_F14},
+      {NamedKey::F15, XK_F15},
+      {NamedKey::F16, XK_F16},
+      {NamedKey::CapsLock, XK_Caps_Lock},
+      {NamedKey::NumLock, XK_Num_Lock},
+  };
+  for (const auto& e : expected) {
+    const ReadKey plain = Typed(keys, {e.key});
+    EXPECT_EQ(plain.symbol, e.symbol) << static_cast<int>(e.key);
+    EXPECT_FALSE(plain.ctrl || plain.shift) << static_cast<int>(e.key);
+    const ReadKey held = Typed(keys, {e.key, 0, true, true});
+    EXPECT_TRUE(held.ctrl && held.shift) << static_cast<int>(e.key);
+  }
+}
+
+TEST_F(XTestKeysTest, EveryPrintableCharacterOnEveryLayout) {
+  for (const char* layout : {"us", "de", "fr", "ru,us"}) {
+    ASSERT_TRUE(display.SetLayout(layout)) << "setxkbmap is not installed";
+    SCOPED_TRACE(layout);
+    XTestKeys keys(display.Name().c_str());
+    ExpectCharacters(keys, 0x20, 0x7E);
+  }
+}
+
+TEST_F(XTestKeysTest, CharactersThatTheLayoutLacksGoOnSpareKeys) {
+  XTestKeys keys(display.Name().c_str());
+  for (const char32_t character : {U'\u00e4', U'\u00fc', U'\u00e4', U'\u00a7', U'\u00a3', U'\u00c9'}) {
+    ExpectCharacters(keys, character, character);
+  }
+}
+
+TEST_F(XTestKeysTest, CapsLockDoesNotChangeWhatIsTyped) {
+  XTestKeys keys(display.Name().c_str());
+  Typed(keys, {NamedKey::CapsLock});
+  ExpectCharacters(keys, 'A', 'C');
+  ExpectCharacters(keys, 'a', 'c');
+  ExpectCharacters(keys, '1', '3');
+}
+
+TEST_F(XTestKeysTest, AControlCharacterIsNotTyped) {
+  XTestKeys keys(display.Name().c_str());
+  const KeyStroke both[] = {{NamedKey::Character, 1}, {NamedKey::Enter}};
+  EXPECT_FALSE(keys.Inject(both));
+  EXPECT_TRUE(display.NothingWaits());
+}
+
+TEST_F(XTestKeysTest, OutlivesItsServer) {
+  XTestKeys keys(display.Name().c_str());
+  display.Kill();
+  const KeyStroke key{NamedKey::Enter};
+  EXPECT_FALSE(keys.Inject({&key, 1}));
+  EXPECT_FALSE(keys.Inject({&key, 1}));
+}
+
+TEST(XTestKeys, WithoutAServerSaysSo) {
+  XTestKeys keys(":4711");
+  const KeyStroke key{NamedKey::Enter};
+  EXPECT_FALSE(keys.Inject({&key, 1}));
+  EXPECT_EQ(keys.Trouble(), "no X server answers");
+}
+
+}  // namespace
+}  // namespace tvx

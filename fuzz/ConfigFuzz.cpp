@@ -25,11 +25,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   boxes.otherwise = size % 8 == 0 ? tvx::kAnswerNo : tvx::kAnswerYes;
   tvx::ConfigModel first;
   std::string error;
-  tvx::ReadConfigText(text, first, boxes, error);
+  if (tvx::ReadConfigText(text, first, boxes, error) != tvx::ConfigReadResult::Loaded) return 0;
 
-  // Whatever was read, the model can be written, and the file read over itself changes nothing. A file
-  // without Plates, or with a value of yoke 2 that does not fit where it is read, ends early: what was read
-  // stays.
+  // The file written of it, read over itself, changes nothing. Without Plates, or with a value of yoke 2 that
+  // does not fit where it is read, reading ends early: what was read stays.
   const std::string written = tvx::WriteConfigText(first);
   tvx::ConfigModel second = first;
   boxes.otherwise = tvx::kAnswerYes;

@@ -66,7 +66,6 @@ std::optional<T> ParseReal(std::string_view text) {
     if (IsLarge(digits)) return std::nullopt;
     return T{0};
   }
-  if (!std::isfinite(value)) return std::nullopt;
   return value;
 }
 template std::optional<float> ParseReal<float>(std::string_view);

@@ -62,7 +62,7 @@ const BadFile kBadFiles[] = {
     {"too many records", "\"Gauges\"\r\n", "\"Gauges\"\r\n0,0,0,0,0,0,0,0,0,0,0\r\n", "", 5},
     {"integer too large", "\"Engine Cluster Settings\"\r\n0,0", "\"Engine Cluster Settings\"\r\n0,32768",
      "line 696, Value2: \"32768\" is not a whole number between -32768 and 32767", 5},
-    {"unknown section for Plates", "\"Plates\"", "\"Plate\"", "", 6},
+    {"unknown section for Plates", "\"Plates\"\r\n1", "\"Plate\"\r\n\"end\"", "", 6},
     {"double too large", "\"\",0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0",
      "\"\",1e309,0,0,0,0,0,0,0,0,0,0,0,0,0,"
      "0,0,0,0,0,0,0,0,0,0,0",
@@ -123,6 +123,19 @@ TEST_F(BadConfig, EndsAnywhere) {
   ExpectFailure(text.substr(0, text.rfind("\"end\"")), "line 975: the file ends too early", 9);
 }
 
+TEST_F(BadConfig, CountsDropWhatTheTablesHeld) {
+  const std::string text = WriteConfigText(DistinctModel());
+  for (const std::string count : {"\"IOM\"\r\n3\r\n", "\"Plates\"\r\n3\r\n"}) {
+    ConfigModel model = DistinctModel();
+    FakeMessageBoxes boxes;
+    std::string error;
+    ReadConfigText(text.substr(0, text.find(count) + count.size()), model, boxes, error);
+    EXPECT_EQ(model.Iom.size(), 4u);
+    EXPECT_EQ(model.PlateCount(), 3);
+    EXPECT_TRUE(count.starts_with("\"IOM") ? model.Iom[0].Input == 0 : model.Plates[0].Name.empty());
+  }
+}
+
 TEST_F(BadConfig, WithoutPlatesLoadsUpToTheEngineClusterOnly) {
   const std::string& text = PlainText();
   const std::size_t plates = text.find("\"Plates\"");
@@ -164,7 +177,9 @@ constexpr char kOtherVersion[] =
 
 TEST_F(BadConfig, QuestionsAboutTheHeader) {
   const std::string title = "Program Name: Other";
-  const std::string version = Replaced(BuildConfigHeader("", "", ""), "1.0.0 ", "1.0.01");
+  // Of the title only the first 35 characters are compared.
+  const std::string version =
+      Replaced(Replaced(BuildConfigHeader("", "", ""), "1.0.0 ", "1.0.01"), "Simulator", "Simulat--");
   const std::string cut = BuildConfigHeader("", "", "").substr(0, 69);
   struct Case {
     std::string header;

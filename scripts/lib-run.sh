@@ -66,6 +66,7 @@ virtual_display() {
   local number=
   scratch=$(mktemp -d)
   chmod 700 "$scratch"
+  : >"$scratch/display"
   export XDG_RUNTIME_DIR=$scratch
   unset WAYLAND_DISPLAY
   Xvfb -displayfd 3 -screen 0 2560x1600x24 -noreset -nolisten tcp 3>"$scratch/display" >"$logs/xvfb.log" 2>&1 </dev/null &

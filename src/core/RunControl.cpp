@@ -1,11 +1,14 @@
 #include "core/RunControl.h"
 
 #include <algorithm>
+#include <ctime>
 #include <exception>
 
 #include "config/NameTables.h"
+#include "core/Dump.h"
 #include "core/LinkWords.h"
 #include "hwbus/SerialWords.h"
+#include "platform/AtomicFile.h"
 
 namespace tvx {
 namespace {
@@ -33,7 +36,10 @@ RunControl::RunControl(ConfigModel& model, SimCom& sim, Serial& serial, MessageB
       special_(sim, boxes, clock),
       cycle_(model, sim, serial, special_),
       receiver_(model, serial, cycle_, sim, special_) {
-  sim_.SetSocketErrorHandler([this](int) { cmdStop_Click(); });
+  sim_.SetSocketErrorHandler([this](int code) {
+    DumpTVX("UDP Error, Stopcode: ", static_cast<std::int16_t>(std::clamp(code, -32768, 32767)), "0");
+    cmdStop_Click();
+  });
   serial_.PortOf(HardwareGroup::GaugeBus).SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
 }
 
@@ -209,6 +215,23 @@ void RunControl::SliderXferTimer_Change(int milliseconds) {
 
 void RunControl::MSComm1_OnComm(SerialEvent event) {
   receiver_.OnComm(event, running_);
+}
+
+void RunControl::DumpTVX(const std::string& module, std::int16_t code, const std::string& value) {
+  std::string error;
+  const std::string text = DumpText({module, code, value, activated_, running_}, model_, sim_);
+  boxes_.Show(ReplaceFile(std::string(kDumpFileName), text, error)
+                  ? "A dump is generated; File name: " + std::string(kDumpFileName)
+                  : "Error writing Dump");
+}
+
+// Date and time in the system's short formats.
+void RunControl::cmdDumpTVX_Click() {
+  const std::tm now = clock_.LocalTime();
+  char date[64] = "", time[64] = "";
+  std::strftime(date, sizeof date, "%x", &now);
+  std::strftime(time, sizeof time, "%X", &now);
+  DumpTVX("Dump on User Request, Date: " + std::string(date) + ", Time: " + time, 0, "0");
 }
 
 void RunControl::ShowPeripheral(PeripheralKind kind) {

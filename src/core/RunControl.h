@@ -70,6 +70,9 @@ class RunControl {
   void CmdConfig_Click();
   void SliderXferTimer_Change(int milliseconds);
   void MSComm1_OnComm(SerialEvent event);
+  // Writes the dump to "TVXDumpFile.txt" in the working folder, whole or not at all, and says which.
+  void DumpTVX(const std::string& module, std::int16_t code, const std::string& value);
+  void cmdDumpTVX_Click();
   void ShowPeripheral(PeripheralKind kind);
 
   void ProcessTimer_Tick();

@@ -192,12 +192,5 @@ TEST(RunControl, AnUnpluggedAdapterComesBackByItselfWithEveryValue) {
   EXPECT_EQ(CommandsOf(rig.Bus().Writes[1]), (std::vector<SentCommand>{{12, 5, 0}}));
 }
 
-TEST(RunControl, ASocketErrorStopsTheRun) {
-  ActivatedRig rig;
-  rig.run.cmdRun_Click();
-  rig.socket.RaiseError(9, "bad");
-  EXPECT_FALSE(rig.run.Running());
-}
-
 }  // namespace
 }  // namespace tvx

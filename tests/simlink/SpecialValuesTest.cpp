@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "fakes/FakeHost.h"
+#include "fakes/FakeUdpSocket.h"
+#include "simlink/SpecialValues.h"
+
+namespace tvx {
+namespace {
+
+struct SpecialRig {
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  SimCom sim{model, socket, boxes, clock};
+  SpecialValues special{sim, boxes, clock};
+
+  SpecialRig() { sim.OpenUDP(); }
+  // The simulator's times, hours of the day.
+  void SetTime(float zulu, float local) {
+    std::string datagram = "DATA*";
+    datagram += std::string("\x01\0\0\0", 4) + std::string(32, '\0');
+    std::memcpy(datagram.data() + 9 + 4 * 5, &zulu, 4);
+    std::memcpy(datagram.data() + 9 + 4 * 6, &local, 4);
+    socket.Deliver(datagram);
+  }
+};
+
+TEST(SpecialValues, TimesAreFoldedAndJumpsNoticed) {
+  const struct {
+    float zulu, local;
+    std::int32_t zuluSeconds, localSeconds;
+    int localHour;
+    bool jumped;
+  } steps[] = {
+      {13.5f, 13.5f, 48600, 48600, 13, true}, {13.502f, 0.0f, 48607, 0, 0, false},
+      {13.499f, 0.0f, 48596, 0, 0, true},     {20.0f, 18.25f, -6465, -165, 18, true},
+      {-1.0f, 1e30f, 0, 0, 0, true},
+  };
+  SpecialRig rig;
+  for (const auto& step : steps) {
+    rig.SetTime(step.zulu, step.local);
+    rig.special.TimeJumped = false;
+    rig.special.GetTimeAndDate();
+    EXPECT_EQ(rig.special.ZuluSeconds, step.zuluSeconds) << step.zulu;
+    EXPECT_EQ(rig.special.LocalSeconds, step.localSeconds) << step.local;
+    EXPECT_EQ(rig.special.LocalHour, step.localHour) << step.local;
+    EXPECT_EQ(rig.special.TimeJumped, step.jumped) << step.zulu;
+  }
+  EXPECT_EQ(rig.special.DateMonth, 3);
+  EXPECT_EQ(rig.special.DateDay, 5);
+  EXPECT_EQ(rig.special.DateYear, 24);
+}
+
+TEST(SpecialValues, BothNavWritersWriteTheSameSlot) {
+  SpecialRig rig;
+  rig.socket.TakeSent();
+  rig.special.PutNAV1Frequency(11030);
+  rig.special.PutNAV2Frequency(11030);
+  const auto sent = rig.socket.TakeSent();
+  ASSERT_EQ(sent.size(), 2u);
+  EXPECT_EQ(sent[0], sent[1]);
+  EXPECT_EQ(sent[0].substr(0, 9), std::string("DATA0s\0\0\0", 9));
+  EXPECT_EQ(sent[0].substr(13, 4), std::string("\x00\x58\x2C\x46", 4)) << "value number 1";
+}
+
+TEST(SpecialValues, AdfDigitsBecomeKilohertz) {
+  SpecialRig rig;
+  const struct {
+    const char* digits;
+    bool standby;
+    const char* path;
+    float frequency;
+  } cases[] = {{"03505", false, "sim/cockpit/radios/adf1_freq_hz", 350.5f},
+               {"17990", true, "sim/cockpit/radios/adf1_stdby_freq_hz", 1799.0f}};
+  for (const auto& c : cases) {
+    rig.socket.TakeSent();
+    rig.special.PutADF(c.digits, c.standby);
+    const auto sent = rig.socket.TakeSent();
+    ASSERT_EQ(sent.size(), 1u);
+    float value = 0;
+    std::memcpy(&value, sent[0].data() + 5, 4);
+    EXPECT_EQ(value, c.frequency);
+    EXPECT_STREQ(sent[0].c_str() + 9, c.path);
+  }
+  rig.special.PutADF("350", false);
+  EXPECT_TRUE(rig.socket.TakeSent().empty());
+}
+
+TEST(SpecialValues, RmiNeedles) {
+  const struct {
+    const char* what;
+    float bearing1, bearing2;
+    std::int16_t angle3, angle4, valid;
+    bool second, fourth;
+    std::array<int, 4> positions;
+  } cases[] = {
+      {"nothing valid", 90, 90, 100, 100, 0, true, true, {5000, 5000, 5000, 5000}},
+      {"one of each, shown twice", 90, 0, 16384, 0, 0x0A, false, false, {1080, 1080, 1080, 1080}},
+      {"all four", 359, 10, -16384, 8192, 0x80E, true, true, {4308, 120, 3240, 540}},
+      {"the second not valid", 90, 10, 0, 0, 0x02, true, false, {1080, 5000, 5000, 5000}},
+  };
+  for (const auto& c : cases) {
+    SpecialRig rig;
+    SpecialValues& s = rig.special;
+    s.RmiBearing1 = c.bearing1;
+    s.RmiBearing2 = c.bearing2;
+    s.RmiAngle3 = c.angle3;
+    s.RmiAngle4 = c.angle4;
+    s.RmiValid = c.valid;
+    s.RmiHasSecond = c.second;
+    s.RmiHasFourth = c.fourth;
+    s.getRMIData();
+    EXPECT_EQ((std::array<int, 4>{s.RmiPos1, s.RmiPos2, s.RmiPos3, s.RmiPos4}), c.positions) << c.what;
+  }
+}
+
+TEST(SpecialValues, AutopilotOffsetsWithoutAPortAreReported) {
+  SpecialRig rig;
+  for (const int n : {-1, 0, 20, 21}) rig.special.GetPortAP(n);
+  EXPECT_EQ(rig.boxes.shown,
+            (std::vector<std::string>{"Get APPort, OffsetNr: -1", "Get APPort, OffsetNr: 0",
+                                      "Get APPort, OffsetNr: 20", "Get APPort, OffsetNr: 21"}));
+  FunctionRecord& function = rig.model.Functions[91];
+  function.ShortName = "AP";
+  function.Multiplier = function.Devider = 1;
+  function.FuncType = static_cast<Byte>(FunctionUse::Macro);
+  function.BoxMacroNr = 4;
+  SpecialValues::AutopilotPortTable ports;
+  ports.fill(rig.sim.OpenSimPort(91, 1));
+  rig.sim.EnableReadSimPort(0);
+  rig.special.SetAutopilotPorts(ports);
+  float two = 2;
+  rig.sim.PutPort(0, two);
+  rig.special.GetPortAP(0);
+  rig.special.GetPortAP(7);
+  EXPECT_EQ(rig.special.APEngaged, 1.0f);
+  EXPECT_EQ(rig.special.APVariable[7], 2.0f);
+  rig.special.GetAPvaluesFX();
+  EXPECT_EQ(rig.special.APStatusBits, 0x01 | 0x08 | 0x10 | 0x20);
+  EXPECT_EQ(rig.special.APTrim, 320);
+}
+
+}  // namespace
+}  // namespace tvx

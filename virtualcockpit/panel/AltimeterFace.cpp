@@ -10,8 +10,8 @@ namespace {
 
 constexpr double kRadians = 3.14159265358979 / 180;
 constexpr double kFeetPerTurn = 1000;
-const QRectF kDrums{-40, -39, 80, 25};
-const QRectF kWindow{22, -9, 42, 18};
+const QRectF kDrums{-32, -34, 64, 22};
+const QRectF kWindow{-20, 17, 40, 15};
 
 QPointF At(double degrees, double radius) {
   return {std::sin(degrees * kRadians) * radius, -std::cos(degrees * kRadians) * radius};
@@ -44,10 +44,11 @@ void AltimeterFace::DrawDial(QPainter& painter) {
     painter.drawLine(At(angle, radius), At(angle, radius - (large ? 13 : 7)));
     if (large) Text(painter, At(angle, radius - 24), 18, QString::number(i / 5), Ink(), true);
   }
-  Text(painter, {-34, 0}, 9, QStringLiteral("ALT"), Ink(), true);
-  Text(painter, {0, 25}, 8, QStringLiteral("100 FEET"), Ink(QColor(0xb9, 0xbd, 0xc0)));
-  Text(painter, {43, 14}, 6.5, gauge_.Inches() ? QStringLiteral("IN HG") : QStringLiteral("MB"),
-       Ink(QColor(0xb9, 0xbd, 0xc0)));
+  const QColor dim = Ink(QColor(0xb9, 0xbd, 0xc0));
+  Text(painter, {-32, -2}, 9.5, QStringLiteral("ALT"), Ink(), true);
+  Text(painter, {0, 39}, 7.5, QStringLiteral("100 FEET"), dim);
+  Text(painter, {kWindow.right() + 8, kWindow.center().y()}, 6.5,
+       gauge_.Inches() ? QStringLiteral("IN") : QStringLiteral("MB"), dim, true);
   // The knob at the lower left.
   QRadialGradient knob(QPointF(-82, 78), 12);
   knob.setColorAt(0, QColor(0x6a, 0x6f, 0x76));
@@ -76,8 +77,8 @@ void AltimeterFace::DrawDrums(QPainter& painter) const {
     const double whole = std::floor(place10);
     for (int i = -1; i <= 1; ++i) {
       const double cell = std::fmod(whole + i + cells, cells);
-      const double y = box.center().y() - (i - (place10 - whole)) * 17;
-      Text(painter, {box.center().x(), y}, 17, textOf(static_cast<int>(cell)), Ink(), true);
+      const double y = box.center().y() - (i - (place10 - whole)) * 16;
+      Text(painter, {box.center().x(), y}, 15.5, textOf(static_cast<int>(cell)), Ink(), true);
     }
     painter.restore();
   };
@@ -106,8 +107,8 @@ void AltimeterFace::DrawDrums(QPainter& painter) const {
   const double twenties = std::fmod(feet, 100) / 20;
   for (int i = -1; i <= 2; ++i) {
     const int cell = (static_cast<int>(std::floor(twenties)) + i + 5) % 5;
-    const double y = box.center().y() - (i - (twenties - std::floor(twenties))) * 12;
-    Text(painter, {box.center().x(), y}, 11.5, QStringLiteral("%1").arg(cell * 20, 2, 10, QLatin1Char('0')),
+    const double y = box.center().y() - (i - (twenties - std::floor(twenties))) * 11;
+    Text(painter, {box.center().x(), y}, 10.5, QStringLiteral("%1").arg(cell * 20, 2, 10, QLatin1Char('0')),
          Ink(), true);
   }
   painter.restore();
@@ -122,7 +123,7 @@ void AltimeterFace::DrawPressure(QPainter& painter) const {
   QString text = QStringLiteral("----");
   if (pressure)
     text = gauge_.Inches() ? QString::number(*pressure / 100.0, 'f', 2) : QString::number(*pressure);
-  Text(painter, kWindow.center(), 12, text, Ink(), true);
+  Text(painter, kWindow.center(), 11.5, text, Ink(), true);
 }
 
 void AltimeterFace::DrawMoving(QPainter& painter) {

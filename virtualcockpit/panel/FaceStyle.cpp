@@ -47,7 +47,7 @@ Factor FactorOf(const FunctionRecord& function) {
 constexpr Row kRows[] = {
     {"airspeed", {"KNOTS", kAirspeed}},
     {"ias", {"KNOTS", kAirspeed}},
-    {"vert", {"FT/MIN", {}}},
+    {"vert", {"FT/MIN", {}, false, true}},
     {"altitude", {"FEET", {}}},
     {"compass", {"", {}, true}},
     {"heading", {"", {}, true}},

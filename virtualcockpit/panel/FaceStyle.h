@@ -19,6 +19,7 @@ struct FaceStyle {
   std::string_view unit;
   std::span<const FaceArc> arcs;
   bool compass = false;
+  bool upDown = false;  // the face says UP and DN instead of signs
 };
 
 // By the Function's short name ("Indicated airspeed", "Oil pressure", ...). An unknown name has no unit and

@@ -9,12 +9,15 @@
 
 namespace tvx::vc {
 
-// How many rows of equal squares a number of instruments takes in a width, and how many stand in each.
-struct PanelRows {
-  int rows = 0;
-  int perRow = 0;
+// How the instruments are set out: a block of large ones and a block of small ones, above or beside each
+// other.
+struct PanelPlan {
+  double size = 0;  // of a large instrument, in pixels
+  int largeColumns = 0, smallColumns = 0;
+  bool beside = false;
 };
-PanelRows RowsFor(int count, double size, double width);
+// Of all plans the one with the largest instruments that fits into the room.
+PanelPlan PlanPanel(int larges, int smalls, double width, double height);
 
 class InstrumentPanel : public QWidget {
   Q_OBJECT
@@ -34,7 +37,7 @@ class InstrumentPanel : public QWidget {
 
  private:
   void Arrange();
-  double Place(const std::vector<InstrumentWidget*>& group, double size, double top);
+  void Place(const std::vector<InstrumentWidget*>& group, const QRectF& block, int columns, double size);
 
   std::vector<InstrumentWidget*> instruments_;
 };

@@ -79,9 +79,14 @@ QColor InstrumentWidget::Ink(const QColor& paint) const {
 }
 
 void InstrumentWidget::Text(QPainter& painter, QPointF at, double height, const QString& text,
-                            const QColor& colour, bool bold) const {
+                            const QColor& colour, bool bold, double widest) const {
+  QFont font = theme::FontOf(height * 10, bold);
+  if (widest > 0) {
+    const double width = QFontMetricsF(font).horizontalAdvance(text) / 10;
+    if (width > widest) font = theme::FontOf(height * 10 * widest / width, bold);
+  }
   painter.save();
-  painter.setFont(theme::FontOf(height * 10, bold));
+  painter.setFont(font);
   painter.setPen(colour);
   painter.translate(at);
   painter.scale(0.1, 0.1);

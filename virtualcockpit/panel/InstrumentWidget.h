@@ -40,9 +40,9 @@ class InstrumentWidget : public QWidget {
 
   QColor Ink() const;
   QColor Ink(const QColor& paint) const;
-  // Text centred at a point, of a height in drawing units.
+  // Text centred at a point, of a height in drawing units; smaller where it would be wider than `widest`.
   void Text(QPainter& painter, QPointF at, double height, const QString& text, const QColor& colour,
-            bool bold = false) const;
+            bool bold = false, double widest = 0) const;
 
   void paintEvent(QPaintEvent*) override;
   void wheelEvent(QWheelEvent* event) override;

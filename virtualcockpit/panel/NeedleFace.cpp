@@ -30,10 +30,19 @@ QColor ColourOf(FaceArc::Colour colour) {
   return {};
 }
 
-QString UnitOf(const FaceStyle& style, const Scale& scale) {
-  const QString unit = QString::fromUtf8(style.unit.data(), static_cast<qsizetype>(style.unit.size()));
+// The unit and by how much the labels are divided; no unit where the name says it already.
+QString UnitOf(const QString& name, const FaceStyle& style, const Scale& scale) {
+  QString unit = QString::fromUtf8(style.unit.data(), static_cast<qsizetype>(style.unit.size()));
+  if (name.contains(unit)) unit.clear();
   if (scale.Divisor() == 1) return unit;
   return (unit + QStringLiteral("  \u00D7%1").arg(scale.Divisor())).trimmed();
+}
+
+// A long name in two lines.
+QStringList Lines(const QString& name, qsizetype longest) {
+  const auto blank = name.indexOf(' ');
+  if (name.size() <= longest || blank < 0) return {name};
+  return {name.left(blank), name.mid(blank + 1)};
 }
 
 }  // namespace
@@ -61,6 +70,7 @@ void NeedleFace::Prepare(Hand& hand, int function, int plate, const ConfigModel&
     hand.style = StyleOf(*record);
     hand.name = QString::fromStdString(record->ShortName).toUpper();
   }
+  if (hand.style.upDown) hand.scale.UseUnsignedLabels();
   if (hand.style.compass && hand.scale.FullCircle()) hand.scale.UseCompassLabels();
   hand.needle.Jump(hand.scale.PositionOf(hand.scale.Low()));
 }
@@ -122,38 +132,45 @@ void NeedleFace::DrawScale(QPainter& painter, const Hand& hand, double radius, d
   }
 }
 
-void NeedleFace::DrawLegends(QPainter& painter) const {
-  const QColor dim = Ink(QColor(0xb9, 0xbd, 0xc0));
-  if (layout_ == Layout::Single) {
-    // Where the needle's scale leaves room: below the hub, or above it for a full circle.
-    const double y = gauge_.HasDisplay() ? -24 : first_.scale.FullCircle() || Large() ? -26 : 27;
-    Text(painter, {0, y}, first_.name.size() > 12 ? 9.5 : 11, first_.name, Ink(), true);
-    Text(painter, {0, y + 12}, 8.5, UnitOf(first_.style, first_.scale), dim);
-    return;
+// A name, in one line or two, and the unit below it.
+void NeedleFace::DrawLegend(QPainter& painter, const Hand& hand, QPointF at, double height, double widest,
+                            const QColor& colour) const {
+  for (const QString& line : Lines(hand.name, widest < 45 ? 4 : 11)) {
+    Text(painter, at, height, line, colour, true, widest);
+    at.ry() += height * 1.05;
   }
-  const bool beside = layout_ == Layout::Beside;
-  const bool firstLeft = first_.scale.LowPosition() < kNeedlePositions / 2.0;
-  const auto legend = [&](const Hand& hand, QPointF at, const QColor& colour) {
-    QStringList words = hand.name.split(' ');
-    if (words.size() == 2 && beside) {
-      Text(painter, at - QPointF(0, 7), 8.5, words[0], colour, true);
-      Text(painter, at + QPointF(0, 2.5), 8.5, words[1], colour, true);
-      Text(painter, at + QPointF(0, 11.5), 7.5, UnitOf(hand.style, hand.scale), dim);
-    } else {
-      Text(painter, at - QPointF(0, 4), 8.5, hand.name, colour, true);
-      Text(painter, at + QPointF(0, 5), 7.5, UnitOf(hand.style, hand.scale), dim);
-    }
-  };
-  if (beside) {
-    const double x = 17;
-    legend(first_, {firstLeft ? -x : x, 40}, Ink());
-    legend(second_, {firstLeft ? x : -x, 40}, Ink());
-    painter.setPen(QPen(Ink(QColor(0x3c, 0x40, 0x45)), 1));
+  at.ry() += 0.5;
+  Text(painter, at, height * 0.8, UnitOf(hand.name, hand.style, hand.scale), Ink(QColor(0xb9, 0xbd, 0xc0)),
+       false, widest);
+}
+
+void NeedleFace::DrawLegends(QPainter& painter) const {
+  const QColor fine = Ink(QColor(0x3c, 0x40, 0x45));
+  if (layout_ == Layout::Single) {
+    // Where the scale leaves room: below the hub, or above it for a full circle.
+    const bool above =
+        gauge_.HasDisplay() || first_.scale.FullCircle() || (Large() && !first_.style.upDown);
+    DrawLegend(painter, first_, {0, above ? -31.0 : Large() ? 23.0 : 27.0}, 10.5, 62, Ink());
+    if (!first_.style.upDown) return;
+    const double zero = DegreesOf(first_.scale.PositionOf(0));
+    Text(painter, At(zero + 38, 40), 9, QStringLiteral("UP"), Ink(), true);
+    Text(painter, At(zero - 38, 40), 9, QStringLiteral("DN"), Ink(), true);
+  } else if (layout_ == Layout::Beside) {
+    const double side = first_.scale.LowPosition() < kNeedlePositions / 2.0 ? -1 : 1;
+    DrawLegend(painter, first_, {side * 20, 33}, 8.5, 35, Ink());
+    DrawLegend(painter, second_, {-side * 20, 33}, 8.5, 35, Ink());
+    painter.setPen(QPen(fine, 1));
     painter.drawLine(QPointF(0, -60), QPointF(0, -24));
-    painter.drawLine(QPointF(0, 26), QPointF(0, 68));
+    painter.drawLine(QPointF(0, 28), QPointF(0, 66));
   } else {
-    legend(first_, {0, 64}, Ink());
-    legend(second_, {0, 22}, Ink(kSecondNeedle));
+    // At the foot, where most outer scales are open.
+    const QString first =
+        first_.name + QStringLiteral("  ") + UnitOf(first_.name, first_.style, first_.scale);
+    const QString second =
+        second_.name + QStringLiteral("  ") + UnitOf(second_.name, second_.style, second_.scale);
+    const bool open = first_.scale.LowPosition() > 90 && first_.scale.HighPosition() < kNeedlePositions - 90;
+    Text(painter, {0, open ? 60.0 : 20.0}, 9, first.trimmed(), Ink(), true, open ? 66 : 44);
+    Text(painter, {0, open ? 71.0 : 29.0}, 8.5, second.trimmed(), Ink(kSecondNeedle), true, open ? 52 : 40);
   }
 }
 

@@ -36,6 +36,8 @@ class NeedleFace : public InstrumentWidget {
   void Prepare(Hand& hand, int function, int plate, const ConfigModel& model);
   void DrawScale(QPainter& painter, const Hand& hand, double radius, double size) const;
   void DrawArcs(QPainter& painter, const Hand& hand, double radius, double width) const;
+  void DrawLegend(QPainter& painter, const Hand& hand, QPointF at, double height, double widest,
+                  const QColor& colour) const;
   void DrawLegends(QPainter& painter) const;
   void DrawNeedle(QPainter& painter, double degrees, double length, const QColor& colour, bool slim) const;
   void DrawDisplay(QPainter& painter) const;

@@ -9,6 +9,7 @@ namespace tvx::vc {
 namespace {
 
 constexpr double kLastPosition = 1079;
+constexpr double kNeedleCircle = 1080;
 constexpr double kDegreesPerLabel = 19;  // room that a label needs
 constexpr double kSmallestGap = 2.6;     // degrees between two marks
 constexpr std::size_t kMostMarks = 400;
@@ -46,8 +47,7 @@ Scale::Scale(const PlateRecord& plate) {
   } else {
     MarkEvenly();
   }
-  // A full circle begins where it ends: one label there, not two.
-  if (FullCircle() && marks_.size() > 1 && !marks_.front().label.empty()) marks_.back().label.clear();
+  DropCrowdedEnd();
 }
 
 Scale Scale::Blank() {
@@ -181,6 +181,21 @@ void Scale::MarkEvenly() {
       mark.label = LabelOf(value / divisor_, fractions);
     }
     marks_.push_back(mark);
+  }
+}
+
+// Where the scale ends close to where it begins there is room for one label only: the last one, or on a full
+// circle the first.
+void Scale::DropCrowdedEnd() {
+  if (marks_.size() < 2 || marks_.front().label.empty() || marks_.back().label.empty()) return;
+  const double gap = kNeedleCircle - std::abs(marks_.back().position - marks_.front().position);
+  if (gap >= 3 * kDegreesPerLabel) return;
+  (FullCircle() ? marks_.back() : marks_.front()).label.clear();
+}
+
+void Scale::UseUnsignedLabels() {
+  for (ScaleMark& mark : marks_) {
+    if (mark.label.starts_with('-')) mark.label.erase(0, 1);
   }
 }
 

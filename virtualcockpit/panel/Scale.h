@@ -44,11 +44,14 @@ class Scale {
   int Divisor() const { return divisor_; }
   // Labels as a compass card: N, 3, 6, E, ...
   void UseCompassLabels();
+  // Labels without their minus: the face says which side is down.
+  void UseUnsignedLabels();
 
  private:
   struct Point {
     double value, position;
   };
+  void DropCrowdedEnd();
   void MarkPoints();
   void MarkEvenly();
   void MarkBetween(const Point& from, const Point& to, double step);

@@ -57,7 +57,6 @@ QString StyleSheet() {
     QPushButton:pressed { background: #1c1f23; }
     QPushButton:disabled { color: #626a73; border-color: #2b3036; }
     QPushButton:checked { background: #4a3719; border-color: #ffb454; color: #ffd9a0; }
-    QComboBox::drop-down { border: none; width: 22px; }
     QComboBox QAbstractItemView, QMenu { background: #1d2024; border: 1px solid #3d444c;
                                          selection-background-color: #4a3719; }
     QMenu::item { padding: 6px 22px 6px 26px; }

@@ -89,7 +89,7 @@ struct Beacon {
   double east, north;
 };
 // Stands left of the runway's far end, so that its flag turns from TO to FROM soon after take-off.
-constexpr Beacon kNav1{-1900, -650}, kNav2{5200, 7400}, kAdf{-5200, 300};
+constexpr Beacon kNav1{-1626, -988}, kNav2{5200, 7400}, kAdf{-5200, 300};
 
 struct Fix {
   double bearing;   // true, to the beacon

@@ -1,0 +1,182 @@
+// The stand-ins on a real socket and a real pseudo-terminal.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <filesystem>
+
+#include "Bytes.h"
+#include "config/ConfigFile.h"
+#include "virtualcockpit/Cockpit.h"
+#include "virtualcockpit/Options.h"
+#include "virtualcockpit/devices/NeedleDevice.h"
+
+namespace tvx::vc {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Bytes;
+
+// Handles events until the condition holds; false after two seconds.
+template <typename Condition>
+bool Until(Condition condition) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!condition()) {
+    if (clock.elapsed() > 2000) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  }
+  return true;
+}
+
+class CockpitTest : public testing::Test {
+ protected:
+  CockpitTest() {
+    model_.General.ComPortGS = 9;
+    model_.Gauges[10].GaugeType = 4;
+    model_.Gauges[10].GaugeSetting1 = 1;
+    model_.Gauges[10].GaugeSetting2 = 12;
+    model_.Functions[200].ComboDT = static_cast<Byte>(DataType::XplaneDataref);
+    model_.Functions[200].FullName = "#1:some/thing/new\r\n#2:some/array[3]\r\nno line\r\n";
+    folder_ = files_.path().toStdString();
+    link_ = folder_ + "/comports/com9";
+  }
+  Cockpit::Settings Settings() const { return {0, folder_, true}; }
+
+  QTemporaryDir files_;
+  ConfigModel model_;
+  std::string folder_, link_;
+};
+
+TEST_F(CockpitTest, AnswersOverTheLinkAndTakesItAwayAtTheEnd) {
+  Cockpit cockpit(model_, Settings());
+  ASSERT_TRUE(cockpit.Start()) << cockpit.GaugeLine().Line().LastError();
+  EXPECT_EQ(fs::read_symlink(link_), cockpit.GaugeLine().Line().Device());
+  const int handle = ::open(link_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  ASSERT_GE(handle, 0);
+  // Every byte value passes both ways unchanged: a position of 0x3FF, and the answer's zeros and 0xFF.
+  const Bytes frames{0, 10, 0x5B, 0xFF, 0x03, 0xFF, 0, 10, 0x78, 0x01, 0x02, 0xFF};
+  ASSERT_EQ(::write(handle, frames.data(), frames.size()), static_cast<ssize_t>(frames.size()));
+  Bytes reply;
+  EXPECT_TRUE(Until([&] {
+    Byte buffer[64];
+    const ssize_t count = ::read(handle, buffer, sizeof buffer);
+    if (count > 0) reply.insert(reply.end(), buffer, buffer + count);
+    return reply.size() >= kReplySize;
+  }));
+  EXPECT_EQ(reply.size(), kReplySize);
+  EXPECT_EQ(reply.back(), 0xFF);
+  EXPECT_EQ(dynamic_cast<NeedleDevice&>(*cockpit.Gauges().Find(10)).First(), 0x3FF);
+  ::close(handle);
+  cockpit.Stop();
+  EXPECT_FALSE(fs::is_symlink(link_));
+}
+
+TEST_F(CockpitTest, UnpluggingHangsUpAndPluggingLeadsTheLinkToTheNewLine) {
+  Cockpit cockpit(model_, Settings());
+  ASSERT_TRUE(cockpit.Start());
+  const int handle = ::open(link_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  cockpit.GaugeLine().Unplug();
+  EXPECT_FALSE(fs::is_symlink(link_));
+  Byte byte = 0;
+  EXPECT_LE(::read(handle, &byte, 1), 0);
+  EXPECT_EQ(::write(handle, &byte, 1), -1) << "a hang-up";
+  ASSERT_TRUE(cockpit.GaugeLine().Plug());
+  EXPECT_EQ(fs::read_symlink(link_), cockpit.GaugeLine().Line().Device());
+  ::close(handle);
+}
+
+TEST_F(CockpitTest, NeverTakesALinkThatLeadsToARealDevice) {
+  fs::create_directories(folder_ + "/comports");
+  fs::create_symlink("/dev/ttyUSB7", link_);
+  {
+    Cockpit cockpit(model_, Settings());
+    EXPECT_TRUE(cockpit.Start());
+    EXPECT_TRUE(cockpit.GaugeLine().Line().Link().empty());
+    EXPECT_FALSE(cockpit.GaugeLine().Line().LastError().empty());
+  }
+  EXPECT_EQ(fs::read_symlink(link_), "/dev/ttyUSB7");
+  fs::remove(link_);
+  // One that a crashed run left behind is taken; one that another cockpit has taken over since then stays.
+  fs::create_symlink("/dev/pts/99999", link_);
+  Cockpit first(model_, Settings());
+  ASSERT_TRUE(first.Start());
+  Cockpit second(model_, Settings());
+  ASSERT_TRUE(second.Start());
+  first.Stop();
+  EXPECT_EQ(fs::read_symlink(link_), second.GaugeLine().Line().Device());
+}
+
+TEST_F(CockpitTest, SimulatorAnswersWhereTheRequestCameFromVanishesAndReturns) {
+  Cockpit cockpit(model_, Settings());
+  ASSERT_TRUE(cockpit.Start());
+  const std::uint16_t port = cockpit.Simulation().Port();
+  ASSERT_NE(port, 0);
+  UdpPort client;
+  std::string error;
+  ASSERT_TRUE(client.Open(0, error)) << error;
+  const Peer simulator{0x7F000001, port};
+  int answers = 0;
+  const auto answered = [&] {
+    client.Receive([&](ByteView, const Peer& from) { answers += from.port == port; });
+    return answers > 0;
+  };
+  ASSERT_TRUE(client.SendTo(test::SubscribeTo("some/array[3]", 20, 5), simulator));
+  EXPECT_TRUE(Until(answered));
+
+  cockpit.Simulation().Stop();
+  EXPECT_FALSE(cockpit.Simulation().Present());
+  EXPECT_EQ(cockpit.Sim().Subscriptions(), 0u);
+  ASSERT_TRUE(cockpit.Simulation().Return());
+  EXPECT_EQ(cockpit.Simulation().Port(), port);
+  answered();
+  answers = 0;
+  client.SendTo(test::Select(3), simulator);
+  EXPECT_TRUE(Until(answered)) << "it takes requests again";
+
+  SimulatorService second;
+  EXPECT_FALSE(second.Start(port));
+  EXPECT_NE(second.LastError().find("in use"), std::string::npos) << second.LastError();
+}
+
+TEST_F(CockpitTest, ConfigurationsThatAreNoneAreToldInWords) {
+  ConfigModel model;
+  std::string error;
+  EXPECT_FALSE(LoadConfiguration(folder_ + "/missing.cfg", model, error));
+  EXPECT_NE(error.find("missing.cfg"), std::string::npos);
+  error.clear();
+  EXPECT_TRUE(LoadConfiguration(TVX_SOURCE_DIR "/demo/Default.cfg", model, error)) << error;
+  const Cockpit cockpit(model, Settings());
+  EXPECT_GE(const_cast<Cockpit&>(cockpit).Gauges().Devices().size(), 12u);
+}
+
+TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
+  Options options;
+  std::string error;
+  EXPECT_TRUE(ParseOptions({"--config", "a.cfg", "--port", "0", "--speed", "2.5", "--print", "--seconds",
+                            "30", "--screenshot", "b.png", "--folder", "demo"},
+                           options, error));
+  EXPECT_EQ(options.config, "a.cfg");
+  EXPECT_EQ(options.port, 0);
+  EXPECT_EQ(options.speed, 2.5);
+  EXPECT_EQ(options.seconds, 30);
+  for (const std::vector<std::string>& bad : std::vector<std::vector<std::string>>{{"--port"},
+                                                                                   {"--port", "65536"},
+                                                                                   {"--port", "x"},
+                                                                                   {"--port", "1 "},
+                                                                                   {"--speed", "nan"},
+                                                                                   {"--speed", "0"},
+                                                                                   {"--seconds", "0"},
+                                                                                   {"--config", ""},
+                                                                                   {"--what"},
+                                                                                   {"file.cfg"}}) {
+    error.clear();
+    EXPECT_FALSE(ParseOptions(bad, options, error));
+    EXPECT_NE(error.find(bad[0]), std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace tvx::vc

@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include "Bytes.h"
+#include "virtualcockpit/bus/Frames.h"
+
+namespace tvx::vc {
+namespace {
+
+using test::Bytes;
+using test::operator+;
+
+std::string TextOf(const Frame& frame) {
+  if (const auto* address = std::get_if<AddressFrame>(&frame)) {
+    return std::to_string(address->gaugeID) + "=>" + std::to_string(address->newGaugeID);
+  }
+  const auto& command = std::get<CommandFrame>(frame);
+  return std::to_string(command.gaugeID) + ":" + std::to_string(command.command) + ":" +
+         std::to_string(command.value);
+}
+
+struct Decoded {
+  std::vector<std::string> frames;
+  FrameDecoder decoder;
+};
+Decoded Decode(const Bytes& bytes, std::size_t piece) {
+  Decoded decoded;
+  for (std::size_t at = 0; at < bytes.size(); at += piece) {
+    decoded.decoder.Take(ByteView(bytes).subspan(at, std::min(piece, bytes.size() - at)),
+                         [&](const Frame& frame) { decoded.frames.push_back(TextOf(frame)); });
+  }
+  return decoded;
+}
+
+const Bytes kFrame{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF};    // 12, command 3, -300
+const Bytes kZero{0x00, 0x05, 0x08, 0x01, 0x02, 0xFF};     // 5, command 0, 0
+const Bytes kLargest{0x00, 0x07, 0x5B, 0xFF, 0xFF, 0xFF};  // 7, command 5, 65535
+const Bytes kAddress{0x00, 0x14, 0x2C, 0x16, 0xAA, 0xFF, 0x20};
+const Bytes kAddressZero{0x00, 0x00, 0x2C, 0x00, 0xAA, 0xFF, 0x20};
+
+struct StreamCase {
+  const char* name;
+  Bytes bytes;
+  std::vector<std::string> frames;
+  std::uint64_t garbage, fillers;
+};
+
+class Stream : public testing::TestWithParam<StreamCase> {};
+
+// However the bytes are cut, every whole frame is found, and what lies between is told apart.
+TEST_P(Stream, IsDecodedInPiecesOfAnySize) {
+  const StreamCase& c = GetParam();
+  for (const std::size_t piece : {std::size_t{1}, std::size_t{2}, std::size_t{5}, std::size_t{100}}) {
+    const Decoded decoded = Decode(c.bytes, piece);
+    EXPECT_EQ(decoded.frames, c.frames) << "pieces of " << piece;
+    EXPECT_EQ(decoded.decoder.Frames(), c.frames.size());
+    EXPECT_EQ(decoded.decoder.Garbage(), c.garbage);
+    EXPECT_EQ(decoded.decoder.Fillers(), c.fillers);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Stream,
+    testing::Values(
+        StreamCase{"Negative", kFrame, {"12:3:-300"}, 0, 0}, StreamCase{"Zero", kZero, {"5:0:0"}, 0, 0},
+        StreamCase{"EndMarksAsData", kLargest + kZero, {"7:5:65535", "5:0:0"}, 0, 0},
+        StreamCase{"SideFrameBehindItsFiller", kZero + Bytes{0xFF} + kFrame, {"5:0:0", "12:3:-300"}, 0, 1},
+        StreamCase{"NewAddressAndItsBlank", kAddress + kZero, {"20=>22", "5:0:0"}, 0, 1},
+        StreamCase{"NewAddressZero", kAddressZero, {"0=>0"}, 0, 1},
+        StreamCase{"GaugeZero", {0x00, 0x00, 0x78, 0x01, 0x02, 0xFF}, {"0:7:0"}, 0, 0},
+        StreamCase{"NoiseBefore", Bytes{0x5A, 0x00, 0x11} + kZero, {"5:0:0"}, 3, 0},
+        StreamCase{"CutFrameBefore", Bytes{0x00, 0x0C, 0x3C} + kFrame, {"12:3:-300"}, 3, 0},
+        StreamCase{"ZeroBefore", Bytes{0x00} + kLargest, {"7:5:65535"}, 1, 0},
+        StreamCase{"MissingEnd", Bytes{0x00, 0x05, 0x08, 0x01, 0x02} + kFrame, {"12:3:-300"}, 5, 0},
+        StreamCase{"AlwaysSetBitMissing", Bytes{0x00, 0x05, 0x50, 0x01, 0x02, 0xFF} + kZero, {"5:0:0"}, 5, 1},
+        StreamCase{"NothingWhole", {0x00, 0x05, 0x08, 0x01}, {}, 0, 0}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(FrameDecoder, EveryValueComesBack) {
+  for (int value = -65535; value <= 65535; value += 37) {
+    const int magnitude = std::abs(value);
+    const int low = magnitude & 0xFF;
+    const int high = magnitude >> 8;
+    const int command = 9 << 4 | 8 | (value < 0 ? 4 : 0) | (high & 2) | (low & 1);
+    const Bytes frame{
+        0, 200, static_cast<Byte>(command), static_cast<Byte>(low | 1), static_cast<Byte>(high | 2), 255};
+    ASSERT_EQ(Decode(frame, 6).frames, std::vector<std::string>{"200:9:" + std::to_string(value)});
+  }
+}
+
+TEST(FrameDecoder, NoiseNeverHidesTheSecondOfTwoFrames) {
+  std::uint32_t seed = 12345;
+  for (int round = 0; round < 2000; ++round) {
+    Bytes noise;
+    for (int i = 0; i < round % 23; ++i) {
+      seed = seed * 1664525u + 1013904223u;
+      noise.push_back(static_cast<Byte>(seed >> 24));
+    }
+    // Noise may swallow the frame right behind it, never the one after that.
+    const Decoded decoded = Decode(noise + kZero + kFrame, 7);
+    ASSERT_FALSE(decoded.frames.empty());
+    ASSERT_EQ(decoded.frames.back(), "12:3:-300") << "round " << round;
+  }
+}
+
+}  // namespace
+}  // namespace tvx::vc

@@ -1,0 +1,213 @@
+#include <gtest/gtest.h>
+
+#include "Bytes.h"
+#include "virtualcockpit/bus/GaugeBus.h"
+#include "virtualcockpit/devices/AltimeterDevice.h"
+#include "virtualcockpit/devices/IoModuleDevice.h"
+#include "virtualcockpit/devices/NeedleDevice.h"
+#include "virtualcockpit/devices/VorDevice.h"
+
+namespace tvx::vc {
+namespace {
+
+using test::Bytes;
+using test::operator+;
+
+Bytes CommandBytes(int gaugeID, int command, int value) {
+  const int magnitude = std::abs(value);
+  const int low = magnitude & 0xFF;
+  const int high = magnitude >> 8;
+  return {0,
+          static_cast<Byte>(gaugeID),
+          static_cast<Byte>(command << 4 | 8 | (value < 0 ? 4 : 0) | (high & 2) | (low & 1)),
+          static_cast<Byte>(low | 1),
+          static_cast<Byte>(high | 2),
+          0xFF};
+}
+
+// A bus with one instrument of each kind, and the bytes that came back.
+class GaugeBusTest : public testing::Test {
+ protected:
+  GaugeBusTest() : bus_([this](ByteView bytes) { written_.emplace_back(bytes.begin(), bytes.end()); }) {
+    for (const Device::Identity id :
+         {Device::Identity{10, 4, 1, 12}, Device::Identity{11, 101, 2, 14}, Device::Identity{14, 106, 1, 13},
+          Device::Identity{16, 2, 1, 11}, Device::Identity{17, 3, 1, 11}, Device::Identity{20, 8, 1, 10},
+          Device::Identity{23, 10, 1, 10}, Device::Identity{30, 120, 3, 4}}) {
+      bus_.Add(MakeDevice(id));
+    }
+  }
+  void Command(int gaugeID, int command, int value = 0) {
+    bus_.OnBytes(CommandBytes(gaugeID, command, value), now_);
+  }
+  // The answer to "report state", or nothing.
+  Bytes Poll(int gaugeID) {
+    written_.clear();
+    Command(gaugeID, 7);
+    return written_.empty() ? Bytes{} : written_.front();
+  }
+  template <typename Kind>
+  Kind& As(int gaugeID) {
+    return dynamic_cast<Kind&>(*bus_.Find(gaugeID));
+  }
+
+  std::vector<Bytes> written_;
+  std::int64_t now_ = 1000;
+  GaugeBus bus_;
+};
+
+TEST_F(GaugeBusTest, CommandsReachTheNeedlesTheyAreFor) {
+  Command(10, 5, 321);
+  EXPECT_EQ(As<NeedleDevice>(10).First(), 321);
+  EXPECT_FALSE(As<NeedleDevice>(10).Second());
+  Command(10, 6, 5000);
+  EXPECT_EQ(As<NeedleDevice>(10).Second(), 1079) << "a needle stops at its end";
+  Command(10, 5, -5);
+  EXPECT_EQ(As<NeedleDevice>(10).First(), 0);
+
+  Command(16, 6, 277);
+  Command(16, 11, 160);
+  EXPECT_EQ(As<NeedleDevice>(16).Display(), 277);
+  EXPECT_EQ(As<NeedleDevice>(16).DisplayControl(), 160);
+  EXPECT_FALSE(As<NeedleDevice>(16).Second()) << "the display is no second needle";
+
+  Command(20, 4, 100);
+  Command(20, 5, 200);
+  EXPECT_EQ(As<NeedleDevice>(20).First(), 100);
+  EXPECT_EQ(As<NeedleDevice>(20).Second(), 200);
+  EXPECT_FALSE(As<NeedleDevice>(17).First()) << "nobody else was meant";
+}
+
+TEST_F(GaugeBusTest, VorTakesNeedlesAndFlags) {
+  Command(14, 5, 944);
+  Command(14, 6, 0);
+  Command(14, 11, 2 + 256);
+  const auto& vor = As<VorDevice>(14);
+  EXPECT_EQ(vor.Course(), 944);
+  EXPECT_EQ(vor.Glide(), 0);
+  EXPECT_EQ(vor.Flag(), VorDevice::ToFrom::From);
+  EXPECT_TRUE(vor.GlideFlag());
+  Command(14, 11, 1);
+  EXPECT_EQ(vor.Flag(), VorDevice::ToFrom::To);
+  EXPECT_FALSE(vor.GlideFlag());
+}
+
+TEST_F(GaugeBusTest, LightingWordIsTakenApart) {
+  Command(10, 8, 0xC0 << 8 | 0xB5);
+  const FaceLight& light = bus_.Find(10)->Light();
+  EXPECT_TRUE(light.told && light.lit && light.bus2 && light.instrumentLights && light.navigationLights);
+  EXPECT_FALSE(light.bus1);
+  EXPECT_EQ(light.brightness, 11);
+  Command(10, 8, 0);
+  EXPECT_FALSE(light.lit || light.bus2 || light.instrumentLights || light.navigationLights);
+}
+
+TEST_F(GaugeBusTest, RepliesByteByByte) {
+  EXPECT_EQ(Poll(10), test::Padded({0, 10, 4, 1, 12}, 24) + Bytes{0xFF});
+  EXPECT_EQ(Poll(30), test::Padded({0, 30, 120, 3, 4}, 24) + Bytes{0xFF})
+      << "a kind without a face answers too";
+
+  Command(11, 12, 1013);
+  EXPECT_EQ(Poll(11), test::Padded({0, 11, 101, 2, 14, 'P', 0x03, 0xF5, 'P', 1, 0, 128}, 24) + Bytes{0xFF});
+  As<AltimeterDevice>(11).TurnKnob(-3);
+  EXPECT_EQ(Poll(11)[11], 125);
+  EXPECT_EQ(Poll(11)[11], 128) << "a click is told once";
+
+  As<VorDevice>(14).TurnKnob(-240 + 90);
+  EXPECT_EQ(Poll(14), test::Padded({0, 14, 106, 1, 13, 'C', 0x03, 0x2D, 'A'}, 24) + Bytes{0xFF})
+      << "1084 * 3 / 4";
+  As<VorDevice>(14).TurnKnob(-91);
+  EXPECT_EQ(As<VorDevice>(14).KnobDegrees(), 359);
+
+  auto& module = As<IoModuleDevice>(23);
+  module.SetSwitch(0, true);
+  module.SetSwitch(47, true);
+  module.SetSwitch(48, true);
+  module.SetAnalogue(0, 0xABC);
+  module.SetAnalogue(1, 0x123);
+  module.SetAnalogue(7, 9999);
+  EXPECT_EQ(Poll(23), (Bytes{0, 23, 10,   1,    10,   0x80, 0, 0, 0, 0, 0x01, 0,   0xA1,
+                             0, 0,  0x0F, 0xBC, 0x23, 0,    0, 0, 0, 0, 0xFF, 0xFF}));
+}
+
+// The knob angle that a receiver works out of an answer is the knob's, all the way round.
+TEST_F(GaugeBusTest, KnobAngleComesBackToTheDegree) {
+  auto& vor = As<VorDevice>(14);
+  for (int i = 0; i < 360; ++i) {
+    const Bytes reply = Poll(14);
+    const int raw = reply[6] * 256 + reply[7];
+    const double angle = std::nearbyint((1084 - raw) / 1084.0 * 360);
+    ASSERT_EQ(angle >= 359.9 ? 0 : static_cast<int>(angle), vor.KnobDegrees());
+    vor.TurnKnob(1);
+  }
+}
+
+TEST_F(GaugeBusTest, NewAddressMovesTheGauge) {
+  bus_.OnBytes(Bytes{0, 10, 0x2C, 77, 0xAA, 0xFF, 0x20}, now_);
+  EXPECT_TRUE(Poll(10).empty());
+  EXPECT_EQ(Poll(77)[1], 77);
+  EXPECT_EQ(bus_.Unheard(), 1u);
+}
+
+struct FaultCase {
+  DeviceFault fault;
+  bool moves;           // the needle still follows
+  std::size_t answers;  // to two polls
+};
+class DeviceFaults : public GaugeBusTest, public testing::WithParamInterface<FaultCase> {};
+
+TEST_P(DeviceFaults, ShowOnTheLine) {
+  const FaultCase& c = GetParam();
+  bus_.Find(10)->SetFault(c.fault);
+  Command(10, 5, 400);
+  EXPECT_EQ(As<NeedleDevice>(10).First().has_value(), c.moves);
+  Command(10, 7);
+  Command(10, 7);
+  EXPECT_EQ(written_.size(), c.answers);
+  for (const Bytes& reply : written_) {
+    const bool whole =
+        reply.size() == kReplySize && reply.front() == 0 && reply[11] == 0 && reply.back() == 0xFF;
+    EXPECT_EQ(whole, c.fault != DeviceFault::Garbled);
+  }
+  EXPECT_FALSE(Poll(11).empty()) << "the others are not touched";
+}
+INSTANTIATE_TEST_SUITE_P(
+    All, DeviceFaults,
+    testing::Values(FaultCase{DeviceFault::None, true, 2}, FaultCase{DeviceFault::Silent, true, 0},
+                    FaultCase{DeviceFault::Garbled, true, 2}, FaultCase{DeviceFault::Late, true, 0},
+                    FaultCase{DeviceFault::Duplicate, true, 4}, FaultCase{DeviceFault::Dead, false, 0}));
+
+TEST_F(GaugeBusTest, LateAnswerComesWhenItIsDue) {
+  bus_.Find(10)->SetFault(DeviceFault::Late);
+  EXPECT_TRUE(Poll(10).empty());
+  bus_.Tick(now_ + GaugeBus::kLateMs - 1);
+  EXPECT_TRUE(written_.empty());
+  bus_.Tick(now_ + GaugeBus::kLateMs);
+  ASSERT_EQ(written_.size(), 1u);
+  bus_.Tick(now_ + 10 * GaugeBus::kLateMs);
+  EXPECT_EQ(written_.size(), 1u);
+
+  EXPECT_TRUE(Poll(10).empty());
+  bus_.Interrupt();
+  bus_.Tick(now_ + 10 * GaugeBus::kLateMs);
+  EXPECT_TRUE(written_.empty()) << "an unplugged line takes the answer with it";
+}
+
+TEST_F(GaugeBusTest, LineFaultsStandForAllGauges) {
+  bus_.SetFault(LineFault::Silent);
+  EXPECT_TRUE(Poll(10).empty());
+  Command(10, 5, 100);
+  EXPECT_EQ(As<NeedleDevice>(10).First(), 100);
+  bus_.SetFault(LineFault::Deaf);
+  Command(10, 5, 200);
+  EXPECT_EQ(As<NeedleDevice>(10).First(), 100);
+  bus_.SetFault(LineFault::Garbled);
+  for (int i = 0; i < 12; ++i) {
+    const Bytes reply = Poll(11);
+    EXPECT_FALSE(reply.size() == kReplySize && reply[0] == 0 && reply[11] == 128 && reply[24] == 0xFF);
+  }
+  bus_.SetFault(LineFault::None);
+  EXPECT_EQ(Poll(10).size(), kReplySize);
+}
+
+}  // namespace
+}  // namespace tvx::vc

@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include "virtualcockpit/panel/Faces.h"
+#include "virtualcockpit/panel/InstrumentPanel.h"
+#include "virtualcockpit/panel/PanelWindow.h"
+#include "virtualcockpit/panel/Scale.h"
+
+namespace tvx::vc {
+namespace {
+
+PlateRecord PlateOf(const std::vector<std::pair<double, int>>& points) {
+  PlateRecord plate;
+  const auto set = [&plate](std::size_t entry, const std::pair<double, int>& point) {
+    plate.Value[entry] = point.first;
+    plate.Position[entry] = static_cast<std::int16_t>(point.second);
+  };
+  set(2, points.front());
+  set(3, points.back());
+  for (std::size_t i = 0; i < points.size(); ++i) set(4 + i, points[i]);
+  return plate;
+}
+std::string Labels(const Scale& scale) {
+  std::string labels;
+  for (const ScaleMark& mark : scale.Marks()) {
+    if (!mark.label.empty()) labels += (labels.empty() ? "" : " ") + mark.label;
+  }
+  return labels;
+}
+
+struct LabelCase {
+  const char* name;
+  std::vector<std::pair<double, int>> points;
+  const char* labels;
+  int divisor;
+};
+class ScaleLabels : public testing::TestWithParam<LabelCase> {};
+TEST_P(ScaleLabels, AreThoseAPilotWouldPrint) {
+  const LabelCase& c = GetParam();
+  const Scale scale(PlateOf(c.points));
+  EXPECT_EQ(Labels(scale), c.labels);
+  EXPECT_EQ(scale.Divisor(), c.divisor);
+  for (const auto& [value, position] : c.points) EXPECT_DOUBLE_EQ(scale.PositionOf(value), position);
+}
+INSTANTIATE_TEST_SUITE_P(
+    All, ScaleLabels,
+    testing::Values(LabelCase{"PointsOfThePlate", {{0, 180}, {5, 250}, {20, 387}, {26, 450}}, "0 5 20 26", 1},
+                    LabelCase{"CrowdedPointsThinned",
+                              {{40, 100}, {50, 140}, {60, 180}, {70, 220}, {80, 260}},
+                              "40 60 80",
+                              1},
+                    LabelCase{"Hundreds", {{0, 150}, {500, 300}, {1000, 450}}, "0 5 10", 100},
+                    LabelCase{"TwoEndsOnly", {{0, 0}, {50, 540}}, "0 10 20 30 40 50", 1},
+                    LabelCase{"EndMeetsBeginning", {{0, 0}, {50, 500}, {100, 1040}}, "50 100", 1}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Scale, NeedlePositionAndValueAreInverse) {
+  const Scale scale(PlateOf({{0, 900}, {20, 861}, {50, 789}, {90, 690}, {115, 630}}));
+  for (double value = 0; value <= 115; value += 2.5)
+    EXPECT_NEAR(scale.ValueAt(scale.PositionOf(value)), value, 1e-9);
+  EXPECT_EQ(scale.PositionOf(-10), 900);
+  EXPECT_EQ(scale.PositionOf(1000), 630);
+  EXPECT_EQ(scale.ValueAt(1079), 0);
+}
+
+TEST(Scale, PlatesThatMakeNoSenseAreEmptyNotFatal) {
+  EXPECT_TRUE(Scale(PlateRecord{}).Empty());
+  PlateRecord plate = PlateOf({{5, 0}, {5, 100}});
+  EXPECT_TRUE(Scale(plate).Empty());
+  plate.Value[3] = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_TRUE(Scale(plate).Empty());
+  const Scale huge(PlateOf({{-1e300, -5}, {0, 30000}, {1e300, 7}}));
+  EXPECT_LT(huge.Marks().size(), 1000u);
+}
+
+TEST(Needle, FollowsWithoutOvershootAndTakesTheShortWayRound) {
+  Needle needle;
+  needle.Jump(0);
+  double last = 0;
+  for (int i = 0; i < 60; ++i) {
+    needle.Follow(600, 0.04);
+    EXPECT_GE(needle.At(), last);
+    last = needle.At();
+  }
+  EXPECT_EQ(last, 600);
+  EXPECT_FALSE(needle.Follow(600, 0.04)) << "nothing to repaint";
+  needle.Jump(1070);
+  needle.Follow(10, 0.04, 1080);
+  EXPECT_TRUE(needle.At() > 1070 || needle.At() < 10);
+}
+
+TEST(PanelPlan, FitsInAnyRoom) {
+  for (const int larges : {0, 1, 6, 40}) {
+    for (const int smalls : {0, 1, 8, 90}) {
+      if (larges + smalls == 0) continue;
+      const PanelPlan plan = PlanPanel(larges, smalls, 1044, 796);
+      EXPECT_GT(plan.size, 20) << larges << " and " << smalls;
+      EXPECT_LE(plan.largeColumns * plan.size, 1044 + 1e-6);
+    }
+  }
+}
+
+// Every kind is drawn at every size, before and after commands of any value, lit and dark, with every fault.
+TEST(Faces, DrawEveryKindWhateverTheBusBrings) {
+  ConfigModel model;
+  model.Plates.push_back(PlateOf({{0, 0}, {50, 500}, {100, 1040}}));
+  model.Functions[1].ShortName = "Vert. speed";
+  for (const int type : {1, 2, 3, 4, 5, 6, 8, 10, 101, 106, 120, 200}) {
+    GaugeRecord& record = model.Gauges[10];
+    record.GaugeType = static_cast<Byte>(type);
+    record.GaugeSetting4 = 77;  // no such Plate
+    record.GaugeFunction1 = 1;
+    record.GaugeFunction2 = static_cast<std::int16_t>(type == 3 ? 1 : -5);
+    const auto device = MakeDevice({10, record.GaugeType, 1, 1});
+    const std::unique_ptr<InstrumentWidget> face(MakeFace(*device, model, nullptr));
+    for (const int size : {4, 90, 300}) {
+      face->resize(size, size);
+      for (const std::int32_t value : {0, 1013, 65535, -65535}) {
+        for (int command = 0; command < 16; ++command) device->Receive(command, value);
+        face->Advance(0.04);
+        EXPECT_FALSE(face->grab().isNull()) << type;
+      }
+    }
+    const QImage works = face->grab().toImage();
+    device->SetFault(DeviceFault::Silent);
+    EXPECT_NE(face->grab().toImage(), works) << "a fault is shown, type " << type;
+  }
+}
+
+TEST(PanelWindow, ControlsDoWhatTheySay) {
+  ConfigModel model;
+  model.General.ComPortGS = 3;
+  model.Gauges[10].GaugeType = 1;
+  Cockpit cockpit(model, {0, ".", false});
+  ASSERT_TRUE(cockpit.Start());
+  PanelWindow window(cockpit);
+  const auto click = [&window](const char* name) {
+    window.findChild<QPushButton*>(QString::fromLatin1(name))->click();
+  };
+  const auto text = [&window](const char* name) {
+    return window.findChild<QLabel*>(QString::fromLatin1(name))->text();
+  };
+  click("cmdPause");
+  EXPECT_TRUE(cockpit.Sim().Paused());
+  click("cmdSimulator");
+  EXPECT_FALSE(cockpit.Simulation().Present());
+  EXPECT_TRUE(text("labelSimulator").startsWith("Off"));
+  click("cmdSimulator");
+  EXPECT_TRUE(cockpit.Simulation().Present());
+  click("cmdAdapter");
+  EXPECT_FALSE(cockpit.GaugeLine().Line().Plugged());
+  EXPECT_EQ(text("labelBus"), "Adapter unplugged");
+  click("cmdAdapter");
+  EXPECT_TRUE(cockpit.GaugeLine().Line().Plugged());
+  window.findChild<QComboBox*>("comboLineFault")->setCurrentIndex(3);
+  EXPECT_EQ(cockpit.Gauges().Fault(), LineFault::Deaf);
+  cockpit.Sim().RestartFlight(100);
+  click("cmdRestart");
+  EXPECT_EQ(cockpit.Sim().State().time, 0);
+  for (const QWidget* control : window.findChildren<QAbstractButton*>())
+    EXPECT_FALSE(control->objectName().isEmpty());
+}
+
+}  // namespace
+}  // namespace tvx::vc

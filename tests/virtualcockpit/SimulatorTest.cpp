@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "Bytes.h"
+#include "virtualcockpit/sim/Simulator.h"
+
+namespace tvx::vc {
+namespace {
+
+using test::Bytes;
+using test::operator+;
+
+constexpr Peer kOne{0x7F000001, 49003};
+constexpr Peer kOther{0x7F000001, 49004};
+constexpr std::string_view kRpm = "sim/cockpit2/engine/indicators/engine_speed_rpm[0]";
+constexpr std::string_view kBarometer = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot";
+
+struct Sent {
+  Bytes bytes;
+  Peer to;
+  std::string Tag() const { return std::string(bytes.begin(), bytes.begin() + 5); }
+  std::int32_t I32(std::size_t at) const {
+    std::int32_t value = 0;
+    std::memcpy(&value, bytes.data() + at, 4);
+    return value;
+  }
+  float F32(std::size_t at) const { return std::bit_cast<float>(I32(at)); }
+};
+
+class SimulatorTest : public testing::Test {
+ protected:
+  SimulatorTest()
+      : sim_([this](ByteView datagram, const Peer& to) {
+          sent_.push_back({Bytes(datagram.begin(), datagram.end()), to});
+        }) {}
+  void From(const Peer& peer, const Bytes& datagram) { sim_.OnDatagram(datagram, peer); }
+  void Tick(int count = 1) {
+    for (int i = 0; i < count; ++i) sim_.Tick(now_ += Simulator::kTickMilliseconds);
+  }
+  double Value(std::string_view name) { return sim_.Datarefs().ValueOf(name).value_or(-12345); }
+
+  std::vector<Sent> sent_;
+  std::int64_t now_ = 5000;
+  Simulator sim_;
+};
+
+TEST_F(SimulatorTest, SelectedGroupsGoToWhoAskedLastInAscendingOrder) {
+  Tick();
+  EXPECT_TRUE(sent_.empty());
+  From(kOne, test::Select(20));
+  From(kOther, test::Select(3));
+  From(kOther, test::Select(17));
+  From(kOne, test::Select(17, false));
+  sim_.RestartFlight(140);
+  Tick();
+  ASSERT_EQ(sent_.size(), 1u);
+  EXPECT_EQ(sent_[0].to, kOther);
+  EXPECT_EQ(sent_[0].Tag(), "DATA*");
+  ASSERT_EQ(sent_[0].bytes.size(), 5u + 2 * 36);
+  EXPECT_EQ(sent_[0].I32(5), 3);
+  EXPECT_EQ(sent_[0].I32(41), 20);
+  EXPECT_EQ(sent_[0].F32(9), static_cast<float>(sim_.State().airspeed));
+  EXPECT_EQ(sent_[0].F32(45 + 20), static_cast<float>(sim_.State().indicatedAltitude));
+}
+
+TEST_F(SimulatorTest, SelectsManyGroupsAtOnceAndSplitsWhatDoesNotFit) {
+  Bytes request = test::Ascii("DSEL") + Bytes{0};
+  for (int group = 0; group < 100; ++group) request = request + test::Little(group);
+  From(kOne, request + test::Little(139) + test::Little(-1));
+  EXPECT_EQ(sim_.SelectedGroups().size(), 100u);
+  EXPECT_EQ(sim_.Counters().refused, 2u);
+  Tick();
+  ASSERT_EQ(sent_.size(), 3u);
+  for (const Sent& sent : sent_) EXPECT_LE(sent.bytes.size(), kLargestDatagram);
+  EXPECT_EQ(sent_[2].I32(5), 80);
+}
+
+struct RateCase {
+  int frequency, replies;  // in two seconds
+};
+class Rates : public SimulatorTest, public testing::WithParamInterface<RateCase> {};
+TEST_P(Rates, AreKept) {
+  From(kOne, test::SubscribeTo(kRpm, GetParam().frequency, 7));
+  Tick();
+  EXPECT_EQ(sent_.empty(), GetParam().replies == 0) << "the first value comes at once";
+  Tick(39);
+  EXPECT_EQ(static_cast<int>(sent_.size()), GetParam().replies);
+}
+INSTANTIATE_TEST_SUITE_P(All, Rates,
+                         testing::Values(RateCase{1, 2}, RateCase{3, 6}, RateCase{10, 20}, RateCase{20, 40},
+                                         RateCase{99, 40}, RateCase{2147483647, 40}, RateCase{0, 0},
+                                         RateCase{-5, 0}));
+
+TEST_F(SimulatorTest, ValuesArePackedForEachClient) {
+  for (int i = 0; i < 200; ++i) From(i % 100 == 99 ? kOther : kOne, test::SubscribeTo(kRpm, 20, i));
+  sim_.RestartFlight(100);
+  Tick();
+  ASSERT_EQ(sent_.size(), 3u);
+  std::map<std::uint16_t, std::size_t> values;
+  for (const Sent& sent : sent_) {
+    EXPECT_EQ(sent.Tag(), "RREF,");
+    EXPECT_LE(sent.bytes.size(), 5 + 8 * kValuesPerDatagram);
+    values[sent.to.port] += (sent.bytes.size() - 5) / 8;
+    EXPECT_EQ(sent.F32(9), static_cast<float>(sim_.State().rpm));
+  }
+  EXPECT_EQ(values[kOne.port], 198u);
+  EXPECT_EQ(values[kOther.port], 2u);
+}
+
+TEST_F(SimulatorTest, CancelsReplacesAndIgnoresUnknownNames) {
+  From(kOne, test::SubscribeTo(kRpm, 20, 1));
+  From(kOther, test::SubscribeTo(kRpm, 20, 1));
+  From(kOne, test::SubscribeTo("", 0, 1));
+  EXPECT_EQ(sim_.Subscriptions(), 1u) << "another client's subscription of the same number stays";
+  From(kOther, test::SubscribeTo(kBarometer, 20, 1));
+  Tick();
+  ASSERT_EQ(sent_.size(), 1u);
+  EXPECT_EQ(sent_[0].I32(5), 1);
+  EXPECT_EQ(sent_[0].F32(9), 29.92f);
+  sent_.clear();
+  From(kOther, test::SubscribeTo("", 0, 1));
+  From(kOne, test::SubscribeTo("sim/no/such/thing", 20, 2));
+  Tick(3);
+  EXPECT_TRUE(sent_.empty());
+  sim_.Datarefs().Define("my/own/value");
+  From(kOne, test::SubscribeTo("my/own/value", 20, 2));
+  Tick();
+  EXPECT_EQ(sent_.size(), 1u) << "a name that a configuration needs is never silent";
+  sim_.ForgetClients();
+  sent_.clear();
+  Tick();
+  EXPECT_TRUE(sent_.empty());
+}
+
+TEST_F(SimulatorTest, DatarefWritesStayUnlessTheFlightDecides) {
+  From(kOne, test::WriteDataref(kBarometer, 30.10f));
+  Tick(5);
+  EXPECT_FLOAT_EQ(static_cast<float>(Value(kBarometer)), 30.10f);
+  EXPECT_FLOAT_EQ(static_cast<float>(Value("sim/cockpit/misc/barometer_setting")), 30.10f)
+      << "its older name";
+  From(kOne, test::WriteDataref(kRpm, 9999));
+  EXPECT_EQ(sim_.Counters().refused, 1u);
+  Tick();
+  EXPECT_LT(Value(kRpm), 3000);
+  // Lights: the script's until somebody sets them, then that hand's until the flight begins anew.
+  sim_.RestartFlight(150);
+  From(kOne, test::WriteDataref("sim/cockpit2/switches/navigation_lights_on", 0));
+  Tick();
+  EXPECT_EQ(Value("sim/cockpit/electrical/nav_lights_on"), 0);
+  sim_.RestartFlight(150);
+  EXPECT_EQ(Value("sim/cockpit/electrical/nav_lights_on"), 1);
+  // Padding with blanks, as some clients send it.
+  From(kOne, test::Padded(test::Ascii("DREF") + Bytes{0} + test::Single(11870) +
+                              test::Ascii("sim/cockpit/radios/com1_freq_hz") + Bytes{0},
+                          509, ' '));
+  EXPECT_EQ(Value("sim/cockpit/radios/com1_freq_hz"), 11870);
+}
+
+TEST_F(SimulatorTest, GroupWritesOfBothForms) {
+  From(kOne, test::WriteSingle(7, 0, 29.80f));
+  EXPECT_FLOAT_EQ(static_cast<float>(Value(kBarometer)), 29.80f);
+  EXPECT_FALSE(sim_.LastGroupWrite()->integer);
+  From(kOne, test::WriteInteger(96, 1, 12345));
+  EXPECT_EQ(Value("sim/cockpit/radios/com1_stdby_freq_hz"), 12345);
+  EXPECT_EQ(Value("sim/cockpit/radios/com1_freq_hz"), 11850) << "the other values are left alone";
+  EXPECT_TRUE(sim_.LastGroupWrite()->integer);
+  From(kOne, test::WriteInteger(120, 2, -40));
+  EXPECT_EQ(sim_.Groups().Values(120)[2], -40.0f) << "a value that nothing feeds stays as it was written";
+  EXPECT_EQ(sim_.Counters().groupWrites, 3u);
+  From(kOne, test::WriteSingle(200, 0, 1));
+  From(kOne, test::WriteSingle(3, 0, 500));
+  EXPECT_EQ(sim_.Counters().refused, 2u);
+}
+
+TEST_F(SimulatorTest, CommandsWithAndWithoutTheirEnd) {
+  From(kOne, test::Ascii("CMND0sim/lights/nav_lights_on"));
+  EXPECT_EQ(Value("sim/cockpit2/switches/navigation_lights_on"), 1);
+  From(kOne, test::Padded(test::Ascii("CMND0sim/lights/nav_lights_toggle"), 500));
+  EXPECT_EQ(Value("sim/cockpit2/switches/navigation_lights_on"), 0);
+  EXPECT_EQ(sim_.LastCommand(), "sim/lights/nav_lights_toggle");
+  From(kOne, test::Ascii("CMND0sim/transponder/transponder_ident"));
+  EXPECT_EQ(sim_.LastCommand(), "sim/transponder/transponder_ident");
+  EXPECT_EQ(sim_.Counters().commands, 3u);
+  From(kOne, test::Ascii("CHAR0g10.0.0.20000000"));
+  EXPECT_EQ(sim_.LastCharacter(), 'g');
+}
+
+TEST_F(SimulatorTest, TimePassesByTheClockAndStopsInPause) {
+  Tick(21);
+  EXPECT_NEAR(sim_.State().time, 1.0, 1e-9);
+  sim_.SetSpeed(4);
+  Tick(20);
+  EXPECT_NEAR(sim_.State().time, 5.0, 1e-9);
+  From(kOne, test::Ascii("CMND0sim/operation/pause_toggle"));
+  Tick(20);
+  EXPECT_NEAR(sim_.State().time, 5.0, 1e-9);
+  EXPECT_EQ(Value("sim/time/paused"), 1);
+  sim_.SetPaused(false);
+  sim_.SetSpeed(1);
+  now_ += 60000;
+  Tick();
+  EXPECT_NEAR(sim_.State().time, 5.5, 1e-9) << "a computer that slept makes no leap";
+}
+
+TEST_F(SimulatorTest, HostileDatagramsAreCountedAndNothingElse) {
+  const std::vector<Bytes> unknown = {
+      {},
+      test::Ascii("D"),
+      test::Ascii("DSEL0"),
+      test::Ascii("DSEL0") + Bytes{1, 0, 0},
+      test::Ascii("RREF") + Bytes{0, 1, 0, 0, 0},
+      test::Padded(test::SubscribeTo(kRpm, 20, 1), 414),
+      test::Padded(test::WriteDataref(kRpm, 1), 508),
+      test::Ascii("DATA0"),
+      test::Padded(test::WriteSingle(3, 0, 1), 42),
+      test::Ascii("CMND0"),
+      test::Padded(test::Ascii("CMND"), 500),
+      test::Padded(test::Ascii("BECN"), 60000, 0xFF),
+  };
+  for (const Bytes& datagram : unknown) From(kOne, datagram);
+  EXPECT_EQ(sim_.Counters().unknown, unknown.size());
+  // Known in form, impossible in content.
+  From(kOne, test::Padded(test::Ascii("RREF") + Bytes{0} + test::Little(20) + test::Little(1), 413, 'x'));
+  From(kOne, test::SubscribeTo("sim/cockpit2/engine/indicators/engine_speed_rpm[99999999999]", 20, 1));
+  From(kOne, test::SubscribeTo("[0]", 20, 1));
+  From(kOne, test::WriteDataref(kBarometer, std::bit_cast<float>(0x7FC00000)));
+  EXPECT_EQ(sim_.Counters().refused, 4u);
+  for (int i = 0; i < 6000; ++i) From(kOne, test::SubscribeTo(kRpm, 1, i));
+  EXPECT_EQ(sim_.Subscriptions(), Simulator::kMostSubscriptions);
+  std::uint32_t seed = 99;
+  for (int i = 0; i < 5000; ++i) {
+    Bytes noise = test::Ascii(
+        std::array{"DSEL0", "RREF0", "DATA0", "DREF0", "CMND0", "CHAR0"}[static_cast<std::size_t>(i % 6)]);
+    const std::size_t size = i % 4 == 0 ? 413 : i % 4 == 1 ? 509 : 41;
+    while (noise.size() < size)
+      noise.push_back(static_cast<Byte>((seed = seed * 1664525u + 1013904223u) >> 24));
+    From(kOther, noise);
+  }
+  Tick();
+  EXPECT_FALSE(sim_.Paused() && sent_.empty());
+}
+
+TEST(PeerText, ReadsAsAddressAndPort) {
+  EXPECT_EQ(PeerText({0xC0A80114, 49003}), "192.168.1.20:49003");
+}
+
+}  // namespace
+}  // namespace tvx::vc

@@ -27,17 +27,27 @@ QPushButton:hover { border-color: @accent; }
 QPushButton:pressed { background: @line; }
 QPushButton:disabled { color: @dim; }
 QPushButton:focus { border: 2px solid @accent; }
-QPushButton[role="primary"] { background: @accent; color: @onaccent; border-color: @accent; font-weight: 600; }
+QPushButton[role="primary"]:enabled { background: @accent; color: @onaccent; border-color: @accent; font-weight: 600; }
 QPushButton[role="primary"]:focus { border: 2px solid @text; }
 QPushButton[role="link"] { background: transparent; border: 1px solid transparent; color: @accent;
                            padding: 0.1em; min-width: 0; text-align: left; }
+QPushButton[role="titlelink"] { background: transparent; border: none; padding: 0; min-width: 0;
+                                text-align: left; font-size: @hugepx; font-weight: 600; }
 QPushButton[role="link"]:hover { text-decoration: underline; }
 QPushButton[role="link"]:focus { border: 1px solid @accent; }
-QLineEdit, QListView, QComboBox { background: @ground; color: @text; border: 1px solid @line;
+QLineEdit, QAbstractItemView, QComboBox { background: @ground; color: @text; border: 1px solid @line;
                                   border-radius: 4px; padding: 0.2em; }
-QLineEdit:focus, QListView:focus, QComboBox:focus, QSlider:focus { border: 2px solid @accent; }
+QLineEdit:focus, QAbstractItemView:focus, QComboBox:focus, QSlider:focus { border: 2px solid @accent; }
 QLineEdit:read-only { color: @dim; }
 QListView::item { padding: 0.2em; }
+QHeaderView { border: none; padding: 0; }
+QHeaderView::section { background: @panel; color: @dim; border: none; border-bottom: 1px solid @line;
+                       padding: 0.2em; }
+QCheckBox::indicator, QRadioButton::indicator { width: 0.8em; height: 0.8em; border: 2px solid @dim;
+                                                background: @ground; }
+QRadioButton::indicator { border-radius: 0.5em; }
+QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: @accent; }
+QCheckBox:focus, QRadioButton:focus { color: @accent; }
 )";
 
 QString StyleSheetOf(const Colours& c) {
@@ -53,8 +63,8 @@ QString StyleSheetOf(const Colours& c) {
   put("@accent", c.accent.name());
   put("@onaccent", c.onAccent.name());
   put("@small", QString::number(currentText * 17 / 20));
-  put("@big", QString::number(currentText * 8 / 5));
-  put("@huge", QString::number(currentText * 7 / 4));
+  put("@big", QString::number(currentText * 2));
+  put("@huge", QString::number(currentText * 2));
   return sheet;
 }
 

@@ -33,12 +33,14 @@ int Margin();  // around a panel and a form
 
 // How well `a` reads on `b`: 1 (not at all) to 21 (black on white).
 double Contrast(const QColor& a, const QColor& b);
-// `colour`, kept in its hue and made lighter or darker until it reads on `ground` (a contrast of 4.5 or more).
+// `colour`, kept in its hue and made lighter or darker until it reads on `ground` (a contrast of 4.5 or
+// more).
 QColor Legible(QColor colour, const QColor& ground);
 
 // Roles that the style sheet knows; set before the widget is shown, or followed by the widget's repolish.
 //   "panel" a framed group   "caption" a small label   "value" a number to read from afar
-//   "title" a headline       "primary" the button that one usually wants     "link" a button that opens a page
+//   "title" a headline       "primary" the button that one usually wants     "link" a button that opens a
+//   page
 void SetRole(QWidget* widget, const char* role);
 
 }  // namespace tvx::look

@@ -1,5 +1,6 @@
 #include "ui/Widgets.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -30,6 +31,23 @@ QPushButton* MakeButton(const char* name, const QString& text, const QString& to
   return button;
 }
 
+QPushButton* MakeThemeButton() {
+  const auto text = [] {
+    return look::CurrentTheme() == look::Theme::Dark ? QPushButton::tr("&Day colours")
+                                                     : QPushButton::tr("&Night colours");
+  };
+  QPushButton* button = MakeButton("cmdTheme", text(),
+                                   QPushButton::tr("Bright colours for a bright room, dark "
+                                                   "ones for a dark cockpit"));
+  look::SetRole(button, "link");
+  QObject::connect(button, &QPushButton::clicked, button, [button, text] {
+    const bool dark = look::CurrentTheme() == look::Theme::Dark;
+    look::Apply(*qApp, dark ? look::Theme::Light : look::Theme::Dark);
+    button->setText(text());
+  });
+  return button;
+}
+
 QFrame* MakePanel(const char* name) {
   auto* panel = new QFrame;
   panel->setObjectName(QString::fromLatin1(name));
@@ -57,12 +75,14 @@ ValueBox::ValueBox(const char* name, const QString& caption, const QString& unit
   grid->addWidget(value_, 1, 0);
   grid->addWidget(unit_, 1, 1, Qt::AlignLeft | Qt::AlignBottom);
   grid->setColumnStretch(0, 1);
+  unit_->setVisible(!unit.isEmpty());
   FitWidest();
 }
 
 void ValueBox::FitWidest() {
   value_->ensurePolished();
-  value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance(widest_));
+  const QFontMetrics metrics = value_->fontMetrics();
+  value_->setMinimumSize(metrics.horizontalAdvance(widest_), metrics.height());
 }
 
 void ValueBox::changeEvent(QEvent* event) {

@@ -26,6 +26,8 @@ inline bool SetTextIfChanged(QLabel* label, std::string_view text) {
 QLabel* MakeLabel(const char* name, const QString& text = {}, const char* role = nullptr);
 // A button with a tool tip; "&" in its text marks the key that presses it together with Alt.
 QPushButton* MakeButton(const char* name, const QString& text, const QString& toolTip);
+// The button "cmdTheme" that changes the whole program between night and day colours.
+QPushButton* MakeThemeButton();
 // A framed group.
 QFrame* MakePanel(const char* name);
 

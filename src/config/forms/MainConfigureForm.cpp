@@ -109,9 +109,10 @@ QWidget* MainConfigureForm::MakeComPanel() {
     caption->setObjectName(QString::fromLatin1(com.choice) + "Caption");
     caption->setBuddy(choice);
     QPushButton* set = MakeButton(com.button, tr("Set"), tr("Takes the chosen port into the configuration"));
-    comLines_.push_back({com.field, MakeLabel(com.current), choice});
+    comLines_.push_back({com.field, MakeLabel(com.current), choice, set});
     const std::size_t line = comLines_.size() - 1;
     connect(set, &QPushButton::clicked, this, [this, line] { SetPort(comLines_[line]); });
+    connect(choice, &QComboBox::currentIndexChanged, this, [this, line] { OfferSet(comLines_[line]); });
     grid->addWidget(caption, row, 0);
     grid->addWidget(comLines_.back().current, row, 1);
     grid->addWidget(choice, row, 2);
@@ -257,12 +258,20 @@ void MainConfigureForm::ShowPort(const ComLine& line) {
     line.choice->addItem(PortText(offered) + (device.isEmpty() ? QString() : "  (" + device + ")"), offered);
   }
   line.choice->setCurrentIndex(line.choice->findData(std::max(0, number)));
+  OfferSet(line);
+}
+
+// Only a choice that differs from what is set is worth a press.
+void MainConfigureForm::OfferSet(const ComLine& line) {
+  const int set = std::max<int>(0, model_.General.*line.field);
+  line.set->setEnabled(line.choice->currentIndex() >= 0 && line.choice->currentData().toInt() != set);
 }
 
 void MainConfigureForm::SetPort(const ComLine& line) {
   model_.General.*line.field = static_cast<std::int16_t>(line.choice->currentData().toInt());
   model_.ConfigChanged = true;
   SetTextIfChanged(line.current, PortText(model_.General.*line.field));
+  OfferSet(line);
 }
 
 void MainConfigureForm::FillGauges() {

@@ -40,6 +40,7 @@ class MainConfigureForm : public Form {
     std::int16_t GeneralRecord::*field;
     QLabel* current;
     QComboBox* choice;
+    QPushButton* set;
   };
 
   QWidget* MakeComPanel();
@@ -50,6 +51,7 @@ class MainConfigureForm : public Form {
   void LoadValues();
   void FillGauges();
   void ShowPort(const ComLine& line);
+  void OfferSet(const ComLine& line);
   void SetPort(const ComLine& line);
   void cmdSetUDP_Click();
   void cmdClearConfig_Click();

@@ -62,19 +62,18 @@ QWidget* StartForm::MakeHeader(const std::function<void()>& openWebPage) {
   auto* texts = new QVBoxLayout;
   texts->setSpacing(look::Gap() / 2);
   texts->addStretch();
-  texts->addWidget(MakeLabel("LabelTitle", tr("Torvex Control"), "title"));
+  LabelTitle = MakeLink("LabelTitle", tr("Torvex Control"), tr("Opens the documentation"));
+  look::SetRole(LabelTitle, "titlelink");
+  LabelTitle->setFocusPolicy(Qt::NoFocus);
+  LabelWebPage =
+      MakeLink("LabelWebPage", tr("&How to set up and use the cockpit"), tr("Opens the documentation"));
+  texts->addWidget(LabelTitle, 0, Qt::AlignLeft);
   texts->addWidget(MakeLabel("LabelVersion", tr("Version: ") + ToText(kProgramVersion), "caption"));
-  LabelWebPage = MakeLink("LabelWebPage", tr("Documentation"), tr("How to set up and use the cockpit"));
-  LabelHelp = MakeLink("LabelHelp", tr("First steps and help"), tr("How to set up and use the cockpit"));
-  auto* links = new QHBoxLayout;
-  links->setSpacing(look::Margin());
-  links->addWidget(LabelWebPage);
-  links->addWidget(LabelHelp);
-  links->addStretch();
-  texts->addLayout(links);
+  texts->addWidget(LabelWebPage, 0, Qt::AlignLeft);
   texts->addStretch();
   row->addLayout(texts, 1);
-  for (QAbstractButton* opens : std::initializer_list<QAbstractButton*>{Logo, LabelWebPage, LabelHelp}) {
+  row->addWidget(MakeThemeButton(), 0, Qt::AlignTop);
+  for (QAbstractButton* opens : std::initializer_list<QAbstractButton*>{Logo, LabelTitle, LabelWebPage}) {
     connect(opens, &QAbstractButton::clicked, this, openWebPage);
   }
   return header;
@@ -127,11 +126,13 @@ QWidget* StartForm::MakeCountdownPanel() {
   LampSimulator = new StateLamp("LampSimulator");
   LabelSimulatorName = MakeLabel("LabelSimulatorName");
   LabelXplaneVersion = MakeLabel("LabelXplaneVersion");
+  SimulatorHint = MakeLabel("SimulatorHint", tr("has not answered yet"));
   auto* simulator = new QHBoxLayout;
   simulator->addWidget(LampSimulator);
   simulator->addWidget(MakeLabel("LabelSimulatorCaption", tr("Simulator:"), "caption"));
   simulator->addWidget(LabelSimulatorName);
   simulator->addWidget(LabelXplaneVersion);
+  simulator->addWidget(SimulatorHint);
   simulator->addStretch(1);
   column->addLayout(simulator);
   return panel;
@@ -177,8 +178,11 @@ void StartForm::ShowView() {
   BoxAutoStartTime->setVisible(view.SecondsVisible);
   const bool found = !view.LabelXplaneVersion.empty();
   LampSimulator->SetState(found ? StateLamp::State::Good : StateLamp::State::Off);
+  SimulatorHint->setVisible(!found);
   SetTextIfChanged(LabelSimulatorName, view.SimulatorName);
   SetTextIfChanged(LabelXplaneVersion, view.LabelXplaneVersion);
+  LabelSimulatorName->setVisible(!view.SimulatorName.empty());
+  LabelXplaneVersion->setVisible(found);
 }
 
 void StartForm::Activate() {

@@ -45,8 +45,8 @@ class StartForm : public Form {
   bool held_ = false;
 
   LogoFace* Logo;
+  QPushButton* LabelTitle;
   QPushButton* LabelWebPage;
-  QPushButton* LabelHelp;
   PickList* FileBox;
   QLabel* NoFiles;
   QLineEdit* FileName;
@@ -56,6 +56,7 @@ class StartForm : public Form {
   StateLamp* LampSimulator;
   QLabel* LabelSimulatorName;
   QLabel* LabelXplaneVersion;
+  QLabel* SimulatorHint;
   QPushButton* butOK;
   QPushButton* CmdConfigure;
   QPushButton* Exit;

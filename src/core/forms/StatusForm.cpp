@@ -20,9 +20,11 @@ StatusForm::StatusForm(RunControl& control, std::function<void()> showPorts)
   Connect();
   flightValuesTimer_.setObjectName("FlightValuesTimer");
   flightValuesTimer_.start(kFlightValuesMs);
+  resize(look::Margin() * 54, sizeHint().height());
+  built_ = true;
+  cmdRun->setFocus();
   ShowView();
   ShowFlightValues();
-  cmdRun->setFocus();
 }
 
 QWidget* StatusForm::MakeRunPanel() {
@@ -46,7 +48,11 @@ QWidget* StatusForm::MakeRunPanel() {
   row->addWidget(cmdRun);
   row->addWidget(cmdStop);
   row->addLayout(config, 1);
-  row->addWidget(LabelVersion, 0, Qt::AlignRight | Qt::AlignVCenter);
+  auto* corner = new QVBoxLayout;
+  corner->setSpacing(0);
+  corner->addWidget(LabelVersion, 0, Qt::AlignRight);
+  corner->addWidget(MakeThemeButton(), 0, Qt::AlignRight);
+  row->addLayout(corner);
   return panel;
 }
 
@@ -66,6 +72,8 @@ QWidget* StatusForm::MakeLinksPanel() {
         std::tuple{LampGaugeBus, MakeLabel("LabelGaugeBusCaption", tr("Gauge bus"), "caption"),
                    LabelGaugeBus}}) {
     label->setWordWrap(true);
+    // Room for two lines, so that the form keeps its shape when trouble needs more words.
+    label->setMinimumHeight(2 * label->fontMetrics().lineSpacing());
     grid->addWidget(lamp, line, 0);
     grid->addWidget(caption, line, 1);
     grid->addWidget(label, line++, 2);
@@ -75,16 +83,16 @@ QWidget* StatusForm::MakeLinksPanel() {
 }
 
 QLayout* StatusForm::MakeFlightValues() {
-  BoxIAS = new ValueBox("BoxIAS", tr("Airspeed"), tr("kt"), "000.0");
+  BoxIAS = new ValueBox("BoxIAS", tr("Airspeed"), tr("kt"), "000.00");
   BoxAltitude = new ValueBox("BoxAltitude", tr("Altitude"), tr("ft"), "00000");
-  BoxHea = new ValueBox("BoxHea", tr("Heading"), "°", "000.0");
-  BoxVS = new ValueBox("BoxVS", tr("Vertical speed"), tr("ft/min"), "-00000");
+  BoxHea = new ValueBox("BoxHea", tr("Heading"), "°", "000.00");
+  BoxVS = new ValueBox("BoxVS", tr("Vertical speed"), tr("ft/min"), "-00000.0");
   boxBank = new ValueBox("boxBank", tr("Bank"), "°", "-000.0");
-  boxPitch = new ValueBox("boxPitch", tr("Pitch"), "°", "-000.0");
-  boxCompass = new ValueBox("boxCompass", tr("Compass"), "°", "000.0");
+  boxPitch = new ValueBox("boxPitch", tr("Pitch"), "°", "-000.00");
+  boxCompass = new ValueBox("boxCompass", tr("Compass"), "°", "000.00");
   boxVoltage = new ValueBox("boxVoltage", tr("Bus voltage"), tr("V"), "00.0");
   BoxAirPressHg = new ValueBox("BoxAirPressHg", tr("Air pressure"), tr("inHg"), "00.00");
-  BoxAirPressmBar = new ValueBox("BoxAirPressmBar", tr("Air pressure"), tr("mbar"), "0000.0");
+  BoxAirPressmBar = new ValueBox("BoxAirPressmBar", tr("Air pressure"), tr("mbar"), "0000");
   BoxInstrLights = new ValueBox("BoxInstrLights", tr("Instrument lights"), {}, "OFF");
   boxNavLights = new ValueBox("boxNavLights", tr("Navigation lights"), {}, "OFF");
   auto* grid = new QGridLayout;
@@ -185,6 +193,7 @@ void StatusForm::ShowView() {
     BoxCurrentConfig->setToolTip(BoxCurrentConfig->text());
   }
   SetTextIfChanged(BoxRun, view.BoxRun);
+  ShowRunButtons();
   if (runColour_ != view.BoxRunColour) {
     runColour_ = view.BoxRunColour;
     const QColor colour(runColour_ & 0xff, (runColour_ >> 8) & 0xff, (runColour_ >> 16) & 0xff);
@@ -205,6 +214,15 @@ void StatusForm::ShowView() {
   cmdShowYokes->setVisible(view.ShowYokes);
   ShowLink(LampSimulator, LabelSimulator, view.Simulator);
   ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
+}
+
+// The button that would do nothing now is greyed; the focus follows to the one that does something.
+void StatusForm::ShowRunButtons() {
+  QPushButton* useful = control_.Running() ? cmdStop : cmdRun;
+  QPushButton* idle = control_.Running() ? cmdRun : cmdStop;
+  useful->setEnabled(true);
+  if (idle->hasFocus() || focusWidget() == idle) useful->setFocus();
+  idle->setEnabled(false);
 }
 
 void StatusForm::ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link) {
@@ -228,6 +246,13 @@ void StatusForm::ShowFlightValues() {
   boxVoltage->SetValue(boxes.boxVoltage.View());
   BoxInstrLights->SetValue(boxes.BoxInstrLights);
   boxNavLights->SetValue(boxes.boxNavLights);
+}
+
+void StatusForm::changeEvent(QEvent* event) {
+  Form::changeEvent(event);
+  if (!built_ || event->type() != QEvent::PaletteChange) return;
+  runColour_ = -1;  // to be made legible on the new ground
+  ShowView();
 }
 
 void StatusForm::showEvent(QShowEvent* event) {

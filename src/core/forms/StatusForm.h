@@ -25,6 +25,7 @@ class StatusForm : public Form {
   static constexpr int kFlightValuesMs = 200;
 
  protected:
+  void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void CloseAsked() override { control_.cmdExit_Click(); }
 
@@ -35,11 +36,13 @@ class StatusForm : public Form {
   QWidget* MakeTransferPanel();
   QLayout* MakeButtons();
   void Connect();
+  void ShowRunButtons();
   void ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link);
 
   RunControl& control_;
   QTimer flightValuesTimer_;
   std::int32_t runColour_ = -1;
+  bool built_ = false;
 
   QLabel *BoxRun, *BoxCurrentConfig, *LabelVersion;
   StateLamp *LampSimulator, *LampGaugeBus;

@@ -16,7 +16,7 @@ PortsForm::PortsForm(const ConfigModel& model, const SimCom& sim)
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   fixed.setPixelSize(QApplication::font().pixelSize());
   OffsetsList->setFont(fixed);
-  OffsetsList->setMinimumSize(look::Margin() * 38, look::Margin() * 12);
+  OffsetsList->setMinimumSize(look::Margin() * 46, look::Margin() * 12);
   LabelDetails = MakeLabel("LabelDetails");
   LabelDetails->setWordWrap(true);
   LabelDetails->setTextInteractionFlags(Qt::TextSelectableByMouse);

@@ -1,0 +1,52 @@
+#include <QDeadlineTimer>
+#include <csignal>
+
+#include "app/TerminationSignals.h"
+#include "forms/FormsRig.h"
+
+namespace tvx {
+namespace {
+
+using ProgramTest = FormsTest;
+
+TEST_F(ProgramTest, ATerminationSignalEndsARunLikeExit) {
+  BeginHalted();
+  program_->Run().cmdRun_Click();
+  const TerminationSignals termination([this] { program_->Exit(); });
+  std::raise(SIGTERM);
+  for (const QDeadlineTimer deadline(5000); !program_->Ended() && !deadline.hasExpired();) Settle();
+  EXPECT_TRUE(program_->Ended());
+  EXPECT_FALSE(program_->Sim().UdpOpen());
+  EXPECT_EQ(Status(), nullptr);
+}
+
+// A question about a file stands while the program is ended: what goes on behind it opens nothing again.
+TEST_F(ProgramTest, EndingBehindAQuestionLeavesNothingOpen) {
+  ConfigModel foreign = SmallModel();
+  foreign.General.ConfigHeader = "made by something else";
+  WriteConfig("Default.cfg", foreign);
+  boxes_.whileAsking = [this] { program_->Exit(); };
+  Begin();
+  EXPECT_FALSE(boxes_.asked.empty());
+  EXPECT_TRUE(program_->Ended());
+  EXPECT_EQ(Start(), nullptr);
+  program_->Start().WaitForAutostart_Tick();
+  EXPECT_EQ(Status(), nullptr);
+}
+
+TEST_F(ProgramTest, AutostartRunsWithoutAPress) {
+  Begin();
+  program_->Start().butOK_Click();
+  program_->Run().CmdConfig_Click();
+  Settle();
+  Control<QPushButton>(Configuration(), "CmdClose")->click();
+  Settle();
+  program_->Start().butOK_Click();
+  Settle();
+  ASSERT_NE(Status(), nullptr);
+  EXPECT_FALSE(program_->Run().Running());
+  EXPECT_TRUE(program_->Run().Activated());
+}
+
+}  // namespace
+}  // namespace tvx

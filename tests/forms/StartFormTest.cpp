@@ -1,0 +1,130 @@
+#include <QListWidget>
+
+#include "forms/FormsRig.h"
+
+namespace tvx {
+namespace {
+
+class StartFormTest : public FormsTest {
+ protected:
+  QLineEdit* FileName() { return Control<QLineEdit>(Start(), "FileName"); }
+};
+
+TEST_F(StartFormTest, HasEveryNamedControl) {
+  Begin();
+  EXPECT_EQ(Start()->objectName(), "frmMain");
+  for (const char* name :
+       {"FileBox", "FileName", "TextAutostart", "Textseconds", "BoxAutoStartTime", "LabelXplaneVersion",
+        "LabelSimulatorName", "butOK", "CmdConfigure", "Exit", "Logo", "LabelTitle", "LabelWebPage"}) {
+    Control<QWidget>(Start(), name);
+  }
+}
+
+TEST_F(StartFormTest, ShowsTheCountdown) {
+  Begin();
+  EXPECT_EQ(LabelText(Start(), "TextAutostart"), "Program will autostart with Selected Config in: ");
+  EXPECT_EQ(LabelText(Start(), "BoxAutoStartTime"), "12");
+  EXPECT_TRUE(Control<QLabel>(Start(), "Textseconds")->isVisible());
+  EXPECT_EQ(FileName()->text(), "Default.cfg");
+  EXPECT_TRUE(program_->Timers().WaitForAutostart.Enabled());
+  for (int tick = 0; tick < 20; ++tick) program_->Start().WaitForAutostart_Tick();
+  EXPECT_EQ(LabelText(Start(), "BoxAutoStartTime"), "11");
+}
+
+TEST_F(StartFormTest, ListsConfigurationsWhateverTheCaseOfTheirExtension) {
+  for (const char* name : {"b737.CFG", "Airbus.cfg", "cessna.Cfg", "notes.txt", "cfg"}) {
+    WriteConfig(name, SmallModel());
+  }
+  EXPECT_EQ(ConfigurationFiles(), QStringList({"Airbus.cfg", "b737.CFG", "cessna.Cfg", "Default.cfg"}));
+}
+
+TEST_F(StartFormTest, SaysWhenThereIsNoConfiguration) {
+  QFile::remove("Default.cfg");
+  Begin();
+  EXPECT_TRUE(Control<QLabel>(Start(), "LabelNoFiles")->isVisible());
+  EXPECT_FALSE(Control<QListWidget>(Start(), "FileBox")->isVisible());
+}
+
+TEST_F(StartFormTest, CursorKeysPickAFileAndHideTheCountdown) {
+  WriteConfig("Evening.cfg", SmallModel());
+  Begin();
+  auto* list = Control<QListWidget>(Start(), "FileBox");
+  EXPECT_EQ(list->currentItem()->text(), "Default.cfg");
+  Press(list, Qt::Key_Down);
+  EXPECT_EQ(FileName()->text(), "Evening.cfg");
+  EXPECT_EQ(program_->Model().ConfigFileName, "Evening.cfg");
+  EXPECT_FALSE(Control<QLabel>(Start(), "TextAutostart")->isVisible());
+  EXPECT_FALSE(Control<QLabel>(Start(), "BoxAutoStartTime")->isVisible());
+  EXPECT_TRUE(program_->Timers().WaitForAutostart.Enabled());
+}
+
+TEST_F(StartFormTest, ATypedNameIsTheOneThatIsLoaded) {
+  Begin();
+  FileName()->clear();
+  Press(FileName(), Qt::Key_N, "N");
+  EXPECT_EQ(program_->Start().View().FileName, "N");
+  Press(FileName(), Qt::Key_Return);
+  EXPECT_EQ(program_->Model().ConfigFileName, "N");
+  EXPECT_EQ(Status(), nullptr);
+  ASSERT_EQ(boxes_.shown.size(), 1u);
+}
+
+TEST_F(StartFormTest, EnterHandsOverToTheStatusFormHalted) {
+  Begin();
+  const QPointer<StartForm> start = Start();
+  Press(FileName(), Qt::Key_Enter);
+  ASSERT_NE(Status(), nullptr);
+  EXPECT_EQ(LabelText(Status(), "BoxRun"), "Halted");
+  EXPECT_EQ(LabelText(Status(), "BoxCurrentConfig"), "Default.cfg");
+  Settle();
+  EXPECT_TRUE(start.isNull());
+}
+
+TEST_F(StartFormTest, EnterPressesTheButtonThatHasTheFocus) {
+  Begin();
+  auto* configure = Control<QPushButton>(Start(), "CmdConfigure");
+  configure->setFocus();
+  Press(configure, Qt::Key_Return);
+  EXPECT_NE(Configuration(), nullptr);
+  EXPECT_EQ(Status(), nullptr);
+}
+
+TEST_F(StartFormTest, EscapeAndTheCloseButtonEndTheProgram) {
+  for (const bool escape : {true, false}) {
+    Begin();
+    if (escape) {
+      Press(FileName(), Qt::Key_Escape);
+    } else {
+      Start()->close();
+    }
+    EXPECT_TRUE(program_->Ended());
+    EXPECT_EQ(Start(), nullptr);
+    EXPECT_FALSE(program_->Timers().WaitForAutostart.Enabled());
+  }
+}
+
+// Changing to another window and back must not stop a countdown.
+TEST_F(StartFormTest, GettingTheFocusAgainIsNoActivation) {
+  Begin();
+  for (const auto type : {QEvent::WindowDeactivate, QEvent::WindowActivate, QEvent::ActivationChange}) {
+    QEvent event(type);
+    QApplication::sendEvent(Start(), &event);
+  }
+  Settle();
+  EXPECT_TRUE(program_->Start().View().CountdownVisible);
+  Start()->hide();
+  Start()->show();
+  Settle();
+  EXPECT_FALSE(program_->Start().View().CountdownVisible);
+}
+
+TEST_F(StartFormTest, TabReachesEverythingAndNothingIsClipped) {
+  Begin();
+  const std::set<std::string> expected{"FileBox", "FileName",     "butOK",   "CmdConfigure",
+                                       "Exit",    "LabelWebPage", "cmdTheme"};
+  EXPECT_EQ(TabRound(Start()), expected);
+  ExpectNothingClipped(Start());
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,178 @@
+#include <QSlider>
+
+#include "forms/FormsRig.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+using StatusFormTest = FormsTest;
+
+TEST_F(StatusFormTest, HasEveryNamedControl) {
+  BeginHalted();
+  ASSERT_NE(Status(), nullptr);
+  EXPECT_EQ(Status()->objectName(), "frmStatus");
+  EXPECT_EQ(Status()->windowTitle(), "Control Program for X-Plane Simulator      ");
+  for (const char* name : {"BoxRun",          "BoxCurrentConfig", "LabelVersion",    "BoxXferProcessTimer",
+                           "SliderXferTimer", "frmXferCount",     "boxUDPrate",      "Label3",
+                           "Label4",          "boxNrofOffsets",   "BoxIAS",          "BoxAltitude",
+                           "BoxHea",          "boxBank",          "boxPitch",        "BoxVS",
+                           "boxCompass",      "BoxAirPressHg",    "BoxAirPressmBar", "boxVoltage",
+                           "BoxInstrLights",  "boxNavLights",     "cmdRun",          "cmdStop",
+                           "CmdConfig",       "CmdExit",          "cmdDumpTVX",      "cmdShowPorts",
+                           "cmdShowIOM",      "cmdShowIOM2",      "cmdShowECStatus", "cmdShowYokes",
+                           "cmdHide"}) {
+    Control<QWidget>(Status(), name);
+  }
+}
+
+TEST_F(StatusFormTest, RunAndStopFollowTheButtons) {
+  BeginHalted();
+  auto* run = Control<QPushButton>(Status(), "cmdRun");
+  auto* stop = Control<QPushButton>(Status(), "cmdStop");
+  EXPECT_FALSE(stop->isEnabled());
+  run->click();
+  EXPECT_EQ(LabelText(Status(), "BoxRun"), "Running");
+  EXPECT_TRUE(program_->Timers().ProcessTimer.Enabled());
+  EXPECT_FALSE(run->isEnabled());
+  EXPECT_EQ(Status()->focusWidget(), stop);
+  stop->click();
+  EXPECT_EQ(LabelText(Status(), "BoxRun"), "Halted");
+  EXPECT_FALSE(program_->Timers().ProcessTimer.Enabled());
+  EXPECT_EQ(Status()->focusWidget(), run);
+}
+
+TEST_F(StatusFormTest, ShowsWhatTheCycleShowsWhenAskedTo) {
+  BeginHalted();
+  program_->Model().General.ComPortGS = 0;
+  program_->Run().cmdRun_Click();
+  program_->Run().ProcessTimer_Tick();
+  program_->Run().ProcessTimer_Tick();
+  Status()->ShowFlightValues();
+  const FlightBoxes& boxes = program_->Run().Cycle().Boxes();
+  ASSERT_FALSE(boxes.BoxIAS.View().empty());
+  EXPECT_EQ(LabelText(Status(), "BoxIAS"), boxes.BoxIAS.View());
+  EXPECT_EQ(LabelText(Status(), "BoxAirPressmBar"), boxes.BoxAirPressmBar.View());
+  program_->Run().Timer1_Tick();
+  EXPECT_EQ(LabelText(Status(), "frmXferCount"), std::to_string(program_->Run().View().frmXferCount));
+  EXPECT_NE(LabelText(Status(), "frmXferCount"), "0");
+}
+
+TEST_F(StatusFormTest, TheSliderSetsTheIntervalByKeyboard) {
+  BeginHalted();
+  auto* slider = Control<QSlider>(Status(), "SliderXferTimer");
+  EXPECT_EQ(slider->value(), 100);
+  Press(slider, Qt::Key_Right);
+  EXPECT_EQ(program_->Model().General.TransferInterval, 110);
+  EXPECT_EQ(LabelText(Status(), "BoxXferProcessTimer"), "110");
+  Press(slider, Qt::Key_PageDown);
+  Press(slider, Qt::Key_Home);
+  EXPECT_EQ(program_->Model().General.TransferInterval, 10);
+}
+
+// A configured interval that the slider cannot stand at is shown and kept.
+TEST_F(StatusFormTest, AnIntervalOutsideTheSliderStays) {
+  ConfigModel model = SmallModel();
+  model.General.TransferInterval = 2500;
+  WriteConfig("Default.cfg", model);
+  BeginHalted();
+  EXPECT_EQ(LabelText(Status(), "BoxXferProcessTimer"), "2500");
+  EXPECT_EQ(program_->Model().General.TransferInterval, 2500);
+}
+
+TEST_F(StatusFormTest, AnotherTitleHidesThePacketRate) {
+  Begin();
+  program_->Model().ProgramTitle = "Another title";
+  boxes_.otherwise = kAnswerYes;  // the file is of the standard title
+  program_->Start().butOK_Click();
+  Settle();
+  ASSERT_NE(Status(), nullptr);
+  for (const char* name : {"boxUDPrate", "Label3", "Label4"}) {
+    EXPECT_FALSE(Control<QWidget>(Status(), name)->isVisible()) << name;
+  }
+  EXPECT_TRUE(Control<QWidget>(Status(), "frmXferCount")->isVisible());
+}
+
+TEST_F(StatusFormTest, OffersNoButtonThatLeadsNowhere) {
+  BeginHalted();
+  for (const char* name : {"cmdDumpTVX", "cmdShowIOM", "cmdShowIOM2", "cmdShowECStatus", "cmdShowYokes"}) {
+    EXPECT_FALSE(Control<QPushButton>(Status(), name)->isVisible()) << name;
+  }
+}
+
+TEST_F(StatusFormTest, TheGaugeBusInTroubleIsSaidAndLit) {
+  ConfigModel model = SmallModel();
+  model.General.ComPortGS = 200;
+  WriteConfig("Default.cfg", model);
+  BeginHalted();
+  EXPECT_EQ(LabelText(Status(), "LabelGaugeBus"), program_->Run().View().GaugeBus.Text);
+  const auto* lamp = Control<QWidget>(Status(), "LampGaugeBus");
+  EXPECT_EQ(static_cast<const StateLamp*>(lamp)->Shown(), StateLamp::State::Trouble);
+}
+
+TEST_F(StatusFormTest, ShowPortsListsThemAndAClickTellsMore) {
+  BeginHalted();
+  Control<QPushButton>(Status(), "cmdShowPorts")->click();
+  PortsForm* ports = program_->PortsWindow();
+  ASSERT_NE(ports, nullptr);
+  auto* list = Control<QListWidget>(ports, "OffsetsList");
+  EXPECT_EQ(LabelText(ports, "LabelPorts"), "Active Ports and Functions");
+  ASSERT_EQ(list->count(), 1 + program_->Sim().PortCount());
+  const std::string hint = LabelText(ports, "LabelDetails");
+  list->setCurrentRow(1);
+  EXPECT_NE(LabelText(ports, "LabelDetails"), hint);
+  program_->Sim().CloseAllPorts();
+  Control<QPushButton>(ports, "cmdRefresh")->click();
+  EXPECT_EQ(list->count(), 1);
+  EXPECT_EQ(LabelText(ports, "LabelDetails"), hint);
+}
+
+TEST_F(StatusFormTest, TheCloseButtonEndsTheProgramWithEverythingClosed) {
+  BeginHalted();
+  program_->Run().cmdRun_Click();
+  Control<QPushButton>(Status(), "cmdShowPorts")->click();
+  Status()->close();
+  EXPECT_TRUE(program_->Ended());
+  EXPECT_EQ(Status(), nullptr);
+  EXPECT_EQ(program_->PortsWindow(), nullptr);
+  EXPECT_FALSE(program_->Sim().UdpOpen());
+  EXPECT_EQ(program_->Sim().PortCount(), 0);
+  EXPECT_FALSE(program_->Timers().ProcessTimer.Enabled());
+}
+
+TEST_F(StatusFormTest, AStrayEscapeDoesNotEndAFlight) {
+  BeginHalted();
+  Press(Status(), Qt::Key_Escape);
+  EXPECT_FALSE(program_->Ended());
+  EXPECT_TRUE(Status()->isVisible());
+}
+
+TEST_F(StatusFormTest, TabReachesEverythingAndNothingIsClipped) {
+  BeginHalted();
+  const std::set<std::string> expected{"cmdRun",  "SliderXferTimer", "cmdShowPorts", "CmdConfig",
+                                       "cmdHide", "CmdExit",         "cmdTheme"};
+  EXPECT_EQ(TabRound(Status()), expected);
+  program_->Run().cmdRun_Click();
+  ExpectNothingClipped(Status());
+}
+
+TEST_F(StatusFormTest, TheRunStateReadsOnBothGrounds) {
+  BeginHalted();
+  auto* theme = Control<QPushButton>(Status(), "cmdTheme");
+  for (int i = 0; i < 2; ++i) {
+    for (const std::int32_t colour : {kColourRunning, kColourHalted}) {
+      if (colour == kColourRunning) program_->Run().cmdRun_Click();
+      if (colour == kColourHalted) program_->Run().cmdStop_Click();
+      const auto* box = Control<QLabel>(Status(), "BoxRun");
+      box->ensurePolished();
+      const QColor shown = box->palette().color(QPalette::WindowText);
+      EXPECT_GE(look::Contrast(shown, look::CurrentColours().panel), 4.5);
+      EXPECT_EQ(shown.red() > shown.green(), colour == kColourRunning);
+    }
+    theme->click();
+  }
+  EXPECT_EQ(look::CurrentTheme(), look::Theme::Dark);
+}
+
+}  // namespace
+}  // namespace tvx

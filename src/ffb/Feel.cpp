@@ -1,0 +1,130 @@
+#include "ffb/Feel.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "ffb/YokeFrame.h"
+
+namespace tvx {
+namespace {
+
+constexpr double kGroundSeconds = 0.4;  // from the air's forces to the ground's
+constexpr double kMeanGSeconds = 2;     // loads that last longer than this are manoeuvres, not gusts
+constexpr double kShockSeconds = 1;     // afterwards nothing of it is left to feel
+constexpr double kShockWindow = 0.2;    // the hardest load so soon after the touch is the shock's
+constexpr double kServoForce = 0.6;     // of the maximum: a pilot must be able to overpower it
+
+const EffectSetting& Of(const ForceSettings& settings, Effect effect, std::size_t axis) {
+  return settings.effects[static_cast<std::size_t>(effect)][axis];
+}
+
+ForceCommand Base(const ForceSettings& settings, Drive drive) {
+  ForceCommand command;
+  command.drive = drive;
+  command.limit = settings.maximum;
+  command.friction = settings.friction;
+  command.damping = settings.damping;
+  return command;
+}
+
+}  // namespace
+
+double Feel::Noise() {
+  random_ ^= random_ << 13;
+  random_ ^= random_ >> 17;
+  random_ ^= random_ << 5;
+  return static_cast<double>(random_) / 2147483648.0 - 1;
+}
+
+void Feel::Advance(const FfbVariables& values, const ForceSettings& settings, double seconds) {
+  seconds = std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, kLongestCycle);
+  const double g = std::isfinite(values.NormalG) ? values.NormalG : 1;
+  const bool onGround = values.OnGround != 0;
+  if (ground_ < 0) ground_ = onGround ? 1 : 0;
+  const bool touched = onGround && ground_ <= 0;
+  ground_ = std::clamp(ground_ + (onGround ? 1 : -1) * seconds / kGroundSeconds, 0.0, 1.0);
+  sinceTouch_ += seconds;
+  if (touched) {
+    sinceTouch_ = 0;
+    touchG_ = g;
+  } else if (sinceTouch_ < kShockWindow && g > touchG_) {
+    touchG_ = g;
+  }
+  // A quick rise and a slow fall: one gust is felt for its time.
+  const double deviation = g - meanG_;
+  meanG_ += deviation * std::min(1.0, seconds / kMeanGSeconds);
+  const double strength = onGround || values.Paused != 0 ? 0 : GustStrength(deviation);
+  gustStrength_ = std::max(strength, gustStrength_ * std::exp(-seconds / settings.gustTime));
+  // First-order noise: a new value is mostly the old one, the more so the shorter the cycle.
+  const double keep = std::exp(-seconds / settings.gustTime);
+  for (double& gust : gusts_) gust = keep * gust + (1 - keep) * 3 * Noise();
+}
+
+double Feel::TrimCentre(const FfbVariables& values, const ForceSettings& settings, Axis axis) {
+  const double trim = axis == Axis::Roll ? values.AileronTrim : values.ElevatorTrim;
+  if (std::isnan(trim)) return 0;
+  return std::clamp(trim, -1.0, 1.0) * settings.trimRange[static_cast<std::size_t>(axis)] * kYokeTravel;
+}
+
+ForceCommand Feel::Wanted(const FfbVariables& values, const ForceSettings& settings, bool effects,
+                          bool trim) const {
+  ForceCommand command = Base(settings, Drive::Spring);
+  const double ground = std::max(ground_, 0.0);
+  for (std::size_t i = 0; i < kAxes; ++i) {
+    AxisForce& axis = command.axes[i];
+    const double air = ForceAt(settings.curves[i], values.Airspeed);
+    axis.gradient = std::min(air + ground * std::max(settings.groundForce - air, 0.0), settings.maximum);
+    if (trim) axis.centre = TrimCentre(values, settings, static_cast<Axis>(i));
+    if (!effects || values.Paused != 0) continue;
+    axis.bias = gustStrength_ * Of(settings, Effect::Turbulence, i).level * std::clamp(gusts_[i], -1.0, 1.0);
+  }
+  if (effects && values.Paused == 0) AddVibrations(values, settings, command);
+  return command;
+}
+
+// Vibrations of one axis add up as their powers do; the strongest gives the frequency.
+void Feel::AddVibrations(const FfbVariables& values, const ForceSettings& settings,
+                         ForceCommand& command) const {
+  const double air = 1 - std::max(ground_, 0.0);
+  const double stallSpeed = StallSpeedUnderLoad(settings.stallSpeed, values.NormalG);
+  const double buffet = StallBuffet(values.Airspeed, stallSpeed, settings.stallMargin);
+  const double overspeed = std::max<double>(OverspeedVibration(values.Airspeed, settings.neverExceedSpeed),
+                                            values.OverspeedWarning);
+  const double wheels = values.GearDown != 0 ? 1 - air : 0;
+  const double shock = sinceTouch_ < kShockSeconds ? WheelShock(touchG_, sinceTouch_) : 0;
+  for (std::size_t i = 0; i < kAxes; ++i) {
+    AxisForce& axis = command.axes[i];
+    double power = 0, strongest = 0;
+    const auto add = [&](Effect effect, double strength, double frequency) {
+      const double amplitude = strength * Of(settings, effect, i).level;
+      power += amplitude * amplitude;
+      if (amplitude <= strongest) return;
+      strongest = amplitude;
+      axis.frequency = frequency;
+    };
+    const auto own = [&](Effect effect) { return Of(settings, effect, i).frequency; };
+    add(Effect::StallBuffet, buffet * air, own(Effect::StallBuffet));
+    add(Effect::Shaker, values.StallWarning * air, own(Effect::Shaker));
+    add(Effect::Overspeed, overspeed * air, own(Effect::Overspeed));
+    add(Effect::WheelShock, shock * (values.GearDown != 0 ? 1 : 0.5), own(Effect::WheelShock));
+    add(Effect::RunwayRumble, RunwayRumble(values.GroundSpeed) * wheels,
+        RumbleFrequency(values.GroundSpeed, settings.bumps, own(Effect::RunwayRumble)));
+    axis.amplitude = std::sqrt(power);
+  }
+}
+
+ForceCommand Feel::Centred(const ForceSettings& settings) {
+  ForceCommand command = Base(settings, Drive::Spring);
+  for (AxisForce& axis : command.axes) axis.gradient = std::min(2 * settings.groundForce, settings.maximum);
+  return command;
+}
+
+ForceCommand Feel::Held(const ForceSettings& settings, double roll, double pitch) {
+  ForceCommand command = Base(settings, Drive::Servo);
+  command.axes[0].centre = roll;
+  command.axes[1].centre = pitch;
+  for (AxisForce& axis : command.axes) axis.gradient = kServoForce * settings.maximum;
+  return command;
+}
+
+}  // namespace tvx

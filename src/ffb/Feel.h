@@ -1,0 +1,45 @@
+// What one aircraft's flight feels like at its yoke, from cycle to cycle.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "ffb/FfbPorts.h"
+#include "ffb/ForceShaper.h"
+#include "ffb/Forces.h"
+
+namespace tvx {
+
+// The flight's part of the forces, the same for both yokes; it remembers when the wheels touched, the mean
+// load, and the gusts.
+class Feel {
+ public:
+  // Goes on by `seconds` with the values as they are now.
+  void Advance(const FfbVariables& values, const ForceSettings& settings, double seconds);
+  // The forces of FFB Mode. `effects`: buffet, vibration, gusts, shocks and rumble; `trim`: the centre goes
+  // with the trim.
+  ForceCommand Wanted(const FfbVariables& values, const ForceSettings& settings, bool effects,
+                      bool trim) const;
+  // The forces of Center Mode: a spring about the middle, as strong as on the ground, whatever is flown.
+  static ForceCommand Centred(const ForceSettings& settings);
+  // The forces of Servo Mode and Follow AP mode: to a place, in counts.
+  static ForceCommand Held(const ForceSettings& settings, double roll, double pitch);
+  // Where trim puts the centre, counts.
+  static double TrimCentre(const FfbVariables& values, const ForceSettings& settings, Axis axis);
+
+  bool Grounded() const { return ground_ >= 0.5; }
+
+ private:
+  double Noise();
+  void AddVibrations(const FfbVariables& values, const ForceSettings& settings, ForceCommand& command) const;
+
+  double ground_ = -1;  // 0 in the air, 1 on the ground, between while the change is being felt; -1 not known
+  double meanG_ = 1;
+  double gustStrength_ = 0;            // 0..1
+  std::array<double, kAxes> gusts_{};  // -1..1
+  double touchG_ = 1;                  // load when the wheels touched
+  double sinceTouch_ = 1e9;            // s
+  std::uint32_t random_ = 0x2545F491;
+};
+
+}  // namespace tvx

@@ -1,0 +1,178 @@
+#include "ffb/Yoke.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tvx {
+namespace {
+
+constexpr int kResendCycles = 25;     // what does not change is told again once a second
+constexpr double kGripSeconds = 0.2;  // a knock is no grip
+constexpr int kCounterReset = 1000;
+
+double HalfRangeGradient(double gradient, const AxisCalibration& axis) {
+  return gradient * std::abs(axis.scale) * 32768 / kYokeTravel;
+}
+
+double RawForce(double force, const AxisCalibration& axis) {
+  return axis.scale < 0 ? -force : force;
+}
+
+}  // namespace
+
+void Yoke::Configure(const YokeSettings& settings) {
+  settings_ = settings;
+  Line.SetAddress(settings.address);
+  Line.SetCalibration(settings.roll, settings.pitch);
+}
+
+void Yoke::SelectMode(YokeMode mode) {
+  mode_ = mode;
+  counters_ = {kCounterReset, kCounterReset};
+  flags_ = {0, 0, 1, 1};
+  if (mode == YokeMode::Centre) colour_ = kModeRed;
+  if (mode == YokeMode::FollowAP) colour_ = kModeGreen;
+}
+
+bool Yoke::Usable() const {
+  return settings_.calibrated && Line.PortOpen() && Line.AnsweredWithinMs(kYokeSilentMs);
+}
+
+std::array<double, kAxes> Yoke::Position() const {
+  return {static_cast<double>(Line.RollPosition), static_cast<double>(Line.PitchPosition)};
+}
+
+std::uint16_t Yoke::TakePressed() {
+  const std::uint16_t now = Held();
+  const auto pressed = static_cast<std::uint16_t>(now & ~buttonsBefore_);
+  buttonsBefore_ = now;
+  return pressed;
+}
+
+SafetyCause Yoke::OwnCause() const {
+  if (mode_ == YokeMode::Off) return SafetyCause::Off;
+  if (!settings_.calibrated) return SafetyCause::NotCalibrated;
+  if (!Line.PortOpen()) return SafetyCause::PortClosed;
+  if (!Line.AnsweredWithinMs(kYokeSilentMs)) return SafetyCause::YokeSilent;
+  const Byte status = Line.LastReply.status;
+  if ((status & yokestatus::kStopButton) != 0 || (status & yokestatus::kPower) == 0) {
+    return SafetyCause::StopButton;
+  }
+  return SafetyCause::None;
+}
+
+ForceCommand Yoke::Wanted(const Cycle& cycle) const {
+  const ForceSettings& forces = cycle.settings.forces;
+  const auto flown = [&] {
+    return cycle.feel.Wanted(cycle.values, forces, settings_.Has(yokeoption::kEffects),
+                             settings_.Has(yokeoption::kTrimMovesCentre));
+  };
+  switch (mode_) {
+    case YokeMode::Ffb:
+      return flown();
+    case YokeMode::FollowAP:
+      if (cycle.values.AutopilotServos == 0) return flown();
+      return Feel::Held(forces, cycle.values.AutopilotRoll * double{kYokeTravel},
+                        cycle.values.AutopilotPitch * double{kYokeTravel});
+    case YokeMode::Servo:
+      if (cycle.follow) return Feel::Held(forces, (*cycle.follow)[0], (*cycle.follow)[1]);
+      return Feel::Centred(forces);
+    case YokeMode::Centre:
+    case YokeMode::Off:
+      break;
+  }
+  return Feel::Centred(forces);
+}
+
+void Yoke::ProcessTimer_Tick(const Cycle& cycle) {
+  Line.DropStalePiece();
+  cause_ = cycle.cause == SafetyCause::Halted ? cycle.cause : OwnCause();
+  if (cause_ == SafetyCause::None) cause_ = cycle.cause;
+  const double opening = gate_.Next(cause_, cycle.seconds);
+  if (gate_.Shut()) {
+    shaper_.Restart();
+    flags_ = {0, 0, 1, 1};
+    Line.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
+  } else {
+    const double speed = cycle.settings.servoSpeed;
+    // The last forces fade where something that they come from is no number.
+    const ForceCommand wanted = cycle.cause == SafetyCause::NotANumber ? shaper_.Last() : Wanted(cycle);
+    const ForceCommand& command =
+        shaper_.Next(wanted, Position(), opening * settings_.forceLevel, speed, cycle.seconds);
+    flags_[kFresh] = 0;
+    ComposeForces(command, speed);
+    ComposeFeel(command);
+    ComposeVibration(command);
+    flags_[kSendAll] = 0;
+    WatchGrip(cycle);
+  }
+  Line.ComposeCmd(YokeCommand::Report);
+  Line.SendSerial();
+}
+
+void Yoke::Release() {
+  Line.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
+  Line.SendSerial();
+  gate_ = {};
+  shaper_.Restart();
+}
+
+void Yoke::ComposeForces(const ForceCommand& command, double speed) {
+  const AxisCalibration& roll = settings_.roll;
+  const AxisCalibration& pitch = settings_.pitch;
+  const AxisForce& r = command.axes[0];
+  const AxisForce& p = command.axes[1];
+  const int rollPlace = PositionParameter(roll.RawAt(r.centre));
+  const int pitchPlace = PositionParameter(pitch.RawAt(p.centre));
+  if (command.drive == Drive::Spring) {
+    Line.ComposeCmd(YokeCommand::Spring, rollPlace, pitchPlace,
+                    GradientParameter(HalfRangeGradient(r.gradient, roll)),
+                    GradientParameter(HalfRangeGradient(p.gradient, pitch)));
+  } else {
+    const double scale = std::min(std::abs(roll.scale), std::abs(pitch.scale));
+    Line.ComposeCmd(YokeCommand::Servo, rollPlace, pitchPlace, SpeedParameter(speed / scale),
+                    FractionParameter(std::max(r.gradient, p.gradient)));
+  }
+  Line.ComposeCmd(YokeCommand::Bias, SignedParameter(RawForce(r.bias, roll)),
+                  SignedParameter(RawForce(p.bias, pitch)), FractionParameter(command.limit),
+                  TimeParameter(kHoldMs));
+}
+
+void Yoke::ComposeFeel(const ForceCommand& command) {
+  const std::array<int, 2> feel{FractionParameter(command.friction), FractionParameter(command.damping)};
+  if (++counters_[0] < kResendCycles && flags_[kSendAll] == 0 && feel == sentFeel_) return;
+  counters_[0] = 0;
+  sentFeel_ = feel;
+  Line.ComposeCmd(YokeCommand::Feel, feel[0], feel[1]);
+}
+
+void Yoke::ComposeVibration(const ForceCommand& command) {
+  const AxisForce& r = command.axes[0];
+  const AxisForce& p = command.axes[1];
+  const std::array<int, 4> vibration{FrequencyParameter(r.frequency), FractionParameter(r.amplitude),
+                                     FrequencyParameter(p.frequency), FractionParameter(p.amplitude)};
+  if (++counters_[1] < kResendCycles && flags_[kSendAll] == 0 && vibration == sentVibration_) return;
+  counters_[1] = 0;
+  sentVibration_ = vibration;
+  Line.ComposeCmd(YokeCommand::Vibration, vibration[0], vibration[1], vibration[2], vibration[3]);
+}
+
+// A grip is a deflection against the servo. The yoke must have been at its place before: one whose pilot has
+// just given it away, and still holds it, is not gripped.
+void Yoke::WatchGrip(const Cycle& cycle) {
+  const double threshold = cycle.settings.gripThreshold;
+  if (mode_ != YokeMode::Servo || !cycle.follow || threshold <= 0 || gate_.Opening() < 1) {
+    grippedFor_ = 0;
+    return;
+  }
+  const auto position = Position();
+  double off = 0;
+  for (std::size_t i = 0; i < kAxes; ++i) {
+    off = std::max(off, std::abs(position[i] - shaper_.Last().axes[i].centre));
+  }
+  if (off < threshold / 2) flags_[kSettled] = 1;
+  grippedFor_ = flags_[kSettled] != 0 && off > threshold ? grippedFor_ + cycle.seconds : 0;
+  if (grippedFor_ >= kGripSeconds) flags_[kGripped] = 1;
+}
+
+}  // namespace tvx

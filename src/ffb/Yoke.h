@@ -1,0 +1,88 @@
+// One yoke: its mode, its watchdog, and the commands of each cycle.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+#include "ffb/Feel.h"
+#include "ffb/ForceShaper.h"
+#include "ffb/SafetyGate.h"
+#include "ffb/YokeLine.h"
+#include "ffb/YokeSettings.h"
+
+namespace tvx {
+
+// Colours of the mode indicator, as red + 256 green + 65536 blue.
+inline constexpr std::int32_t kModeRed = 255;      // Center Mode
+inline constexpr std::int32_t kModeGreen = 49152;  // Follow AP mode
+
+class Yoke {
+ public:
+  Yoke(SerialPort& port, const Clock& clock) : Line(port, clock) {}
+
+  void Configure(const YokeSettings& settings);
+  const YokeSettings& Settings() const { return settings_; }
+
+  // Chooses the mode: the commands of the next cycles are those of the new one. Forces go on without a step.
+  void SelectMode(YokeMode mode);
+  YokeMode Mode() const { return mode_; }
+  std::int32_t ModeColour() const { return colour_; }
+
+  // What a cycle goes by.
+  struct Cycle {
+    const FfbVariables& values;
+    const FfbSettings& settings;
+    const Feel& feel;
+    SafetyCause cause;  // what concerns both yokes: Halted, SimulatorSilent, NotANumber
+    // The other yoke's place in counts, for Servo Mode; nothing to follow gives the forces of Center Mode.
+    std::optional<std::array<double, kAxes>> follow;
+    double seconds;  // since the last cycle
+  };
+  // One cycle of 40 ms: composes the commands and writes them.
+  void ProcessTimer_Tick(const Cycle& cycle);
+  // Tells the yoke to fade by itself, at once: nothing more will come.
+  void Release();
+
+  // Why it gives no force now, and how far its gate is open.
+  SafetyCause Cause() const { return cause_; }
+  double Opening() const { return gate_.Opening(); }
+  // Its position can be relied on: calibrated, connected, answering.
+  bool Usable() const;
+  std::array<double, kAxes> Position() const;  // counts
+  // The last command; its forces are those of the docs' table.
+  const ForceCommand& Commanded() const { return shaper_.Last(); }
+  // In Servo Mode: a hand has held it off its place for a while.
+  bool Gripped() const { return flags_[kGripped] != 0; }
+  // Buttons that went down since the last call, and those that are down. Bit n is button n + 1.
+  std::uint16_t TakePressed();
+  std::uint16_t Held() const { return Usable() ? Line.LastReply.buttons : std::uint16_t{0}; }
+
+  YokeLine Line;
+
+ private:
+  enum Flag { kSettled, kGripped, kFresh, kSendAll };
+
+  SafetyCause OwnCause() const;
+  ForceCommand Wanted(const Cycle& cycle) const;
+  void ComposeForces(const ForceCommand& command, double speed);
+  void ComposeFeel(const ForceCommand& command);
+  void ComposeVibration(const ForceCommand& command);
+  void WatchGrip(const Cycle& cycle);
+
+  YokeSettings settings_;
+  YokeMode mode_ = YokeMode::Off;
+  std::int32_t colour_ = 0;
+  SafetyGate gate_;
+  ForceShaper shaper_;
+  SafetyCause cause_ = SafetyCause::Halted;
+  // Cycles since friction and damping, and since the vibration, were sent.
+  std::array<int, 2> counters_{1000, 1000};
+  std::array<int, 4> flags_{0, 0, 1, 1};
+  std::array<int, 2> sentFeel_{};
+  std::array<int, 4> sentVibration_{};
+  double grippedFor_ = 0;  // s
+  std::uint16_t buttonsBefore_ = 0;
+};
+
+}  // namespace tvx

@@ -1,0 +1,123 @@
+#include "ffb/YokeLine.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tvx {
+namespace {
+
+constexpr Byte kSeparator = 0xFF;  // after each frame, so that a yoke that lost the end of one finds the next
+constexpr std::string_view kActivity[] = {"---", " \\", " |", " /"};
+constexpr std::string_view kPattern = "#0.0";
+
+ShortText Percent(int position) {
+  return FormatNumber(static_cast<double>(position) / kYokeTravel * 100, kPattern);
+}
+
+}  // namespace
+
+YokeLine::YokeLine(SerialPort& port, const Clock& clock) : port_(port), clock_(clock) {
+  queue_.reserve(kQueueLimit);
+  port_.SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+}
+
+void YokeLine::SetCalibration(const AxisCalibration& roll, const AxisCalibration& pitch) {
+  roll_ = roll;
+  pitch_ = pitch;
+}
+
+void YokeLine::ComposeCmd(Byte address, Byte command, int p1, int p2, int p3, int p4) {
+  if (queue_.size() + kYokeFrameSize + 1 > kQueueLimit) return;
+  const auto frame = YokeFrame(address, command, p1, p2, p3, p4);
+  queue_.insert(queue_.end(), frame.begin(), frame.end());
+  queue_.push_back(kSeparator);
+}
+
+bool YokeLine::SendSerial() {
+  if (queue_.empty()) return true;
+  const bool taken = port_.Write(queue_);
+  queue_.clear();
+  if (!taken) ++FramesLost;
+  return taken;
+}
+
+void YokeLine::DropStalePiece() {
+  const std::size_t waiting = port_.Waiting();
+  if (waiting > 0 && waiting == waitingBefore_) {
+    port_.DiscardInput();
+    waitingBefore_ = 0;
+  } else {
+    waitingBefore_ = waiting;
+  }
+}
+
+void YokeLine::MSComm1_OnComm(SerialEvent event) {
+  switch (event) {
+    case SerialEvent::Break:
+      message_ = "Break rcvd.";
+      ++BadReplies;
+      return;
+    case SerialEvent::Framing:
+      message_ = "Framing err.";
+      ++BadReplies;
+      return;
+    case SerialEvent::Received:
+      break;
+  }
+  // Everything that waits is one reply, or none: after an answer that came in pieces the next one starts on
+  // clean ground.
+  std::array<Byte, 256> input;
+  std::size_t count = port_.Read(input);
+  if (count == input.size()) port_.DiscardInput();
+  TakeReply(ByteView(input).first(count));
+}
+
+void YokeLine::TakeReply(ByteView bytes) {
+  switch (ReadYokeReply(bytes, address_, LastReply)) {
+    case YokeReplyKind::Incomplete:
+      message_ = "Inc. reply";
+      ++BadReplies;
+      return;
+    case YokeReplyKind::Garbled:
+      message_ = "Garbled reply";
+      ++BadReplies;
+      return;
+    case YokeReplyKind::Wrong:
+      message_ = "Wrong Reply";
+      ++BadReplies;
+      return;
+    case YokeReplyKind::Correct:
+      break;
+  }
+  message_ = "Correct";
+  ++GoodReplies;
+  lastGoodMs_ = clock_.MonotonicMs();
+  RollPosition = AxisPosition(LastReply.rawRoll, roll_);
+  PitchPosition = AxisPosition(LastReply.rawPitch, pitch_);
+}
+
+bool YokeLine::AnsweredWithinMs(std::int64_t milliseconds) const {
+  return GoodReplies > 0 && clock_.MonotonicMs() - lastGoodMs_ <= milliseconds;
+}
+
+std::string_view YokeLine::Activity() const {
+  return kActivity[GoodReplies % std::size(kActivity)];
+}
+
+ShortText YokeLine::BankText() const {
+  return Percent(RollPosition);
+}
+
+ShortText YokeLine::PitchText() const {
+  return Percent(PitchPosition);
+}
+
+ShortText YokeLine::RollLoadText() const {
+  return FormatNumber(LastReply.rollLoad / 10.0, kPattern);
+}
+
+ShortText YokeLine::PitchLoadText() const {
+  return FormatNumber(LastReply.pitchLoad / 10.0, kPattern);
+}
+
+}  // namespace tvx

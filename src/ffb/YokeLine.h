@@ -1,0 +1,79 @@
+// One yoke on its serial line: the commands that wait to be written, and what its replies said last.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/NumberFormat.h"
+#include "ffb/YokeFrame.h"
+#include "platform/Host.h"
+#include "platform/SerialPort.h"
+
+namespace tvx {
+
+class YokeLine {
+ public:
+  // Takes the port's events from now on. The port is opened and closed elsewhere.
+  YokeLine(SerialPort& port, const Clock& clock);
+  ~YokeLine() { port_.SetHandler({}); }
+  YokeLine(const YokeLine&) = delete;
+  YokeLine& operator=(const YokeLine&) = delete;
+
+  void SetAddress(Byte address) { address_ = address; }
+  void SetCalibration(const AxisCalibration& roll, const AxisCalibration& pitch);
+
+  // Appends one command to the queue: its frame and one 0xFF more. A queue that nobody writes stops growing
+  // at kQueueLimit bytes.
+  void ComposeCmd(Byte address, Byte command, int p1, int p2, int p3, int p4);
+  void ComposeCmd(YokeCommand command, int p1 = 0, int p2 = 0, int p3 = 0, int p4 = 0) {
+    ComposeCmd(address_, static_cast<Byte>(command), p1, p2, p3, p4);
+  }
+  // Writes the queue and empties it, also when the line does not take it: forces of the past are worth
+  // nothing. False then.
+  bool SendSerial();
+  ByteView TransmitQueue() const { return queue_; }
+  static constexpr std::size_t kQueueLimit = 1024;
+
+  // Once a cycle, before a reply is asked for: drops the piece of a reply that has stood since the last
+  // cycle, or the rest of every later reply would be taken for the start of the next.
+  void DropStalePiece();
+
+  // The port's events.
+  void MSComm1_OnComm(SerialEvent event);
+
+  std::int16_t RollPosition = 0;  // -511..511, as last reported
+  std::int16_t PitchPosition = 0;
+  YokeReply LastReply;            // the last good one
+  std::uint32_t GoodReplies = 0;  // since the start
+  std::uint32_t BadReplies = 0;   // of any kind: incomplete, garbled, wrong, a break, a framing error
+  std::uint32_t FramesLost = 0;   // queues that the line did not take
+  // Whether the last good reply is no older than `milliseconds`.
+  bool AnsweredWithinMs(std::int64_t milliseconds) const;
+
+  bool PortOpen() const { return port_.IsOpen(); }
+  const AxisCalibration& Calibration(bool pitch) const { return pitch ? pitch_ : roll_; }
+
+  // What the form shows.
+  std::string_view ReceivedMessage() const { return message_; }
+  std::string_view Activity() const;  // "---", " \", " |", " /" in turn, a step for each good reply
+  ShortText BankText() const;         // boxBank, percent of the travel
+  ShortText PitchText() const;        // boxPitch
+  ShortText RollLoadText() const;     // percent
+  ShortText PitchLoadText() const;
+
+ private:
+  void TakeReply(ByteView bytes);
+
+  SerialPort& port_;
+  const Clock& clock_;
+  Byte address_ = 0;
+  AxisCalibration roll_, pitch_;
+  std::vector<Byte> queue_;
+  std::string_view message_;
+  std::int64_t lastGoodMs_ = 0;
+  std::size_t waitingBefore_ = 0;
+};
+
+}  // namespace tvx

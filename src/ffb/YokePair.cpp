@@ -1,0 +1,280 @@
+#include "ffb/YokePair.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tvx {
+namespace {
+
+constexpr double kMasterLostSeconds = 1;  // afterwards the other yoke takes over
+constexpr double kBlendRate = 1;          // of a ratio, a second
+constexpr double kTrimRate = 0.1;         // of the trim's half range, a second
+
+constexpr std::string_view kModeNames[] = {"Center Mode", "FFB Mode", "Follow AP mode", "Servo Mode",
+                                           "OFF mode"};
+
+}  // namespace
+
+YokePair::YokePair(ConfigModel& model, SimCom& sim, SerialPort& yoke1, SerialPort& yoke2, MessageBoxes& boxes,
+                   const Clock& clock, JoystickDevice& joystick, Timer& processTimer)
+    : model_(model),
+      sim_(sim),
+      boxes_(boxes),
+      clock_(clock),
+      timer_(processTimer),
+      ports_(model, sim, boxes),
+      controls_(sim, ports_),
+      joystick_(joystick),
+      yoke1_(yoke1, clock),
+      yoke2_(yoke2, clock) {
+  timer_.SetInterval(kIntervalMs);
+}
+
+bool YokePair::Configured(int which) const {
+  return which == 2 ? model_.HasYoke2() : model_.HasYoke1();
+}
+
+void YokePair::Load() {
+  ClearYoke2Tail(model_);
+  DefineFfbFunctions(model_);
+  ApplySettings();
+  master_ = Configured(settings_.master) ? settings_.master : Configured(1) ? 1 : 2;
+  StartModes();
+  feel_ = {};
+  blend_ = {};
+  lastTickMs_ = clock_.MonotonicMs();
+  loaded_ = true;
+  timer_.SetEnabled(true);
+}
+
+void YokePair::StartModes() {
+  for (const int which : {1, 2}) {
+    Of(which).SelectMode(IsSlave(which) ? YokeMode::Servo : Of(which).Settings().startMode);
+  }
+}
+
+void YokePair::Unload() {
+  if (!loaded_) return;
+  cmdStop_Click();
+  timer_.SetEnabled(false);
+  for (const int which : {1, 2}) {
+    if (Configured(which)) Of(which).Release();
+  }
+  ports_.Forget();
+  loaded_ = false;
+}
+
+void YokePair::ApplySettings() {
+  settings_ = ReadFfbSettings(model_);
+  yoke1_.Configure(ReadYokeSettings(model_.Yoke1));
+  yoke2_.Configure(ReadYokeSettings(model_.Yoke2));
+}
+
+void YokePair::OpenPorts() {
+  DefineFfbFunctions(model_);
+  ports_.Open();
+}
+
+void YokePair::cmdRun_Click() {
+  if (running_) return;
+  running_ = true;
+  masterLostFor_ = 0;
+  StartJoystick();
+}
+
+// The master's joystick, or else the other's; each pilot may have pedals.
+void YokePair::StartJoystick() {
+  pedals_ = nullptr;
+  for (const int which : {master_, 3 - master_}) {
+    if (!Configured(which) || !Of(which).Settings().Has(yokeoption::kJoystick)) continue;
+    const YokeRecord& record = which == 2 ? model_.Yoke2 : model_.Yoke1;
+    if (CheckJoystick(record).empty()) {
+      pedals_ = &record;
+      return;
+    }
+    boxes_.Show(kJoystickUnusable);
+  }
+}
+
+void YokePair::cmdStop_Click() {
+  running_ = false;
+  flew_ = false;
+  blend_ = {};
+  trim_ = {};
+  pedals_ = nullptr;
+  controls_.GiveBack();
+}
+
+SafetyCause YokePair::CommonCause() const {
+  if (!running_) return SafetyCause::Halted;
+  const auto silent = sim_.SilentForMs();
+  if (!silent || *silent > kSimulatorSilentMs) return SafetyCause::SimulatorSilent;
+  return ports_.AllFinite() ? SafetyCause::None : SafetyCause::NotANumber;
+}
+
+void YokePair::ProcessTimer_Tick() {
+  if (!loaded_) return;
+  const std::int64_t now = clock_.MonotonicMs();
+  const double seconds = static_cast<double>(now - lastTickMs_) / 1000;
+  lastTickMs_ = now;
+  ports_.ReadAll();
+  feel_.Advance(ports_.Variables, settings_.forces, seconds);
+  WatchRoles(seconds);
+  ServeButtons(seconds);
+  const SafetyCause cause = CommonCause();
+  for (const int which : {1, 2}) {
+    if (!Configured(which)) continue;
+    std::optional<std::array<double, kAxes>> follow;
+    if (IsSlave(which) && Of(master_).Usable()) follow = Of(master_).Position();
+    Of(which).ProcessTimer_Tick({ports_.Variables, settings_, feel_, cause, follow, seconds});
+  }
+  WriteControls(seconds);
+}
+
+void YokePair::WatchRoles(double seconds) {
+  if (!running_ || !Paired()) return;
+  const int slave = 3 - master_;
+  masterLostFor_ = Of(master_).Usable() ? 0 : masterLostFor_ + seconds;
+  const bool gripped = Of(slave).Settings().Has(yokeoption::kHandoverByGrip) && Of(slave).Gripped();
+  if (gripped || masterLostFor_ > kMasterLostSeconds) HandOver(slave);
+}
+
+void YokePair::HandOver(int which) {
+  if (which == master_ || (which != 1 && which != 2) || !Configured(which)) return;
+  Yoke& next = Of(which);
+  if (running_ && !next.Usable()) return;
+  Yoke& before = Of(master_);
+  const YokeMode mode = before.Mode();
+  const bool flew = flew_ && Flies();
+  const std::array<double, 2> ratios = controls_.YokeRatios();
+  master_ = which;
+  masterLostFor_ = 0;
+  next.SelectMode(mode == YokeMode::Servo || mode == YokeMode::Off ? YokeMode::Ffb : mode);
+  before.SelectMode(mode == YokeMode::Off ? YokeMode::Off : YokeMode::Servo);
+  if (!flew) return;
+  // The simulator's yoke goes on from where it is.
+  const std::array<double, 2> own = MasterRatios();
+  for (std::size_t i = 0; i < blend_.size(); ++i) blend_[i] = ratios[i] - own[i];
+}
+
+// Where the master stands, from the middle that trim gives it: the simulator adds the trim itself.
+std::array<double, 2> YokePair::MasterRatios() const {
+  const Yoke& master = Of(master_);
+  std::array<double, 2> ratios = master.Position();
+  for (std::size_t i = 0; i < kAxes; ++i) {
+    if (master.Settings().Has(yokeoption::kTrimMovesCentre) && master.Mode() != YokeMode::Centre) {
+      ratios[i] -= Feel::TrimCentre(ports_.Variables, settings_.forces, static_cast<Axis>(i));
+    }
+    ratios[i] = std::clamp(ratios[i] / kYokeTravel, -1.0, 1.0);
+  }
+  return ratios;
+}
+
+// The master's position goes to the simulator, unless the autopilot moves the yoke, or nobody knows where it
+// is.
+bool YokePair::Flies() const {
+  const Yoke& master = Of(master_);
+  if (!running_ || !master.Usable() || !master.Settings().Has(yokeoption::kSendPositions)) return false;
+  if (master.Mode() == YokeMode::Servo) return false;
+  return master.Mode() != YokeMode::FollowAP || ports_.Variables.AutopilotServos == 0;
+}
+
+void YokePair::WriteControls(double seconds) {
+  const bool flies = Flies();
+  if (flies) {
+    std::array<double, 2> ratios = MasterRatios();
+    if (!flew_ && Of(master_).Mode() == YokeMode::FollowAP) {
+      // The autopilot has let go: from its place on.
+      blend_ = {ports_.Variables.AutopilotRoll - ratios[0], ports_.Variables.AutopilotPitch - ratios[1]};
+    }
+    for (std::size_t i = 0; i < kAxes; ++i) {
+      const double step = kBlendRate * std::clamp(seconds, 0.0, kLongestCycle);
+      blend_[i] -= std::clamp(blend_[i], -step, step);
+      ratios[i] = std::clamp(ratios[i] + blend_[i], -1.0, 1.0);
+    }
+    controls_.Yoke(ratios);
+  } else {
+    blend_ = {};
+    controls_.Yoke(std::nullopt);
+  }
+  flew_ = flies;
+  if (!running_ || pedals_ == nullptr) return;
+  joystick_.JoystickID = pedals_->JoystickNumber;
+  controls_.Pedals(joystick_.Present() ? std::optional(ReadPedals(joystick_, *pedals_)) : std::nullopt);
+}
+
+void YokePair::ServeButtons(double seconds) {
+  bool trimming = false;
+  for (const int which : {1, 2}) {
+    if (!Configured(which)) continue;
+    const unsigned pressed = Of(which).TakePressed();
+    const unsigned held = Of(which).Held();
+    for (std::size_t button = 0; button < 16; ++button) {
+      if ((pressed >> button & 1u) != 0) Press(which, button);
+      const ButtonAction action = Of(which).Settings().buttons[button];
+      if ((held >> button & 1u) == 0 || action < ButtonAction::TrimNoseUp || action > ButtonAction::TrimRight)
+        continue;
+      trimming = true;
+      if (running_ && which == master_) Trim(action, seconds);
+    }
+  }
+  if (!trimming) trim_ = {};
+}
+
+void YokePair::Press(int which, std::size_t button) {
+  switch (Of(which).Settings().buttons[button]) {
+    case ButtonAction::TakeControl:
+      HandOver(which);
+      break;
+    case ButtonAction::ForcesOff:
+      Of(which).SelectMode(YokeMode::Off);
+      break;
+    case ButtonAction::AutopilotOff:
+      if (!running_) break;
+      ports_.Variables.AutopilotServos = 0;
+      ports_.PutPortFFB(1);
+      break;
+    case ButtonAction::Command: {
+      if (!running_) break;
+      const YokeRecord& record = which == 2 ? model_.Yoke2 : model_.Yoke1;
+      sim_.SendXplaneCommand("#1:" + record.Buttons[button].Text + "\r\n", 1);
+      break;
+    }
+    default:
+      break;
+  }
+}
+
+// What the simulator says of the trim comes a few cycles late, so a held button counts by itself.
+void YokePair::Trim(ButtonAction action, double seconds) {
+  const bool roll = action == ButtonAction::TrimLeft || action == ButtonAction::TrimRight;
+  const bool up = action == ButtonAction::TrimNoseUp || action == ButtonAction::TrimRight;
+  float& variable = roll ? ports_.Variables.AileronTrim : ports_.Variables.ElevatorTrim;
+  if (!std::isfinite(variable)) return;
+  std::optional<double>& trim = trim_[roll ? 0 : 1];
+  const double step = (up ? kTrimRate : -kTrimRate) * std::clamp(seconds, 0.0, kLongestCycle);
+  trim = std::clamp(trim.value_or(variable) + step, -1.0, 1.0);
+  variable = static_cast<float>(*trim);
+  ports_.PutPortFFB(roll ? 13 : 12);
+}
+
+std::string YokePair::RoleText(int which) const {
+  if (!Configured(which)) return "Not configured";
+  const std::string role = which == master_ ? "Master, " : "Slave, ";
+  return role + std::string(kModeNames[static_cast<std::size_t>(Of(which).Mode())]);
+}
+
+std::string YokePair::StateText(int which) const {
+  if (!Configured(which)) return "";
+  const Yoke& yoke = Of(which);
+  if (yoke.Cause() != SafetyCause::None) return "No force: " + std::string(SafetyText(yoke.Cause()));
+  if (yoke.Opening() < 1) return "Forces are rising";
+  if ((yoke.Line.LastReply.status & yokestatus::kHot) != 0) return "Its motors are hot";
+  return "Forces on";
+}
+
+std::string_view YokePair::GroundText() const {
+  return feel_.Grounded() ? "On Ground" : "Airborne";
+}
+
+}  // namespace tvx

@@ -1,0 +1,87 @@
+// The yokes' settings as the logic uses them: taken out of the configuration's records, with every value
+// brought into its range and the standard values put where nothing was ever set.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "config/Model.h"
+#include "ffb/Forces.h"
+#include "ffb/YokeFrame.h"
+
+namespace tvx {
+
+enum class YokeMode : std::int16_t { Centre = 0, Ffb = 1, FollowAP = 2, Servo = 3, Off = 4 };
+
+// Bits of YokeRecord::OptionBits.
+namespace yokeoption {
+inline constexpr int kSendPositions = 0x01;    // this yoke flies the simulator
+inline constexpr int kTrimMovesCentre = 0x02;  // the yoke stands where it is trimmed
+inline constexpr int kEffects = 0x04;          // buffet, vibration, gusts, shocks, rumble
+inline constexpr int kJoystick = 0x08;         // rudder and brakes come from the joystick
+inline constexpr int kHandoverByGrip = 0x10;   // this yoke takes over when it is gripped
+inline constexpr int kStandard = 0x17;
+}  // namespace yokeoption
+
+// What a button of the yoke does (YokeRecord::Button::Action).
+enum class ButtonAction : Byte {
+  None = 0,
+  TakeControl = 1,  // this yoke becomes master
+  AutopilotOff = 2,
+  ForcesOff = 3,   // this yoke goes to OFF mode
+  TrimNoseUp = 4,  // while held
+  TrimNoseDown = 5,
+  TrimLeft = 6,
+  TrimRight = 7,
+  Command = 8,  // runs the simulator command of its text, once
+};
+inline constexpr int kButtonActions = 9;
+
+struct YokeSettings {
+  YokeMode startMode = YokeMode::Ffb;
+  Byte address = 0;
+  AxisCalibration roll, pitch;
+  bool calibrated = false;
+  double forceLevel = 1;  // 0..1
+  int options = 0;
+  std::array<ButtonAction, 16> buttons{};
+  bool Has(int option) const { return (options & option) != 0; }
+};
+YokeSettings ReadYokeSettings(const YokeRecord& record);
+
+// A raw position 0..65535 as the record keeps it, and back.
+constexpr std::int16_t StoredRaw(int raw) {
+  return static_cast<std::int16_t>((raw < 0 ? 0 : raw > 65535 ? 65535 : raw) - 32768);
+}
+constexpr int RawOf(std::int16_t stored) {
+  return stored + 32768;
+}
+
+// Centre and scale from an axis's two ends and its centre, as raw values. The scale is that of the shorter
+// side, so that both ends reach the full position; falling values give a negative scale. Nothing is
+// calibrated (false) unless the centre lies between the ends, at least kLeastTravel away from each.
+bool CalibrateAxis(int low, int centre, int high, AxisCalibration& calibration);
+inline constexpr int kLeastTravel = 200;
+
+// What both yokes share.
+struct FfbSettings {
+  int master = 1;             // 1 or 2
+  double gripThreshold = 40;  // counts; 0: no hand-over by grip
+  ForceSettings forces;
+  double servoSpeed = 600;  // counts a second
+};
+FfbSettings ReadFfbSettings(const ConfigModel& model);
+
+// The standard values, as records; what a record that was never set counts as.
+GeneralFFBRecord StandardGeneralFFB();
+void SetStandardEffects(YokeRecord& yoke1);
+bool IsBlank(const GeneralFFBRecord& record);
+bool EffectsAreBlank(const YokeRecord& yoke1);
+
+// ODDITY: everything in yoke 2's section after its option bits is read one line aside from where it was
+// written, so each saving and loading would move it on, and a fraction might land where a byte is due and end
+// the load. Yoke 2 uses yoke 1's values instead; its own are kept at 0, which reads back as 0 from any line.
+void ClearYoke2Tail(ConfigModel& model);
+
+}  // namespace tvx

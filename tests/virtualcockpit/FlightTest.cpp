@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
                     SmoothCase{"bus1", &S::bus1, 75}, SmoothCase{"deviation", &S::nav1Deviation, 30},
                     SmoothCase{"glide", &S::nav1Glide, 1.5}, SmoothCase{"lights", &S::instrumentLights, 0.4},
                     SmoothCase{"north", &S::north, 70}, SmoothCase{"latitude", &S::latitude, 0.001}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& one) { return one.param.name; });
 
 TEST(Flight, IsTheSameEveryTimeAndEveryRound) {
   const Flight other;

@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
         StreamCase{"MissingEnd", Bytes{0x00, 0x05, 0x08, 0x01, 0x02} + kFrame, {"12:3:-300"}, 5, 0},
         StreamCase{"AlwaysSetBitMissing", Bytes{0x00, 0x05, 0x50, 0x01, 0x02, 0xFF} + kZero, {"5:0:0"}, 5, 1},
         StreamCase{"NothingWhole", {0x00, 0x05, 0x08, 0x01}, {}, 0, 0}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& one) { return one.param.name; });
 
 TEST(FrameDecoder, EveryValueComesBack) {
   for (int value = -65535; value <= 65535; value += 37) {

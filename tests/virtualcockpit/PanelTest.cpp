@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
                     LabelCase{"Hundreds", {{0, 150}, {500, 300}, {1000, 450}}, "0 5 10", 100},
                     LabelCase{"TwoEndsOnly", {{0, 0}, {50, 540}}, "0 10 20 30 40 50", 1},
                     LabelCase{"EndMeetsBeginning", {{0, 0}, {50, 500}, {100, 1040}}, "50 100", 1}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& one) { return one.param.name; });
 
 TEST(Scale, NeedlePositionAndValueAreInverse) {
   const Scale scale(PlateOf({{0, 900}, {20, 861}, {50, 789}, {90, 690}, {115, 630}}));

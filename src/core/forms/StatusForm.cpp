@@ -149,7 +149,6 @@ QLayout* StatusForm::MakeButtons() {
   cmdShowECStatus = MakeButton("cmdShowECStatus", tr("&Engine cluster"), tr("Shows the engine cluster"));
   cmdShowYokes = MakeButton("cmdShowYokes", tr("&Yokes"), tr("Shows the yokes"));
   cmdDumpTVX = MakeButton("cmdDumpTVX", tr("&Dump"), tr("Writes a diagnostic dump"));
-  cmdDumpTVX->setVisible(false);  // shown once run control writes dumps
   CmdConfig = MakeButton("CmdConfig", tr("&Configure..."), tr("Halts and opens the configuration"));
   cmdHide = MakeButton("cmdHide", tr("&Hide"), tr("Minimizes this window; the program goes on"));
   CmdExit = MakeButton("CmdExit", tr("E&xit"), tr("Closes all ports and ends the program"));
@@ -172,6 +171,7 @@ void StatusForm::Connect() {
   on(cmdStop, [this] { control_.cmdStop_Click(); });
   on(CmdConfig, [this] { control_.CmdConfig_Click(); });
   on(CmdExit, [this] { control_.cmdExit_Click(); });
+  on(cmdDumpTVX, [this] { control_.cmdDumpTVX_Click(); });
   on(cmdHide, [this] { showMinimized(); });
   on(cmdShowPorts, [this] { showPorts_(); });
   on(cmdShowIOM, [this] { control_.ShowPeripheral(PeripheralKind::IOModule1); });

@@ -13,7 +13,7 @@ fail() {
 packages_for() {
   case $1 in
     build) echo g++ cmake ninja-build ccache qt6-base-dev pkg-config libx11-dev libxtst-dev libxkbcommon-dev ;;
-    show) echo libqt6gui6 fonts-dejavu-core ;;
+    show) echo libqt6gui6 fonts-dejavu-core fonts-noto-core ;;
     wayland) echo qt6-wayland ;;
     virtual-display) echo xvfb openbox imagemagick x11-utils xdotool ;;
     test) echo libgtest-dev fonts-dejavu-core xvfb x11-xkb-utils ;;

@@ -20,6 +20,9 @@ enum FunctionNumber : std::int16_t {
   kVerticalSpeed = 6,
   kAirPressure = 8,
   kCom1Active = 20,
+  kCom1Standby = 22,
+  kNavActive = 24,
+  kNavStandby = 25,
   kCourseNeedle = 33,
   kGlideNeedle = 34,
   kFuelLeft = 51,  // the eight of the engine cluster stand in a row, in this order
@@ -37,6 +40,11 @@ enum FunctionNumber : std::int16_t {
   kTurnRate,
   kLowVoltageLamp,
   kParkingBrake,
+  kCourse1,
+  kHeadingBug,
+  kGyroDrift,
+  kAdfActive,
+  kAdfStandby,
 };
 
 }  // namespace tvx::demo

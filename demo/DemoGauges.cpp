@@ -22,7 +22,6 @@ struct Face {
 enum PlateNumber : Byte {
   kAirspeedFace,
   kVerticalSpeedFace,
-  kHeadingFace,
   kEngineSpeedFace,
   kFuelLeftFace,
   kFuelRightFace,
@@ -68,20 +67,6 @@ std::vector<Face> Faces() {
         {1000, 822},
         {1500, 945},
         {2000, 1050}}},
-      {"Heading 0-360 degrees",
-       {{0, 0},
-        {30, 90},
-        {60, 180},
-        {90, 270},
-        {120, 360},
-        {150, 450},
-        {180, 540},
-        {210, 630},
-        {240, 720},
-        {270, 810},
-        {300, 900},
-        {330, 990},
-        {360, 1079}}},
       {"Engine speed 0-3500 RPM",
        {{0, 150}, {500, 246}, {1000, 351}, {1500, 462}, {2000, 579}, {2500, 699}, {3000, 816}, {3500, 930}}},
       {"Fuel left 0-26 gal", {{0, 180}, {5, 225}, {10, 276}, {15, 330}, {20, 387}, {26, 450}}},
@@ -124,29 +109,53 @@ PlateRecord PlateOf(const Face& face) {
 struct GaugeRow {
   Byte id;
   Byte type, model, version;
-  std::int16_t function1;
-  Byte plate1;
-  std::int16_t function2;
-  Byte plate2;
+  std::int16_t function1 = 0;
+  Byte plate1 = 0;
+  std::int16_t function2 = 0;
+  Byte plate2 = 0;
+  std::int16_t options = 0;
+  Byte sequence = 1;
 };
 
 constexpr Byte kMillibarModel = 2;  // of an altimeter; model 1 shows inches
 
 constexpr GaugeRow kGaugeRows[] = {
-    {10, 4, 1, 12, kAirspeed, kAirspeedFace, 0, 0},
-    {11, 101, kMillibarModel, 14, kAltitude, 0, kAirPressure, 0},
-    {12, 4, 1, 12, kVerticalSpeed, kVerticalSpeedFace, 0, 0},
-    {13, 4, 1, 12, kHeading, kHeadingFace, 0, 0},
-    {14, 106, 1, 13, kCourseNeedle, 0, kGlideNeedle, 0},
-    {15, 1, 1, 11, kEngineSpeed, kEngineSpeedFace, 0, 0},
-    {16, 2, 1, 11, kManifoldPressure, kManifoldFace, 0, 0},
-    {17, 3, 1, 11, kFuelLeft, kFuelLeftFace, kFuelRight, kFuelRightFace},
-    {18, 6, 1, 11, kOilTemperature, kOilTemperatureFace, kOilPressure, kOilPressureFace},
-    {19, 5, 1, 12, kExhaustTemperature, kExhaustFace, kFuelFlow, kFuelFlowFace},
-    {20, 8, 1, 10, kFuelLeft, kVacuumFace, 0, kAmperesFace},  // mode 0: vacuum and amperes
-    {21, 1, 1, 11, kHeadTemperature, kHeadTemperatureFace, 0, 0},
-    {22, 1, 1, 11, kFlaps, kFlapsFace, 0, 0},
-    {23, 10, 1, 10, kLowVoltageLamp, 0, kCom1Active, 0},
+    // the six flight instruments
+    {10, 4, 1, 12, kAirspeed, kAirspeedFace},
+    {11, 103, 1, 10},
+    {12, 101, kMillibarModel, 14, kAltitude, 0, kAirPressure, 0},
+    {13, 130, 1, 10, 0, 0, 0, 0, 2},  // the first pointer a VOR, the second the ADF
+    {14, 105, 1, 10, kHeadingBug, 0, kGyroDrift, 0, 1},
+    {15, 4, 1, 12, kVerticalSpeed, kVerticalSpeedFace},
+    // navigation
+    {16, 106, 1, 13, kCourse1},
+    {17, 107, 1, 13, kCourse1, 0, 0, 0, 0, 2},
+    {18, 108, 1, 10},
+    {19, 113, 1, 10},
+    // the engine
+    {20, 1, 1, 11, kEngineSpeed, kEngineSpeedFace},
+    {21, 2, 1, 11, kManifoldPressure, kManifoldFace},
+    {22, 3, 1, 11, kFuelLeft, kFuelLeftFace, kFuelRight, kFuelRightFace},
+    {23, 6, 1, 11, kOilTemperature, kOilTemperatureFace, kOilPressure, kOilPressureFace},
+    {24, 5, 1, 12, kExhaustTemperature, kExhaustFace, kFuelFlow, kFuelFlowFace},
+    {25, 8, 1, 10, kFuelLeft, kVacuumFace, 0, kAmperesFace},  // mode 0: vacuum and amperes
+    {26, 1, 1, 11, kFlaps, kFlapsFace},
+    {27, 140, 1, 10},
+    // the radio stack
+    {30, 125, 1, 10},
+    {31, 120, 1, 10, 0, 0, 0, 0, 4},
+    {32, 110, 1, 10, kNavActive, 0, kNavStandby, 0, 1 | 4},
+    {33, 111, 1, 10, kCom1Active, 0, kCom1Standby, 0, 4},
+    {34, 121, 1, 10, kAdfActive, 0, kAdfStandby, 0, 4},
+    {35, 114, 1, 10, 0, 0, 0, 0, 1 | 2 | 4},
+    {36, 122, 1, 10, 0, 0, 0, 0, 2},
+    {37, 112, 1, 10, 0, 0, 0, 0, 1},
+    {38, 123, 1, 10},
+    {39, 124, 1, 10, 1, 0, 22},
+    // clocks and lamps
+    {40, 104, 1, 10},
+    {41, 109, 1, 10},
+    {42, 10, 1, 10, kLowVoltageLamp, 0, kCom1Active},
 };
 
 }  // namespace
@@ -160,10 +169,11 @@ void AddGaugesAndPlates(ConfigModel& model) {
     gauge.GaugeSetting2 = row.version;
     gauge.GaugeSetting3 = row.plate1;
     gauge.GaugeFunction1 = row.function1;
-    gauge.GaugeInstance1 = 1;
+    gauge.GaugeInstance1 = row.sequence;
     gauge.GaugeSetting4 = row.plate2;
     gauge.GaugeFunction2 = row.function2;
-    gauge.GaugeInstance2 = row.function2 != 0 ? 1 : 0;
+    gauge.GaugeInstance2 = row.function2 != 0 ? row.sequence : Byte{0};
+    gauge.GaugeSetting5 = row.options;
   }
 }
 

@@ -8,25 +8,25 @@ namespace {
 constexpr Byte kKing = 122;
 
 // Slots of Ports.
-enum : std::size_t { kCode, kSecondCode, kMode, kIdent, kTcas };
+enum : std::size_t { kCode, kSecondCode, kMode, kReporting, kIdent };
 constexpr int kCodeFunction = 26;
-constexpr int kTcasFunction = 46;
-constexpr int kModeFunction = 47;  // sequence number 1 the mode, 2 the identification button
+constexpr int kIdentFunction = 46;
+constexpr int kModeFunction = 47;  // sequence number 1 the mode, 2 whether it reports the altitude
 
 // Options.
 constexpr int kOptionMode = 1;
-constexpr int kOptionIdent = 2;
-constexpr int kOptionTcas = 4;
+constexpr int kOptionReporting = 2;
+constexpr int kOptionIdent = 4;
 constexpr int kOptionSecond = 8;  // a second transponder shows its code beside
 
 // Input numbers.
-enum : std::size_t { kCodeInput, kModeInput, kTcasInput, kIdentInput };
+enum : std::size_t { kCodeInput, kModeInput, kReportingInput, kIdentInput };
 
 constexpr int kCommandCode = 4;         // 0..7777
 constexpr int kCommandFlightLevel = 5;  // hundreds of feet
 constexpr int kCommandMode = 6;         // the simulator's mode
 constexpr int kCommandSecondCode = 12;
-constexpr int kModeWithoutTcas = 3;
+constexpr int kModeWithoutReporting = 3;  // the stored mode at which the altitude is not reported
 
 class Transponder final : public Instrument {
  public:
@@ -42,12 +42,12 @@ class Transponder final : public Instrument {
     OpenInto(gauge, kCode, sim, kCodeFunction, 1);
     if (options & kOptionSecond) OpenInto(gauge, kSecondCode, sim, kCodeFunction, 2);
     if (king || (options & kOptionMode)) OpenInto(gauge, kMode, sim, kModeFunction, 1);
-    if (options & kOptionIdent) OpenInto(gauge, kIdent, sim, kModeFunction, 2);
-    if (!king && (options & kOptionTcas)) OpenInto(gauge, kTcas, sim, kTcasFunction, 1);
+    if (options & kOptionReporting) OpenInto(gauge, kReporting, sim, kModeFunction, 2);
+    if (options & kOptionIdent) OpenInto(gauge, kIdent, sim, kIdentFunction, 1);
     ReportThrough(gauge, kCodeInput, kCode, kCodeFunction);
     ReportThrough(gauge, kModeInput, kMode, kModeFunction);
-    ReportThrough(gauge, kTcasInput, kTcas, kTcasFunction);
-    ReportThrough(gauge, kIdentInput, kIdent, kModeFunction);
+    ReportThrough(gauge, kReportingInput, kReporting, kModeFunction);
+    ReportThrough(gauge, kIdentInput, kIdent, kIdentFunction);
   }
 
   void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
@@ -78,23 +78,26 @@ class Transponder final : public Instrument {
     if (ReplyGaugetype(reply) == kKing) {
       if (!HasLetters(reply, 'X', 'F')) return;
       world.Report(gauge, kCodeInput, SquawkOf(ReplyByte(reply, 7), ReplyByte(reply, 8)));
-      if (const int mode = ModeOfKing(position); mode >= 0) world.Report(gauge, kModeInput, mode);
+      if (const int mode = ModeOfKing(position); mode >= 0) {
+        world.Report(gauge, kModeInput, mode);
+        ReportReporting(gauge, mode, world);
+      }
     } else {
       if (!HasLetters(reply, 'X', 'Y')) return;
       const std::size_t at = ReplyByte(reply, 15) == 1 ? 7 : 10;
       world.Report(gauge, kCodeInput, SquawkOf(ReplyByte(reply, at), ReplyByte(reply, at + 1)));
       world.Report(gauge, kModeInput, position - 1);
-      ReportTcas(gauge, position, world);
+      ReportReporting(gauge, position, world);
     }
     world.Report(gauge, kIdentInput, ReplyByte(reply, 13));
   }
 
  private:
-  static void ReportTcas(ActiveGauge& gauge, int position, GaugeReply& world) {
+  static void ReportReporting(ActiveGauge& gauge, int position, GaugeReply& world) {
     const auto stored = static_cast<float>(position);
-    if (gauge.InputFunction[kTcasInput] == -1 || gauge.LastInputValue == stored) return;
+    if (gauge.InputFunction[kReportingInput] == -1 || gauge.LastInputValue == stored) return;
     gauge.LastInputValue = stored;
-    world.Report(gauge, kTcasInput, position == kModeWithoutTcas ? 0.0 : 1.0);
+    world.Report(gauge, kReportingInput, position == kModeWithoutReporting ? 0.0 : 1.0);
   }
 
   // The knob's positions off, standby, test, on, altitude as the simulator counts them: 0 off, 1 standby, 2

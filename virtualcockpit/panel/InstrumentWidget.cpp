@@ -159,24 +159,36 @@ void InstrumentWidget::DrawFault(QPainter& painter) const {
   Text(painter, box.center(), 10, text, theme::kTrouble, true);
 }
 
-void InstrumentWidget::RenewPicture() {
-  const double ratio = devicePixelRatioF();
-  const QSize wanted = size() * ratio;
-  const FaceLight& light = device_.Light();
-  if (picture_.size() == wanted && SameLight(light, pictureLight_) && pictureVersion_ == DialVersion())
-    return;
-  picture_ = QPixmap(wanted);
-  picture_.setDevicePixelRatio(ratio);
-  picture_.fill(Qt::transparent);
-  pictureLight_ = light;
-  pictureVersion_ = DialVersion();
-  QPainter painter(&picture_);
+QPixmap InstrumentWidget::EmptyPicture() const {
+  QPixmap picture(size() * devicePixelRatioF());
+  picture.setDevicePixelRatio(devicePixelRatioF());
+  picture.fill(Qt::transparent);
+  return picture;
+}
+
+void InstrumentWidget::SetScale(QPainter& painter) const {
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
   painter.translate(width() / 2.0, height() / 2.0);
   const double scale = std::min(width(), height()) / 200.0;
   painter.scale(scale, scale);
+}
+
+void InstrumentWidget::RenewPicture() {
+  const bool resized = picture_.size() != size() * devicePixelRatioF();
+  const FaceLight& light = device_.Light();
+  if (!resized && SameLight(light, pictureLight_) && pictureVersion_ == DialVersion()) return;
+  pictureLight_ = light;
+  pictureVersion_ = DialVersion();
+  picture_ = EmptyPicture();
+  QPainter painter(&picture_);
+  SetScale(painter);
   DrawCase(painter);
   DrawDial(painter);
+  if (!resized) return;
+  glass_ = EmptyPicture();
+  QPainter glass(&glass_);
+  SetScale(glass);
+  DrawGlass(glass);
 }
 
 void InstrumentWidget::paintEvent(QPaintEvent*) {
@@ -184,13 +196,12 @@ void InstrumentWidget::paintEvent(QPaintEvent*) {
   RenewPicture();
   QPainter painter(this);
   painter.drawPixmap(0, 0, picture_);
-  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
-                         QPainter::SmoothPixmapTransform);
-  painter.translate(width() / 2.0, height() / 2.0);
-  const double scale = std::min(width(), height()) / 200.0;
-  painter.scale(scale, scale);
+  painter.save();
+  SetScale(painter);
   DrawMoving(painter);
-  DrawGlass(painter);
+  painter.restore();
+  painter.drawPixmap(0, 0, glass_);
+  SetScale(painter);
   DrawFault(painter);
 }
 

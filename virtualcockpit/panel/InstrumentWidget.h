@@ -52,11 +52,14 @@ class InstrumentWidget : public QWidget {
   void DrawCase(QPainter& painter) const;
   void DrawGlass(QPainter& painter) const;
   void DrawFault(QPainter& painter) const;
+  QPixmap EmptyPicture() const;
+  void SetScale(QPainter& painter) const;
   void RenewPicture();
 
   Device& device_;
   QString caption_;
-  QPixmap picture_;
+  QPixmap picture_;  // case and dial
+  QPixmap glass_;
   std::uint64_t seenChanges_ = ~0ull;
   FaceLight pictureLight_;
   int pictureVersion_ = -1;

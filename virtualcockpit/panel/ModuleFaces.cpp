@@ -38,14 +38,16 @@ IoModuleFace::IoModuleFace(IoModuleDevice& device, const ConfigModel& model, QWi
 
 void IoModuleFace::DrawDial(QPainter& painter) {
   Text(painter, {0, -58}, 11, Caption(), Ink(), true);
-  Text(painter, {0, 20}, 8, QStringLiteral("LAMPS 1 \u2013 16"), Ink(QColor(0xb9, 0xbd, 0xc0)));
+  const QString lamps = legend1_.isEmpty() ? QStringLiteral("LAMPS") : legend1_;
+  Text(painter, {0, 21}, 8, lamps, Ink(QColor(0xb9, 0xbd, 0xc0)), true, 110);
   for (int i = 0; i < IoModuleDevice::kLamps; ++i) {
     const QPointF at(-52.5 + i % 8 * 15, i < 8 ? -30 : -4);
     Text(painter, at + QPointF(0, 11), 6.5, QString::number(i + 1), Ink(QColor(0xb9, 0xbd, 0xc0)));
   }
   const QColor dim = Ink(QColor(0xb9, 0xbd, 0xc0));
-  Text(painter, {-28, 36}, legend1_.size() > 9 ? 6.5 : 7.5, legend1_, dim, true);
-  Text(painter, {28, 36}, legend2_.size() > 9 ? 6.5 : 7.5, legend2_, dim, true);
+  const QString number = legend2_.isEmpty() ? QStringLiteral("NUMBER") : legend2_;
+  Text(painter, {-28, 36}, 7.5, number, dim, true, 48);
+  Text(painter, {28, 36}, 7.5, QStringLiteral("BRIGHTNESS"), dim, true, 48);
 }
 
 void IoModuleFace::DrawMoving(QPainter& painter) {

@@ -148,8 +148,7 @@ void NeedleFace::DrawLegends(QPainter& painter) const {
   const QColor fine = Ink(QColor(0x3c, 0x40, 0x45));
   if (layout_ == Layout::Single) {
     // Where the scale leaves room: below the hub, or above it for a full circle.
-    const bool above =
-        gauge_.HasDisplay() || first_.scale.FullCircle() || (Large() && !first_.style.upDown);
+    const bool above = gauge_.HasDisplay() || first_.scale.FullCircle() || (Large() && !first_.style.upDown);
     DrawLegend(painter, first_, {0, above ? -31.0 : Large() ? 23.0 : 27.0}, 10.5, 62, Ink());
     if (!first_.style.upDown) return;
     const double zero = DegreesOf(first_.scale.PositionOf(0));
@@ -254,12 +253,15 @@ void NeedleFace::DrawMoving(QPainter& painter) {
 }
 
 QString NeedleFace::HandWords(const Hand& hand) const {
-  if (!hand.told) return hand.name.toLower() + QStringLiteral(" -");
+  const QString name = hand.name.toLower();
+  if (!hand.told) return name + QStringLiteral(" -");
+  QString unit = QString::fromUtf8(hand.style.unit.data(), static_cast<qsizetype>(hand.style.unit.size()));
+  if (hand.name.contains(unit)) unit.clear();
+  if (!unit.startsWith(QChar(0xB0))) unit = unit.toLower();
+  if (unit.startsWith(QStringLiteral("us "))) unit = QStringLiteral("US ") + unit.mid(3);
   const double value = hand.scale.ValueAt(hand.needle.At());
-  const QString unit =
-      QString::fromUtf8(hand.style.unit.data(), static_cast<qsizetype>(hand.style.unit.size()));
   return QStringLiteral("%1 %2 %3")
-      .arg(hand.name.toLower(), QString::number(value, 'f', hand.scale.High() < 20 ? 1 : 0), unit.toLower())
+      .arg(name, QString::number(value, 'f', hand.scale.High() < 20 ? 1 : 0), unit)
       .trimmed();
 }
 

@@ -140,7 +140,6 @@ constexpr DatarefRow kDatarefs[] = {
      1,
      {"sim/cockpit2/radios/indicators/outer_marker_lit", "sim/cockpit2/radios/indicators/middle_marker_lit",
       "sim/cockpit2/radios/indicators/inner_marker_lit"}},
-    {46, "TCAS", Use::DedicatedGauge, kRadios, 5, kAsItIs, 0, 1, {"sim/cockpit2/EFIS/EFIS_tcas_on"}},
     {47,
      "XPDR mode",
      Use::DedicatedGauge,
@@ -149,7 +148,7 @@ constexpr DatarefRow kDatarefs[] = {
      kAsItIs,
      0,
      4,
-     {"sim/cockpit2/radios/actuators/transponder_mode", "sim/cockpit/radios/transponder_id"}},
+     {"sim/cockpit2/radios/actuators/transponder_mode"}},
     {143,
      "VOR bearing",
      Use::DedicatedGauge,
@@ -604,23 +603,19 @@ void DefineTime(ConfigModel& model) {
   record.XPVal2 = 6;
 }
 
-// The buttons of the autopilot panel, in the order of their bits.
-void DefineAutopilotButtons(ConfigModel& model) {
-  constexpr std::string_view kCommands[] = {
-      "sim/autopilot/servos_toggle", "sim/autopilot/heading",     "sim/autopilot/NAV",
-      "sim/autopilot/approach",      "sim/autopilot/back_course", "sim/autopilot/altitude_hold",
-      "sim/autopilot/nose_up",       "sim/autopilot/nose_down",
-  };
-  FunctionRecord& record = model.Functions[92];
-  record.ShortName = "AP buttons";
-  record.FunctionNr = 92;
+// A list of commands, run by their numbers.
+void DefineCommands(ConfigModel& model, std::int16_t number, std::string_view shortName, Category category,
+                    std::initializer_list<std::string_view> commands) {
+  FunctionRecord& record = model.Functions[static_cast<std::size_t>(number)];
+  record.ShortName = shortName;
+  record.FunctionNr = number;
   record.FuncType = static_cast<Byte>(Use::InputSwitch);
-  record.ComboClass = kAutopilot;
+  record.ComboClass = category;
   record.ComboDT = static_cast<Byte>(DataType::XplaneCmnd);
   record.Multiplier = record.Devider = 1;
-  record.boxMaximumValue = 8;
+  record.boxMaximumValue = static_cast<float>(commands.size());
   int entry = 0;
-  for (const auto command : kCommands) {
+  for (const auto command : commands) {
     record.FullName += '#' + std::to_string(++entry) + ':' + std::string(command) + "\r\n";
   }
 }
@@ -643,7 +638,12 @@ void AddFunctions(ConfigModel& model) {
     }
   }
   DefineTime(model);
-  DefineAutopilotButtons(model);
+  DefineCommands(model, 46, "XPDR ident", kRadios, {"sim/transponder/transponder_ident"});
+  // The buttons of the autopilot panel, in the order of their bits.
+  DefineCommands(model, 92, "AP buttons", kAutopilot,
+                 {"sim/autopilot/servos_toggle", "sim/autopilot/heading", "sim/autopilot/NAV",
+                  "sim/autopilot/approach", "sim/autopilot/back_course", "sim/autopilot/altitude_hold",
+                  "sim/autopilot/nose_up", "sim/autopilot/nose_down"});
 }
 
 }  // namespace tvx::demo

@@ -140,7 +140,7 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
        {"DATA 26/0=1200.", "DATA 47/0=3."}},
       {"King transponder, test",
        122,
-       2,
+       4,
        "XF",
        {{17, 3}, {13, 1}},
        {"DATA 26/0=0.", "DATA 47/0=4.", "DATA 46/0=1."}},

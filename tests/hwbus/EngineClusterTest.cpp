@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+
+#include "fakes/FakeHost.h"
+#include "fakes/FakeSerialPort.h"
+#include "fakes/FakeUdpSocket.h"
+#include "hwbus/EngineCluster.h"
+
+namespace tvx {
+namespace {
+
+using Bytes = std::map<int, int>;  // by their place in the frame, counted from 1; those that are 0 left out
+
+Bytes NotZero(ByteView frame) {
+  Bytes bytes;
+  for (std::size_t i = 0; i < frame.size(); ++i) {
+    if (frame[i] != 0) bytes[static_cast<int>(i) + 1] = frame[i];
+  }
+  return bytes;
+}
+
+TEST(EngineClusterFrame, EveryNeedleAtItsPlace) {
+  const int positions[] = {2, 4, 6, 22, 8, 12, 14, 16, 16, 18, 20, 10, 24, 26, 28, 30};
+  for (int needle = 0; needle < 16; ++needle) {
+    ECFrame frame = EmptyECFrame();
+    PutECNeedle(frame, needle, 0x1234);
+    EXPECT_EQ(NotZero(frame), (Bytes{{1, 'F'}, {positions[needle], 0x12}, {positions[needle] + 1, 0x34}}));
+  }
+  ECFrame frame = EmptyECFrame();
+  PutECNeedle(frame, 7, 0x1111);
+  PutECNeedle(frame, 8, 0x2222);
+  EXPECT_EQ(NotZero(frame), (Bytes{{1, 'F'}, {16, 0x22}, {17, 0x22}}));
+  PutECNeedle(frame, 16, 0x3333);
+  PutECNeedle(frame, -1, 0x3333);
+  EXPECT_EQ(NotZero(frame).size(), 3u);
+}
+
+TEST(EngineClusterFrame, LightingBytes) {
+  const struct {
+    ECLighting lighting;
+    int byte38, byte39;
+  } cases[] = {{{false, true, 0, 0}, 0, 0},
+               {{true, true, 0, 1}, 1, 1},
+               {{false, false, 0, 3}, 2, 3},
+               {{true, false, 0xF0, 0x80}, 0xF3, 0x80}};
+  for (const auto& c : cases) {
+    ECFrame frame = EmptyECFrame();
+    FinishECFrame(frame, c.lighting);
+    EXPECT_EQ(frame[37], c.byte38);
+    EXPECT_EQ(frame[38], c.byte39);
+    EXPECT_EQ(frame[39], 0xAA);
+    const auto single = SingleNeedleFrame(14, 1079, c.lighting);
+    ASSERT_TRUE(single);
+    Bytes expected{{1, 'F'}, {28, 0x04}, {29, 0x37}, {39, 0xAA}, {40, 0xAA}};
+    if (c.byte38 != 0) expected[38] = c.byte38;
+    EXPECT_EQ(NotZero(*single), expected);
+  }
+  EXPECT_FALSE(SingleNeedleFrame(15, 1, {}));
+  EXPECT_FALSE(SingleNeedleFrame(-1, 1, {}));
+}
+
+struct EngineClusterTest : testing::Test {
+  EngineClusterTest() {
+    model.General.ComPortEC = 7;
+    PlateRecord& plate = model.Plates.emplace_back();
+    plate.Value[3] = plate.Value[5] = 100;
+    plate.Position[3] = plate.Position[5] = 1000;
+    for (int k = 0; k < kECChannels; ++k) {
+      FunctionRecord& f = model.Functions[static_cast<std::size_t>(60 + k)];
+      f.ShortName = "F";
+      f.ComboDT = static_cast<Byte>(DataType::Float);
+      f.Multiplier = f.Devider = 1;
+      f.XPindex1 = static_cast<std::int16_t>(10 + k);
+    }
+  }
+  void Enable(int channel, int plate = 0) {
+    model.EngineCluster[static_cast<std::size_t>(channel)] = {1, static_cast<std::int16_t>(60 + channel),
+                                                              static_cast<std::int16_t>(plate)};
+  }
+  void Start() {
+    sim.OpenUDP();
+    cluster.OpenPorts();
+    cluster.cmdRun_Click();
+  }
+  void Set(int channel, float value) {
+    std::string datagram = "DATA*";
+    datagram += static_cast<char>(10 + channel);
+    datagram.append(3 + 32, '\0');
+    std::array<Byte, 4> bytes{};
+    FloatToLittleEndian(value, bytes);
+    std::copy(bytes.begin(), bytes.end(), datagram.begin() + 9);
+    socket.Deliver(datagram);
+  }
+  Bytes Tick() {
+    port.Writes.clear();
+    cluster.ProcessTimer_Tick();
+    return port.Writes.size() == 1 && port.Writes[0].size() == 40 ? NotZero(port.Writes[0]) : Bytes{};
+  }
+  static std::vector<Byte> Reply(char major = '2', char minor = '7') {
+    std::vector<Byte> reply(16, 0x20);
+    reply[0] = 0xFF;
+    reply[14] = static_cast<Byte>(major);
+    reply[15] = static_cast<Byte>(minor);
+    return reply;
+  }
+
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeEventLoop loop;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  FakeSerialPort port, other;
+  FakeTimer process, second;
+  SimCom sim{model, socket, boxes, clock};
+  Serial serial{model, {&other, &port, &other, &other, &other, &other}, boxes, loop};
+  EngineCluster cluster{model, sim, serial, boxes, {process, second}};
+};
+
+TEST_F(EngineClusterTest, EveryEnabledChannelInOneFrame) {
+  Enable(0);
+  Enable(3);
+  Enable(5, 99);  // no such Plate
+  Start();
+  EXPECT_EQ(sim.PortAt(0).OpenedBy, 4000);
+  Set(0, 50);
+  Set(3, 1000);
+  Set(5, 258);
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {2, 1}, {3, 0xF4}, {22, 3}, {23, 0xE8}, {12, 1}, {13, 2}, {40, 0xAA}}));
+  EXPECT_EQ(cluster.boxValue(0).View(), "50.00");
+  EXPECT_EQ(cluster.boxValue(3).View(), "1000.00");
+  EXPECT_EQ(cluster.Position(0), 500);
+  Set(0, -5);
+  Set(3, NAN);
+  Set(5, 1e30f);
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {12, 4}, {13, 0x37}, {40, 0xAA}})) << "limited to the needle's range";
+}
+
+TEST_F(EngineClusterTest, TheDualVersionHasItsOwnNeedles) {
+  model.EngineCluster[8].Value1 = 1;
+  for (int k = 0; k < kECChannels; ++k) Enable(k, 99);
+  Start();
+  for (int k = 0; k < kECChannels; ++k) Set(k, static_cast<float>(k + 1));
+  EXPECT_EQ(
+      Tick(),
+      (Bytes{{1, 'F'}, {3, 1}, {5, 2}, {7, 3}, {23, 4}, {17, 5}, {19, 6}, {21, 7}, {11, 8}, {40, 0xAA}}));
+}
+
+TEST_F(EngineClusterTest, RecalibrationIsOneFrameAThenZeroes) {
+  Enable(0);
+  Start();
+  Set(0, 50);
+  cluster.SetLighting(true, true);
+  cluster.Recalibrate();
+  const Bytes request = Tick();
+  EXPECT_EQ(request.size(), 39u) << "all but byte 39";
+  EXPECT_EQ(request.at(1), 'A');
+  for (int i = 2; i <= 37; ++i) EXPECT_EQ(request.at(i), 0x10);
+  EXPECT_EQ(request.at(38), 3);
+  EXPECT_TRUE(cluster.Recalibrating());
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 3}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {2, 1}, {3, 0xF4}, {38, 3}, {40, 0xAA}}));
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_TRUE(cluster.Recalibrating());
+    cluster.Timer1000ms_Tick();
+  }
+  EXPECT_FALSE(cluster.Recalibrating());
+}
+
+TEST_F(EngineClusterTest, ARecalibrationThatTheLineDidNotTakeIsNotLost) {
+  Start();
+  cluster.Recalibrate();
+  port.RefuseWrites = true;
+  Tick();
+  port.RefuseWrites = false;
+  EXPECT_EQ(Tick()[1], 'A');
+  EXPECT_EQ(Tick()[1], 'F');
+}
+
+TEST_F(EngineClusterTest, OfTheOneShotByteOnlyTheBacklightStays) {
+  model.EngineCluster[8].Value2 = 1;
+  model.EngineCluster[8].Value3 = 0x40;
+  Start();
+  cluster.ResetCluster();
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 0x40}, {39, 3}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 0x40}, {39, 1}, {40, 0xAA}}));
+}
+
+TEST_F(EngineClusterTest, VersionOfTheReply) {
+  Start();
+  port.Arrive(Reply());
+  EXPECT_EQ(cluster.ECReplyReceived, 1);
+  EXPECT_EQ(port.CountOf("discard output"), 2u) << "once on opening, once now";
+  Tick();
+  EXPECT_EQ(cluster.boxUnitReply(), "Version: 2.7");
+
+  cluster.ECReplyReceived = 0;
+  auto bad = Reply('3', '0');
+  bad[0] = 0xFE;
+  port.Arrive(bad);
+  EXPECT_EQ(cluster.ECReplyReceived, 0);
+  Tick();
+  EXPECT_EQ(cluster.boxUnitReply(), "Version: 2.7") << "nothing new to show";
+
+  for (const std::size_t length : {1u, 7u, 8u, 15u}) {
+    EXPECT_EQ(ReadECVersion(ByteView(Reply()).first(length)).has_value(), length >= 8) << length;
+  }
+}
+
+TEST_F(EngineClusterTest, AnAnswerThatIsHalfInIsNotThrownAway_ARemnantIs) {
+  Start();
+  const auto reply = Reply();
+  port.Arrive(ByteView(reply).first(5));
+  Tick();
+  port.Arrive(ByteView(reply).subspan(5, 5));
+  Tick();
+  port.Arrive(ByteView(reply).subspan(10));
+  EXPECT_EQ(cluster.ECReplyReceived, 1);
+
+  port.Arrive(ByteView(reply).first(5));
+  Tick();
+  EXPECT_EQ(port.Waiting(), 5u);
+  Tick();
+  EXPECT_EQ(port.Waiting(), 0u) << "nothing more came of it";
+  for (const SerialEvent event : {SerialEvent::Break, SerialEvent::Framing}) {
+    port.Arrive(ByteView(reply).first(5));
+    port.Raise(event);
+    EXPECT_EQ(port.Waiting(), 0u);
+  }
+}
+
+TEST_F(EngineClusterTest, SingleNeedleGoesOutAtOnce) {
+  cluster.MoveSingleNeedle(4, 300);
+  ASSERT_EQ(port.Writes.size(), 1u);
+  EXPECT_EQ(NotZero(port.Writes[0]), (Bytes{{1, 'F'}, {8, 1}, {9, 0x2C}, {39, 0xAA}, {40, 0xAA}}));
+  cluster.MoveSingleNeedle(15, 300);
+  EXPECT_EQ(port.Writes.size(), 1u);
+}
+
+TEST_F(EngineClusterTest, WithoutItsPortSaysSo) {
+  port.OpenResult = SerialState::NotFound;
+  Start();
+  EXPECT_EQ(boxes.shown, (std::vector<std::string>{"Comm Port for Engine Cluster not found"}));
+  EXPECT_TRUE(process.enabled) << "it goes on when the adapter is plugged in";
+}
+
+TEST_F(EngineClusterTest, HaltedSendsNothing) {
+  Start();
+  cluster.cmdStop_Click();
+  EXPECT_FALSE(process.enabled);
+  EXPECT_EQ(Tick(), Bytes{});
+}
+
+}  // namespace
+}  // namespace tvx

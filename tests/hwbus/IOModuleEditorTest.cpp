@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "fakes/FakeHost.h"
+#include "hwbus/IOModuleEditor.h"
+
+namespace tvx {
+namespace {
+
+struct IOModuleEditorTest : testing::Test {
+  IOModuleEditorTest() {
+    for (const int number : {60, 61}) {
+      FunctionRecord& f = model.Functions[static_cast<std::size_t>(number)];
+      f.ShortName = "F";
+      f.FullName = "#1:sim/a\r\n";
+      f.boxMaximumValue = 50;
+      f.ComboDT = static_cast<Byte>(number == 60 ? DataType::Float : DataType::XplaneCmnd);
+    }
+  }
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  IomEditor editor{model, boxes};
+};
+
+constexpr IomInput kSwitch{1, IomKind::Switch, 10};
+constexpr IomInput kAxis{2, IomKind::Analogue, 7};
+constexpr IomInput kLamp{1, IomKind::Lamp, 31};
+const std::string kLimits = "One of the definitions is incorrect or out of limits";
+const std::string kEncoder =
+    "Encoders must have two switches defined with successive numbers\r\n"
+    "and must be within the same group (A to F) and lowest number must be encoder A.";
+
+TEST_F(IOModuleEditorTest, RefusesWithTheRightMessage) {
+  using Change = std::function<void(IomRecord&)>;
+  const struct {
+    IomInput input;
+    Change change;
+    std::string message;  // empty: stored
+  } cases[] = {
+      {kSwitch, [](IomRecord&) {}, ""},
+      {kSwitch, [](IomRecord& d) { d.FunctionNr = 0; }, "No function selected"},
+      {kSwitch, [](IomRecord& d) { d.FunctionNr = 62; }, "No function selected"},  // not defined
+      {kSwitch, [](IomRecord& d) { d.FunctionNr = 400; }, "No function selected"},
+      {kSwitch, [](IomRecord& d) { d.OffOnValue = 101; }, kLimits},
+      {kSwitch, [](IomRecord& d) { d.OnOffValue = -101; }, kLimits},
+      {kSwitch, [](IomRecord& d) { d.IncrementFlags = 1, d.OffOnValue = 51; }, kLimits},
+      {kSwitch, [](IomRecord& d) { d.IncrementFlags = 1, d.OffOnValue = -50, d.OnOffValue = 999; }, ""},
+      {kSwitch, [](IomRecord& d) { d.DebounceTime = 21; }, "A debounce time must be between 0 and 20"},
+      {kSwitch, [](IomRecord& d) { d.DebounceTime = -1; }, "A debounce time must be between 0 and 20"},
+      {kSwitch, [](IomRecord& d) { d.ActionKind = 'd', d.FunctionNr = 0; }, "No keystroke(s) selected"},
+      {kSwitch, [](IomRecord& d) { d.ActionKind = 'd', d.OffKeystroke = 0x0800, d.FunctionNr = 0; }, ""},
+      {kSwitch, [](IomRecord& d) { d.ActionKind = 'n', d.FunctionNr = 0; }, ""},
+      {kSwitch, [](IomRecord& d) { d.ActionKind = 'c', d.OffOnValue = 1; }, "No function selected"},
+      {kSwitch, [](IomRecord& d) { d.ActionKind = 'c', d.FunctionNr = 61, d.OffOnValue = 1; }, ""},
+      {kSwitch, [](IomRecord& d) { d.ActionKind = 'c', d.FunctionNr = 61, d.OffOnValue = 2; }, kLimits},
+      {kSwitch, [](IomRecord& d) { d.SwitchType = 1; }, ""},
+      {kSwitch, [](IomRecord& d) { d.SwitchType = 3; }, kEncoder},
+      {{1, IomKind::Switch, 15}, [](IomRecord& d) { d.SwitchType = 1; }, kEncoder},  // last of group B
+      {{1, IomKind::Switch, 16}, [](IomRecord& d) { d.SwitchType = 2; }, kEncoder},  // first of group C
+      {kAxis, [](IomRecord&) {}, ""},
+      {kAxis, [](IomRecord& d) { d.FunctionNr = 0; }, "No function selected"},
+      {kAxis, [](IomRecord& d) { d.OffOnValue = 4095; }, kLimits},
+      {kAxis, [](IomRecord& d) { d.RawMaximum = 4096; }, kLimits},
+      {kAxis, [](IomRecord& d) { d.OnOffValue = 2048; }, ""},
+      {kAxis, [](IomRecord& d) { d.OffOnValue = 3000, d.OnOffValue = 2048; }, kLimits},
+      {kAxis, [](IomRecord& d) { d.DeadBand = -1; }, kLimits},
+      {kLamp, [](IomRecord&) {}, ""},
+      {kLamp, [](IomRecord& d) { d.IncrementFlags = 0; }, kLimits},
+      {kLamp, [](IomRecord& d) { d.IncrementFlags = 4, d.OffOnValue = 101; }, kLimits},
+  };
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(i);
+    boxes.shown.clear();
+    editor.Remove(cases[i].input);
+    IomRecord definition = editor.DefinitionOf(cases[i].input);
+    definition.FunctionNr = 60;
+    cases[i].change(definition);
+    const bool good = cases[i].message.empty();
+    EXPECT_EQ(editor.Store(definition), good);
+    EXPECT_EQ(boxes.shown, good ? std::vector<std::string>{} : std::vector<std::string>{cases[i].message});
+    EXPECT_EQ(editor.Defined(cases[i].input), good);
+    editor.Remove(cases[i].input);
+  }
+}
+
+TEST_F(IOModuleEditorTest, TheTwoHalvesOfAnEncoderFitTogether) {
+  IomRecord a = editor.DefinitionOf(kSwitch);
+  a.FunctionNr = 60;
+  a.SwitchType = 1;
+  ASSERT_TRUE(editor.Store(a));
+  IomRecord b = a;
+  b.Input = static_cast<std::int16_t>(a.Input + 1);
+  EXPECT_FALSE(editor.Store(b)) << "two encoders A side by side";
+  b.SwitchType = 2;
+  EXPECT_TRUE(editor.Store(b));
+  b.SwitchType = 0;
+  a.SwitchType = 1;
+  EXPECT_TRUE(editor.Store(b));
+  EXPECT_FALSE(editor.Store(a)) << "its other half is a toggle now";
+}
+
+TEST_F(IOModuleEditorTest, StoringReplacesAndRemovingKeepsTheOthers) {
+  for (const IomInput& input : {kSwitch, kAxis, kLamp}) {
+    IomRecord definition = editor.DefinitionOf(input);
+    definition.FunctionNr = 60;
+    ASSERT_TRUE(editor.Store(definition));
+    ASSERT_TRUE(editor.Store(definition));
+  }
+  EXPECT_EQ(model.IOMCount(), 3);
+  EXPECT_TRUE(model.ConfigChanged);
+  EXPECT_TRUE(editor.Remove(kAxis));
+  EXPECT_FALSE(editor.Remove(kAxis));
+  ASSERT_EQ(model.IOMCount(), 2);
+  EXPECT_EQ(model.Iom[1].Input, 1231);
+}
+
+TEST(IomInput, NumbersAndWhatTheyMean) {
+  for (const int input : {0, 47, 999, 1048, 1099, 1108, 1199, 1232, 3000, -1, -1000, 32767}) {
+    EXPECT_FALSE(IomInputOf(input)) << input;
+  }
+  for (const IomInput& input : {kSwitch, kAxis, kLamp, IomInput{1, IomKind::Switch, 0}}) {
+    EXPECT_EQ(IomInputOf(IomInputNumber(input)), input);
+  }
+  EXPECT_EQ(IomInputNumber(kAxis), 2107);
+}
+
+TEST(IOModuleTouch, FindsTheSwitchOrAxisThatMoves) {
+  IomTouch touch(2);
+  IOModuleReport report;
+  report.Groups[5] = 0xFF;
+  report.Analogue[3] = 1000;
+  EXPECT_FALSE(touch.Take(report)) << "the first report is where everything stands";
+  report.Analogue[3] = 1199;
+  EXPECT_FALSE(touch.Take(report)) << "noise";
+  report.Analogue[3] = 1200;
+  EXPECT_EQ(touch.Take(report), (IomInput{2, IomKind::Analogue, 3}));
+  EXPECT_FALSE(touch.Take(report));
+  report.Groups[5] = 0xFE;
+  EXPECT_EQ(touch.Take(report), (IomInput{2, IomKind::Switch, 47}));
+  EXPECT_FALSE(touch.Take(report));
+}
+
+}  // namespace
+}  // namespace tvx

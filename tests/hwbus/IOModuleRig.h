@@ -1,0 +1,124 @@
+// An IO module over fakes, with a simulator whose values a test sets.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "fakes/FakeHost.h"
+#include "fakes/FakeKeyInjector.h"
+#include "fakes/FakeSerialPort.h"
+#include "fakes/FakeUdpSocket.h"
+#include "hwbus/IOModule.h"
+
+namespace tvx {
+
+struct IOModuleRig {
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeEventLoop loop;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  FakeKeyInjector injector;
+  std::array<FakeSerialPort, kHardwareGroups> ports;
+  FakeTimer process, write, seconds;
+  SimCom sim{model, socket, boxes, clock};
+  Serial serial{model, {&ports[0], &ports[1], &ports[2], &ports[3], &ports[4], &ports[5]}, boxes, loop};
+  Keystrokes keystrokes{injector, boxes, [] { return true; }};
+  const IOModuleParameters parameters;
+  IOModule module;
+
+  explicit IOModuleRig(const IOModuleParameters& p)
+      : parameters(p), module(model, sim, serial, keystrokes, boxes, loop, p, {process, write, seconds}) {
+    model.General.ComPortIOM1 = 6;
+    model.General.ComPortIOM2 = 8;
+    for (int number = 60; number < 64; ++number) {
+      FunctionRecord& f = model.Functions[static_cast<std::size_t>(number)];
+      f.ShortName = "F" + std::to_string(number);
+      f.FullName = "#1:sim/a\r\n#2:sim/b\r\n";
+      f.ComboDT = static_cast<Byte>(DataType::Float);
+      f.Multiplier = f.Devider = 1;
+      f.boxMaximumValue = 100;
+      f.XPindex1 = static_cast<std::int16_t>(number);
+    }
+  }
+  FakeSerialPort& Port() { return ports[static_cast<std::size_t>(parameters.Group)]; }
+
+  IomRecord& Define(IomKind kind, int index, int function) {
+    IomRecord& d = model.Iom[model.Iom.size() - 1];
+    d.Input = IomInputNumber({parameters.Number, kind, index});
+    d.FunctionNr = static_cast<std::int16_t>(function);
+    d.ActionKind = 'v';
+    d.RawMaximum = 4000;
+    model.Iom.emplace_back();
+    return model.Iom[model.Iom.size() - 2];
+  }
+  void Start() {
+    sim.OpenUDP();
+    module.OpenPorts();
+    module.cmdRun_Click();
+    socket.Sent.clear();
+    Port().Writes.clear();
+  }
+  // The value number 0 of the Function's group arrives.
+  void Set(int function, float value) {
+    std::string datagram = "DATA*";
+    datagram += static_cast<char>(function);
+    datagram.append(3, '\0');
+    for (int i = 0; i < 8; ++i) {
+      std::array<Byte, 4> bytes{};
+      FloatToLittleEndian(i == 0 ? value : 0, bytes);
+      datagram.append(bytes.begin(), bytes.end());
+    }
+    socket.Deliver(datagram);
+  }
+  static std::array<Byte, kReplySize> Frame(std::array<Byte, 6> groups,
+                                            std::array<int, kIomAnalogues> analogue = {}) {
+    std::array<Byte, kReplySize> frame{};
+    frame[1] = 10;
+    frame[2] = 10;
+    std::copy(groups.begin(), groups.end(), frame.begin() + 5);
+    for (std::size_t j = 0; j < analogue.size(); ++j) {
+      const int high = analogue[j] >> 8;
+      frame[12 + j / 2] |= static_cast<Byte>(j % 2 == 0 ? high << 4 : high);
+      frame[16 + j] = static_cast<Byte>(analogue[j] & 0xFF);
+    }
+    frame[24] = 0xFF;
+    return frame;
+  }
+  void Report(std::array<Byte, 6> groups, std::array<int, kIomAnalogues> analogue = {}) {
+    Port().Arrive(Frame(groups, analogue));
+  }
+  // What was written to the simulator since the last call: group and value of each DATA packet, or the text
+  // of another one.
+  std::vector<std::string> Sent() {
+    std::vector<std::string> all;
+    for (const std::string& bytes : socket.TakeSent()) {
+      if (bytes.size() != kDataSize || bytes.substr(0, 4) != "DATA") {
+        all.push_back(bytes);
+        continue;
+      }
+      std::array<Byte, 4> value{};
+      std::copy_n(bytes.begin() + 9, 4, value.begin());
+      all.push_back(std::to_string(static_cast<Byte>(bytes[5])) + "=" +
+                    std::to_string(FloatFromLittleEndian(value)).substr(0, 5));
+    }
+    return all;
+  }
+  // What the module was sent: command and value of each frame.
+  std::vector<std::pair<int, int>> TakeCommands() {
+    std::vector<std::pair<int, int>> all;
+    for (const auto& bytes : Port().Writes) {
+      for (std::size_t i = 0; i + 6 <= bytes.size(); i += 6) {
+        const Byte* f = &bytes[i];
+        if (f[1] != 10) all.emplace_back(-1, f[1]);
+        const int low = (f[3] & 0xFE) | (f[2] & 1), high = (f[4] & 0xFD) | (f[2] & 2);
+        all.emplace_back(f[2] >> 4, high * 256 + low);
+      }
+    }
+    Port().Writes.clear();
+    return all;
+  }
+};
+
+}  // namespace tvx

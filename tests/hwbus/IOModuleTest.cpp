@@ -1,0 +1,231 @@
+#include <gtest/gtest.h>
+
+#include "base/Rounding.h"
+#include "hwbus/IOModule.h"
+#include "hwbus/IOModuleRig.h"
+
+namespace tvx {
+namespace {
+
+using Groups = std::array<Byte, 6>;
+using Texts = std::vector<std::string>;
+using Commands = std::vector<std::pair<int, int>>;
+
+// Both modules, one class.
+struct IOModuleTest : testing::TestWithParam<int>, IOModuleRig {
+  IOModuleTest() : IOModuleRig(GetParam() == 1 ? kIOModule1Parameters : kIOModule2Parameters) {}
+};
+INSTANTIATE_TEST_SUITE_P(Both, IOModuleTest, testing::Values(1, 2));
+
+TEST_P(IOModuleTest, FirstSwitchIsTheTopBitOfGroupAAndTheLastTheLowBitOfF) {
+  Define(IomKind::Switch, 0, 60).OffOnValue = 40;
+  Define(IomKind::Switch, 47, 61).OffOnValue = 50;
+  Start();
+  Report(Groups{0x80, 0, 0, 0, 0, 0});
+  EXPECT_EQ(Sent(), Texts{"60=40.00"});
+  EXPECT_EQ(module.SwitchState()[0], 1);
+  Report(Groups{0x80, 0, 0, 0, 0, 0x01});
+  EXPECT_EQ(Sent(), Texts{"61=50.00"});
+  Report(Groups{0, 0, 0, 0, 0, 0x01});
+  EXPECT_EQ(Sent(), Texts{"60=0.000"});
+  EXPECT_EQ(module.SwitchState()[47], 1);
+}
+
+TEST_P(IOModuleTest, UnchangedSwitchBytesActOnlyOnce_AxesAreStillLookedAt) {
+  Define(IomKind::Switch, 7, 60).OffOnValue = 40;
+  Define(IomKind::Analogue, 5, 61);
+  Start();
+  Report(Groups{1, 0, 0, 0, 0, 0});
+  EXPECT_EQ(Sent(), Texts{"60=40.00"});
+  Report(Groups{1, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 2000, 0, 0});
+  EXPECT_EQ(Sent(), Texts{"61=50.00"});
+  EXPECT_EQ(module.AnalogueOut(), 50.0f);
+}
+
+TEST_P(IOModuleTest, DeadBandIsTheLargestChangeThatIsIgnored) {
+  Define(IomKind::Analogue, 0, 60).DeadBand = 8;
+  Start();
+  Report({}, {8});
+  EXPECT_EQ(Sent(), Texts{});
+  Report({}, {17});
+  EXPECT_EQ(Sent(), Texts{"60=0.425"});
+  // An axis that creeps never leaves the dead band: each place is remembered.
+  for (int raw = 18; raw < 200; raw += 8) Report({}, {raw});
+  EXPECT_EQ(Sent(), Texts{});
+}
+
+TEST_P(IOModuleTest, EncoderStepsFromTheValueOfTheSimulator) {
+  for (const int index : {8, 9}) {
+    IomRecord& d = Define(IomKind::Switch, index, 60);
+    d.SwitchType = static_cast<std::int16_t>(index - 7);
+    d.IncrementFlags = kIomStepOffOn;
+    d.OffOnValue = index == 8 ? 5.0f : -5.0f;
+  }
+  Start();
+  Set(60, 50);
+  Report(Groups{0, 0x80, 0, 0, 0, 0});
+  Report(Groups{});
+  EXPECT_EQ(Sent(), Texts{"60=55.00"});
+  Set(60, 98);
+  Report(Groups{0, 0x80, 0, 0, 0, 0});
+  Report(Groups{});
+  EXPECT_EQ(Sent(), Texts{"60=100.0"});
+  Report(Groups{0, 0x40, 0, 0, 0, 0});
+  EXPECT_EQ(Sent(), Texts{"60=93.00"});
+}
+
+TEST_P(IOModuleTest, KeystrokesAndCommandsByEdge) {
+  IomRecord& key = Define(IomKind::Switch, 0, 0);
+  key.ActionKind = 'd';
+  key.OnKeystroke = 0x0800;
+  key.OffKeystroke = 0x0900;
+  IomRecord& command = Define(IomKind::Switch, 1, 60);
+  command.ActionKind = 'c';
+  command.OffOnValue = 2;
+  command.OnOffValue = -1;
+  Start();
+  Report(Groups{0xC0, 0, 0, 0, 0, 0});
+  Report(Groups{});
+  EXPECT_EQ(injector.keys, (std::vector<KeyStroke>{{NamedKey::Enter}, {NamedKey::Esc}}));
+  EXPECT_EQ(Sent(), Texts{"CMND0sim/b"});
+}
+
+TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {
+  Define(IomKind::Switch, 0, 60).OffOnValue = 40;
+  Start();
+  module.cmdStop_Click();
+  int seen = 0;
+  module.SetReportObserver([&](const IOModuleReport& report) { seen += report.On(0) ? 1 : 0; });
+  Report(Groups{0x80, 0, 0, 0, 0, 0});
+  EXPECT_EQ(module.ReplyReceived, 1);
+  EXPECT_EQ(seen, 1);
+  EXPECT_EQ(Sent(), Texts{});
+  module.cmdRun_Click();
+  Report(Groups{0x80, 0, 0, 0, 0, 0});
+  EXPECT_EQ(Sent(), Texts{"60=40.00"}) << "the switch stands differently than when it was last acted upon";
+}
+
+TEST_P(IOModuleTest, ADefinitionOfTheOtherModuleIsNotOurs) {
+  Define(IomKind::Switch, 0, 60).Input = static_cast<std::int16_t>((3 - parameters.Number) * 1000);
+  Start();
+  Report(Groups{0x80, 0, 0, 0, 0, 0});
+  EXPECT_EQ(Sent(), Texts{});
+  EXPECT_EQ(sim.PortCount(), 0);
+}
+
+TEST_P(IOModuleTest, PortsAreOpenedUnderTheModulesCode) {
+  Define(IomKind::Switch, 0, 60);
+  Define(IomKind::Lamp, 0, 61);
+  Start();
+  ASSERT_EQ(sim.PortCount(), 2);
+  EXPECT_EQ(sim.PortAt(0).OpenedBy, parameters.Number * 1000);
+  EXPECT_EQ(sim.PortAt(0).ReadEnabled, 0) << "an absolute switch only writes";
+  EXPECT_EQ(sim.PortAt(1).ReadEnabled, 1);
+}
+
+TEST_P(IOModuleTest, BadInputIsDiscarded) {
+  Define(IomKind::Switch, 0, 60).OffOnValue = 40;
+  Start();
+  auto frame = Frame(Groups{0x80, 0, 0, 0, 0, 0});
+  const struct {
+    std::size_t at;
+    Byte value;
+  } faults[] = {{0, 0x01}, {24, 0xFE}};
+  for (const auto& fault : faults) {
+    auto bad = frame;
+    bad[fault.at] = fault.value;
+    const std::size_t before = Port().CountOf("discard input");
+    Port().Arrive(bad);
+    EXPECT_EQ(Port().CountOf("discard input"), before + 1);
+  }
+  for (const SerialEvent event : {SerialEvent::Break, SerialEvent::Framing}) {
+    Port().Arrive(ByteView(frame).first(10));
+    Port().Raise(event);
+    EXPECT_EQ(Port().Waiting(), 0u);
+  }
+  EXPECT_EQ(Sent(), Texts{});
+  // A report in two halves is whole in the end: nothing was thrown away between.
+  Port().Arrive(ByteView(frame).first(10));
+  Port().Arrive(ByteView(frame).subspan(10));
+  EXPECT_EQ(Sent(), Texts{"60=40.00"});
+}
+
+TEST_P(IOModuleTest, LampsFollowAndOnlyChangesAreSent) {
+  Define(IomKind::Lamp, 0, 60).IncrementFlags = kIomLitAtMaximum;
+  Define(IomKind::Lamp, 31, 61).IncrementFlags = kIomLitAtMinimum;
+  module.SetLighting(0xB7);
+  Start();
+  Set(60, 1);
+  Set(61, 1);
+  module.ProcessTimer_Tick();
+  EXPECT_EQ(TakeCommands(), (Commands{{7, 0}, {4, 0}, {5, 0}, {6, 11}, {8, 0xB7}}))
+      << "the first tick tells everything";
+  module.ProcessTimer_Tick();
+  EXPECT_EQ(TakeCommands(), Commands{});
+  Set(60, 100);
+  module.ProcessTimer_Tick();
+  EXPECT_EQ(TakeCommands(), (Commands{{4, 1}}));
+  Set(61, 0);
+  module.SetLighting(0x27);
+  module.ProcessTimer_Tick();
+  EXPECT_EQ(TakeCommands(), (Commands{{5, 0x8000}, {6, 2}, {8, 0x27}}));
+  EXPECT_EQ(module.Lamps(), 0x80000001u);
+}
+
+TEST_P(IOModuleTest, WhatTheLineDidNotTakeIsSentAgain) {
+  Start();
+  module.ProcessTimer_Tick();
+  TakeCommands();
+  module.SetLighting(0x30);
+  Port().RefuseWrites = true;
+  module.ProcessTimer_Tick();
+  Port().RefuseWrites = false;
+  module.ProcessTimer_Tick();
+  EXPECT_EQ(TakeCommands(), (Commands{{4, 0}, {5, 0}, {6, 3}, {8, 0x30}}));
+}
+
+TEST_P(IOModuleTest, AModuleThatComesBackIsToldEverything) {
+  Start();
+  module.ProcessTimer_Tick();
+  Report(Groups{});
+  EXPECT_EQ(module.StatusText(), "Running");
+  for (int i = 0; i < IOModule::kSilentSeconds; ++i) module.TimerSeconds_Tick();
+  EXPECT_EQ(module.StatusText(), "Running; the module does not answer");
+  module.ProcessTimer_Tick();
+  TakeCommands();
+  Report(Groups{});
+  module.ProcessTimer_Tick();
+  EXPECT_EQ(TakeCommands(), (Commands{{4, 0}, {5, 0}, {6, 0}, {8, 0}}));
+}
+
+TEST_P(IOModuleTest, CommandsHaveASlotOfTheirOwn) {
+  serial.OpenComPorts();
+  serial.WriteGaugeCommand(parameters.Number * 1000, 11, 300);
+  EXPECT_EQ(TakeCommands(), Commands{});
+  module.WriteCmdDuringConfig_Tick();
+  EXPECT_EQ(TakeCommands(), (Commands{{11, 300}}));
+  module.WriteCmdDuringConfig_Tick();
+  EXPECT_EQ(TakeCommands(), Commands{});
+
+  // A second one waits until the first has gone.
+  module.ComposeCmd(0, 11, 1);
+  loop.onYield = [this] { module.WriteCmdDuringConfig_Tick(); };
+  module.ComposeCmd(0, 11, 2);
+  EXPECT_EQ(TakeCommands(), (Commands{{11, 1}}));
+  EXPECT_THROW(module.ComposeCmd(0, 11, 65536), RangeError);
+  module.cmdRun_Click();
+  module.ProcessTimer_Tick();
+  EXPECT_EQ(TakeCommands().front(), (std::pair{11, 2}));
+  EXPECT_TRUE(ports[0].Writes.empty()) << "nothing of it goes to the gauge bus";
+}
+
+TEST_P(IOModuleTest, APortThatCannotBeOpenedIsToldWithTheModulesNumber) {
+  Port().OpenResult = SerialState::NotFound;
+  module.cmdRun_Click();
+  EXPECT_EQ(boxes.shown, Texts{"Error opening Com Port for IO Module #" + std::to_string(GetParam()) + "."});
+  EXPECT_TRUE(process.enabled);
+  EXPECT_NE(module.StatusText().find("Running; COM "), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tvx

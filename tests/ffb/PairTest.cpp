@@ -1,0 +1,365 @@
+// Both yokes with the simulator link and serial ports in memory: the watchdog, the roles, what goes to the
+// simulator.
+#include <gtest/gtest.h>
+
+#include "tests/ffb/YokeRig.h"
+
+namespace tvx::test {
+namespace {
+
+using Ratio = std::array<double, 2>;
+
+TEST(Watchdog, ForcesRiseSlowlyAndComeToTheirValue) {
+  YokeRig rig;
+  rig.SetValue(6, 120);
+  rig.Start();
+  EXPECT_EQ(rig.hardware[0].force, 0) << "nothing at once";
+  double before = 0;
+  for (int i = 0; i < 100; ++i) {
+    rig.Cycle();
+    ASSERT_GE(rig.hardware[0].limit, before);
+    ASSERT_LT(rig.hardware[0].limit - before, 0.1);
+    before = rig.hardware[0].limit;
+  }
+  EXPECT_NEAR(before, 0.8, 0.01);
+  EXPECT_EQ(rig.pair.StateText(1), "Forces on");
+  EXPECT_GT(rig.hardware[0].gradient[1], 0);
+}
+
+struct Cause {
+  const char* name;
+  std::function<void(YokeRig&)> happens;
+  std::function<void(YokeRig&)> over;
+  const char* words;
+  int afterMs;  // forces are at zero then
+};
+
+// Every cause takes the forces away, steadily, within its stated time; and when it is over they rise again.
+TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
+  const Cause causes[] = {
+      {"simulator silent", [](YokeRig& r) { r.simulatorAlive = false; },
+       [](YokeRig& r) { r.simulatorAlive = true; }, "No force: The simulator is silent",
+       kSimulatorSilentMs + kFadeMs},
+      {"not a number", [](YokeRig& r) { r.SetValue(6, std::nanf("")); },
+       [](YokeRig& r) { r.SetValue(6, 120); }, "No force: The simulator sends values that are no numbers",
+       kFadeMs},
+      {"infinite", [](YokeRig& r) { r.SetValue(14, HUGE_VALF); }, [](YokeRig& r) { r.SetValue(14, 1); },
+       "No force: The simulator sends values that are no numbers", kFadeMs},
+      {"yoke silent", [](YokeRig& r) { r.hardware[0].silent = true; },
+       [](YokeRig& r) { r.hardware[0].silent = false; }, "No force: The yoke does not answer",
+       kYokeSilentMs + kFadeMs},
+      {"yoke garbled", [](YokeRig& r) { r.hardware[0].garbled = true; },
+       [](YokeRig& r) { r.hardware[0].garbled = false; }, "No force: The yoke does not answer",
+       kYokeSilentMs + kFadeMs},
+      {"halted", [](YokeRig& r) { r.pair.cmdStop_Click(); }, [](YokeRig& r) { r.pair.cmdRun_Click(); },
+       "No force: Halted", kFadeMs},
+      {"OFF mode", [](YokeRig& r) { r.pair.SelectMode(1, YokeMode::Off); },
+       [](YokeRig& r) { r.pair.SelectMode(1, YokeMode::Ffb); }, "No force: OFF mode", kFadeMs},
+      {"stop button", [](YokeRig& r) { r.hardware[0].status |= yokestatus::kStopButton; },
+       [](YokeRig& r) { r.hardware[0].status = yokestatus::kPower; },
+       "No force: Its stop button is pressed, or its motors have no power", kFadeMs},
+      {"motors without power", [](YokeRig& r) { r.hardware[0].status = 0; },
+       [](YokeRig& r) { r.hardware[0].status = yokestatus::kPower; },
+       "No force: Its stop button is pressed, or its motors have no power", kFadeMs},
+      {"calibration taken away",
+       [](YokeRig& r) {
+         std::swap(r.model.Yoke1.RollLeft, r.model.Yoke1.RollCentre), r.pair.ApplySettings();
+       },
+       [](YokeRig& r) {
+         std::swap(r.model.Yoke1.RollLeft, r.model.Yoke1.RollCentre), r.pair.ApplySettings();
+       },
+       "No force: Not calibrated: set centre and limits in its configuration", kFadeMs},
+  };
+  for (const Cause& cause : causes) {
+    SCOPED_TRACE(cause.name);
+    YokeRig rig;
+    rig.SetValue(6, 120);
+    rig.Start();
+    rig.Run(5000);
+    ASSERT_NEAR(rig.hardware[0].limit, 0.8, 0.01);
+    cause.happens(rig);
+    double before = rig.hardware[0].limit;
+    for (int ms = 0; ms <= cause.afterMs + 80; ms += 40) {
+      rig.Cycle();
+      ASSERT_LE(rig.hardware[0].limit, before + 1e-9) << ms;
+      ASSERT_LT(before - rig.hardware[0].limit, 0.8 * kLargestStep) << ms;
+      before = rig.hardware[0].limit;
+    }
+    EXPECT_EQ(rig.hardware[0].limit, 0);
+    EXPECT_TRUE(rig.hardware[0].released);
+    EXPECT_EQ(rig.pair.StateText(1), cause.words);
+    cause.over(rig);
+    rig.Run(800);
+    EXPECT_GT(rig.hardware[0].limit, 0);
+    EXPECT_LT(rig.hardware[0].limit, 0.5);
+    rig.Run(3000);
+    EXPECT_NEAR(rig.hardware[0].limit, 0.8, 0.01);
+  }
+}
+
+TEST(Watchdog, ExitReleasesAtOnceAndAnUnpluggedYokeIsSaidSo) {
+  YokeRig rig;
+  rig.Start();
+  rig.Run(3000);
+  rig.ports[0].Unplug();
+  rig.Run(1000);
+  EXPECT_EQ(rig.pair.StateText(1), "No force: Its serial port is not open");
+  rig.ports[0].OpenResult = SerialState::Open;
+  rig.ports[0].Open(5);
+  rig.Run(3000);
+  EXPECT_GT(rig.hardware[0].limit, 0.5);
+  rig.pair.Unload();
+  rig.Deliver();
+  EXPECT_TRUE(rig.hardware[0].released);
+  EXPECT_FALSE(rig.timer.enabled);
+  rig.Cycle();
+  EXPECT_FALSE(rig.hardware[0].asked) << "nothing is sent any more";
+}
+
+// A program that dies sends nothing more: every force carries the time after which the yoke fades by itself.
+TEST(Watchdog, EveryForceCarriesItsHoldTime) {
+  YokeRig rig;
+  rig.Start();
+  for (int i = 0; i < 60; ++i) {
+    rig.Cycle();
+    if (!rig.hardware[0].released) {
+      ASSERT_EQ(rig.hardware[0].holdMs, kHoldMs);
+    }
+  }
+  EXPECT_FALSE(rig.hardware[0].released);
+}
+
+TEST(Modes, SendWhatTheTableSays) {
+  struct Row {
+    YokeMode mode;
+    float servos;
+    std::set<int> commands;
+  };
+  const Row rows[] = {{YokeMode::Centre, 0, {1, 2, 3, 4, 7}},
+                      {YokeMode::Ffb, 0, {1, 2, 3, 4, 7}},
+                      {YokeMode::FollowAP, 0, {1, 2, 3, 4, 7}},
+                      {YokeMode::FollowAP, 1, {2, 3, 4, 5, 7}},
+                      {YokeMode::Servo, 0, {1, 2, 3, 4, 7}},  // nobody to follow
+                      {YokeMode::Off, 0, {6, 7}}};
+  for (const Row& row : rows) {
+    YokeRig rig;
+    rig.SetValue(1, row.servos + 1);
+    rig.Start();
+    rig.pair.SelectMode(1, row.mode);
+    rig.Run(1000);
+    rig.hardware[0].commands.clear();
+    rig.Run(1200);
+    EXPECT_EQ(rig.hardware[0].commands, row.commands) << static_cast<int>(row.mode);
+  }
+  YokeRig rig;
+  rig.pair.SelectMode(1, YokeMode::Centre);
+  EXPECT_EQ(rig.pair.Of(1).ModeColour(), 255);
+  rig.pair.SelectMode(1, YokeMode::FollowAP);
+  EXPECT_EQ(rig.pair.Of(1).ModeColour(), 49152);
+}
+
+TEST(Modes, FollowsTheAutopilotAndGivesTheControlsBackMeanwhile) {
+  YokeRig rig;
+  rig.model.Yoke1.StartMode = static_cast<std::int16_t>(YokeMode::FollowAP);
+  rig.Start();
+  rig.Run(3000);
+  EXPECT_EQ(rig.Override("joystick_roll"), 1);
+  rig.SetValue(1, 2);
+  rig.SetValue(10, 0.5f);
+  rig.SetValue(11, -0.25f);
+  rig.Run(3000);
+  EXPECT_EQ(rig.Override("joystick_roll"), 0);
+  EXPECT_EQ(rig.Override("joystick_pitch"), 0);
+  EXPECT_NEAR(rig.pair.Of(1).Line.RollPosition, 255, 20);
+  EXPECT_NEAR(rig.pair.Of(1).Line.PitchPosition, -128, 20);
+  rig.SetValue(1, 0);  // it lets go: no jump from its place
+  const double last = 0.5;
+  rig.Cycle();
+  EXPECT_NEAR(rig.Written("yoke_roll_ratio"), last, 0.06);
+}
+
+TEST(Roles, SlaveFollowsTheMaster) {
+  YokeRig rig(2);
+  rig.Start();
+  rig.Run(3000);
+  EXPECT_EQ(rig.pair.RoleText(1), "Master, FFB Mode");
+  EXPECT_EQ(rig.pair.RoleText(2), "Slave, Servo Mode");
+  rig.hardware[0].Hold(0, 300);
+  rig.hardware[0].Hold(1, -100);
+  rig.Run(3000);
+  EXPECT_NEAR(rig.pair.Of(2).Line.RollPosition, 300, 10);
+  EXPECT_NEAR(rig.pair.Of(2).Line.PitchPosition, -100, 10);
+  EXPECT_NEAR(rig.Written("yoke_roll_ratio"), 300.0 / 511, 0.01);
+  EXPECT_NEAR(rig.Written("yoke_pitch_ratio"), -100.0 / 511, 0.01);
+}
+
+// Neither what the simulator gets nor what either hand, held still, feels jumps.
+void ExpectBumpless(YokeRig& rig, int cycles) {
+  for (int i = 0; i < cycles; ++i) {
+    const Ratio ratio{rig.Written("yoke_roll_ratio"), rig.Written("yoke_pitch_ratio")};
+    const ForceCommand before[] = {rig.pair.Of(1).Commanded(), rig.pair.Of(2).Commanded()};
+    const Ratio hands[] = {rig.pair.Of(1).Position(), rig.pair.Of(2).Position()};
+    rig.Cycle();
+    ASSERT_LT(std::abs(rig.Written("yoke_roll_ratio") - ratio[0]), 0.1) << i;
+    ASSERT_LT(std::abs(rig.Written("yoke_pitch_ratio") - ratio[1]), 0.1) << i;
+    for (int y = 0; y < 2; ++y) {
+      for (const Axis axis : {Axis::Roll, Axis::Pitch}) {
+        const double hand = hands[y][static_cast<std::size_t>(axis)];
+        const double now = HandForce(rig.pair.Of(y + 1).Commanded(), axis, hand);
+        ASSERT_LT(std::abs(now - HandForce(before[y], axis, hand)), kLargestStep)
+            << "yoke " << y + 1 << ' ' << i;
+      }
+    }
+  }
+}
+
+TEST(Roles, HandOverByButtonIsBumpless) {
+  YokeRig rig(2);
+  rig.SetValue(6, 150);
+  rig.model.Yoke2.Buttons[3].Action = static_cast<Byte>(ButtonAction::TakeControl);
+  rig.Start();
+  rig.Run(3000);
+  rig.hardware[0].Hold(0, 250);
+  rig.hardware[1].Hold(0, 150);  // a hand keeps the other from following all the way
+  rig.Run(2000);
+  rig.hardware[1].buttons = 8;
+  ExpectBumpless(rig, 50);
+  EXPECT_EQ(rig.pair.Master(), 2);
+  EXPECT_EQ(rig.pair.RoleText(2), "Master, FFB Mode");
+  EXPECT_EQ(rig.pair.RoleText(1), "Slave, Servo Mode");
+  EXPECT_NEAR(rig.Written("yoke_roll_ratio"), 150.0 / 511, 0.02);
+  rig.Run(1000);
+  EXPECT_EQ(rig.pair.Master(), 2) << "the pilot who still holds the other has not gripped it";
+}
+
+TEST(Roles, HandOverByGrip) {
+  YokeRig rig(2);
+  rig.Start();
+  rig.Run(4000);
+  rig.hardware[1].Hold(0, 30);  // below the threshold of 40: a hand that rests on it
+  rig.Run(1000);
+  EXPECT_EQ(rig.pair.Master(), 1);
+  rig.hardware[1].Hold(0, 120);
+  ExpectBumpless(rig, 30);
+  EXPECT_EQ(rig.pair.Master(), 2);
+  rig.hardware[0].Hold(0, -200);  // and back
+  rig.Run(200);
+  EXPECT_EQ(rig.pair.Master(), 2) << "it has not settled yet";
+  rig.hardware[0].Let();
+  rig.Run(3000);
+  rig.hardware[0].Hold(0, -100);
+  rig.Run(1000);
+  EXPECT_EQ(rig.pair.Master(), 1);
+}
+
+TEST(Roles, TheOtherYokeTakesOverFromOneThatIsGone) {
+  YokeRig rig(2);
+  rig.Start();
+  rig.Run(3000);
+  rig.hardware[0].silent = true;
+  rig.Run(1200);
+  EXPECT_EQ(rig.pair.Master(), 1) << "a second's patience";
+  rig.Run(400);
+  EXPECT_EQ(rig.pair.Master(), 2);
+  EXPECT_EQ(rig.pair.Of(2).Mode(), YokeMode::Ffb);
+  rig.pair.HandOver(1);
+  EXPECT_EQ(rig.pair.Master(), 2) << "not to one that does not answer";
+}
+
+TEST(Simulator, GetsItsControlsBack) {
+  struct Row {
+    const char* how;
+    std::function<void(YokeRig&)> happens;
+  };
+  const Row rows[] = {
+      {"stop", [](YokeRig& r) { r.pair.cmdStop_Click(); }},
+      {"stop after the link was closed", [](YokeRig& r) { r.sim.CloseUDP(), r.pair.cmdStop_Click(); }},
+      {"exit", [](YokeRig& r) { r.pair.Unload(); }},
+      {"yoke silent", [](YokeRig& r) { r.hardware[0].silent = true, r.Run(600); }},
+      {"not this yoke's to fly",
+       [](YokeRig& r) { r.model.Yoke1.OptionBits = 0, r.pair.ApplySettings(), r.Run(80); }},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.how);
+    YokeRig rig;
+    rig.Start();
+    rig.Run(1000);
+    ASSERT_EQ(rig.Override("joystick_roll"), 1);
+    ASSERT_EQ(rig.Override("joystick_pitch"), 1);
+    ASSERT_EQ(rig.Override("joystick_heading"), -1) << "no pedals: never touched";
+    const bool open = rig.sim.UdpOpen();
+    row.happens(rig);
+    EXPECT_EQ(rig.Override("joystick_roll"), 0);
+    EXPECT_EQ(rig.Override("joystick_pitch"), 0);
+    EXPECT_TRUE(open);
+  }
+}
+
+TEST(Simulator, OverridesAreSentAgainForOneThatWasRestarted) {
+  YokeRig rig;
+  rig.Start();
+  rig.Run(1000);
+  rig.written.clear();
+  rig.Run(1100);
+  EXPECT_EQ(rig.Override("joystick_roll"), 1);
+  EXPECT_EQ(rig.Written("yoke_roll_ratio"), 0);
+}
+
+TEST(Simulator, ButtonsTrimCommandAndDisconnect) {
+  YokeRig rig;
+  rig.model.Yoke1.Buttons[0].Action = static_cast<Byte>(ButtonAction::TrimNoseUp);
+  rig.model.Yoke1.Buttons[1].Action = static_cast<Byte>(ButtonAction::AutopilotOff);
+  rig.model.Yoke1.Buttons[2] = {static_cast<Byte>(ButtonAction::Command), "sim/lights/landing_lights_toggle"};
+  rig.model.Yoke1.Buttons[15].Action = static_cast<Byte>(ButtonAction::ForcesOff);
+  rig.SetValue(12, 0.2f);
+  rig.SetValue(1, 2);
+  rig.Start();
+  rig.Run(500);
+  rig.hardware[0].buttons = 1;
+  rig.Run(1000);
+  EXPECT_NEAR(rig.Written("elevator_trim"), 0.3, 0.02) << "a tenth in a second, whatever comes back late";
+  rig.hardware[0].buttons = 2 + 4;
+  rig.Run(200);
+  EXPECT_EQ(rig.Written("autopilot_mode"), 1) << "the flight director stays";
+  EXPECT_EQ(rig.commands, (std::vector<std::string>{"sim/lights/landing_lights_toggle"})) << "once a press";
+  rig.hardware[0].buttons = 0x8000;
+  rig.Run(80);
+  EXPECT_EQ(rig.pair.Of(1).Mode(), YokeMode::Off);
+}
+
+TEST(Simulator, TrimMovesTheYokeAndNotTheSimulatorsTwice) {
+  YokeRig rig;
+  rig.SetValue(12, 0.5f);
+  rig.SetValue(6, 150);
+  rig.Start();
+  rig.Run(6000);
+  EXPECT_NEAR(rig.pair.Of(1).Line.PitchPosition, 0.5 * 0.4 * 511, 6) << "hands off, it stands trimmed";
+  EXPECT_NEAR(rig.Written("yoke_pitch_ratio"), 0, 0.02);
+}
+
+TEST(Pedals, AreScaledSentAndGivenBackWhenUnplugged) {
+  YokeRig rig;
+  rig.UsePedals();
+  rig.Start();
+  rig.joystick.info = JoyInfoEx{};
+  rig.joystick.info.RPos = 65535, rig.joystick.info.XPos = 0, rig.joystick.info.YPos = 30000;
+  rig.Run(200);
+  EXPECT_EQ(rig.Override("joystick_heading"), 1);
+  EXPECT_EQ(rig.Override("toe_brakes"), 1);
+  EXPECT_EQ(rig.Written("yoke_heading_ratio"), 1);
+  EXPECT_EQ(rig.Written("left_brake_ratio"), 0);
+  EXPECT_NEAR(rig.Written("right_brake_ratio"), 0.5, 0.01);
+  rig.joystick.present = false;  // its values are 0 now: full left rudder, if one believed them
+  rig.Run(200);
+  EXPECT_EQ(rig.Override("joystick_heading"), 0);
+  EXPECT_EQ(rig.Override("toe_brakes"), 0);
+  EXPECT_EQ(rig.Written("yoke_heading_ratio"), 1);
+  EXPECT_TRUE(rig.boxes.shown.empty());
+  rig.pair.cmdStop_Click();
+  rig.model.Yoke1.RudderAxis = 0;
+  rig.pair.cmdRun_Click();
+  EXPECT_EQ(rig.boxes.shown, (std::vector<std::string>{"Joystick settings incorrect or incomplete."}));
+}
+
+}  // namespace
+}  // namespace tvx::test

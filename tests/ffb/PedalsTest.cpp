@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "config/ConfigFile.h"
+#include "ffb/Pedals.h"
+#include "ffb/YokeSettings.h"
+#include "tests/ffb/YokeRig.h"
+
+namespace tvx::test {
+namespace {
+
+YokeRecord GoodPedals() {
+  YokeRig rig;
+  rig.UsePedals();
+  return rig.model.Yoke1;
+}
+
+TEST(PedalSettings, EachFaultHasItsMessage) {
+  struct Row {
+    std::function<void(YokeRecord&)> change;
+    const char* message;
+  };
+  const char* range = "The Center is not in Range; Set Left and Right limts first";
+  const Row rows[] = {
+      {[](YokeRecord& r) { r.RudderAxis = 0; }, "No Rudder axe defined"},
+      {[](YokeRecord& r) { r.RudderAxis = 7; }, "No Rudder axe defined"},
+      {[](YokeRecord& r) { r.LeftBrakeAxis = 0; }, "No Brake axe defined"},
+      {[](YokeRecord& r) { r.RightBrakeAxis = 0; }, "No Brake axe defined"},
+      {[](YokeRecord& r) { r.RudderCentre = r.RudderLeft; }, range},
+      {[](YokeRecord& r) { r.RudderCentre = 32767; }, range},
+      {[](YokeRecord& r) { r.LeftBrakePressed = r.LeftBrakeReleased; },
+       "Left brake not correctly calibrated"},
+      {[](YokeRecord& r) { r.RightBrakePressed = r.RightBrakeReleased; },
+       "Right brake not correctly calibrated"},
+  };
+  EXPECT_TRUE(CheckJoystick(GoodPedals()).empty());
+  for (const Row& row : rows) {
+    YokeRecord record = GoodPedals();
+    row.change(record);
+    EXPECT_EQ(CheckJoystick(record), (std::vector<std::string_view>{row.message}));
+  }
+  EXPECT_EQ(CheckJoystick(YokeRecord{}).size(), 5u);
+}
+
+TEST(PedalSettings, RatiosOfRudderAndBrakes) {
+  const YokeRecord record = GoodPedals();  // 1000, 30000, 60000
+  YokeRecord reversed = record;
+  std::swap(reversed.RudderLeft, reversed.RudderRight);
+  const std::pair<int, float> rows[] = {{0, -1},    {1000, -1}, {15500, -0.5f}, {29800, 0},
+                                        {30000, 0}, {30200, 0}, {45000, 0.5f},  {65535, 1}};
+  for (const auto& [raw, ratio] : rows) {
+    EXPECT_FLOAT_EQ(RudderRatio(raw, record), ratio) << raw;
+    EXPECT_FLOAT_EQ(RudderRatio(raw, reversed), -ratio) << raw;
+  }
+  EXPECT_EQ(RudderRatio(60000, YokeRecord{}), 0);
+  const std::pair<float, float> brakes[] = {
+      {BrakeRatio(0, 0, 60000), 0},        {BrakeRatio(900, 0, 60000), 0},
+      {BrakeRatio(30000, 0, 60000), 0.5f}, {BrakeRatio(65535, 0, 60000), 1},
+      {BrakeRatio(30000, 60000, 0), 0.5f}, {BrakeRatio(65535, 60000, 0), 0},
+      {BrakeRatio(500, 0, 0), 0}};
+  for (const auto& [is, expected] : brakes) EXPECT_FLOAT_EQ(is, expected);
+}
+
+TEST(Joystick, EachPropertyReadsItsFieldAnew) {
+  FakeJoystick device;
+  clsJoy joy(device);
+  device.info = {0, 0, 1, 2, 3, 4, 5, 6, 0x80000001, 2, 9000, 0, 0};
+  EXPECT_EQ(joy.JoyX(), 1);
+  EXPECT_EQ(joy.JoyY(), 2);
+  EXPECT_EQ(joy.JoyZ(), 3);
+  EXPECT_EQ(joy.JoyR(), 4);
+  EXPECT_EQ(joy.JoyU(), 5);
+  EXPECT_EQ(joy.JoyV(), 6);
+  EXPECT_EQ(joy.JoyButState(), std::int32_t(0x80000001));
+  EXPECT_EQ(joy.JoyCurBut(), 2);
+  EXPECT_EQ(joy.JoyPOV(), 9000);
+  for (int place = 1; place <= 6; ++place) {
+    EXPECT_EQ(ReadAxis(joy, place), place == 1 ? 4 : place == 5 || place == 6 ? place : place - 1);
+  }
+  joy.SetJoyX(77);
+  EXPECT_EQ(joy.JoyX(), 1) << "an assigned position is not kept";
+  joy.JoystickID = 3;
+  EXPECT_EQ(joy.JoyX(), 0) << "nobody there: the clean record";
+  EXPECT_FALSE(joy.Present());
+}
+
+TEST(FfbTable, SwitchesValuesAndMessages) {
+  YokeRig rig;
+  FfbPorts ports(rig.model, rig.sim, rig.boxes);
+  rig.sim.OpenUDP();
+  rig.model.Functions[290].ShortName.clear();
+  for (int i = 0; i < kFfbOffsets; ++i) {
+    // Float Functions on data group 20 + offset, under numbers of the user's own.
+    FunctionRecord& f = rig.model.Functions[static_cast<std::size_t>(100 + i)];
+    f.ShortName = "F";
+    f.ComboDT = static_cast<Byte>(DataType::Float);
+    f.XPindex1 = static_cast<std::int16_t>(20 + i);
+    f.Multiplier = f.Devider = 1;
+    rig.model.Yoke1.FfbFunctions[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(100 + i);
+  }
+  ports.Open();
+  EXPECT_EQ(rig.sim.PortAt(0).OpenedBy, 5000);
+  std::string datagram = "DATA*";
+  for (int i = 0; i < kFfbOffsets; ++i) {
+    std::array<Byte, 36> group{};
+    group[0] = static_cast<Byte>(20 + i);
+    FloatToLittleEndian(i == 8 ? -2.5f : 0.5f + static_cast<float>(i), std::span(group).subspan<4, 4>());
+    datagram.append(group.begin(), group.end());
+  }
+  rig.socket.Deliver(datagram);
+  for (int i = 0; i < kFfbOffsets; ++i) ports.GetPortFFB(i);
+  const FfbVariables& v = ports.Variables;
+  EXPECT_EQ((std::vector<int>{v.OnGround, v.AutopilotServos, v.StallWarning, v.Paused, v.OverspeedWarning,
+                              v.GearDown}),
+            (std::vector<int>{1, 1, 1, 1, 0, 1}));
+  EXPECT_EQ((std::vector<float>{v.Airspeed, v.GroundSpeed, v.AutopilotRoll, v.AutopilotPitch, v.ElevatorTrim,
+                                v.AileronTrim, v.NormalG}),
+            (std::vector<float>{6.5f, 7.5f, 10.5f, 11.5f, 12.5f, 13.5f, 14.5f}));
+  EXPECT_TRUE(ports.AllFinite());
+  rig.socket.TakeSent();
+  for (int i = 0; i < kFfbOffsets; ++i) ports.PutPortFFB(i);
+  std::vector<int> groups;
+  for (const std::string& sent : rig.socket.TakeSent()) groups.push_back(sent[5] - 20);
+  EXPECT_EQ(groups, (std::vector<int>{1, 4, 5, 12, 13, 15, 16, 17})) << "only these are written";
+  ports.GetPortFFB(18);
+  ports.PutPortFFB(-1);
+  EXPECT_EQ(rig.boxes.shown, (std::vector<std::string>{"Error getting FFB Port, Offset number: 18",
+                                                       "Error writing to FFB Port, Offset number: -1"}));
+}
+
+TEST(FfbTable, StandardFunctionsLeaveTheUsersAlone) {
+  ConfigModel model;
+  model.Functions[288].ShortName = "mine";
+  DefineFfbFunctions(model);
+  EXPECT_EQ(model.Functions[288].FullName, "");
+  EXPECT_EQ(model.Functions[283].FullName, "#1:sim/cockpit/autopilot/autopilot_mode\r\n");
+  EXPECT_EQ(model.Functions[290].ShortName, "") << "no dataref tells overspeed";
+  EXPECT_EQ(model.Functions[281].ShortName, "");
+  EXPECT_EQ(model.Functions[300].ShortName, "");
+}
+
+// Settings survive saving and loading any number of times, and yoke 2's section always reads back.
+TEST(YokeSettings, SurviveTheFileAndItsSecondYoke) {
+  ConfigModel model;
+  model.Plates.resize(1);
+  model.General.ConfigHeader = BuildConfigHeader("", "", "");
+  model.GeneralFFB = StandardGeneralFFB();
+  SetStandardEffects(model.Yoke1);
+  model.Yoke1.GustTime = 0.75f;
+  model.Yoke2.RollRight = 30000;
+  model.Yoke2.OptionBits = yokeoption::kStandard;
+  model.Yoke2.Effects[3] = {12.5f, 200};  // a file from elsewhere
+  model.Yoke2.StallSpeed = 999;
+  for (int round = 0; round < 4; ++round) {
+    ClearYoke2Tail(model);
+    ConfigModel loaded;
+    FakeMessageBoxes boxes;
+    std::string error;
+    ASSERT_EQ(ReadConfigText(WriteConfigText(model), loaded, boxes, error), ConfigReadResult::Loaded)
+        << error;
+    EXPECT_EQ(loaded.Yoke2.RollRight, 30000);
+    EXPECT_EQ(loaded.Yoke2.OptionBits, yokeoption::kStandard);
+    EXPECT_EQ(loaded.Yoke2.StallSpeed, 0);
+    EXPECT_TRUE(EffectsAreBlank(loaded.Yoke2));
+    EXPECT_EQ(ReadFfbSettings(loaded).forces.gustTime, 0.75);
+    EXPECT_EQ(ReadFfbSettings(loaded).forces.effects[0][1].level, 0.2);
+    model = loaded;
+  }
+}
+
+TEST(YokeSettings, NeverSetMeansStandardAndOutOfRangeIsBroughtIn) {
+  ConfigModel model;
+  EXPECT_EQ(ReadFfbSettings(model).forces.maximum, 0.8);
+  EXPECT_EQ(ReadFfbSettings(model).forces.curves[1].count, 13u);
+  model.GeneralFFB.MasterYoke = 9;
+  model.GeneralFFB.MaximumForce = 250;
+  model.GeneralFFB.GripThreshold = -5;
+  model.Yoke1.GustTime = std::nanf("");
+  model.Yoke1.Effects[0] = {std::nanf(""), 255};
+  const FfbSettings settings = ReadFfbSettings(model);
+  EXPECT_EQ(settings.master, 1);
+  EXPECT_EQ(settings.forces.maximum, 1);
+  EXPECT_EQ(settings.gripThreshold, 0);
+  EXPECT_EQ(settings.forces.gustTime, 0.5);
+  EXPECT_EQ(settings.forces.effects[0][0].frequency, 0);
+  EXPECT_EQ(settings.forces.effects[0][0].level, 1);
+  EXPECT_FALSE(ReadYokeSettings(YokeRecord{}).calibrated);
+  model.Yoke1.StartMode = 77;
+  EXPECT_EQ(ReadYokeSettings(model.Yoke1).startMode, YokeMode::Off);
+}
+
+}  // namespace
+}  // namespace tvx::test

@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "ffb/YokeFrame.h"
+#include "ffb/YokeLine.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeSerialPort.h"
+
+namespace tvx::test {
+namespace {
+
+using Bytes = std::vector<Byte>;
+
+TEST(YokeFrame, IsBuiltByteByByte) {
+  struct Row {
+    Byte address, command;
+    int p[4];
+    Bytes expected;
+  };
+  const Row rows[] = {
+      {1, 1, {0, 0, 0, 0}, {0, 1, 0x81, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0xFF}},
+      {255, 0x81, {16383, 0, 0, 0}, {0, 255, 0x81, 0xFF, 0xFF, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0xFF}},
+      {2, 5, {127, 128, 129, 8192}, {0, 2, 0x85, 0xFF, 0x80, 0x80, 0x81, 0x81, 0x81, 0x80, 0xC0, 0xFF}},
+      {3, 7, {-1, 16384, -32768, 32767}, {0, 3, 0x87, 255, 255, 255, 255, 255, 255, 255, 255, 0xFF}},
+  };
+  for (const Row& row : rows) {
+    const auto frame = YokeFrame(row.address, row.command, row.p[0], row.p[1], row.p[2], row.p[3]);
+    EXPECT_EQ(Bytes(frame.begin(), frame.end()), row.expected) << int{row.command};
+  }
+}
+
+TEST(YokeFrame, ParametersAreKeptInRange) {
+  const double nan = std::nan(""), inf = std::numeric_limits<double>::infinity();
+  const std::pair<int, int> rows[] = {
+      {PositionParameter(32768), 8192}, {PositionParameter(-5), 0},     {PositionParameter(1e9), 16383},
+      {PositionParameter(nan), 8192},   {FractionParameter(1), 16383},  {FractionParameter(-inf), 0},
+      {FractionParameter(nan), 0},      {SignedParameter(0), 8192},     {SignedParameter(1), 16383},
+      {SignedParameter(-1), 1},         {SignedParameter(nan), 8192},   {SignedParameter(-inf), 1},
+      {GradientParameter(1), 2048},     {GradientParameter(99), 16383}, {FrequencyParameter(12.5), 125},
+      {TimeParameter(300), 300},        {SpeedParameter(1600), 100},
+  };
+  for (std::size_t i = 0; i < std::size(rows); ++i) EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
+}
+
+TEST(YokeFrame, PositionsFromRawValues) {
+  struct Row {
+    int raw, centre;
+    float scale;
+    int expected;
+  };
+  const Row rows[] = {
+      {30000, 30000, 0.05f, 0},         {30004, 30000, 0.125f, 0},   // 0.5 goes to the even 0
+      {30012, 30000, 0.125f, 2},        {29988, 30000, 0.125f, -2},  // 1.5 to the even 2
+      {65535, 30000, 0.05f, 511},       {0, 30000, 0.05f, -511},    {40000, 30000, -0.01f, -100},
+      {40000, 30000, std::nanf(""), 0}, {40000, 30000, 1e30f, 511}, {0, 65535, 0, 0},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(AxisPosition(row.raw, {row.centre, row.scale}), row.expected) << row.raw;
+}
+
+Bytes Reply() {
+  Bytes b(25, 0);
+  b[1] = 9;
+  b[3] = 0x05;
+  b[6] = 0x75, b[7] = 0x31;  // 30001
+  b[8] = 'P';
+  b[9] = 0x02, b[10] = 0x01;  // 513
+  b[11] = 'S';
+  b[12] = 0x80, b[13] = 0x03;
+  b[15] = 0x01, b[16] = 0x02;
+  b[17] = 0x03, b[18] = 0xE8;
+  b[24] = 0xFF;
+  return b;
+}
+
+TEST(YokeFrame, ReplyIsReadByteByByte) {
+  YokeReply reply;
+  ASSERT_EQ(ReadYokeReply(Reply(), 9, reply), YokeReplyKind::Correct);
+  EXPECT_EQ(reply.address, 9);
+  EXPECT_EQ(reply.status, 5);
+  EXPECT_EQ(reply.rawRoll, 30001);
+  EXPECT_EQ(reply.rawPitch, 513);
+  EXPECT_EQ(reply.buttons, 0x8003);
+  EXPECT_EQ(reply.rollLoad, 258);
+  EXPECT_EQ(reply.pitchLoad, 1000);
+  EXPECT_EQ(ReadYokeReply(Reply(), 0, reply), YokeReplyKind::Correct) << "any sender";
+}
+
+struct Line {
+  FakeSerialPort port;
+  FakeClock clock;
+  YokeLine line{port, clock};
+  Line() {
+    port.Open(3);
+    line.SetAddress(9);
+    line.SetCalibration({30000, 0.05f}, {1000, 0.1f});
+  }
+};
+
+// Each text; and a bad reply leaves the last good positions in force.
+TEST(YokeLine, SaysWhatItThinksOfEachReply) {
+  Line l;
+  Bytes longer = Reply(), noP = Reply(), noS = Reply(), other = Reply();
+  longer.push_back(0);
+  noP[8] = 'Q';
+  noS[11] = 0;
+  other[1] = 8;
+  l.port.Arrive(Reply());
+  EXPECT_EQ(l.line.ReceivedMessage(), "Correct");
+  EXPECT_EQ(l.line.PitchPosition, -49);
+  EXPECT_EQ(l.line.PitchText().View(), "-9.6");
+  EXPECT_EQ(l.line.BankText().View(), "0.0");
+  EXPECT_EQ(l.line.RollLoadText().View(), "25.8");
+  EXPECT_EQ(l.line.PitchLoadText().View(), "100.0");
+  const std::pair<Bytes, std::string> rows[] = {
+      {Bytes(), "Inc. reply"},        {longer, "Inc. reply"},
+      {Bytes(24, 'P'), "Inc. reply"}, {Bytes(1000, 'P'), "Inc. reply"},
+      {noP, "Garbled reply"},         {noS, "Garbled reply"},
+      {other, "Wrong Reply"}};
+  for (const auto& [bytes, text] : rows) {
+    l.port.Arrive(Reply());
+    ASSERT_EQ(l.line.ReceivedMessage(), "Correct");
+    if (bytes.empty()) {
+      l.port.Raise(SerialEvent::Received);
+    } else {
+      l.port.Arrive(bytes);
+    }
+    EXPECT_EQ(l.line.ReceivedMessage(), text) << bytes.size();
+    EXPECT_EQ(l.line.PitchPosition, -49);
+    EXPECT_EQ(l.port.Waiting(), 0u);
+  }
+  l.port.Raise(SerialEvent::Break);
+  EXPECT_EQ(l.line.ReceivedMessage(), "Break rcvd.");
+  l.port.Raise(SerialEvent::Framing);
+  EXPECT_EQ(l.line.ReceivedMessage(), "Framing err.");
+  EXPECT_EQ(l.line.BadReplies, 9u);
+}
+
+TEST(YokeLine, ActivityGoesRoundOnGoodReplies) {
+  Line l;
+  std::vector<std::string> seen{std::string(l.line.Activity())};
+  for (int i = 0; i < 4; ++i) {
+    l.port.Arrive(Reply());
+    l.port.Arrive(Bytes(25, 1));
+    seen.emplace_back(l.line.Activity());
+  }
+  EXPECT_EQ(seen, (std::vector<std::string>{"---", " \\", " |", " /", "---"}));
+}
+
+TEST(YokeLine, CommandsTakeThirteenBytesAndGoOutInOneWrite) {
+  Line l;
+  l.line.ComposeCmd(4, 2, 1, 2, 3, 4);
+  l.line.ComposeCmd(YokeCommand::Report);
+  const Bytes expected{0, 4, 0x82, 0x81, 0x80, 0x82, 0x80, 0x83, 0x80, 0x84, 0x80, 0xFF, 0xFF,
+                       0, 9, 0x87, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0xFF, 0xFF};
+  EXPECT_EQ(Bytes(l.line.TransmitQueue().begin(), l.line.TransmitQueue().end()), expected);
+  EXPECT_TRUE(l.line.SendSerial());
+  EXPECT_EQ(l.port.Writes, (std::vector<Bytes>{expected}));
+  l.line.SendSerial();
+  EXPECT_EQ(l.port.Writes.size(), 1u) << "an empty queue is not written";
+  l.port.RefuseWrites = true;
+  l.line.ComposeCmd(YokeCommand::Report);
+  EXPECT_FALSE(l.line.SendSerial());
+  EXPECT_TRUE(l.line.TransmitQueue().empty()) << "forces of the past";
+  for (int i = 0; i < 1000; ++i) l.line.ComposeCmd(YokeCommand::Report);
+  EXPECT_EQ(l.line.TransmitQueue().size(), YokeLine::kQueueLimit / 13 * 13);
+}
+
+TEST(YokeLine, FindsTheStartAgainAfterLostBytes) {
+  Line l;
+  l.port.SetReceiveThreshold(25);
+  l.port.Arrive(ByteView(Reply()).subspan(15));  // the first fifteen bytes were lost
+  for (int cycle = 0; cycle < 4; ++cycle) {
+    l.line.DropStalePiece();
+    if (cycle > 0) l.port.Arrive(Reply());
+  }
+  EXPECT_EQ(l.line.ReceivedMessage(), "Correct");
+}
+
+}  // namespace
+}  // namespace tvx::test

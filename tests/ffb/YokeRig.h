@@ -1,0 +1,228 @@
+// Both yokes over ports in memory, and yokes that move: what the hardware would make of the commands.
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ffb/YokePair.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeSerialPort.h"
+#include "tests/fakes/FakeUdpSocket.h"
+
+namespace tvx::test {
+
+// A yoke of light friction whose axes go where the forces push them, unless a hand holds them. Its raw values
+// are 32768 + 50 a count.
+struct FakeYoke {
+  bool silent = false, garbled = false;
+  Byte status = yokestatus::kPower;
+  std::uint16_t buttons = 0;
+  // What it was told.
+  std::set<int> commands;
+  bool asked = false, released = true;
+  double limit = 0, force = 0, holdMs = 0;
+  std::array<double, 2> centre{}, gradient{};
+  // Where it is, counts.
+  std::array<double, 2> position{};
+
+  void Hold(std::size_t axis, double counts) {
+    position[axis] = counts;
+    held_[axis] = true;
+  }
+  void Let() { held_ = {}; }
+
+  void Take(ByteView queue) {
+    asked = false;
+    for (; queue.size() >= 13; queue = queue.subspan(13)) {
+      std::array<int, 4> p{};
+      for (std::size_t i = 0; i < 4; ++i) p[i] = (queue[3 + 2 * i] & 0x7F) + 128 * (queue[4 + 2 * i] & 0x7F);
+      On(queue[2] & 0x7F, p);
+    }
+  }
+  void Move() {
+    for (std::size_t a = 0; a < 2; ++a) {
+      if (held_[a] || released || limit <= 0) continue;
+      if (servo_) {
+        position[a] += std::clamp(centre[a] - position[a], -servoSpeed_ * 0.04, servoSpeed_ * 0.04);
+      } else if (gradient[a] > 0) {
+        position[a] += 0.5 * (centre[a] - position[a]);
+      }
+    }
+  }
+  std::vector<Byte> Reply() const {
+    std::vector<Byte> b(25, 0);
+    b[3] = status;
+    const int roll = 32768 + static_cast<int>(std::lround(position[0] * 50));
+    const int pitch = 32768 + static_cast<int>(std::lround(position[1] * 50));
+    b[6] = static_cast<Byte>(roll / 256), b[7] = static_cast<Byte>(roll % 256);
+    b[8] = garbled ? 'X' : 'P';
+    b[9] = static_cast<Byte>(pitch / 256), b[10] = static_cast<Byte>(pitch % 256);
+    b[11] = 'S';
+    b[12] = static_cast<Byte>(buttons / 256), b[13] = static_cast<Byte>(buttons % 256);
+    b[24] = 0xFF;
+    return b;
+  }
+
+ private:
+  void On(int command, const std::array<int, 4>& p) {
+    commands.insert(command);
+    const auto counts = [](int parameter) { return (parameter * 4 - 32768) / 50.0; };
+    if (command == 1 || command == 5) {
+      released = false;
+      servo_ = command == 5;
+      centre = {counts(p[0]), counts(p[1])};
+      gradient = {p[2] / 2048.0, p[3] / 2048.0};
+      servoSpeed_ = p[2] * 16 / 50.0;
+    } else if (command == 2) {
+      limit = p[2] / 16383.0;
+      holdMs = p[3];
+    } else if (command == 6) {
+      released = true;
+      limit = 0;
+    } else if (command == 7) {
+      asked = true;
+    }
+  }
+  std::array<bool, 2> held_{};
+  bool servo_ = false;
+  double servoSpeed_ = 0;
+};
+
+class FakeJoystick : public JoystickDevice {
+ public:
+  bool present = true;
+  JoyInfoEx info;
+  bool joyGetPosEx(std::int32_t number, JoyInfoEx& record) override {
+    if (!present || number != 0) return false;
+    const std::uint32_t size = record.Size, flags = record.Flags;
+    record = info;
+    record.Size = size, record.Flags = flags;
+    return true;
+  }
+};
+
+struct YokeRig {
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  FakeTimer timer;
+  FakeJoystick joystick;
+  std::array<FakeSerialPort, 2> ports;
+  std::array<FakeYoke, 2> hardware;
+  SimCom sim{model, socket, boxes, clock};
+  YokePair pair{model, sim, ports[0], ports[1], boxes, clock, joystick, timer};
+  bool simulatorAlive = true;
+  std::map<std::string, float> written;  // last value of each dataref that was written
+  std::vector<std::string> commands;
+
+  explicit YokeRig(int yokes = 1) {
+    model.General.ComPortYoke1 = 5;
+    model.General.ComPortYoke2 = yokes > 1 ? std::int16_t{6} : std::int16_t{0};
+    for (YokeRecord* record : {&model.Yoke1, &model.Yoke2}) {
+      record->StartMode = static_cast<std::int16_t>(YokeMode::Ffb);
+      record->OptionBits = yokeoption::kStandard;
+      record->RollLeft = record->PitchForward = StoredRaw(32768 - 50 * 511);
+      record->RollRight = record->PitchBack = StoredRaw(32768 + 50 * 511);
+    }
+    values_[9] = 1, values_[14] = 1;
+    values_[1] = 1;  // the autopilot's mode: flight director only
+  }
+
+  void Start() {
+    for (std::size_t i = 0; i < 2; ++i) {
+      if (pair.Configured(static_cast<int>(i) + 1)) ports[i].Open(static_cast<int>(i) + 5);
+      ports[i].SetReceiveThreshold(25);
+    }
+    sim.OpenUDP();
+    pair.Load();
+    pair.OpenPorts();
+    pair.cmdRun_Click();
+    for (int i = 0; i < 3; ++i) Cycle();
+  }
+  // The simulator's value at an FFB offset.
+  void SetValue(int offset, float value) { values_[offset] = value; }
+  // 40 ms: the simulator sends, the program ticks, the yokes do what they are told and answer.
+  void Cycle() {
+    clock.Advance(40);
+    if (simulatorAlive) SendValues();
+    pair.ProcessTimer_Tick();
+    Deliver();
+    TakeDatagrams();
+  }
+  void Run(int milliseconds) {
+    for (int ms = 0; ms < milliseconds; ms += 40) Cycle();
+  }
+  // What was written to the yokes arrives there.
+  void Deliver() {
+    for (std::size_t i = 0; i < 2; ++i) {
+      hardware[i].asked = false;
+      for (const auto& write : ports[i].Writes) hardware[i].Take(write);
+      ports[i].Writes.clear();
+      ports[i].Sent.clear();
+      hardware[i].Move();
+      if (hardware[i].asked && !hardware[i].silent) ports[i].Arrive(hardware[i].Reply());
+    }
+  }
+  // The last value written to an override; -1 where none was.
+  double Override(const std::string& name) {
+    TakeDatagrams();
+    const auto found = written.find("sim/operation/override/override_" + name);
+    return found == written.end() ? -1 : found->second;
+  }
+  // The last value written to a dataref whose path ends so; NaN where none was.
+  double Written(const std::string& name) {
+    TakeDatagrams();
+    for (const auto& [path, value] : written) {
+      if (path.ends_with("/" + name)) return value;
+    }
+    return std::nan("");
+  }
+  void UsePedals() {
+    YokeRecord& r = model.Yoke1;
+    r.OptionBits |= yokeoption::kJoystick;
+    r.RudderAxis = 1, r.LeftBrakeAxis = 2, r.RightBrakeAxis = 3;
+    r.RudderLeft = StoredRaw(1000), r.RudderCentre = StoredRaw(30000), r.RudderRight = StoredRaw(60000);
+    r.LeftBrakeReleased = r.RightBrakeReleased = StoredRaw(0);
+    r.LeftBrakePressed = r.RightBrakePressed = StoredRaw(60000);
+  }
+
+ private:
+  void SendValues() {
+    std::string datagram = "RREF,";
+    for (int port = 0; port < sim.PortCount(); ++port) {
+      const int offset = sim.PortAt(port).FunctionNr - kFirstFfbFunction;
+      const std::int32_t identifier = port;
+      const float value = values_[offset];
+      if (!FfbOffsets()[static_cast<std::size_t>(offset)].read) continue;
+      char record[8];
+      std::memcpy(record, &identifier, 4);
+      std::memcpy(record + 4, &value, 4);
+      datagram.append(record, 8);
+    }
+    socket.Deliver(datagram);
+  }
+  void TakeDatagrams() {
+    for (const std::string& bytes : socket.TakeSent()) {
+      if (bytes.starts_with("CMND")) commands.emplace_back(bytes.c_str() + 5);
+      if (!bytes.starts_with("DREF")) continue;
+      float value;
+      std::memcpy(&value, bytes.data() + 5, 4);
+      const std::string path = bytes.substr(9, bytes.find_first_of(std::string("\0 ", 2), 9) - 9);
+      written[path] = value;
+      for (int offset = 0; offset < kFfbOffsets; ++offset) {
+        // The simulator keeps what it is told.
+        if (FfbOffsets()[static_cast<std::size_t>(offset)].dataref == path) values_[offset] = value;
+      }
+    }
+  }
+  std::map<int, float> values_;
+};
+
+}  // namespace tvx::test

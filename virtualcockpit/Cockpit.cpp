@@ -53,10 +53,7 @@ void DefineDatarefs(const FunctionRecord& function, DatarefStore& store) {
 
 bool LoadConfiguration(const std::string& file, ConfigModel& model, std::string& error) {
   const auto text = ReadWholeFile(file, error);
-  if (!text) {
-    error = file + ": " + error;
-    return false;
-  }
+  if (!text) return false;
   UnattendedBoxes boxes;
   std::string reason;
   model.ConfigFileName = file;

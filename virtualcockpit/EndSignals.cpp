@@ -6,12 +6,25 @@
 
 namespace tvx::vc {
 
-EndSignals::EndSignals(std::function<void()> onEnd) {
+namespace {
+
+sigset_t Ends() {
   sigset_t ends;
   ::sigemptyset(&ends);
   ::sigaddset(&ends, SIGTERM);
   ::sigaddset(&ends, SIGINT);
-  if (::pthread_sigmask(SIG_BLOCK, &ends, nullptr) != 0) return;
+  return ends;
+}
+
+}  // namespace
+
+void EndSignals::HoldBack() {
+  const sigset_t ends = Ends();
+  ::pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+}
+
+EndSignals::EndSignals(std::function<void()> onEnd) {
+  const sigset_t ends = Ends();
   handle_ = ::signalfd(-1, &ends, SFD_NONBLOCK | SFD_CLOEXEC);
   if (handle_ < 0) return;
   notifier_ = std::make_unique<QSocketNotifier>(handle_, QSocketNotifier::Read);

@@ -42,6 +42,7 @@ void Schedule(const vc::Options& options, vc::PanelWindow& window, QApplication&
 }  // namespace
 
 int main(int argc, char** argv) {
+  vc::EndSignals::HoldBack();
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("virtual-cockpit"));
   vc::Options options;

@@ -91,17 +91,18 @@ PlainFace::PlainFace(PlainDevice& device, QWidget* parent)
 void PlainFace::DrawDial(QPainter& painter) {
   const QStringList words = Caption().split(' ');
   const auto half = (words.size() + 1) / 2;
-  Text(painter, {0, -44}, 10, QStringList(words.mid(0, half)).join(' '), Ink(), true);
-  Text(painter, {0, -31}, 10, QStringList(words.mid(half)).join(' '), Ink(), true);
-  Text(painter, {0, -16}, 7.5, QStringLiteral("last value of each command"), Ink(QColor(0xb9, 0xbd, 0xc0)));
+  Text(painter, {0, -48}, 12, QStringList(words.mid(0, half)).join(' '), Ink(), true, 104);
+  Text(painter, {0, -34}, 12, QStringList(words.mid(half)).join(' '), Ink(), true, 124);
+  Text(painter, {0, -19}, 8.5, QStringLiteral("last value of each command"), Ink(QColor(0xb9, 0xbd, 0xc0)),
+       false, 136);
 }
 
 void PlainFace::DrawMoving(QPainter& painter) {
   int line = 0;
   for (int command = 0; command < 16 && line < 10; ++command) {
     if (!gauge_.Value(command)) continue;
-    const QPointF at(line % 2 == 0 ? -30 : 30, -2 + line / 2 * 13);
-    Text(painter, at, 9, QStringLiteral("%1: %2").arg(command).arg(*gauge_.Value(command)), Ink());
+    const QPointF at(line % 2 == 0 ? -30 : 30, -2 + line / 2 * 14);
+    Text(painter, at, 11.5, QStringLiteral("%1: %2").arg(command).arg(*gauge_.Value(command)), Ink());
     ++line;
   }
 }

@@ -12,7 +12,7 @@ fail() {
 # The Debian packages that a purpose needs, by name. A library that the program starts to use is added here.
 packages_for() {
   case $1 in
-    build) echo g++ cmake ninja-build ccache qt6-base-dev pkg-config libx11-dev libxtst-dev libxkbcommon-dev ;;
+    build) echo g++ cmake ninja-build ccache qt6-base-dev pkg-config libx11-dev libxtst-dev libxkbcommon-dev libsdl2-dev ;;
     show) echo libqt6gui6 fonts-dejavu-core fonts-noto-core ;;
     wayland) echo qt6-wayland ;;
     virtual-display) echo xvfb openbox imagemagick x11-utils xdotool ;;

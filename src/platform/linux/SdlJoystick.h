@@ -1,0 +1,49 @@
+// Game controllers through SDL, by number, without a window.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "platform/JoystickDevice.h"
+
+namespace tvx {
+
+// Axes 0..5 of a device are X, Y, Z, R, U, V in the order of its driver, and its first hat the point of view:
+// what is what on a given device is the user's to choose. A number is given to a device when it is first
+// seen and stays with it, by its GUID, so that pulling one out does not renumber the others. Two devices of
+// one kind that are pulled out together may come back in the other order.
+class SdlJoystick final : public JoystickDevice {
+ public:
+  SdlJoystick() = default;
+  ~SdlJoystick() override;
+  SdlJoystick(const SdlJoystick&) = delete;
+  SdlJoystick& operator=(const SdlJoystick&) = delete;
+
+  // SDL is started by the first call; where it cannot be, no number has a device.
+  bool joyGetPosEx(std::int32_t number, JoyInfoEx& record) override;
+
+ private:
+  struct Slot {
+    std::array<std::uint8_t, 16> guid{};
+    void* joystick = nullptr;  // an SDL_Joystick; nothing while it is unplugged
+  };
+
+  bool Start();
+  void Refresh();
+  Slot& SlotFor(const std::array<std::uint8_t, 16>& guid);
+
+  std::vector<Slot> slots_;
+  bool started_ = false, failed_ = false;
+};
+
+// An SDL axis (-32768..32767) as a position 0..65535.
+constexpr std::uint32_t JoystickAxis(std::int16_t value) {
+  return static_cast<std::uint32_t>(value + 32768);
+}
+// An SDL hat's bits (1 up, 2 right, 4 down, 8 left) as hundredths of a degree; 65535 where centred, and for
+// bits that contradict each other.
+std::uint32_t JoystickHat(std::uint8_t bits);
+
+}  // namespace tvx

@@ -55,11 +55,29 @@ QFrame* MakePanel(const char* name) {
   return panel;
 }
 
+namespace {
+
+// Holds one widget at exactly its own size. A widget of fixed size asks no layout for room when its text
+// changes, which costs more than painting the text.
+class Slot : public QWidget {
+ public:
+  explicit Slot(QWidget* content) : content_(content) { content->setParent(this); }
+
+ protected:
+  void resizeEvent(QResizeEvent*) override { content_->setFixedSize(size()); }
+
+ private:
+  QWidget* content_;
+};
+
+}  // namespace
+
 ValueBox::ValueBox(const char* name, const QString& caption, const QString& unit, const QString& widest)
     : widest_(widest),
       caption_(MakeLabel("", caption, "caption")),
       value_(MakeLabel(name, {}, "value")),
-      unit_(MakeLabel("", unit, "caption")) {
+      unit_(MakeLabel("", unit, "caption")),
+      slot_(new Slot(value_)) {
   const QString base = QString::fromLatin1(name);
   setObjectName(base + "Frame");
   caption_->setObjectName(base + "Caption");
@@ -72,17 +90,17 @@ ValueBox::ValueBox(const char* name, const QString& caption, const QString& unit
   grid->setVerticalSpacing(0);
   grid->setHorizontalSpacing(look::Gap() / 2);
   grid->addWidget(caption_, 0, 0, 1, 2);
-  grid->addWidget(value_, 1, 0);
+  grid->addWidget(slot_, 1, 0);
   grid->addWidget(unit_, 1, 1, Qt::AlignLeft | Qt::AlignBottom);
   grid->setColumnStretch(0, 1);
-  unit_->setVisible(!unit.isEmpty());
+  if (unit.isEmpty()) unit_->hide();
   FitWidest();
 }
 
 void ValueBox::FitWidest() {
   value_->ensurePolished();
   const QFontMetrics metrics = value_->fontMetrics();
-  value_->setMinimumSize(metrics.horizontalAdvance(widest_), metrics.height());
+  slot_->setMinimumSize(metrics.horizontalAdvance(widest_), metrics.height());
 }
 
 void ValueBox::changeEvent(QEvent* event) {

@@ -53,6 +53,7 @@ class ValueBox : public QFrame {
   QLabel* caption_;
   QLabel* value_;
   QLabel* unit_;
+  QWidget* slot_;  // where the value stands
 };
 
 // A small round lamp.

@@ -34,7 +34,7 @@ TEST_F(ProgramTest, EndingBehindAQuestionLeavesNothingOpen) {
   EXPECT_EQ(Status(), nullptr);
 }
 
-TEST_F(ProgramTest, AutostartRunsWithoutAPress) {
+TEST_F(ProgramTest, BackFromTheConfigurationOKMakesANewHaltedRun) {
   Begin();
   program_->Start().butOK_Click();
   program_->Run().CmdConfig_Click();

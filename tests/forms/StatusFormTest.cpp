@@ -95,7 +95,7 @@ TEST_F(StatusFormTest, AnotherTitleHidesThePacketRate) {
 
 TEST_F(StatusFormTest, OffersNoButtonThatLeadsNowhere) {
   BeginHalted();
-  for (const char* name : {"cmdDumpTVX", "cmdShowIOM", "cmdShowIOM2", "cmdShowECStatus", "cmdShowYokes"}) {
+  for (const char* name : {"cmdShowIOM", "cmdShowIOM2", "cmdShowECStatus", "cmdShowYokes"}) {
     EXPECT_FALSE(Control<QPushButton>(Status(), name)->isVisible()) << name;
   }
 }
@@ -149,8 +149,8 @@ TEST_F(StatusFormTest, AStrayEscapeDoesNotEndAFlight) {
 
 TEST_F(StatusFormTest, TabReachesEverythingAndNothingIsClipped) {
   BeginHalted();
-  const std::set<std::string> expected{"cmdRun",  "SliderXferTimer", "cmdShowPorts", "CmdConfig",
-                                       "cmdHide", "CmdExit",         "cmdTheme"};
+  const std::set<std::string> expected{"cmdRun",    "SliderXferTimer", "cmdShowPorts", "cmdDumpTVX",
+                                       "CmdConfig", "cmdHide",         "CmdExit",      "cmdTheme"};
   EXPECT_EQ(TabRound(Status()), expected);
   program_->Run().cmdRun_Click();
   ExpectNothingClipped(Status());

@@ -33,8 +33,8 @@ QPushButton* MakeButton(const char* name, const QString& text, const QString& to
 
 QPushButton* MakeThemeButton() {
   const auto text = [] {
-    return look::CurrentTheme() == look::Theme::Dark ? QPushButton::tr("&Day colours")
-                                                     : QPushButton::tr("&Night colours");
+    return look::CurrentTheme() == look::Theme::Dark ? QPushButton::tr("Day co&lours")
+                                                     : QPushButton::tr("Night co&lours");
   };
   QPushButton* button = MakeButton("cmdTheme", text(),
                                    QPushButton::tr("Bright colours for a bright room, dark "

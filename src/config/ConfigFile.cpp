@@ -25,10 +25,10 @@ class FlagScope {
 }  // namespace
 
 ConfigReadResult ReadConfigText(std::string_view text, ConfigModel& model, MessageBoxes& boxes,
-                                std::string& error) {
+                                std::string& error, ConfigReadExtent extent) {
   error.clear();
   try {
-    return ConfigReader(text, model, boxes).Read();
+    return ConfigReader(text, model, boxes, extent).Read();
   } catch (const ConfigReadError& e) {
     error = e.what();
     return ConfigReadResult::Failed;

@@ -35,9 +35,11 @@ class ConfigFile {
 // dump, the partial import and the tests).
 std::string WriteConfigText(const ConfigModel& model);
 enum class ConfigReadResult { Loaded, RefusedTitle, RefusedVersion, Failed };
+// How far a file is read: to its end, or up to its Plates.
+enum class ConfigReadExtent { Whole, UpToPlates };
 // `error` gets the description where the result is Failed (empty for an unexpected keyword).
 ConfigReadResult ReadConfigText(std::string_view text, ConfigModel& model, MessageBoxes& boxes,
-                                std::string& error);
+                                std::string& error, ConfigReadExtent extent = ConfigReadExtent::Whole);
 
 // The header line that saving puts into the general record. `simulatorName` and `simulatorVersion` are those
 // of the last simulator that answered (empty when none did); `dateTime` is written as it stands.

@@ -90,6 +90,7 @@ void ConfigReader::ReadPlates() {
   } else if (keyword != "GeneralFFB" && keyword != "end") {
     throw ConfigReadError("");
   }
+  if (extent_ == ConfigReadExtent::UpToPlates) return;
   // ODDITY: where the section of Plates is absent, the keyword above was that of the next section and is used
   // up, so what follows takes that section's first value for a keyword and the load fails there. Files
   // without Plates have always ended so; their force-feedback settings are never taken over.

@@ -12,10 +12,12 @@ namespace tvx {
 // what was read before it.
 class ConfigReader {
  public:
-  ConfigReader(std::string_view text, ConfigModel& model, MessageBoxes& boxes)
-      : in_(text), model_(model), boxes_(boxes) {}
+  ConfigReader(std::string_view text, ConfigModel& model, MessageBoxes& boxes,
+               ConfigReadExtent extent = ConfigReadExtent::Whole)
+      : in_(text), model_(model), boxes_(boxes), extent_(extent) {}
 
-  // Reads the file to its end, or to the question that was answered No. Throws ConfigReadError.
+  // Reads the file as far as it is to be read, or to the question that was answered No. Throws
+  // ConfigReadError.
   ConfigReadResult Read();
 
  private:
@@ -31,6 +33,7 @@ class ConfigReader {
   RecordReader in_;
   ConfigModel& model_;
   MessageBoxes& boxes_;
+  ConfigReadExtent extent_;
 };
 
 }  // namespace tvx

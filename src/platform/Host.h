@@ -3,6 +3,8 @@
 
 #include <cstdint>
 #include <ctime>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace tvx {
@@ -19,6 +21,9 @@ class MessageBoxes {
   virtual void Show(std::string_view text) = 0;
   // A Yes/No question. Returns kAnswerYes or kAnswerNo (closing the box is No); events are handled meanwhile.
   virtual int Ask(std::string_view text) = 0;
+  // Asks for a line of text, with `preset` in its box; nothing when the user cancels. Events are handled
+  // meanwhile. Where nobody can be asked, nothing.
+  virtual std::optional<std::string> AskText(std::string_view, std::string_view) { return std::nullopt; }
 };
 
 class EventLoop {

@@ -5,6 +5,7 @@
 #include <ctime>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,12 +14,15 @@
 
 namespace tvx {
 
-// Records every text and answers questions from a queue (with `otherwise` when the queue is empty).
+// Records every text and answers questions from a queue (with `otherwise` when the queue is empty). A text
+// that is asked for comes from `texts`; an empty queue cancels.
 class FakeMessageBoxes : public MessageBoxes {
  public:
   std::vector<std::string> shown;
   std::vector<std::string> asked;
   std::deque<int> answers;
+  std::deque<std::string> texts;
+  std::vector<std::string> presets;
   int otherwise = kAnswerNo;
   std::function<void()> whileAsking;  // runs while a question stands
 
@@ -29,6 +33,14 @@ class FakeMessageBoxes : public MessageBoxes {
     if (answers.empty()) return otherwise;
     const int answer = answers.front();
     answers.pop_front();
+    return answer;
+  }
+  std::optional<std::string> AskText(std::string_view text, std::string_view preset) override {
+    asked.emplace_back(text);
+    presets.emplace_back(preset);
+    if (texts.empty()) return std::nullopt;
+    const std::string answer = texts.front();
+    texts.pop_front();
     return answer;
   }
 };

@@ -1,7 +1,6 @@
 #include <QComboBox>
 #include <QTreeWidget>
 
-#include "config/forms/MainConfigure.h"
 #include "forms/FormsRig.h"
 
 namespace tvx {
@@ -153,51 +152,6 @@ TEST_F(ConfigureFormTest, ClearAllAsksFirst) {
 TEST_F(ConfigureFormTest, NothingIsClipped) {
   Open();
   ExpectNothingClipped(Configuration());
-}
-
-TEST(GaugeLines, TellEachGaugeInItsColumns) {
-  ConfigModel model = SmallModel();
-  model.Gaugetypes[1] = {1, "Small gauge"};
-  model.Gaugetypes[40] = {77, "Own kind"};
-  model.Gaugetypes[51] = {78, "Beyond the search"};
-  model.Gauges[0] = {.GaugeType = 77};
-  model.Gauges[3] = {.GaugeType = 10, .GaugeSetting1 = 2, .GaugeSetting2 = 11};
-  model.Gauges[7].GaugeInstance1 = 2;
-  model.Gauges[7].GaugeFunction2 = 301;
-  model.Gauges[7].GaugeInstance2 = 1;
-  model.Gauges[255] = {.GaugeType = 78};
-  model.GaugeState[3] = GaugeConnection::Connected;
-  model.GaugeState[7] = GaugeConnection::NotConnected;
-  EXPECT_EQ(GaugeLines(model),
-            (std::vector<std::string>{"000\tOwn kind\tNot Assigned\t\t\t\t00\t00\tUnkown",
-                                      "003\tUnknown\tInput/Switches\t\tOutput/Leds\t\t02\t11\tConnected",
-                                      "007\tSmall gauge\tAirspeed indic\t2 #\tError\t\t00\t00\tNot Connected",
-                                      "255\tUnknown\tNot Assigned\t\t\t\t00\t00\tUnkown"}));
-}
-
-TEST(ClearAllGauges, KeepsGauge0AndTheSpareField) {
-  ConfigModel model;
-  for (GaugeRecord& gauge : model.Gauges) gauge = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
-  ClearAllGauges(model);
-  EXPECT_EQ(model.Gauges[0].GaugeType, 1);
-  for (const std::size_t gaugeID : {1u, 255u}) {
-    const GaugeRecord& gauge = model.Gauges[gaugeID];
-    EXPECT_EQ(gauge.GaugeType + gauge.GaugeFunction1 + gauge.GaugeFunction2 + gauge.GaugeSetting5, 0);
-    EXPECT_EQ(gauge.GaugeSetting6, 11);
-  }
-}
-
-TEST(LightsModes, FindThePairAndNothingElse) {
-  ConfigModel model;
-  const std::int16_t pairs[][2] = {{32, 0}, {0, 1}, {0, 2}, {1, 0}, {63, 0}};
-  for (std::size_t i = 0; i < 5; ++i) {
-    SetLightsMode(model, i);
-    EXPECT_EQ(model.General.LightsSetting1, pairs[i][0]);
-    EXPECT_EQ(model.General.LightsSetting2, pairs[i][1]);
-    EXPECT_EQ(LightsModeIndex(model), i);
-  }
-  model.General.LightsSetting2 = 9;
-  EXPECT_EQ(LightsModeIndex(model), std::nullopt);
 }
 
 }  // namespace

@@ -5,8 +5,9 @@
 #include <QRegularExpressionValidator>
 #include <QSignalBlocker>
 
+#include "config/GaugeList.h"
+#include "config/MainConfigureControl.h"
 #include "config/NameTables.h"
-#include "config/forms/MainConfigure.h"
 #include "ui/Look.h"
 
 namespace tvx {

@@ -1,5 +1,6 @@
 #include "platform/qt/QtMessageBoxes.h"
 
+#include <QInputDialog>
 #include <QMessageBox>
 #include <algorithm>
 
@@ -52,6 +53,19 @@ int QtMessageBoxes::Ask(std::string_view text) {
   const int answer = box->exec();
   delete box.data();  // unless the program's end has done so
   return answer == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+}
+
+std::optional<std::string> QtMessageBoxes::AskText(std::string_view text, std::string_view preset) {
+  const QPointer<QInputDialog> box = new QInputDialog;
+  box->setObjectName("InputBox");
+  box->setWindowTitle(ToQString(kProgramTitle).trimmed());
+  box->setWindowModality(Qt::ApplicationModal);
+  box->setLabelText(ToQString(text));
+  box->setTextValue(ToQString(preset));
+  const bool taken = box->exec() == QDialog::Accepted && box;
+  const auto answer = taken ? std::optional(box->textValue().toStdString()) : std::nullopt;
+  delete box.data();  // unless the program's end has done so
+  return answer;
 }
 
 }  // namespace tvx

@@ -17,6 +17,7 @@ class QtMessageBoxes final : public MessageBoxes {
   ~QtMessageBoxes() override;
   void Show(std::string_view text) override;
   int Ask(std::string_view text) override;
+  std::optional<std::string> AskText(std::string_view text, std::string_view preset) override;
 
  private:
   std::vector<QPointer<QMessageBox>> standing_;  // of Show; an entry empties when its box is closed

@@ -1,22 +1,13 @@
-#include "config/forms/MainConfigure.h"
-
-#include <algorithm>
+#include "config/GaugeList.h"
 
 #include "base/NumberFormat.h"
 
 namespace tvx {
 namespace {
 
-constexpr int kSearchedSlots = 50;  // Gaugetype slots 1..50
+constexpr std::size_t kSearchedSlots = 50;  // Gaugetype slots 1..50
 constexpr int kIOModuleCode = 10;
 constexpr std::size_t kNameWidth = 14;
-
-std::string KindName(const ConfigModel& model, int code) {
-  for (std::size_t slot = 1; slot <= kSearchedSlots; ++slot) {
-    if (model.Gaugetypes[slot].Code == code) return model.Gaugetypes[slot].Name;
-  }
-  return "Unknown";
-}
 
 // The first characters of a UTF-8 text, never half a character.
 std::string Cut(const std::string& text) {
@@ -61,7 +52,7 @@ std::string GaugeLine(const ConfigModel& model, std::size_t gaugeID) {
   }
   std::string line = FormatNumberText(static_cast<double>(gaugeID), "000");
   for (const std::string& column :
-       {KindName(model, gauge.GaugeType), first, SequenceText(gauge.GaugeInstance1), second,
+       {GaugetypeNameInList(model, gauge.GaugeType), first, SequenceText(gauge.GaugeInstance1), second,
         SequenceText(gauge.GaugeInstance2), FormatNumberText(gauge.GaugeSetting1, "00"),
         FormatNumberText(gauge.GaugeSetting2, "00"),
         std::string(ConnectionText(model.GaugeState[gaugeID]))}) {
@@ -71,28 +62,13 @@ std::string GaugeLine(const ConfigModel& model, std::size_t gaugeID) {
   return line;
 }
 
-// A text of the file must not hold a double quote.
-std::string Plain(std::string text) {
-  text.erase(std::remove(text.begin(), text.end(), '"'), text.end());
-  return text;
-}
-
 }  // namespace
 
-std::optional<std::size_t> LightsModeIndex(const ConfigModel& model) {
-  for (std::size_t i = 0; i < kLightsModes.size(); ++i) {
-    if (kLightsModes[i].setting1 == model.General.LightsSetting1 &&
-        kLightsModes[i].setting2 == model.General.LightsSetting2) {
-      return i;
-    }
+std::string GaugetypeNameInList(const ConfigModel& model, int code) {
+  for (std::size_t slot = 1; slot <= kSearchedSlots; ++slot) {
+    if (model.Gaugetypes[slot].Code == code) return model.Gaugetypes[slot].Name;
   }
-  return std::nullopt;
-}
-
-void SetLightsMode(ConfigModel& model, std::size_t index) {
-  model.General.LightsSetting1 = kLightsModes[index].setting1;
-  model.General.LightsSetting2 = kLightsModes[index].setting2;
-  model.ConfigChanged = true;
+  return "Unknown";
 }
 
 std::vector<std::string> GaugeLines(const ConfigModel& model) {
@@ -101,24 +77,6 @@ std::vector<std::string> GaugeLines(const ConfigModel& model) {
     if (model.Gauges[gaugeID].GaugeType != 0) lines.push_back(GaugeLine(model, gaugeID));
   }
   return lines;
-}
-
-void ClearAllGauges(ConfigModel& model) {
-  for (std::size_t gaugeID = 1; gaugeID < model.Gauges.size(); ++gaugeID) {
-    GaugeRecord cleared;
-    cleared.GaugeSetting6 = model.Gauges[gaugeID].GaugeSetting6;
-    model.Gauges[gaugeID] = cleared;
-  }
-  model.ConfigChanged = true;
-}
-
-void SetUdp(ConfigModel& model, const UdpSettings& settings) {
-  model.General.RemoteIP = Plain(settings.remoteIP);
-  model.General.RemotePort = Plain(settings.remotePort);
-  model.General.LocalPort = Plain(settings.localPort);
-  model.General.ByteOrderReverse = settings.reverseByteOrder ? -1 : 0;
-  model.General.BlockUSEL = settings.blockUsel ? 1 : 0;
-  model.ConfigChanged = true;
 }
 
 }  // namespace tvx

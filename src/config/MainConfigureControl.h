@@ -1,4 +1,4 @@
-// What the main configuration form does to the model, and the texts of its gauge list.
+// What the main configuration form does to the model.
 #pragma once
 
 #include <array>
@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "config/Model.h"
 
@@ -27,11 +26,6 @@ inline constexpr std::array<LightsMode, 5> kLightsModes{{{"With the instrument l
 // The entry whose pair the model holds; nothing when none does.
 std::optional<std::size_t> LightsModeIndex(const ConfigModel& model);
 void SetLightsMode(ConfigModel& model, std::size_t index);  // index below kLightsModes.size()
-
-// One line for each gauge, in the order of GaugeIDs, its columns separated by tab characters: GaugeID, kind,
-// first Function, its sequence number, second Function, its sequence number, model, firmware version,
-// connection. Sequence numbers are shown above 1 only.
-std::vector<std::string> GaugeLines(const ConfigModel& model);
 
 // Sets fields 1..10 of the gauges 1..255 to 0.
 // ODDITY: GaugeID 0 and every gauge's GaugeSetting6 stay as they are; installations keep notes of theirs

@@ -1,0 +1,44 @@
+#include "config/PartialImport.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace tvx {
+namespace {
+
+constexpr std::ptrdiff_t kFirstUserFunction = 51;
+
+void TakeOver(const ConfigModel& read, const ImportChoice& chosen, ConfigModel& model) {
+  const auto isChosen = [&chosen](ImportChapter chapter) {
+    return chosen[static_cast<std::size_t>(chapter)];
+  };
+  const auto userFunctions = read.Functions.begin() + kFirstUserFunction;
+  if (isChosen(ImportChapter::General)) model.General = read.General;
+  if (isChosen(ImportChapter::Iom)) model.Iom = read.Iom;
+  if (isChosen(ImportChapter::StandardFunctions)) {
+    std::copy(read.Functions.begin(), userFunctions, model.Functions.begin());
+  }
+  if (isChosen(ImportChapter::UserFunctions)) {
+    std::copy(userFunctions, read.Functions.end(), model.Functions.begin() + kFirstUserFunction);
+  }
+  if (isChosen(ImportChapter::Gaugetypes)) model.Gaugetypes = read.Gaugetypes;
+  if (isChosen(ImportChapter::Gauges)) model.Gauges = read.Gauges;
+  if (isChosen(ImportChapter::Plates)) model.Plates = read.Plates;
+  if (isChosen(ImportChapter::EngineCluster)) model.EngineCluster = read.EngineCluster;
+}
+
+}  // namespace
+
+ConfigReadResult ImportConfigText(std::string_view text, const ImportChoice& chosen, ConfigModel& model,
+                                  MessageBoxes& boxes, std::string& error) {
+  // What the file does not reach stays as the model has it.
+  const auto read = std::make_unique<ConfigModel>(model);
+  const ConfigReadResult result = ReadConfigText(text, *read, boxes, error, ConfigReadExtent::UpToPlates);
+  model.LastAnswer = read->LastAnswer;
+  if (result == ConfigReadResult::Loaded || result == ConfigReadResult::Failed) {
+    TakeOver(*read, chosen, model);
+  }
+  return result;
+}
+
+}  // namespace tvx

@@ -1,0 +1,316 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "config/SaveControl.h"
+#include "config/StartFile.h"
+#include "fakes/FakeHost.h"
+
+namespace tvx {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kOverwrite = "This will overwrite the current configuration! Continue?";
+
+// A working folder of its own.
+class SaveControlTest : public testing::Test {
+ protected:
+  SaveControlTest() : before_(fs::current_path()) {
+    std::string pattern = (fs::temp_directory_path() / "save-XXXXXX").string();
+    folder_ = ::mkdtemp(pattern.data());
+    fs::current_path(folder_);
+    model.Plates.emplace_back();  // a file without Plates does not load wholly
+    model.ConfigFileName = "Default.cfg";
+    model.Functions[60].ShortName = "mine";
+  }
+  ~SaveControlTest() override {
+    fs::current_path(before_);
+    fs::remove_all(folder_);
+  }
+  static std::string Content(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+  }
+  static void Put(const std::string& name, const std::string& text) {
+    std::ofstream(name, std::ios::binary) << text;
+  }
+  std::string LastShown() const { return boxes.shown.empty() ? "" : boxes.shown.back(); }
+
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  ConfigFile file{model, boxes};
+  SaveControl save{model, file, boxes, [] { return BuildConfigHeader("X-Plane", "12.11.00", "now"); }};
+  fs::path before_, folder_;
+};
+
+TEST_F(SaveControlTest, NamesAreRefusedBeforeAnythingHappens) {
+  const struct {
+    const char *name, *message;
+  } rows[] = {{"", "No filename"},
+              {"xcfg", "Filetype incorrect or missing; must be: ****.cfg"},
+              {"Cockpit", "Filetype incorrect or missing; must be: ****.cfg"},
+              {"Cockpit.cfg.txt", "Filetype incorrect or missing; must be: ****.cfg"},
+              {"cfg", "Filetype incorrect or missing; must be: ****.cfg"}};
+  for (const auto& row : rows) {
+    if (*row.name != 0) Put(row.name, "keep");
+    model.ConfigChanged = true;
+    EXPECT_FALSE(save.Save(row.name));
+    EXPECT_EQ(LastShown(), row.message);
+    EXPECT_FALSE(save.Delete(row.name));
+    EXPECT_EQ(LastShown(), row.message);
+    EXPECT_TRUE(boxes.asked.empty()) << row.name;
+    if (*row.name != 0) {
+      EXPECT_EQ(Content(row.name), "keep");
+    }
+    EXPECT_EQ(model.ConfigFileName, "Default.cfg");
+    EXPECT_TRUE(model.ConfigChanged);
+  }
+  EXPECT_FALSE(save.Load(""));
+  EXPECT_FALSE(save.SetAsStartup(""));
+  EXPECT_EQ(LastShown(), "File Name missing.");
+  EXPECT_FALSE(save.ImportPartial("", {}));
+  EXPECT_EQ(LastShown(), "No file selected");
+  EXPECT_TRUE(IsConfigFileName("OLD.CFG"));
+}
+
+TEST_F(SaveControlTest, SavingKeepsThePreviousFile) {
+  Put("Other.cfg", "previous");
+  model.ConfigChanged = true;
+  model.ConfigLoadFailed = true;
+  ASSERT_TRUE(save.Save("Other.cfg"));
+  EXPECT_EQ(LastShown(), "File saved as: Other.cfg");
+  EXPECT_EQ(Content("Other.cfg.bak"), "previous");
+  EXPECT_FALSE(model.ConfigChanged);
+  EXPECT_FALSE(model.ConfigLoadFailed);
+  EXPECT_EQ(model.ConfigFileName, "Other.cfg");
+
+  ConfigModel read;
+  read.ConfigFileName = "Other.cfg";
+  FakeMessageBoxes quiet;
+  ConfigFile(read, quiet).LoadConfigFile();
+  EXPECT_FALSE(read.ConfigLoadFailed);
+  EXPECT_TRUE(quiet.asked.empty());
+  EXPECT_EQ(read.Functions[60].ShortName, "mine");
+}
+
+TEST_F(SaveControlTest, AFailedSaveHarmsNothing) {
+  model.General.ConfigHeader = "loaded header";
+  EXPECT_FALSE(save.Save("missing/folder.cfg"));
+  EXPECT_EQ(LastShown(), "file cannot be overwritten");
+
+  fs::create_directory("Folder.cfg");
+  EXPECT_FALSE(save.Save("Folder.cfg"));
+  EXPECT_EQ(LastShown(), "file cannot be overwritten");
+
+  // More Plates than the file's count can announce: they would be lost.
+  Put("Good.cfg", "good");
+  model.Plates.resize(32768);
+  EXPECT_FALSE(save.Save("Good.cfg"));
+  EXPECT_EQ(LastShown(), "Configuration corrupt; Cannot save");
+  EXPECT_EQ(Content("Good.cfg"), "good");
+  EXPECT_FALSE(fs::exists("Good.cfg.bak"));
+  EXPECT_EQ(model.General.ConfigHeader, "loaded header");
+  EXPECT_EQ(model.ConfigFileName, "Default.cfg");
+}
+
+TEST_F(SaveControlTest, LoadingAsksFirst) {
+  ASSERT_TRUE(save.Save("Other.cfg"));
+  model.Functions[60].ShortName = "edited";
+  model.ConfigFileName = "Default.cfg";
+  boxes.answers = {kAnswerNo};
+  EXPECT_FALSE(save.Load("Other.cfg"));
+  EXPECT_EQ(model.Functions[60].ShortName, "edited");
+  EXPECT_EQ(model.ConfigFileName, "Default.cfg");
+  boxes.answers = {kAnswerYes};
+  model.ConfigChanged = true;
+  EXPECT_TRUE(save.Load("Other.cfg"));
+  EXPECT_EQ(model.Functions[60].ShortName, "mine");
+  EXPECT_EQ(model.ConfigFileName, "Other.cfg");
+  EXPECT_FALSE(model.ConfigChanged);
+  EXPECT_EQ(boxes.asked, (std::vector<std::string>{kOverwrite, kOverwrite}));
+
+  Put("Bad.cfg", "nonsense");
+  boxes.answers = {kAnswerYes};
+  EXPECT_FALSE(save.Load("Bad.cfg"));
+  EXPECT_EQ(LastShown(), "Error Configuration file. ");
+  EXPECT_TRUE(model.ConfigChanged) << "a half-loaded configuration must be asked about";
+}
+
+TEST_F(SaveControlTest, DeletingAsksAndKeepsACopy) {
+  Put("Old.cfg", "old");
+  boxes.answers = {kAnswerNo, kAnswerYes, kAnswerYes};
+  EXPECT_FALSE(save.Delete("Old.cfg"));
+  EXPECT_EQ(boxes.asked.back(), "This will delete the file: Old.cfg ; Are you sure? ");
+  EXPECT_TRUE(fs::exists("Old.cfg"));
+  EXPECT_TRUE(save.Delete("Old.cfg"));
+  EXPECT_FALSE(fs::exists("Old.cfg"));
+  EXPECT_EQ(Content("Old.cfg.bak"), "old");
+  EXPECT_FALSE(save.Delete("Old.cfg"));
+  EXPECT_EQ(LastShown(), "File cannot be deleted: Old.cfg");
+}
+
+TEST_F(SaveControlTest, TheStartUpDelayIsAskedFor) {
+  const struct {
+    const char* typed;
+    bool good;
+    int delay;
+  } rows[] = {{"25", true, 25},  {" 0 ", true, 0},     {"soon", false, 10}, {"", false, 10},
+              {"-1", false, 10}, {"40000", false, 10}, {"12 s", false, 10}, {"7.5", true, 8}};
+  for (const auto& row : rows) {
+    model.StartDelay = 10;
+    boxes.shown.clear();
+    boxes.texts = {row.typed};
+    EXPECT_EQ(save.SetAsStartup("Mine.cfg"), row.good) << row.typed;
+    EXPECT_EQ(model.StartDelay, row.delay) << row.typed;
+    EXPECT_EQ(LastShown(), row.good ? "" : "Error in file/time input") << row.typed;
+    if (!row.good) continue;
+    ConfigModel read;
+    EXPECT_EQ(ReadStartFile(read), "Mine.cfg");
+    EXPECT_EQ(read.StartDelay, row.delay);
+  }
+  EXPECT_EQ(
+      boxes.asked.back(),
+      "Give autostart time delay (standard =10 seconds).\r\nDelay is the time (in seconds) the program waits "
+      "with start-up after simulator is detected as running.");
+  EXPECT_EQ(boxes.presets.back(), "10");
+  boxes.shown.clear();
+  EXPECT_FALSE(save.SetAsStartup("Cancelled.cfg"));
+  EXPECT_TRUE(boxes.shown.empty());
+  boxes.texts = {"5"};
+  EXPECT_FALSE(save.SetAsStartup("a\"b.cfg"));
+  EXPECT_EQ(LastShown(), "Error in file/time input");
+  ConfigModel read;
+  EXPECT_EQ(ReadStartFile(read), "Mine.cfg");
+}
+
+TEST_F(SaveControlTest, OnlyConfigurationFilesAreListed) {
+  for (const char* name : {"b.cfg", "a.CFG", "a.cfg.bak", "notes.txt"}) Put(name, "");
+  fs::create_directory("folder.cfg");
+  EXPECT_EQ(ConfigFilesIn(""), (std::vector<std::string>{"a.CFG", "b.cfg"}));
+  EXPECT_TRUE(ConfigFilesIn("nowhere").empty());
+}
+
+// --- partial import ---
+
+class PartialImportTest : public SaveControlTest {
+ protected:
+  // A file that differs from the model in every chapter.
+  static ConfigModel Other() {
+    ConfigModel other;
+    other.General.ConfigHeader = BuildConfigHeader("", "", "then");
+    other.General.ComPortGS = 77;
+    other.Iom.assign(3, IomRecord{.Input = 5});
+    other.Functions[50].ShortName = "standard";
+    other.Functions[51].ShortName = "user";
+    other.Gaugetypes[40] = {99, "kind"};
+    other.Gauges[200].GaugeType = 4;
+    other.EngineCluster[10].Value3 = 6;
+    other.Plates.assign(2, PlateRecord{.Name = "face"});
+    other.GeneralFFB.MasterYoke = 2;
+    return other;
+  }
+  // Which chapters of Other() the model has, as digits.
+  std::string Taken() const {
+    std::string taken;
+    const bool have[] = {model.General.ComPortGS == 77,
+                         model.IOMCount() == 2,
+                         model.Functions[50].ShortName == "standard",
+                         model.Functions[51].ShortName == "user",
+                         model.Gaugetypes[40].Code == 99,
+                         model.Gauges[200].GaugeType == 4,
+                         model.PlateCount() == 2,
+                         model.EngineCluster[10].Value3 == 6};
+    for (std::size_t i = 0; i < kImportChapters; ++i) {
+      if (have[i]) taken += std::to_string(i);
+    }
+    if (model.GeneralFFB.MasterYoke == 2) taken += " and force feedback";
+    return taken;
+  }
+  static ImportChoice All() {
+    ImportChoice all{};
+    all.fill(true);
+    return all;
+  }
+};
+
+TEST_F(PartialImportTest, EachBoxTakesItsChapterOnly) {
+  Put("Source.cfg", WriteConfigText(Other()));
+  for (std::size_t i = 0; i < kImportChapters; ++i) {
+    model = ConfigModel{};
+    ImportChoice one{};
+    one[i] = true;
+    boxes.answers = {kAnswerYes};
+    EXPECT_TRUE(save.ImportPartial("Source.cfg", one)) << LastShown();
+    EXPECT_EQ(Taken(), std::to_string(i));
+    EXPECT_TRUE(model.ConfigChanged);
+  }
+  EXPECT_EQ(boxes.asked.back(),
+            "This will overwrite the selected sections in the currently loaded configuration!\r\n"
+            "Configuration chapters will be imported from: Source.cfg\r\nContinue?");
+  EXPECT_EQ(LastShown(), "Configuration chapters imported into file: Default.cfg");
+  model = ConfigModel{};
+  boxes.answers = {kAnswerYes};
+  EXPECT_TRUE(save.ImportPartial("Source.cfg", {}));
+  EXPECT_EQ(Taken(), "");
+  EXPECT_FALSE(model.ConfigChanged);
+}
+
+TEST_F(PartialImportTest, FilesThatAreNotRight) {
+  std::string cut = WriteConfigText(Other());
+  cut.resize(cut.find("\"Gauges\""));
+  ConfigModel withoutPlates = Other();
+  withoutPlates.Plates.clear();
+  ConfigModel stranger = Other();
+  stranger.General.ConfigHeader = "Other program";
+  std::string badForces = WriteConfigText(Other());
+  badForces.resize(badForces.find("\"Yoke1\""));
+  const struct {
+    const char* what;
+    std::string text;
+    std::deque<int> answers;
+    const char *message, *taken;
+  } rows[] = {
+      {"an error in the middle", cut, {kAnswerYes}, "Error in Configuration file", "01234"},
+      {"no configuration file", "nonsense", {kAnswerYes}, "Error in Configuration file", ""},
+      {"without Plates",
+       WriteConfigText(withoutPlates),
+       {kAnswerYes},
+       "Configuration chapters imported into file: Default.cfg",
+       "0123457"},
+      {"an error in the force feedback, which is not read",
+       badForces,
+       {kAnswerYes},
+       "Configuration chapters imported into file: Default.cfg",
+       "01234567"},
+      {"refused at once", WriteConfigText(Other()), {kAnswerNo}, "", ""},
+      {"another program's title, refused", WriteConfigText(stranger), {kAnswerYes, kAnswerNo}, "", ""},
+      {"its version refused", WriteConfigText(stranger), {kAnswerYes, kAnswerYes, kAnswerNo}, "", ""},
+      {"both accepted",
+       WriteConfigText(stranger),
+       {kAnswerYes, kAnswerYes, kAnswerYes},
+       "Configuration chapters imported into file: Default.cfg",
+       "01234567"},
+  };
+  for (const auto& row : rows) {
+    Put("Source.cfg", row.text);
+    model = ConfigModel{};
+    boxes.shown.clear();
+    boxes.answers = row.answers;
+    save.ImportPartial("Source.cfg", All());
+    EXPECT_EQ(LastShown(), row.message) << row.what;
+    EXPECT_EQ(Taken(), row.taken) << row.what;
+    EXPECT_EQ(model.ConfigChanged, *row.taken != 0 || row.text == "nonsense") << row.what;
+    EXPECT_TRUE(boxes.answers.empty()) << row.what;
+  }
+  boxes.answers = {kAnswerYes};
+  EXPECT_FALSE(save.ImportPartial("Missing.cfg", All()));
+  EXPECT_EQ(LastShown(), "Error in Configuration file");
+}
+
+}  // namespace
+}  // namespace tvx

@@ -205,10 +205,12 @@ void ProcessCycle::SendBatch() {
   if (port.IsOpen()) port.DiscardInput();
   if (serial_.TransmitBuffer.empty() || serial_.ComNumber(HardwareGroup::GaugeBus) <= 0) return;
   if (port.IsOpen() && port.Write(serial_.TransmitBuffer)) return;
-  // The line is full or dead. What the gauges missed is sent again, from the newest values, on the next tick.
   ++droppedBatches_;
+  // A dead line gets everything again when it comes back. A line that is full gets what it missed on the next
+  // tick, from the newest values; the lighting only behind them, or it could hold up the values for ever.
+  if (!port.IsOpen()) return;
   resend_ = true;
-  if (lightingInBatch_) lighting_.Repeat();
+  if (lightingInBatch_) lightingDue_ = true;
 }
 
 bool ProcessCycle::Queue(int gaugeID, int command, std::int32_t value) {

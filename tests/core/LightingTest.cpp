@@ -105,8 +105,20 @@ TEST(Lighting, IsSentAgainWhenItsBatchWasDropped) {
   rig.Set(14, 512);
   rig.Tick();
   rig.Bus().RefuseWrites = false;
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0x4081}, {13, 8, 0}}));
   EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}, {13, 5, 0}})) << "values of before are sent again too";
+  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0x4081}, {13, 8, 0}}));
+  EXPECT_EQ(rig.Tick(), Commands{});
+}
+
+TEST(Lighting, DoesNotHoldUpTheValuesWhileTheBusIsAway) {
+  CockpitRig rig;
+  LitRig(rig).Start();
+  rig.Bus().Unplug();
+  for (int i = 0; i < 5; ++i) rig.Tick();
+  rig.Set(9, 28);
+  for (int i = 0; i < 5; ++i) rig.Tick();
+  EXPECT_EQ(rig.cycle.Boxes().boxVoltage.View(), "28.0");
+  EXPECT_GE(rig.cycle.TickCount, 8);
 }
 
 }  // namespace

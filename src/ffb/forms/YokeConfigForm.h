@@ -1,0 +1,96 @@
+// The form of one yoke: its mode and state, its calibration, forces, buttons, options and joystick. The same
+// class for both, as frmConfigY1 and frmConfigY2.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTimer>
+#include <array>
+#include <vector>
+
+#include "ffb/YokeEditor.h"
+#include "ffb/forms/ForceCurveWidget.h"
+#include "ffb/forms/YokePicture.h"
+#include "ui/Form.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class YokeConfigForm : public Form {
+  Q_OBJECT
+ public:
+  YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes& boxes, JoystickDevice& joystick,
+                 int which);
+
+  // Shows what the logic holds now. Called ten times a second while the form can be seen.
+  void Refresh();
+  static constexpr int kRefreshMs = 100;
+
+ protected:
+  void CloseAsked() override { Unload(); }
+  void EscapePressed() override { Unload(); }
+
+ private:
+  // YokeConfigForm.cpp
+  QWidget* MakeModePage();
+  QWidget* MakeCalibrationPage();
+  QWidget* MakeJoystickPage();
+  void RefreshCalibration();
+  void RefreshJoystick();
+  QPushButton* MakePlaceButton(const YokeEditor::Place& place);
+  // YokeConfigPages.cpp
+  QWidget* MakeForcesPage();
+  QWidget* MakeLevels();
+  QWidget* MakeButtonsPage();
+  QWidget* MakeOptionsPage();
+  void LoadPages();
+  void ShowCurve();
+
+  struct Level {
+    QSpinBox* box;
+    Byte GeneralFFBRecord::*field;
+  };
+  struct ButtonLine {
+    QLabel* lamp;
+    QComboBox* action;
+    QLineEdit* text;
+  };
+  struct PlaceLine {
+    const YokeEditor::Place* place;
+    QLabel* stored;
+  };
+
+  YokePair& pair_;
+  YokeEditor editor_;
+  QTimer timer_;
+  bool loading_ = false;
+
+  std::array<QRadioButton*, 5> modes_{};
+  QLabel *ModeIndicator, *LabelState, *LabelRole, *ReceivedMessage, *LabelActivity;
+  ValueBox *boxBank, *boxPitch, *boxRollLoad, *boxPitchLoad;
+  YokePicture *PictureMode, *PictureCalibration;
+  std::vector<PlaceLine> places_;
+  QLabel* LabelCalibrated;
+  QComboBox *ComboJoystick, *ComboRudderAxis, *ComboLeftBrakeAxis, *ComboRightBrakeAxis;
+  QLabel* LabelJoystick;
+  std::array<QProgressBar*, 3> pedals_{};
+  QRadioButton *OptionCurveRoll, *OptionCurvePitch;
+  ForceCurveWidget* ForceCurvePicture;
+  std::vector<Level> levels_;
+  QSpinBox *boxGripThreshold, *boxForceLevel, *boxAddress;
+  std::vector<ButtonLine> buttons_;
+  std::vector<std::pair<int, QCheckBox*>> options_;
+  QComboBox* ComboStartMode;
+  std::int32_t colour_ = -1;
+};
+
+// The layouts that all pages share.
+QGridLayout* PageGrid(QWidget* page);
+QVBoxLayout* PageColumn(QWidget* page);
+
+}  // namespace tvx

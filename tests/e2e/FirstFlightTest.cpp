@@ -1,0 +1,131 @@
+// From a simulator's datagram to a moving needle, through the whole program.
+#include <cmath>
+
+#include "e2e/Flight.h"
+#include "virtualcockpit/devices/AltimeterDevice.h"
+#include "virtualcockpit/devices/NeedleDevice.h"
+
+namespace tvx::e2e {
+namespace {
+
+// GaugeIDs of the demonstration.
+constexpr int kAirspeedGauge = 10;
+constexpr int kAltimeter = 12;
+constexpr int kFreeGaugeID = 77;
+
+// Where the face must put the airspeed's needle: the Plate's points are 40 kt at 90, 100 kt at 507, 120 kt at
+// 636.
+bool ShowsAirspeed(Flight& flight) {
+  const auto& needle = flight.Instrument<vc::NeedleDevice>(kAirspeedGauge).First();
+  const double airspeed = flight.Sim().State().airspeed;
+  if (!needle || airspeed < 100 || airspeed > 120) return false;
+  return std::abs(*needle - (507 + (airspeed - 100) / 20 * (636 - 507))) < 12;
+}
+
+bool ShowsAltitude(Flight& flight) {
+  const auto& feet = flight.Instrument<vc::AltimeterDevice>(kAltimeter).Feet();
+  return feet && std::abs(*feet - flight.Sim().State().altitude) < 30;
+}
+
+TEST(FirstFlight, StartsByItselfAndTheNeedlesFollow) {
+  Flight flight;
+  flight.Sim().RestartFlight(130);  // in cruise
+  flight.TheProgram().Begin();
+  ASSERT_TRUE(Eventually([&] { return flight.TheProgram().Run().Running(); }));
+  EXPECT_EQ(flight.TheProgram().StartWindow(), nullptr);
+  ASSERT_NE(flight.TheProgram().StatusWindow(), nullptr);
+  EXPECT_TRUE(flight.TheProgram().StatusWindow()->isVisible());
+  EXPECT_TRUE(Eventually([&] { return ShowsAirspeed(flight); }));
+  EXPECT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
+  flight.Sim().SetSpeed(20);
+  const double before = flight.Sim().State().altitude;
+  ASSERT_TRUE(Eventually([&] { return std::fabs(flight.Sim().State().altitude - before) > 200; }));
+  flight.Sim().SetPaused(true);
+  EXPECT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
+  EXPECT_TRUE(flight.boxes.shown.empty()) << flight.boxes.shown[0];
+  EXPECT_EQ(flight.TheCockpit().Gauges().Decoder().Garbage(), 0u) << "every byte on the bus is understood";
+}
+
+TEST(FirstFlight, AnAdapterThatIsPulledOutComesBackByItself) {
+  Flight flight;
+  flight.Sim().RestartFlight(130);
+  flight.Run();
+  ASSERT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
+  flight.TheCockpit().GaugeLine().Unplug();
+  ASSERT_TRUE(Eventually([&] { return flight.TheProgram().Run().View().GaugeBus.Trouble; }));
+  EXPECT_TRUE(flight.TheProgram().Run().Running());
+  flight.Sim().RestartFlight(90);
+  ASSERT_TRUE(flight.TheCockpit().GaugeLine().Plug());
+  EXPECT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
+  EXPECT_TRUE(Eventually([&] { return !flight.TheProgram().Run().View().GaugeBus.Trouble; }));
+}
+
+TEST(FirstFlight, ASimulatorThatVanishesAndReturnsIsFoundAgain) {
+  Flight flight;
+  flight.Sim().RestartFlight(130);
+  flight.Run();
+  ASSERT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
+  flight.TheCockpit().Simulation().Stop();
+  ASSERT_TRUE(Eventually([&] { return flight.TheProgram().Run().View().Simulator.Trouble; }));
+  EXPECT_NE(flight.TheProgram().Run().View().Simulator.Text.find("silent"), std::string::npos);
+  ASSERT_TRUE(flight.TheCockpit().Simulation().Return());
+  flight.Sim().RestartFlight(200);
+  EXPECT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
+  EXPECT_TRUE(Eventually([&] { return !flight.TheProgram().Run().View().Simulator.Trouble; }));
+}
+
+TEST(FirstFlight, RunsWithoutAnAdapterAndSaysSo) {
+  Flight flight([](ConfigModel& model) { model.General.ComPortGS = 9; });
+  flight.TheCockpit().GaugeLine().Unplug();
+  QFile::remove("comports/com9");
+  flight.Sim().RestartFlight(130);
+  flight.Run();
+  EXPECT_TRUE(flight.TheProgram().Run().Running());
+  EXPECT_TRUE(flight.TheProgram().Run().View().GaugeBus.Trouble);
+  EXPECT_TRUE(flight.boxes.shown.empty());
+  ASSERT_TRUE(flight.TheCockpit().GaugeLine().Plug());
+  EXPECT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
+}
+
+TEST(FirstFlight, DuskLightsTheFaces) {
+  Flight flight;
+  flight.Sim().RestartFlight(60);
+  flight.Run();
+  auto& gauge = flight.Instrument<vc::NeedleDevice>(kAirspeedGauge);
+  ASSERT_TRUE(Eventually([&] { return gauge.First().has_value(); }));
+  vc::DatarefStore& datarefs = flight.Sim().Datarefs();
+  const int rheostat = datarefs.Find("sim/cockpit2/switches/instrument_brightness_ratio[0]");
+  datarefs.Write(rheostat, 0);
+  ASSERT_TRUE(Eventually([&] { return gauge.Light().told && !gauge.Light().lit; }));
+  datarefs.Write(rheostat, 1);
+  EXPECT_TRUE(Eventually([&] { return gauge.Light().lit && gauge.Light().brightness == 15; }));
+}
+
+TEST(FirstFlight, AGaugeTakesANewAddressAndAnswersThere) {
+  Flight flight;
+  flight.Start();
+  Serial& serial = flight.TheProgram().HardwareBus();
+  // The configuration form's timer counts the waiting down.
+  QTimer countdown;
+  QObject::connect(&countdown, &QTimer::timeout, [&] { serial.TickReplyCountdown(); });
+  countdown.start(20);
+  EXPECT_TRUE(serial.QueryGauge(kAirspeedGauge));
+  serial.WriteNewGaugeID(kAirspeedGauge, kFreeGaugeID);
+  EXPECT_TRUE(serial.QueryGauge(kFreeGaugeID));
+  EXPECT_TRUE(flight.boxes.shown.empty());
+  EXPECT_FALSE(serial.QueryGauge(kAirspeedGauge));
+  EXPECT_EQ(flight.boxes.shown, (std::vector<std::string>{"Gauge with ID: 10 doesn't respond."}));
+}
+
+TEST(FirstFlight, ExitLeavesNothingSubscribed) {
+  Flight flight;
+  flight.Run();
+  ASSERT_TRUE(Eventually([&] { return flight.Sim().Subscriptions() > 10; }));
+  flight.TheProgram().Exit();
+  EXPECT_TRUE(
+      Eventually([&] { return flight.Sim().Subscriptions() == 0 && flight.Sim().SelectedGroups().empty(); }));
+  EXPECT_TRUE(flight.TheProgram().Ended());
+}
+
+}  // namespace
+}  // namespace tvx::e2e

@@ -1,0 +1,100 @@
+// The real program and the virtual cockpit in one process, in a folder of their own: every byte between them
+// travels over a real UDP socket and a real pseudo-terminal.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QUdpSocket>
+#include <chrono>
+#include <memory>
+
+#include "app/Program.h"
+#include "config/StartFile.h"
+#include "demo/DemoConfig.h"
+#include "fakes/FakeHost.h"
+#include "virtualcockpit/Cockpit.h"
+
+namespace tvx::e2e {
+
+// Runs the event loop until `condition` holds; false when it did not within the deadline.
+template <typename Condition>
+bool Eventually(Condition&& condition, std::chrono::seconds deadline = std::chrono::seconds(20)) {
+  const auto end = std::chrono::steady_clock::now() + deadline;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+  }
+  return true;
+}
+
+class Flight {
+ public:
+  // `change` may alter the demonstration's configuration before anything starts.
+  template <typename Change>
+  explicit Flight(Change&& change) : before_(QDir::currentPath()) {
+    QDir::setCurrent(folder_.path());
+    model_ = demo::DemoConfig();
+    model_.General.TransferInterval = 10;
+    model_.General.LocalPort = std::to_string(FreePort());
+    change(model_);
+    cockpit_ = std::make_unique<vc::Cockpit>(
+        model_, vc::Cockpit::Settings{.port = 0, .folder = folder_.path().toStdString(), .links = true});
+    EXPECT_TRUE(cockpit_->Start());
+    model_.General.RemotePort = std::to_string(cockpit_->Simulation().Port());
+    model_.ConfigFileName = "Flight.cfg";
+    EXPECT_TRUE(ConfigFile(model_, boxes).SaveConfigFile());
+    model_.StartDelay = 1;
+    EXPECT_TRUE(WriteStartFile(model_, "Flight.cfg"));
+    program_ = std::make_unique<Program>(&boxes);
+  }
+  Flight() : Flight([](ConfigModel&) {}) {}
+  ~Flight() {
+    program_.reset();
+    cockpit_.reset();
+    QDir::setCurrent(before_);
+  }
+
+  // Starts as a user does who does not wait for the countdown; the status form stays halted.
+  void Start() {
+    program_->Begin();
+    EXPECT_TRUE(Eventually([this] { return !program_->Start().View().FileName.empty(); }));
+    program_->Start().butOK_Click();
+  }
+  void Run() {
+    Start();
+    program_->Run().cmdRun_Click();
+    EXPECT_TRUE(Eventually([this] { return Sim().Client().has_value(); }));
+  }
+
+  Program& TheProgram() { return *program_; }
+  vc::Cockpit& TheCockpit() { return *cockpit_; }
+  vc::Simulator& Sim() { return cockpit_->Sim(); }
+  ConfigModel& Model() { return model_; }
+  // The instrument at the address as its kind.
+  template <typename Kind>
+  Kind& Instrument(int gaugeID) {
+    auto* device = dynamic_cast<Kind*>(cockpit_->Gauges().Find(gaugeID));
+    if (device == nullptr) throw std::runtime_error("no such instrument: " + std::to_string(gaugeID));
+    return *device;
+  }
+
+  FakeMessageBoxes boxes;
+
+ private:
+  static int FreePort() {
+    QUdpSocket probe;
+    probe.bind(QHostAddress::LocalHost, 0);
+    return probe.localPort();
+  }
+
+  QString before_;
+  QTemporaryDir folder_;
+  ConfigModel model_;
+  std::unique_ptr<vc::Cockpit> cockpit_;
+  std::unique_ptr<Program> program_;
+};
+
+}  // namespace tvx::e2e

@@ -7,6 +7,7 @@
 #include <ctime>
 
 #include "platform/linux/ComPortMap.h"
+#include "platform/linux/KeyInjectors.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "ui/LogoFace.h"
@@ -57,15 +58,24 @@ void BringToFront(QWidget* form) {
 
 }  // namespace
 
-Program::Program(MessageBoxes* boxes)
+Program::Program(MessageBoxes* boxes, KeyInjector* keys)
     : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
       boxes_(boxes == nullptr ? *ownBoxes_ : *boxes),
       file_(model_, boxes_),
       sim_(model_, socket_, boxes_, clock_),
       ports_(MakePorts()),
       serial_(model_, PortsOf(ports_), boxes_, loop_),
+      ownKeys_(keys == nullptr ? MakeKeyInjector() : nullptr),
+      keys_(keys == nullptr ? *ownKeys_ : *keys),
+      // A keystroke meant for the simulator must not land in the program's own window.
+      keystrokes_(keys_, boxes_, [this] { return statusForm_ && statusForm_->isMinimized(); }),
       run_(model_, sim_, serial_, boxes_, *this, clock_, peripherals_,
            {timers_.ProcessTimer, timers_.Timer1, timers_.WriteCmdDuringConfig}),
+      ioModule1_(model_, sim_, serial_, keystrokes_, boxes_, loop_, kIOModule1Parameters,
+                 [this] { return run_.Cycle().CockpitLighting().Word(); }),
+      ioModule2_(model_, sim_, serial_, keystrokes_, boxes_, loop_, kIOModule2Parameters,
+                 [this] { return run_.Cycle().CockpitLighting().Word(); }),
+      engineCluster_(model_, sim_, serial_, boxes_, [this] { return run_.Cycle().CockpitLighting().Word(); }),
       start_(model_, file_, sim_, boxes_, *this, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}) {
   // A form that makes way for the next one must not end the program.
@@ -78,11 +88,24 @@ Program::Program(MessageBoxes* boxes)
     if (statusForm_) statusForm_->ShowView();
   });
   ConnectTimers();
+  AddPeripherals();
+}
+
+void Program::AddPeripherals() {
+  const auto add = [this](PeripheralKind kind, Peripheral& peripheral) {
+    peripherals_[static_cast<std::size_t>(kind)] = &peripheral;
+  };
+  add(PeripheralKind::IOModule1, ioModule1_);
+  add(PeripheralKind::IOModule2, ioModule2_);
+  add(PeripheralKind::EngineCluster, engineCluster_);
+  run_.SetKeystrokeTrouble(keys_.Trouble());
 }
 
 Program::~Program() {
   ended_ = true;
   timers_.StopAll();
+  for (IOModulePeripheral* module : {&ioModule1_, &ioModule2_}) module->StopTimers();
+  engineCluster_.StopTimers();
   // Whatever was opened while the program was already on its way out.
   if (sim_.UdpOpen() || sim_.PortCount() > 0) {
     sim_.ClearAllRREF();
@@ -202,6 +225,8 @@ void Program::EndProgram() {
   if (ended_) return;
   ended_ = true;
   timers_.StopAll();
+  for (IOModulePeripheral* module : {&ioModule1_, &ioModule2_}) module->StopTimers();
+  engineCluster_.StopTimers();
   UnloadConfigurationForms();
   UnloadStatusForm();
   UnloadStartForm();

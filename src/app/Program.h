@@ -5,6 +5,8 @@
 #include <array>
 #include <memory>
 
+#include "app/EngineClusterPeripheral.h"
+#include "app/IOModulePeripheral.h"
 #include "config/ConfigFile.h"
 #include "config/forms/MainConfigureForm.h"
 #include "core/RunControl.h"
@@ -25,8 +27,9 @@ namespace tvx {
 // Needs a QApplication around it, and works in the current folder. Everything happens in the event loop.
 class Program final : private Shell {
  public:
-  // `boxes`: the message boxes to use; nullptr for those on the screen. They must outlive the program.
-  explicit Program(MessageBoxes* boxes = nullptr);
+  // `boxes`: the message boxes to use; nullptr for those on the screen. `keys`: where keystrokes go; nullptr
+  // for the desktop. Both must outlive the program.
+  explicit Program(MessageBoxes* boxes = nullptr, KeyInjector* keys = nullptr);
   ~Program() override;
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
@@ -42,6 +45,9 @@ class Program final : private Shell {
   Serial& HardwareBus() { return serial_; }
   StartControl& Start() { return start_; }
   RunControl& Run() { return run_; }
+  IOModulePeripheral& IOModule1() { return ioModule1_; }
+  IOModulePeripheral& IOModule2() { return ioModule2_; }
+  EngineClusterPeripheral& Cluster() { return engineCluster_; }
   // The forms; nullptr while one is not loaded.
   StartForm* StartWindow() const { return startForm_; }
   StatusForm* StatusWindow() const { return statusForm_; }
@@ -70,6 +76,7 @@ class Program final : private Shell {
   void EndProgram() override;
 
   void ConnectTimers();
+  void AddPeripherals();
   void ConfigurationClosed();
   void ShowPorts();
   std::string HeaderForSaving() const;
@@ -84,9 +91,14 @@ class Program final : private Shell {
   SimCom sim_;
   std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> ports_;
   Serial serial_;
-  Peripherals peripherals_{};  // none yet: their buttons stay hidden
+  std::unique_ptr<KeyInjector> ownKeys_;
+  KeyInjector& keys_;
+  Keystrokes keystrokes_;
+  Peripherals peripherals_{};  // by PeripheralKind; the button of one that is missing stays hidden
   TimerSet timers_;
   RunControl run_;
+  IOModulePeripheral ioModule1_, ioModule2_;
+  EngineClusterPeripheral engineCluster_;
   StartControl start_;
   bool ended_ = false;
 

@@ -38,6 +38,7 @@ class ProcessCycle final : private GaugeTick {
 
   const FlightBoxes& Boxes() const { return boxes_; }
   const FlightValues& Values() const { return flight_; }
+  const Lighting& CockpitLighting() const { return lighting_; }
   int CycleStage() const { return cycleStage_; }
   std::int16_t TickCount = 0;  // ticks since the last rate display; 0 again above 1000
   // Ticks since the program started, and how many make a second at the present interval.

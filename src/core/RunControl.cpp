@@ -72,6 +72,7 @@ void RunControl::Form_Activate() {
   cycle_.StandardPort.fill(kNoPort);
   LoadPeripherals();
   if (model_.HasYoke1() || model_.HasYoke2()) model_.General.TransferInterval = kYokeInterval;
+  view_.Notice = model_.HasIOModule1() || model_.HasIOModule2() ? keystrokeTrouble_ : std::string();
   view_.TransferInterval = EffectiveInterval();
   timers_.ProcessTimer.SetInterval(EffectiveInterval());
   serial_.OpenComPorts();

@@ -42,6 +42,7 @@ struct StatusView {
   };
   Link Simulator;
   Link GaugeBus;
+  std::string Notice;  // what the user must know and do once; empty when there is nothing
 };
 
 class RunControl {
@@ -57,12 +58,16 @@ class RunControl {
   void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
   const StatusView& View() const { return view_; }
   const ProcessCycle& Cycle() const { return cycle_; }
+  GaugeReceiver& Receiver() { return receiver_; }
   bool Running() const { return running_; }
   bool Activated() const { return activated_; }
 
   // The status form was loaded: a new life of it begins.
   void Load();
   void SetCurrentConfig(const std::string& name);  // BoxCurrentConfig
+  // What to tell on the status form where an IO module is configured: why keystrokes cannot be sent. Empty:
+  // nothing.
+  void SetKeystrokeTrouble(std::string words) { keystrokeTrouble_ = std::move(words); }
   void Form_Activate();
   void cmdRun_Click();
   void cmdStop_Click();
@@ -104,6 +109,7 @@ class RunControl {
   Timers timers_;
   std::function<void()> changed_;
   StatusView view_;
+  std::string keystrokeTrouble_;
   SpecialValues special_;
   ProcessCycle cycle_;
   GaugeReceiver receiver_;

@@ -53,15 +53,17 @@ void IOModule::ReadDefinitions() {
 }
 
 void IOModule::OpenCommPort() {
+  if (Configured() && !OpenQuietly()) boxes_.Show(parameters_.OpenError);
+}
+
+bool IOModule::OpenQuietly() {
   SerialPort& port = serial_.PortOf(parameters_.Group);
-  if (port.IsOpen() || !Configured()) return;
+  if (port.IsOpen()) return true;
   port.SetReceiveThreshold(kReplySize);
-  if (!port.Open(serial_.ComNumber(parameters_.Group))) {
-    boxes_.Show(parameters_.OpenError);
-    return;
-  }
+  if (!Configured() || !port.Open(serial_.ComNumber(parameters_.Group))) return false;
   port.DiscardOutput();
   port.DiscardInput();
+  return true;
 }
 
 void IOModule::OpenPorts() {
@@ -215,7 +217,7 @@ void IOModule::ComposeCmd(int, int command, std::int32_t value) {
 
 void IOModule::WriteCmdDuringConfig_Tick() {
   if (transmitPending_ != 1) return;
-  OpenCommPort();
+  OpenQuietly();
   serial_.PortOf(parameters_.Group).Write(transmitBuffer_);
   transmitPending_ = 0;
 }

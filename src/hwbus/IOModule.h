@@ -89,6 +89,7 @@ class IOModule {
     return model_.Iom[static_cast<std::size_t>(definitionNr - 1)];
   }
   const FunctionRecord* FunctionOf(const IomRecord& definition) const;
+  bool OpenQuietly();  // false where the port cannot be opened
   void TakeReport(const IOModuleReport& report);
   void TakeSwitches(const IOModuleReport& report);
   void TakeAnalogue(const IOModuleReport& report);

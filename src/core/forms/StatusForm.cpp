@@ -14,6 +14,10 @@ StatusForm::StatusForm(RunControl& control, std::function<void()> showPorts)
   column->setSpacing(look::Gap());
   column->addWidget(MakeRunPanel());
   column->addWidget(MakeLinksPanel());
+  LabelNotice = MakeLabel("LabelNotice");
+  LabelNotice->setWordWrap(true);
+  LabelNotice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
+  column->addWidget(LabelNotice);
   column->addLayout(MakeFlightValues(), 1);
   column->addWidget(MakeTransferPanel());
   column->addLayout(MakeButtons());
@@ -212,6 +216,8 @@ void StatusForm::ShowView() {
   cmdShowIOM->setVisible(view.ShowIOModule1);
   cmdShowIOM2->setVisible(view.ShowIOModule2);
   cmdShowYokes->setVisible(view.ShowYokes);
+  SetTextIfChanged(LabelNotice, view.Notice);
+  LabelNotice->setVisible(!view.Notice.empty());
   ShowLink(LampSimulator, LabelSimulator, view.Simulator);
   ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
 }

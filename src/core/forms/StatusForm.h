@@ -46,7 +46,7 @@ class StatusForm : public Form {
 
   QLabel *BoxRun, *BoxCurrentConfig, *LabelVersion;
   StateLamp *LampSimulator, *LampGaugeBus;
-  QLabel *LabelSimulator, *LabelGaugeBus;
+  QLabel *LabelSimulator, *LabelGaugeBus, *LabelNotice;
   ValueBox *BoxIAS, *BoxAltitude, *BoxHea, *boxBank, *boxPitch, *BoxVS, *boxCompass, *BoxAirPressHg,
       *BoxAirPressmBar, *boxVoltage, *BoxInstrLights, *boxNavLights;
   QSlider* SliderXferTimer;

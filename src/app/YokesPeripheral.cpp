@@ -1,0 +1,51 @@
+#include "app/YokesPeripheral.h"
+
+namespace tvx {
+
+YokesPeripheral::YokesPeripheral(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes,
+                                 const Clock& clock)
+    : model_(model),
+      boxes_(boxes),
+      pair_(model, sim, serial.PortOf(HardwareGroup::Yoke1), serial.PortOf(HardwareGroup::Yoke2), boxes,
+            clock, joystick_, processTimer_) {
+  processTimer_.OnTick([this] { pair_.ProcessTimer_Tick(); });
+}
+
+YokesPeripheral::~YokesPeripheral() {
+  pair_.Unload();
+  delete form_;
+  for (const auto& form : configurations_) delete form;
+}
+
+void YokesPeripheral::Load() {
+  pair_.Load();
+  if (!form_) form_ = new FfbStatusForm(pair_, [this](int which) { ShowConfiguration(which); });
+  form_->show();
+}
+
+void YokesPeripheral::Unload() {
+  pair_.Unload();
+  if (form_) form_->Unload();
+  form_ = nullptr;
+  for (auto& form : configurations_) {
+    if (form) form->Unload();
+    form = nullptr;
+  }
+}
+
+void YokesPeripheral::Show() {
+  if (!form_) return;
+  form_->show();
+  form_->raise();
+  form_->activateWindow();
+}
+
+void YokesPeripheral::ShowConfiguration(int which) {
+  QPointer<YokeConfigForm>& form = configurations_[which == 2 ? 1 : 0];
+  if (!form || form->Unloading()) form = new YokeConfigForm(model_, pair_, boxes_, joystick_, which);
+  form->show();
+  form->raise();
+  form->activateWindow();
+}
+
+}  // namespace tvx

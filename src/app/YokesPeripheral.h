@@ -1,0 +1,47 @@
+// The yokes as run control reaches them: the pair, its timer and its forms.
+#pragma once
+
+#include <QPointer>
+#include <array>
+
+#include "core/Peripheral.h"
+#include "ffb/YokePair.h"
+#include "ffb/forms/FfbStatusForm.h"
+#include "ffb/forms/YokeConfigForm.h"
+#include "hwbus/Serial.h"
+#include "platform/linux/SdlJoystick.h"
+#include "platform/qt/QtHost.h"
+
+namespace tvx {
+
+class YokesPeripheral final : public Peripheral {
+ public:
+  YokesPeripheral(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes, const Clock& clock);
+  ~YokesPeripheral() override;
+
+  bool Configured() const override { return pair_.Configured(1) || pair_.Configured(2); }
+  void Load() override;
+  void Unload() override;
+  void Show() override;
+  void OpenPorts() override { pair_.OpenPorts(); }
+  void Run() override { pair_.cmdRun_Click(); }
+  void Stop() override { pair_.cmdStop_Click(); }
+
+  // Opens the form of yoke 1 or 2.
+  void ShowConfiguration(int which);
+
+  YokePair& Pair() { return pair_; }
+  FfbStatusForm* Form() const { return form_; }
+  YokeConfigForm* ConfigurationForm(int which) const { return configurations_[which == 2 ? 1 : 0]; }
+
+ private:
+  ConfigModel& model_;
+  MessageBoxes& boxes_;
+  SdlJoystick joystick_;
+  QtTimer processTimer_{QStringLiteral("Yokes.ProcessTimer")};
+  YokePair pair_;
+  QPointer<FfbStatusForm> form_;
+  std::array<QPointer<YokeConfigForm>, 2> configurations_;
+};
+
+}  // namespace tvx

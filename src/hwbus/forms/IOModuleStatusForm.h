@@ -1,0 +1,46 @@
+// `frmStatusIOM` and `frmstatusIOM2`: what an IO module reports, and which lamps are lit.
+#pragma once
+
+#include <QProgressBar>
+#include <QTimer>
+#include <array>
+
+#include "hwbus/IOModule.h"
+#include "hwbus/forms/Indicators.h"
+#include "ui/Form.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class IOModuleStatusForm : public Form {
+  Q_OBJECT
+ public:
+  // `names`: what defines an input, for its tool tip.
+  IOModuleStatusForm(IOModule& module, const ConfigModel& model);
+  void ShowState();
+
+ protected:
+  void CloseAsked() override { hide(); }
+  void EscapePressed() override { hide(); }
+
+ private:
+  QWidget* MakeSwitches();
+  QWidget* MakeAnalogues();
+  QWidget* MakeLamps();
+  QLayout* MakeButtons();
+  QString WordsFor(int definitionNr) const;
+
+  IOModule& module_;
+  const ConfigModel& model_;
+  std::array<Indicator*, kIomSwitches> switches_{};
+  std::array<QProgressBar*, kIomAnalogues> bars_{};
+  std::array<Indicator*, kIomLamps> lamps_{};
+  QLabel* status_ = nullptr;
+  QPushButton *cmdRun_ = nullptr, *cmdStop_ = nullptr;
+  QTimer refresh_;
+};
+
+// "A1" for switch 0, "F8" for switch 47.
+QString SwitchName(int index);
+
+}  // namespace tvx

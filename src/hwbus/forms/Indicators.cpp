@@ -1,0 +1,89 @@
+#include "hwbus/forms/Indicators.h"
+
+#include <QPainter>
+
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+QColor FromCode(int colour) {
+  return {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF};
+}
+
+constexpr double kStepsPerDegree = 3.0;
+constexpr double kZeroAngle = 225.0;  // position 0 points to the lower left
+
+}  // namespace
+
+Indicator::Indicator(const QString& name, const QString& text) : text_(text) {
+  setObjectName(name);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void Indicator::SetColour(int colour) {
+  if (colour_ == colour) return;
+  colour_ = colour;
+  update();
+}
+
+QSize Indicator::sizeHint() const {
+  return {look::Margin() * 2, look::Margin() + look::Gap()};
+}
+
+void Indicator::paintEvent(QPaintEvent*) {
+  const look::Colours& colours = look::CurrentColours();
+  const QColor fill = colour_ < 0 ? colours.panel : FromCode(colour_);
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colours.line, 1));
+  painter.setBrush(fill);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 3, 3);
+  painter.setPen(look::Contrast(Qt::black, fill) > look::Contrast(Qt::white, fill) ? Qt::black : Qt::white);
+  painter.drawText(rect(), Qt::AlignCenter, text_);
+}
+
+NeedleDial::NeedleDial(const QString& name, const QString& caption) : caption_(caption) {
+  setObjectName(name);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void NeedleDial::SetPosition(int position, bool enabled) {
+  if (position_ == position && enabled_ == enabled) return;
+  position_ = position;
+  enabled_ = enabled;
+  update();
+}
+
+QSize NeedleDial::sizeHint() const {
+  return {look::Margin() * 7, look::Margin() * 7};
+}
+
+void NeedleDial::paintEvent(QPaintEvent*) {
+  const look::Colours& colours = look::CurrentColours();
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double side = std::min(width(), height()) - 4.0;
+  painter.translate(width() / 2.0, height() / 2.0);
+  painter.setPen(QPen(colours.line, 2));
+  painter.setBrush(colours.panel);
+  painter.drawEllipse(QPointF(0, 0), side / 2, side / 2);
+  painter.setPen(QPen(enabled_ ? colours.dim : colours.line, 2));
+  for (int mark = 0; mark <= 9; ++mark) {
+    painter.save();
+    painter.rotate(kZeroAngle + mark * 30.0);
+    painter.drawLine(QPointF(0, -side * 0.46), QPointF(0, -side * 0.39));
+    painter.restore();
+  }
+  painter.setPen(enabled_ ? colours.text : colours.dim);
+  painter.drawText(QRectF(-side / 2, side * 0.12, side, side * 0.3), Qt::AlignCenter | Qt::TextWordWrap,
+                   caption_);
+  if (!enabled_) return;
+  painter.rotate(kZeroAngle + position_ / kStepsPerDegree);
+  painter.setPen(QPen(colours.accent, side / 28, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(QPointF(0, side * 0.08), QPointF(0, -side * 0.38));
+  painter.setBrush(colours.accent);
+  painter.drawEllipse(QPointF(0, 0), side / 22, side / 22);
+}
+
+}  // namespace tvx

@@ -1,0 +1,50 @@
+// Small drawn things of the hardware's status forms.
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+
+namespace tvx {
+
+// The colours of a switch indicator, as red + 256 green + 65536 blue.
+inline constexpr int kSwitchOnColour = 255;
+inline constexpr int kSwitchOffColour = 65280;
+// Of a lamp.
+inline constexpr int kLampOnColour = 0x00A5FF;
+
+// A square with a short text, filled in a colour; without one while nothing is known.
+class Indicator : public QWidget {
+ public:
+  Indicator(const QString& name, const QString& text);
+  // -1: nothing is known.
+  void SetColour(int colour);
+  int Colour() const { return colour_; }
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString text_;
+  int colour_ = -1;
+};
+
+// A round face with one needle that stands where the instrument's needle was sent.
+class NeedleDial : public QWidget {
+ public:
+  NeedleDial(const QString& name, const QString& caption);
+  // 0..1079, three to a degree, clockwise from the lower left; a dial that is not lit is drawn dim.
+  void SetPosition(int position, bool enabled);
+  int Position() const { return position_; }
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString caption_;
+  int position_ = 0;
+  bool enabled_ = false;
+};
+
+}  // namespace tvx

@@ -44,6 +44,8 @@ class UdpSocket {
   // Moves the oldest waiting datagram to `out`, cut to its size; returns the bytes stored (0 when none
   // waits).
   virtual std::size_t Receive(std::span<Byte> out) = 0;
+  // The port that the oldest waiting datagram came from; 0 where none waits or it is not known.
+  virtual std::int32_t WaitingSenderPort() const { return 0; }
   // In words, of the last SetUp that failed; empty after one that succeeded.
   virtual std::string LastError() const = 0;
 };

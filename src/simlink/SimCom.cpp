@@ -35,10 +35,12 @@ bool SimCom::ConvertPorts() {
     return false;
   };
   numbers_.reset();
-  const auto remote = PortNumber(model_.General.RemotePort);
-  if (!remote) return refuse("the simulator's", model_.General.RemotePort);
-  const auto local = PortNumber(model_.General.LocalPort);
-  if (!local) return refuse("the local", model_.General.LocalPort);
+  const std::string& remoteText = endpoint_ ? endpoint_->RemotePort : model_.General.RemotePort;
+  const std::string& localText = endpoint_ ? endpoint_->LocalPort : model_.General.LocalPort;
+  const auto remote = PortNumber(remoteText);
+  if (!remote) return refuse("the simulator's", remoteText);
+  const auto local = PortNumber(localText);
+  if (!local) return refuse("the local", localText);
   portTextError_.clear();
   numbers_ = PortNumbers{*remote, *local};
   return true;
@@ -46,7 +48,12 @@ bool SimCom::ConvertPorts() {
 
 bool SimCom::SetUpSocket() {
   if (!numbers_ && !ConvertPorts()) return false;
-  return socket_.SetUp({model_.General.RemoteIP, numbers_->remote, numbers_->local});
+  return socket_.SetUp({RemoteIP(), numbers_->remote, numbers_->local});
+}
+
+void SimCom::UseEndpoint(std::optional<Endpoint> endpoint) {
+  endpoint_ = std::move(endpoint);
+  numbers_.reset();
 }
 
 bool SimCom::OpenUDP() {
@@ -108,7 +115,7 @@ void SimCom::SendDataInt(int group, int valueNumber, std::int32_t value) {
 
 void SimCom::SendDataChar(int character) {
   Datagram packet;
-  if (BuildCHAR(character, model_.General.RemoteIP, packet)) SendAsItIs(packet);
+  if (BuildCHAR(character, RemoteIP(), packet)) SendAsItIs(packet);
 }
 
 void SimCom::SendXplaneCommand(std::string_view commandList, int entry) {

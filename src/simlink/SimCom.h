@@ -32,6 +32,17 @@ class SimCom {
 
   void SetSocketErrorHandler(SocketErrorHandler handler) { socketError_ = std::move(handler); }
 
+  // --- for the test console ---
+  // Where the link leads; nothing: where the configuration says. Counts from the next set-up of the socket.
+  struct Endpoint {
+    std::string RemoteIP, RemotePort, LocalPort;
+    bool operator==(const Endpoint&) const = default;
+  };
+  void UseEndpoint(std::optional<Endpoint> endpoint);
+  // Told of every datagram that arrives in monitor mode, with the sender's port (0: not known).
+  using MonitorHandler = std::function<void(ByteView datagram, std::int32_t senderPort)>;
+  void SetMonitor(MonitorHandler handler) { monitor_ = std::move(handler); }
+
   // --- socket ---
   // Takes the configured host and ports and binds. False when the ports' texts are no numbers 1..65535, the
   // host is no IPv4 address, or the local port is taken; LinkError() tells in words.
@@ -118,6 +129,7 @@ class SimCom {
   };
   bool ConvertPorts();  // the configured texts into numbers_; false when one is no port number
   bool SetUpSocket();
+  const std::string& RemoteIP() const { return endpoint_ ? endpoint_->RemoteIP : model_.General.RemoteIP; }
   void SetUpAndSend(const Datagram& datagram);
   void SendAsItIs(const Datagram& datagram);
   void OnSocketError(int code, std::string_view description);
@@ -139,6 +151,8 @@ class SimCom {
   MessageBoxes& boxes_;
   const Clock& clock_;
   SocketErrorHandler socketError_;
+  MonitorHandler monitor_;
+  std::optional<Endpoint> endpoint_;
   std::vector<PortRow> ports_ = std::vector<PortRow>(1);  // one spare row at the end
   std::vector<RrefRow> rrefs_;
   std::array<std::array<float, kDataValuesPerGroup>, kDataGroups> dataValues_{};

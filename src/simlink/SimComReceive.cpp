@@ -8,12 +8,14 @@
 namespace tvx {
 
 void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
+  const std::int32_t sender = UdpMonitorMode != 0 && monitor_ ? socket_.WaitingSenderPort() : 0;
   received_ = std::min(socket_.Receive(buffer_), buffer_.size());
   DataReceived = 1;
   lastArrivalMs_ = clock_.MonotonicMs();
   if (UdpMonitorMode != 0) {
     PacketArrived = 1;
     CountPacket();
+    if (monitor_) monitor_(LastDatagram(), sender);
     return;
   }
   if (bytesTotal < 6) return;

@@ -1,5 +1,8 @@
 #include "platform/qt/QtUdpSocket.h"
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 #include <charconv>
 #include <utility>
 
@@ -128,6 +131,16 @@ std::size_t QtUdpSocket::Receive(std::span<Byte> out) {
   const qint64 count =
       socket_.readDatagram(reinterpret_cast<char*>(out.data()), static_cast<qint64>(out.size()));
   return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+std::int32_t QtUdpSocket::WaitingSenderPort() const {
+  if (!IsOpen()) return 0;
+  sockaddr_in from{};
+  socklen_t size = sizeof from;
+  char byte = 0;
+  const ssize_t peeked = recvfrom(static_cast<int>(socket_.socketDescriptor()), &byte, sizeof byte,
+                                  MSG_PEEK | MSG_DONTWAIT, reinterpret_cast<sockaddr*>(&from), &size);
+  return peeked >= 0 && from.sin_family == AF_INET ? ntohs(from.sin_port) : 0;
 }
 
 void QtUdpSocket::DeliverWaiting(int most) {

@@ -26,6 +26,7 @@ class QtUdpSocket final : public UdpSocket {
   bool IsOpen() const override;
   bool Send(ByteView datagram) override;
   std::size_t Receive(std::span<Byte> out) override;
+  std::int32_t WaitingSenderPort() const override;
   std::string LastError() const override { return lastError_; }
 
  private:

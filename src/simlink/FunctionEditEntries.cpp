@@ -1,0 +1,67 @@
+#include "simlink/FunctionEditEntries.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "config/Records.h"
+#include "simlink/ReferenceList.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kDatarefLines = 4;
+constexpr int kCommandLines = 9;  // a port's value chooses among them, and is held at 9
+
+// The number of a line "#n:..."; 0 for any other line.
+int NumberOf(std::string_view line) {
+  int number = 0;
+  if (line.empty() || line.front() != '#') return 0;
+  const auto [end, error] = std::from_chars(line.data() + 1, line.data() + line.size(), number);
+  const bool whole = error == std::errc() && end != line.data() + line.size() && *end == ':';
+  return whole && number < 10000 ? std::max(number, 0) : 0;
+}
+
+}  // namespace
+
+int EntryLimit(Byte dataType) {
+  switch (static_cast<DataType>(dataType)) {
+    case DataType::XplaneDataref:
+      return kDatarefLines;
+    case DataType::XplaneCmnd:
+      return kCommandLines;
+    default:
+      return 0;
+  }
+}
+
+int NextEntryNumber(std::string_view lines) {
+  int highest = 0;
+  while (!lines.empty()) {
+    const std::size_t end = std::min(lines.find('\n'), lines.size());
+    highest = std::max(highest, NumberOf(lines.substr(0, end)));
+    lines.remove_prefix(std::min(end + 1, lines.size()));
+  }
+  return highest + 1;
+}
+
+bool AppendEntry(std::string& lines, std::string_view path) {
+  if (!IsEntry(path)) return false;
+  const int number = NextEntryNumber(lines);
+  if (!lines.empty() && lines.back() != '\n') lines += "\r\n";
+  lines += '#' + std::to_string(number) + ':' + std::string(path) + "\r\n";
+  return true;
+}
+
+bool IsElement(std::string_view path) {
+  const std::size_t open = path.rfind('[');
+  if (open == std::string_view::npos || !path.ends_with(']')) return false;
+  const std::string_view digits = path.substr(open + 1, path.size() - open - 2);
+  return !digits.empty() && digits.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+std::string WithElement(std::string_view path, int element) {
+  if (!IsElement(path)) return std::string(path);
+  return std::string(path.substr(0, path.rfind('['))) + '[' + std::to_string(element) + ']';
+}
+
+}  // namespace tvx

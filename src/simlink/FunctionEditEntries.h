@@ -1,0 +1,27 @@
+// The "#n:path" lines of a Function's description: what copying an entry of the simulator's lists appends.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/Bytes.h"
+
+namespace tvx {
+
+// How many lines a Function of a data type holds: 4 data references, one for each sequence number, or 9
+// commands; otherwise none.
+int EntryLimit(Byte dataType);
+
+// One more than the highest number of the lines "#n:" in a text; 1 where there is none.
+int NextEntryNumber(std::string_view lines);
+
+// Appends the line "#n:path" with the next number, ended by CR LF; a last line that was not ended is ended
+// first. False, and nothing done, when `path` is no entry (ReferenceList.h).
+bool AppendEntry(std::string& lines, std::string_view path);
+
+// Whether a path ends with a number between brackets: an element of an array.
+bool IsElement(std::string_view path);
+// An element's path with another number, 0 or more: "a/b[0]" and 3 give "a/b[3]". Any other path stays.
+std::string WithElement(std::string_view path, int element);
+
+}  // namespace tvx

@@ -25,12 +25,14 @@ void GaugeReceiver::OnComm(SerialEvent event, bool running) {
   if (length <= kIgnoredLength) return;
   if (!IsReplyEnvelope(ByteView(read).first(length))) {
     port.DiscardInput();
+    if (listener_) listener_(std::nullopt);
     return;
   }
   replyText_ = read;
   replyLength_ = length;
   serial_.ReplyReceived = 1;
   if (running) Dispatch(ReplyView(replyText_));
+  if (listener_) listener_(ReplyView(replyText_));
 }
 
 void GaugeReceiver::Dispatch(ReplyView reply) {

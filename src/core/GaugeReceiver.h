@@ -3,6 +3,8 @@
 #pragma once
 
 #include <array>
+#include <functional>
+#include <optional>
 
 #include "core/ProcessCycle.h"
 #include "hwbus/Serial.h"
@@ -19,6 +21,11 @@ class GaugeReceiver final : private GaugeReply {
   // what waits; a read of 7 bytes or fewer is ignored. `running` false: only the raw text and the reply flag
   // change.
   void OnComm(SerialEvent event, bool running);
+
+  // Told of every well-formed reply, and (nothing) of every read that was refused; for the searches and
+  // consoles of the configuration.
+  using Listener = std::function<void(std::optional<ReplyView>)>;
+  void SetListener(Listener listener) { listener_ = std::move(listener); }
 
   // The last well-formed reply; empty before the first.
   ByteView ReplyText() const { return {replyText_.data(), replyLength_}; }
@@ -43,6 +50,7 @@ class GaugeReceiver final : private GaugeReply {
   SpecialValues& special_;
   std::array<Byte, kReplySize> replyText_{};
   std::size_t replyLength_ = 0;
+  Listener listener_;
 };
 
 }  // namespace tvx

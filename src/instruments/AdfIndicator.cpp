@@ -1,6 +1,7 @@
 // ADF indicator, Gaugetype 108: the pointer, the card, and the knob that turns the card.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -19,6 +20,15 @@ class AdfIndicator final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 1> kCodes{108};
     return kCodes;
+  }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the relative bearing of the ADF (Function 31) and its card (Function 32).";
+    d.function2 = {"Card knob", "The Function that the knob sets, degrees; none: Function 32"};
+    d.trials = {{"Pointer", kCommandPointer, 0, 4319, "steps, 12 to a degree"},
+                {"Card", kCommandCard, 0, 4319, "steps, 12 to a degree"}};
+    d.readings = {{"Card knob", KnobText<7>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

@@ -4,6 +4,7 @@
 
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -27,6 +28,17 @@ class Altimeter final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 1> kCodes{101};
     return kCodes;
+  }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the program's own altitude (Function 2), and the air pressure set (Function 8).";
+    d.function2 = {"Air pressure",
+                   "Any Function here switches the pressure display on; the value is Function 8"};
+    d.models = {{kModelInches, "Inches of mercury"}, {2, "Hectopascal"}};
+    d.trials = {{"Altitude", kCommandAltitude, -2000, kLargestValue, "ft"},
+                {"Air pressure", kCommandPressure, 0, 3200, "hPa, or 0.01 inHg on model 1"}};
+    d.readings = {{"Pressure setting", WordText<7>}, {"Knob turned", ByteText<10>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

@@ -16,6 +16,13 @@ class AttitudeIndicator final : public Instrument {
     static constexpr std::array<Byte, 1> kCodes{103};
     return kCodes;
   }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the program's own pitch (Function 5) and bank (Function 4).";
+    d.trials = {{"Pitch", kCommandPitch, -900, 900, "0.1°, up positive"},
+                {"Bank", kCommandBank, -1800, 1800, "0.1°, right positive"}};
+    return d;
+  }
   void OpenPorts(ActiveGauge&, const ConfigModel&, SimCom&) const override {}
 
   void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {

@@ -1,6 +1,7 @@
 // Audio panel, Gaugetype 125: the marker beacon lamps, and the selector buttons.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -32,6 +33,15 @@ class AudioPanel final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 1> kCodes{125};
     return kCodes;
+  }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Marker lamps (Function 38), and buttons that select what is heard.";
+    d.trials = {{"Marker lamps", kCommandLamps, 0, 7, "bits: 1 outer, 2 middle, 4 inner"}};
+    d.readings = {{"Buttons, first byte", ByteText<7>},
+                  {"Buttons, second byte", ByteText<8>},
+                  {"Volume", ByteText<10>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

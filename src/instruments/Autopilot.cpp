@@ -2,6 +2,7 @@
 // two knobs.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -29,6 +30,19 @@ class Autopilot final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 1> kCodes{124};
     return kCodes;
+  }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the autopilot's state and sets it with its buttons and knobs.";
+    d.function1 = {"Block of the autopilot",
+                   "The first of its 21 Functions, less 90: 1 stands for Function 91", true, kFunctionOffset};
+    d.function2 = {"Altitude preselect", "The Function that its knob sets, less 90", true, kFunctionOffset};
+    d.trials = {{"Lamps", kCommandStatus, 0, 255, "bits: 1 AP, 2 HDG, 8 NAV, 16 APR, 32 ALT"},
+                {"Altitude", kCommandAltitude, 0, 65535, "ft"},
+                {"Vertical speed", kCommandVerticalSpeed, -9900, 9900, "ft/min"},
+                {"Trim", kCommandTrim, -16000, 16000, ""}};
+    d.readings = {{"Buttons pressed", ByteText<7>}, {"Altitude preselect, ft", WordText<10>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

@@ -1,6 +1,7 @@
 // Clocks: Gaugetypes 104 (UTC, local time and date) and 109 (outside temperature and voltage as well).
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -30,6 +31,30 @@ class ClockGauge final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 2> kCodes{kBoeingClock, kCessnaClock};
     return kCodes;
+  }
+  InstrumentDescription Describe(int gaugetype) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the simulator's time and date (Function 10).";
+    d.trials = {{"UTC", kCommandUtc, 0, 65535, "seconds of the day"},
+                {"Local time", kCommandLocal, 0, 65535, "seconds of the day"},
+                {"Date", kCommandDate, 101, 1231, "month x 100 + day"}};
+    if (gaugetype == kCessnaClock) {
+      d.purpose =
+          "Shows the simulator's time and date (Function 10), outside temperature (13) and voltage (9).";
+      d.trials.push_back({"Outside temperature", kCommandTemperature, -900, 900, "0.1 °C"});
+      d.trials.push_back({"Voltage", kCommandVoltage, 0, 400, "0.1 V"});
+    }
+    d.readings = {{"Date set by hand",
+                   [](ReplyView reply) {
+                     return std::to_string(2000 + ReplyByte(reply, 7)) + '-' +
+                            std::to_string(ReplyByte(reply, 8)) + '-' + std::to_string(ReplyByte(reply, 9));
+                   }},
+                  {"Time set by hand", [](ReplyView reply) {
+                     return std::to_string(ReplyByte(reply, 11)) + ':' +
+                            FormatNumberText(ReplyByte(reply, 12), "00") + ':' +
+                            FormatNumberText(ReplyByte(reply, 13), "00");
+                   }}};
+    return d;
   }
   bool Polled() const override { return true; }
 

@@ -22,6 +22,24 @@ class ClusterGauge final : public Instrument {
     static constexpr std::array<Byte, 1> kCodes{8};
     return kCodes;
   }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "A housing of the engine cluster: two of eight Functions in a row.";
+    d.function1 = {"First of eight Functions",
+                   "Fuel left; the next seven are fuel right, oil temperature, oil pressure, exhaust "
+                   "temperature, fuel flow, vacuum, amperes"};
+    d.plates = {{"Plate of the first needle", kCommandFirst}, {"Plate of the second needle", kCommandSecond}};
+    d.options = {{"Housing",
+                  "Which two values it shows",
+                  kModeMask,
+                  {{0, "Vacuum and amperes"},
+                   {1, "Fuel left and right"},
+                   {2, "Oil temperature and pressure"},
+                   {3, "Exhaust temperature and fuel flow"}}}};
+    d.trials = {{"First needle", kCommandFirst, 0, kNeedlePositions - 1, "steps, 3 to a degree"},
+                {"Second needle", kCommandSecond, 0, kNeedlePositions - 1, "steps, 3 to a degree"}};
+    return d;
+  }
 
   // Eight Functions in a row, the first one configured.
   void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {

@@ -1,6 +1,7 @@
 // COM/NAV radio, Gaugetype 120: two radios in one housing, with their active and standby frequencies.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -17,6 +18,17 @@ class ComNavRadio final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 1> kCodes{120};
     return kCodes;
+  }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Keeps its own frequencies and sends them: Functions 20 and 22, the second radio 21 and 23.";
+    d.function1 = {"Unit of the stack", "Sequence number of its Functions; 0 counts as 1", false};
+    d.options = {{"The second radio too", "Sends Functions 21 and 23 as well", kOptionSecondRadio}};
+    d.readings = {{"Radio 1 active", MegahertzText<7>},
+                  {"Radio 1 standby", MegahertzText<13>},
+                  {"Radio 2 active", MegahertzText<10>},
+                  {"Radio 2 standby", MegahertzText<16>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

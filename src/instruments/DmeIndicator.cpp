@@ -1,6 +1,7 @@
 // DME indicators, Gaugetypes 113 and 123: distance, ground speed and time to the station, and a selector.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -38,6 +39,25 @@ class DmeIndicator final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 2> kCodes{113, kKing};
     return kCodes;
+  }
+  InstrumentDescription Describe(int gaugetype) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows distance, speed and time to the station: Functions 27 to 30.";
+    d.trials = {{"Distance", kCommandDistance, 0, 9999, "0.1 NM"},
+                {"Speed", kCommandSpeed, 0, 999, "kt"},
+                {"Time", kCommandTime, 0, 999, "min"},
+                {"Frequency", kCommandFrequency, 0, 65535, "kHz above 100 MHz"}};
+    if (gaugetype == kKing) {
+      d.readings = {{"Source", ByteText<24>}};
+      return d;
+    }
+    d.function2 = {"Selector",
+                   "The Function that the selector sets, 1 or 2; none: Function 27, sequence number 4"};
+    d.options = {{"The selector stays in the instrument",
+                  "It shows receiver 1 or 2 by itself, and the simulator hears nothing of it",
+                  kOptionDisplayLocal}};
+    d.readings = {{"Selector", ByteText<17>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

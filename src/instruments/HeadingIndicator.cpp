@@ -1,6 +1,7 @@
 // Heading indicator / directional gyro, Gaugetype 105: the heading disc, a bug, and two knobs that report.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -22,6 +23,18 @@ class HeadingIndicator final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 1> kCodes{105};
     return kCodes;
+  }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the program's own heading (Function 3) on its disc, and a heading bug.";
+    d.function1 = {"Heading bug", "The Function that the bug shows and its knob sets, degrees"};
+    d.function2 = {"Gyro correction", "The Function that the correction knob sets, degrees"};
+    d.options = {
+        {"The knobs report", "What the knobs are turned to goes to the two Functions", kOptionKnobs}};
+    d.trials = {{"Disc", kCommandDisc, 0, 4319, "steps, 12 to a degree"},
+                {"Bug", kCommandBug, 0, 4319, "steps, 12 to a degree"}};
+    d.readings = {{"Bug knob", WordText<10>}, {"Gyro knob", WordText<7>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

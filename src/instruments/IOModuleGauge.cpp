@@ -28,6 +28,17 @@ class IOModuleGauge final : public Instrument {
     static constexpr std::array<Byte, 1> kCodes{10};
     return kCodes;
   }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Lamps and a number for its display; eight analogue inputs come back.";
+    d.function1 = {"Lamps", "The Function whose whole number sets the lamps, bit by bit"};
+    d.function2 = {"Number", "The Function that the display shows, rounded"};
+    d.setting6 = "First Function of the eight analogue inputs (0: none is written)";
+    d.trials = {{"Lamps", kCommandLamps, 0, 65535, "one bit a lamp"},
+                {"Number", kCommandNumber, -kLargestValue, kLargestValue, ""},
+                {"Brightness", kCommandBrightness, 0, 15, "steps"}};
+    return d;
+  }
 
   void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
     const GaugeRecord& record = *gauge.Record;

@@ -9,6 +9,7 @@
 
 #include "config/Model.h"
 #include "hwbus/GaugeFrame.h"
+#include "instruments/Description.h"
 #include "instruments/FlightValues.h"
 #include "simlink/SimCom.h"
 #include "simlink/SpecialValues.h"
@@ -129,6 +130,8 @@ class Instrument {
   virtual ~Instrument() = default;
   // The Gaugetype codes it serves.
   virtual std::span<const Byte> Gaugetypes() const = 0;
+  // What its configuration dialog offers for a gauge of this type, one of those above.
+  virtual InstrumentDescription Describe(int gaugetype) const = 0;
   // True when the cycle asks such gauges, one a tick, to report.
   virtual bool Polled() const { return false; }
   // Opens the simulator ports that the gauge needs into gauge.Ports and enables reading; CurrentOpener is

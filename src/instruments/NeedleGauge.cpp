@@ -18,11 +18,32 @@ constexpr int kCommandDisplayControl = 11;
 constexpr int kWholeNumbers = 11;  // 1000 and more: no decimal
 constexpr int kOneDecimal = 160;   // below: one decimal
 
+constexpr bool HasSecondNeedle(int gaugetype) {
+  return gaugetype == 3 || gaugetype == 5 || gaugetype == 6;
+}
+
 class NeedleGauge final : public Instrument {
  public:
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 6> kCodes{1, 2, 3, 4, 5, 6};
     return kCodes;
+  }
+  InstrumentDescription Describe(int gaugetype) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the value of each Function with a needle, by the Plate of its face.";
+    d.function1 = {"First needle", "The Function that the first needle shows"};
+    d.plates = {{"Plate of the first needle", kCommandFirstNeedle}};
+    d.trials = {{"First needle", kCommandFirstNeedle, 0, kNeedlePositions - 1, "steps, 3 to a degree"}};
+    if (gaugetype == kWithDisplay) {
+      d.purpose = "Shows the value of its Function with a needle, by the Plate of its face, and in digits.";
+      d.trials.push_back({"Digits", kCommandSecondNeedle, -kLargestValue, kLargestValue, "tenths"});
+    } else if (HasSecondNeedle(gaugetype)) {
+      d.function2 = {"Second needle", "The Function that the second needle shows"};
+      d.plates.push_back({"Plate of the second needle", kCommandSecondNeedle});
+      d.trials.push_back(
+          {"Second needle", kCommandSecondNeedle, 0, kNeedlePositions - 1, "steps, 3 to a degree"});
+    }
+    return d;
   }
 
   void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {

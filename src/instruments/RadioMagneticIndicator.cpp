@@ -33,6 +33,24 @@ class RadioMagneticIndicator final : public Instrument {
     static constexpr std::array<Byte, 1> kCodes{130};
     return kCodes;
   }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows the heading on its card and two bearings: Functions 143 (VOR) and 144 (ADF).";
+    d.options = {
+        {"First pointer", "What it points to", kOptionPointer1Adf, {{0, "VOR"}, {kOptionPointer1Adf, "ADF"}}},
+        {"Second pointer",
+         "What it points to",
+         kOptionPointer2Adf,
+         {{0, "VOR"}, {kOptionPointer2Adf, "ADF"}}},
+        {"Second VOR receiver", "The second pointer shows Function 143, sequence number 2", kOptionSecondVor},
+        {"Second ADF receiver", "The second pointer shows Function 144, sequence number 2",
+         kOptionSecondAdf}};
+    d.trials = {{"Card", kCommandCard, 0, 4319, "steps, 12 to a degree"},
+                {"First pointer", kCommandPointer1, 0, 5000, "steps, 12 to a degree; 5000 parks it"},
+                {"Second pointer", kCommandPointer2, 0, 5000, "steps, 12 to a degree; 5000 parks it"},
+                {"Distance", kCommandDistance, 0, 9999, "0.1 NM"}};
+    return d;
+  }
 
   void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
     const int options = gauge.Record->GaugeSetting5;

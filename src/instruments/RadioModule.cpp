@@ -2,6 +2,7 @@
 // standby frequency.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -22,6 +23,28 @@ class RadioModule final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 3> kCodes{110, 111, kAdfRadio};
     return kCodes;
+  }
+  InstrumentDescription Describe(int gaugetype) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows an active and a standby frequency, and sets them with its knobs.";
+    d.function1 = {"Active frequency", "10 kHz (11850 is 118.50 MHz); an ADF: kHz"};
+    d.function2 = {"Standby frequency", "10 kHz (11850 is 118.50 MHz); an ADF: kHz"};
+    if (gaugetype != kAdfRadio) {
+      d.options = {{"Kind of radio",
+                    "What it tunes",
+                    kOptionKind,
+                    {{0, "COM"}, {1, "NAV"}, {2, "ADF"}, {3, "ADF (second kind)"}}}};
+    }
+    d.options.push_back({"Send the standby frequency too",
+                         "Its knob changes the simulator's standby frequency", kOptionSendStandby});
+    d.trials = {{"Active", kCommandActive, 0, 65535, "kHz above 100 MHz; an ADF: 0.1 kHz"},
+                {"Standby", kCommandStandby, 0, 65535, "kHz above 100 MHz; an ADF: 0.1 kHz"}};
+    if (gaugetype == kAdfRadio) {
+      d.readings = {{"Active, 0.1 kHz", WordText<7>}, {"Standby, 0.1 kHz", WordText<10>}};
+    } else {
+      d.readings = {{"Active", MegahertzText<7>}, {"Standby", MegahertzText<10>}};
+    }
+    return d;
   }
   bool Polled() const override { return true; }
 

@@ -1,6 +1,7 @@
 // Transponders, Gaugetypes 112, 114 and 122: code, mode and identification.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -33,6 +34,28 @@ class Transponder final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 3> kCodes{112, 114, kKing};
     return kCodes;
+  }
+  InstrumentDescription Describe(int gaugetype) const override {
+    InstrumentDescription d;
+    d.purpose = "Shows and sets the transponder code (Function 26) and its mode (47).";
+    d.options = {
+        {"Altitude reporting", "Whether it reports the altitude goes to Function 47, sequence number 2",
+         kOptionReporting},
+        {"Identification button", "It presses Function 46", kOptionIdent},
+        {"A second transponder", "Shows the code of Function 26, sequence number 2, as well", kOptionSecond}};
+    d.trials = {{"Code", kCommandCode, 0, 7777, ""},
+                {"Mode", kCommandMode, 0, 4, "off, standby, on, altitude, test"}};
+    if (gaugetype == kKing) {
+      d.trials.push_back({"Flight level", kCommandFlightLevel, -20, 600, "100 ft"});
+      d.readings = {{"Code", SquawkText<7>}, {"Knob", ByteText<17>}};
+      return d;
+    }
+    d.options.insert(d.options.begin(),
+                     {"Mode knob", "It sets the simulator's mode, Function 47", kOptionMode});
+    d.readings = {{"Code, first display", SquawkText<7>},
+                  {"Code, second display", SquawkText<10>},
+                  {"Mode knob", ByteText<17>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

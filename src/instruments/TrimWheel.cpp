@@ -3,6 +3,7 @@
 
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -25,6 +26,16 @@ class TrimWheel final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 1> kCodes{140};
     return kCodes;
+  }
+  InstrumentDescription Describe(int) const override {
+    InstrumentDescription d;
+    d.purpose = "Follows and sets the elevator trim (Function 281); resists while the autopilot flies (282).";
+    d.trials = {{"Wheel", kCommandPosition, 0, 10000, "0 full nose down, 10000 full nose up"},
+                {"Resistance", kCommandFlags, 0, 1, "1 on"}};
+    d.readings = {{"Wheel", WordText<7>}, {"Moved by", [](ReplyView reply) {
+                                             return std::string(ReplyByte(reply, 13) == 1 ? "hand" : "motor");
+                                           }}};
+    return d;
   }
   bool Polled() const override { return true; }
 

@@ -2,6 +2,7 @@
 // course knob.
 #include "instruments/Kinds.h"
 #include "instruments/ReplyNumbers.h"
+#include "instruments/ReplyTexts.h"
 
 namespace tvx {
 namespace {
@@ -28,6 +29,17 @@ class VorIndicator final : public Instrument {
   std::span<const Byte> Gaugetypes() const override {
     static constexpr std::array<Byte, 2> kCodes{106, kVor2};
     return kCodes;
+  }
+  InstrumentDescription Describe(int gaugetype) const override {
+    InstrumentDescription d;
+    d.purpose = gaugetype == kVor2 ? "Shows the second VOR receiver: Functions 33 to 36, sequence number 2."
+                                   : "Shows the first VOR receiver: Functions 33 to 36.";
+    d.function1 = {"Course", "The Function that the course knob sets, whole degrees"};
+    d.trials = {{"Course needle", kCommandCourse, 0, 944, "steps, 472 in the middle"},
+                {"Glide slope needle", kCommandGlide, 0, 944, "steps, 472 in the middle"},
+                {"Flags", kCommandFlags, 0, 258, "0 off, 1 to, 2 from; + 256 glide slope"}};
+    d.readings = {{"Course knob", KnobText<7>}};
+    return d;
   }
   bool Polled() const override { return true; }
 

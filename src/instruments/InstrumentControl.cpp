@@ -1,0 +1,156 @@
+#include "instruments/InstrumentControl.h"
+
+#include <algorithm>
+
+#include "base/NumberFormat.h"
+#include "base/Rounding.h"
+#include "config/GaugeList.h"
+#include "config/ValueText.h"
+#include "hwbus/SerialWords.h"
+#include "instruments/Registry.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kHighestSequence = 4;
+constexpr int kHighestPlate = 255;
+
+std::string IdText(int gaugeID) {
+  return FormatNumberText(gaugeID, "000");
+}
+
+}  // namespace
+
+InstrumentControl::InstrumentControl(ConfigModel& model, Serial& serial, MessageBoxes& boxes,
+                                     std::function<ByteView()> replyText)
+    : model_(model), serial_(serial), boxes_(boxes), replyText_(std::move(replyText)) {}
+
+void InstrumentControl::Open(int gaugeID) {
+  gaugeID_ = std::clamp(gaugeID, 0, kGauges - 1);
+  const Instrument* kind = InstrumentOf(Record().GaugeType);
+  description_ = kind == nullptr ? InstrumentDescription{} : kind->Describe(Record().GaugeType);
+  if (kind == nullptr) description_.purpose = "The program does not serve instruments of this type.";
+  readings_.clear();
+  identity_.clear();
+}
+
+std::string InstrumentControl::Title() const {
+  return IdText(gaugeID_) + "  " + GaugetypeNameInList(model_, Record().GaugeType);
+}
+
+GaugeRecord& InstrumentControl::Edited() {
+  model_.ConfigChanged = true;
+  return model_.Gauges[static_cast<std::size_t>(gaugeID_)];
+}
+
+bool InstrumentControl::SetField(bool valid, const std::function<void(GaugeRecord&)>& edit) {
+  if (valid) edit(Edited());
+  return valid;
+}
+
+bool InstrumentControl::SetFunction(int needle, int function) {
+  return SetField(function >= 0 && function < kFunctions, [&](GaugeRecord& gauge) {
+    (needle == 2 ? gauge.GaugeFunction2 : gauge.GaugeFunction1) = static_cast<std::int16_t>(function);
+  });
+}
+
+bool InstrumentControl::SetSequence(int needle, int sequenceNr) {
+  return SetField(sequenceNr >= 0 && sequenceNr <= kHighestSequence, [&](GaugeRecord& gauge) {
+    (needle == 2 ? gauge.GaugeInstance2 : gauge.GaugeInstance1) = static_cast<Byte>(sequenceNr);
+  });
+}
+
+bool InstrumentControl::SetPlate(int needle, int plate) {
+  return SetField(model_.PlateOf(plate) != nullptr && plate <= kHighestPlate, [&](GaugeRecord& gauge) {
+    (needle == 2 ? gauge.GaugeSetting4 : gauge.GaugeSetting3) = static_cast<Byte>(plate);
+  });
+}
+
+bool InstrumentControl::SetOption(int mask, int value) {
+  return SetField(true, [&](GaugeRecord& gauge) {
+    gauge.GaugeSetting5 = static_cast<std::int16_t>((gauge.GaugeSetting5 & ~mask) | (value & mask));
+  });
+}
+
+bool InstrumentControl::SetModel(int gaugeModel) {
+  return SetField(gaugeModel >= 0 && gaugeModel <= 255,
+                  [&](GaugeRecord& gauge) { gauge.GaugeSetting1 = static_cast<Byte>(gaugeModel); });
+}
+
+bool InstrumentControl::SetSetting6(int value) {
+  return SetField(value >= 0 && value < kFunctions,
+                  [&](GaugeRecord& gauge) { gauge.GaugeSetting6 = static_cast<std::int16_t>(value); });
+}
+
+bool InstrumentControl::Read() {
+  readings_.clear();
+  identity_.clear();
+  GaugeConnection& state = model_.GaugeState[static_cast<std::size_t>(gaugeID_)];
+  if (!serial_.QueryGauge(gaugeID_)) {
+    state = GaugeConnection::NotConnected;
+    return false;
+  }
+  const ByteView bytes = replyText_();
+  if (bytes.size() != kReplySize) return false;
+  const ReplyView reply = bytes.first<kReplySize>();
+  if (ReplyGaugeID(reply) != gaugeID_) {
+    boxes_.Show("Gauge " + IdText(ReplyGaugeID(reply)) + " answered instead of " + IdText(gaugeID_) + ".");
+    return false;
+  }
+  state = GaugeConnection::Connected;
+  identity_ = GaugetypeNameInList(model_, ReplyGaugetype(reply)) + ", model " +
+              std::to_string(ReplyModel(reply)) + ", version " + std::to_string(ReplyVersion(reply));
+  if (ReplyGaugetype(reply) != Record().GaugeType) {
+    identity_ += "; the configuration says another type";
+    return true;
+  }
+  for (const ReadingField& field : description_.readings) {
+    readings_.push_back({std::string(field.label), field.text(reply)});
+  }
+  return true;
+}
+
+bool InstrumentControl::WriteNewGaugeID(const std::string& text) {
+  const auto number = ParseReal<double>(text);
+  const auto wanted = number ? RoundTo<Byte>(*number) : std::nullopt;
+  if (!wanted || *wanted != *number) {
+    boxes_.Show("A GaugeID is a whole number from 0 to 255.");
+    return false;
+  }
+  const std::size_t from = static_cast<std::size_t>(gaugeID_), to = *wanted;
+  if (from == to) return false;
+  if (model_.Gauges[to].GaugeType != 0 || model_.GaugeState[to] == GaugeConnection::Connected) {
+    boxes_.Show("GaugeID " + IdText(*wanted) + " is used by another gauge.");
+    return false;
+  }
+  if (model_.GaugeState[from] != GaugeConnection::Connected) {
+    boxes_.Show("Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge");
+    return false;
+  }
+  serial_.WriteNewGaugeID(gaugeID_, *wanted);
+  model_.Gauges[to] = Record();
+  Edited() = {};
+  model_.GaugeState[from] = GaugeConnection::NotConnected;
+  model_.GaugeState[to] = GaugeConnection::Connected;
+  Open(*wanted);
+  return Read();
+}
+
+bool InstrumentControl::Try(const TrialField& trial, int value) {
+  const SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
+  if (!bus.IsOpen()) {
+    boxes_.Show(SerialWords(serial_.ComNumber(HardwareGroup::GaugeBus), bus));
+    return false;
+  }
+  if (value < trial.lowest || value > trial.highest) return false;
+  serial_.WriteGaugeCommand(gaugeID_, trial.command, value);
+  return true;
+}
+
+bool InstrumentControl::Remove() {
+  if (boxes_.Ask("This will delete this gauge from the current configuration!") == kAnswerNo) return false;
+  Edited() = {};
+  return true;
+}
+
+}  // namespace tvx

@@ -1,0 +1,142 @@
+#include "hwbus/GaugeConsole.h"
+#include "hwbus/GaugeConsoleRig.h"
+#include "hwbus/LiveNeedle.h"
+
+namespace tvx {
+namespace {
+
+class GaugeConsoleTest : public HaltedBusTest {
+ protected:
+  void Tick() {
+    console.PollTimer_Tick();
+    serial.TickTransmit();
+  }
+  void Answer(int id, int type) {
+    const auto reply = Reply(id, type);
+    console.OnReply(ReplyView(reply));
+  }
+  GaugeConsole console{model, serial, boxes};
+};
+
+TEST_F(GaugeConsoleTest, SendingRefusesWhatNoFrameCarries) {
+  const struct {
+    const char *id, *command, *value, *message;
+  } rows[] = {
+      {"", "5", "0", "No Gauge ID defined"},
+      {"256", "5", "0", "No Gauge ID defined"},
+      {"-1", "5", "0", "No Gauge ID defined"},
+      {"x", "5", "0", "No Gauge ID defined"},
+      {"7", "-1", "0", "Commands must be 0 <-> 15"},
+      {"7", "16", "0", "Commands must be 0 <-> 15"},
+      {"7", "", "0", "Commands must be 0 <-> 15"},
+      {"7", "15.7", "0", "Command must be <16."},
+      {"7", "5", "", "commandvalue out of limits"},
+      {"7", "5", "65536", "commandvalue out of limits"},
+      {"7", "5", "-65536", "commandvalue out of limits"},
+      {"7", "15", "-65535", ""},
+      {"0", "0", "0", ""},
+  };
+  for (const auto& row : rows) {
+    boxes.shown.clear();
+    Bus().Writes.clear();
+    console.ManualGaugeID = row.id;
+    console.CommandNumber = row.command;
+    console.CommandValue = row.value;
+    EXPECT_EQ(console.SendGaugeCommand(), *row.message == 0) << row.message;
+    serial.TickTransmit();
+    EXPECT_EQ(boxes.shown.empty() ? "" : boxes.shown.back(), row.message);
+    EXPECT_EQ(Bus().Writes.size(), *row.message == 0 ? 1u : 0u);
+  }
+  EXPECT_EQ(Bus().Writes.back(), (std::vector<Byte>{0, 0, 0x08, 1, 2, 0xFF}));
+}
+
+TEST_F(GaugeConsoleTest, PollingShowsEachReply) {
+  console.cmdPollGauge();
+  EXPECT_EQ(boxes.shown.back(), "No new GaugeID");
+  EXPECT_FALSE(console.Polling());
+  console.ManualGaugeID = "7";
+  console.cmdPollGauge();
+  EXPECT_EQ(console.View().Text7, "-- No reply --");
+  Tick();
+  ASSERT_EQ(Bus().Writes.size(), 1u);
+  EXPECT_EQ(Bus().Writes[0][1], 7);
+  EXPECT_EQ(Bus().Writes[0][2] >> 4, 7);
+  for (const char* spinner : {"---", " \\", " |", " /", "---"}) {
+    Answer(7, 101);
+    EXPECT_EQ(console.View().ProgressIndicator, spinner);
+    Tick();
+    EXPECT_NE(console.View().Text7, "-- No reply --");
+  }
+  EXPECT_EQ(console.View().Text7, "0.7.101.1.20.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.255");
+  EXPECT_EQ(console.View().BoxID, "7");
+  EXPECT_EQ(console.View().BoxType, "101");
+  EXPECT_EQ(console.View().BoxModel, "1");
+  EXPECT_EQ(console.View().boxVersion, "20");
+  EXPECT_EQ(console.View().boxName, "Digital/Analogue Altimeter ");
+  Answer(7, 99);
+  EXPECT_EQ(console.View().boxName, " Unknown ");
+  Tick();
+  Tick();
+  EXPECT_EQ(console.View().Text7, "-- No reply --");
+  EXPECT_EQ(console.View().BoxID, "");
+  console.cmdStopPoll();
+  Bus().Writes.clear();
+  Tick();
+  Answer(7, 101);
+  EXPECT_TRUE(Bus().Writes.empty());
+  EXPECT_EQ(console.View().BoxID, "");
+}
+
+TEST_F(GaugeConsoleTest, StepsStayWithinTheAddresses) {
+  for (const auto& [from, by, to] :
+       {std::tuple{"", 1, "1"}, {"7", 10, "17"}, {"250", 10, "255"}, {"3", -10, "0"}}) {
+    console.ManualGaugeID = from;
+    console.Step(by);
+    EXPECT_EQ(console.ManualGaugeID, to);
+  }
+}
+
+TEST_F(GaugeConsoleTest, ForcingAGaugeInAsksFirst) {
+  model.Gauges[7] = {.GaugeType = 1, .GaugeFunction1 = 60, .GaugeSetting6 = 5};
+  for (const auto& [id, type] : {std::pair{"", 101}, {"300", 101}, {"7", 0}}) {
+    console.ManualGaugeID = id;
+    console.ComboGaugeType = type;
+    EXPECT_FALSE(console.cmdAddToConfig());
+    EXPECT_EQ(boxes.shown.back(), "GaugeID and/or Gaugetype incorrect");
+  }
+  console.ManualGaugeID = "7";
+  console.ComboGaugeType = 101;
+  console.boxAddModel = "1";
+  console.boxAddVersion = "22";
+  boxes.answers = {kAnswerNo, kAnswerYes};
+  EXPECT_FALSE(console.cmdAddToConfig());
+  EXPECT_EQ(model.Gauges[7].GaugeType, 1);
+  EXPECT_TRUE(console.cmdAddToConfig());
+  EXPECT_EQ(boxes.asked.back(),
+            "You are forcing a gauge into the configuration.\r\n"
+            "There is NO check whether the Gaugetype matches the actual Gauge. \r\n"
+            "This can result in unpredicted behaviour of gauges when incorrect\r\nContinue anyway?");
+  EXPECT_EQ(model.Gauges[7].GaugeType, 101);
+  EXPECT_EQ(model.Gauges[7].GaugeSetting2, 22);
+  EXPECT_EQ(model.Gauges[7].GaugeFunction1, 0);
+  EXPECT_EQ(model.Gauges[7].GaugeSetting6, 5);
+  EXPECT_TRUE(model.ConfigChanged);
+}
+
+TEST_F(HaltedBusTest, TheLiveNeedleSendsItsLastPosition) {
+  LiveNeedle needle(serial);
+  for (int position = 0; position <= 500; ++position) {
+    needle.Move(4, 5, position);
+    if (position % 100 == 0) needle.Tick();
+  }
+  serial.TickTransmit();
+  needle.Tick();
+  serial.TickTransmit();
+  needle.Tick();
+  serial.TickTransmit();
+  ASSERT_EQ(Bus().Writes.size(), 2u);
+  EXPECT_EQ(Bus().Writes.back(), (std::vector<Byte>{0, 4, 0x58, 0xF5, 0x03, 0xFF}));
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,168 @@
+#include <set>
+
+#include "hwbus/GaugeConsoleRig.h"
+#include "instruments/InstrumentControl.h"
+#include "instruments/Registry.h"
+
+namespace tvx {
+namespace {
+
+class InstrumentControlTest : public HaltedBusTest {
+ protected:
+  InstrumentControlTest() {
+    model.Gauges[7] = {.GaugeType = 101, .GaugeFunction2 = 8, .GaugeSetting5 = 0x80, .GaugeSetting6 = 3};
+    model.Plates.resize(300);
+    loop.onYield = [this] {
+      serial.TickTransmit();
+      serial.TickReplyCountdown();
+      if (answers && !Bus().Writes.empty()) {
+        reply = Reply(Bus().Writes.back()[1] == answersAt ? answersAt : otherID, 101, 2);
+        serial.ReplyReceived = 1;
+      }
+    };
+  }
+  ByteView LastReply() const { return reply; }
+
+  bool answers = true;
+  int answersAt = 7, otherID = 9;
+  std::array<Byte, kReplySize> reply{};
+  InstrumentControl control{model, serial, boxes, [this] { return LastReply(); }};
+};
+
+TEST_F(InstrumentControlTest, RefusesWhatTheRecordCannotHold) {
+  control.Open(7);
+  const GaugeRecord before = model.Gauges[7];
+  EXPECT_FALSE(control.SetFunction(1, 301));
+  EXPECT_FALSE(control.SetFunction(1, -1));
+  EXPECT_FALSE(control.SetSequence(1, 5));
+  EXPECT_FALSE(control.SetPlate(1, 256));
+  EXPECT_FALSE(control.SetPlate(1, -1));
+  EXPECT_FALSE(control.SetModel(256));
+  EXPECT_FALSE(control.SetSetting6(301));
+  EXPECT_FALSE(model.ConfigChanged);
+  EXPECT_EQ(model.Gauges[7].GaugeFunction1, before.GaugeFunction1);
+  EXPECT_TRUE(control.SetFunction(2, 300));
+  EXPECT_TRUE(control.SetSequence(2, 4));
+  EXPECT_TRUE(control.SetPlate(2, 255));
+  EXPECT_TRUE(control.SetOption(3, 2));
+  EXPECT_TRUE(control.SetModel(1));
+  const GaugeRecord& gauge = model.Gauges[7];
+  EXPECT_EQ(gauge.GaugeFunction2, 300);
+  EXPECT_EQ(gauge.GaugeInstance2, 4);
+  EXPECT_EQ(gauge.GaugeSetting4, 255);
+  EXPECT_EQ(gauge.GaugeSetting3, 0);
+  EXPECT_EQ(gauge.GaugeSetting5, 0x82);
+  EXPECT_TRUE(model.ConfigChanged);
+}
+
+TEST_F(InstrumentControlTest, ReadsTheLiveInstrument) {
+  control.Open(7);
+  EXPECT_TRUE(control.Read());
+  EXPECT_EQ(control.Identity(), "Digital/Analogue Altimeter , model 2, version 20");
+  ASSERT_EQ(control.Readings().size(), 2u);
+  EXPECT_EQ(control.Readings()[0].label, "Pressure setting");
+  EXPECT_EQ(model.GaugeState[7], GaugeConnection::Connected);
+
+  answersAt = -1;  // another one speaks up
+  EXPECT_FALSE(control.Read());
+  EXPECT_EQ(boxes.shown.back(), "Gauge 009 answered instead of 007.");
+  answers = false;
+  boxes.shown.clear();
+  EXPECT_FALSE(control.Read());
+  EXPECT_EQ(boxes.shown, std::vector<std::string>{"Gauge with ID: 7 doesn't respond."});
+  EXPECT_EQ(model.GaugeState[7], GaugeConnection::NotConnected);
+}
+
+TEST_F(InstrumentControlTest, ANewAddressIsCheckedWrittenAndReadBack) {
+  model.Gauges[12].GaugeType = 1;
+  model.GaugeState[13] = GaugeConnection::Connected;
+  control.Open(7);
+  const struct {
+    const char *text, *message;
+  } rows[] = {
+      {"", "A GaugeID is a whole number from 0 to 255."},
+      {"256", "A GaugeID is a whole number from 0 to 255."},
+      {"1.5", "A GaugeID is a whole number from 0 to 255."},
+      {"12", "GaugeID 012 is used by another gauge."},
+      {"13", "GaugeID 013 is used by another gauge."},
+      {"20", "Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge"}};
+  for (const auto& row : rows) {
+    EXPECT_FALSE(control.WriteNewGaugeID(row.text));
+    EXPECT_EQ(boxes.shown.back(), row.message);
+  }
+  serial.TickTransmit();
+  EXPECT_TRUE(Bus().Writes.empty());
+  model.GaugeState[7] = GaugeConnection::Connected;
+  answersAt = 20;
+  EXPECT_TRUE(control.WriteNewGaugeID("20"));
+  EXPECT_EQ(Bus().Writes.front(), (std::vector<Byte>{0, 7, 0x2C, 20, 0xAA, 0xFF, 0x20}));
+  EXPECT_EQ(model.Gauges[7].GaugeType, 0);
+  EXPECT_EQ(model.Gauges[20].GaugeType, 101);
+  EXPECT_EQ(model.Gauges[20].GaugeSetting6, 3);
+  EXPECT_EQ(control.GaugeID(), 20);
+}
+
+TEST_F(InstrumentControlTest, RemovalAsksAndTrialsStayInTheirRange) {
+  control.Open(7);
+  const TrialField altitude{"Altitude", 4, -100, 5000, "ft"};
+  EXPECT_FALSE(control.Try(altitude, 5001));
+  EXPECT_TRUE(control.Try(altitude, -100));
+  EXPECT_EQ(serial.TransmitBuffer[2] >> 4, 4);
+  serial.CloseComPorts();
+  EXPECT_FALSE(control.Try(altitude, 0));
+  EXPECT_EQ(boxes.shown.back(), "COM 5 closed");
+  boxes.answers = {kAnswerNo, kAnswerYes};
+  EXPECT_FALSE(control.Remove());
+  EXPECT_EQ(model.Gauges[7].GaugeType, 101);
+  EXPECT_TRUE(control.Remove());
+  EXPECT_EQ(model.Gauges[7].GaugeType, 0);
+  EXPECT_EQ(boxes.asked.back(), "This will delete this gauge from the current configuration!");
+}
+
+// What a dialog is built from must fit the record and the frames.
+TEST(Descriptions, FitRecordAndFrames) {
+  ConfigModel model;
+  FillNameTables(model);
+  for (int code = 1; code < 256; ++code) {
+    const Instrument* kind = InstrumentOf(code);
+    if (kind == nullptr) continue;
+    const InstrumentDescription d = kind->Describe(code);
+    EXPECT_FALSE(d.purpose.empty()) << code;
+    EXPECT_LE(d.plates.size(), 2u) << code;
+    EXPECT_TRUE(d.plates.size() < 1 || !d.function1.label.empty()) << code;
+    EXPECT_TRUE(d.plates.size() < 2 || code == 8 || !d.function2.label.empty()) << code;
+    int used = kOptionUnlit;
+    for (const OptionField& option : d.options) {
+      EXPECT_EQ(used & option.mask, 0) << code << ' ' << option.label;
+      used |= option.mask;
+      for (const OptionChoice& choice : option.choices) EXPECT_EQ(choice.value & ~option.mask, 0) << code;
+    }
+    for (const TrialField& trial : d.trials) {
+      EXPECT_LT(trial.lowest, trial.highest) << code << ' ' << trial.label;
+      EXPECT_TRUE(BuildGaugeFrame(1, trial.command, trial.lowest).has_value()) << code;
+      EXPECT_TRUE(BuildGaugeFrame(1, trial.command, trial.highest).has_value()) << code;
+      EXPECT_TRUE(trial.command != kCommandReportState && trial.command != kCommandLighting) << code;
+    }
+    std::array<Byte, kReplySize> anything{};
+    anything.fill(0xFF);
+    for (const ReadingField& reading : d.readings) EXPECT_FALSE(reading.text(anything).empty()) << code;
+  }
+}
+
+TEST(Descriptions, CalibrationKnowsEveryNeedleWithAPlate) {
+  ConfigModel model;
+  FillNameTables(model);
+  const int types[] = {1, 2, 3, 8, 101, 77};
+  for (std::size_t i = 0; i < 6; ++i) model.Gauges[i + 1].GaugeType = static_cast<Byte>(types[i]);
+  std::vector<std::array<int, 3>> found;
+  for (const CalibrationTarget& t : CalibrationTargets(model))
+    found.push_back({t.gaugeID, t.needle, t.command});
+  EXPECT_EQ(found, (std::vector<std::array<int, 3>>{
+                       {1, 1, 5}, {2, 1, 5}, {3, 1, 5}, {3, 2, 6}, {4, 1, 4}, {4, 2, 5}}));
+  model.General.ComPortEC = 6;
+  EXPECT_EQ(CalibrationTargets(model).size(), 14u);
+  EXPECT_TRUE(CalibrationTargets(model).back().IsEngineCluster());
+}
+
+}  // namespace
+}  // namespace tvx

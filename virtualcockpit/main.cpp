@@ -8,6 +8,7 @@
 #include "virtualcockpit/EndSignals.h"
 #include "virtualcockpit/Options.h"
 #include "virtualcockpit/panel/PanelWindow.h"
+#include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace {
 
@@ -82,6 +83,12 @@ int main(int argc, char** argv) {
   if (!loaded) window.SetNotice(QString::fromStdString(error));
   const vc::EndSignals signalsToEnd([] { QApplication::quit(); });
   Schedule(options, window, application);
+  const auto yokes = vc::MakeYokes(model, ".");
+  for (const auto& yoke : yokes) {
+    if (!yoke->Plug()) Say(yoke->Line().LastError());
+  }
+  vc::YokeWindow yokeWindow(yokes);
+  if (!yokes.empty()) yokeWindow.show();
   window.show();
   const int status = QApplication::exec();
   cockpit.Stop();

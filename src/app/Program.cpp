@@ -76,6 +76,7 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys)
       ioModule2_(model_, sim_, serial_, keystrokes_, boxes_, loop_, kIOModule2Parameters,
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
       engineCluster_(model_, sim_, serial_, boxes_, [this] { return run_.Cycle().CockpitLighting().Word(); }),
+      yokes_(model_, sim_, serial_, boxes_, clock_),
       start_(model_, file_, sim_, boxes_, *this, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}) {
   // A form that makes way for the next one must not end the program.
@@ -98,12 +99,14 @@ void Program::AddPeripherals() {
   add(PeripheralKind::IOModule1, ioModule1_);
   add(PeripheralKind::IOModule2, ioModule2_);
   add(PeripheralKind::EngineCluster, engineCluster_);
+  add(PeripheralKind::Yokes, yokes_);
   run_.SetKeystrokeTrouble(keys_.Trouble());
 }
 
 Program::~Program() {
   ended_ = true;
   timers_.StopAll();
+  yokes_.Unload();  // while the simulator can still be told to take its controls back
   for (IOModulePeripheral* module : {&ioModule1_, &ioModule2_}) module->StopTimers();
   engineCluster_.StopTimers();
   // Whatever was opened while the program was already on its way out.

@@ -7,6 +7,7 @@
 
 #include "app/EngineClusterPeripheral.h"
 #include "app/IOModulePeripheral.h"
+#include "app/YokesPeripheral.h"
 #include "config/ConfigFile.h"
 #include "config/forms/MainConfigureForm.h"
 #include "core/RunControl.h"
@@ -48,6 +49,7 @@ class Program final : private Shell {
   IOModulePeripheral& IOModule1() { return ioModule1_; }
   IOModulePeripheral& IOModule2() { return ioModule2_; }
   EngineClusterPeripheral& Cluster() { return engineCluster_; }
+  YokesPeripheral& Yokes() { return yokes_; }
   // The forms; nullptr while one is not loaded.
   StartForm* StartWindow() const { return startForm_; }
   StatusForm* StatusWindow() const { return statusForm_; }
@@ -99,6 +101,7 @@ class Program final : private Shell {
   RunControl run_;
   IOModulePeripheral ioModule1_, ioModule2_;
   EngineClusterPeripheral engineCluster_;
+  YokesPeripheral yokes_;
   StartControl start_;
   bool ended_ = false;
 

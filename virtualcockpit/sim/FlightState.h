@@ -28,6 +28,9 @@ struct FlightState {
   double batteryOn = 0, generatorOn = 0, avionicsOn = 0, starter = 0, engineRunning = 0;
 
   double flaps = 0, elevator = 0, aileron = 0, rudder = 0, elevatorTrim = 0, brakes = 0;
+  // Where the script has elevator and aileron, also while a hand flies instead.
+  double scriptedElevator = 0, scriptedAileron = 0;
+  double stallWarning = 0;
   double seaLevelPressure = 29.92, ambientPressure = 29.92, ambientTemperature = 15;  // inHg, inHg, C
   double windSpeed = 0, windDirection = 0;
 

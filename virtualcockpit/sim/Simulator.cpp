@@ -127,15 +127,21 @@ void Simulator::Cancel(const Peer& from, std::int32_t index) {
 void Simulator::Tick(std::int64_t nowMs) {
   const double passed = lastTick_ ? static_cast<double>(nowMs - *lastTick_) / 1000 : 0;
   lastTick_ = nowMs;
-  if (!paused_) seconds_ += std::clamp(passed, 0.0, kLongestStep) * speed_;
-  Refresh();
+  const double step = paused_ ? 0 : std::clamp(passed, 0.0, kLongestStep) * speed_;
+  seconds_ += step;
+  Refresh(step);
   SendGroups();
   SendValues();
 }
 
-void Simulator::Refresh() {
+void Simulator::Refresh(double seconds) {
   const auto set = [this](std::string_view name) { return store_.Value(store_.Find(name)); };
   state_ = flight_.StateAt(seconds_, {set(kBarometer), set(kCourse1), set(kCourse2)});
+  hand_.Apply(state_,
+              {set("sim/operation/override/override_joystick_roll") > 0,
+               set("sim/operation/override/override_joystick_pitch") > 0, set("sim/joystick/yoke_roll_ratio"),
+               set("sim/joystick/yoke_pitch_ratio")},
+              seconds);
   store_.Refresh(state_);
 }
 
@@ -196,6 +202,7 @@ void Simulator::SetSpeed(double factor) {
 void Simulator::RestartFlight(double atSeconds) {
   seconds_ = std::isfinite(atSeconds) && atSeconds > 0 ? atSeconds : 0;
   store_.ReleaseScripted();
+  hand_ = {};
   Refresh();
 }
 

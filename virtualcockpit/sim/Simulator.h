@@ -11,6 +11,7 @@
 #include "virtualcockpit/sim/DataGroups.h"
 #include "virtualcockpit/sim/DatarefStore.h"
 #include "virtualcockpit/sim/Flight.h"
+#include "virtualcockpit/sim/HandFlight.h"
 #include "virtualcockpit/sim/SimDatagrams.h"
 
 namespace tvx::vc {
@@ -104,11 +105,12 @@ class Simulator {
   void SendValues();
   void Flush(std::vector<IndexedValue>& values, const Peer& to);
   void Transmit(ByteView datagram, const Peer& to);
-  void Refresh();
+  void Refresh(double seconds = 0);
 
   Send send_;
   Flight flight_;
   FlightState state_;
+  HandFlight hand_;
   DatarefStore store_;
   DataGroups groups_{store_};
   double seconds_ = 0;

@@ -1,0 +1,221 @@
+#include "virtualcockpit/yokes/YokeDevice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace tvx::vc {
+namespace {
+
+constexpr std::size_t kFrameSize = 12;
+constexpr double kMass = 0.02;        // force that speeds an axis up by one travel a second in a second
+constexpr double kBearing = 0.06;     // force of the bearings' drag at one travel a second
+constexpr double kServoBand = 0.125;  // of the travel: there the servo gives its whole force
+constexpr double kFadeSeconds = 0.5;
+constexpr int kNoiseEvery = 97;  // of a noisy line's bytes one in so many is lost
+
+int Parameter(const std::vector<Byte>& frame, int number) {
+  const auto at = static_cast<std::size_t>(1 + 2 * number);
+  return (frame[at] & 0x7F) + (frame[at + 1] & 0x7F) * 128;
+}
+
+double PlaceOf(int parameter) {
+  return (parameter * 4.0 - YokeDevice::kRawCentre) / YokeDevice::kRawTravel;
+}
+
+double Signed(int parameter) {
+  return (parameter - 8192) / 8191.0;
+}
+
+}  // namespace
+
+std::string_view FaultText(YokeFault fault) {
+  switch (fault) {
+    case YokeFault::None:
+      return "no fault";
+    case YokeFault::Silent:
+      return "never answers";
+    case YokeFault::Garbled:
+      return "garbled answers";
+    case YokeFault::Noisy:
+      return "loses bytes";
+    case YokeFault::NoPower:
+      return "motors without power";
+    case YokeFault::Dead:
+      return "dead";
+  }
+  return "";
+}
+
+void YokeDevice::OnBytes(ByteView bytes) {
+  if (fault_ == YokeFault::Dead) return;
+  for (const Byte byte : bytes) {
+    if (fault_ == YokeFault::Noisy && ++discarded_ % kNoiseEvery == 0) continue;
+    // An address may be 0 or 255 too; after it, every byte but the last has its highest bit set and only a
+    // start has not.
+    if (byte == 0 && frame_.size() != 1) {
+      discarded_ += frame_.size();
+      frame_.assign(1, byte);
+    } else if (frame_.empty()) {
+      if (byte != 0xFF) ++discarded_;
+    } else {
+      frame_.push_back(byte);
+      if (frame_.size() < kFrameSize) continue;
+      if (byte == 0xFF && (address_ == 0 || frame_[1] == address_)) {
+        OnFrame();
+      } else {
+        discarded_ += frame_.size();
+      }
+      frame_.clear();
+    }
+  }
+}
+
+void YokeDevice::OnFrame() {
+  ++commands_;
+  const int p1 = Parameter(frame_, 1), p2 = Parameter(frame_, 2), p3 = Parameter(frame_, 3),
+            p4 = Parameter(frame_, 4);
+  switch (frame_[2] & 0x7F) {
+    case 1:
+    case 5:
+      servo_ = (frame_[2] & 0x7F) == 5;
+      released_ = false;
+      axes_[0].place = PlaceOf(p1);
+      axes_[1].place = PlaceOf(p2);
+      if (servo_) {
+        servoSpeed_ = p3 * 16.0 / kRawTravel;
+        servoForce_ = p4 / 16383.0;
+      } else {
+        axes_[0].gradient = p3 / 2048.0 * kRawTravel / 32768;
+        axes_[1].gradient = p4 / 2048.0 * kRawTravel / 32768;
+      }
+      break;
+    case 2:
+      axes_[0].bias = Signed(p1);
+      axes_[1].bias = Signed(p2);
+      limit_ = p3 / 16383.0;
+      holdLeft_ = p4 / 1000.0;
+      fadeTime_ = kFadeSeconds;
+      if (!released_) fade_ = 1;
+      break;
+    case 3:
+      friction_ = p1 / 16383.0;
+      damping_ = p2 / 16383.0;
+      break;
+    case 4:
+      axes_[0].frequency = p1 / 10.0;
+      axes_[0].amplitude = p2 / 16383.0;
+      axes_[1].frequency = p3 / 10.0;
+      axes_[1].amplitude = p4 / 16383.0;
+      break;
+    case 6:
+      released_ = true;
+      fadeTime_ = std::max(p1 / 1000.0, 0.01);
+      break;
+    case 7:
+      Answer();
+      break;
+    default:
+      break;
+  }
+}
+
+int YokeDevice::RawPosition(std::size_t axis) const {
+  return static_cast<int>(std::lround(kRawCentre + axes_[axis].position * kRawTravel));
+}
+
+void YokeDevice::Answer() {
+  if (fault_ == YokeFault::Silent) return;
+  std::array<Byte, 25> reply{};
+  const auto put = [&reply](std::size_t at, int value) {
+    reply[at] = static_cast<Byte>(value >> 8);
+    reply[at + 1] = static_cast<Byte>(value & 0xFF);
+  };
+  reply[1] = address_;
+  reply[2] = 200;  // what kind of device it is
+  reply[3] = static_cast<Byte>((fault_ == YokeFault::NoPower ? 0 : 1) | (stop_ ? 4 : 0) |
+                               (fade_ < 1 && !released_ ? 8 : 0));
+  put(6, RawPosition(0));
+  reply[8] = fault_ == YokeFault::Garbled ? '?' : 'P';
+  put(9, RawPosition(1));
+  reply[11] = 'S';
+  put(12, buttons_);
+  put(15, static_cast<int>(std::abs(axes_[0].force) * 1000));
+  put(17, static_cast<int>(std::abs(axes_[1].force) * 1000));
+  reply[24] = 0xFF;
+  ++answers_;
+  send_(reply);
+}
+
+void YokeDevice::Grip(std::size_t axis, double place) {
+  gripped_[axis] = true;
+  axes_[axis].hand = std::clamp(place, -1.0, 1.0);
+}
+
+void YokeDevice::Let() {
+  gripped_ = {};
+}
+
+void YokeDevice::Place(std::size_t axis, double place) {
+  axes_[axis].position = std::clamp(place, -1.0, 1.0);
+  axes_[axis].speed = 0;
+}
+
+void YokeDevice::SetButton(int button, bool down) {
+  if (button < 1 || button > 16) return;
+  const auto bit = static_cast<std::uint16_t>(1u << (button - 1));
+  buttons_ = static_cast<std::uint16_t>(down ? buttons_ | bit : buttons_ & ~bit);
+}
+
+void YokeDevice::Advance(double seconds) {
+  for (double left = std::clamp(seconds, 0.0, 1.0); left > 1e-9; left -= kStep) Step(std::min(left, kStep));
+}
+
+// The motor's force: spring or servo, and bias, within the limit; and the vibration on top.
+double YokeDevice::Wanted(Motion& axis, double seconds) const {
+  double force = 0;
+  if (servo_) {
+    const double away = std::clamp((axis.place - axis.position) / kServoBand, -1.0, 1.0);
+    force = servoForce_ * away;
+    // No faster than it is told.
+    if (std::abs(axis.speed) > servoSpeed_ && axis.speed * force > 0) force = 0;
+  } else {
+    force = axis.gradient * (axis.place - axis.position);
+  }
+  axis.phase = std::fmod(axis.phase + axis.frequency * seconds, 1.0);
+  axis.vibration = fade_ * axis.amplitude * std::sin(2 * std::numbers::pi * axis.phase);
+  return fade_ * std::clamp(force + axis.bias, -limit_, limit_);
+}
+
+void YokeDevice::Step(double seconds) {
+  holdLeft_ -= seconds;
+  if (released_ || holdLeft_ < 0) fade_ = std::max(0.0, fade_ - seconds / fadeTime_);
+  if (stop_ || fault_ == YokeFault::NoPower || fault_ == YokeFault::Dead) fade_ = 0;
+  for (std::size_t i = 0; i < kYokeAxes; ++i) {
+    Motion& axis = axes_[i];
+    axis.force = Wanted(axis, seconds);
+    double force = axis.force + axis.vibration;
+    double drag = kBearing + fade_ * 0.5 * damping_;
+    if (gripped_[i]) {
+      force += std::clamp(8 * (axis.hand - axis.position), -kHand, kHand);
+      drag += 0.8;  // an arm is no spring
+    }
+    if (servo_ && fade_ > 0) drag += 0.35;
+    // Friction holds what pulls less than itself.
+    const double friction = 0.01 + fade_ * 0.2 * friction_;
+    if (std::abs(axis.speed) < 0.01 && std::abs(force) < friction) {
+      axis.speed = 0;
+      continue;
+    }
+    force -= std::copysign(friction, axis.speed != 0 ? axis.speed : force);
+    // The drag is taken at the end of the step, which stays stable however strong it is.
+    axis.speed = (axis.speed + force / kMass * seconds) / (1 + drag / kMass * seconds);
+    axis.position += axis.speed * seconds;
+    if (std::abs(axis.position) > 1) {
+      axis.position = std::copysign(1.0, axis.position);
+      axis.speed = 0;
+    }
+  }
+}
+
+}  // namespace tvx::vc

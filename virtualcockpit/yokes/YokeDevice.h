@@ -1,0 +1,100 @@
+// A yoke with motors, as far as a program and a hand can tell: it decodes commands, moves, and answers.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "base/Bytes.h"
+
+namespace tvx::vc {
+
+inline constexpr std::size_t kYokeAxes = 2;  // roll, pitch
+
+// What can be wrong with a yoke.
+enum class YokeFault {
+  None,
+  Silent,   // moves, but never answers
+  Garbled,  // its answers come damaged
+  Noisy,    // bytes are lost now and then
+  NoPower,  // answers, but its motors do nothing
+  Dead,     // neither moves nor answers
+};
+inline constexpr YokeFault kYokeFaults[] = {YokeFault::None,  YokeFault::Silent,  YokeFault::Garbled,
+                                            YokeFault::Noisy, YokeFault::NoPower, YokeFault::Dead};
+std::string_view FaultText(YokeFault fault);
+
+class YokeDevice {
+ public:
+  using Send = std::function<void(ByteView)>;
+  YokeDevice(Byte address, Send send) : address_(address), send_(std::move(send)) {}
+
+  // Bytes from the program.
+  void OnBytes(ByteView bytes);
+  // Time goes on by `seconds`, in steps no longer than kStep: forces act, the axes move. Without commands for
+  // the hold time the forces fade by themselves.
+  void Advance(double seconds);
+
+  // A hand that pulls an axis towards a place (-1..1), as strongly as kHand; Let takes it off.
+  void Grip(std::size_t axis, double place);
+  void Let();
+  bool Gripped() const { return gripped_[0] || gripped_[1]; }
+  // Puts it there, as a test does. -1..1.
+  void Place(std::size_t axis, double place);
+  void SetButton(int button, bool down);  // 1..16
+  void SetStopButton(bool down) { stop_ = down; }
+  void SetFault(YokeFault fault) { fault_ = fault; }
+  YokeFault Fault() const { return fault_; }
+
+  double Position(std::size_t axis) const { return axes_[axis].position; }  // -1..1
+  // The motors' force now, without vibration, -1..1; and the vibration's part of it.
+  double Force(std::size_t axis) const { return axes_[axis].force; }
+  double Vibration(std::size_t axis) const { return axes_[axis].vibration; }
+  double Amplitude(std::size_t axis) const { return axes_[axis].amplitude; }
+  double Limit() const { return limit_ * fade_; }
+  bool Slack() const { return fade_ <= 0 || limit_ <= 0; }
+  bool Servo() const { return servo_; }
+  int RawPosition(std::size_t axis) const;  // as its answers say
+  std::uint16_t Buttons() const { return buttons_; }
+  std::uint64_t Commands() const { return commands_; }
+  std::uint64_t Answers() const { return answers_; }
+  std::uint64_t Discarded() const { return discarded_; }  // bytes that made no frame
+
+  static constexpr double kStep = 0.002;    // s
+  static constexpr double kHand = 1.2;      // a hand is stronger than the motors
+  static constexpr int kRawCentre = 31000;  // not the middle: a yoke has to be calibrated
+  static constexpr int kRawTravel = 24000;
+
+ private:
+  struct Motion {
+    double position = 0, speed = 0;  // -1..1, a second
+    double force = 0, vibration = 0, phase = 0;
+    double place = 0;     // of the spring's centre, or where the servo goes
+    double gradient = 0;  // force a unit
+    double bias = 0;
+    double frequency = 0, amplitude = 0;
+    double hand = 0;
+  };
+  void OnFrame();
+  void Answer();
+  void Step(double seconds);
+  double Wanted(Motion& axis, double seconds) const;
+
+  Byte address_;
+  Send send_;
+  std::vector<Byte> frame_;
+  std::array<Motion, kYokeAxes> axes_{};
+  std::array<bool, kYokeAxes> gripped_{};
+  bool servo_ = false, stop_ = false;
+  double servoSpeed_ = 0, servoForce_ = 0;
+  double limit_ = 0, friction_ = 0, damping_ = 0;
+  double holdLeft_ = 0, fadeTime_ = 0.5, fade_ = 0;  // s, s, 0..1
+  bool released_ = true;
+  YokeFault fault_ = YokeFault::None;
+  std::uint16_t buttons_ = 0;
+  std::uint64_t commands_ = 0, answers_ = 0, discarded_ = 0;
+};
+
+}  // namespace tvx::vc

@@ -78,6 +78,8 @@ class LinkConsole {
   // The recorded subscriptions, then the console's own, one a line.
   std::vector<std::string> cmdShowRREF_Click() const;
 
+  void cmdHelp_Click() { boxes_.Show(ConsoleHelp()); }
+
   // Makes a path the dataref of a configurable Function's sequence number 1; asks before it replaces a
   // description. A Function that is not defined becomes one that reads it 10 times a second.
   bool cmdCopyToFunction_Click(std::string_view functionNr, std::string_view path);

@@ -1,0 +1,386 @@
+#include "simlink/forms/FunctionEditorForm.h"
+
+#include <QSignalBlocker>
+
+#include "config/NameTables.h"
+#include "simlink/FunctionEditEntries.h"
+#include "simlink/PortValue.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kSources = 4;
+
+void OpenBeside(QWidget* form) {
+  form->show();
+  form->raise();
+  form->activateWindow();
+}
+
+}  // namespace
+
+FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, QWidget* parent,
+                                       ReferencePanel::ChooseFolder chooseFolder)
+    : Form("frmFunctionEditor", parent), model_(model), sim_(sim), boxes_(boxes), edit_(model, boxes) {
+  setWindowTitle(tr("Function editor"));
+  if (parent != nullptr) setWindowModality(Qt::WindowModal);
+  FillNameTables(model_);
+  references_ = new ReferencePanel(boxes_, std::move(chooseFolder));
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(MakeFunctionPanel(), 2);
+  row->addWidget(MakeFieldsPanel(), 3);
+  row->addWidget(MakeReferenceColumn(), 4);
+  LampHint = new StateLamp("LampHint");
+  LabelHint = MakeLabel("LabelHint");
+  LabelHint->setWordWrap(true);
+  LabelHint->setMinimumHeight(LabelHint->fontMetrics().lineSpacing() * 2);
+  auto* hint = new QHBoxLayout;
+  hint->addWidget(LampHint);
+  hint->addWidget(LabelHint, 1);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addLayout(row, 1);
+  column->addLayout(hint);
+  column->addLayout(MakeButtons());
+  FillNumbers();
+  LoadFields();
+  ListFunctions->setFocus();
+}
+
+QWidget* FunctionEditorForm::MakeFunctionPanel() {
+  QFrame* panel = MakePanel("PanelFunctions");
+  QGridLayout* grid = MakeTitledGrid(panel, tr("Functions: number, setting, short name"));
+  SearchFunction = new QLineEdit;
+  SearchFunction->setObjectName("SearchFunction");
+  SearchFunction->setPlaceholderText(tr("Number or part of the name"));
+  SearchFunction->setToolTip(tr("The list shows the Functions that hold this, as you type"));
+  SearchFunction->setClearButtonEnabled(true);
+  ListFunctions = new LineList(
+      "ListFunctions", [this] { return numbers_.size(); },
+      [this](std::size_t line) { return ToText(edit_.Line(numbers_[line])); });
+  ListFunctions->setSelectionMode(QAbstractItemView::SingleSelection);
+  ListFunctions->setMinimumSize(look::Margin() * 15, look::Margin() * 12);
+  ListFunctions->setToolTip(tr("51 to 269 are yours to define"));
+  grid->addWidget(SearchFunction, 1, 0);
+  grid->addWidget(ListFunctions, 2, 0);
+  grid->setRowStretch(2, 1);
+  connect(SearchFunction, &QLineEdit::textChanged, this, &FunctionEditorForm::FillNumbers);
+  connect(ListFunctions->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          [this](const QModelIndex& now) {
+            if (!loading_ && now.isValid()) Choose(numbers_[static_cast<std::size_t>(now.row())]);
+          });
+  return panel;
+}
+
+QComboBox* FunctionEditorForm::AddChoice(QGridLayout* grid, int row, int column, const char* name,
+                                         const QString& caption, const QString& toolTip) {
+  auto* box = new QComboBox;
+  box->setObjectName(QString::fromLatin1(name));
+  box->setToolTip(toolTip);
+  grid->addWidget(MakeCaption(box, caption), row, column);
+  grid->addWidget(box, row, column + 1);
+  connect(box, &QComboBox::currentIndexChanged, this, [this, name](int index) {
+    if (index >= 0) TakeField(name, QString::number(index));
+  });
+  choices_.push_back(box);
+  return box;
+}
+
+QLineEdit* FunctionEditorForm::AddField(QGridLayout* grid, int row, int column, const char* name,
+                                        const QString& caption, const QString& toolTip) {
+  QLineEdit* field = AddEdit(grid, row, column, name, caption, toolTip);
+  connect(field, &QLineEdit::textEdited, this, [this, name](const QString& text) { TakeField(name, text); });
+  fields_.push_back(field);
+  return field;
+}
+
+QWidget* FunctionEditorForm::MakeFieldsPanel() {
+  QFrame* panel = MakePanel("PanelFields");
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  column->setSpacing(look::Gap());
+  LabelNumber = MakeLabel("LabelNumber", {}, "title");
+  column->addWidget(LabelNumber);
+  for (const auto add :
+       {&FunctionEditorForm::AddNames, &FunctionEditorForm::AddSources, &FunctionEditorForm::AddNumbers}) {
+    auto* grid = new QGridLayout;
+    grid->setSpacing(look::Gap());
+    (this->*add)(grid);
+    column->addLayout(grid, add == &FunctionEditorForm::AddNames ? 1 : 0);
+  }
+  return panel;
+}
+
+void FunctionEditorForm::AddNames(QGridLayout* grid) {
+  AddField(grid, 0, 0, "ShortName", tr("S&hort name"), tr("Shown in the gauge list; needed"));
+  QComboBox* type = AddChoice(grid, 1, 0, "ComboDT", tr("&Data type"),
+                              tr("A number of a data group (Byte to BCD code), a command, or a data "
+                                 "reference"));
+  for (const std::string_view name : kDataTypeNames) type->addItem(ToText(name));
+  QComboBox* use = AddChoice(grid, 1, 2, "FuncType", tr("&Used as"), tr("What the Function is used for"));
+  for (const std::string_view name : kSignalTypes) use->addItem(ToText(name));
+  QComboBox* category = AddChoice(grid, 0, 2, "ComboClass", tr("Cate&gory"), tr("To find it in the list"));
+  for (const std::string& name : model_.Categories)
+    category->addItem(name.empty() ? tr("(none)") : ToText(name));
+  FullName = new QPlainTextEdit;
+  FullName->setObjectName("FullName");
+  FullName->setTabChangesFocus(true);
+  FullName->setLineWrapMode(QPlainTextEdit::NoWrap);
+  FullName->setMinimumHeight(FullName->fontMetrics().lineSpacing() * 5);
+  LabelFullName = MakeCaption(FullName, {});
+  grid->addWidget(LabelFullName, 2, 0, 1, 4);
+  grid->addWidget(FullName, 3, 0, 1, 4);
+  grid->setRowStretch(3, 1);
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(3, 1);
+  connect(FullName, &QPlainTextEdit::textChanged, this,
+          [this] { TakeField("FullName", FullName->toPlainText()); });
+}
+
+void FunctionEditorForm::AddSources(QGridLayout* grid) {
+  LabelXPindex = MakeLabel("LabelXPindex", {}, "caption");
+  LabelXPVal = MakeLabel("LabelXPVal", {}, "caption");
+  grid->addWidget(MakeLabel("LabelSources", tr("Sequence number"), "caption"), 0, 0);
+  grid->addWidget(LabelXPindex, 0, 1);
+  grid->addWidget(LabelXPVal, 0, 3);
+  static constexpr const char* kIndexNames[kSources] = {"XPindex1", "XPindex2", "XPindex3", "XPindex4"};
+  static constexpr const char* kValueNames[kSources] = {"XPVal1", "XPVal2", "XPVal3", "XPVal4"};
+  for (int i = 0; i < kSources; ++i) {
+    AddField(grid, i + 1, 0, kIndexNames[i], QString("#%1").arg(i + 1),
+             tr("Number of X-Plane's data group, 0 to 150"));
+    AddField(grid, i + 1, 2, kValueNames[i], {},
+             tr("Data group: number of the value, 0 to 7. Data reference: how many times per second it is "
+                "asked for; 0: it is written only"));
+  }
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(3, 1);
+}
+
+void FunctionEditorForm::AddNumbers(QGridLayout* grid) {
+  AddField(grid, 0, 0, "BoxAdd", tr("&Add"), tr("Added to the raw value first"));
+  AddField(grid, 1, 0, "Multiplier", tr("Multipl&y"), tr("value = (raw + add) x multiply / divide"));
+  AddField(grid, 2, 0, "Devider", tr("Di&vide"), tr("value = (raw + add) x multiply / divide"));
+  AddField(grid, 0, 2, "boxMinimumValue", tr("Lo&west value"), tr("In the unit after scaling"));
+  AddField(grid, 1, 2, "boxMaximumValue", tr("Hi&ghest value"), tr("In the unit after scaling"));
+  AddField(grid, 2, 2, "BoxMacroNr", tr("Macro &number"),
+           tr("Of a Macro: 3 keeps one value for all, 4 one for each port"));
+  AddField(grid, 3, 2, "FunctionSetting", tr("Setting"),
+           tr("A mark of your own, 0 to 99, shown in the list"));
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(3, 1);
+}
+
+QWidget* FunctionEditorForm::MakeReferenceColumn() {
+  auto* box = new QWidget;
+  auto* column = new QVBoxLayout(box);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(look::Gap());
+  LabelNoList = MakeLabel(
+      "LabelNoList", tr("This data type takes its value from a data group of X-Plane: give the group's "
+                        "number and the value's number.\n\nFor a data reference or a command choose the data "
+                        "type Xplane Dataref or Xplane CMND; their lists appear here."));
+  LabelNoList->setWordWrap(true);
+  LabelNoList->setAlignment(Qt::AlignTop);
+  LabelNoList->setMinimumWidth(look::Margin() * 26);
+  boxElement = new QSpinBox;
+  boxElement->setObjectName("boxElement");
+  boxElement->setRange(0, 9999);
+  boxElement->setToolTip(tr("Of an array: which element, from 0; for example 1 for the second engine"));
+  cmdCopyEntry =
+      MakeButton("cmdCopyEntry", tr("C&opy to the Function"),
+                 tr("Appends the chosen path as the next line of the description (Enter in the list)"));
+  copyRow_ = new QWidget;
+  auto* row = new QHBoxLayout(copyRow_);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(cmdCopyEntry);
+  row->addStretch(1);
+  row->addWidget(MakeCaption(boxElement, tr("Ele&ment of an array")));
+  row->addWidget(boxElement);
+  column->addWidget(LabelNoList, 1);
+  column->addWidget(references_, 1);
+  column->addWidget(copyRow_);
+  connect(cmdCopyEntry, &QPushButton::clicked, this, &FunctionEditorForm::CopyEntry);
+  connect(references_, &ReferencePanel::PathActivated, this, &FunctionEditorForm::CopyEntry);
+  connect(references_, &ReferencePanel::PathChosen, this, &FunctionEditorForm::ShowState);
+  return box;
+}
+
+QLayout* FunctionEditorForm::MakeButtons() {
+  QPushButton* list =
+      MakeButton("cmdListFunctions", tr("&List of Functions..."), tr("All Functions at a glance"));
+  QPushButton* test = MakeButton("cmdTestFunction", tr("&Test..."),
+                                 tr("Reads and writes this Function, as it was saved last"));
+  CmdSave = MakeButton("CmdSave", tr("&Save"), tr("Takes the Function into the configuration"));
+  look::SetRole(CmdSave, "primary");
+  QPushButton* close = MakeButton("CmdClose", tr("&Close"), tr("Back to the configuration (Escape)"));
+  connect(list, &QPushButton::clicked, this, &FunctionEditorForm::ShowList);
+  connect(test, &QPushButton::clicked, this, &FunctionEditorForm::ShowTest);
+  connect(CmdSave, &QPushButton::clicked, this, &FunctionEditorForm::CmdSave_Click);
+  connect(close, &QPushButton::clicked, this, &FunctionEditorForm::CloseAsked);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(list);
+  row->addWidget(test);
+  row->addStretch(1);
+  row->addWidget(CmdSave);
+  row->addWidget(close);
+  return row;
+}
+
+void FunctionEditorForm::FillNumbers() {
+  const QString search = SearchFunction->text().trimmed();
+  numbers_.clear();
+  int row = -1;
+  for (int number = 1; number < kFunctions; ++number) {
+    if (!search.isEmpty() && !ToText(edit_.Line(number)).contains(search, Qt::CaseInsensitive)) continue;
+    if (number == edit_.Number()) row = static_cast<int>(numbers_.size());
+    numbers_.push_back(number);
+  }
+  loading_ = true;
+  ListFunctions->Refresh();
+  ListFunctions->SetRow(row);
+  loading_ = false;
+}
+
+void FunctionEditorForm::Choose(int function) {
+  if (asking_ || function == edit_.Number()) return;
+  asking_ = true;
+  const bool went = edit_.Choose(function);
+  asking_ = false;
+  FillNumbers();
+  if (!went) return;
+  LoadFields();
+  if (testForm_) testForm_->Choose(function);
+}
+
+void FunctionEditorForm::LoadFields() {
+  const FunctionDraft& draft = edit_.Draft();
+  loading_ = true;
+  LabelNumber->setText(edit_.Editable() ? tr("Function %1").arg(edit_.Number())
+                                        : tr("Function %1, for the program itself").arg(edit_.Number()));
+  for (QLineEdit* field : fields_) {
+    field->setText(ToText(draft.At(field->objectName().toStdString())));
+    field->setReadOnly(!edit_.Editable());
+  }
+  for (QComboBox* choice : choices_) {
+    const int code = ToText(draft.At(choice->objectName().toStdString())).toInt();
+    choice->setCurrentIndex(code < choice->count() ? code : -1);
+    choice->setEnabled(edit_.Editable());
+  }
+  FullName->setPlainText(ToText(draft.At("FullName")));
+  FullName->setReadOnly(!edit_.Editable());
+  loading_ = false;
+  ShowDataType();
+  ShowState();
+}
+
+void FunctionEditorForm::TakeField(const char* name, const QString& text) {
+  if (loading_) return;
+  edit_.Set(name, text.toStdString());
+  ShowDataType();
+  ShowState();
+}
+
+void FunctionEditorForm::ShowDataType() {
+  const Byte type = edit_.DataTypeCode();
+  if (type == shownType_) return;
+  shownType_ = type;
+  const bool dataref = type == static_cast<Byte>(DataType::XplaneDataref);
+  const bool command = type == static_cast<Byte>(DataType::XplaneCmnd);
+  LabelFullName->setText(dataref   ? tr("Data r&eferences, one line \"#sequence number:path\" each")
+                         : command ? tr("Commands, one line \"#value:path\" each; the value written chooses")
+                                   : tr("D&escription"));
+  LabelXPindex->setText(ReadsDataGroup(type) ? tr("Data group") : tr("(not used)"));
+  LabelXPVal->setText(dataref                ? tr("Times per second")
+                      : ReadsDataGroup(type) ? tr("Value in it, 0 to 7")
+                                             : tr("(not used)"));
+  for (QLineEdit* field : fields_) {
+    if (field->objectName().startsWith("XPindex")) field->setEnabled(ReadsDataGroup(type));
+    if (field->objectName().startsWith("XPVal")) field->setEnabled(ReadsDataGroup(type) || dataref);
+  }
+  references_->setVisible(dataref || command);
+  copyRow_->setVisible(dataref || command);
+  LabelNoList->setVisible(!dataref && !command);
+  if (dataref) references_->Show(kReferencesFile);
+  if (command) references_->Show(kCommandsFile);
+}
+
+void FunctionEditorForm::ShowState() {
+  const auto path = references_->Path();
+  boxElement->setEnabled(path && IsElement(*path));
+  cmdCopyEntry->setEnabled(edit_.Editable());
+  CmdSave->setEnabled(edit_.Editable() && edit_.Changed());
+  QString hint;
+  auto lamp = StateLamp::State::Off;
+  if (!edit_.Editable()) {
+    hint = tr("This Function serves the program itself; 51 to 269 are yours to define.");
+  } else if (const auto problem = edit_.Problem(); problem && edit_.Changed()) {
+    const auto* caption = findChild<QLabel*>(ToText(problem->field) + "Caption");
+    QString field = caption == nullptr ? QString() : caption->text();
+    hint = field.remove('&') + ": " + ToText(problem->words);
+    lamp = StateLamp::State::Trouble;
+  } else if (const std::string advice = problem ? std::string() : edit_.Advice(); !advice.empty()) {
+    hint = ToText(advice);
+    lamp = StateLamp::State::Trouble;
+  } else if (edit_.Changed()) {
+    hint = tr("Not saved yet.");
+  }
+  LampHint->SetState(lamp);
+  SetTextIfChanged(LabelHint, hint);
+}
+
+void FunctionEditorForm::CopyEntry() {
+  if (!edit_.Editable() || !edit_.CopyEntry(references_->Path(), boxElement->value())) return;
+  LoadFields();
+}
+
+void FunctionEditorForm::CmdSave_Click() {
+  if (const auto problem = edit_.Save()) {
+    if (auto* field = findChild<QWidget*>(ToText(problem->field))) field->setFocus();
+    return;
+  }
+  FillNumbers();
+  LoadFields();
+  if (listForm_) listForm_->Refresh();
+}
+
+void FunctionEditorForm::Refresh() {
+  edit_.Refresh();
+  FillNumbers();
+  LoadFields();
+}
+
+void FunctionEditorForm::ShowList() {
+  if (!listForm_) {
+    listForm_ = new ListFunctionsForm(model_, boxes_,
+                                      {[this](int function) {
+                                         Choose(function);
+                                         OpenBeside(this);
+                                       },
+                                       [this] { Refresh(); }},
+                                      this);
+  }
+  OpenBeside(listForm_);
+}
+
+void FunctionEditorForm::ShowTest() {
+  if (!testForm_) testForm_ = new TestFunctionForm(model_, sim_, boxes_, this);
+  testForm_->Choose(edit_.Number());
+  OpenBeside(testForm_);
+}
+
+void FunctionEditorForm::CloseAsked() {
+  if (asking_) return;
+  asking_ = true;
+  const bool close = edit_.MayLeave() && (!listForm_ || listForm_->MayClose());
+  asking_ = false;
+  if (!close) return;
+  if (listForm_) listForm_->Unload();
+  if (testForm_) testForm_->close();
+  Unload();
+}
+
+}  // namespace tvx

@@ -1,0 +1,87 @@
+// The Function editor: every field of a Function, beside the simulator's lists of commands and data
+// references.
+//
+// For the form with the button `cmdGetOffset`: make one with the configuration form as its parent, show() it,
+// and keep a QPointer. It unloads itself; Refresh() follows changes of the model made elsewhere.
+#pragma once
+
+#include <QComboBox>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QSpinBox>
+
+#include "simlink/FunctionEdit.h"
+#include "simlink/SimCom.h"
+#include "simlink/forms/LineList.h"
+#include "simlink/forms/ListFunctionsForm.h"
+#include "simlink/forms/ReferencePanel.h"
+#include "simlink/forms/TestFunctionForm.h"
+#include "ui/Form.h"
+
+namespace tvx {
+
+class FunctionEditorForm : public Form {
+  Q_OBJECT
+ public:
+  // `parent`, if there is one, waits until the form is closed.
+  FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, QWidget* parent = nullptr,
+                     ReferencePanel::ChooseFolder chooseFolder = &ChooseXplaneFolder);
+
+  // Takes the Functions anew from the model; what is unsaved stays.
+  void Refresh();
+  // Goes to a Function, 1..300; asks where something is unsaved.
+  void Choose(int function);
+  ListFunctionsForm* ListWindow() const { return listForm_; }
+  TestFunctionForm* TestWindow() const { return testForm_; }
+
+ protected:
+  void CloseAsked() override;
+  void EscapePressed() override { CloseAsked(); }
+
+ private:
+  QWidget* MakeFunctionPanel();
+  QWidget* MakeFieldsPanel();
+  void AddNames(QGridLayout* grid);
+  void AddSources(QGridLayout* grid);
+  void AddNumbers(QGridLayout* grid);
+  QWidget* MakeReferenceColumn();
+  QLayout* MakeButtons();
+  QComboBox* AddChoice(QGridLayout* grid, int row, int column, const char* name, const QString& caption,
+                       const QString& toolTip);
+  QLineEdit* AddField(QGridLayout* grid, int row, int column, const char* name, const QString& caption,
+                      const QString& toolTip);
+  void FillNumbers();
+  void LoadFields();
+  void TakeField(const char* name, const QString& text);
+  void ShowDataType();  // what the sources and the list mean to the chosen data type
+  void ShowState();
+  void CopyEntry();
+  void CmdSave_Click();
+  void ShowList();
+  void ShowTest();
+
+  ConfigModel& model_;
+  SimCom& sim_;
+  MessageBoxes& boxes_;
+  FunctionEdit edit_;
+  bool loading_ = false, asking_ = false;
+  std::vector<int> numbers_;  // of the Functions listed
+  int shownType_ = -1;        // the data type that ShowDataType showed last
+
+  QLineEdit* SearchFunction;
+  LineList* ListFunctions;
+  std::vector<QLineEdit*> fields_;
+  std::vector<QComboBox*> choices_;
+  QPlainTextEdit* FullName;
+  QLabel *LabelNumber, *LabelFullName, *LabelXPindex, *LabelXPVal, *LabelHint;
+  StateLamp* LampHint;
+  ReferencePanel* references_;
+  QLabel* LabelNoList;
+  QSpinBox* boxElement;
+  QPushButton *cmdCopyEntry, *CmdSave;
+  QWidget* copyRow_;
+  QPointer<ListFunctionsForm> listForm_;
+  QPointer<TestFunctionForm> testForm_;
+};
+
+}  // namespace tvx

@@ -1,0 +1,89 @@
+// The program flies with two yokes on pseudo-terminals, against the stand-in simulator.
+#include <cmath>
+
+#include "Flight.h"
+#include "ffb/YokeSettings.h"
+#include "virtualcockpit/yokes/YokeWindow.h"
+
+namespace tvx::e2e {
+namespace {
+
+constexpr double kInTheAir = 100;  // s into the flight
+
+void Calibrate(YokeRecord& record, Byte address) {
+  record.Address = address;
+  record.StartMode = static_cast<std::int16_t>(YokeMode::Ffb);
+  record.OptionBits = yokeoption::kStandard & ~yokeoption::kEffects;  // gusts would move what is compared
+  record.RollLeft = record.PitchForward = StoredRaw(vc::YokeDevice::kRawCentre - vc::YokeDevice::kRawTravel);
+  record.RollCentre = record.PitchCentre = StoredRaw(vc::YokeDevice::kRawCentre);
+  record.RollRight = record.PitchBack = StoredRaw(vc::YokeDevice::kRawCentre + vc::YokeDevice::kRawTravel);
+}
+
+class YokesTest : public ::testing::Test {
+ protected:
+  YokesTest()
+      : flight_([](ConfigModel& model) {
+          model.General.ComPortYoke1 = 31;
+          model.General.ComPortYoke2 = 32;
+          Calibrate(model.Yoke1, 1);
+          Calibrate(model.Yoke2, 2);
+        }),
+        yokes_(vc::MakeYokes(flight_.Model(), ".")) {
+    for (const auto& yoke : yokes_) EXPECT_TRUE(yoke->Plug()) << yoke->Line().LastError();
+    flight_.Sim().RestartFlight(kInTheAir);
+  }
+
+  vc::YokeDevice& Device(int which) { return yokes_[which == 2 ? 1 : 0]->Device(); }
+  YokePair& Pair() { return flight_.TheProgram().Yokes().Pair(); }
+  double Value(const char* dataref) { return flight_.Sim().Datarefs().ValueOf(dataref).value_or(NAN); }
+  void RunUntilForces() {
+    flight_.Run();
+    ASSERT_TRUE(Eventually([this] { return Pair().Of(1).Opening() == 1 && Pair().Of(2).Opening() == 1; }))
+        << Pair().StateText(1) << " / " << Pair().StateText(2);
+  }
+
+  Flight flight_;
+  std::vector<std::unique_ptr<vc::YokeLine>> yokes_;
+};
+
+TEST_F(YokesTest, FlyFollowAndHandOver) {
+  RunUntilForces();
+  EXPECT_EQ(Value("sim/operation/override/override_joystick_roll"), 1);
+  EXPECT_GT(Pair().Ports().Variables.Airspeed, 40) << "the simulator's airspeed arrives";
+  Device(1).Grip(0, 0.5);
+  EXPECT_TRUE(Eventually([this] { return std::abs(Value("sim/joystick/yoke_roll_ratio") - 0.45) < 0.1; }));
+  EXPECT_TRUE(Eventually([this] { return std::abs(Device(2).Position(0) - Device(1).Position(0)) < 0.04; }))
+      << "the other yoke follows";
+  EXPECT_LT(Device(1).Force(0), -0.01) << "against the hand";
+  const double bank = flight_.Sim().State().bank;
+  EXPECT_TRUE(Eventually([&] { return flight_.Sim().State().bank > bank + 5; })) << "it banks";
+  Device(2).Grip(0, -0.4);
+  EXPECT_TRUE(Eventually([this] { return Pair().Master() == 2; })) << "taken by grip";
+  EXPECT_TRUE(Eventually([this] { return Value("sim/joystick/yoke_roll_ratio") < -0.2; }));
+}
+
+TEST_F(YokesTest, GoSlackSafelyAndGiveTheControlsBack) {
+  RunUntilForces();
+  const auto port = static_cast<std::uint16_t>(flight_.TheCockpit().Simulation().Port());
+  flight_.TheCockpit().Simulation().Stop();
+  EXPECT_TRUE(Eventually([this] { return Device(1).Slack() && Device(2).Slack(); })) << "simulator gone";
+  ASSERT_TRUE(flight_.TheCockpit().Simulation().Start(port));
+  ASSERT_TRUE(Eventually([this] { return !Device(1).Slack() && Pair().Of(1).Opening() == 1; })) << "and back";
+  yokes_[0]->Unplug();
+  EXPECT_TRUE(Eventually([this] { return Device(1).Slack(); })) << "its own watchdog: nothing comes any more";
+  EXPECT_TRUE(Eventually([this] { return Pair().Master() == 2; })) << "the other one flies";
+  flight_.TheProgram().Run().cmdStop_Click();
+  EXPECT_TRUE(Eventually([this] { return Device(2).Slack(); })) << "halted";
+  EXPECT_TRUE(Eventually([this] { return Value("sim/operation/override/override_joystick_roll") == 0; }));
+}
+
+TEST_F(YokesTest, ExitLeavesNothingBehind) {
+  RunUntilForces();
+  flight_.TheProgram().Exit();
+  EXPECT_TRUE(Eventually([this] { return Device(1).Slack() && Device(2).Slack(); }));
+  EXPECT_TRUE(Eventually([this] { return Value("sim/operation/override/override_joystick_pitch") == 0; }));
+  EXPECT_EQ(flight_.TheProgram().Yokes().Form(), nullptr);
+}
+
+}  // namespace
+}  // namespace tvx::e2e

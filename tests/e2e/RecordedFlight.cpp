@@ -1,0 +1,74 @@
+#include "e2e/RecordedFlight.h"
+
+#include <sstream>
+
+#include "config/ConfigFile.h"
+
+namespace tvx::e2e {
+namespace {
+
+constexpr std::string_view kHex = "0123456789abcdef";
+
+void AppendHex(std::string& out, const std::string& bytes) {
+  for (const char c : bytes) {
+    out += kHex[static_cast<unsigned char>(c) >> 4];
+    out += kHex[static_cast<unsigned char>(c) & 15];
+  }
+}
+
+std::string FromHex(std::string_view text) {
+  std::string bytes;
+  for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
+    bytes += static_cast<char>(kHex.find(text[i]) * 16 + kHex.find(text[i + 1]));
+  }
+  return bytes;
+}
+
+}  // namespace
+
+std::string RecordingText(const std::vector<RecordedTick>& ticks) {
+  std::string text;
+  for (const RecordedTick& tick : ticks) {
+    for (const std::string& datagram : tick.datagrams) {
+      text += "S ";
+      AppendHex(text, datagram);
+      text += '\n';
+    }
+    text += "G ";
+    AppendHex(text, tick.bus);
+    text += '\n';
+  }
+  return text;
+}
+
+std::vector<RecordedTick> ReadRecording(const std::string& text) {
+  std::vector<RecordedTick> ticks;
+  RecordedTick tick;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("S ")) tick.datagrams.push_back(FromHex(std::string_view(line).substr(2)));
+    if (!line.starts_with("G")) continue;
+    tick.bus = FromHex(std::string_view(line).substr(std::min<std::size_t>(2, line.size())));
+    ticks.push_back(std::move(tick));
+    tick = {};
+  }
+  return ticks;
+}
+
+bool RecordedCockpit::Load(const std::string& configFile) {
+  model.ConfigFileName = configFile;
+  ConfigFile(model, boxes).LoadConfigFile();
+  Start();
+  return !model.ConfigLoadFailed;
+}
+
+std::string RecordedCockpit::Play(const std::vector<std::string>& datagrams) {
+  for (const std::string& datagram : datagrams) socket.Deliver(datagram);
+  Bus().Writes.clear();
+  cycle.Tick();
+  std::string sent;
+  for (const auto& write : Bus().Writes) sent.append(write.begin(), write.end());
+  return sent;
+}
+
+}  // namespace tvx::e2e

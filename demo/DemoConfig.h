@@ -11,6 +11,7 @@ ConfigModel DemoConfig();
 // Its parts.
 void AddFunctions(ConfigModel& model);
 void AddGaugesAndPlates(ConfigModel& model);
+void AddModules(ConfigModel& model);  // behind the others: it uses their Functions and Plates
 
 // Functions that gauges show.
 enum FunctionNumber : std::int16_t {

@@ -187,6 +187,7 @@ ConfigModel DemoConfig() {
   FillNameTables(model);
   AddFunctions(model);
   AddGaugesAndPlates(model);
+  AddModules(model);
   return model;
 }
 

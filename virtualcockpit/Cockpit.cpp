@@ -30,9 +30,9 @@ int PortOf(const ConfigModel& model) {
   return usable ? port : kStandardPort;
 }
 
-std::string GaugeLink(const ConfigModel& model, const Cockpit::Settings& settings) {
-  if (!settings.links || model.General.ComPortGS <= 0) return {};
-  return settings.folder + "/comports/com" + std::to_string(model.General.ComPortGS);
+std::string LinkOf(int comNumber, const Cockpit::Settings& settings) {
+  if (!settings.links || comNumber <= 0) return {};
+  return settings.folder + "/comports/com" + std::to_string(comNumber);
 }
 
 // Makes the datarefs of a Function known: its text has a line "#n:name" for each.
@@ -71,7 +71,13 @@ Cockpit::Cockpit(const ConfigModel& model, Settings settings, QObject* parent)
     : QObject(parent),
       model_(model),
       settings_(std::move(settings)),
-      gaugeLine_(GaugeLink(model, settings_)) {
+      gaugeLine_(LinkOf(model.General.ComPortGS, settings_)) {
+  const auto lineFor = [this](Unit& unit, int comNumber) {
+    return comNumber > 0 ? std::make_unique<UnitLine>(unit, LinkOf(comNumber, settings_)) : nullptr;
+  };
+  ioLines_[0] = lineFor(boards_[0], model.General.ComPortIOM1);
+  ioLines_[1] = lineFor(boards_[1], model.General.ComPortIOM2);
+  clusterLine_ = lineFor(cluster_, model.General.ComPortEC);
   for (int id = 1; id < kGauges; ++id) {
     const GaugeRecord& record = model.Gauges[static_cast<std::size_t>(id)];
     if (record.GaugeType == 0) continue;
@@ -84,13 +90,18 @@ Cockpit::Cockpit(const ConfigModel& model, Settings settings, QObject* parent)
 bool Cockpit::Start() {
   const int port = settings_.port.value_or(PortOf(model_));
   const bool simulator = simulation_.Start(static_cast<std::uint16_t>(port));
-  const bool bus = !HasGaugeBus() || gaugeLine_.Plug();
-  return simulator && bus;
+  bool lines = !HasGaugeBus() || gaugeLine_.Plug();
+  for (UnitLine* line : {IoLine(1), IoLine(2), ClusterLine()})
+    lines = (line == nullptr || line->Plug()) && lines;
+  return simulator && lines;
 }
 
 void Cockpit::Stop() {
   simulation_.Stop();
   gaugeLine_.Unplug();
+  for (UnitLine* line : {IoLine(1), IoLine(2), ClusterLine()}) {
+    if (line != nullptr) line->Unplug();
+  }
 }
 
 }  // namespace tvx::vc

@@ -2,12 +2,16 @@
 #pragma once
 
 #include <QObject>
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "config/Model.h"
 #include "virtualcockpit/bus/GaugeBusLine.h"
+#include "virtualcockpit/lines/ClusterUnit.h"
+#include "virtualcockpit/lines/IoBoard.h"
+#include "virtualcockpit/lines/UnitLine.h"
 #include "virtualcockpit/sim/SimulatorService.h"
 
 namespace tvx::vc {
@@ -41,6 +45,11 @@ class Cockpit : public QObject {
   Simulator& Sim() { return simulation_.Sim(); }
   GaugeBusLine& GaugeLine() { return gaugeLine_; }
   GaugeBus& Gauges() { return gaugeLine_.Bus(); }
+  // IO module 1 or 2 and the engine cluster; the lines are nothing where the configuration names no port.
+  IoBoard& Board(int module) { return boards_[module == 1 ? 0 : 1]; }
+  ClusterUnit& Cluster() { return cluster_; }
+  UnitLine* IoLine(int module) { return ioLines_[module == 1 ? 0 : 1].get(); }
+  UnitLine* ClusterLine() { return clusterLine_.get(); }
   // False where the configuration names no port for the gauges: there is no line then.
   bool HasGaugeBus() const { return model_.General.ComPortGS > 0; }
 
@@ -49,6 +58,10 @@ class Cockpit : public QObject {
   Settings settings_;
   SimulatorService simulation_;
   GaugeBusLine gaugeLine_;
+  std::array<IoBoard, 2> boards_;
+  ClusterUnit cluster_;
+  std::array<std::unique_ptr<UnitLine>, 2> ioLines_;
+  std::unique_ptr<UnitLine> clusterLine_;
 };
 
 }  // namespace tvx::vc

@@ -33,14 +33,21 @@ void Show(QLabel& label, const QString& text, const QColor& colour = theme::kTex
 }  // namespace
 
 PanelWindow::PanelWindow(Cockpit& cockpit, QWidget* parent)
-    : QWidget(parent), cockpit_(cockpit), panel_(new InstrumentPanel(this)) {
+    : QWidget(parent),
+      cockpit_(cockpit),
+      panel_(new InstrumentPanel(this)),
+      shelf_(new UnitShelf(cockpit, this)) {
   setObjectName(QStringLiteral("virtualCockpit"));
   setWindowTitle(QStringLiteral("Virtual cockpit"));
   setStyleSheet(theme::StyleSheet());
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(0);
-  row->addWidget(panel_, 1);
+  auto* column = new QVBoxLayout;
+  column->setSpacing(0);
+  column->addWidget(panel_, 1);
+  column->addWidget(shelf_);
+  row->addLayout(column, 1);
   auto* side = new QWidget(this);
   side->setObjectName(QStringLiteral("sideStrip"));
   side->setAttribute(Qt::WA_StyledBackground);
@@ -174,6 +181,7 @@ void PanelWindow::Connect() {
 
 void PanelWindow::Frame() {
   panel_->Advance(std::min(0.25, static_cast<double>(frameClock_.restart()) / 1000));
+  shelf_->Advance();
 }
 
 void PanelWindow::ShowState() {
@@ -273,6 +281,9 @@ QString PanelWindow::Words() const {
   for (const InstrumentWidget* instrument : panel_->Instruments()) {
     const QString words = instrument->Words();
     if (!words.isEmpty()) parts << words;
+  }
+  for (UnitLine* line : {cockpit_.IoLine(1), cockpit_.IoLine(2), cockpit_.ClusterLine()}) {
+    if (line != nullptr) parts << QString::fromStdString(line->Hardware().Words());
   }
   return QStringLiteral("%1 %2: %3")
       .arg(Clock(state.time), Utf8(state.phase), parts.join(QStringLiteral("; ")));

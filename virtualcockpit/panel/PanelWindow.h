@@ -12,6 +12,7 @@
 
 #include "virtualcockpit/Cockpit.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
+#include "virtualcockpit/panel/UnitWidgets.h"
 
 namespace tvx::vc {
 
@@ -39,6 +40,7 @@ class PanelWindow : public QWidget {
 
   Cockpit& cockpit_;
   InstrumentPanel* panel_;
+  UnitShelf* shelf_;
   QLabel *labelPhase_, *labelFlight_, *labelSimulator_, *labelClient_, *labelTraffic_;
   QLabel *labelBus_, *labelBusPath_, *labelBusTraffic_, *labelNotice_;
   QPushButton *cmdPause_, *cmdRestart_, *cmdSimulator_, *cmdAdapter_;

@@ -1,0 +1,63 @@
+// A piece of hardware that is alone on its line: an IO module, the engine cluster.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/Bytes.h"
+#include "virtualcockpit/bus/Device.h"
+
+namespace tvx::vc {
+
+class Unit {
+ public:
+  static constexpr std::int64_t kLateMs = 400;  // how late a late unit answers
+
+  using Write = std::function<void(ByteView)>;
+  virtual ~Unit() = default;
+  void SetWrite(Write write) { write_ = std::move(write); }
+
+  // Bytes from the line.
+  void Receive(ByteView bytes, std::int64_t nowMs);
+  // Sends what has become due, and goes on with what takes time.
+  void Tick(std::int64_t nowMs);
+  // The line was interrupted: what has begun is lost.
+  void Interrupt();
+
+  DeviceFault Fault() const { return fault_; }
+  void SetFault(DeviceFault fault);
+  // Rises with everything that is to be seen.
+  std::uint64_t Changes() const { return changes_; }
+  std::uint64_t Frames() const { return frames_; }    // understood
+  std::uint64_t Answers() const { return answers_; }  // sent
+  // What it shows, in a few words.
+  virtual std::string Words() const = 0;
+
+ protected:
+  virtual void OnBytes(ByteView bytes) = 0;
+  virtual void OnTick(std::int64_t) {}
+  virtual void OnInterrupt() = 0;
+  // Sends, as far as the fault lets it.
+  void Answer(std::vector<Byte> bytes);
+  void Changed() { ++changes_; }
+  void CountFrame() { ++frames_; }
+  std::int64_t Now() const { return nowMs_; }
+
+ private:
+  struct Waiting {
+    std::int64_t dueMs;
+    std::vector<Byte> bytes;
+  };
+  void Transmit(const std::vector<Byte>& bytes);
+
+  Write write_;
+  DeviceFault fault_ = DeviceFault::None;
+  std::vector<Waiting> waiting_;
+  std::int64_t nowMs_ = 0;
+  std::uint64_t changes_ = 0, frames_ = 0, answers_ = 0;
+  std::size_t damage_ = 0;  // walks over the bytes that a damaged answer spoils
+};
+
+}  // namespace tvx::vc

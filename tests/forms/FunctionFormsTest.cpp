@@ -1,0 +1,346 @@
+// The Function editor, the list and the test of Functions, and the test console, by their controls' names.
+#include <QClipboard>
+#include <QListView>
+#include <QSpinBox>
+#include <QStackedWidget>
+#include <QTimerEvent>
+#include <map>
+
+#include "config/NameTables.h"
+#include "fakes/FakeUdpSocket.h"
+#include "forms/FormsRig.h"
+#include "simlink/forms/FunctionEditorForm.h"
+#include "simlink/forms/TestXplaneInterfaceForm.h"
+
+namespace tvx {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class FunctionFormsTest : public testing::Test {
+ protected:
+  FunctionFormsTest() : before_(QDir::currentPath()) {
+    QDir::setCurrent(folder_.path());
+    FillNameTables(model);
+    FunctionRecord& flaps = model.Functions[60];
+    flaps = {.ShortName = "Flaps", .FullName = "#1:sim/flaps\r\n", .FunctionNr = 60};
+    flaps.ComboDT = static_cast<Byte>(DataType::XplaneDataref);
+    flaps.Multiplier = flaps.Devider = 1;
+    flaps.XPVal1 = 10;
+    model.Functions[61] = flaps;
+    model.Functions[61].ShortName = "Gear";
+    model.Functions[61].ComboDT = static_cast<Byte>(DataType::Float);
+    model.General.LocalPort = "50992";
+    QDir().mkdir("x");
+    Write("x/DataRefs.txt", Thousands());
+    Write("x/Commands.txt", "sim/none/none   Nothing\nsim/gear/up   Up\n");
+  }
+  ~FunctionFormsTest() override {
+    Settle();
+    QDir::setCurrent(before_);
+  }
+  static void Write(const char* name, const QByteArray& text) {
+    QFile file(name);
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write(text);
+  }
+  static QByteArray Thousands() {
+    QByteArray text("2 1210 today\n\n");
+    for (int i = 0; i < 6000; ++i)
+      text += "sim/group/value_" + QByteArray::number(i) + "\tfloat[8]\ty\tkts\tx\n";
+    return text + "sim/weapons/airspeed_last\tfloat\tn\tkts\tx\n";
+  }
+  FunctionEditorForm& Editor(int function) {
+    editor_ = std::make_unique<FunctionEditorForm>(model, sim, boxes, nullptr,
+                                                   [](QWidget*) { return QString("x"); });
+    editor_->show();
+    editor_->Choose(function);
+    return *editor_;
+  }
+  TestXplaneInterfaceForm& Console() {
+    console_ = std::make_unique<TestXplaneInterfaceForm>(
+        model, sim, boxes, clock, nullptr,
+        TestXplaneInterfaceForm::Choosers{[](QWidget*) { return QString("log.txt"); },
+                                          [](QWidget*) { return QString("x"); }});
+    console_->show();
+    return *console_;
+  }
+  static void Click(QWidget& form, const char* name) {
+    auto* button = Control<QPushButton>(&form, name);
+    EXPECT_TRUE(button->isEnabled()) << name;
+    button->click();
+  }
+  static void Type(QWidget& form, const char* name, const char* text) {
+    auto* edit = Control<QLineEdit>(&form, name);
+    edit->setText(text);
+    emit edit->textEdited(text);
+  }
+  static void Fire(QWidget& form, const char* timer) {
+    auto* found = form.findChild<QTimer*>(timer);
+    ASSERT_NE(found, nullptr);
+    ASSERT_TRUE(found->isActive()) << timer;
+    QTimerEvent event(found->timerId());
+    QCoreApplication::sendEvent(found, &event);
+  }
+  static std::string Row(QWidget& form, const char* list, int row) {
+    return Control<QListView>(&form, list)->model()->index(row, 0).data().toString().toStdString();
+  }
+  static int Rows(QWidget& form, const char* list) {
+    return Control<QListView>(&form, list)->model()->rowCount();
+  }
+
+  QTemporaryDir folder_;
+  QString before_;
+  ConfigModel model;
+  FakeUdpSocket socket;
+  FakeMessageBoxes boxes;
+  FakeClock clock;
+  SimCom sim{model, socket, boxes, clock};
+  std::unique_ptr<FunctionEditorForm> editor_;
+  std::unique_ptr<TestXplaneInterfaceForm> console_;
+};
+
+TEST_F(FunctionFormsTest, AnImportedListIsSearchedAndCopied) {
+  FunctionEditorForm& form = Editor(60);
+  EXPECT_EQ(form.objectName(), "frmFunctionEditor");
+  EXPECT_EQ(LabelText(&form, "LabelList"), "List of X-Plane Data References");
+  EXPECT_EQ(Row(form, "ListXplaneReferences", 0), kReferencesFile.missing);
+  Click(form, "cmdCopyEntry");
+  Click(form, "cmdImportLists");
+  EXPECT_EQ(boxes.shown, (Texts{"Incorrect X-Plane command; Cannot be copied",
+                                "6001 data references were imported.\r\n2 commands were imported."}));
+  EXPECT_EQ(Rows(form, "ListXplaneReferences"), 6001);
+  Type(form, "SearchText", "VALUE 599");
+  EXPECT_EQ(Rows(form, "ListXplaneReferences"), 11);
+  Press(Control<QLineEdit>(&form, "SearchText"), Qt::Key_Return);
+  Control<QSpinBox>(&form, "boxElement")->setValue(3);
+  Click(form, "cmdCopyEntry");
+  EXPECT_EQ(Control<QPlainTextEdit>(&form, "FullName")->toPlainText(),
+            "#1:sim/flaps\n#2:sim/group/value_599[3]\n");
+  EXPECT_EQ(Control<QLineEdit>(&form, "XPVal2")->text(), "10");
+  auto* filter = Control<QComboBox>(&form, "ComboFilter");
+  filter->setCurrentText("sim/weapons");
+  EXPECT_EQ(Row(form, "ListXplaneReferences", 0), "===== Not Found =====");
+  Click(form, "cmdAbortSearch");
+  EXPECT_EQ(Row(form, "ListXplaneReferences", 0), "6000 sim/weapons/airspeed_last");
+  Click(form, "cmdResetSearch");
+  EXPECT_EQ(Rows(form, "ListXplaneReferences"), 6001);
+  EXPECT_EQ(filter->currentIndex(), 0);
+  Click(form, "CmdSave");
+  EXPECT_EQ(model.Functions[60].FullName, "#1:sim/flaps\r\n#2:sim/group/value_599[3]\r\n");
+}
+
+TEST_F(FunctionFormsTest, TheDataTypeChoosesTheList) {
+  FunctionEditorForm& form = Editor(61);
+  auto* pages = Control<QStackedWidget>(&form, "ListOrWords");
+  auto* type = Control<QComboBox>(&form, "ComboDT");
+  EXPECT_EQ(pages->currentIndex(), 0);
+  EXPECT_TRUE(Control<QLineEdit>(&form, "XPindex1")->isVisible());
+  type->setCurrentText("Xplane CMND");
+  EXPECT_EQ(pages->currentIndex(), 1);
+  EXPECT_EQ(LabelText(&form, "LabelList"), "List of X-Plane Commands");
+  EXPECT_EQ(Row(form, "ListXplaneReferences", 0), kCommandsFile.missing);
+  EXPECT_FALSE(Control<QLineEdit>(&form, "XPVal1")->isVisible());
+  type->setCurrentText("Xplane Dataref");
+  EXPECT_TRUE(Control<QLineEdit>(&form, "XPVal1")->isVisible());
+  EXPECT_FALSE(Control<QLineEdit>(&form, "XPindex1")->isVisible());
+}
+
+TEST_F(FunctionFormsTest, WhatIsWrongIsSaidWhereItIsTyped) {
+  FunctionEditorForm& form = Editor(61);
+  EXPECT_FALSE(Control<QPushButton>(&form, "CmdSave")->isEnabled());
+  Type(form, "XPVal1", "8");
+  EXPECT_NE(LabelText(&form, "LabelHint").find("0 to 7"), std::string::npos);
+  Click(form, "CmdSave");
+  EXPECT_EQ(boxes.shown, Texts{"Incorrect data"});
+  EXPECT_EQ(form.focusWidget()->objectName(), "XPVal1");
+  Type(form, "XPVal1", "7");
+  Type(form, "ShortName", "");
+  Click(form, "CmdSave");
+  EXPECT_EQ(boxes.shown.back(), "The Short name of the function is missing");
+  EXPECT_EQ(model.Functions[61].ShortName, "Gear");
+}
+
+TEST_F(FunctionFormsTest, LeavingAsksAboutUnsavedChanges) {
+  FunctionEditorForm& form = Editor(60);
+  Type(form, "ShortName", "Other");
+  auto* list = Control<QListView>(&form, "ListFunctions");
+  boxes.answers = {kAnswerNo, kAnswerNo, kAnswerYes};
+  list->setCurrentIndex(list->model()->index(60, 0));
+  EXPECT_EQ(LabelText(&form, "LabelNumber"), "Function 60");
+  EXPECT_EQ(list->currentIndex().row(), 59);
+  Press(&form, Qt::Key_Escape);
+  EXPECT_TRUE(form.isVisible());
+  form.close();
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_EQ(boxes.asked, Texts(3, "Updates are not saved yet; Continue?"));
+  editor_.release();  // it deletes itself
+}
+
+TEST_F(FunctionFormsTest, StandardFunctionsAreOnlyShown) {
+  model.Functions[1].ShortName = "Airspeed";
+  FunctionEditorForm& form = Editor(1);
+  EXPECT_TRUE(Control<QLineEdit>(&form, "ShortName")->isReadOnly());
+  EXPECT_FALSE(Control<QComboBox>(&form, "ComboDT")->isEnabled());
+  EXPECT_FALSE(Control<QPushButton>(&form, "CmdSave")->isEnabled());
+}
+
+TEST_F(FunctionFormsTest, TheListEditsAndOpensTheEditor) {
+  FunctionEditorForm& form = Editor(60);
+  Click(form, "cmdListFunctions");
+  QWidget& list = *form.ListWindow();
+  EXPECT_EQ(list.objectName(), "frmListFunctions");
+  auto* tree = Control<QTreeWidget>(&list, "ListFunctions");
+  ASSERT_EQ(tree->topLevelItemCount(), 4);
+  Control<QComboBox>(&list, "ComboFilterType")->setCurrentText("Macro");
+  Click(list, "CmdFilterTypeOn");
+  EXPECT_EQ(tree->topLevelItemCount(), 2);
+  Click(list, "CmdFilterTypeOff");
+  Click(list, "CmdFilterClassOn");
+  EXPECT_EQ(tree->topLevelItemCount(), 4);  // both have no category
+  Click(list, "cmdFilterClassOff");
+  tree->setCurrentItem(tree->topLevelItem(3));
+  Press(tree, Qt::Key_Return);
+  EXPECT_EQ(LabelText(&form, "LabelNumber"), "Function 61");
+  Type(list, "ShortName", "Wheels");
+  EXPECT_EQ(tree->topLevelItem(3)->text(1), "Wheels");
+  boxes.answers = {kAnswerNo};
+  list.close();
+  EXPECT_TRUE(list.isVisible());
+  Click(list, "CmdSave");
+  EXPECT_EQ(model.Functions[61].ShortName, "Wheels");
+  EXPECT_EQ(Control<QLineEdit>(&form, "ShortName")->text(), "Wheels");
+  list.close();
+  EXPECT_EQ(boxes.asked.size(), 1u);
+}
+
+TEST_F(FunctionFormsTest, TheTestReadsAndWritesOnItsTimers) {
+  FunctionEditorForm& form = Editor(61);
+  Click(form, "cmdTestFunction");
+  QWidget& test = *form.TestWindow();
+  EXPECT_EQ(test.objectName(), "frmTestFunction");
+  EXPECT_EQ(LabelText(&test, "LabelDataType"), "Float");
+  Click(test, "CmdRead");
+  EXPECT_EQ(LabelText(&test, "LabelReadStatus"), "Reading");
+  socket.Deliver("DATA*" + std::string(4, '\0') + std::string(32, '\0'));
+  Fire(test, "ReadTimer");
+  EXPECT_EQ(LabelText(&test, "BoxRawValue"), "0.0000");
+  Click(test, "CmdStopRead");
+  EXPECT_EQ(LabelText(&test, "LabelReadStatus"), "Stopped");
+  Type(test, "BoxWriteLowerLimit", "1");
+  Type(test, "BoxWriteUpperLimit", "2");
+  Type(test, "boxIncrDecr", "1");
+  Click(test, "CmdWriteInterval");
+  Fire(test, "IntervalTimer");
+  EXPECT_EQ(LabelText(&test, "LabelWritten"), "Written: 2.0000, sent raw as 2.0000");
+  Type(test, "BoxSeqNr", "2");
+  EXPECT_FALSE(test.findChild<QTimer*>("IntervalTimer")->isActive());
+  form.close();
+  EXPECT_EQ(sim.PortCount(), 0);
+  EXPECT_FALSE(sim.UdpOpen());
+  editor_.release();
+}
+
+TEST_F(FunctionFormsTest, TheConsoleShowsLogsAndGivesTheLinkBack) {
+  TestXplaneInterfaceForm& form = Console();
+  EXPECT_EQ(form.objectName(), "frmTestXplaneInterface");
+  EXPECT_EQ(Row(form, "ListXplaneReferences", 0), kConsoleReferencesMissing);
+  Click(form, "cmdStartUDP");
+  EXPECT_EQ(LabelText(&form, "LabelStatus"), "Running");
+  Click(form, "cmdSingleLog");
+  EXPECT_EQ(LabelText(&form, "LabelLogStatus"), "Active");
+  EXPECT_EQ(Control<QPushButton>(&form, "cmdStopLog")->text(), "Stop Logging");
+  Control<QRadioButton>(&form, "OptionByteOrderReverse")->setChecked(true);
+  socket.Deliver("RREF," + std::string("\x07\0\0\0\x3F\xC0\0\0", 8));
+  Fire(form, "DisplayTimer");
+  EXPECT_EQ(Row(form, "ListUDPProcessed", 4), "--Identifier: 7, Data Value: 1.5");
+  EXPECT_TRUE(Control<QPlainTextEdit>(&form, "boxUDPRaw")->toPlainText().contains("52 52 45 46"));
+  auto* log = Control<QListView>(&form, "ListUDPProcessed");
+  log->selectAll();
+  QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+  QApplication::sendEvent(log, &copy);
+  EXPECT_EQ(QApplication::clipboard()->text().count('\n'), 4);
+  Click(form, "cmdSaveLog");
+  EXPECT_TRUE(QFile::exists("log.txt"));
+  Click(form, "cmdClearRaw");
+  Click(form, "cmdClearConverted");
+  EXPECT_EQ(Rows(form, "ListUDPProcessed"), 0);
+  Press(&form, Qt::Key_Escape);
+  EXPECT_EQ(sim.UdpMonitorMode, 0);
+  EXPECT_FALSE(sim.UdpOpen());
+  console_.release();
+}
+
+TEST_F(FunctionFormsTest, EachButtonOfTheConsoleSendsItsDatagram) {
+  TestXplaneInterfaceForm& form = Console();
+  Click(form, "cmdImportLists");
+  auto* list = Control<QListView>(&form, "ListXplaneReferences");
+  list->setCurrentIndex(list->model()->index(2, 0));
+  EXPECT_EQ(Control<QLineEdit>(&form, "SelectedReference")->text(), "sim/group/value_2[0]");
+  for (const auto& [box, text] : std::map<const char*, const char*>{{"boxIndex", "5"},
+                                                                    {"boxReferenceIndex", "1"},
+                                                                    {"boxValue", "2"},
+                                                                    {"boxCharacter", "k"},
+                                                                    {"boxDREFValue", "3"},
+                                                                    {"boxRREFIdentifier", "9"},
+                                                                    {"boxRREFFrequency", "4"},
+                                                                    {"boxFunctionNr", "70"}}) {
+    Type(form, box, text);
+  }
+  const struct {
+    const char* button;
+    const char* tag;
+    std::size_t count;
+  } rows[] = {
+      {"cmdDSEL", "DSEL", 1},          {"cmdUSEL", "USEL", 1},       {"cmdUSELall", "USEL", 136},
+      {"cmdStopAll", "USEL", 136},     {"cmdDataUdp", "DATA", 1},    {"cmdSendDataInteger", "DATA", 1},
+      {"cmdSendCharacter", "CHAR", 1}, {"cmdSendDREF", "DREF", 1},   {"cmdSelectRREF", "RREF", 1},
+      {"cmdDeleteRREF", "RREF", 1},    {"cmdSelectRREF", "RREF", 1}, {"CmdClearAllRREFs", "RREF", 1}};
+  for (const auto& row : rows) {
+    Click(form, row.button);
+    const Texts sent = socket.TakeSent();
+    ASSERT_EQ(sent.size(), row.count) << row.button;
+    EXPECT_EQ(sent[0].substr(0, 4), row.tag) << row.button;
+  }
+  Click(form, "cmdSelectRREF");
+  Click(form, "cmdShowRREF");
+  EXPECT_EQ(Row(form, "ListRREF", 0),
+            "Ident: 009, Freq: 4 p/s ,Value= 00000.0  --->Dataref: sim/group/value_2[0]");
+  Click(form, "cmdCopyToFunction");
+  EXPECT_EQ(model.Functions[70].FullName, "#1:sim/group/value_2[0]\r\n");
+  Click(form, "cmdHelp");
+  EXPECT_EQ(boxes.shown.back(), ConsoleHelp());
+}
+
+// Every control is reached by Tab and says what it does; no two share the key that goes with Alt.
+TEST_F(FunctionFormsTest, KeysAndToolTips) {
+  FunctionEditorForm& editor = Editor(60);
+  Click(editor, "cmdListFunctions");
+  Click(editor, "cmdTestFunction");
+  for (QWidget* form :
+       std::initializer_list<QWidget*>{&editor, editor.ListWindow(), editor.TestWindow(), &Console()}) {
+    ExpectNothingClipped(form);
+    std::map<QString, std::string> keys;
+    for (QWidget* child : form->findChildren<QWidget*>()) {
+      if (child->window() != form) continue;
+      const auto* label = qobject_cast<QLabel*>(child);
+      const auto* button = qobject_cast<QAbstractButton*>(child);
+      if (button != nullptr && !button->objectName().startsWith("qt_") && !button->text().isEmpty() &&
+          button->objectName() != "OptionByteOrderNormal") {
+        EXPECT_FALSE(button->toolTip().isEmpty()) << button->objectName().toStdString();
+      }
+      const QString text = button != nullptr                    ? button->text()
+                           : label != nullptr && label->buddy() ? label->text()
+                                                                : QString();
+      const qsizetype mark = text.indexOf('&');
+      if (mark < 0) continue;
+      const QString key = text.mid(mark + 1, 1).toLower();
+      EXPECT_TRUE(keys.emplace(key, text.toStdString()).second)
+          << form->objectName().toStdString() << ": " << text.toStdString() << " and " << keys[key];
+    }
+    EXPECT_GE(TabRound(form).size(), 10u) << form->objectName().toStdString();
+  }
+}
+
+}  // namespace
+}  // namespace tvx

@@ -32,7 +32,7 @@ class GaugeBusTest : public testing::Test {
     for (const Device::Identity id :
          {Device::Identity{10, 4, 1, 12}, Device::Identity{11, 101, 2, 14}, Device::Identity{14, 106, 1, 13},
           Device::Identity{16, 2, 1, 11}, Device::Identity{17, 3, 1, 11}, Device::Identity{20, 8, 1, 10},
-          Device::Identity{23, 10, 1, 10}, Device::Identity{30, 120, 3, 4}}) {
+          Device::Identity{23, 10, 1, 10}, Device::Identity{30, 200, 3, 4}}) {
       bus_.Add(MakeDevice(id));
     }
   }
@@ -85,10 +85,10 @@ TEST_F(GaugeBusTest, VorTakesNeedlesAndFlags) {
   EXPECT_EQ(vor.Course(), 944);
   EXPECT_EQ(vor.Glide(), 0);
   EXPECT_EQ(vor.Flag(), VorDevice::ToFrom::From);
-  EXPECT_TRUE(vor.GlideFlag());
+  EXPECT_FALSE(vor.GlideFlag()) << "a glide slope is received";
   Command(14, 11, 1);
   EXPECT_EQ(vor.Flag(), VorDevice::ToFrom::To);
-  EXPECT_FALSE(vor.GlideFlag());
+  EXPECT_TRUE(vor.GlideFlag());
 }
 
 TEST_F(GaugeBusTest, LightingWordIsTakenApart) {
@@ -103,7 +103,7 @@ TEST_F(GaugeBusTest, LightingWordIsTakenApart) {
 
 TEST_F(GaugeBusTest, RepliesByteByByte) {
   EXPECT_EQ(Poll(10), test::Padded({0, 10, 4, 1, 12}, 24) + Bytes{0xFF});
-  EXPECT_EQ(Poll(30), test::Padded({0, 30, 120, 3, 4}, 24) + Bytes{0xFF})
+  EXPECT_EQ(Poll(30), test::Padded({0, 30, 200, 3, 4}, 24) + Bytes{0xFF})
       << "a kind without a face answers too";
 
   Command(11, 12, 1013);
@@ -119,14 +119,15 @@ TEST_F(GaugeBusTest, RepliesByteByByte) {
   EXPECT_EQ(As<VorDevice>(14).KnobDegrees(), 359);
 
   auto& module = As<IoModuleDevice>(23);
-  module.SetSwitch(0, true);
-  module.SetSwitch(47, true);
-  module.SetSwitch(48, true);
   module.SetAnalogue(0, 0xABC);
   module.SetAnalogue(1, 0x123);
   module.SetAnalogue(7, 9999);
-  EXPECT_EQ(Poll(23), (Bytes{0, 23, 10,   1,    10,   0x80, 0, 0, 0, 0, 0x01, 0,   0xA1,
-                             0, 0,  0x0F, 0xBC, 0x23, 0,    0, 0, 0, 0, 0xFF, 0xFF}));
+  written_.clear();
+  Command(23, 6, 0x8001);
+  ASSERT_EQ(written_.size(), 1u) << "a module answers its lamps";
+  EXPECT_EQ(written_[0], (Bytes{0, 23, 10,   1,    10,   'I', 'O', '-', 'M', 'O', 'D',  0,   0xA1,
+                                0, 0,  0x0F, 0xBC, 0x23, 0,   0,   0,   0,   0,   0xFF, 0xFF}));
+  EXPECT_TRUE(module.Lamp(0) && module.Lamp(15) && !module.Lamp(1));
 }
 
 // The knob angle that a receiver works out of an answer is the knob's, all the way round.

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include "virtualcockpit/devices/RadioDevice.h"
 #include "virtualcockpit/panel/Faces.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
 #include "virtualcockpit/panel/PanelWindow.h"
@@ -104,7 +108,8 @@ TEST(Faces, DrawEveryKindWhateverTheBusBrings) {
   ConfigModel model;
   model.Plates.push_back(PlateOf({{0, 0}, {50, 500}, {100, 1040}}));
   model.Functions[1].ShortName = "Vert. speed";
-  for (const int type : {1, 2, 3, 4, 5, 6, 8, 10, 101, 106, 120, 200}) {
+  for (const int type : {1,   2,   3,   4,   5,   6,   8,   10,  101, 103, 104, 105, 106, 107, 108,
+                         109, 110, 111, 112, 113, 114, 120, 121, 122, 123, 124, 125, 130, 140, 200}) {
     GaugeRecord& record = model.Gauges[10];
     record.GaugeType = static_cast<Byte>(type);
     record.GaugeSetting4 = 77;  // no such Plate
@@ -124,6 +129,71 @@ TEST(Faces, DrawEveryKindWhateverTheBusBrings) {
     device->SetFault(DeviceFault::Silent);
     EXPECT_NE(face->grab().toImage(), works) << "a fault is shown, type " << type;
   }
+}
+
+TEST(PanelPlan, StackAndDialsNeverOverlapAndSixStayTogether) {
+  const std::vector<double> heights(11, 80);
+  for (const double width : {700.0, 1280.0, 1900.0}) {
+    const StackPlan plan = PlanStack(10, 10, heights, width, 780);
+    ASSERT_GT(plan.Legible(), 60) << width;
+    double tallest = 0;
+    std::vector<int> all;
+    for (const auto& column : ColumnsOf(heights, plan.columns)) {
+      tallest = std::max(tallest, static_cast<double>(column.size()) * 80 * plan.wideWidth / kWideUnits);
+      all.insert(all.end(), column.begin(), column.end());
+    }
+    EXPECT_EQ(all.size(), 11u);
+    const auto high = [](int count, int columns) {
+      return static_cast<double>(RowsOf(count, columns, true).size());
+    };
+    const double larges = high(10, plan.rounds.largeColumns) * plan.rounds.size;
+    const double smalls = high(10, plan.rounds.smallColumns) * plan.rounds.size * kSmallPart;
+    const double dials = plan.rounds.beside ? std::max(larges, smalls) : larges + smalls;
+    EXPECT_LE(dials + (plan.below ? tallest : 0), 780 + 1e-6) << width;
+  }
+  EXPECT_EQ(RowsOf(10, 4, true), (std::vector<std::vector<int>>{{0, 1, 2, 6}, {3, 4, 5, 7}, {8, 9}}));
+  EXPECT_EQ(RowsOf(10, 10, true).size(), 1u);
+  EXPECT_EQ(RowsOf(7, 3, false), (std::vector<std::vector<int>>{{0, 1, 2}, {3, 4}, {5, 6}}));
+}
+
+// Knobs turn by wheel, by drag and by click; buttons are pressed; a place without a control does nothing.
+TEST(Faces, ControlsAnswerTheMouse) {
+  ConfigModel model;
+  const auto device = MakeDevice({10, 111, 1, 1});
+  auto& radio = dynamic_cast<RadioDevice&>(*device);
+  const std::unique_ptr<InstrumentWidget> face(MakeFace(*device, model, nullptr));
+  face->resize(1000, 156);  // two pixels a unit
+  const auto place = [](const Control& control, QPointF off) {
+    return (control.area.center() + off) * 2 + QPointF(500, 78);
+  };
+  const auto mouse = [&face](QEvent::Type type, QPointF at) {
+    QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(face.get(), &event);
+  };
+  const auto wheel = [&face](QPointF at, int delta) {
+    QWheelEvent event(at, at, {}, {0, delta}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(face.get(), &event);
+  };
+  const Control& swap = face->Controls()[0];
+  const Control& outer = face->Controls()[1];
+  const Control& inner = face->Controls()[2];
+  wheel(place(outer, {0, -28}), 120);
+  EXPECT_EQ(radio.Frequencies().standby, 22700) << "the outer knob";
+  wheel(place(inner, {0, 0}), -60);
+  wheel(place(inner, {0, 0}), -60);
+  EXPECT_EQ(radio.Frequencies().standby, 22675) << "two halves of a click";
+  mouse(QEvent::MouseButtonPress, place(inner, {8, 0}));
+  mouse(QEvent::MouseButtonRelease, place(inner, {8, 0}));
+  EXPECT_EQ(radio.Frequencies().standby, 22700) << "a click on the right half";
+  mouse(QEvent::MouseButtonPress, place(outer, {0, 28}));
+  mouse(QEvent::MouseMove, place(outer, {0, 28}) - QPointF(20, 0));
+  mouse(QEvent::MouseButtonRelease, place(outer, {0, 28}) - QPointF(20, 0));
+  EXPECT_EQ(radio.Frequencies().standby, 20700) << "dragged to the left by two clicks";
+  mouse(QEvent::MouseButtonPress, place(swap, {0, 0}));
+  mouse(QEvent::MouseButtonRelease, place(swap, {0, 0}));
+  EXPECT_EQ(radio.Frequencies().active, 20700);
+  wheel({5, 5}, 120);
+  EXPECT_EQ(radio.Frequencies().standby, 18500);
 }
 
 TEST(PanelWindow, ControlsDoWhatTheySay) {

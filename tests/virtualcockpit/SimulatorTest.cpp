@@ -186,6 +186,35 @@ TEST_F(SimulatorTest, CommandsWithAndWithoutTheirEnd) {
   EXPECT_EQ(sim_.LastCharacter(), 'g');
 }
 
+TEST_F(SimulatorTest, AutopilotButtonsActOnItsStates) {
+  struct Step {
+    const char* command;
+    double servos, mode, heading, nav, approach, altitude, speed;
+  };
+  const Step steps[] = {{"servos_toggle", 1, 2, 0, 0, 0, 0, 0}, {"heading", 1, 2, 2, 0, 0, 0, 0},
+                        {"NAV", 1, 2, 0, 2, 0, 0, 0},           {"altitude_hold", 1, 2, 0, 2, 0, 2, 0},
+                        {"approach", 1, 2, 0, 0, 2, 2, 0},      {"approach", 1, 2, 0, 0, 0, 2, 0},
+                        {"nose_up", 1, 2, 0, 0, 0, 2, 100},     {"nose_down", 1, 2, 0, 0, 0, 2, 0},
+                        {"back_course", 1, 2, 0, 0, 0, 2, 0},   {"servos_toggle", 0, 0, 0, 0, 0, 0, 0}};
+  for (const Step& step : steps) {
+    From(kOne, test::Ascii(std::string("CMND0sim/autopilot/") + step.command));
+    EXPECT_EQ(Value("sim/cockpit2/autopilot/servos_on"), step.servos) << step.command;
+    EXPECT_EQ(Value("sim/cockpit/autopilot/autopilot_mode"), step.mode) << step.command;
+    EXPECT_EQ(Value("sim/cockpit2/autopilot/heading_status"), step.heading) << step.command;
+    EXPECT_EQ(Value("sim/cockpit2/autopilot/nav_status"), step.nav) << step.command;
+    EXPECT_EQ(Value("sim/cockpit2/autopilot/approach_status"), step.approach) << step.command;
+    EXPECT_EQ(Value("sim/cockpit2/autopilot/altitude_hold_status"), step.altitude) << step.command;
+    EXPECT_EQ(Value("sim/cockpit2/autopilot/vvi_dial_fpm"), step.speed) << step.command;
+  }
+  From(kOne, test::Ascii("CMND0sim/transponder/transponder_ident"));
+  EXPECT_EQ(sim_.Counters().idents, 1u);
+  From(kOne, test::WriteSingle(118, 2, -500));
+  EXPECT_EQ(Value("sim/cockpit/autopilot/vertical_velocity"), -500) << "the older name of the dial";
+  From(kOne, test::WriteSingle(115, 1, 11030));
+  EXPECT_EQ(sim_.Groups().Values(115)[1], 11030.0f);
+  EXPECT_EQ(sim_.Counters().refused, 0u);
+}
+
 TEST_F(SimulatorTest, TimePassesByTheClockAndStopsInPause) {
   Tick(21);
   EXPECT_NEAR(sim_.State().time, 1.0, 1e-9);

@@ -35,8 +35,10 @@ struct FaceLight {
 
 class Device {
  public:
+  static constexpr int kReportState = 7;
   struct Identity {
     Byte gaugeID = 0, type = 0, model = 0, version = 0;
+    int options = 0;  // the option bits of its configuration
   };
   explicit Device(Identity identity) : identity_(identity) {}
   virtual ~Device() = default;
@@ -46,10 +48,17 @@ class Device {
 
   // A command for this instrument; the lighting is taken here, everything else by the instrument's kind.
   void Receive(int command, std::int32_t value);
+  // Whether the instrument answers this command: "report state", and for some kinds one more.
+  virtual bool AnswersTo(int command) const { return command == kReportState; }
   // The answer to "report state".
   Reply Answer();
 
   const FaceLight& Light() const { return light_; }
+  // Whether the lighting word tells about the buses: not where the configuration reads no voltage, nor for an
+  // instrument that takes no lighting.
+  void FollowBuses(bool follows) { followsBuses_ = follows; }
+  // False once the lighting word says that neither bus has power.
+  bool Powered() const { return !followsBuses_ || !light_.told || light_.bus1 || light_.bus2; }
   // Rises with every command: whoever draws the face looks whether it has changed.
   std::uint64_t Changes() const { return changes_; }
   std::uint64_t Answers() const { return answers_; }
@@ -72,6 +81,7 @@ class Device {
  private:
   Identity identity_;
   FaceLight light_;
+  bool followsBuses_ = true;
   DeviceFault fault_ = DeviceFault::None;
   std::uint64_t changes_ = 0, answers_ = 0;
   std::int32_t lastCommand_ = -1, lastValue_ = 0;

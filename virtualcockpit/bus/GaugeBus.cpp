@@ -5,7 +5,6 @@
 namespace tvx::vc {
 namespace {
 
-constexpr int kReportState = 7;
 constexpr std::size_t kMostWaiting = 64;
 
 }  // namespace
@@ -51,11 +50,10 @@ void GaugeBus::OnFrame(const Frame& frame, std::int64_t nowMs) {
       continue;
     }
     const auto& command = std::get<CommandFrame>(frame);
-    if (command.command == kReportState) {
+    if (command.command != Device::kReportState) device->Receive(command.command, command.value);
+    if (device->AnswersTo(command.command)) {
       ++polls_;
       Answer(*device, nowMs);
-    } else {
-      device->Receive(command.command, command.value);
     }
   }
   if (!heard) ++unheard_;

@@ -1,8 +1,8 @@
-// An IO module on the gauge bus: sixteen lamps, two values, 48 switches, eight analogue inputs.
+// An IO module on the gauge bus: sixteen lamps, a number, a text of its own, eight analogue inputs.
 #pragma once
 
 #include <array>
-#include <bitset>
+#include <string>
 
 #include "virtualcockpit/bus/Device.h"
 
@@ -10,17 +10,21 @@ namespace tvx::vc {
 
 class IoModuleDevice : public Device {
  public:
-  static constexpr int kLamps = 16, kSwitches = 48, kAnalogues = 8;
+  static constexpr int kLamps = 16, kAnalogues = 8;
+  static constexpr int kBrightest = 15;
 
   using Device::Device;
   bool Lamp(int number) const { return (lamps_ >> number & 1) != 0; }  // 0..15
-  std::int32_t Value4() const { return value4_; }
-  std::int32_t Value5() const { return value5_; }
+  std::int32_t Number() const { return number_; }
+  int Brightness() const { return brightness_; }  // of the lamps, 0..15
+  // The module's text: six characters.
+  const std::string& Text() const { return text_; }
 
-  // Inputs outside their range are ignored; analogue values are cut to 0..4095.
-  void SetSwitch(int number, bool on);
-  bool Switch(int number) const;
+  // An input outside 0..7 is ignored; values are cut to 0..4095.
   void SetAnalogue(int number, int value);
+  int Analogue(int number) const;
+
+  bool AnswersTo(int command) const override { return Device::AnswersTo(command) || command == 6; }
 
  protected:
   void OnCommand(int command, std::int32_t value) override;
@@ -28,8 +32,9 @@ class IoModuleDevice : public Device {
 
  private:
   std::uint32_t lamps_ = 0;
-  std::int32_t value4_ = 0, value5_ = 0;
-  std::bitset<kSwitches> switches_;
+  std::int32_t number_ = 0;
+  int brightness_ = kBrightest;
+  std::string text_ = "IO-MOD";
   std::array<int, kAnalogues> analogues_{};
 };
 

@@ -5,8 +5,6 @@
 namespace tvx::vc {
 namespace {
 
-constexpr Byte kEngineCluster = 8;
-
 int Position(std::int32_t value) {
   return std::clamp(value, 0, kNeedlePositions - 1);
 }
@@ -14,7 +12,7 @@ int Position(std::int32_t value) {
 }  // namespace
 
 void NeedleDevice::OnCommand(int command, std::int32_t value) {
-  const bool cluster = Id().type == kEngineCluster;
+  const bool cluster = IsCluster();
   if (command == (cluster ? 4 : 5)) {
     first_ = Position(value);
   } else if (cluster ? command == 5 : command == 6 && !HasDisplay()) {

@@ -19,6 +19,10 @@ class NeedleDevice : public Device {
   const std::optional<std::int32_t>& Display() const { return display_; }
   int DisplayControl() const { return displayControl_; }
   bool HasDisplay() const { return Id().type == 2; }
+  bool IsCluster() const { return Id().type == 8; }
+  // A cluster's housing shows two of its eight values: by how much the first one's place is above the first
+  // Function.
+  int ClusterOffset() const { return (Id().options & 3) == 0 ? 6 : ((Id().options & 3) - 1) * 2; }
 
  protected:
   void OnCommand(int command, std::int32_t value) override;

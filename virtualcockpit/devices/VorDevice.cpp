@@ -2,7 +2,12 @@
 
 #include <algorithm>
 
+#include "virtualcockpit/devices/Wire.h"
+
 namespace tvx::vc {
+
+// The knobs stand where the simulator's courses do at the start.
+VorDevice::VorDevice(const Identity& identity) : Device(identity), knob_(identity.type == 107 ? 60 : 240) {}
 
 void VorDevice::OnCommand(int command, std::int32_t value) {
   if (command == 5) course_ = std::clamp(value, 0, kNeedleSpan);
@@ -10,7 +15,7 @@ void VorDevice::OnCommand(int command, std::int32_t value) {
   if (command == 11) {
     const int flag = value & 0xFF;
     flag_ = flag == 1 ? ToFrom::To : flag == 2 ? ToFrom::From : ToFrom::Off;
-    glideFlag_ = (value >> 8 & 0xFF) != 0;
+    glideFlag_ = (value >> 8 & 1) == 0;
   }
 }
 
@@ -20,11 +25,8 @@ void VorDevice::TurnKnob(int degrees) {
 }
 
 void VorDevice::FillReply(Reply& reply) {
-  const int raw = kKnobSteps - (knob_ * kKnobSteps + 180) / 360;
-  reply[5] = 'C';
-  reply[6] = static_cast<Byte>(raw >> 8);
-  reply[7] = static_cast<Byte>(raw & 0xFF);
-  reply[8] = 'A';
+  PutLetters(reply, 'C', 'A');
+  PutWord(reply, 7, KnobRaw(knob_));
 }
 
 }  // namespace tvx::vc

@@ -8,15 +8,16 @@ namespace tvx::vc {
 class VorDevice : public Device {
  public:
   static constexpr int kNeedleSpan = 944;  // needle 0..944, 472 in the middle
-  static constexpr int kKnobSteps = 1084;  // of one turn; the knob counts down
   enum class ToFrom { Off = 0, To = 1, From = 2 };
 
-  using Device::Device;
+  explicit VorDevice(const Identity& identity);
   int Course() const { return course_; }  // needle positions
   int Glide() const { return glide_; }
   ToFrom Flag() const { return flag_; }
-  // True while the glide path flag covers the needle.
+  // True while no glide slope is received: its flag shows.
   bool GlideFlag() const { return glideFlag_; }
+  // 106 shows receiver 1, 107 receiver 2.
+  int Receiver() const { return Id().type == 107 ? 2 : 1; }
   // The course under the lubber line, degrees 0..359.
   int KnobDegrees() const { return knob_; }
   // Turns the knob by degrees, right positive.
@@ -30,7 +31,7 @@ class VorDevice : public Device {
   int course_ = kNeedleSpan / 2, glide_ = kNeedleSpan / 2;
   ToFrom flag_ = ToFrom::Off;
   bool glideFlag_ = true;
-  int knob_ = 240;
+  int knob_;
 };
 
 }  // namespace tvx::vc

@@ -27,7 +27,8 @@ void DrawWindow(QPainter& painter, const QRectF& box) {
 
 AltimeterFace::AltimeterFace(AltimeterDevice& device, QWidget* parent)
     : InstrumentWidget(device, QStringLiteral("ALTIMETER"), parent), gauge_(device) {
-  setToolTip(QStringLiteral("Turn the mouse wheel over it to turn the pressure knob"));
+  AddKnob({-80, 80}, 13, QStringLiteral("BARO"), QStringLiteral("Pressure setting: turn the wheel"),
+          [this](int clicks) { gauge_.TurnKnob(clicks); });
   feet_.Jump(0);
 }
 
@@ -49,14 +50,6 @@ void AltimeterFace::DrawDial(QPainter& painter) {
   Text(painter, {0, 39}, 7.5, QStringLiteral("100 FEET"), dim);
   Text(painter, {kWindow.right() + 8, kWindow.center().y()}, 6.5,
        gauge_.Inches() ? QStringLiteral("IN") : QStringLiteral("MB"), dim, true);
-  // The knob at the lower left.
-  QRadialGradient knob(QPointF(-82, 78), 12);
-  knob.setColorAt(0, QColor(0x6a, 0x6f, 0x76));
-  knob.setColorAt(1, QColor(0x1d, 0x1f, 0x22));
-  painter.setPen(QPen(QColor(0, 0, 0, 180), 1));
-  painter.setBrush(knob);
-  painter.drawEllipse(QPointF(-80, 80), 10.5, 10.5);
-  Text(painter, {-80, 80}, 6.5, QStringLiteral("BARO"), QColor(0xe0, 0xe2, 0xe4), true);
 }
 
 // Ten thousands, thousands and hundreds on drums, then a drum of twenties; each rolls over with the one right

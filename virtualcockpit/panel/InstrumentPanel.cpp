@@ -1,5 +1,6 @@
 #include "virtualcockpit/panel/InstrumentPanel.h"
 
+#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 
@@ -8,32 +9,20 @@
 namespace tvx::vc {
 namespace {
 
-constexpr double kSmallPart = 0.72;  // of a large instrument's size
 constexpr double kMargin = 12;
-constexpr double kLargest = 520;
-constexpr double kWidestGap = 0.08;  // between instruments, of their size
+constexpr double kWidestGap = 0.08;    // between instruments, of their size
+constexpr double kSmallestDial = 150;  // pixels of a large dial that is still read
+constexpr int kHighest = 6000;
+
+std::vector<double> HeightsOf(const std::vector<InstrumentWidget*>& wides) {
+  std::vector<double> heights;
+  for (const InstrumentWidget* wide : wides) {
+    heights.push_back(wide->Extent().height() * kWideUnits / wide->Extent().width());
+  }
+  return heights;
+}
 
 }  // namespace
-
-PanelPlan PlanPanel(int larges, int smalls, double width, double height) {
-  PanelPlan best;
-  const auto rows = [](int count, int columns) { return columns == 0 ? 0 : (count + columns - 1) / columns; };
-  for (int large = std::min(larges, 1); large <= larges; ++large) {
-    for (int small = std::min(smalls, 1); small <= smalls; ++small) {
-      const double largeHigh = rows(larges, large);
-      const double smallHigh = rows(smalls, small) * kSmallPart;
-      const double smallWide = small * kSmallPart;
-      const double beside = std::min(width / (large + smallWide), height / std::max(largeHigh, smallHigh));
-      const double stacked =
-          std::min(width / std::max<double>(large, smallWide), height / (largeHigh + smallHigh));
-      for (const bool side : {false, true}) {
-        const double size = std::min(side ? beside : stacked, kLargest);
-        if (size > best.size * 1.02) best = {size, large, small, side};
-      }
-    }
-  }
-  return best;
-}
 
 InstrumentPanel::InstrumentPanel(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("instrumentPanel"));
@@ -51,15 +40,59 @@ void InstrumentPanel::Advance(double seconds) {
   for (InstrumentWidget* instrument : instruments_) instrument->Advance(seconds);
 }
 
+InstrumentPanel::Group InstrumentPanel::GroupOf(bool large, bool wide) const {
+  Group group;
+  for (InstrumentWidget* instrument : instruments_) {
+    if (instrument->Wide() == wide && (wide || instrument->Large() == large)) group.push_back(instrument);
+  }
+  return group;
+}
+
+StackPlan InstrumentPanel::Plan(double width, double height) const {
+  return PlanStack(static_cast<int>(GroupOf(true, false).size()),
+                   static_cast<int>(GroupOf(false, false).size()), HeightsOf(GroupOf(false, true)),
+                   std::max(1.0, width - 2 * kMargin), std::max(1.0, height - 2 * kMargin));
+}
+
+int InstrumentPanel::HeightFor(int width, int height) const {
+  int high = std::max(height, minimumHeight());
+  if (instruments_.empty()) return high;
+  while (high < kHighest && Plan(width, high).Legible() < kSmallestDial) high += 40;
+  // Where the width is what lacks, no height helps.
+  return high < kHighest ? high : std::max(height, minimumHeight());
+}
+
 void InstrumentPanel::Arrange() {
-  std::vector<InstrumentWidget*> larges, smalls;
-  for (InstrumentWidget* instrument : instruments_)
-    (instrument->Large() ? larges : smalls).push_back(instrument);
   if (instruments_.empty()) return;
   const QRectF room(kMargin, kMargin, std::max(1.0, width() - 2 * kMargin),
                     std::max(1.0, height() - 2 * kMargin));
-  const PanelPlan plan = PlanPanel(static_cast<int>(larges.size()), static_cast<int>(smalls.size()),
-                                   room.width(), room.height());
+  const StackPlan plan = Plan(width(), height());
+  QRectF rounds = room;
+  if (plan.columns > 0) {
+    const bool any = plan.rounds.size > 0;
+    QRectF stack = room;
+    if (any && plan.below) {
+      double high = 0;
+      const std::vector<double> heights = HeightsOf(GroupOf(false, true));
+      for (const auto& column : ColumnsOf(heights, plan.columns)) {
+        double sum = 0;
+        for (const int i : column) sum += heights[static_cast<std::size_t>(i)];
+        high = std::max(high, sum * plan.wideWidth / kWideUnits);
+      }
+      rounds.setBottom(room.bottom() - high);
+      stack.setTop(rounds.bottom());
+    } else if (any) {
+      rounds.setRight(room.right() - plan.columns * plan.wideWidth);
+      stack.setLeft(rounds.right());
+    }
+    ArrangeStack(plan, stack);
+  }
+  ArrangeRounds(plan.rounds, rounds);
+}
+
+void InstrumentPanel::ArrangeRounds(const PanelPlan& plan, const QRectF& room) {
+  const Group larges = GroupOf(true, false);
+  const Group smalls = GroupOf(false, false);
   const double small = plan.size * kSmallPart;
   QRectF first = room;
   QRectF second = room;
@@ -82,24 +115,49 @@ void InstrumentPanel::Arrange() {
   Place(smalls, second, plan.smallColumns, small);
 }
 
-// Places a group in rows of nearly the same length in the middle of the block, spread a little where there is
-// room.
-void InstrumentPanel::Place(const std::vector<InstrumentWidget*>& group, const QRectF& block, int columns,
-                            double size) {
+// The units of the stack stand on each other without a gap wider than a finger's breadth.
+void InstrumentPanel::ArrangeStack(const StackPlan& plan, const QRectF& room) {
+  const Group wides = GroupOf(false, true);
+  const std::vector<double> heights = HeightsOf(wides);
+  const double scale = plan.wideWidth / kWideUnits;
+  double x = room.center().x() - plan.columns * plan.wideWidth / 2;
+  for (const auto& column : ColumnsOf(heights, plan.columns)) {
+    double sum = 0;
+    for (const int i : column) sum += heights[static_cast<std::size_t>(i)] * scale;
+    const double gap =
+        column.size() > 1
+            ? std::clamp((room.height() - sum) / static_cast<double>(column.size() - 1), 0.0, 10.0)
+            : 0;
+    double y = room.center().y() - (sum + gap * (static_cast<double>(column.size()) - 1)) / 2;
+    for (const int i : column) {
+      const double high = heights[static_cast<std::size_t>(i)] * scale;
+      wides[static_cast<std::size_t>(i)]->setGeometry(
+          QRectF(x + 4, y + 1, plan.wideWidth - 4, high - 2).toRect());
+      y += high + gap;
+    }
+    x += plan.wideWidth;
+  }
+}
+
+// Places a group in rows in the middle of the block, spread a little where there is room.
+void InstrumentPanel::Place(const Group& group, const QRectF& block, int columns, double size) {
   if (group.empty() || columns < 1) return;
   const int count = static_cast<int>(group.size());
-  const int rows = (count + columns - 1) / columns;
+  const auto rows = RowsOf(count, columns, group.front()->Large());
   const double gapX = std::clamp((block.width() - columns * size) / columns, 0.0, size * kWidestGap);
-  const double gapY = std::clamp((block.height() - rows * size) / rows, 0.0, size * kWidestGap);
-  double y = block.center().y() - (rows * size + (rows - 1) * gapY) / 2;
-  int next = 0;
-  for (int row = 0; row < rows; ++row) {
-    const int here = (count - next + rows - row - 1) / (rows - row);
-    double x = block.center().x() - (here * size + (here - 1) * gapX) / 2;
-    for (int i = 0; i < here; ++i, ++next) {
-      const int pixels = std::max(1, static_cast<int>(size) - 4);
-      group[static_cast<std::size_t>(next)]->setGeometry(static_cast<int>(x) + 2, static_cast<int>(y) + 2,
-                                                         pixels, pixels);
+  const double gapY = std::clamp(
+      (block.height() - static_cast<double>(rows.size()) * size) / static_cast<double>(rows.size()), 0.0,
+      size * kWidestGap);
+  const int pixels = std::max(1, static_cast<int>(size) - 4);
+  double y = block.center().y() - (static_cast<double>(rows.size()) * (size + gapY) - gapY) / 2;
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    // The two rows of the six begin below each other.
+    const bool six = group.front()->Large() && KeepsSixTogether(count, columns) && row < 2;
+    const auto here = static_cast<double>(six ? rows[0].size() : rows[row].size());
+    double x = block.center().x() - (here * (size + gapX) - gapX) / 2;
+    for (const int i : rows[row]) {
+      group[static_cast<std::size_t>(i)]->setGeometry(static_cast<int>(x) + 2, static_cast<int>(y) + 2,
+                                                      pixels, pixels);
       x += size + gapX;
     }
     y += size + gapY;
@@ -116,6 +174,20 @@ void InstrumentPanel::paintEvent(QPaintEvent*) {
   painter.setPen(theme::kDim);
   painter.setFont(theme::FontOf(18));
   painter.drawText(rect(), Qt::AlignCenter, QStringLiteral("The configuration has no gauges"));
+}
+
+PanelScroll::PanelScroll(InstrumentPanel* panel, QWidget* parent) : QScrollArea(parent), panel_(panel) {
+  setObjectName(QStringLiteral("panelScroll"));
+  setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setWidget(panel);
+  setMinimumSize(320, 260);
+}
+
+void PanelScroll::resizeEvent(QResizeEvent* event) {
+  QScrollArea::resizeEvent(event);
+  const QSize room = viewport()->size();
+  panel_->resize(room.width(), panel_->HeightFor(room.width(), room.height()));
 }
 
 }  // namespace tvx::vc

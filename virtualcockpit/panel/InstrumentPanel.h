@@ -1,23 +1,15 @@
-// The panel that holds the instruments: large ones in the upper rows, small ones below, as large as the room
+// The panel that holds the instruments: large dials, small dials, and the radio stack, as large as the room
 // allows.
 #pragma once
 
+#include <QScrollArea>
 #include <QWidget>
 #include <vector>
 
 #include "virtualcockpit/panel/InstrumentWidget.h"
+#include "virtualcockpit/panel/PanelPlan.h"
 
 namespace tvx::vc {
-
-// How the instruments are set out: a block of large ones and a block of small ones, above or beside each
-// other.
-struct PanelPlan {
-  double size = 0;  // of a large instrument, in pixels
-  int largeColumns = 0, smallColumns = 0;
-  bool beside = false;
-};
-// Of all plans the one with the largest instruments that fits into the room.
-PanelPlan PlanPanel(int larges, int smalls, double width, double height);
 
 class InstrumentPanel : public QWidget {
   Q_OBJECT
@@ -29,6 +21,8 @@ class InstrumentPanel : public QWidget {
   const std::vector<InstrumentWidget*>& Instruments() const { return instruments_; }
   // Moves every instrument on.
   void Advance(double seconds);
+  // How high the panel has to be in that room for its instruments to be read; `height` where that is enough.
+  int HeightFor(int width, int height) const;
   QSize sizeHint() const override { return {1040, 760}; }
 
  protected:
@@ -36,10 +30,28 @@ class InstrumentPanel : public QWidget {
   void resizeEvent(QResizeEvent*) override { Arrange(); }
 
  private:
+  using Group = std::vector<InstrumentWidget*>;
+  Group GroupOf(bool large, bool wide) const;
+  StackPlan Plan(double width, double height) const;
   void Arrange();
-  void Place(const std::vector<InstrumentWidget*>& group, const QRectF& block, int columns, double size);
+  void ArrangeRounds(const PanelPlan& plan, const QRectF& room);
+  void ArrangeStack(const StackPlan& plan, const QRectF& room);
+  void Place(const Group& group, const QRectF& block, int columns, double size);
 
-  std::vector<InstrumentWidget*> instruments_;
+  Group instruments_;
+};
+
+// Shows the panel in the room there is, and scrolls where it would be too small to be read.
+class PanelScroll : public QScrollArea {
+  Q_OBJECT
+ public:
+  PanelScroll(InstrumentPanel* panel, QWidget* parent);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  InstrumentPanel* panel_;
 };
 
 }  // namespace tvx::vc

@@ -3,7 +3,6 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPainterPath>
-#include <QWheelEvent>
 #include <cmath>
 
 #include "virtualcockpit/panel/Theme.h"
@@ -15,7 +14,7 @@ constexpr double kNeedleTime = 0.09;  // s
 constexpr double kUnseen = 0.05;      // of a needle position
 
 bool SameLight(const FaceLight& a, const FaceLight& b) {
-  return a.lit == b.lit && a.brightness == b.brightness;
+  return a.lit == b.lit && a.brightness == b.brightness && a.bus1 == b.bus1 && a.bus2 == b.bus2;
 }
 
 // A square plate with its corners cut, as instruments have them.
@@ -68,7 +67,9 @@ bool Needle::Follow(double target, double seconds, double turn) {
 InstrumentWidget::InstrumentWidget(Device& device, QString caption, QWidget* parent)
     : QWidget(parent), device_(device), caption_(std::move(caption)) {
   setObjectName(QStringLiteral("gauge%1").arg(device.Id().gaugeID));
+  setAccessibleName(caption_);
   setAttribute(Qt::WA_OpaquePaintEvent, false);
+  setMouseTracking(true);
 }
 
 QColor InstrumentWidget::Ink() const {
@@ -152,7 +153,8 @@ void InstrumentWidget::DrawGlass(QPainter& painter) const {
 void InstrumentWidget::DrawFault(QPainter& painter) const {
   if (device_.Fault() == DeviceFault::None) return;
   const QString text = QString::fromUtf8(FaultText(device_.Fault()).data());
-  const QRectF box(-74, 86, 148, 14);
+  const double foot = Extent().height() / 2;
+  const QRectF box(-74, foot - 14, 148, 14);
   painter.setPen(QPen(QColor(0x7a, 0x2f, 0x25), 1));
   painter.setBrush(QColor(0x2a, 0x10, 0x0c, 235));
   painter.drawRoundedRect(box, 4, 4);
@@ -169,8 +171,11 @@ QPixmap InstrumentWidget::EmptyPicture() const {
 void InstrumentWidget::SetScale(QPainter& painter) const {
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
   painter.translate(width() / 2.0, height() / 2.0);
-  const double scale = std::min(width(), height()) / 200.0;
-  painter.scale(scale, scale);
+  painter.scale(PixelsPerUnit(), PixelsPerUnit());
+}
+
+double InstrumentWidget::PixelsPerUnit() const {
+  return std::min(width() / Extent().width(), height() / Extent().height());
 }
 
 void InstrumentWidget::RenewPicture() {
@@ -199,20 +204,12 @@ void InstrumentWidget::paintEvent(QPaintEvent*) {
   painter.save();
   SetScale(painter);
   DrawMoving(painter);
+  for (const Control& control : controls_)
+    DrawControl(painter, control, &control == held_, device_.Powered(), Ink());
   painter.restore();
   painter.drawPixmap(0, 0, glass_);
   SetScale(painter);
   DrawFault(painter);
-}
-
-void InstrumentWidget::wheelEvent(QWheelEvent* event) {
-  const int clicks = event->angleDelta().y() / 120;
-  if (!HasKnob() || clicks == 0) {
-    event->ignore();
-    return;
-  }
-  Turn(clicks);
-  event->accept();
 }
 
 void InstrumentWidget::contextMenuEvent(QContextMenuEvent* event) {

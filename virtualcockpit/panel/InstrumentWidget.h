@@ -4,8 +4,11 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <deque>
+#include <optional>
 
 #include "virtualcockpit/bus/Device.h"
+#include "virtualcockpit/panel/Control.h"
 
 namespace tvx::vc {
 
@@ -17,6 +20,10 @@ class InstrumentWidget : public QWidget {
   // Moves on by the time that has passed and repaints if something is to be seen of it.
   void Advance(double seconds);
   virtual bool Large() const { return false; }
+  // What it is drawn in: 200 units square, or a unit of the radio stack.
+  virtual QSizeF Extent() const { return {200, 200}; }
+  bool Wide() const { return Extent().width() > Extent().height() * 1.5; }
+  const std::deque<Control>& Controls() const { return controls_; }
   Device& Gauge() { return device_; }
   const Device& Gauge() const { return device_; }
   const QString& Caption() const { return caption_; }
@@ -24,7 +31,7 @@ class InstrumentWidget : public QWidget {
   virtual QString Words() const { return {}; }
 
  protected:
-  // Drawing goes on in a square from -100 to 100 in both directions; the glass is a circle of radius kGlass.
+  // Drawing goes on round the middle of the extent; a dial's glass is a circle of radius kGlass.
   static constexpr double kGlass = 84;
 
   // What moves seldom, kept as a picture until the size, the lighting or DialVersion() changes.
@@ -34,9 +41,19 @@ class InstrumentWidget : public QWidget {
   // Moves needles on towards where they should be; true when that is to be seen.
   virtual bool Move(double seconds) = 0;
   virtual int DialVersion() const { return 0; }
-  // The wheel was turned over it, clicks, up positive.
-  virtual void Turn(int) {}
-  virtual bool HasKnob() const { return false; }
+  // The case round the dial and the glass over it.
+  virtual void DrawCase(QPainter& painter) const;
+  virtual void DrawGlass(QPainter& painter) const;
+
+  // Controls are made by the constructor; of two that overlap the later one is on top. The wheel turns the
+  // first one wherever it is turned over a round face.
+  Control& AddKnob(QPointF at, double radius, const QString& label, const QString& tip,
+                   std::function<void(int)> turn);
+  Control& AddRing(QPointF at, double radius, const QString& tip, std::function<void(int)> turn);
+  Control& AddButton(const QRectF& area, const QString& label, const QString& tip,
+                     std::function<void()> press, std::function<bool()> lit = {});
+  // A place of the face's own drawing that turns.
+  Control& AddWheelArea(const QRectF& area, const QString& tip, std::function<void(int)> turn);
 
   QColor Ink() const;
   QColor Ink(const QColor& paint) const;
@@ -46,11 +63,17 @@ class InstrumentWidget : public QWidget {
 
   void paintEvent(QPaintEvent*) override;
   void wheelEvent(QWheelEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  bool event(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  void DrawCase(QPainter& painter) const;
-  void DrawGlass(QPainter& painter) const;
+  Control* ControlAt(QPointF position);
+  QPointF Drawn(QPointF position) const;
+  void Turn(Control& control, int clicks, Qt::KeyboardModifiers modifiers);
+  double PixelsPerUnit() const;
   void DrawFault(QPainter& painter) const;
   QPixmap EmptyPicture() const;
   void SetScale(QPainter& painter) const;
@@ -58,7 +81,12 @@ class InstrumentWidget : public QWidget {
 
   Device& device_;
   QString caption_;
-  QPixmap picture_;  // case and dial
+  std::deque<Control> controls_;
+  Control* held_ = nullptr;
+  QPointF heldAt_;
+  int dragged_ = 0;     // clicks, while held
+  int wheelDelta_ = 0;  // of a wheel that turns by parts of a click
+  QPixmap picture_;     // case and dial
   QPixmap glass_;
   std::uint64_t seenChanges_ = ~0ull;
   FaceLight pictureLight_;

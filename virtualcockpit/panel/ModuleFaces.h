@@ -22,6 +22,7 @@ class IoModuleFace : public InstrumentWidget {
 
  private:
   IoModuleDevice& gauge_;
+  std::array<Control*, IoModuleDevice::kAnalogues> knobs_{};
   QString legend1_, legend2_;
 };
 

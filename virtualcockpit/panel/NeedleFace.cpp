@@ -10,6 +10,7 @@ namespace {
 
 constexpr double kRadians = 3.14159265358979 / 180;
 constexpr double kInnerRadius = 47;  // of the inner scale of concentric faces
+constexpr double kRestsAfter = 1;    // s without a command
 const QColor kSecondNeedle{0xff, 0xa6, 0x3d};
 
 QPointF At(double degrees, double radius) {
@@ -50,10 +51,11 @@ QStringList Lines(const QString& name, qsizetype longest) {
 NeedleFace::NeedleFace(NeedleDevice& device, const ConfigModel& model, QWidget* parent)
     : InstrumentWidget(device, {}, parent), gauge_(device) {
   const GaugeRecord& record = model.Gauges[device.Id().gaugeID];
-  // An engine cluster on the gauge bus shows the two Functions that follow its own at a distance of six.
-  const bool cluster = record.GaugeType == 8;
-  const int function1 = cluster ? record.GaugeFunction1 + 6 : record.GaugeFunction1;
-  const int function2 = cluster ? record.GaugeFunction1 + 7 : record.GaugeFunction2;
+  // A housing of an engine cluster shows two of the eight Functions that begin with its own.
+  const bool cluster = gauge_.IsCluster();
+  const int shown = record.GaugeFunction1 + gauge_.ClusterOffset();
+  const int function1 = cluster ? shown : record.GaugeFunction1;
+  const int function2 = cluster ? shown + 1 : record.GaugeFunction2;
   Prepare(first_, function1, record.GaugeSetting3, model);
   const bool two = cluster || record.GaugeType == 3 || record.GaugeType == 5 || record.GaugeType == 6;
   if (two && function2 > 0) Prepare(second_, function2, record.GaugeSetting4, model);
@@ -82,10 +84,16 @@ bool NeedleFace::Large() const {
 bool NeedleFace::MoveHand(Hand& hand, const std::optional<int>& target, double seconds) {
   if (!hand.used || !target) return false;
   hand.told = true;
-  return hand.needle.Follow(*target, seconds, hand.scale.FullCircle() ? kNeedlePositions : 0);
+  const double to = silence_ > kRestsAfter ? hand.scale.PositionOf(hand.scale.Low()) : *target;
+  return hand.needle.Follow(to, seconds, hand.scale.FullCircle() ? kNeedlePositions : 0);
 }
 
+// A housing of an engine cluster rests its needles when it hears nothing.
 bool NeedleFace::Move(double seconds) {
+  if (gauge_.IsCluster()) {
+    silence_ = gauge_.Changes() == heardChanges_ ? silence_ + seconds : 0;
+    heardChanges_ = gauge_.Changes();
+  }
   const bool first = MoveHand(first_, gauge_.First(), seconds);
   const bool second = MoveHand(second_, gauge_.Second(), seconds);
   return first || second;

@@ -47,6 +47,8 @@ class NeedleFace : public InstrumentWidget {
   NeedleDevice& gauge_;
   Hand first_, second_;
   Layout layout_ = Layout::Single;
+  std::uint64_t heardChanges_ = 0;
+  double silence_ = 0;  // s, of an engine cluster
 };
 
 }  // namespace tvx::vc

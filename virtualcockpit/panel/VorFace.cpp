@@ -31,8 +31,9 @@ void DrawFlagBox(QPainter& painter, const QRectF& box) {
 }  // namespace
 
 VorFace::VorFace(VorDevice& device, QWidget* parent)
-    : InstrumentWidget(device, QStringLiteral("VOR 1"), parent), gauge_(device) {
-  setToolTip(QStringLiteral("Turn the mouse wheel over it to turn the course knob"));
+    : InstrumentWidget(device, QStringLiteral("VOR %1").arg(device.Receiver()), parent), gauge_(device) {
+  AddKnob({-80, 80}, 13, QStringLiteral("OBS"), QStringLiteral("Course: turn the wheel"),
+          [this](int clicks) { gauge_.TurnKnob(clicks); });
   course_.Jump(kMiddle);
   glide_.Jump(kMiddle);
 }
@@ -78,14 +79,7 @@ void VorFace::DrawDial(QPainter& painter) {
   painter.setPen(QPen(Ink(), 1.3));
   painter.setBrush(Qt::NoBrush);
   painter.drawEllipse(QPointF(0, 0), 4.5, 4.5);
-  // The knob.
-  QRadialGradient knob(QPointF(-82, 78), 12);
-  knob.setColorAt(0, QColor(0x6a, 0x6f, 0x76));
-  knob.setColorAt(1, QColor(0x1d, 0x1f, 0x22));
-  painter.setPen(QPen(QColor(0, 0, 0, 180), 1));
-  painter.setBrush(knob);
-  painter.drawEllipse(QPointF(-80, 80), 10.5, 10.5);
-  Text(painter, {-80, 80}, 7, QStringLiteral("OBS"), QColor(0xe0, 0xe2, 0xe4), true);
+  Text(painter, {kField * .62, -26}, 7, Caption(), Ink(QColor(0xb9, 0xbd, 0xc0)), true);
 }
 
 void VorFace::DrawFlags(QPainter& painter) const {
@@ -154,7 +148,8 @@ QString VorFace::Words() const {
                            : QStringLiteral("%1 dots %2")
                                  .arg(std::abs(dots), 0, 'f', 1)
                                  .arg(dots < 0 ? QStringLiteral("left") : QStringLiteral("right"));
-  return QStringLiteral("vor %1, %2").arg(QString::fromLatin1(flag), side);
+  return QStringLiteral("vor%1 %2, %3")
+      .arg(QString::number(gauge_.Receiver()), QString::fromLatin1(flag), side);
 }
 
 }  // namespace tvx::vc

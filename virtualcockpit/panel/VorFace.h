@@ -17,8 +17,6 @@ class VorFace : public InstrumentWidget {
   void DrawDial(QPainter& painter) override;
   void DrawMoving(QPainter& painter) override;
   bool Move(double seconds) override;
-  void Turn(int clicks) override { gauge_.TurnKnob(clicks); }
-  bool HasKnob() const override { return true; }
   int DialVersion() const override { return gauge_.KnobDegrees(); }
 
  private:

@@ -35,8 +35,19 @@ bool Usable(std::string_view name) {
 
 DatarefStore::DatarefStore() {
   for (const DatarefRow& row : BuiltInDatarefs()) {
-    Entry entry{row.member, row.scale, row.source, row.member ? 0 : row.scale, false};
+    Entry entry;
+    entry.member = row.member;
+    entry.scale = row.scale;
+    entry.source = row.source;
+    entry.value = row.member ? 0 : row.scale;
     Add(std::string(row.name), entry);
+  }
+  for (const TwinRow& row : BuiltInTwins()) {
+    const int one = Find(row.one);
+    const int other = Find(row.other);
+    if (one == kNone || other == kNone) continue;
+    entries_[static_cast<std::size_t>(one)].twin = other;
+    entries_[static_cast<std::size_t>(other)].twin = one;
   }
 }
 
@@ -72,6 +83,7 @@ bool DatarefStore::Write(int place, double value) {
   if (entry.source == Source::Flown) return false;
   entry.value = value;
   entry.written = true;
+  if (entry.twin != kNone) entries_[static_cast<std::size_t>(entry.twin)].value = value;
   if (entry.source != Source::Scripted) return true;
   // The older and the newer name of one switch go together.
   for (Entry& twin : entries_) {

@@ -58,6 +58,7 @@ class DatarefStore {
     Source source = Source::Free;
     double value = 0;
     bool written = false;
+    int twin = kNone;  // the place of the same value's other name
   };
   int Add(std::string name, const Entry& entry);
 

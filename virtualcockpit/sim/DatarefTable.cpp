@@ -243,6 +243,48 @@ constexpr DatarefRow kRows[] = {
     {"sim/cockpit2/radios/actuators/transponder_code", nullptr, 7000, Free},
     {"sim/cockpit2/radios/actuators/transponder_mode", nullptr, 2, Free},
 
+    {"sim/cockpit2/radios/indicators/nav1_display_vertical", &S::nav1GlideReceived, 1, Flown},
+    {"sim/cockpit2/radios/indicators/nav2_display_vertical", nullptr, 0, Free},
+    {"sim/cockpit2/radios/indicators/nav1_dme_time_min", &S::nav1Minutes, 1, Flown},
+    {"sim/cockpit2/radios/indicators/nav2_dme_time_min", &S::nav2Minutes, 1, Flown},
+    {"sim/cockpit2/radios/indicators/dme_dme_distance_nm", &S::nav1Distance, 1, Flown},
+    {"sim/cockpit2/radios/indicators/dme_dme_speed_kts", &S::groundSpeed, 1, Flown},
+    {"sim/cockpit2/radios/indicators/dme_dme_time_min", &S::nav1Minutes, 1, Flown},
+    {"sim/cockpit2/radios/actuators/DME_slave_source", nullptr, 0, Free},
+    {"sim/cockpit2/radios/indicators/adf1_bearing_deg_mag", &S::adfBearingMagnetic, 1, Flown},
+    {"sim/cockpit2/radios/indicators/adf2_bearing_deg_mag", nullptr, 0, Free},
+    {"sim/cockpit2/radios/indicators/adf2_relative_bearing_deg", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/adf1_card_heading_deg_mag_pilot", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/adf2_card_heading_deg_mag_pilot", nullptr, 0, Free},
+    {"sim/cockpit2/radios/indicators/outer_marker_lit", &S::outerMarker, 1, Flown},
+    {"sim/cockpit2/radios/indicators/middle_marker_lit", &S::middleMarker, 1, Flown},
+    {"sim/cockpit2/radios/indicators/inner_marker_lit", &S::innerMarker, 1, Flown},
+    {"sim/cockpit2/radios/indicators/transponder_id", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/audio_selection_com1", nullptr, 1, Free},
+    {"sim/cockpit2/radios/actuators/audio_selection_com2", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/audio_selection_nav1", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/audio_selection_nav2", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/audio_selection_adf1", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/audio_dme_enabled", nullptr, 0, Free},
+    {"sim/cockpit2/radios/actuators/audio_marker_enabled", nullptr, 0, Free},
+    {"sim/cockpit/gyros/dg_drift_vac_deg", nullptr, 0, Free},
+
+    {"sim/cockpit/autopilot/autopilot_mode", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/flight_director_mode", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/servos_on", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/heading_mode", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/heading_status", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/nav_status", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/approach_status", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/backcourse_status", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/altitude_hold_status", nullptr, 0, Free},
+    {"sim/cockpit2/autopilot/heading_dial_deg_mag_pilot", nullptr, 240, Free},
+    {"sim/cockpit/autopilot/heading_mag", nullptr, 240, Free},
+    {"sim/cockpit2/autopilot/altitude_dial_ft", nullptr, 2500, Free},
+    {"sim/cockpit/autopilot/altitude", nullptr, 2500, Free},
+    {"sim/cockpit2/autopilot/vvi_dial_fpm", nullptr, 0, Free},
+    {"sim/cockpit/autopilot/vertical_velocity", nullptr, 0, Free},
+
     {"sim/cockpit2/annunciators/low_vacuum", &S::lowVacuum, 1, Flown},
     {"sim/cockpit2/annunciators/low_voltage", &S::lowVolts, 1, Flown},
     {"sim/cockpit2/annunciators/oil_pressure", &S::lowOilPressure, 1, Flown},
@@ -253,10 +295,26 @@ constexpr DatarefRow kRows[] = {
     {"sim/weather/aircraft/wind_now_direction_degt", &S::windDirection, 1, Flown},
 };
 
+// Both names in the same unit.
+constexpr TwinRow kTwins[] = {
+    {"sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot", "sim/cockpit/misc/barometer_setting"},
+    {"sim/cockpit/radios/nav1_obs_degm", "sim/cockpit2/radios/actuators/nav1_obs_deg_mag_pilot"},
+    {"sim/cockpit/radios/nav2_obs_degm", "sim/cockpit2/radios/actuators/nav2_obs_deg_mag_pilot"},
+    {"sim/cockpit/radios/transponder_code", "sim/cockpit2/radios/actuators/transponder_code"},
+    {"sim/cockpit/radios/transponder_mode", "sim/cockpit2/radios/actuators/transponder_mode"},
+    {"sim/cockpit/autopilot/heading_mag", "sim/cockpit2/autopilot/heading_dial_deg_mag_pilot"},
+    {"sim/cockpit/autopilot/altitude", "sim/cockpit2/autopilot/altitude_dial_ft"},
+    {"sim/cockpit/autopilot/vertical_velocity", "sim/cockpit2/autopilot/vvi_dial_fpm"},
+    {"sim/cockpit/autopilot/autopilot_mode", "sim/cockpit2/autopilot/flight_director_mode"},
+};
+
 }  // namespace
 
 std::span<const DatarefRow> BuiltInDatarefs() {
   return kRows;
+}
+std::span<const TwinRow> BuiltInTwins() {
+  return kTwins;
 }
 
 }  // namespace tvx::vc

@@ -9,4 +9,10 @@ namespace tvx::vc {
 
 std::span<const DatarefRow> BuiltInDatarefs();
 
+// Two names of one free value, an older and a newer one: writing one writes both.
+struct TwinRow {
+  std::string_view one, other;
+};
+std::span<const TwinRow> BuiltInTwins();
+
 }  // namespace tvx::vc

@@ -152,6 +152,10 @@ void FillElectrics(FlightState& s, double t) {
   s.lowOilPressure = s.oilPressure < 20 ? s.batteryOn : 0;
 }
 
+double MinutesTo(double miles, double knots) {
+  return knots > 20 ? std::min(99.0, miles / knots * 60) : 99;
+}
+
 void FillNavigation(FlightState& s, const FlightSettings& settings) {
   const Fix nav1 = FixOf(kNav1, s);
   const Fix nav2 = FixOf(kNav2, s);
@@ -165,12 +169,21 @@ void FillNavigation(FlightState& s, const FlightSettings& settings) {
   s.nav2Deviation = course2.deviation;
   s.nav1Flag = s.avionicsOn != 0 ? course1.flag : 0;
   s.nav2Flag = s.avionicsOn != 0 ? course2.flag : 0;
-  s.adfBearing = Wrap360(FixOf(kAdf, s).bearing - s.heading);
+  s.nav1Minutes = MinutesTo(s.nav1Distance, s.groundSpeed);
+  s.nav2Minutes = MinutesTo(s.nav2Distance, s.groundSpeed);
+  const double adf = FixOf(kAdf, s).bearing;
+  s.adfBearing = Wrap360(adf - s.heading);
+  s.adfBearingMagnetic = Wrap360(adf - kVariation);
   // The glide path is received on the way down only; it fades in and out of the scale.
   static constexpr Key glide[] = {{0, 0},    {196, 0},    {206, -1.6}, {216, .7}, {226, -.25},
                                   {236, .1}, {241, -1.2}, {247, 0},    {270, 0}};
   s.nav1Glide = ValueAt(glide, s.time);
   s.nav1GlideFlag = s.avionicsOn != 0 && s.time > 197 && s.time < 246 ? 0 : 1;
+  s.nav1GlideReceived = 1 - s.nav1GlideFlag;
+  const auto lit = [&s](double from, double to) { return s.avionicsOn != 0 && s.time > from && s.time < to; };
+  s.outerMarker = lit(206, 214) ? 1 : 0;
+  s.middleMarker = lit(226, 230) ? 1 : 0;
+  s.innerMarker = lit(235, 237) ? 1 : 0;
 }
 
 }  // namespace

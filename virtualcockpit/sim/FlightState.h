@@ -41,7 +41,10 @@ struct FlightState {
   // 1 to, 2 from.
   double nav1Deviation = 0, nav1Glide = 0, nav1Flag = 0, nav1GlideFlag = 0, nav1Bearing = 0, nav1Distance = 0;
   double nav2Deviation = 0, nav2Flag = 0, nav2Bearing = 0, nav2Distance = 0;
-  double adfBearing = 0;  // relative
+  double nav1GlideReceived = 0;
+  double nav1Minutes = 0, nav2Minutes = 0;        // to the station at this speed
+  double adfBearing = 0, adfBearingMagnetic = 0;  // the first relative
+  double outerMarker = 0, middleMarker = 0, innerMarker = 0;
 
   double lowVacuum = 0, lowVolts = 0, lowOilPressure = 0, lowFuel = 0;
   double zuluSeconds = 0, localSeconds = 0;

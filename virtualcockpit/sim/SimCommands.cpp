@@ -71,6 +71,7 @@ bool RunSimCommand(std::string_view name, Simulator& simulator) {
     simulator.SetPaused(!simulator.Paused());
     return true;
   }
+  if (RunRadioCommand(name, simulator)) return true;
   const auto row = std::find_if(std::begin(kCommands), std::end(kCommands),
                                 [name](const CommandRow& r) { return r.name == name; });
   if (row == std::end(kCommands)) return false;

@@ -11,23 +11,9 @@ constexpr double kSlowest = 0.1, kFastest = 50;
 constexpr std::size_t kLongestText = 400;
 
 constexpr std::string_view kBarometer = "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot";
-constexpr std::string_view kBarometerOld = "sim/cockpit/misc/barometer_setting";
 constexpr std::string_view kCourse1 = "sim/cockpit/radios/nav1_obs_degm";
-constexpr std::string_view kCourse1New = "sim/cockpit2/radios/actuators/nav1_obs_deg_mag_pilot";
 constexpr std::string_view kCourse2 = "sim/cockpit/radios/nav2_obs_degm";
-constexpr std::string_view kCourse2New = "sim/cockpit2/radios/actuators/nav2_obs_deg_mag_pilot";
 constexpr std::string_view kPaused = "sim/time/paused";
-
-// Two names of one knob: the one that was written gives its value to the other.
-constexpr std::pair<std::string_view, std::string_view> kTwins[] = {
-    {kBarometer, kBarometerOld}, {kCourse1, kCourse1New}, {kCourse2, kCourse2New}};
-
-void KeepTwins(DatarefStore& store, std::string_view written) {
-  for (const auto& [one, other] : kTwins) {
-    if (written == one) store.Write(store.Find(other), store.Value(store.Find(one)));
-    if (written == other) store.Write(store.Find(one), store.Value(store.Find(other)));
-  }
-}
 
 }  // namespace
 
@@ -72,9 +58,6 @@ void Simulator::On(const WriteGroupsRequest& request, const Peer&) {
       if (!groups_.Write(group.group, slot, *value)) ++counters_.refused;
     }
   }
-  KeepTwins(store_, kBarometer);
-  KeepTwins(store_, kCourse1);
-  KeepTwins(store_, kCourse2);
 }
 
 void Simulator::On(const CharacterRequest& request, const Peer&) {
@@ -96,7 +79,6 @@ void Simulator::On(const WriteDatarefRequest& request, const Peer&) {
     ++counters_.refused;
     return;
   }
-  KeepTwins(store_, request.name);
   if (request.name == kPaused) SetPaused(request.value != 0);
 }
 

@@ -30,6 +30,7 @@ struct SimulatorCounters {
   std::uint64_t selections = 0, groupWrites = 0, characters = 0, commands = 0, datarefWrites = 0;
   std::uint64_t subscriptions = 0, cancellations = 0;
   std::uint64_t unknown = 0;  // datagrams that are no known request
+  std::uint64_t idents = 0;   // the transponder's identification, asked for
   std::uint64_t refused = 0;  // known requests that could not be met: no such name or group, a flown value
 };
 
@@ -78,6 +79,8 @@ class Simulator {
   const std::optional<DatarefWrite>& LastDatarefWrite() const { return lastDatarefWrite_; }
   const std::string& LastCommand() const { return lastCommand_; }
   std::optional<Byte> LastCharacter() const { return lastCharacter_; }
+
+  void CountIdent() { ++counters_.idents; }
 
   // The client that gets the data groups.
   const std::optional<Peer>& Client() const { return client_; }
@@ -130,5 +133,7 @@ class Simulator {
 
 // Runs a command where it does something; false for a command that is only counted (SimCommands.cpp).
 bool RunSimCommand(std::string_view name, Simulator& simulator);
+// The commands of autopilot and transponder (SimRadioCommands.cpp).
+bool RunRadioCommand(std::string_view name, Simulator& simulator);
 
 }  // namespace tvx::vc

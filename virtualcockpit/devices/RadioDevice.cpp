@@ -1,0 +1,120 @@
+#include "virtualcockpit/devices/RadioDevice.h"
+
+#include <algorithm>
+
+#include "virtualcockpit/devices/Wire.h"
+
+namespace tvx::vc {
+namespace {
+
+struct BandLimits {
+  int lowest, highest;  // of the coarse digits, in coarse steps
+  int coarse, fine;     // steps
+};
+constexpr BandLimits LimitsOf(Band band) {
+  switch (band) {
+    case Band::Com:
+      return {18, 36, 1000, 25};
+    case Band::Nav:
+      return {8, 17, 1000, 50};
+    case Band::Adf:
+      return {1, 17, 1000, 10};
+  }
+  return {0, 0, 1000, 10};
+}
+
+Band BandOf(const Device::Identity& identity) {
+  constexpr int kAdfRadio = 121;
+  if (identity.type == kAdfRadio) return Band::Adf;
+  const int kind = identity.options & 3;
+  return kind == 0 ? Band::Com : kind == 1 ? Band::Nav : Band::Adf;
+}
+
+// The simulator counts in 10 kHz: a frequency that comes back without its last 5 kHz is still the same one.
+int Taken(const FrequencyPair& pair, int own, std::int32_t value) {
+  const int told = std::clamp(value, 0, 65535);
+  return pair.band != Band::Adf && told / 10 == own / 10 ? own : told;
+}
+
+}  // namespace
+
+FrequencyPair FrequencyPair::Standard(Band band) {
+  switch (band) {
+    case Band::Com:
+      return {band, 18500, 21700};
+    case Band::Nav:
+      return {band, 10300, 13400};
+    case Band::Adf:
+      return {band, 3620, 3950};
+  }
+  return {};
+}
+
+void FrequencyPair::TurnCoarse(int clicks) {
+  const BandLimits limits = LimitsOf(band);
+  const int digits =
+      OnCircle(standby / limits.coarse - limits.lowest + clicks, limits.highest - limits.lowest + 1);
+  standby = (limits.lowest + digits) * limits.coarse + standby % limits.coarse;
+}
+
+void FrequencyPair::TurnFine(int clicks) {
+  const BandLimits limits = LimitsOf(band);
+  const int steps = limits.coarse / limits.fine;
+  const int place = OnCircle(standby % limits.coarse / limits.fine + clicks, steps);
+  standby = standby / limits.coarse * limits.coarse + place * limits.fine;
+}
+
+RadioDevice::RadioDevice(const Identity& identity)
+    : Device(identity), pair_(FrequencyPair::Standard(BandOf(identity))) {}
+
+void RadioDevice::OnCommand(int command, std::int32_t value) {
+  if (command == 4) pair_.active = Taken(pair_, pair_.active, value);
+  if (command == 5) pair_.standby = Taken(pair_, pair_.standby, value);
+}
+
+void RadioDevice::Swap() {
+  pair_.Swap();
+  Changed();
+}
+void RadioDevice::TurnCoarse(int clicks) {
+  pair_.TurnCoarse(clicks);
+  Changed();
+}
+void RadioDevice::TurnFine(int clicks) {
+  pair_.TurnFine(clicks);
+  Changed();
+}
+
+void RadioDevice::FillReply(Reply& reply) {
+  PutLetters(reply, 'A', 'S');
+  PutWord(reply, 7, pair_.active);
+  PutWord(reply, 10, pair_.standby);
+}
+
+ComNavDevice::ComNavDevice(const Identity& identity)
+    : Device(identity), radios_{FrequencyPair::Standard(Band::Com), FrequencyPair{Band::Com, 23450, 27800}} {}
+
+void ComNavDevice::Swap(int number) {
+  radios_[static_cast<std::size_t>(number & 1)].Swap();
+  Changed();
+}
+void ComNavDevice::TurnCoarse(int number, int clicks) {
+  radios_[static_cast<std::size_t>(number & 1)].TurnCoarse(clicks);
+  Changed();
+}
+void ComNavDevice::TurnFine(int number, int clicks) {
+  radios_[static_cast<std::size_t>(number & 1)].TurnFine(clicks);
+  Changed();
+}
+
+// Without power the frequencies are not valid.
+void ComNavDevice::FillReply(Reply& reply) {
+  PutLetters(reply, 'C', 'S');
+  PutWord(reply, 7, radios_[0].active);
+  PutWord(reply, 10, radios_[1].active);
+  PutWord(reply, 13, radios_[0].standby);
+  PutWord(reply, 16, radios_[1].standby);
+  PutByte(reply, 23, Powered() ? 0 : 0x20);
+}
+
+}  // namespace tvx::vc

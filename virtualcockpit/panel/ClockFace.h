@@ -1,0 +1,33 @@
+// Faces of the clocks: a round one with a hand for the seconds, and one with temperature and voltage.
+#pragma once
+
+#include "virtualcockpit/devices/ClockDevice.h"
+#include "virtualcockpit/panel/InstrumentWidget.h"
+
+namespace tvx::vc {
+
+class ClockFace : public InstrumentWidget {
+  Q_OBJECT
+ public:
+  ClockFace(ClockDevice& device, QWidget* parent);
+  QString Words() const override;
+
+ protected:
+  void DrawDial(QPainter& painter) override;
+  void DrawMoving(QPainter& painter) override;
+  bool Move(double seconds) override;
+
+ private:
+  enum class Upper { Utc, Local };
+  void DrawRound(QPainter& painter) const;
+  void DrawTemperature(QPainter& painter) const;
+  void Window(QPainter& painter, const QRectF& box, const QString& text) const;
+  QString TimeText(bool withSeconds) const;
+
+  ClockDevice& gauge_;
+  Upper upper_ = Upper::Utc;
+  int lower_ = 0;  // which of the values of the second window
+  Needle second_;
+};
+
+}  // namespace tvx::vc

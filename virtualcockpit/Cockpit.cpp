@@ -10,6 +10,8 @@ namespace tvx::vc {
 namespace {
 
 constexpr int kStandardPort = 49000;
+constexpr std::size_t kVoltage = 9;     // the Function of the buses' voltages
+constexpr int kTakesNoLighting = 0x80;  // an option of a gauge
 
 // Nobody is there to answer: texts are kept, questions answered with yes.
 class UnattendedBoxes : public MessageBoxes {
@@ -78,11 +80,13 @@ Cockpit::Cockpit(const ConfigModel& model, Settings settings, QObject* parent)
   ioLines_[0] = lineFor(boards_[0], model.General.ComPortIOM1);
   ioLines_[1] = lineFor(boards_[1], model.General.ComPortIOM2);
   clusterLine_ = lineFor(cluster_, model.General.ComPortEC);
+  const bool voltageKnown = !model.Functions[kVoltage].ShortName.empty();
   for (int id = 1; id < kGauges; ++id) {
     const GaugeRecord& record = model.Gauges[static_cast<std::size_t>(id)];
     if (record.GaugeType == 0) continue;
-    Gauges().Add(
-        MakeDevice({static_cast<Byte>(id), record.GaugeType, record.GaugeSetting1, record.GaugeSetting2}));
+    Device& device = Gauges().Add(MakeDevice({static_cast<Byte>(id), record.GaugeType, record.GaugeSetting1,
+                                              record.GaugeSetting2, record.GaugeSetting5}));
+    device.FollowBuses(voltageKnown && (record.GaugeSetting5 & kTakesNoLighting) == 0);
   }
   for (const FunctionRecord& function : model.Functions) DefineDatarefs(function, Sim().Datarefs());
 }

@@ -7,7 +7,7 @@ namespace {
 
 const QColor kAmber{0xff, 0x9a, 0x2e};
 const QPointF kSelectorAt{205, 10};
-const QPointF kSourceAt{150, 12};
+const QPointF kSourceAt{145, 12};
 const QRectF kFrequency{18, -27, 82, 54};
 
 QStringList Positions(bool frequency) {
@@ -25,8 +25,8 @@ DmeFace::DmeFace(DmeDevice& device, QWidget* parent)
   }
   selector_ = &AddKnob(kSourceAt, 17, {}, QStringLiteral("Whom the frequency is for: turn the wheel"),
                        [this](int clicks) { gauge_.TurnSource(clicks); });
-  AddRing({210, 0}, 32, QStringLiteral("Outer knob: MHz"), [this](int clicks) { gauge_.TurnCoarse(clicks); });
-  AddKnob({210, 0}, 19, {}, QStringLiteral("Inner knob: kHz"),
+  AddRing({215, 0}, 29, QStringLiteral("Outer knob: MHz"), [this](int clicks) { gauge_.TurnCoarse(clicks); });
+  AddKnob({215, 0}, 17, {}, QStringLiteral("Inner knob: kHz"),
           [this](int clicks) { gauge_.TurnFine(clicks); });
 }
 

@@ -1,7 +1,9 @@
 #include "virtualcockpit/panel/PanelWindow.h"
 
 #include <QHBoxLayout>
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "virtualcockpit/panel/Faces.h"
 #include "virtualcockpit/panel/Theme.h"
@@ -23,6 +25,21 @@ QString Clock(double seconds) {
   return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
+// What a pilot looks at first, by the beginning of an instrument's words; of several the first.
+constexpr const char* kFlying[] = {"airspeed", "altimeter", "vert", "heading", "attitude"};
+constexpr const char* kNavigating[] = {"vor", "engine rpm", "com1", "transponder", "clock"};
+constexpr qsizetype kMostOnOneLine = 12;
+QStringList TakeTelling(const QStringList& parts, std::span<const char* const> beginnings) {
+  QStringList taken;
+  for (const char* beginning : beginnings) {
+    const auto found = std::find_if(parts.begin(), parts.end(), [beginning](const QString& words) {
+      return words.startsWith(QLatin1String(beginning), Qt::CaseInsensitive);
+    });
+    if (found != parts.end()) taken << *found;
+  }
+  return taken;
+}
+
 // Shows a text only when it is another one: an unchanged label costs nothing.
 void Show(QLabel& label, const QString& text, const QColor& colour = theme::kText) {
   if (label.text() != text) label.setText(text);
@@ -38,6 +55,7 @@ PanelWindow::PanelWindow(Cockpit& cockpit, QWidget* parent)
       panel_(new InstrumentPanel(this)),
       shelf_(new UnitShelf(cockpit, this)) {
   setObjectName(QStringLiteral("virtualCockpit"));
+  setAttribute(Qt::WA_StyledBackground);
   setWindowTitle(QStringLiteral("Virtual cockpit"));
   setStyleSheet(theme::StyleSheet());
   auto* row = new QHBoxLayout(this);
@@ -45,7 +63,7 @@ PanelWindow::PanelWindow(Cockpit& cockpit, QWidget* parent)
   row->setSpacing(0);
   auto* column = new QVBoxLayout;
   column->setSpacing(0);
-  column->addWidget(panel_, 1);
+  column->addWidget(new PanelScroll(panel_, this), 1);
   column->addWidget(shelf_);
   row->addLayout(column, 1);
   auto* side = new QWidget(this);
@@ -63,7 +81,7 @@ PanelWindow::PanelWindow(Cockpit& cockpit, QWidget* parent)
   frameClock_.start();
   stateClock_.start();
   ShowState();
-  resize(1360, 820);
+  resize(1600, 1000);
 }
 
 QLabel* PanelWindow::AddLabel(QVBoxLayout& strip, const char* name, const char* role) {
@@ -282,11 +300,16 @@ QString PanelWindow::Words() const {
     const QString words = instrument->Words();
     if (!words.isEmpty()) parts << words;
   }
+  const bool all = parts.size() <= kMostOnOneLine;
+  QStringList lines = {(all ? parts : TakeTelling(parts, kFlying)).join(QStringLiteral("; "))};
+  if (!all) lines << TakeTelling(parts, kNavigating).join(QStringLiteral("; "));
+  QStringList units;
   for (UnitLine* line : {cockpit_.IoLine(1), cockpit_.IoLine(2), cockpit_.ClusterLine()}) {
-    if (line != nullptr) parts << QString::fromStdString(line->Hardware().Words());
+    if (line != nullptr) units << QString::fromStdString(line->Hardware().Words());
   }
+  if (!units.isEmpty()) lines << units.join(QStringLiteral("; "));
   return QStringLiteral("%1 %2: %3")
-      .arg(Clock(state.time), Utf8(state.phase), parts.join(QStringLiteral("; ")));
+      .arg(Clock(state.time), Utf8(state.phase), lines.join(QStringLiteral("\n      ")));
 }
 
 void PanelWindow::SetNotice(const QString& text) {

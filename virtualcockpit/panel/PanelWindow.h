@@ -22,7 +22,7 @@ class PanelWindow : public QWidget {
   explicit PanelWindow(Cockpit& cockpit, QWidget* parent = nullptr);
 
   InstrumentPanel& Panel() { return *panel_; }
-  // One line in plain words: the flight, and what every instrument shows.
+  // Plain words in one to three lines: the flight, and what the most telling instruments show.
   QString Words() const;
   // What was wrong with the configuration, shown at the foot of the strip.
   void SetNotice(const QString& text);

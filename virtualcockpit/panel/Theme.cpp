@@ -45,6 +45,7 @@ QFont FontOf(double height, bool bold) {
 QString StyleSheet() {
   return QStringLiteral(R"(
     QWidget { color: #e6e9ec; font-family: "Noto Sans", "DejaVu Sans"; font-size: 14px; }
+    #virtualCockpit { background: #1d2024; }
     #sideStrip { background: #15171a; border-left: 1px solid #34393f; }
     QLabel[role="title"] { color: #ffb454; font-size: 13px; font-weight: 600; }
     QLabel[role="caption"] { color: #9aa3ad; font-size: 13px; }

@@ -47,8 +47,10 @@ QWidget* FfbStatusForm::MakeSide(int which) {
   Side& side = sides_[static_cast<std::size_t>(which - 1)];
   const auto name = [which](const char* stem) { return QByteArray(stem) + QByteArray::number(which); };
   side.panel = MakePanel(name("PanelYoke"));
-  auto* grid = new QGridLayout(side.panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  auto* column = new QVBoxLayout(side.panel);
+  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  column->setSpacing(look::Gap());
+  auto* grid = new QGridLayout;
   grid->setSpacing(look::Gap());
   side.lamp = new StateLamp(name("LampYoke"));
   side.role = MakeLabel(name("LabelRole"), {}, "title");
@@ -60,8 +62,8 @@ QWidget* FfbStatusForm::MakeSide(int which) {
   side.bank = new ValueBox(name("boxBank"), tr("Roll"), "%", "-100.0");
   side.pitch = new ValueBox(name("boxPitch"), tr("Pitch"), "%", "-100.0");
   side.picture = new YokePicture(name("PictureYoke"));
-  side.master = MakeButton(name("cmdMaster"), tr("Make yoke &%1 master").arg(which),
-                           tr("Hands the controls over, without a jump"));
+  side.master = MakeButton(name("cmdMaster"), tr("Master &%1").arg(which),
+                           tr("Makes this yoke the master, without a jump"));
   side.off = MakeButton(name("cmdOff"), tr("Forces off"), tr("OFF mode for this yoke"));
   QPushButton* configure =
       MakeButton(name("cmdConfigY"), tr("Configure..."), tr("Mode, calibration, forces, buttons, joystick"));
@@ -74,15 +76,16 @@ QWidget* FfbStatusForm::MakeSide(int which) {
   reply->addWidget(side.activity);
   auto* buttons = new QHBoxLayout;
   for (QPushButton* button : {side.master, side.off, configure}) buttons->addWidget(button);
-  grid->addLayout(title, 0, 0, 1, 2);
-  grid->addWidget(side.picture, 1, 0, 3, 1);
-  grid->addWidget(side.bank, 1, 1);
-  grid->addWidget(side.pitch, 2, 1);
-  grid->addLayout(reply, 3, 1);
-  grid->addWidget(side.state, 4, 0, 1, 2);
-  grid->addLayout(buttons, 5, 0, 1, 2);
+  grid->addWidget(side.picture, 0, 0, 4, 1);
+  grid->addWidget(side.bank, 0, 1);
+  grid->addWidget(side.pitch, 1, 1);
+  grid->addLayout(reply, 2, 1);
   grid->setColumnStretch(0, 1);
-  grid->setRowStretch(1, 1);
+  grid->setRowStretch(3, 1);
+  column->addLayout(title);
+  column->addLayout(grid, 1);
+  column->addWidget(side.state);
+  column->addLayout(buttons);
   connect(side.master, &QPushButton::clicked, this, [this, which] { pair_.HandOver(which), Refresh(); });
   connect(side.off, &QPushButton::clicked, this,
           [this, which] { pair_.SelectMode(which, YokeMode::Off), Refresh(); });

@@ -108,16 +108,16 @@ QWidget* YokeConfigForm::MakeModePage() {
   answer->addWidget(MakeLabel("LabelReply", tr("Reply"), "caption"));
   answer->addWidget(ReceivedMessage, 1);
   answer->addWidget(LabelActivity);
-  grid->addLayout(modes, 0, 0, 3, 1);
-  grid->addWidget(PictureMode, 0, 1, 3, 1);
+  grid->addLayout(modes, 0, 0, 4, 1);
+  grid->addWidget(PictureMode, 0, 1, 4, 1);
   grid->addWidget(boxBank, 0, 2);
   grid->addWidget(boxPitch, 0, 3);
   grid->addWidget(boxRollLoad, 1, 2);
   grid->addWidget(boxPitchLoad, 1, 3);
   grid->addLayout(answer, 2, 2, 1, 2);
-  grid->addWidget(LabelState, 3, 0, 1, 4);
+  grid->addWidget(LabelState, 4, 0, 1, 4);
   grid->setColumnStretch(1, 1);
-  grid->setRowStretch(0, 1);
+  grid->setRowStretch(3, 1);
   return page;
 }
 
@@ -185,7 +185,7 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
   ComboLeftBrakeAxis = combo("ComboLeftBrakeAxis", tr("Left brake"), 2, true);
   ComboRightBrakeAxis = combo("ComboRightBrakeAxis", tr("Right brake"), 3, true);
   LabelJoystick = MakeLabel("LabelJoystick");
-  grid->addWidget(LabelJoystick, 0, 2, 1, 2);
+  grid->addWidget(LabelJoystick, 0, 2, 1, 3);
   static constexpr const char* kBars[] = {"BarRudder", "BarLeftBrake", "BarRightBrake"};
   for (int i = 0; i < 3; ++i) {
     QProgressBar*& bar = pedals_[static_cast<std::size_t>(i)];
@@ -193,6 +193,7 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
     bar->setObjectName(QString::fromLatin1(kBars[i]));
     bar->setRange(i == 0 ? -100 : 0, 100);
     bar->setFormat("%v %");
+    bar->setValue(0);
     grid->addWidget(bar, i + 1, 2, 1, 3);
   }
   int line = 4;

@@ -1,0 +1,140 @@
+// The windows of the yokes in the whole program, without hardware.
+#include <QMouseEvent>
+
+#include "ffb/YokeSettings.h"
+#include "forms/FormsRig.h"
+
+namespace tvx {
+namespace {
+
+class YokeFormsTest : public FormsTest {
+ protected:
+  YokeFormsTest() {
+    ConfigModel model = SmallModel();
+    model.General.ComPortYoke1 = 91;  // nothing is there
+    model.General.ComPortYoke2 = 92;
+    model.Yoke1.OptionBits = yokeoption::kStandard;
+    WriteConfig("Default.cfg", model);
+    BeginHalted();
+    program_->Yokes().ShowConfiguration(1);
+    program_->Yokes().ShowConfiguration(2);
+    Settle();
+  }
+  YokeConfigForm* Yoke1() { return program_->Yokes().ConfigurationForm(1); }
+  YokeConfigForm* Yoke2() { return program_->Yokes().ConfigurationForm(2); }
+  ConfigModel& Model() { return program_->Model(); }
+  void Click(QWidget* form, const char* name) {
+    if (auto* button = Control<QAbstractButton>(form, name)) button->click();
+    Settle();
+  }
+};
+
+TEST_F(YokeFormsTest, SayWhatIsWrongAndHideOnClosing) {
+  FfbStatusForm* form = program_->Yokes().Form();
+  ASSERT_NE(form, nullptr);
+  EXPECT_EQ(form->objectName(), "frmStatusFFB");
+  EXPECT_EQ(Yoke1()->objectName(), "frmConfigY1");
+  EXPECT_EQ(Yoke2()->objectName(), "frmConfigY2");
+  program_->Run().cmdRun_Click();
+  program_->Yokes().Pair().ProcessTimer_Tick();
+  form->Refresh();
+  EXPECT_EQ(LabelText(form, "LabelRole1"), "Master, Center Mode");
+  EXPECT_EQ(LabelText(form, "LabelRole2"), "Slave, Servo Mode");
+  EXPECT_EQ(LabelText(form, "LabelState2"),
+            "No force: Not calibrated: set centre and limits in its configuration");
+  form->close();
+  EXPECT_FALSE(form->isVisible());
+  program_->Run().ShowPeripheral(PeripheralKind::Yokes);
+  EXPECT_TRUE(form->isVisible());
+  Click(form, "cmdStop");
+  EXPECT_FALSE(program_->Yokes().Pair().Running());
+}
+
+TEST_F(YokeFormsTest, ModeOptionsChooseTheMode) {
+  const std::pair<const char*, YokeMode> rows[] = {{"OptionFFB", YokeMode::Ffb},
+                                                   {"OptionFollowAPMode", YokeMode::FollowAP},
+                                                   {"OptionServoMode", YokeMode::Servo},
+                                                   {"OptionOFF", YokeMode::Off},
+                                                   {"OptionCentre", YokeMode::Centre}};
+  for (const auto& [name, mode] : rows) {
+    Click(Yoke1(), name);
+    EXPECT_EQ(program_->Yokes().Pair().Of(1).Mode(), mode) << name;
+  }
+}
+
+TEST_F(YokeFormsTest, SettingsGoToTheirOwnYokeAndMarkTheChange) {
+  EXPECT_FALSE(Model().ConfigChanged) << "showing changes nothing";
+  Control<QTabWidget>(Yoke2(), "TabsYoke")->setCurrentIndex(4);
+  Click(Yoke2(), "CheckSendPositions");
+  EXPECT_EQ(Model().Yoke2.OptionBits, yokeoption::kSendPositions);
+  EXPECT_EQ(Model().Yoke1.OptionBits, yokeoption::kStandard);
+  EXPECT_TRUE(Model().ConfigChanged);
+  Control<QComboBox>(Yoke2(), "ComboButton4")->setCurrentIndex(8);
+  QLineEdit* text = Control<QLineEdit>(Yoke2(), "BoxButton4");
+  text->setText("sim/lights/\"beacon\"");
+  emit text->editingFinished();
+  EXPECT_EQ(Model().Yoke2.Buttons[3].Action, 8);
+  EXPECT_EQ(Model().Yoke2.Buttons[3].Text, "sim/lights/beacon") << "a quote would end the file's text";
+  Control<QSpinBox>(Yoke1(), "boxMaximumForce")->setValue(55);
+  EXPECT_EQ(Model().GeneralFFB.MaximumForce, 55);
+  EXPECT_EQ(Model().GeneralFFB.PitchTrimRange, 40) << "the standard values are written with the first change";
+  EXPECT_EQ(program_->Yokes().Pair().Settings().forces.maximum, 0.55) << "at once";
+}
+
+TEST_F(YokeFormsTest, CurveIsDraggedAndMovedByKey) {
+  Control<QTabWidget>(Yoke1(), "TabsYoke")->setCurrentIndex(2);
+  Settle();
+  Click(Yoke1(), "OptionCurvePitch");
+  auto* curve = dynamic_cast<ForceCurveWidget*>(Control<QWidget>(Yoke1(), "ForceCurvePicture"));
+  ASSERT_NE(curve, nullptr);
+  const GeneralFFBRecord::ForcePoint point = StandardGeneralFFB().ForceTable[6];
+  const auto mouse = [&](QEvent::Type type, QPointF at) {
+    QMouseEvent event(type, at, curve->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(curve, &event);
+  };
+  mouse(QEvent::MouseButtonPress, curve->PlaceOf({point.PitchAirspeed, point.PitchForce}));
+  mouse(QEvent::MouseMove, curve->PlaceOf({130, 70}));
+  mouse(QEvent::MouseButtonRelease, curve->PlaceOf({130, 70}));
+  EXPECT_NEAR(Model().GeneralFFB.ForceTable[6].PitchAirspeed, 130, 1);
+  EXPECT_NEAR(Model().GeneralFFB.ForceTable[6].PitchForce, 70, 1);
+  EXPECT_EQ(Model().GeneralFFB.ForceTable[6].RollForce, point.RollForce);
+  const float before = Model().GeneralFFB.ForceTable[6].PitchForce;
+  Press(curve, Qt::Key_Down);
+  EXPECT_EQ(Model().GeneralFFB.ForceTable[6].PitchForce, before - 1);
+  mouse(QEvent::MouseMove, QPointF(5000, -5000));
+  EXPECT_EQ(Model().GeneralFFB.ForceTable[6].PitchForce, before - 1) << "nothing is held";
+  Click(Yoke1(), "cmdStandardForces");
+  EXPECT_EQ(Model().GeneralFFB.ForceTable[6].PitchForce, point.PitchForce);
+}
+
+TEST_F(YokeFormsTest, CalibrationAndJoystickSayWhatTheyMiss) {
+  Click(Yoke1(), "cmdSetRollCentre");
+  EXPECT_EQ(boxes_.shown.back(), "The yoke does not answer.");
+  Click(Yoke1(), "cmdSetRudderLeft");
+  EXPECT_EQ(boxes_.shown.back(), "No Rudder axe defined");
+  Click(Yoke1(), "cmdSetLeftBrakePressed");
+  EXPECT_EQ(boxes_.shown.back(), "No Brake axe defined");
+  auto* axes = Control<QComboBox>(Yoke1(), "ComboRudderAxis");
+  QStringList texts;
+  for (int i = 0; i < axes->count(); ++i) texts << axes->itemText(i);
+  EXPECT_EQ(texts.join(' '), "-none- R-Axis X-Axis Y-Axis Z-Axis U-Axis V-Axis");
+  boxes_.shown.clear();
+  Click(Yoke1(), "cmdCheckJoystick");
+  EXPECT_EQ(boxes_.shown.size(), 6u);
+  EXPECT_EQ(boxes_.shown.back(), "Joystick settings incorrect or incomplete.");
+}
+
+TEST_F(YokeFormsTest, NothingIsClippedAndLeavingTakesThemAway) {
+  ExpectNothingClipped(program_->Yokes().Form());
+  for (int page = 0; page < 6; ++page) {
+    Control<QTabWidget>(Yoke1(), "TabsYoke")->setCurrentIndex(page);
+    ExpectNothingClipped(Yoke1());
+  }
+  program_->Run().CmdConfig_Click();
+  Settle();
+  EXPECT_EQ(program_->Yokes().Form(), nullptr);
+  EXPECT_EQ(Yoke1(), nullptr);
+}
+
+}  // namespace
+}  // namespace tvx

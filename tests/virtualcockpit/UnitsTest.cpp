@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include "Bytes.h"
+#include "virtualcockpit/lines/ClusterUnit.h"
+#include "virtualcockpit/lines/IoBoard.h"
+
+namespace tvx::vc {
+namespace {
+
+using test::Bytes;
+
+template <typename Kind>
+struct UnitRig {
+  UnitRig() {
+    unit.SetWrite([this](ByteView bytes) { sent.emplace_back(bytes.begin(), bytes.end()); });
+  }
+  Kind unit;
+  std::vector<Bytes> sent;
+};
+
+TEST(IoBoard, ReportsWhatIsMoved) {
+  UnitRig<IoBoard> rig;
+  rig.unit.SetSwitch(0, true);
+  rig.unit.SetSwitch(47, true);
+  rig.unit.SetAxis(3, 0x8AB);
+  rig.unit.SetAxis(3, 0x8AB);
+  ASSERT_EQ(rig.sent.size(), 3u) << "one for each movement, none for what stands already";
+  const Bytes& report = rig.sent.back();
+  ASSERT_EQ(report.size(), 25u);
+  EXPECT_EQ(report[5], 0x80);
+  EXPECT_EQ(report[10], 0x01);
+  EXPECT_EQ(report[13], 0x08);
+  EXPECT_EQ(report[19], 0xAB);
+  rig.sent.clear();
+  rig.unit.Click(8, false);
+  ASSERT_EQ(rig.sent.size(), 2u);
+  EXPECT_EQ(rig.sent[0][6], 0x40);
+  EXPECT_EQ(rig.sent[1][6], 0x00);
+}
+
+TEST(IoBoard, CommandsReachLampsAndSettings) {
+  UnitRig<IoBoard> rig;
+  rig.unit.Receive(Bytes{0, 10, 0x49, 0x01, 0x02, 0xFF}, 0);  // command 4, value 1
+  rig.unit.Receive(Bytes{0, 10, 0x58, 0x01, 0x82, 0xFF}, 0);  // command 5, value 0x8000
+  rig.unit.Receive(Bytes{0, 10, 0xB9, 0x03, 0x07, 0xFF}, 0);  // command 11, 256 x 5 + 3
+  rig.unit.Receive(Bytes{0, 11, 0x49, 0x03, 0x02, 0xFF}, 0);  // for another address
+  EXPECT_TRUE(rig.unit.Lamp(0) && rig.unit.Lamp(31));
+  EXPECT_FALSE(rig.unit.Lamp(1) || rig.unit.Lamp(30));
+  EXPECT_EQ(rig.unit.Debounce(5), 3);
+  EXPECT_TRUE(rig.sent.empty());
+}
+
+TEST(IoBoard, Faults) {
+  UnitRig<IoBoard> rig;
+  const Bytes poll{0, 10, 0x78, 0x01, 0x02, 0xFF};
+  const auto answers = [&](DeviceFault fault) {
+    rig.unit.SetFault(fault);
+    rig.sent.clear();
+    rig.unit.Receive(poll, 1000);
+    return rig.sent.size();
+  };
+  EXPECT_EQ(answers(DeviceFault::None), 1u);
+  EXPECT_EQ(answers(DeviceFault::Silent), 0u);
+  EXPECT_EQ(answers(DeviceFault::Dead), 0u);
+  EXPECT_EQ(answers(DeviceFault::Duplicate), 2u);
+  EXPECT_EQ(answers(DeviceFault::Garbled), 1u);
+  EXPECT_NE(rig.sent[0][0], 0x00);
+  EXPECT_EQ(answers(DeviceFault::Late), 0u);
+  rig.unit.Tick(1399);
+  EXPECT_TRUE(rig.sent.empty());
+  rig.unit.Tick(1400);
+  EXPECT_EQ(rig.sent.size(), 1u);
+}
+
+Bytes ClusterFrame(Byte first, Byte rest) {
+  Bytes frame(40, rest);
+  frame[0] = first;
+  frame[39] = 0xAA;
+  return frame;
+}
+
+TEST(ClusterUnit, FindsItsFramesAndAnswersEach) {
+  UnitRig<ClusterUnit> rig;
+  Bytes frame = ClusterFrame('F', 0);
+  frame[21] = 0x02;  // needle 3
+  frame[22] = 0x58;
+  frame[37] = 0x03;
+  Bytes stream{'x', 'F', 1, 2, 3};  // the rest of a frame that was cut off
+  stream.insert(stream.end(), frame.begin(), frame.end());
+  stream.insert(stream.end(), frame.begin(), frame.end());
+  for (const Byte byte : stream) rig.unit.Receive({&byte, 1}, 0);
+  EXPECT_EQ(rig.unit.Needle(3), 600);
+  EXPECT_TRUE(rig.unit.Lit() && rig.unit.Powered());
+  ASSERT_GE(rig.sent.size(), 1u);
+  EXPECT_EQ(rig.sent[0].size(), 16u);
+  EXPECT_EQ(rig.sent[0][0], 0xFF);
+}
+
+TEST(ClusterUnit, SweepsUpAndDownOnceForARecalibration) {
+  UnitRig<ClusterUnit> rig;
+  rig.unit.Receive(ClusterFrame('A', 0x10), 1000);
+  rig.unit.Receive(ClusterFrame('F', 0), 1040);
+  rig.unit.Tick(1000 + ClusterUnit::kSweepMs / 2);
+  EXPECT_EQ(rig.unit.Needle(0), ClusterUnit::kTop);
+  rig.unit.Tick(1000 + ClusterUnit::kSweepMs);
+  EXPECT_FALSE(rig.unit.Sweeping());
+  EXPECT_EQ(rig.unit.Needle(0), 0);
+  EXPECT_EQ(rig.unit.Sweeps(), 1u);
+}
+
+}  // namespace
+}  // namespace tvx::vc

@@ -182,6 +182,24 @@ void YokeEditor::SetGripThreshold(int counts) {
   Changed();
 }
 
+YokeRecord YokeEditor::Shared() const {
+  YokeRecord shared = model_.Yoke1;
+  if (EffectsAreBlank(shared)) SetStandardEffects(shared);
+  return shared;
+}
+
+void YokeEditor::SetShared(std::int16_t YokeRecord::*number, int value) {
+  model_.Yoke1.*number = static_cast<std::int16_t>(std::clamp(value, 0, 32767));
+  Changed();
+}
+
+void YokeEditor::SetEffect(std::size_t place, double frequency, int percent) {
+  if (place >= model_.Yoke1.Effects.size() || std::isnan(frequency)) return;
+  if (EffectsAreBlank(model_.Yoke1)) SetStandardEffects(model_.Yoke1);
+  model_.Yoke1.Effects[place] = {static_cast<float>(std::clamp(frequency, 0.0, 50.0)), ToByte(percent, 100)};
+  Changed();
+}
+
 void YokeEditor::SetStandardForces() {
   const std::int16_t master = model_.GeneralFFB.MasterYoke;
   model_.GeneralFFB = StandardGeneralFFB();

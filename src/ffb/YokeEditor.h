@@ -52,6 +52,10 @@ class YokeEditor {
   // A shared percentage, 0..100, or number.
   void SetLevel(Byte GeneralFFBRecord::*level, int percent);
   void SetGripThreshold(int counts);  // 0..511
+  // What both yokes share in yoke 1's record: the aircraft's speeds and the like, and the effects.
+  YokeRecord Shared() const;
+  void SetShared(std::int16_t YokeRecord::*number, int value);       // 0: the standard value
+  void SetEffect(std::size_t place, double frequency, int percent);  // 2 e roll, 2 e + 1 pitch
   void SetStandardForces();
   // Shows every fault of the joystick's settings, and the summary; true when there is none.
   bool CheckJoystickSettings();

@@ -64,7 +64,7 @@ TEST_F(YokeFormsTest, ModeOptionsChooseTheMode) {
 
 TEST_F(YokeFormsTest, SettingsGoToTheirOwnYokeAndMarkTheChange) {
   EXPECT_FALSE(Model().ConfigChanged) << "showing changes nothing";
-  Control<QTabWidget>(Yoke2(), "TabsYoke")->setCurrentIndex(4);
+  Control<QTabWidget>(Yoke2(), "TabsYoke")->setCurrentIndex(5);
   Click(Yoke2(), "CheckSendPositions");
   EXPECT_EQ(Model().Yoke2.OptionBits, yokeoption::kSendPositions);
   EXPECT_EQ(Model().Yoke1.OptionBits, yokeoption::kStandard);
@@ -79,6 +79,18 @@ TEST_F(YokeFormsTest, SettingsGoToTheirOwnYokeAndMarkTheChange) {
   EXPECT_EQ(Model().GeneralFFB.MaximumForce, 55);
   EXPECT_EQ(Model().GeneralFFB.PitchTrimRange, 40) << "the standard values are written with the first change";
   EXPECT_EQ(program_->Yokes().Pair().Settings().forces.maximum, 0.55) << "at once";
+}
+
+// The aircraft's values are shared: set on either form, kept in yoke 1's record, which alone reads back.
+TEST_F(YokeFormsTest, EffectsAreKeptWithTheFirstYoke) {
+  Control<QSpinBox>(Yoke2(), "boxNeverExceedSpeed")->setValue(200);
+  Control<QSpinBox>(Yoke2(), "boxLevel1")->setValue(33);  // stall buffet, pitch
+  EXPECT_EQ(Model().Yoke1.NeverExceedSpeed, 200);
+  EXPECT_EQ(Model().Yoke1.Effects[1].Level, 33);
+  EXPECT_EQ(Model().Yoke1.Effects[3].Level, 20) << "the standard effects are written with the first change";
+  EXPECT_EQ(Model().Yoke2.NeverExceedSpeed, 0);
+  EXPECT_TRUE(EffectsAreBlank(Model().Yoke2));
+  EXPECT_EQ(program_->Yokes().Pair().Settings().forces.neverExceedSpeed, 200);
 }
 
 TEST_F(YokeFormsTest, CurveIsDraggedAndMovedByKey) {
@@ -126,7 +138,7 @@ TEST_F(YokeFormsTest, CalibrationAndJoystickSayWhatTheyMiss) {
 
 TEST_F(YokeFormsTest, NothingIsClippedAndLeavingTakesThemAway) {
   ExpectNothingClipped(program_->Yokes().Form());
-  for (int page = 0; page < 6; ++page) {
+  for (int page = 0; page < 7; ++page) {
     Control<QTabWidget>(Yoke1(), "TabsYoke")->setCurrentIndex(page);
     ExpectNothingClipped(Yoke1());
   }

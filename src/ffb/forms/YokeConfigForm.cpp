@@ -53,11 +53,12 @@ YokeConfigForm::YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes&
   tabs->addTab(MakeModePage(), tr("&Mode"));
   tabs->addTab(MakeCalibrationPage(), tr("Ca&libration"));
   tabs->addTab(MakeForcesPage(), tr("&Forces"));
+  tabs->addTab(MakeEffectsPage(), tr("&Effects"));
   tabs->addTab(MakeButtonsPage(), tr("&Buttons"));
   tabs->addTab(MakeOptionsPage(), tr("O&ptions"));
   tabs->addTab(MakeJoystickPage(), tr("&Joystick"));
   QPushButton* close =
-      MakeButton("CmdClose", tr("Clos&e"), tr("Closes this form; the changes stay (Escape)"));
+      MakeButton("CmdClose", tr("Clo&se"), tr("Closes this form; the changes stay (Escape)"));
   auto* row = new QHBoxLayout;
   LabelRole = MakeLabel("LabelRole", {}, "title");
   row->addWidget(LabelRole, 1);

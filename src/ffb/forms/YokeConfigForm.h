@@ -48,12 +48,22 @@ class YokeConfigForm : public Form {
   QWidget* MakeLevels();
   QWidget* MakeButtonsPage();
   QWidget* MakeOptionsPage();
+  // YokeEffectsPage.cpp
+  QWidget* MakeEffectsPage();
+  void LoadEffects();
   void LoadPages();
   void ShowCurve();
 
   struct Level {
     QSpinBox* box;
     Byte GeneralFFBRecord::*field;
+  };
+  struct EffectLine {
+    QSpinBox *frequency, *level;
+  };
+  struct SharedLine {
+    QSpinBox* box;
+    std::int16_t YokeRecord::*field;
   };
   struct ButtonLine {
     QLabel* lamp;
@@ -82,6 +92,8 @@ class YokeConfigForm : public Form {
   QRadioButton *OptionCurveRoll, *OptionCurvePitch;
   ForceCurveWidget* ForceCurvePicture;
   std::vector<Level> levels_;
+  std::vector<EffectLine> effects_;  // by place in the record
+  std::vector<SharedLine> shared_;
   QSpinBox *boxGripThreshold, *boxForceLevel, *boxAddress;
   std::vector<ButtonLine> buttons_;
   std::vector<std::pair<int, QCheckBox*>> options_;

@@ -204,6 +204,7 @@ void YokeConfigForm::LoadPages() {
   boxForceLevel->setValue(record.ForceLevel == 0 ? 100 : record.ForceLevel);
   boxAddress->setValue(record.Address);
   ComboStartMode->setCurrentIndex(static_cast<int>(ReadYokeSettings(record).startMode));
+  LoadEffects();
   for (const auto& [bit, check] : options_) check->setChecked((record.OptionBits & bit) != 0);
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     const YokeRecord::Button& button = record.Buttons[i];

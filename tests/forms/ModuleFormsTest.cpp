@@ -1,0 +1,143 @@
+// The windows of IO modules and engine cluster, with a module at the far end of a pseudo-terminal.
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+
+#include "fakes/FakeKeyInjector.h"
+#include "forms/FormsRig.h"
+#include "platform/Pty.h"
+#include "platform/WaitUntil.h"
+
+namespace tvx {
+namespace {
+
+struct ModuleFormsTest : FormsTest {
+  ModuleFormsTest() {
+    ConfigModel model = SmallModel();
+    model.General.ComPortIOM1 = 6;
+    model.General.ComPortIOM2 = 8;
+    model.General.ComPortEC = 7;
+    model.EngineCluster[0] = {1, 1, 0};
+    WriteConfig("Default.cfg", model);
+    QDir().mkdir("comports");
+    ScratchFolder::Link(6, line.Device());
+    ScratchFolder::Link(8, other.Device());
+    ScratchFolder::Link(7, cluster.Device());
+  }
+  Program& BeginHaltedWith(KeyInjector& injector) {
+    program_ = std::make_unique<Program>(&boxes_, &injector);
+    program_->Begin();
+    Settle();
+    program_->Start().butOK_Click();
+    Settle();
+    return *program_;
+  }
+  void Report(Byte groupA, int axis = 0) {
+    std::array<Byte, 25> report{};
+    report[5] = groupA;
+    report[12] = static_cast<Byte>(axis >> 8 << 4);
+    report[16] = static_cast<Byte>(axis & 0xFF);
+    report[24] = 0xFF;
+    line.Send(report);
+  }
+  Pty line, other, cluster;
+  FakeKeyInjector keys;
+};
+
+TEST_F(ModuleFormsTest, AreShownWithTheStatusFormAndSayWhereKeysCannotBeTyped) {
+  keys.trouble = "Keystrokes cannot be sent";
+  Program& program = BeginHaltedWith(keys);
+  for (QWidget* form :
+       {static_cast<QWidget*>(program.IOModule1().Form()), static_cast<QWidget*>(program.IOModule2().Form()),
+        static_cast<QWidget*>(program.Cluster().Form())}) {
+    ASSERT_NE(form, nullptr);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(LabelText(form, "LabelStatus"), "Halted");
+    ExpectNothingClipped(form);
+  }
+  EXPECT_EQ(program.IOModule1().Form()->objectName(), "frmStatusIOM");
+  EXPECT_EQ(program.IOModule2().Form()->objectName(), "frmstatusIOM2");
+  EXPECT_EQ(program.Cluster().Form()->objectName(), "frmStatusEC");
+  EXPECT_EQ(LabelText(Status(), "LabelNotice"), "Keystrokes cannot be sent");
+  Control<QPushButton>(Status(), "CmdConfig")->click();
+  Settle();
+  EXPECT_EQ(program.IOModule1().Form(), nullptr);
+  EXPECT_EQ(program.Cluster().Form(), nullptr);
+}
+
+TEST_F(ModuleFormsTest, IndicatorsAreRedAndGreen) {
+  Program& program = BeginHaltedWith(keys);
+  IOModuleStatusForm* form = program.IOModule1().Form();
+  auto* first = Control<Indicator>(form, "Switch0");
+  EXPECT_EQ(first->Colour(), -1);
+  program.Run().cmdRun_Click();
+  Report(0x80);
+  ASSERT_TRUE(WaitUntil([&] { return program.IOModule1().Module().SwitchesKnown(); }));
+  form->ShowState();
+  EXPECT_EQ(first->Colour(), 255);
+  EXPECT_EQ(Control<Indicator>(form, "Switch47")->Colour(), 65280);
+  EXPECT_EQ(LabelText(form, "LabelStatus"), "Running");
+  program.Run().cmdStop_Click();
+  form->ShowState();
+  EXPECT_EQ(LabelText(form, "LabelStatus"), "Halted");
+}
+
+TEST_F(ModuleFormsTest, WhatIsTouchedIsSelectedAndCheckedWhenStored) {
+  Program& program = BeginHaltedWith(keys);
+  program.IOModule1().ShowConfiguration(nullptr);
+  ConfigIOMForm* form = program.IOModule1().ConfigurationForm();
+  ASSERT_NE(form, nullptr);
+  ExpectNothingClipped(form);
+  Report(0x00);
+  Report(0x04);
+  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IomInput{1, IomKind::Switch, 5}; }));
+  Report(0x04, 3000);
+  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IomInput{1, IomKind::Analogue, 0}; }));
+  Report(0x00, 3000);
+  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IomInput{1, IomKind::Switch, 5}; }));
+
+  Control<QPushButton>(form, "cmdEdit")->click();
+  InputForm* editor = form->Editor();
+  ASSERT_NE(editor, nullptr);
+  EXPECT_EQ(editor->objectName(), "ConfigSwitch");
+  auto* store = Control<QPushButton>(editor, "cmdStore");
+  boxes_.shown.clear();
+  store->click();
+  Control<QComboBox>(editor, "ComboFunction")->setCurrentIndex(1);
+  Control<QLineEdit>(editor, "boxDebounceTime")->setText("21");
+  store->click();
+  Control<QLineEdit>(editor, "boxDebounceTime")->setText("3");
+  Control<QLineEdit>(editor, "BoxOffOnValue")->setText("much");
+  store->click();
+  EXPECT_EQ(boxes_.shown,
+            (std::vector<std::string>{"No function selected", "A debounce time must be between 0 and 20",
+                                      "One of the definitions is incorrect or out of limits"}));
+  EXPECT_EQ(program.Model().IOMCount(), 0);
+  Control<QLineEdit>(editor, "BoxOffOnValue")->setText("50,5");
+  store->click();
+  ASSERT_EQ(program.Model().IOMCount(), 1);
+  EXPECT_EQ(program.Model().Iom[0].Input, 1005);
+  EXPECT_EQ(program.Model().Iom[0].OffOnValue, 50.5f);
+  // The module is told its debounce time: command 11, 256 x 5 + 3.
+  const std::vector<Byte> frame{0x00, 10, 0xB9, 0x03, 0x07, 0xFF};
+  EXPECT_TRUE(WaitUntil([&] {
+    const auto& got = line.Collect();
+    return std::search(got.begin(), got.end(), frame.begin(), frame.end()) != got.end();
+  }));
+}
+
+TEST_F(ModuleFormsTest, TheTestFormMovesANeedleAtOnce) {
+  Program& program = BeginHaltedWith(keys);
+  Control<QPushButton>(program.Cluster().Form(), "cmdTestEC")->click();
+  ASSERT_NE(program.Cluster().TestForm(), nullptr);
+  ExpectNothingClipped(program.Cluster().TestForm());
+  Control<QSlider>(program.Cluster().TestForm(), "SliderNeedle3")->setValue(300);
+  ASSERT_TRUE(WaitUntil([&] { return cluster.Collect().size() >= 40; }));
+  EXPECT_EQ(cluster.Got[21] * 256 + cluster.Got[22], 300);
+  Control<QRadioButton>(program.Cluster().TestForm(), "OptionDualEngine")->click();
+  EXPECT_TRUE(program.Cluster().Cluster().DualEngine());
+  EXPECT_TRUE(program.Model().ConfigChanged);
+}
+
+}  // namespace
+}  // namespace tvx

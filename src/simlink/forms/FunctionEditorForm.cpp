@@ -29,9 +29,9 @@ FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageB
   references_ = new ReferencePanel(boxes_, std::move(chooseFolder));
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
-  row->addWidget(MakeFunctionPanel(), 2);
-  row->addWidget(MakeFieldsPanel(), 3);
-  row->addWidget(MakeReferenceColumn(), 4);
+  row->addWidget(MakeFunctionPanel());
+  row->addWidget(MakeFieldsPanel());
+  row->addWidget(MakeReferenceColumn(), 1);
   LampHint = new StateLamp("LampHint");
   LabelHint = MakeLabel("LabelHint");
   LabelHint->setWordWrap(true);
@@ -47,6 +47,7 @@ FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageB
   column->addLayout(MakeButtons());
   FillNumbers();
   LoadFields();
+  KeepWide(this);
   ListFunctions->setFocus();
 }
 
@@ -80,6 +81,7 @@ QComboBox* FunctionEditorForm::AddChoice(QGridLayout* grid, int row, int column,
   auto* box = new QComboBox;
   box->setObjectName(QString::fromLatin1(name));
   box->setToolTip(toolTip);
+  box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   grid->addWidget(MakeCaption(box, caption), row, column);
   grid->addWidget(box, row, column + 1);
   connect(box, &QComboBox::currentIndexChanged, this, [this, name](int index) {
@@ -122,7 +124,7 @@ void FunctionEditorForm::AddNames(QGridLayout* grid) {
   for (const std::string_view name : kDataTypeNames) type->addItem(ToText(name));
   QComboBox* use = AddChoice(grid, 1, 2, "FuncType", tr("&Used as"), tr("What the Function is used for"));
   for (const std::string_view name : kSignalTypes) use->addItem(ToText(name));
-  QComboBox* category = AddChoice(grid, 0, 2, "ComboClass", tr("Cate&gory"), tr("To find it in the list"));
+  QComboBox* category = AddChoice(grid, 0, 2, "ComboClass", tr("Category"), tr("To find it in the list"));
   for (const std::string& name : model_.Categories)
     category->addItem(name.empty() ? tr("(none)") : ToText(name));
   FullName = new QPlainTextEdit;
@@ -134,16 +136,16 @@ void FunctionEditorForm::AddNames(QGridLayout* grid) {
   grid->addWidget(LabelFullName, 2, 0, 1, 4);
   grid->addWidget(FullName, 3, 0, 1, 4);
   grid->setRowStretch(3, 1);
-  grid->setColumnStretch(1, 1);
-  grid->setColumnStretch(3, 1);
   connect(FullName, &QPlainTextEdit::textChanged, this,
           [this] { TakeField("FullName", FullName->toPlainText()); });
 }
 
 void FunctionEditorForm::AddSources(QGridLayout* grid) {
+  sources_ = grid;
   LabelXPindex = MakeLabel("LabelXPindex", {}, "caption");
   LabelXPVal = MakeLabel("LabelXPVal", {}, "caption");
-  grid->addWidget(MakeLabel("LabelSources", tr("Sequence number"), "caption"), 0, 0);
+  LabelSources = MakeLabel("LabelSources", tr("Sequence number"), "caption");
+  grid->addWidget(LabelSources, 0, 0);
   grid->addWidget(LabelXPindex, 0, 1);
   grid->addWidget(LabelXPVal, 0, 3);
   static constexpr const char* kIndexNames[kSources] = {"XPindex1", "XPindex2", "XPindex3", "XPindex4"};
@@ -174,17 +176,12 @@ void FunctionEditorForm::AddNumbers(QGridLayout* grid) {
 }
 
 QWidget* FunctionEditorForm::MakeReferenceColumn() {
-  auto* box = new QWidget;
-  auto* column = new QVBoxLayout(box);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(look::Gap());
-  LabelNoList = MakeLabel(
+  QLabel* words = MakeLabel(
       "LabelNoList", tr("This data type takes its value from a data group of X-Plane: give the group's "
                         "number and the value's number.\n\nFor a data reference or a command choose the data "
                         "type Xplane Dataref or Xplane CMND; their lists appear here."));
-  LabelNoList->setWordWrap(true);
-  LabelNoList->setAlignment(Qt::AlignTop);
-  LabelNoList->setMinimumWidth(look::Margin() * 26);
+  words->setWordWrap(true);
+  words->setAlignment(Qt::AlignTop);
   boxElement = new QSpinBox;
   boxElement->setObjectName("boxElement");
   boxElement->setRange(0, 9999);
@@ -192,20 +189,27 @@ QWidget* FunctionEditorForm::MakeReferenceColumn() {
   cmdCopyEntry =
       MakeButton("cmdCopyEntry", tr("C&opy to the Function"),
                  tr("Appends the chosen path as the next line of the description (Enter in the list)"));
-  copyRow_ = new QWidget;
-  auto* row = new QHBoxLayout(copyRow_);
-  row->setContentsMargins(0, 0, 0, 0);
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(look::Gap());
+  auto* row = new QHBoxLayout;
   row->addWidget(cmdCopyEntry);
   row->addStretch(1);
   row->addWidget(MakeCaption(boxElement, tr("Ele&ment of an array")));
   row->addWidget(boxElement);
-  column->addWidget(LabelNoList, 1);
   column->addWidget(references_, 1);
-  column->addWidget(copyRow_);
+  column->addLayout(row);
+  listOrWords_ = new QStackedWidget;
+  listOrWords_->setObjectName("ListOrWords");
+  QFrame* wordsPanel = MakePanel("PanelNoList");
+  MakeTitledGrid(wordsPanel, tr("Where the value comes from"))->addWidget(words, 1, 0);
+  listOrWords_->addWidget(wordsPanel);
+  listOrWords_->addWidget(page);
   connect(cmdCopyEntry, &QPushButton::clicked, this, &FunctionEditorForm::CopyEntry);
   connect(references_, &ReferencePanel::PathActivated, this, &FunctionEditorForm::CopyEntry);
   connect(references_, &ReferencePanel::PathChosen, this, &FunctionEditorForm::ShowState);
-  return box;
+  return listOrWords_;
 }
 
 QLayout* FunctionEditorForm::MakeButtons() {
@@ -293,17 +297,20 @@ void FunctionEditorForm::ShowDataType() {
   LabelFullName->setText(dataref   ? tr("Data r&eferences, one line \"#sequence number:path\" each")
                          : command ? tr("Commands, one line \"#value:path\" each; the value written chooses")
                                    : tr("D&escription"));
-  LabelXPindex->setText(ReadsDataGroup(type) ? tr("Data group") : tr("(not used)"));
-  LabelXPVal->setText(dataref                ? tr("Times per second")
-                      : ReadsDataGroup(type) ? tr("Value in it, 0 to 7")
-                                             : tr("(not used)"));
+  const bool group = ReadsDataGroup(type);
+  LabelXPindex->setText(tr("Data group"));
+  LabelXPVal->setText(dataref ? tr("Times per second") : tr("Value in it, 0 to 7"));
+  LabelXPindex->setVisible(group);
+  LabelSources->setVisible(group || dataref);
+  LabelXPVal->setVisible(group || dataref);
   for (QLineEdit* field : fields_) {
-    if (field->objectName().startsWith("XPindex")) field->setEnabled(ReadsDataGroup(type));
-    if (field->objectName().startsWith("XPVal")) field->setEnabled(ReadsDataGroup(type) || dataref);
+    const bool index = field->objectName().startsWith("XPindex");
+    if (!index && !field->objectName().startsWith("XPVal")) continue;
+    field->setVisible(group || (dataref && !index));
+    findChild<QLabel*>(field->objectName() + "Caption")->setVisible(group || dataref);
   }
-  references_->setVisible(dataref || command);
-  copyRow_->setVisible(dataref || command);
-  LabelNoList->setVisible(!dataref && !command);
+  sources_->setColumnStretch(1, group ? 1 : 0);
+  listOrWords_->setCurrentIndex(dataref || command ? 1 : 0);
   if (dataref) references_->Show(kReferencesFile);
   if (command) references_->Show(kCommandsFile);
 }

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QSpinBox>
+#include <QStackedWidget>
 
 #include "simlink/FunctionEdit.h"
 #include "simlink/SimCom.h"
@@ -64,7 +65,8 @@ class FunctionEditorForm : public Form {
   SimCom& sim_;
   MessageBoxes& boxes_;
   FunctionEdit edit_;
-  bool loading_ = false, asking_ = false;
+  bool loading_ = true;  // the fields are being filled: nobody edits them
+  bool asking_ = false;
   std::vector<int> numbers_;  // of the Functions listed
   int shownType_ = -1;        // the data type that ShowDataType showed last
 
@@ -73,13 +75,13 @@ class FunctionEditorForm : public Form {
   std::vector<QLineEdit*> fields_;
   std::vector<QComboBox*> choices_;
   QPlainTextEdit* FullName;
-  QLabel *LabelNumber, *LabelFullName, *LabelXPindex, *LabelXPVal, *LabelHint;
+  QLabel *LabelNumber, *LabelFullName, *LabelSources, *LabelXPindex, *LabelXPVal, *LabelHint;
   StateLamp* LampHint;
   ReferencePanel* references_;
-  QLabel* LabelNoList;
+  QStackedWidget* listOrWords_;
+  QGridLayout* sources_;
   QSpinBox* boxElement;
   QPushButton *cmdCopyEntry, *CmdSave;
-  QWidget* copyRow_;
   QPointer<ListFunctionsForm> listForm_;
   QPointer<TestFunctionForm> testForm_;
 };

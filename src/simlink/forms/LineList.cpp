@@ -88,4 +88,9 @@ QLineEdit* AddEdit(QGridLayout* grid, int row, int column, const char* name, con
   return edit;
 }
 
+// The style sheet gives every button a least width, which the layouts take for the text's.
+void KeepWide(QWidget* form) {
+  form->setMinimumWidth(form->sizeHint().width());
+}
+
 }  // namespace tvx

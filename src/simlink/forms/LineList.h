@@ -59,4 +59,7 @@ QLineEdit* AddEdit(QGridLayout* grid, int row, int column, const char* name, con
 // A label for a control that has the control's name and "Caption".
 QLabel* MakeCaption(QWidget* control, const QString& text);
 
+// Keeps a form as wide as all its texts need. To be called once it is laid out.
+void KeepWide(QWidget* form);
+
 }  // namespace tvx

@@ -40,6 +40,7 @@ ListFunctionsForm::ListFunctionsForm(ConfigModel& model, MessageBoxes& boxes, Su
   ShowFilters();
   for (int i = 0; i < 5; ++i) ListFunctions->resizeColumnToContents(i);
   ListFunctions->setColumnWidth(2, look::Margin() * 26);
+  KeepWide(this);
   ListFunctions->setFocus();
 }
 
@@ -96,7 +97,7 @@ QWidget* ListFunctionsForm::MakeList() {
   ListFunctions->setSelectionMode(QAbstractItemView::ExtendedSelection);
   ListFunctions->setHeaderLabels(
       {tr("Nr"), tr("Short name"), tr("Full name"), tr("Category"), tr("Signal type")});
-  ListFunctions->setMinimumSize(look::Margin() * 54, look::Margin() * 14);
+  ListFunctions->setMinimumSize(look::Margin() * 54, look::Margin() * 20);
   connect(ListFunctions, &QTreeWidget::currentItemChanged, this, &ListFunctionsForm::ShowChosen);
   connect(ListFunctions, &QTreeWidget::itemActivated, this, [this] {
     if (Chosen() != 0) surroundings_.edit(Chosen());
@@ -127,9 +128,9 @@ QWidget* ListFunctionsForm::MakeEditPanel() {
   FuncType->setObjectName("FuncType");
   Offer(FuncType, kSignalTypes);
   FuncType->setToolTip(tr("What the Function is used for"));
-  grid->addWidget(MakeCaption(ComboClass, tr("Catego&ry")), 2, 2);
+  grid->addWidget(MakeCaption(ComboClass, tr("Categor&y")), 2, 2);
   grid->addWidget(ComboClass, 2, 3);
-  grid->addWidget(MakeCaption(FuncType, tr("Signal t&ype")), 3, 2);
+  grid->addWidget(MakeCaption(FuncType, tr("Signal ty&pe")), 3, 2);
   grid->addWidget(FuncType, 3, 3);
   grid->setColumnStretch(1, 1);
   for (QLineEdit* edit : {ShortName, FullName}) {

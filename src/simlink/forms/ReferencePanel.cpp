@@ -40,20 +40,21 @@ ReferencePanel::ReferencePanel(MessageBoxes& boxes, ChooseFolder chooseFolder)
   for (const std::string_view filter : kConsoleFilters) ComboFilter->addItem(ToText(filter));
   SearchText = new QLineEdit;
   SearchText->setObjectName("SearchText");
-  SearchText->setPlaceholderText(tr("Type words, for example: airspeed pilot"));
-  SearchText->setToolTip(tr("The list shows the paths that hold every word, as you type"));
+  SearchText->setPlaceholderText(tr("Search as you type"));
+  SearchText->setToolTip(
+      tr("The list shows the paths that hold every word typed, for example: airspeed pilot"));
   SearchText->setClearButtonEnabled(true);
-  QPushButton* search = MakeButton("Cmdsearch", tr("Sea&rch"), tr("Goes to the first path found (Enter)"));
+  QPushButton* search = MakeButton("Cmdsearch", tr("Search"), tr("Goes to the first path found (Enter)"));
   QPushButton* reset = MakeButton("cmdResetSearch", tr("Show all"), tr("Without search and filter"));
   QPushButton* abort = MakeButton("cmdAbortSearch", tr("End search"), tr("Without search; the filter stays"));
   QPushButton* import =
-      MakeButton("cmdImportLists", tr("&Import from X-Plane..."),
+      MakeButton("cmdImportLists", tr("Import from &X-Plane..."),
                  tr("Makes both lists anew of DataRefs.txt and Commands.txt in X-Plane's folder"));
   ListXplaneReferences = new LineList(
       "ListXplaneReferences", [this] { return list_.Lines(); },
       [this](std::size_t line) { return ToText(list_.Line(line)); });
   ListXplaneReferences->setSelectionMode(QAbstractItemView::SingleSelection);
-  ListXplaneReferences->setMinimumSize(look::Margin() * 26, look::Margin() * 8);
+  ListXplaneReferences->setMinimumSize(look::Margin() * 24, look::Margin() * 8);
   LabelFound = MakeLabel("LabelFound", {}, "caption");
   LabelList->setBuddy(ListXplaneReferences);
 

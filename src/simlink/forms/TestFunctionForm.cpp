@@ -30,9 +30,10 @@ TestFunctionForm::TestFunctionForm(const ConfigModel& model, SimCom& sim, Messag
   bottom->addWidget(LabelNote, 1);
   bottom->addWidget(close);
   column->addLayout(bottom);
-  readTimer_.setInterval(kReadIntervalMs);
+  ReadTimer.setObjectName("ReadTimer");
+  ReadTimer.setInterval(kReadIntervalMs);
   IntervalTimer.setObjectName("IntervalTimer");
-  connect(&readTimer_, &QTimer::timeout, this, [this] {
+  connect(&ReadTimer, &QTimer::timeout, this, [this] {
     test_.Read_Tick();
     ShowView();
   });
@@ -42,6 +43,7 @@ TestFunctionForm::TestFunctionForm(const ConfigModel& model, SimCom& sim, Messag
   });
   connect(close, &QPushButton::clicked, this, &TestFunctionForm::CloseAsked);
   Choose(kFirstConfigurable);
+  KeepWide(this);
 }
 
 QWidget* TestFunctionForm::MakeChoicePanel() {
@@ -110,7 +112,7 @@ QWidget* TestFunctionForm::MakeWritePanel() {
   BoxInterval->setToolTip(tr("From one value to the next, in milliseconds"));
   grid->addWidget(MakeCaption(BoxInterval, tr("&Every")), 3, 2);
   grid->addWidget(BoxInterval, 3, 3);
-  CmdWriteInterval = MakeButton("CmdWriteInterval", tr("Write s&weeping"),
+  CmdWriteInterval = MakeButton("CmdWriteInterval", tr("Write sweep&ing"),
                                 tr("Writes from the lower limit up to the upper and back, again and again"));
   CmdStopWrite = MakeButton("CmdStopWrite", tr("Stop writin&g"), tr("The simulator keeps the last value"));
   auto* buttons = new QHBoxLayout;
@@ -183,7 +185,7 @@ void TestFunctionForm::ShowView() {
     if (wanted && !timer.isActive()) timer.start();
     if (!wanted) timer.stop();
   };
-  run(readTimer_, test_.Reading());
+  run(ReadTimer, test_.Reading());
   run(IntervalTimer, test_.Writing());
 }
 

@@ -33,7 +33,7 @@ class TestFunctionForm : public Form {
 
   const ConfigModel& model_;
   FunctionTest test_;
-  QTimer readTimer_, IntervalTimer;
+  QTimer ReadTimer{this}, IntervalTimer{this};
   QLineEdit *BoxFunctionNr, *BoxSeqNr;
   QLabel *LabelName, *LabelDataType, *LabelReadStatus, *LabelWriteStatus, *LabelNote, *LabelWritten;
   ValueBox *BoxRaw, *BoxCorrected;

@@ -15,6 +15,11 @@ std::string TextOf(const QLineEdit* edit) {
   return edit->text().trimmed().toStdString();
 }
 
+// Boxes that hold a number only.
+void KeepSmall(std::initializer_list<QLineEdit*> boxes) {
+  for (QLineEdit* box : boxes) box->setMaximumWidth(look::Margin() * 7);
+}
+
 }  // namespace
 
 TestXplaneInterfaceForm::Choosers TestXplaneInterfaceForm::DesktopChoosers() {
@@ -44,7 +49,7 @@ TestXplaneInterfaceForm::TestXplaneInterfaceForm(ConfigModel& model, SimCom& sim
   right->addWidget(MakeSubscriptionPanel(), 1);
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
-  row->addLayout(left, 1);
+  row->addLayout(left);
   row->addLayout(right, 1);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
@@ -59,6 +64,7 @@ TestXplaneInterfaceForm::TestXplaneInterfaceForm(ConfigModel& model, SimCom& sim
   });
   ShowSubscriptions();
   ShowView();
+  KeepWide(this);
   cmdStartUDP->setFocus();
 }
 
@@ -87,6 +93,7 @@ QWidget* TestXplaneInterfaceForm::MakeLinkPanel() {
   boxRemoteIP->setText(ToText(console_.Endpoint.RemoteIP));
   boxRemotePort->setText(ToText(console_.Endpoint.RemotePort));
   boxLocalPort->setText(ToText(console_.Endpoint.LocalPort));
+  KeepSmall({boxRemotePort, boxLocalPort});
   for (QLineEdit* box : {boxRemoteIP, boxRemotePort, boxLocalPort}) {
     connect(box, &QLineEdit::textChanged, this, &TestXplaneInterfaceForm::TakeEndpoint);
   }
@@ -123,45 +130,46 @@ QWidget* TestXplaneInterfaceForm::MakeLinkPanel() {
 QWidget* TestXplaneInterfaceForm::MakeDataPanel() {
   QFrame* panel = MakePanel("PanelData");
   QGridLayout* grid = MakeTitledGrid(panel, tr("Data groups"));
-  boxIndex = AddEdit(grid, 1, 0, "boxIndex", tr("Gro&up"), tr("Number of the data group, 0 to 255"));
+  boxIndex = AddEdit(grid, 1, 0, "boxIndex", tr("&Group"), tr("Number of the data group, 0 to 255"));
   boxReferenceIndex =
-      AddEdit(grid, 1, 2, "boxReferenceIndex", tr("Value n&umber"), tr("Which of its eight values, 0 to 7"));
-  boxValue = AddEdit(grid, 1, 4, "boxValue", tr("Va&lue"), tr("To send; in X-Plane's unit"));
-  boxCharacter = AddEdit(grid, 3, 4, "boxCharacter", tr("&Key"), tr("One character"));
+      AddEdit(grid, 2, 0, "boxReferenceIndex", tr("Value number"), tr("Which of its eight values, 0 to 7"));
+  boxValue = AddEdit(grid, 2, 2, "boxValue", tr("Va&lue"), tr("To send; in X-Plane's unit"));
+  boxCharacter = AddEdit(grid, 3, 0, "boxCharacter", tr("&Key"), tr("One character"));
+  boxCharacter->setMaxLength(1);
   boxIndex->setText("3");
   boxReferenceIndex->setText("0");
-  boxCharacter->setMaxLength(1);
-  const auto add = [&](int row, int column, const char* name, const QString& text, const QString& tip,
-                       std::function<void()> does) {
-    grid->addWidget(AddButton(name, text, tip, std::move(does)), row, column, 1, 2);
+  KeepSmall({boxIndex, boxReferenceIndex, boxValue, boxCharacter});
+  const auto addRow = [grid](int row, int column, int columns, std::initializer_list<QWidget*> buttons) {
+    auto* line = new QHBoxLayout;
+    line->setSpacing(look::Gap());
+    for (QWidget* button : buttons) line->addWidget(button);
+    grid->addLayout(line, row, column, 1, columns);
   };
-  add(2, 0, "cmdDSEL", tr("&DSEL: send it to us"), tr("X-Plane sends the group from now on"),
-      [this] { console_.cmdDSEL_Click(TextOf(boxIndex)); });
-  add(3, 0, "cmdUSEL", tr("&USEL: stop it"), tr("X-Plane sends the group no more"),
-      [this] { console_.cmdUSEL_Click(TextOf(boxIndex)); });
-  add(2, 2, "cmdUSELall", tr("USEL all"), tr("Stops groups 0 to 135"),
-      [this] { console_.cmdUSELall_Click(); });
-  add(3, 2, "cmdStopAll", tr("Stop all"), tr("Stops groups 0 to 135"),
-      [this] { console_.cmdStopAll_Click(); });
-  auto* send = new QHBoxLayout;
-  send->setSpacing(look::Gap());
-  send->addWidget(AddButton(
-      "cmdDataUdp", tr("Send Data(&float)"), tr("Writes the value of the group as a float"),
-      [this] { console_.cmdDataUdp_Click(TextOf(boxIndex), TextOf(boxReferenceIndex), TextOf(boxValue)); }));
-  send->addWidget(AddButton("cmdSendDataInteger", tr("Send Data(&integer)"),
-                            tr("Writes the value of the group as a whole number"), [this] {
-                              console_.cmdSendDataInteger_Click(TextOf(boxIndex), TextOf(boxReferenceIndex),
-                                                                TextOf(boxValue));
-                            }));
-  grid->addLayout(send, 2, 4, 1, 2);
-  auto* key = new QHBoxLayout;
-  key->setSpacing(look::Gap());
-  key->addWidget(boxCharacter, 1);
-  key->addWidget(AddButton("cmdSendCharacter", tr("Send key"),
-                           tr("Types the character in X-Plane (version 10 and older)"),
-                           [this] { console_.cmdSendCharacter_Click(boxCharacter->text().toStdString()); }));
-  grid->addLayout(key, 3, 5);
-  for (const int column : {1, 3, 5}) grid->setColumnStretch(column, column == 5 ? 2 : 1);
+  addRow(1, 2, 3,
+         {AddButton("cmdDSEL", tr("&DSEL: send it to us"), tr("X-Plane sends the group from now on"),
+                    [this] { console_.cmdDSEL_Click(TextOf(boxIndex)); }),
+          AddButton("cmdUSEL", tr("&USEL: stop it"), tr("X-Plane sends the group no more"),
+                    [this] { console_.cmdUSEL_Click(TextOf(boxIndex)); }),
+          AddButton("cmdUSELall", tr("USEL all"), tr("Stops groups 0 to 135"),
+                    [this] { console_.cmdUSELall_Click(); })});
+  addRow(2, 4, 1,
+         {AddButton("cmdDataUdp", tr("Send Data(&float)"), tr("Writes the value of the group as a float"),
+                    [this] {
+                      console_.cmdDataUdp_Click(TextOf(boxIndex), TextOf(boxReferenceIndex),
+                                                TextOf(boxValue));
+                    }),
+          AddButton("cmdSendDataInteger", tr("Send Data(&integer)"),
+                    tr("Writes the value of the group as a whole number"), [this] {
+                      console_.cmdSendDataInteger_Click(TextOf(boxIndex), TextOf(boxReferenceIndex),
+                                                        TextOf(boxValue));
+                    })});
+  addRow(3, 2, 3,
+         {AddButton("cmdSendCharacter", tr("Send key"),
+                    tr("Types the character in X-Plane (version 10 and older)"),
+                    [this] { console_.cmdSendCharacter_Click(boxCharacter->text().toStdString()); }),
+          AddButton("cmdStopAll", tr("Stop all groups"), tr("Stops groups 0 to 135"),
+                    [this] { console_.cmdStopAll_Click(); })});
+  grid->setColumnStretch(3, 1);
   return panel;
 }
 
@@ -185,15 +193,16 @@ QWidget* TestXplaneInterfaceForm::MakeDrefPanel() {
   SelectedReference->setObjectName("SelectedReference");
   SelectedReference->setToolTip(
       tr("Of an array, the number of the element stands between brackets at the end"));
-  grid->addWidget(MakeCaption(SelectedReference, tr("Pa&th")), 1, 0);
+  grid->addWidget(MakeCaption(SelectedReference, tr("Path")), 1, 0);
   grid->addWidget(SelectedReference, 1, 1, 1, 5);
   boxDREFValue = AddEdit(grid, 2, 0, "boxDREFValue", tr("Valu&e"), tr("To write; in X-Plane's unit"));
-  boxRREFIdentifier = AddEdit(grid, 3, 0, "boxRREFIdentifier", tr("Ident&ifier"),
+  boxRREFIdentifier = AddEdit(grid, 3, 0, "boxRREFIdentifier", tr("Identifier"),
                               tr("Your own number for the answers; 0 to 128 come back as they are"));
   boxRREFFrequency = AddEdit(grid, 3, 2, "boxRREFFrequency", tr("Times per second"),
                              tr("How often X-Plane sends it, 1 to 255"));
   boxFunctionNr =
       AddEdit(grid, 4, 0, "boxFunctionNr", tr("Function"), tr("A Function of your own, 51 to 269"));
+  KeepSmall({boxDREFValue, boxRREFIdentifier, boxRREFFrequency, boxFunctionNr});
   boxRREFIdentifier->setText("100");
   boxRREFFrequency->setText("5");
   grid->addWidget(
@@ -228,7 +237,7 @@ QWidget* TestXplaneInterfaceForm::MakeSubscriptionPanel() {
   ListRREF->setMinimumHeight(look::Margin() * 4);
   grid->addWidget(ListRREF, 1, 0, 1, 4);
   grid->addWidget(
-      AddButton("cmdShowRREF", tr("Sho&w RREFs"), tr("Takes the list anew, with the values as they are now"),
+      AddButton("cmdShowRREF", tr("Show RREFs"), tr("Takes the list anew, with the values as they are now"),
                 [this] { ShowSubscriptions(); }),
       2, 0);
   grid->addWidget(AddButton("cmdDeleteRREF", tr("Cancel one"),
@@ -261,7 +270,7 @@ QWidget* TestXplaneInterfaceForm::MakeRawPanel() {
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   fixed.setPixelSize(font().pixelSize() * 9 / 10);
   boxUDPRaw->setFont(fixed);
-  boxUDPRaw->setMinimumSize(look::Margin() * 38, look::Margin() * 6);
+  boxUDPRaw->setMinimumSize(look::Margin() * 37, look::Margin() * 6);
   boxUDPRaw->setPlaceholderText(tr("Start shows the bytes of what arrives here."));
   grid->addWidget(boxUDPRaw, 1, 0, 1, 2);
   grid->addWidget(
@@ -279,6 +288,15 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
       [this](std::size_t line) { return ToText(console_.Log().At(line)); });
   ListUDPProcessed->setMinimumHeight(look::Margin() * 8);
   grid->addWidget(ListUDPProcessed, 1, 0, 1, -1);
+  auto* keep = new QHBoxLayout;
+  keep->setSpacing(look::Gap());
+  keep->addWidget(AddButton("cmdClearConverted", tr("Clear"), tr("Empties the log"),
+                            [this] { console_.cmdClearConverted_Click(); }));
+  keep->addWidget(AddButton("cmdSaveLog", tr("Save log..."), tr("Writes these lines to a file"), [this] {
+    const QString file = choosers_.logFile(this);
+    if (!file.isEmpty()) console_.cmdSaveLog_Click(file.toStdString());
+  }));
+  grid->addLayout(keep, 0, 0, 1, -1, Qt::AlignRight);  // beside the title
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
   cmdStopLog = AddButton("cmdStopLog", {}, tr("Logs every datagram, until it is stopped"),
@@ -291,7 +309,7 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
   LabelLogStatus = MakeLabel("LabelLogStatus", {}, "caption");
   for (QWidget* widget : std::initializer_list<QWidget*>{
            cmdStopLog,
-           AddButton("cmdSingleLog", tr("Lo&g one"), tr("Logs the next datagram"),
+           AddButton("cmdSingleLog", tr("Log one"), tr("Logs the next datagram"),
                      [this] { console_.cmdSingleLog_Click(); }),
            AddButton("cmdMultiFrame", tr("Log so&me"), tr("Logs so many datagrams"),
                      [this] { console_.cmdMultiFrame_Click(boxFrames->value()); }),
@@ -299,12 +317,6 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
     row->addWidget(widget);
   }
   row->addStretch(1);
-  row->addWidget(AddButton("cmdClearConverted", tr("Clear"), tr("Empties the log"),
-                           [this] { console_.cmdClearConverted_Click(); }));
-  row->addWidget(AddButton("cmdSaveLog", tr("Save log..."), tr("Writes these lines to a file"), [this] {
-    const QString file = choosers_.logFile(this);
-    if (!file.isEmpty()) console_.cmdSaveLog_Click(file.toStdString());
-  }));
   grid->addLayout(row, 2, 0, 1, -1);
   grid->setRowStretch(1, 1);
   return panel;
@@ -316,7 +328,7 @@ QLayout* TestXplaneInterfaceForm::MakeBottom() {
   QPushButton* help =
       AddButton("cmdHelp", tr("&Help"), tr("A short explanation"), [this] { console_.cmdHelp_Click(); });
   QPushButton* close =
-      MakeButton("CmdClose", tr("&Close"), tr("Ends the display and gives the link back (Escape)"));
+      MakeButton("CmdClose", tr("Close"), tr("Ends the display and gives the link back (Escape)"));
   connect(close, &QPushButton::clicked, this, &TestXplaneInterfaceForm::CloseAsked);
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());

@@ -52,7 +52,7 @@ class TestXplaneInterfaceForm : public Form {
 
   LinkConsole console_;
   Choosers choosers_;
-  QTimer DisplayTimer;
+  QTimer DisplayTimer{this};
   std::vector<std::string> subscriptions_;
   QLineEdit *boxRemoteIP, *boxRemotePort, *boxLocalPort;
   QPushButton *cmdStartUDP, *CmdStopUDP;

@@ -352,6 +352,7 @@ void FunctionEditorForm::CmdSave_Click() {
   FillNumbers();
   LoadFields();
   if (listForm_) listForm_->Refresh();
+  saved_();
 }
 
 void FunctionEditorForm::Refresh() {
@@ -367,7 +368,10 @@ void FunctionEditorForm::ShowList() {
                                          Choose(function);
                                          OpenBeside(this);
                                        },
-                                       [this] { Refresh(); }},
+                                       [this] {
+                                         Refresh();
+                                         saved_();
+                                       }},
                                       this);
   }
   OpenBeside(listForm_);

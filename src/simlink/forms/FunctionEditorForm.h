@@ -28,6 +28,8 @@ class FunctionEditorForm : public Form {
   FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, QWidget* parent = nullptr,
                      ReferencePanel::ChooseFolder chooseFolder = &ChooseXplaneFolder);
 
+  // Told whenever Functions were put into the model.
+  void SetSaved(std::function<void()> saved) { saved_ = std::move(saved); }
   // Takes the Functions anew from the model; what is unsaved stays.
   void Refresh();
   // Goes to a Function, 1..300; asks where something is unsaved.
@@ -82,6 +84,7 @@ class FunctionEditorForm : public Form {
   QGridLayout* sources_;
   QSpinBox* boxElement;
   QPushButton *cmdCopyEntry, *CmdSave;
+  std::function<void()> saved_ = [] {};
   QPointer<ListFunctionsForm> listForm_;
   QPointer<TestFunctionForm> testForm_;
 };

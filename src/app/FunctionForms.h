@@ -1,0 +1,36 @@
+// The Function editor and the X-Plane test console, opened from the configuration.
+#pragma once
+
+#include <QPointer>
+#include <functional>
+
+#include "simlink/forms/FunctionEditorForm.h"
+#include "simlink/forms/TestXplaneInterfaceForm.h"
+
+namespace tvx {
+
+// The forms are children of whoever they are shown for, who waits until they are closed and takes them along
+// when it goes.
+class FunctionForms {
+ public:
+  FunctionForms(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, const Clock& clock)
+      : model_(model), sim_(sim), boxes_(boxes), clock_(clock) {}
+
+  // `saved` is told whenever Functions were changed.
+  void ShowEditor(QWidget* parent, std::function<void()> saved);
+  void ShowConsole(QWidget* parent);
+
+  // The forms; nullptr while one is not open.
+  FunctionEditorForm* Editor() const { return editor_; }
+  TestXplaneInterfaceForm* Console() const { return console_; }
+
+ private:
+  ConfigModel& model_;
+  SimCom& sim_;
+  MessageBoxes& boxes_;
+  const Clock& clock_;
+  QPointer<FunctionEditorForm> editor_;
+  QPointer<TestXplaneInterfaceForm> console_;
+};
+
+}  // namespace tvx

@@ -283,6 +283,7 @@ TEST(Instruments, ShowWhatTheyAreSentWithinTheirLimits) {
   As<RadioDevice>(*radio).TurnFine(-7);
   As<RadioDevice>(*radio).Swap();
   const int own = As<RadioDevice>(*radio).Frequencies().active;
+  radio->Answer();
   EXPECT_EQ(own % 10, 5);
   radio->Receive(4, own / 10 * 10);
   EXPECT_EQ(As<RadioDevice>(*radio).Frequencies().active, own);
@@ -300,6 +301,26 @@ TEST(Instruments, AreDarkOnlyWhenToldThatNoBusHasPower) {
   radio->Receive(8, 0);
   radio->FollowBuses(false);
   EXPECT_TRUE(radio->Powered()) << "without a voltage Function the word says nothing of the buses";
+}
+
+// Between the hand and the next poll the program still sends what it knew before.
+TEST(Instruments, HandRulesUntilItWasToldButNotForEver) {
+  const auto device = MakeDevice({40, 105, 1, 9, 1});
+  auto& heading = As<HeadingDevice>(*device);
+  device->SetNow(1000);
+  device->Receive(6, 1200);
+  heading.TurnBug(1);
+  device->SetNow(3900);
+  device->Receive(6, 1200);
+  EXPECT_EQ(heading.Bug(), 1212);
+  device->Answer();
+  device->Receive(6, 1212);
+  device->Receive(6, 2400);
+  EXPECT_EQ(heading.Bug(), 2400) << "told: the program leads again";
+  heading.TurnBug(1);
+  device->SetNow(6900);
+  device->Receive(6, 2400);
+  EXPECT_EQ(heading.Bug(), 2400) << "nobody polls it";
 }
 
 TEST(Instruments, TransponderAnswersItsFlightLevelAndNoOtherDoes) {

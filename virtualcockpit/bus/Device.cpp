@@ -57,6 +57,7 @@ Reply Device::Answer() {
   reply[3] = identity_.model;
   reply[4] = identity_.version;
   FillReply(reply);
+  handMoved_ = false;
   reply.back() = 0xFF;
   ++answers_;
   return reply;

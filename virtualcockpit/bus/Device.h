@@ -46,6 +46,8 @@ class Device {
   const Identity& Id() const { return identity_; }
   void TakeAddress(Byte gaugeID) { identity_.gaugeID = gaugeID; }
 
+  // The bus's clock, told before every frame.
+  void SetNow(std::int64_t nowMs) { now_ = nowMs; }
   // A command for this instrument; the lighting is taken here, everything else by the instrument's kind.
   void Receive(int command, std::int32_t value);
   // Whether the instrument answers this command: "report state", and for some kinds one more.
@@ -77,11 +79,23 @@ class Device {
   // Fills bytes 6..24 of the answer; the envelope is filled already.
   virtual void FillReply(Reply&) {}
   void Changed() { ++changes_; }
+  // The hand has set a value that the program sets too.
+  void HandMoved() {
+    handMoved_ = true;
+    handAt_ = now_;
+    ++changes_;
+  }
+  // True until that was told, for three seconds at most: what the program sends meanwhile is older than the
+  // hand.
+  bool HandRules() const { return handMoved_ && now_ - handAt_ < kHandRulesMs; }
 
  private:
+  static constexpr std::int64_t kHandRulesMs = 3000;
   Identity identity_;
   FaceLight light_;
   bool followsBuses_ = true;
+  std::int64_t now_ = 0, handAt_ = 0;
+  bool handMoved_ = false;
   DeviceFault fault_ = DeviceFault::None;
   std::uint64_t changes_ = 0, answers_ = 0;
   std::int32_t lastCommand_ = -1, lastValue_ = 0;

@@ -45,6 +45,7 @@ void GaugeBus::OnFrame(const Frame& frame, std::int64_t nowMs) {
   for (const auto& device : devices_) {
     if (device->Id().gaugeID != address || device->Fault() == DeviceFault::Dead) continue;
     heard = true;
+    device->SetNow(nowMs);
     if (const auto* change = std::get_if<AddressFrame>(&frame)) {
       device->TakeAddress(change->newGaugeID);
       continue;

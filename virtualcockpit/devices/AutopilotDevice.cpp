@@ -14,8 +14,8 @@ constexpr int kHighest = 50000, kFastest = 6000, kFullTrim = 16000;
 
 void AutopilotDevice::OnCommand(int command, std::int32_t value) {
   if (command == 4) lamps_ = static_cast<std::uint32_t>(std::max(value, 0));
-  if (command == 5) altitude_ = std::clamp(value, 0, kHighest);
-  if (command == 6) verticalSpeed_ = std::clamp(value, -kFastest, kFastest);
+  if (command == 5 && !HandRules()) altitude_ = std::clamp(value, 0, kHighest);
+  if (command == 6 && !HandRules()) verticalSpeed_ = std::clamp(value, -kFastest, kFastest);
   if (command == 12) trim_ = std::clamp(value, -kFullTrim, kFullTrim);
 }
 
@@ -27,13 +27,13 @@ void AutopilotDevice::Press(Button button) {
 void AutopilotDevice::TurnAltitude(int clicks) {
   altitude_ = std::clamp((altitude_ / kClick + clicks) * kClick, 0, kHighest);
   altitudeTurned_ = true;
-  Changed();
+  HandMoved();
 }
 
 void AutopilotDevice::TurnVerticalSpeed(int clicks) {
   verticalSpeed_ = std::clamp((verticalSpeed_ / kClick + clicks) * kClick, -kFastest, kFastest);
   speedTurned_ = true;
-  Changed();
+  HandMoved();
 }
 
 // Buttons and turns are told once.

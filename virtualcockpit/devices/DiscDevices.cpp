@@ -21,12 +21,12 @@ void AttitudeDevice::OnCommand(int command, std::int32_t value) {
 
 void HeadingDevice::OnCommand(int command, std::int32_t value) {
   if (command == 5) disc_ = OnCircle(value);
-  if (command == 6) bug_ = OnCircle(value);
+  if (command == 6 && !HandRules()) bug_ = OnCircle(value);
 }
 
 void HeadingDevice::TurnBug(int clicks) {
   bug_ = OnCircle(bug_ + clicks % 360 * kStepsPerDegree);
-  Changed();
+  HandMoved();
 }
 
 void HeadingDevice::TurnGyro(int clicks) {
@@ -41,14 +41,14 @@ void HeadingDevice::FillReply(Reply& reply) {
 
 void AdfDevice::OnCommand(int command, std::int32_t value) {
   if (command == 5) pointer_ = PointerOf(value);
-  if (command == 6) card_ = OnCircle(value);
+  if (command == 6 && !HandRules()) card_ = OnCircle(value);
 }
 
 void AdfDevice::TurnCard(int degrees) {
   const int shown = (card_ + kStepsPerDegree / 2) / kStepsPerDegree;
   knob_ = OnCircle(shown + degrees % 360, 360);
   card_ = knob_ * kStepsPerDegree;
-  Changed();
+  HandMoved();
 }
 
 void AdfDevice::FillReply(Reply& reply) {

@@ -68,21 +68,22 @@ RadioDevice::RadioDevice(const Identity& identity)
     : Device(identity), pair_(FrequencyPair::Standard(BandOf(identity))) {}
 
 void RadioDevice::OnCommand(int command, std::int32_t value) {
+  if (HandRules()) return;
   if (command == 4) pair_.active = Taken(pair_, pair_.active, value);
   if (command == 5) pair_.standby = Taken(pair_, pair_.standby, value);
 }
 
 void RadioDevice::Swap() {
   pair_.Swap();
-  Changed();
+  HandMoved();
 }
 void RadioDevice::TurnCoarse(int clicks) {
   pair_.TurnCoarse(clicks);
-  Changed();
+  HandMoved();
 }
 void RadioDevice::TurnFine(int clicks) {
   pair_.TurnFine(clicks);
-  Changed();
+  HandMoved();
 }
 
 void RadioDevice::FillReply(Reply& reply) {

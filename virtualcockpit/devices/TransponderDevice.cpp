@@ -31,9 +31,9 @@ constexpr std::array kKeyedKnob = {Mode::Off, Mode::Standby, Mode::Test, Mode::O
 }  // namespace
 
 void TransponderDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4 && IsCode(value)) code_ = value;
+  if (command == 4 && IsCode(value) && !HandRules()) code_ = value;
   if (command == 5 && HasKeys()) flightLevel_ = value;
-  if (command == 6 && value >= 0 && value <= 4) mode_ = static_cast<Mode>(value);
+  if (command == 6 && value >= 0 && value <= 4 && !HandRules()) mode_ = static_cast<Mode>(value);
   if (command == 12 && IsCode(value)) secondCode_ = value;
 }
 
@@ -42,7 +42,7 @@ void TransponderDevice::TurnDigit(int digit, int clicks) {
   const int old = DigitOf(code_, digit);
   code_ += (OnCircle(old + clicks, 8) - old) * kPlaces[static_cast<std::size_t>(digit)];
   typed_.clear();
-  Changed();
+  HandMoved();
 }
 
 void TransponderDevice::Key(int digit) {
@@ -52,7 +52,7 @@ void TransponderDevice::Key(int digit) {
     code_ = std::stoi(typed_);
     typed_.clear();
   }
-  Changed();
+  HandMoved();
 }
 
 void TransponderDevice::ClearKeys() {
@@ -64,7 +64,7 @@ void TransponderDevice::TurnMode(int clicks) {
   const auto& order = HasKeys() ? kKeyedKnob : kKnob;
   const auto at = std::find(order.begin(), order.end(), mode_) - order.begin();
   mode_ = order[static_cast<std::size_t>(std::clamp(static_cast<int>(at) + clicks, 0, 4))];
-  Changed();
+  HandMoved();
 }
 
 void TransponderDevice::Ident() {

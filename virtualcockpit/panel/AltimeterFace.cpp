@@ -27,7 +27,7 @@ void DrawWindow(QPainter& painter, const QRectF& box) {
 
 AltimeterFace::AltimeterFace(AltimeterDevice& device, QWidget* parent)
     : InstrumentWidget(device, QStringLiteral("ALTIMETER"), parent), gauge_(device) {
-  AddKnob({-80, 80}, 13, QStringLiteral("BARO"), QStringLiteral("Pressure setting: turn the wheel"),
+  AddKnob({-81, 81}, 16, QStringLiteral("BARO"), QStringLiteral("Pressure setting: turn the wheel"),
           [this](int clicks) { gauge_.TurnKnob(clicks); });
   feet_.Jump(0);
 }

@@ -86,9 +86,9 @@ void CardFace::DrawPointer(QPainter& painter, double degrees, const QColor& colo
 
 HeadingFace::HeadingFace(HeadingDevice& device, QWidget* parent)
     : CardFace(device, QStringLiteral("HEADING"), parent), gauge_(device) {
-  AddKnob({82, 82}, 14, QStringLiteral("HDG"), QStringLiteral("Heading bug: turn the wheel"),
+  AddKnob({82, 82}, 16, QStringLiteral("HDG"), QStringLiteral("Heading bug: turn the wheel"),
           [this](int clicks) { gauge_.TurnBug(clicks); });
-  AddKnob({-82, 82}, 14, QStringLiteral("GYRO"), QStringLiteral("Gyro correction: turn the wheel"),
+  AddKnob({-82, 82}, 16, QStringLiteral("GYRO"), QStringLiteral("Gyro correction: turn the wheel"),
           [this](int clicks) { gauge_.TurnGyro(clicks); });
 }
 
@@ -141,7 +141,7 @@ QString HeadingFace::Words() const {
 
 AdfFace::AdfFace(AdfDevice& device, QWidget* parent)
     : CardFace(device, QStringLiteral("ADF"), parent), gauge_(device) {
-  AddKnob({-82, 82}, 14, QStringLiteral("HDG"), QStringLiteral("Card: turn the wheel"),
+  AddKnob({-82, 82}, 16, QStringLiteral("HDG"), QStringLiteral("Card: turn the wheel"),
           [this](int clicks) { gauge_.TurnCard(clicks); });
 }
 

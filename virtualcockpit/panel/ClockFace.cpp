@@ -19,7 +19,7 @@ QString TwoDigits(int number) {
 
 ClockFace::ClockFace(ClockDevice& device, QWidget* parent)
     : InstrumentWidget(device, QStringLiteral("CLOCK"), parent), gauge_(device) {
-  AddKnob({-82, 82}, 14, QStringLiteral("SET"), QStringLiteral("Sets the clock by minutes: turn the wheel"),
+  AddKnob({-82, 82}, 16, QStringLiteral("SET"), QStringLiteral("Sets the clock by minutes: turn the wheel"),
           [this](int clicks) { gauge_.TurnMinutes(clicks); });
   const bool temperature = gauge_.HasTemperature();
   AddButton({68, 70, 28, 22}, temperature ? QStringLiteral("SEL") : QStringLiteral("UTC"),

@@ -55,7 +55,7 @@ void DrawKnob(QPainter& painter, const Control& knob, bool held, const QColor& i
   painter.drawLine(QPointF(0, -radius * .95), QPointF(0, -radius * .74));
   painter.restore();
   if (!knob.label.isEmpty() && knob.look == Control::Look::Knob) {
-    DrawText(painter, knob.area.adjusted(radius * .4, 0, -radius * .4, 0), std::min(9.0, radius * .62),
+    DrawText(painter, knob.area.adjusted(radius * .22, 0, -radius * .22, 0), std::min(9.0, radius * .68),
              knob.label, QColor(0xe4, 0xe6, 0xe8));
   }
 }

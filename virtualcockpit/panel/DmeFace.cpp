@@ -51,7 +51,8 @@ void DmeFace::DrawMoving(QPainter& painter) {
   const double width = gauge_.HasFrequency() ? 68 : 110;
   const auto show = [&](int place, const QString& text, const QString& unit) {
     const double x = -192 + place * width;
-    Digits(painter, {x + 4, -19, width - 14, 26}, gauge_.Received() ? text : QStringLiteral("---"), kAmber);
+    Digits(painter, {x + 4, -19, width - 14, 26}, gauge_.Received() ? text : QStringLiteral("---"), kAmber,
+           Qt::AlignHCenter);
     Annunciate(painter, {x + width / 2, 18}, 9.5, unit, kAmber);
   };
   show(0, QString::number(gauge_.Distance() / 10.0, 'f', 1), QStringLiteral("NM"));

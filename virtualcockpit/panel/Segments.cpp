@@ -6,7 +6,7 @@ namespace tvx::vc {
 namespace {
 
 constexpr double kWide = 56, kHigh = 100, kPitch = 76, kThick = 12;  // of a digit
-constexpr double kColon = 34;
+constexpr double kColon = 34, kPoint = 14;
 constexpr double kSlant = -0.1;
 
 // Bit 0 the upper bar, then clockwise, bit 6 the middle.
@@ -59,7 +59,7 @@ std::array<QPolygonF, 7> Bars() {
 
 double WidthOf(const QString& text) {
   double width = 0;
-  for (const QChar c : text) width += c == '.' ? 0 : c == ':' ? kColon : kPitch;
+  for (const QChar c : text) width += c == '.' ? kPoint : c == ':' ? kColon : kPitch;
   return std::max(1.0, width - (kPitch - kWide));
 }
 
@@ -83,7 +83,8 @@ void DrawSegments(QPainter& painter, const QRectF& box, const QString& text, con
   for (const QChar c : text) {
     painter.setBrush(colour);
     if (c == '.') {
-      painter.drawEllipse(QPointF(-(kPitch - kWide) / 2, kHigh - 6), 7, 7);
+      painter.drawEllipse(QPointF((kPoint - kPitch + kWide) / 2, kHigh - 8), 8, 8);
+      painter.translate(kPoint, 0);
       continue;
     }
     if (c == ':') {

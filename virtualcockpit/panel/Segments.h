@@ -6,7 +6,7 @@
 
 namespace tvx::vc {
 
-// Draws digits, '-', ' ', '.' and ':' as high as the box; a point takes no place of its own. Text that would
+// Draws digits, '-', ' ', '.' and ':' as high as the box; a point takes little place. Text that would
 // be wider than the box is drawn narrower. Segments that do not glow are drawn in `ghost` where it is not
 // transparent.
 void DrawSegments(QPainter& painter, const QRectF& box, const QString& text, const QColor& colour,

@@ -32,7 +32,7 @@ void DrawFlagBox(QPainter& painter, const QRectF& box) {
 
 VorFace::VorFace(VorDevice& device, QWidget* parent)
     : InstrumentWidget(device, QStringLiteral("VOR %1").arg(device.Receiver()), parent), gauge_(device) {
-  AddKnob({-80, 80}, 13, QStringLiteral("OBS"), QStringLiteral("Course: turn the wheel"),
+  AddKnob({-81, 81}, 16, QStringLiteral("OBS"), QStringLiteral("Course: turn the wheel"),
           [this](int clicks) { gauge_.TurnKnob(clicks); });
   course_.Jump(kMiddle);
   glide_.Jump(kMiddle);

@@ -259,6 +259,8 @@ void ClusterWidget::Draw(QPainter& painter) {
 
 UnitShelf::UnitShelf(Cockpit& cockpit, QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("unitShelf"));
+  setAttribute(Qt::WA_StyledBackground);
+  setStyleSheet(QStringLiteral("#unitShelf { background: %1; }").arg(theme::kPanelBottom.name()));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(8, 0, 8, 8);
   for (const int module : {1, 2}) {

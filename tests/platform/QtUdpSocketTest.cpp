@@ -24,6 +24,7 @@ class QtUdpSocketTest : public testing::Test {
     socket.SetHandlers(
         [this](std::size_t bytesTotal) {
           totals.push_back(bytesTotal);
+          senders.push_back(socket.WaitingSenderPort());
           if (!reads) return;
           Byte room[100];
           const std::size_t count = socket.Receive(room);
@@ -43,6 +44,7 @@ class QtUdpSocketTest : public testing::Test {
   UdpEndpoints here;
   std::vector<std::size_t> totals;
   std::vector<Bytes> got;
+  std::vector<std::int32_t> senders;
   bool reads = true;
   int errors = 0;
 };
@@ -58,6 +60,8 @@ TEST_F(QtUdpSocketTest, DatagramsTravelBothWaysAndTheRemotePortCanChange) {
   ASSERT_TRUE(WaitUntil([&] { return got.size() == 2; }));
   EXPECT_EQ(got, (std::vector<Bytes>{{1, 2, 3}, {4}}));
   EXPECT_EQ(totals, (std::vector<std::size_t>{3, 1}));
+  EXPECT_EQ(senders, (std::vector<std::int32_t>{sim.localPort(), sim.localPort()}));
+  EXPECT_EQ(socket.WaitingSenderPort(), 0);
 
   QUdpSocket other;
   other.bind(QHostAddress(QHostAddress::LocalHost), 0);

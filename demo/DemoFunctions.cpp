@@ -250,7 +250,7 @@ constexpr DatarefRow kDatarefs[] = {
      kAsItIs,
      0,
      2,
-     {"sim/cockpit2/autopilot/heading_status"}},
+     {"sim/cockpit2/autopilot/heading_mode"}},
     {97, "AP NAV", Use::DedicatedGauge, kAutopilot, 5, kAsItIs, 0, 2, {"sim/cockpit2/autopilot/nav_status"}},
     {99,
      "AP approach",

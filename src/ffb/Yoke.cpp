@@ -8,6 +8,8 @@ namespace {
 
 constexpr int kResendCycles = 25;     // what does not change is told again once a second
 constexpr double kGripSeconds = 0.2;  // a knock is no grip
+constexpr double kGripCycle = 0.04;   // a late cycle is one look at the yoke, and counts as no more
+constexpr double kServoLag = 0.15;    // s: how far behind a moving place a yoke without a hand may be
 constexpr int kCounterReset = 1000;
 
 double HalfRangeGradient(double gradient, const AxisCalibration& axis) {
@@ -166,12 +168,17 @@ void Yoke::WatchGrip(const Cycle& cycle) {
     return;
   }
   const auto position = Position();
-  double off = 0;
+  double off = 0, moved = 0;
   for (std::size_t i = 0; i < kAxes; ++i) {
-    off = std::max(off, std::abs(position[i] - shaper_.Last().axes[i].centre));
+    const double place = shaper_.Last().axes[i].centre;
+    off = std::max(off, std::abs(position[i] - place));
+    moved = std::max(moved, std::abs(place - placesBefore_[i]));
+    placesBefore_[i] = place;
   }
+  const double lag = cycle.seconds > 0 ? kServoLag * moved / std::min(cycle.seconds, kLongestCycle) : 0;
   if (off < threshold / 2) flags_[kSettled] = 1;
-  grippedFor_ = flags_[kSettled] != 0 && off > threshold ? grippedFor_ + cycle.seconds : 0;
+  const bool held = flags_[kSettled] != 0 && off > threshold + lag;
+  grippedFor_ = held ? grippedFor_ + std::min(cycle.seconds, kGripCycle) : 0;
   if (grippedFor_ >= kGripSeconds) flags_[kGripped] = 1;
 }
 

@@ -28,6 +28,7 @@ struct FakeYoke {
   bool asked = false, released = true;
   double limit = 0, force = 0, holdMs = 0;
   std::array<double, 2> centre{}, gradient{};
+  double behind = 0;  // counts that its servo stays behind while its place moves
   // Where it is, counts.
   std::array<double, 2> position{};
 
@@ -49,6 +50,10 @@ struct FakeYoke {
     for (std::size_t a = 0; a < 2; ++a) {
       if (held_[a] || released || limit <= 0) continue;
       if (servo_) {
+        const double away = centre[a] - position[a];
+        const bool moving = std::abs(centre[a] - before_[a]) > 1;
+        before_[a] = centre[a];
+        if (moving && std::abs(away) < behind) continue;
         position[a] += std::clamp(centre[a] - position[a], -servoSpeed_ * 0.04, servoSpeed_ * 0.04);
       } else if (gradient[a] > 0) {
         position[a] += 0.5 * (centre[a] - position[a]);
@@ -90,6 +95,7 @@ struct FakeYoke {
     }
   }
   std::array<bool, 2> held_{};
+  std::array<double, 2> before_{};
   bool servo_ = false;
   double servoSpeed_ = 0;
 };

@@ -13,8 +13,7 @@ enum : std::size_t { kAltitude, kPressure };
 
 constexpr int kCommandAltitude = 4;
 constexpr int kCommandPressure = 12;
-constexpr double kFaceResolution = 0.03;  // inHg: a millibar is 0.0295
-constexpr Byte kModelInches = 1;          // the option byte: model 1 shows inches, others millibar
+constexpr Byte kModelInches = 1;  // the option byte: model 1 shows inches, others millibar
 
 // A shown text's number; 0 where the text is none.
 double NumberOf(const ShortText& text) {
@@ -71,12 +70,10 @@ class Altimeter final : public Instrument {
       const auto raw = static_cast<std::int16_t>(ReplyWord(reply, 7));
       const auto reported = static_cast<float>(raw);
       const double inches = raw / (ReplyModel(reply) == kModelInches ? 100.0 : kMillibarPerInchHg);
-      // A setting that repeats while the simulator's has moved on by more than the face can show is the older
-      // one.
+      // A setting that repeats is known to the simulator; writing it again would undo what was set there.
       const bool repeated = gauge.LastReported[0] == reported;
       gauge.LastReported[0] = reported;
-      const double current = world.Flight().AirPressureHg;
-      if (repeated && current > 0 && std::fabs(current - inches) > kFaceResolution) return;
+      if (repeated && world.Flight().AirPressureHg > 0) return;
       setting = static_cast<float>(inches);
     }
     gauge.QuietUntil = world.TickNumber() + world.TicksPerSecond();

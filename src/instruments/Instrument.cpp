@@ -20,16 +20,27 @@ bool GaugeTick::QueueValueIfChanged(ActiveGauge& gauge, std::size_t slot, int co
 }
 
 void GaugeReply::Report(ActiveGauge& gauge, std::size_t n, double value) {
-  if (gauge.InputFunction[n] == -1) return;
-  const auto reported = static_cast<float>(value);
-  const bool repeated = gauge.LastReported[n] == reported;
-  gauge.LastReported[n] = reported;
-  float current = 0;
-  const bool known = Sim().GetPort(gauge.InputPort[n], current);
-  if (repeated && known && std::fabs(static_cast<double>(current) - value) > kSame) return;
-  if (!repeated) gauge.QuietUntil = TickNumber() + TicksPerSecond();
-  float sent = reported;
+  if (gauge.InputFunction[n] == -1 || !IsNews(gauge, n, value, gauge.InputPort[n])) return;
+  auto sent = static_cast<float>(value);
   Sim().PutPort(gauge.InputPort[n], sent);
+}
+
+bool GaugeReply::IsNews(ActiveGauge& gauge, std::size_t n, double value, Port port) {
+  const auto reported = static_cast<float>(value);
+  float current = 0;
+  const bool known = Sim().GetPort(port, current);
+  const auto isCurrent = [current](float other) {
+    return std::fabs(static_cast<double>(current) - static_cast<double>(other)) <= kSame;
+  };
+  if (gauge.LastReported[n] != reported) {
+    gauge.LastReported[n] = reported;
+    gauge.BeforeReport[n] = known ? current : ActiveGauge::kUnknown;
+    gauge.QuietUntil = TickNumber() + TicksPerSecond();
+    return true;
+  }
+  if (!known) return true;
+  if (isCurrent(reported)) gauge.BeforeReport[n] = ActiveGauge::kUnknown;
+  return TickNumber() >= gauge.QuietUntil && isCurrent(gauge.BeforeReport[n]);
 }
 
 void Instrument::OpenInto(ActiveGauge& gauge, std::size_t slot, SimCom& sim, int function, int sequenceNr) {

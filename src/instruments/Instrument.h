@@ -40,6 +40,7 @@ struct ActiveGauge {
   std::array<std::int16_t, kInputs> InputFunction{};  // Functions of the reported values; -1: sends nothing
   std::array<Port, kInputs> InputPort{};              // the ports opened for them
   std::array<float, kInputs> LastReported{};          // kUnknown before the first report
+  std::array<float, kInputs> BeforeReport{};          // the simulator's value before it; kUnknown once taken
   float LastInputValue = kUnknown;                    // last mode value sent
   std::int16_t RadioKind = 0;                         // 0 COM, 1 NAV, 2 and 3 ADF
   bool SendStandby = false;  // the standby frequency, or the second radio, is sent too
@@ -57,6 +58,7 @@ struct ActiveGauge {
     InputFunction.fill(-1);
     InputPort.fill(kNoPort);
     LastReported.fill(kUnknown);
+    BeforeReport.fill(kUnknown);
     AnalogueValue.fill(-1);
   }
 };
@@ -92,10 +94,13 @@ class GaugeReply : public GaugeWorld {
   // The barometric setting that knobs turn, inHg.
   virtual float& BarometricSetting() = 0;
 
-  // Sends value `n` of the gauge to its input Function; InputFunction -1 sends nothing. A report that repeats
-  // while the simulator's value has moved on is not sent: the simulator is newer, and the gauge is about to
-  // hear of it.
+  // Sends value `n` of the gauge to its input Function; InputFunction -1 sends nothing.
   void Report(ActiveGauge& gauge, std::size_t n, double value);
+  // Whether the gauge's value `n`, as the simulator counts it, has to be sent to `port`. A report that
+  // repeats is not sent again once the simulator has taken it: where the simulator's value differs then, it
+  // is the newer one, and the gauge is about to hear of it. A report that the simulator did not take within a
+  // second is sent again.
+  bool IsNews(ActiveGauge& gauge, std::size_t n, double value, Port port);
 };
 
 // Where a tick's frames go, and what it may read. Implemented by the process cycle.

@@ -89,16 +89,9 @@ class RadioModule final : public Instrument {
     if (raw > 0) tick.QueueValueIfChanged(gauge, slot, command, raw);
   }
 
-  // An ADF's frequency goes to its dataref by name. A report that repeats while the simulator moved on is
-  // left out, as for every other radio.
+  // An ADF's frequency goes to its dataref by name.
   static void ReportAdf(ActiveGauge& gauge, std::size_t n, int raw, GaugeReply& world) {
-    const auto reported = static_cast<float>(raw);
-    const bool repeated = gauge.LastReported[n] == reported;
-    gauge.LastReported[n] = reported;
-    float current = 0;
-    const bool known = world.Sim().GetPort(gauge.Ports[n], current);
-    if (repeated && known && std::fabs(static_cast<double>(current) * 10.0 - raw) >= 10.0) return;
-    if (!repeated) gauge.QuietUntil = world.TickNumber() + world.TicksPerSecond();
+    if (!world.IsNews(gauge, n, raw / 10.0, gauge.Ports[n])) return;
     const auto digits = FiveDigits(raw);
     world.Special().PutADF({digits.data(), digits.size()}, n == kStandby);
   }

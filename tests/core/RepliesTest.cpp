@@ -222,11 +222,15 @@ TEST(Replies, RepeatedReportsDoNotUndoWhatTheSimulatorChanged) {
   ReplyRig rig;
   rig.StartWith(110);
   const std::initializer_list<ByteAt> turned{{7, 0x48}, {8, 0x44}};
+  rig.Set(51, 12190);
   EXPECT_EQ(rig.Reply(110, turned, "AS"), (Texts{"DATA 51/0=11850."}));
+  EXPECT_EQ(rig.Reply(110, turned, "AS"), Texts{}) << "the simulator is given a second";
+  for (std::uint32_t i = 0; i <= rig.cycle.TicksPerSecond(); ++i) rig.cycle.Tick();
+  EXPECT_EQ(rig.Reply(110, turned, "AS"), (Texts{"DATA 51/0=11850."})) << "it has not taken it";
   rig.Set(51, 11850);
-  EXPECT_EQ(rig.Reply(110, turned, "AS"), (Texts{"DATA 51/0=11850."}));
-  rig.Set(51, 12100);
-  EXPECT_EQ(rig.Reply(110, turned, "AS"), Texts{}) << "the simulator is newer";
+  EXPECT_EQ(rig.Reply(110, turned, "AS"), Texts{});
+  rig.Set(51, 12190);
+  EXPECT_EQ(rig.Reply(110, turned, "AS"), Texts{}) << "the simulator is newer, even back at its old value";
   EXPECT_EQ(rig.Reply(110, {{7, 0x48}, {8, 0x4E}}, "AS"), (Texts{"DATA 51/0=11851."})) << "the knob again";
 }
 

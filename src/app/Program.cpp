@@ -6,7 +6,6 @@
 #include <QUrl>
 #include <ctime>
 
-#include "platform/linux/ComPortMap.h"
 #include "platform/linux/KeyInjectors.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "platform/qt/QtMessageBoxes.h"
@@ -35,13 +34,6 @@ Serial::Ports PortsOf(const std::array<std::unique_ptr<LinuxSerialPort>, kHardwa
   Serial::Ports ports{};
   for (std::size_t i = 0; i < owned.size(); ++i) ports[i] = owned[i].get();
   return ports;
-}
-
-// The device behind a COM number; empty where there is none.
-std::string DeviceWords(int comNumber) {
-  const ComPortTarget target = FindComPort(comNumber);
-  if (QFileInfo::exists(ToText(target.path))) return target.device;
-  return target.linked ? target.device + ", not there" : std::string();
 }
 
 template <typename FormType>
@@ -78,7 +70,13 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys)
       engineCluster_(model_, sim_, serial_, boxes_, [this] { return run_.Cycle().CockpitLighting().Word(); }),
       yokes_(model_, sim_, serial_, boxes_, clock_),
       start_(model_, file_, sim_, boxes_, *this, run_,
-             {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}) {
+             {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
+      configuration_({model_, file_, boxes_, serial_, run_, peripherals_, serialDevices_,
+                      [this] { return HeaderForSaving(); }, [this] { ConfigurationClosed(); }}) {
+  configuration_.OpenFunctions = [this] {
+    functions_.ShowEditor(configuration_.MainForm(), [this] { configuration_.Refresh(); });
+  };
+  configuration_.OpenXplaneTest = [this] { functions_.ShowConsole(configuration_.MainForm()); };
   // A form that makes way for the next one must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(ProgramIcon());
@@ -116,7 +114,7 @@ Program::~Program() {
     sim_.CloseUDP();
   }
   serial_.CloseComPorts();
-  delete configureForm_;
+  delete configuration_.MainForm();
   delete portsForm_;
   delete statusForm_;
   delete startForm_;
@@ -143,7 +141,10 @@ void Program::ConnectTimers() {
   connect(timers_.TimerCheckForSilence, kSecondMs, [] {});
   connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });
   connect(timers_.Timer1, kSecondMs, [this] { run_.Timer1_Tick(); });
-  connect(timers_.WriteCmdDuringConfig, kTransmitTickMs, [this] { run_.WriteCmdDuringConfig_Tick(); });
+  connect(timers_.WriteCmdDuringConfig, kTransmitTickMs, [this] {
+    run_.WriteCmdDuringConfig_Tick();
+    configuration_.Tick();
+  });
 }
 
 void Program::Exit() {
@@ -163,7 +164,7 @@ void Program::ShowStartForm() {
 
 void Program::UnloadStartForm() {
   // The configuration hangs on the start form.
-  UnloadForm(configureForm_);
+  configuration_.Unload();
   UnloadForm(startForm_);
 }
 
@@ -183,16 +184,13 @@ void Program::ShowMainConfiguration() {
   // The start form is activated when the configuration is done with it; until then the configuration file
   // stays the one that is being edited.
   if (startForm_) startForm_->HoldActivation(true);
-  if (!configureForm_) {
-    configureForm_ = new MainConfigureForm(
-        model_, file_, boxes_,
-        {[this] { return HeaderForSaving(); }, &DeviceWords, [this] { ConfigurationClosed(); }}, startForm_);
-  }
-  BringToFront(configureForm_);
+  // The dialogs send single frames to the gauges.
+  timers_.WriteCmdDuringConfig.SetEnabled(true);
+  configuration_.Show(startForm_);
 }
 
 void Program::ConfigurationClosed() {
-  configureForm_ = nullptr;
+  timers_.WriteCmdDuringConfig.SetEnabled(false);
   if (ended_ || !startForm_) return;
   startForm_->HoldActivation(false);
   BringToFront(startForm_);
@@ -200,7 +198,7 @@ void Program::ConfigurationClosed() {
 }
 
 void Program::UnloadConfigurationForms() {
-  UnloadForm(configureForm_);
+  configuration_.Unload();
   if (startForm_) startForm_->HoldActivation(false);
 }
 

@@ -8,6 +8,8 @@
 #include "app/EngineClusterPeripheral.h"
 #include "app/IOModulePeripheral.h"
 #include "app/YokesPeripheral.h"
+#include "app/ConfigurationForms.h"
+#include "app/FunctionForms.h"
 #include "config/ConfigFile.h"
 #include "config/forms/MainConfigureForm.h"
 #include "core/RunControl.h"
@@ -17,6 +19,7 @@
 #include "core/forms/StatusForm.h"
 #include "hwbus/Serial.h"
 #include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxSerialDevices.h"
 #include "platform/linux/LinuxSerialPort.h"
 #include "platform/qt/QtHost.h"
 #include "platform/qt/QtUdpSocket.h"
@@ -53,7 +56,9 @@ class Program final : private Shell {
   // The forms; nullptr while one is not loaded.
   StartForm* StartWindow() const { return startForm_; }
   StatusForm* StatusWindow() const { return statusForm_; }
-  MainConfigureForm* ConfigurationWindow() const { return configureForm_; }
+  MainConfigureForm* ConfigurationWindow() const { return configuration_.MainForm(); }
+  ConfigurationForms& Configuration() { return configuration_; }
+  FunctionForms& Functions() { return functions_; }
   PortsForm* PortsWindow() const { return portsForm_; }
   // The timers that the forms' logic switches.
   struct TimerSet {
@@ -103,11 +108,13 @@ class Program final : private Shell {
   EngineClusterPeripheral engineCluster_;
   YokesPeripheral yokes_;
   StartControl start_;
+  LinuxSerialDevices serialDevices_;
+  ConfigurationForms configuration_;
+  FunctionForms functions_{model_, sim_, boxes_, clock_};
   bool ended_ = false;
 
   QPointer<StartForm> startForm_;
   QPointer<StatusForm> statusForm_;
-  QPointer<MainConfigureForm> configureForm_;
   QPointer<PortsForm> portsForm_;
 };
 

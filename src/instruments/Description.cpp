@@ -24,8 +24,9 @@ std::vector<CalibrationTarget> CalibrationTargets(const ConfigModel& model) {
       target.gaugeID = id;
       target.needle = needle++;
       target.command = plate.command;
-      target.name = FormatNumberText(id, "000") + "  " + GaugetypeNameInList(model, gauge.GaugeType) + ": " +
-                    std::string(plate.label);
+      std::string kindName = GaugetypeNameInList(model, gauge.GaugeType);
+      kindName.erase(kindName.find_last_not_of(' ') + 1);
+      target.name = FormatNumberText(id, "000") + "  " + kindName + ": " + std::string(plate.label);
       targets.push_back(target);
     }
   }

@@ -15,6 +15,12 @@ namespace {
 constexpr int kHighestSequence = 4;
 constexpr int kHighestPlate = 255;
 
+// Some names end in blanks.
+std::string Trimmed(std::string name) {
+  name.erase(name.find_last_not_of(' ') + 1);
+  return name;
+}
+
 std::string IdText(int gaugeID) {
   return FormatNumberText(gaugeID, "000");
 }
@@ -35,7 +41,7 @@ void InstrumentControl::Open(int gaugeID) {
 }
 
 std::string InstrumentControl::Title() const {
-  return IdText(gaugeID_) + "  " + GaugetypeNameInList(model_, Record().GaugeType);
+  return IdText(gaugeID_) + "  " + Trimmed(GaugetypeNameInList(model_, Record().GaugeType));
 }
 
 GaugeRecord& InstrumentControl::Edited() {
@@ -98,7 +104,7 @@ bool InstrumentControl::Read() {
     return false;
   }
   state = GaugeConnection::Connected;
-  identity_ = GaugetypeNameInList(model_, ReplyGaugetype(reply)) + ", model " +
+  identity_ = Trimmed(GaugetypeNameInList(model_, ReplyGaugetype(reply))) + ", model " +
               std::to_string(ReplyModel(reply)) + ", version " + std::to_string(ReplyVersion(reply));
   if (ReplyGaugetype(reply) != Record().GaugeType) {
     identity_ += "; the configuration says another type";

@@ -29,6 +29,7 @@ QPushButton:disabled { color: @dim; }
 QPushButton:focus { border: 2px solid @accent; }
 QPushButton[role="primary"]:enabled { background: @accent; color: @onaccent; border-color: @accent; font-weight: 600; }
 QPushButton[role="primary"]:focus { border: 2px solid @text; }
+QPushButton[role="small"] { min-width: 2.2em; padding: 0.3em 0.2em; }
 QPushButton[role="link"] { background: transparent; border: 1px solid transparent; color: @accent;
                            padding: 0.1em; min-width: 0; text-align: left; }
 QPushButton[role="titlelink"] { background: transparent; border: none; padding: 0; min-width: 0;

@@ -1,4 +1,7 @@
+#include <QCheckBox>
 #include <QComboBox>
+#include <QListWidget>
+#include <QSpinBox>
 #include <QTreeWidget>
 
 #include "forms/FormsRig.h"
@@ -15,6 +18,12 @@ class ConfigureFormTest : public FormsTest {
     ASSERT_NE(Configuration(), nullptr);
   }
   void Click(const char* name) { Control<QPushButton>(Configuration(), name)->click(); }
+  static void ClickIn(QWidget* form, const char* name) { Control<QPushButton>(form, name)->click(); }
+  // Another form of the configuration, where it is shown.
+  QWidget* Other(const char* name) {
+    auto* form = Configuration()->findChild<QWidget*>(name);
+    return form != nullptr && form->isVisible() ? form : nullptr;
+  }
   GeneralRecord& General() { return program_->Model().General; }
 };
 
@@ -80,11 +89,16 @@ TEST_F(ConfigureFormTest, IntervalAndLightsAreSetAtOnce) {
   EXPECT_EQ(General().LightsSetting2, 1);
 }
 
-TEST_F(ConfigureFormTest, SavingWritesTheFileAndSaysSo) {
+TEST_F(ConfigureFormTest, TheSaveFormSavesLoadsAndImports) {
   Open();
   Click("CmdSet250");
   Click("cmdSaveConfig");
+  QWidget* save = Other("SaveConfig");
+  ASSERT_NE(save, nullptr);
+  EXPECT_EQ(Control<QLineEdit>(save, "FileName")->text(), "Default.cfg");
+  ClickIn(save, "cmdSave");
   EXPECT_EQ(boxes_.shown, std::vector<std::string>{"File saved as: Default.cfg"});
+  EXPECT_TRUE(QFile::exists("Default.cfg.bak"));
   ConfigModel read;
   read.ConfigFileName = "Default.cfg";
   FakeMessageBoxes quiet;
@@ -92,16 +106,27 @@ TEST_F(ConfigureFormTest, SavingWritesTheFileAndSaysSo) {
   EXPECT_FALSE(read.ConfigLoadFailed);
   EXPECT_EQ(read.General.TransferInterval, 250);
   EXPECT_TRUE(quiet.asked.empty()) << quiet.asked.front();
-  Click("CmdClose");
-  EXPECT_TRUE(boxes_.asked.empty());
-  EXPECT_EQ(Configuration(), nullptr);
-}
 
-TEST_F(ConfigureFormTest, AFileThatCannotBeWrittenIsReported) {
-  Open();
-  program_->Model().ConfigFileName = "missing/folder/Default.cfg";
-  Click("cmdSaveConfig");
-  EXPECT_EQ(boxes_.shown, std::vector<std::string>{"file cannot be overwritten"});
+  Control<QLineEdit>(save, "FileName")->setText("Second.cfg");
+  ClickIn(save, "cmdSave");
+  EXPECT_EQ(LabelText(Configuration(), "CurrentConfigFile"), "Configuration file: Second.cfg");
+  EXPECT_EQ(Control<QListWidget>(save, "FileList")->count(), 2);
+  General().TransferInterval = 100;
+  boxes_.answers = {kAnswerYes};
+  ClickIn(save, "cmdLoad");
+  EXPECT_EQ(Control<QSlider>(Configuration(), "SliderXferTtimerProcess")->value(), 250);
+
+  General().TransferInterval = 100;
+  Control<QCheckBox>(save, "ChkImportPartial0")->setChecked(true);
+  boxes_.answers = {kAnswerYes};
+  ClickIn(save, "cmdImportPartial");
+  EXPECT_EQ(General().TransferInterval, 250);
+  boxes_.texts = {"33"};
+  ClickIn(save, "cmdSetAsStartup");
+  EXPECT_EQ(LabelText(save, "LabelStartup"), "Start-up: Second.cfg, 33 s after the simulator answers");
+  Press(save, Qt::Key_Escape);
+  Settle();
+  EXPECT_EQ(Other("SaveConfig"), nullptr);
 }
 
 TEST_F(ConfigureFormTest, ClosingAsksAboutUnsavedChanges) {
@@ -149,9 +174,130 @@ TEST_F(ConfigureFormTest, ClearAllAsksFirst) {
   EXPECT_EQ(boxes_.asked.front(), "This will clear all gauge assignments and settings!\r\nContinue anyway?");
 }
 
+TEST_F(ConfigureFormTest, AClickOnAGaugeOpensItsDialog) {
+  Open();
+  auto* list = Control<QTreeWidget>(Configuration(), "Configlist");
+  list->setCurrentItem(list->topLevelItem(0));
+  Press(list, Qt::Key_Return);
+  QWidget* dialog = Other("frmInstrument");
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(LabelText(dialog, "LabelGauge"), "007  Small gauge; Single Needle");
+  // Typed, not chosen from the list.
+  auto* function = Control<QComboBox>(dialog, "ComboFunction1");
+  function->setEditText("(none)");
+  Press(function->lineEdit(), Qt::Key_Return);
+  EXPECT_EQ(program_->Model().Gauges[7].GaugeFunction1, 0);
+  EXPECT_EQ(list->topLevelItem(0)->text(2), "Not Assigned");
+  Control<QSpinBox>(dialog, "boxInstance1")->setValue(3);
+  EXPECT_EQ(list->topLevelItem(0)->text(3), "3 #");
+  Control<QCheckBox>(dialog, "Option128")->click();
+  EXPECT_EQ(program_->Model().Gauges[7].GaugeSetting5, 0x80);
+
+  ClickIn(dialog, "CmdCalibrate1");
+  QWidget* calibrate = dialog->findChild<QWidget*>("frmCalibrate");
+  ASSERT_NE(calibrate, nullptr);
+  EXPECT_EQ(calibrate->windowTitle(), "Current Plate Calibration Settings");
+  EXPECT_EQ(LabelText(calibrate, "LabelFunction"), "Simulator Function Nr: 000");
+  Press(calibrate, Qt::Key_Escape);
+  Settle();
+  boxes_.answers = {kAnswerYes};
+  ClickIn(dialog, "cmdDelete");
+  Settle();
+  EXPECT_EQ(list->topLevelItemCount(), 0);
+  EXPECT_EQ(Other("frmInstrument"), nullptr);
+}
+
+TEST_F(ConfigureFormTest, APlateIsMadeTakenFromTheNeedleAndSaved) {
+  Open();
+  Click("cmdPlates");
+  QWidget* form = Other("frmCalibrate");
+  ASSERT_NE(form, nullptr);
+  ClickIn(form, "CmdCreateNewPlate");
+  EXPECT_EQ(form->windowTitle(), "Creating New Plate Calibration");
+  const auto type = [&](const char* name, const char* text) {
+    auto* edit = Control<QLineEdit>(form, name);
+    edit->clear();
+    for (const char* c = text; *c != 0; ++c) Press(edit, 0, QString(QChar(*c)));
+  };
+  type("CalMinimumValue", "0");
+  type("boxNeedle0", "20");
+  type("boxValue1", "50");
+  for (const char* jog : {"cmdJogPlus100", "cmdJogPlus10", "cmdJogMinus1"}) ClickIn(form, jog);
+  EXPECT_EQ(LabelText(form, "BoxPosition"), "129");
+  EXPECT_EQ(LabelText(form, "LabelCheck"), "At valuebox 1: Needle position is empty; Please correct.");
+  ClickIn(form, "cmdTakeNeedle");
+  EXPECT_EQ(LabelText(form, "LabelCheck"), "");
+  boxes_.answers = {kAnswerNo};
+  form->close();
+  EXPECT_EQ(boxes_.asked.back(), "Updates are not saved; Continue anyway?");
+  ASSERT_NE(Other("frmCalibrate"), nullptr);
+  type("PlateName", "Fuel");
+  ClickIn(form, "CmdSaveNewPlate");
+  ASSERT_EQ(program_->Model().PlateCount(), 2);
+  EXPECT_EQ(program_->Model().Plates[1].Name, "Fuel");
+  EXPECT_EQ(program_->Model().Plates[1].Position[3], 129);
+  form->close();
+  Settle();
+  EXPECT_EQ(Other("frmCalibrate"), nullptr);
+}
+
+TEST_F(ConfigureFormTest, TheTestConsoleSendsAndAdds) {
+  Open();
+  Click("cmdTestGauges");
+  QWidget* form = Other("frmTestGauges");
+  ASSERT_NE(form, nullptr);
+  ClickIn(form, "cmdPollGauge");
+  EXPECT_EQ(boxes_.shown.back(), "No new GaugeID");
+  ClickIn(form, "CmdPlusTen");
+  ClickIn(form, "cmdplusone");
+  EXPECT_EQ(Control<QLineEdit>(form, "ManualGaugeID")->text(), "11");
+  ClickIn(form, "cmdPollGauge");
+  EXPECT_EQ(LabelText(form, "Text7"), "-- No reply --");
+  EXPECT_TRUE(form->isVisible());
+  auto* kinds = Control<QComboBox>(form, "ComboGaugeType");
+  kinds->setCurrentIndex(kinds->findData(101));
+  boxes_.answers = {kAnswerYes};
+  ClickIn(form, "cmdAddToConfig");
+  EXPECT_EQ(program_->Model().Gauges[11].GaugeType, 101);
+  EXPECT_EQ(Control<QTreeWidget>(Configuration(), "Configlist")->topLevelItemCount(), 2);
+}
+
+TEST_F(ConfigureFormTest, WithoutAnOpenBusTheSearchSaysWhy) {
+  Open();
+  Click("cmdStartTest");
+  EXPECT_EQ(boxes_.shown.back(),
+            "The gauge bus cannot be searched. not used: no COM port is chosen in the configuration");
+}
+
 TEST_F(ConfigureFormTest, NothingIsClipped) {
   Open();
   ExpectNothingClipped(Configuration());
+  const char* const openers[][2] = {{"cmdSaveConfig", "SaveConfig"},
+                                    {"cmdPlates", "frmCalibrate"},
+                                    {"cmdTestGauges", "frmTestGauges"},
+                                    {"cmdAdapters", "frmAdapters"}};
+  for (const auto& [button, name] : openers) {
+    Click(button);
+    ASSERT_NE(Other(name), nullptr) << name;
+    ExpectNothingClipped(Other(name));
+    Press(Other(name), Qt::Key_Escape);
+    Settle();
+    EXPECT_EQ(Other(name), nullptr) << name;
+  }
+}
+
+// Every kind of instrument has a dialog that can be shown.
+TEST_F(ConfigureFormTest, EveryInstrumentsDialogShows) {
+  Open();
+  for (const int code : {1,   2,   3,   8,   10,  101, 103, 104, 105, 106, 108, 109,
+                         110, 112, 113, 120, 121, 122, 123, 124, 125, 130, 140, 77}) {
+    program_->Model().Gauges[7].GaugeType = static_cast<Byte>(code);
+    program_->Configuration().OpenGauge(7);
+    ASSERT_NE(Other("frmInstrument"), nullptr) << code;
+    ExpectNothingClipped(Other("frmInstrument"));
+    Press(Other("frmInstrument"), Qt::Key_Escape);
+    Settle();
+  }
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ TEST_F(InstrumentControlTest, RefusesWhatTheRecordCannotHold) {
 TEST_F(InstrumentControlTest, ReadsTheLiveInstrument) {
   control.Open(7);
   EXPECT_TRUE(control.Read());
-  EXPECT_EQ(control.Identity(), "Digital/Analogue Altimeter , model 2, version 20");
+  EXPECT_EQ(control.Identity(), "Digital/Analogue Altimeter, model 2, version 20");
   ASSERT_EQ(control.Readings().size(), 2u);
   EXPECT_EQ(control.Readings()[0].label, "Pressure setting");
   EXPECT_EQ(model.GaugeState[7], GaugeConnection::Connected);

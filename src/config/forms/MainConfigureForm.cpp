@@ -5,7 +5,6 @@
 #include <QRegularExpressionValidator>
 #include <QSignalBlocker>
 
-#include "config/GaugeList.h"
 #include "config/MainConfigureControl.h"
 #include "config/NameTables.h"
 #include "ui/Look.h"
@@ -15,6 +14,7 @@ namespace {
 
 constexpr int kOfferedPorts = 16;  // COM numbers offered, and the one in use where it is higher
 constexpr int kSlowInterval = 250;
+constexpr int kTickMs = 50;
 
 struct ComRow {
   const char* caption;
@@ -60,16 +60,11 @@ QLineEdit* AddEdit(QGridLayout* grid, int row, const char* name, const QString& 
 
 }  // namespace
 
-MainConfigureForm::MainConfigureForm(ConfigModel& model, ConfigFile& file, MessageBoxes& boxes,
-                                     Surroundings surroundings, QWidget* parent)
-    : Form("FrmMainConfigure", parent),
-      model_(model),
-      file_(file),
-      boxes_(boxes),
-      surroundings_(std::move(surroundings)) {
+MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
+                                     QWidget* parent)
+    : Form("FrmMainConfigure", parent), model_(model), boxes_(boxes), surroundings_(std::move(surroundings)) {
   setWindowTitle(tr("Configuration"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
-  FillNameTables(model_);
   CurrentConfigFile = MakeLabel("CurrentConfigFile");
   CurrentConfigFile->setWordWrap(true);
   auto* left = new QVBoxLayout;
@@ -91,8 +86,14 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, ConfigFile& file, Messa
   column->addWidget(CurrentConfigFile);
   column->addLayout(top);
   column->addWidget(MakeGaugePanel(), 1);
+  column->addLayout(MakeOpeners());
   column->addLayout(MakeButtons());
-  LoadValues();
+  Timer1.setObjectName("Timer1");
+  connect(&Timer1, &QTimer::timeout, this, [this] { surroundings_.tick(); });
+  Timer1.start(kTickMs);
+  Rebuild();
+  ShowSearch({});
+  resize(sizeHint().width(), look::Margin() * 58);
   comLines_.front().choice->setFocus();
 }
 
@@ -120,6 +121,11 @@ QWidget* MainConfigureForm::MakeComPanel() {
     grid->addWidget(set, row++, 3);
   }
   grid->setColumnStretch(2, 1);
+  auto* adapters = new QHBoxLayout;
+  adapters->addStretch(1);
+  Opener(adapters, "cmdAdapters", tr("Adapters..."),
+         tr("Which adapters are plugged in, and their COM numbers"), surroundings_.adapters);
+  grid->addLayout(adapters, row, 0, 1, -1);
   return panel;
 }
 
@@ -160,12 +166,12 @@ QWidget* MainConfigureForm::MakeTimingPanel() {
   BoxXferTimerProcess->setMinimumWidth(look::Margin() * 3);
   BoxXferTimerProcess->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   QPushButton* slow = MakeButton("CmdSet250", tr("250"), tr("Sets the interval to 250 milliseconds"));
-  QLabel* caption = MakeLabel("LabelXferTimer", tr("&Transfer interval, ms"));
+  QLabel* caption = MakeLabel("LabelXferTimer", tr("Transfer interval, &ms"));
   caption->setBuddy(SliderXferTtimerProcess);
   ComboLights = new QComboBox;
   ComboLights->setObjectName("ComboLights");
   for (const LightsMode& mode : kLightsModes) ComboLights->addItem(ToText(mode.name));
-  QLabel* lights = MakeLabel("LabelLights", tr("&Lights of the instruments"));
+  QLabel* lights = MakeLabel("LabelLights", tr("Lig&hts of the instruments"));
   lights->setBuddy(ComboLights);
   grid->addWidget(caption, 1, 0);
   grid->addWidget(SliderXferTtimerProcess, 1, 1);
@@ -191,46 +197,110 @@ QWidget* MainConfigureForm::MakeGaugePanel() {
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
   column->setSpacing(look::Gap());
-  Configlist = new QTreeWidget;
-  Configlist->setObjectName("Configlist");
-  Configlist->setRootIsDecorated(false);
-  Configlist->setAllColumnsShowFocus(true);
-  Configlist->setHeaderLabels({tr("ID"),
-                               tr("Instrument"),
-                               tr("Function"),
-                               {},
-                               tr("Second Function"),
-                               {},
-                               tr("Model"),
-                               tr("Version"),
-                               tr("State")});
+  Configlist = new GaugeTable("Configlist");
   Configlist->setMinimumHeight(look::Margin() * 8);
-  QLabel* caption = MakeLabel("LabelGauges", tr("Gauges of this &cockpit"), "caption");
+  Configlist->SetOpened([this](int gaugeID) {
+    if (!searching_) surroundings_.openGauge(gaugeID);
+  });
+  QLabel* caption = MakeLabel("LabelGauges", tr("Gauges of this coc&kpit"), "caption");
   caption->setBuddy(Configlist);
   column->addWidget(caption);
   column->addWidget(Configlist, 1);
+  column->addLayout(MakeSearchRow());
+  LabelSearch = MakeLabel("LabelSearch");
+  LabelSearch->setWordWrap(true);
+  LabelSearch->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  column->addWidget(LabelSearch);
   return panel;
 }
 
-QLayout* MainConfigureForm::MakeButtons() {
-  cmdClearConfig = MakeButton("cmdClearConfig", tr("Clear all gauges..."),
-                              tr("Takes every gauge out of the configuration; asks first"));
-  cmdSaveConfig = MakeButton("cmdSaveConfig", tr("&Save"), tr("Writes the configuration to its file"));
-  look::SetRole(cmdSaveConfig, "primary");
-  CmdClose = MakeButton("CmdClose", tr("Close"), tr("Back to the start form (Escape)"));
-  connect(cmdClearConfig, &QPushButton::clicked, this, &MainConfigureForm::cmdClearConfig_Click);
-  connect(cmdSaveConfig, &QPushButton::clicked, this, &MainConfigureForm::cmdSaveConfig_Click);
-  connect(CmdClose, &QPushButton::clicked, this, &MainConfigureForm::CmdClose_Click);
+QLayout* MainConfigureForm::MakeSearchRow() {
+  cmdStartTest = MakeButton("cmdStartTest", tr("&Find gauges"),
+                            tr("Asks every address of the gauge bus, 0 to 255; about 20 seconds"));
+  connect(cmdStartTest, &QPushButton::clicked, this, &MainConfigureForm::cmdStartTest_Click);
+  ProgressBar1 = new QProgressBar;
+  ProgressBar1->setObjectName("ProgressBar1");
+  ProgressBar1->setToolTip(tr("Addresses that have been asked, of 256"));
+  LabelBus = MakeLabel("LabelBus", {}, "caption");
+  QPushButton* clear = MakeButton("cmdClearConfig", tr("Clear all gauges..."),
+                                  tr("Takes every gauge out of the configuration; asks first"));
+  connect(clear, &QPushButton::clicked, this, &MainConfigureForm::cmdClearConfig_Click);
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
-  row->addWidget(cmdClearConfig);
-  row->addStretch(1);
-  row->addWidget(cmdSaveConfig);
-  row->addWidget(CmdClose);
+  row->addWidget(cmdStartTest);
+  row->addWidget(ProgressBar1, 1);
+  row->addWidget(LabelBus, 1);
+  Opener(row, "cmdTestGauges", tr("Test a gauge..."), tr("Talks to one address by hand"),
+         surroundings_.testGauges);
+  row->addWidget(clear);
   return row;
 }
 
-void MainConfigureForm::LoadValues() {
+void MainConfigureForm::Opener(QBoxLayout* row, const char* name, const QString& text, const QString& tip,
+                               const std::function<void()>& open) {
+  QPushButton* button = MakeButton(name, text, tip);
+  connect(button, &QPushButton::clicked, this, [open] {
+    if (open) open();
+  });
+  button->setVisible(static_cast<bool>(open));
+  row->addWidget(button);
+}
+
+QLayout* MainConfigureForm::MakeOpeners() {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  Opener(row, "cmdGetOffset", tr("Fun&ctions..."), tr("The values that are exchanged with the simulator"),
+         surroundings_.functions);
+  Opener(row, "cmdPlates", tr("Pla&tes..."), tr("The calibrations of the gauge faces"), surroundings_.plates);
+  Opener(row, "cmdGotoIOM", tr("IO module 1..."), tr("Its switches, inputs and outputs"),
+         surroundings_.ioModule1);
+  Opener(row, "cmdGotoIOM2", tr("IO module 2..."), tr("Its switches, inputs and outputs"),
+         surroundings_.ioModule2);
+  Opener(row, "cmdGotoEC", tr("Engine cluster..."), tr("Its channels"), surroundings_.engineCluster);
+  Opener(row, "cmdGotoFFB", tr("Yokes..."), tr("The force-feedback yokes"), surroundings_.yokes);
+  Opener(row, "cmdTestXplaneInterface", tr("Test &X-Plane..."),
+         tr("The link to the simulator, datagram by datagram"), surroundings_.testXplane);
+  row->addStretch(1);
+  return row;
+}
+
+QLayout* MainConfigureForm::MakeButtons() {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(MakeThemeButton());
+  row->addStretch(1);
+  Opener(row, "cmdSaveConfig", tr("&Save and load..."),
+         tr("Configuration files: save, load, delete, import, start-up"), surroundings_.saveConfig);
+  QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the start form (Escape)"));
+  connect(close, &QPushButton::clicked, this, &MainConfigureForm::CmdClose_Click);
+  row->addWidget(close);
+  return row;
+}
+
+void MainConfigureForm::cmdStartTest_Click() {
+  searching_ ? surroundings_.cancelSearch() : surroundings_.startSearch();
+}
+
+void MainConfigureForm::ShowSearch(const SearchView& view) {
+  searching_ = view.running;
+  cmdStartTest->setText(view.running ? tr("Cancel") : tr("&Find gauges"));
+  ProgressBar1->setVisible(view.running);
+  ProgressBar1->setRange(0, view.addresses);
+  ProgressBar1->setValue(view.done);
+  LabelBus->setVisible(!view.running);
+  SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
+  std::string text = view.summary;
+  for (const std::string& remark : view.remarks) text += "\n" + remark;
+  if (text.empty() && Configlist->topLevelItemCount() == 0) {
+    text = "No gauge yet: give the gauge bus its port, then find the gauges.";
+  }
+  SetTextIfChanged(LabelSearch, text);
+  LabelSearch->setVisible(!text.empty());
+  Configlist->Fill(model_);
+}
+
+void MainConfigureForm::Rebuild() {
+  FillNameTables(model_);
   const GeneralRecord& general = model_.General;
   CurrentConfigFile->setText(tr("Configuration file: ") + ToText(model_.ConfigFileName));
   for (const ComLine& line : comLines_) ShowPort(line);
@@ -246,7 +316,8 @@ void MainConfigureForm::LoadValues() {
   BoxXferTimerProcess->setText(QString::number(general.TransferInterval));
   const auto mode = LightsModeIndex(model_);
   ComboLights->setCurrentIndex(mode ? static_cast<int>(*mode) : -1);
-  FillGauges();
+  Configlist->Fill(model_);
+  SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
 }
 
 void MainConfigureForm::ShowPort(const ComLine& line) {
@@ -269,19 +340,12 @@ void MainConfigureForm::OfferSet(const ComLine& line) {
 }
 
 void MainConfigureForm::SetPort(const ComLine& line) {
-  model_.General.*line.field = static_cast<std::int16_t>(line.choice->currentData().toInt());
+  const auto number = static_cast<std::int16_t>(line.choice->currentData().toInt());
+  surroundings_.withPortsClosed([this, &line, number] { model_.General.*line.field = number; });
   model_.ConfigChanged = true;
   SetTextIfChanged(line.current, PortText(model_.General.*line.field));
   OfferSet(line);
-}
-
-void MainConfigureForm::FillGauges() {
-  Configlist->clear();
-  for (const std::string& line : GaugeLines(model_)) {
-    Configlist->addTopLevelItem(new QTreeWidgetItem(ToText(line).split('\t')));
-  }
-  for (int column = 0; column < Configlist->columnCount(); ++column)
-    Configlist->resizeColumnToContents(column);
+  SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
 }
 
 void MainConfigureForm::cmdSetUDP_Click() {
@@ -294,18 +358,7 @@ void MainConfigureForm::cmdClearConfig_Click() {
   if (boxes_.Ask("This will clear all gauge assignments and settings!\r\nContinue anyway?") == kAnswerNo)
     return;
   ClearAllGauges(model_);
-  LoadValues();
-}
-
-void MainConfigureForm::cmdSaveConfig_Click() {
-  model_.ConfigLoadFailed = false;
-  model_.General.ConfigHeader = surroundings_.header();
-  if (!file_.SaveConfigFile()) {
-    boxes_.Show("file cannot be overwritten");
-    return;
-  }
-  model_.ConfigChanged = false;
-  boxes_.Show("File saved as: " + model_.ConfigFileName);
+  Rebuild();
 }
 
 void MainConfigureForm::CmdClose_Click() {

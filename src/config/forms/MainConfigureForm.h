@@ -4,13 +4,16 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QRadioButton>
 #include <QSlider>
-#include <QTreeWidget>
+#include <QTimer>
 #include <functional>
 #include <string>
+#include <vector>
 
-#include "config/ConfigFile.h"
+#include "config/Model.h"
+#include "config/forms/GaugeTable.h"
 #include "platform/Host.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
@@ -20,15 +23,31 @@ namespace tvx {
 class MainConfigureForm : public Form {
   Q_OBJECT
  public:
-  // What the form asks of the program around it.
+  // What the form asks of the program around it. Openers of other forms may be empty: their button is hidden.
   struct Surroundings {
-    std::function<std::string()> header;       // the header line for a file saved now
     std::function<std::string(int)> deviceOf;  // the device behind a COM number, in words
-    std::function<void()> closed;              // the user has closed the form
+    // Runs its argument, which changes a port's number, while no port is open.
+    std::function<void(const std::function<void()>&)> withPortsClosed;
+    std::function<std::string()> busWords;  // how the gauge bus stands
+    std::function<void()> tick;             // every 50 ms
+    std::function<void()> startSearch, cancelSearch;
+    std::function<void(int)> openGauge;  // the dialog of a gauge
+    std::function<void()> saveConfig, functions, plates, testGauges, adapters, testXplane;
+    std::function<void()> ioModule1, ioModule2, engineCluster, yokes;
+    std::function<void()> closed;  // the user has closed the form
+  };
+  // How the search stands.
+  struct SearchView {
+    bool running = false;
+    int done = 0, addresses = 256;
+    std::string summary;
+    std::vector<std::string> remarks;
   };
   // `parent`, if there is one, waits until the form is closed.
-  MainConfigureForm(ConfigModel& model, ConfigFile& file, MessageBoxes& boxes, Surroundings surroundings,
-                    QWidget* parent);
+  MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings, QWidget* parent);
+  void ShowSearch(const SearchView& view);
+  // Shows the model as it is now, as on opening.
+  void Rebuild();
 
  protected:
   void CloseAsked() override { CmdClose_Click(); }
@@ -47,19 +66,20 @@ class MainConfigureForm : public Form {
   QWidget* MakeUdpPanel();
   QWidget* MakeTimingPanel();
   QWidget* MakeGaugePanel();
+  QLayout* MakeSearchRow();
+  QLayout* MakeOpeners();
   QLayout* MakeButtons();
-  void LoadValues();
-  void FillGauges();
+  void Opener(QBoxLayout* row, const char* name, const QString& text, const QString& tip,
+              const std::function<void()>& open);
   void ShowPort(const ComLine& line);
   void OfferSet(const ComLine& line);
   void SetPort(const ComLine& line);
   void cmdSetUDP_Click();
   void cmdClearConfig_Click();
-  void cmdSaveConfig_Click();
+  void cmdStartTest_Click();
   void CmdClose_Click();
 
   ConfigModel& model_;
-  ConfigFile& file_;
   MessageBoxes& boxes_;
   Surroundings surroundings_;
   bool asking_ = false;
@@ -72,8 +92,12 @@ class MainConfigureForm : public Form {
   QSlider* SliderXferTtimerProcess;
   QLabel* BoxXferTimerProcess;
   QComboBox* ComboLights;
-  QTreeWidget* Configlist;
-  QPushButton *cmdClearConfig, *cmdSaveConfig, *CmdClose;
+  GaugeTable* Configlist;
+  QPushButton* cmdStartTest;
+  QProgressBar* ProgressBar1;
+  QLabel *LabelSearch, *LabelBus;
+  bool searching_ = false;
+  QTimer Timer1;
 };
 
 }  // namespace tvx

@@ -1,0 +1,82 @@
+// The configuration: its forms, the logic behind them, and the gauge bus while they are open.
+#pragma once
+
+#include <QPointer>
+#include <functional>
+
+#include "config/SaveControl.h"
+#include "config/forms/AdaptersForm.h"
+#include "config/forms/CalibrateForm.h"
+#include "config/forms/MainConfigureForm.h"
+#include "config/forms/SaveConfigForm.h"
+#include "core/RunControl.h"
+#include "hwbus/GaugeConsole.h"
+#include "hwbus/GaugeSearch.h"
+#include "hwbus/LiveNeedle.h"
+#include "hwbus/forms/TestGaugesForm.h"
+#include "instruments/InstrumentControl.h"
+#include "instruments/forms/InstrumentForm.h"
+
+namespace tvx {
+
+// While the main configuration form is open, the serial ports are open, and the transmit slot is emptied:
+// Tick must be called about every 20 ms.
+class ConfigurationForms {
+ public:
+  struct Parts {
+    ConfigModel& model;
+    ConfigFile& file;
+    MessageBoxes& boxes;
+    Serial& serial;
+    RunControl& run;
+    Peripherals& peripherals;
+    SerialDevices& devices;
+    std::function<std::string()> header;  // the header line of a file saved now
+    std::function<void()> closed;         // the user has closed the main form
+  };
+  explicit ConfigurationForms(Parts parts);
+
+  // Set before Show; without one its button is hidden.
+  std::function<void()> OpenFunctions, OpenXplaneTest;
+
+  // Shows the main form; `parent` waits until it is closed.
+  void Show(QWidget* parent);
+  // Takes every form away, asking nothing.
+  void Unload();
+  // After Serial::TickTransmit.
+  void Tick();
+
+  // The dialog of a gauge; only while the main form is open.
+  void OpenGauge(int gaugeID);
+
+  MainConfigureForm* MainForm() const { return main_; }
+  // Shows the model anew, after another form has changed it.
+  void Refresh();
+
+ private:
+  MainConfigureForm::Surroundings MainSurroundings();
+  std::function<void()> PeripheralOpener(PeripheralKind kind, bool configured);
+  template <typename FormType, typename... Arguments>
+  void ShowForm(QPointer<FormType>& form, Arguments&&... arguments);
+  std::string DeviceOf(int comNumber) const;
+  std::string BusWords() const;
+  void OpenPlates(int gaugeID, int needle, QWidget* parent);
+  void ShowSearch();
+  void LeaveBus();
+
+  Parts parts_;
+  SaveControl save_;
+  GaugeSearch search_;
+  GaugeConsole console_;
+  LiveNeedle needle_;
+  InstrumentControl instrument_;
+  std::vector<SerialDevice> devices_;  // as they were when the main form was last built
+  QPointer<MainConfigureForm> main_;
+  QPointer<SaveConfigForm> saveForm_;
+  QPointer<AdaptersForm> adaptersForm_;
+  QPointer<CalibrateForm> calibrateForm_;
+  QPointer<InstrumentForm> instrumentForm_;
+  QPointer<TestGaugesForm> testForm_;
+};
+
+}  // namespace tvx

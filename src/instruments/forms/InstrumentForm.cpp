@@ -1,0 +1,333 @@
+#include "instruments/forms/InstrumentForm.h"
+
+#include <QCheckBox>
+#include <QIntValidator>
+#include <QPointer>
+#include <QSignalBlocker>
+
+#include "config/forms/FunctionItems.h"
+#include "instruments/Instrument.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
+  auto* grid = new QGridLayout(panel);
+  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
+  grid->setSpacing(look::Gap());
+  grid->addWidget(MakeLabel(name, title, "caption"), 0, 0, 1, -1);
+  grid->setColumnStretch(1, 1);
+  return grid;
+}
+
+void AddCaption(QGridLayout* grid, int row, const QString& text, QWidget* buddy) {
+  QLabel* caption = MakeLabel("", text);
+  caption->setObjectName(buddy->objectName() + "Caption");
+  caption->setBuddy(buddy);
+  grid->addWidget(caption, row, 0);
+}
+
+}  // namespace
+
+InstrumentForm::InstrumentForm(ConfigModel& model, InstrumentControl& control, Surroundings surroundings,
+                               QWidget* parent)
+    : Form("frmInstrument", parent),
+      model_(model),
+      control_(control),
+      surroundings_(std::move(surroundings)) {
+  if (parent != nullptr) setWindowModality(Qt::WindowModal);
+  LabelGauge = MakeLabel("LabelGauge", {}, "title");
+  QLabel* purpose = MakeLabel("LabelPurpose", ToText(control_.Description().purpose));
+  purpose->setWordWrap(true);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addWidget(LabelGauge);
+  column->addWidget(purpose);
+  column->addWidget(MakeSettingsPanel());
+  column->addWidget(MakeLivePanel());
+  column->addStretch(1);
+  column->addLayout(MakeButtons());
+  // Wide enough for the wrapped texts to keep to two lines, and high enough for those.
+  setMinimumWidth(std::max(look::Margin() * 42, minimumSizeHint().width()));
+  Refresh();
+  setMinimumHeight(column->totalHeightForWidth(minimumWidth()));
+}
+
+QWidget* InstrumentForm::MakeSettingsPanel() {
+  QFrame* panel = MakePanel("PanelSettings");
+  QGridLayout* grid = GridIn(panel, tr("What it shows and does"), "LabelSettings");
+  const InstrumentDescription& d = control_.Description();
+  int row = 1;
+  for (const int needle : {1, 2}) {
+    const FunctionField& function = needle == 1 ? d.function1 : d.function2;
+    if (!function.label.empty()) row = AddFunction(grid, row, needle, function);
+    const auto index = static_cast<std::size_t>(needle - 1);
+    if (index < d.plates.size()) row = AddPlate(grid, row, needle, d.plates[index]);
+  }
+  for (const OptionField& option : d.options) row = AddOption(grid, row, option);
+  row = AddNumbers(grid, row);
+  AddOption(grid, row,
+            {"Takes no lighting", "The face is lit only where all faces are always lit", kOptionUnlit});
+  return panel;
+}
+
+int InstrumentForm::AddFunction(QGridLayout* grid, int row, int needle, const FunctionField& field) {
+  const QString suffix = QString::number(needle);
+  auto* sequence = new QSpinBox;
+  sequence->setObjectName("boxInstance" + suffix);
+  sequence->setRange(0, 4);
+  sequence->setPrefix(tr("# "));
+  sequence->setToolTip(tr("Sequence number, 1 to 4: which source of the Function; 0 counts as 1"));
+  connect(sequence, &QSpinBox::valueChanged, this, [this, needle](int value) {
+    control_.SetSequence(needle, value);
+    surroundings_.changed();
+  });
+  refreshers_.emplace_back([this, sequence, needle] {
+    const QSignalBlocker quiet(sequence);
+    sequence->setValue(needle == 2 ? control_.Record().GaugeInstance2 : control_.Record().GaugeInstance1);
+  });
+  if (!field.number) {
+    sequence->setToolTip(ToText(field.tip));
+    AddCaption(grid, row, ToText(field.label), sequence);
+    grid->addWidget(sequence, row, 1, Qt::AlignLeft);
+    return row + 1;
+  }
+  auto* function = new SearchCombo("", ToText(field.tip) + tr(". Type a part of its number or name"));
+  function->setObjectName("ComboFunction" + suffix);
+  function->SetPicked([this, needle](int number) {
+    control_.SetFunction(needle, number);
+    surroundings_.changed();
+  });
+  refreshers_.emplace_back([this, function, needle, offset = field.offset] {
+    auto items = FunctionItems(model_);
+    if (offset != 0) {
+      std::erase_if(items, [offset](const auto& item) { return item.first != 0 && item.first <= offset; });
+      for (auto& item : items) item.first -= item.first == 0 ? 0 : offset;
+    }
+    function->SetItems(items);
+    function->SetValue(needle == 2 ? control_.Record().GaugeFunction2 : control_.Record().GaugeFunction1);
+  });
+  AddCaption(grid, row, ToText(field.label), function);
+  grid->addWidget(function, row, 1);
+  grid->addWidget(sequence, row, 2);
+  return row + 1;
+}
+
+int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const PlateField& field) {
+  auto* plate = new SearchCombo("", tr("The calibration of the face: values and needle positions"));
+  plate->setObjectName("ComboPlate" + QString::number(needle));
+  plate->SetPicked([this, needle](int number) {
+    control_.SetPlate(needle, number);
+    surroundings_.changed();
+  });
+  refreshers_.emplace_back([this, plate, needle] {
+    plate->SetItems(PlateItems());
+    plate->SetValue(needle == 2 ? control_.Record().GaugeSetting4 : control_.Record().GaugeSetting3);
+  });
+  QPushButton* calibrate =
+      MakeButton("", tr("Calibrate..."), tr("Edits the Plate with the live needle beside it"));
+  calibrate->setObjectName("CmdCalibrate" + QString::number(needle));
+  connect(calibrate, &QPushButton::clicked, this,
+          [this, needle] { surroundings_.calibrate(control_.GaugeID(), needle); });
+  AddCaption(grid, row, ToText(field.label), plate);
+  grid->addWidget(plate, row, 1);
+  grid->addWidget(calibrate, row, 2);
+  return row + 1;
+}
+
+std::vector<std::pair<int, QString>> InstrumentForm::PlateItems() const {
+  std::vector<std::pair<int, QString>> items;
+  for (int i = 0; i < model_.PlateCount() && i < 256; ++i) {
+    items.emplace_back(i, ToText(FormatNumberText(i, "000")) + "  " + ToText(model_.PlateOf(i)->Name));
+  }
+  return items;
+}
+
+int InstrumentForm::AddOption(QGridLayout* grid, int row, const OptionField& field) {
+  const QString name = "Option" + QString::number(field.mask);
+  if (field.choices.empty()) {
+    auto* box = new QCheckBox(ToText(field.label));
+    box->setObjectName(name);
+    box->setToolTip(ToText(field.tip));
+    connect(box, &QCheckBox::clicked, this, [this, mask = field.mask](bool on) {
+      control_.SetOption(mask, on ? mask : 0);
+      surroundings_.changed();
+    });
+    refreshers_.emplace_back(
+        [this, box, mask = field.mask] { box->setChecked((control_.Record().GaugeSetting5 & mask) != 0); });
+    grid->addWidget(box, row, 1, 1, 2);
+    return row + 1;
+  }
+  auto* list = new QComboBox;
+  list->setObjectName(name);
+  list->setToolTip(ToText(field.tip));
+  for (const OptionChoice& choice : field.choices) list->addItem(ToText(choice.name), choice.value);
+  connect(list, &QComboBox::activated, this, [this, list, mask = field.mask](int index) {
+    control_.SetOption(mask, list->itemData(index).toInt());
+    surroundings_.changed();
+  });
+  refreshers_.emplace_back([this, list, mask = field.mask] {
+    list->setCurrentIndex(list->findData(control_.Record().GaugeSetting5 & mask));
+  });
+  AddCaption(grid, row, ToText(field.label), list);
+  grid->addWidget(list, row, 1, 1, 2);
+  return row + 1;
+}
+
+// The model where it matters, and the number of GaugeSetting6 where the instrument has one.
+int InstrumentForm::AddNumbers(QGridLayout* grid, int row) {
+  const InstrumentDescription& d = control_.Description();
+  if (!d.models.empty()) {
+    auto* models = new QComboBox;
+    models->setObjectName("ComboModel");
+    models->setToolTip(tr("The model that the instrument reports"));
+    for (const OptionChoice& choice : d.models) models->addItem(ToText(choice.name), choice.value);
+    connect(models, &QComboBox::activated, this, [this, models](int index) {
+      control_.SetModel(models->itemData(index).toInt());
+      surroundings_.changed();
+    });
+    refreshers_.emplace_back(
+        [this, models] { models->setCurrentIndex(models->findData(control_.Record().GaugeSetting1)); });
+    AddCaption(grid, row, tr("Model"), models);
+    grid->addWidget(models, row++, 1, 1, 2);
+  }
+  if (!d.setting6.empty()) {
+    auto* number = new QSpinBox;
+    number->setObjectName("boxSetting6");
+    number->setRange(0, kFunctions - 1);
+    number->setToolTip(ToText(d.setting6));
+    connect(number, &QSpinBox::valueChanged, this, [this](int value) {
+      control_.SetSetting6(value);
+      surroundings_.changed();
+    });
+    refreshers_.emplace_back([this, number] {
+      const QSignalBlocker quiet(number);
+      number->setValue(control_.Record().GaugeSetting6);
+    });
+    AddCaption(grid, row, ToText(d.setting6), number);
+    grid->addWidget(number, row++, 1, Qt::AlignLeft);
+  }
+  return row;
+}
+
+QWidget* InstrumentForm::MakeLivePanel() {
+  QFrame* panel = MakePanel("PanelLive");
+  QGridLayout* grid = GridIn(panel, tr("The instrument itself"), "LabelLive");
+  QPushButton* read =
+      MakeButton("cmdRead", tr("&Read"), tr("Asks the live instrument to report (at most a second)"));
+  connect(read, &QPushButton::clicked, this, &InstrumentForm::cmdRead_Click);
+  LabelIdentity = MakeLabel("LabelIdentity", tr("Not read yet"));
+  LabelReadings = MakeLabel("LabelReadings");
+  LabelReadings->setWordWrap(true);
+  grid->addWidget(read, 1, 0);
+  grid->addWidget(LabelIdentity, 1, 1, 1, 2);
+  grid->addWidget(LabelReadings, 2, 1, 1, 2);
+  boxNewGaugeID = new QLineEdit;
+  boxNewGaugeID->setObjectName("boxNewGaugeID");
+  boxNewGaugeID->setValidator(new QIntValidator(0, kGauges - 1, boxNewGaugeID));
+  boxNewGaugeID->setMaximumWidth(look::Margin() * 6);
+  boxNewGaugeID->setToolTip(tr("A free address, 0 to 255"));
+  QPushButton* write = MakeButton("cmdSetNewGaugeID", tr("&Write"),
+                                  tr("Gives the live instrument this address; its settings go with it"));
+  connect(write, &QPushButton::clicked, this, &InstrumentForm::cmdSetNewID_Click);
+  AddCaption(grid, 3, tr("New &GaugeID"), boxNewGaugeID);
+  grid->addWidget(boxNewGaugeID, 3, 1);
+  grid->addWidget(write, 3, 2);
+  if (!control_.Description().trials.empty()) AddTrial(grid, 4);
+  return panel;
+}
+
+void InstrumentForm::AddTrial(QGridLayout* grid, int row) {
+  ComboTrial = new QComboBox;
+  ComboTrial->setObjectName("ComboTrial");
+  ComboTrial->setToolTip(tr("What to try on the live instrument"));
+  for (const TrialField& trial : control_.Description().trials) ComboTrial->addItem(ToText(trial.label));
+  boxTrialValue = new QSpinBox;
+  boxTrialValue->setObjectName("boxTrialValue");
+  LabelTrialUnit = MakeLabel("LabelTrialUnit", {}, "caption");
+  QPushButton* send = MakeButton("cmdTry", tr("&Try"), tr("Shows this value on the live instrument"));
+  connect(ComboTrial, &QComboBox::currentIndexChanged, this, &InstrumentForm::ShowTrial);
+  connect(send, &QPushButton::clicked, this, [this] {
+    const auto& trials = control_.Description().trials;
+    control_.Try(trials[static_cast<std::size_t>(ComboTrial->currentIndex())], boxTrialValue->value());
+  });
+  auto* line = new QHBoxLayout;
+  line->addWidget(ComboTrial);
+  line->addWidget(boxTrialValue);
+  line->addWidget(LabelTrialUnit, 1);
+  AddCaption(grid, row, tr("Try"), ComboTrial);
+  grid->addLayout(line, row, 1);
+  grid->addWidget(send, row, 2);
+  ShowTrial();
+}
+
+void InstrumentForm::ShowTrial() {
+  const TrialField& trial =
+      control_.Description().trials[static_cast<std::size_t>(std::max(0, ComboTrial->currentIndex()))];
+  boxTrialValue->setRange(trial.lowest, trial.highest);
+  boxTrialValue->setToolTip(tr("%1 to %2 %3").arg(trial.lowest).arg(trial.highest).arg(ToText(trial.unit)));
+  SetTextIfChanged(LabelTrialUnit, trial.unit);
+}
+
+QLayout* InstrumentForm::MakeButtons() {
+  QPushButton* erase = MakeButton("cmdDelete", tr("&Delete this gauge..."),
+                                  tr("Takes it out of the configuration; asks first"));
+  QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
+  connect(erase, &QPushButton::clicked, this, &InstrumentForm::cmdDelete_Click);
+  connect(close, &QPushButton::clicked, this, &InstrumentForm::Unload);
+  auto* row = new QHBoxLayout;
+  row->addWidget(erase);
+  row->addStretch(1);
+  row->addWidget(close);
+  return row;
+}
+
+void InstrumentForm::Refresh() {
+  SetTextIfChanged(LabelGauge, ToText(control_.Title()));
+  setWindowTitle(tr("Gauge ") + ToText(control_.Title()));
+  for (const auto& refresh : refreshers_) refresh();
+  ShowReadings();
+}
+
+void InstrumentForm::ShowReadings() {
+  SetTextIfChanged(LabelIdentity,
+                   control_.Identity().empty() ? tr("Not read yet") : ToText(control_.Identity()));
+  QStringList lines;
+  for (const auto& reading : control_.Readings())
+    lines << ToText(reading.label) + ": " + ToText(reading.text);
+  SetTextIfChanged(LabelReadings, lines.join("    "));
+  LabelReadings->setVisible(!lines.isEmpty());
+}
+
+// While the reply is awaited events go on; the form must not be worked on meanwhile.
+void InstrumentForm::cmdRead_Click() {
+  const QPointer<InstrumentForm> self(this);
+  setEnabled(false);
+  control_.Read();
+  if (!self || Unloading()) return;
+  setEnabled(true);
+  ShowReadings();
+  surroundings_.changed();
+}
+
+void InstrumentForm::cmdSetNewID_Click() {
+  const QPointer<InstrumentForm> self(this);
+  setEnabled(false);
+  control_.WriteNewGaugeID(boxNewGaugeID->text().toStdString());
+  if (!self || Unloading()) return;
+  setEnabled(true);
+  Refresh();
+  surroundings_.changed();
+}
+
+void InstrumentForm::cmdDelete_Click() {
+  const QPointer<InstrumentForm> self(this);
+  const bool removed = control_.Remove();
+  if (!removed || !self || Unloading()) return;
+  Unload();
+  surroundings_.changed();
+}
+
+}  // namespace tvx

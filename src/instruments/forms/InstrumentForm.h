@@ -1,0 +1,60 @@
+// The dialog of one instrument, built from what the instrument says of itself.
+#pragma once
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <functional>
+#include <vector>
+
+#include "instruments/InstrumentControl.h"
+#include "ui/Form.h"
+#include "ui/SearchCombo.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class InstrumentForm : public Form {
+  Q_OBJECT
+ public:
+  struct Surroundings {
+    std::function<void(int gaugeID, int needle)> calibrate;
+    std::function<void()> changed;  // the gauge's record was edited, read, moved or removed
+  };
+  // Shows the gauge that `control` has open.
+  InstrumentForm(ConfigModel& model, InstrumentControl& control, Surroundings surroundings, QWidget* parent);
+  // Reads the record and the lists anew.
+  void Refresh();
+
+ protected:
+  void CloseAsked() override { Unload(); }
+  void EscapePressed() override { Unload(); }
+
+ private:
+  QWidget* MakeSettingsPanel();
+  QWidget* MakeLivePanel();
+  QLayout* MakeButtons();
+  int AddFunction(QGridLayout* grid, int row, int needle, const FunctionField& field);
+  int AddPlate(QGridLayout* grid, int row, int needle, const PlateField& field);
+  int AddOption(QGridLayout* grid, int row, const OptionField& field);
+  int AddNumbers(QGridLayout* grid, int row);
+  void AddTrial(QGridLayout* grid, int row);
+  void ShowTrial();
+  void ShowReadings();
+  void cmdRead_Click();
+  void cmdSetNewID_Click();
+  void cmdDelete_Click();
+  std::vector<std::pair<int, QString>> PlateItems() const;
+
+  ConfigModel& model_;
+  InstrumentControl& control_;
+  Surroundings surroundings_;
+  std::vector<std::function<void()>> refreshers_;  // one for each field
+  QLabel *LabelGauge = nullptr, *LabelIdentity = nullptr, *LabelReadings = nullptr, *LabelTrialUnit = nullptr;
+  QLineEdit* boxNewGaugeID = nullptr;
+  QComboBox* ComboTrial = nullptr;
+  QSpinBox* boxTrialValue = nullptr;
+};
+
+}  // namespace tvx

@@ -1,0 +1,153 @@
+#include "ui/PlatePictures.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr double kHighestPosition = 1079;
+constexpr double kPositionUp = 540;
+constexpr double kPositionsToADegree = 3;
+
+QSize Square() {
+  return {look::Margin() * 15, look::Margin() * 14};
+}
+
+QString Number(double value) {
+  return QString::number(value, 'g', 6);
+}
+
+// The direction of a needle position, right and down positive.
+QPointF Direction(double position) {
+  const double angle = (position - kPositionUp) / kPositionsToADegree / 180.0 * std::numbers::pi;
+  return {std::sin(angle), -std::cos(angle)};
+}
+
+}  // namespace
+
+PlateCurve::PlateCurve(const char* name) {
+  setObjectName(QString::fromLatin1(name));
+  setToolTip(tr("Needle position over value"));
+  setMinimumSize(Square() * 0.7);
+}
+
+void PlateCurve::SetPoints(std::vector<FacePoint> points) {
+  points_ = std::move(points);
+  update();
+}
+
+void PlateCurve::SetNeedle(int position) {
+  if (needle_ == position) return;
+  needle_ = position;
+  update();
+}
+
+QSize PlateCurve::sizeHint() const {
+  return Square();
+}
+
+void PlateCurve::paintEvent(QPaintEvent*) {
+  const look::Colours& colours = look::CurrentColours();
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const int text = painter.fontMetrics().height();
+  const QRectF area = QRectF(rect()).adjusted(text * 2.2, text / 2.0, -text / 2.0, -text * 1.3);
+  painter.setPen(QPen(colours.line, 1));
+  painter.setBrush(colours.ground);
+  painter.drawRect(area);
+  const auto y = [&area](double position) {
+    return area.bottom() - position / kHighestPosition * area.height();
+  };
+  for (const double mark : {0.0, 270.0, 540.0, 810.0, 1079.0}) {
+    painter.setPen(QPen(colours.line, 1));
+    painter.drawLine(QPointF(area.left(), y(mark)), QPointF(area.right(), y(mark)));
+    painter.setPen(colours.dim);
+    painter.drawText(QRectF(0, y(mark) - text / 2.0, area.left() - 3, text),
+                     Qt::AlignRight | Qt::AlignVCenter, QString::number(mark));
+  }
+  painter.setPen(QPen(colours.trouble, 1, Qt::DashLine));
+  painter.drawLine(QPointF(area.left(), y(needle_)), QPointF(area.right(), y(needle_)));
+  if (points_.empty()) {
+    painter.setPen(colours.dim);
+    painter.drawText(area, Qt::AlignCenter, tr("No points yet"));
+    return;
+  }
+  const auto [low, high] =
+      std::minmax_element(points_.begin(), points_.end(),
+                          [](const FacePoint& a, const FacePoint& b) { return a.value < b.value; });
+  const double span = high->value > low->value ? high->value - low->value : 1;
+  const auto x = [&](double value) { return area.left() + (value - low->value) / span * area.width(); };
+  painter.setPen(colours.dim);
+  const QRectF below(area.left(), area.bottom() + 2, area.width(), text);
+  painter.drawText(below, Qt::AlignLeft, Number(low->value));
+  painter.drawText(below, Qt::AlignRight, Number(high->value));
+  QPolygonF line;
+  for (const FacePoint& p : points_)
+    line << QPointF(x(p.value), y(std::clamp(p.position, 0.0, kHighestPosition)));
+  painter.setPen(QPen(colours.accent, 2));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPolyline(line);
+  painter.setBrush(colours.accent);
+  for (const QPointF& p : line) painter.drawEllipse(p, 3, 3);
+}
+
+PlateFace::PlateFace(const char* name) {
+  setObjectName(QString::fromLatin1(name));
+  setToolTip(tr("The face with the points of this Plate, and the needle where it was sent"));
+  setMinimumSize(Square() * 0.7);
+}
+
+void PlateFace::SetPoints(std::vector<FacePoint> points) {
+  points_ = std::move(points);
+  update();
+}
+
+void PlateFace::SetNeedle(int position) {
+  if (needle_ == position) return;
+  needle_ = position;
+  update();
+}
+
+QSize PlateFace::sizeHint() const {
+  return Square();
+}
+
+void PlateFace::paintEvent(QPaintEvent*) {
+  const look::Colours& colours = look::CurrentColours();
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double radius = std::min(width(), height()) / 2.0 - 2;
+  const QPointF centre = QRectF(rect()).center();
+  painter.setPen(QPen(colours.line, 2));
+  painter.setBrush(QColor(0x0b, 0x0d, 0x10));
+  painter.drawEllipse(centre, radius, radius);
+  const QColor print(0xe8, 0xee, 0xf3);
+  QFont font = painter.font();
+  font.setPixelSize(std::max(9, static_cast<int>(radius / 9)));
+  painter.setFont(font);
+  const double room = font.pixelSize() * 3.0;
+  for (const FacePoint& p : points_) {
+    const QPointF out = Direction(p.position);
+    painter.setPen(QPen(print, 2));
+    painter.drawLine(centre + out * radius * 0.84, centre + out * radius * 0.96);
+    painter.setPen(print);
+    const QPointF at = centre + out * radius * 0.68;
+    painter.drawText(QRectF(at.x() - room, at.y() - room, room * 2, room * 2), Qt::AlignCenter,
+                     Number(p.value));
+  }
+  const QPointF out = Direction(needle_), side(-out.y(), out.x());
+  const double thick = std::max(2.0, radius / 40);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(colours.trouble);
+  painter.drawPolygon(QPolygonF{centre + side * thick - out * radius * 0.15,
+                                centre - side * thick - out * radius * 0.15, centre + out * radius * 0.88});
+  painter.setBrush(print);
+  painter.drawEllipse(centre, thick * 2, thick * 2);
+}
+
+}  // namespace tvx

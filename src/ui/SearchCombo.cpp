@@ -1,0 +1,55 @@
+#include "ui/SearchCombo.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+namespace tvx {
+
+SearchCombo::SearchCombo(const char* name, const QString& toolTip) {
+  setObjectName(QString::fromLatin1(name));
+  setToolTip(toolTip);
+  setEditable(true);
+  setInsertPolicy(QComboBox::NoInsert);
+  setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(26);
+  setMaxVisibleItems(20);
+  completer()->setCompletionMode(QCompleter::PopupCompletion);
+  completer()->setFilterMode(Qt::MatchContains);
+  completer()->setCaseSensitivity(Qt::CaseInsensitive);
+  connect(this, &QComboBox::activated, this, [this](int index) {
+    const int picked = itemData(index).toInt();
+    if (index < 0 || picked == value_) return;
+    value_ = picked;
+    if (picked_) picked_(picked);
+  });
+}
+
+void SearchCombo::SetItems(const std::vector<std::pair<int, QString>>& items) {
+  const QSignalBlocker quiet(this);
+  clear();
+  for (const auto& [number, text] : items) addItem(text, number);
+  SetValue(value_);
+}
+
+void SearchCombo::SetValue(int value) {
+  const QSignalBlocker quiet(this);
+  value_ = value;
+  const int index = findData(value);
+  setCurrentIndex(index);
+  if (index < 0) setEditText(QString::number(value));
+}
+
+// A half-typed search is no choice.
+void SearchCombo::focusOutEvent(QFocusEvent* event) {
+  QComboBox::focusOutEvent(event);
+  if (event->reason() != Qt::PopupFocusReason && !completer()->popup()->isVisible()) SetValue(value_);
+}
+
+// A wheel that passes by must not change a setting.
+void SearchCombo::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+}
+
+}  // namespace tvx

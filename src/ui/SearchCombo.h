@@ -1,0 +1,30 @@
+// A list of numbered things from which one picks by typing a part of the number or of the name.
+#pragma once
+
+#include <QComboBox>
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace tvx {
+
+class SearchCombo : public QComboBox {
+ public:
+  SearchCombo(const char* name, const QString& toolTip);
+  void SetItems(const std::vector<std::pair<int, QString>>& items);
+  // Shows the item with this number; a number that none has is shown as it stands. Nobody is told.
+  void SetValue(int value);
+  int Value() const { return value_; }
+  // Called when the user has picked another item.
+  void SetPicked(std::function<void(int)> picked) { picked_ = std::move(picked); }
+
+ protected:
+  void focusOutEvent(QFocusEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  int value_ = 0;
+  std::function<void(int)> picked_;
+};
+
+}  // namespace tvx

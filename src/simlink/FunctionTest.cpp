@@ -12,7 +12,9 @@ namespace {
 
 constexpr std::string_view kPattern = "######0.0000";
 
-// What a data type takes. The Integer range ends where PutPort clamps.
+// What a data type takes, and what is said of any other value.
+// ODDITY: the texts are spelled so; users search their notes for them. The Integer range ends at -32767,
+// where PutPort clamps, and not at -32768.
 struct TypeRange {
   DataType type;
   double lowest, highest;

@@ -28,7 +28,7 @@ class ClusterGauge final : public Instrument {
     d.function1 = {"First of eight Functions",
                    "Fuel left; the next seven are fuel right, oil temperature, oil pressure, exhaust "
                    "temperature, fuel flow, vacuum, amperes"};
-    d.plates = {{"Plate of the first needle", kCommandFirst}, {"Plate of the second needle", kCommandSecond}};
+    d.plates = {{"first needle", kCommandFirst}, {"second needle", kCommandSecond}};
     d.options = {{"Housing",
                   "Which two values it shows",
                   kModeMask,

@@ -19,7 +19,7 @@ struct FunctionField {
   bool number = true;  // false: only the sequence number counts
   int offset = 0;      // the Function used is the configured number and this
 };
-// The Plate of a needle, and the command that moves the needle to a position 0..1079.
+// The needle that a Plate calibrates, and the command that moves the needle to a position 0..1079.
 struct PlateField {
   std::string_view label;
   int command;

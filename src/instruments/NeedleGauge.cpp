@@ -32,14 +32,14 @@ class NeedleGauge final : public Instrument {
     InstrumentDescription d;
     d.purpose = "Shows the value of each Function with a needle, by the Plate of its face.";
     d.function1 = {"First needle", "The Function that the first needle shows"};
-    d.plates = {{"Plate of the first needle", kCommandFirstNeedle}};
+    d.plates = {{"first needle", kCommandFirstNeedle}};
     d.trials = {{"First needle", kCommandFirstNeedle, 0, kNeedlePositions - 1, "steps, 3 to a degree"}};
     if (gaugetype == kWithDisplay) {
       d.purpose = "Shows the value of its Function with a needle, by the Plate of its face, and in digits.";
       d.trials.push_back({"Digits", kCommandSecondNeedle, -kLargestValue, kLargestValue, "tenths"});
     } else if (HasSecondNeedle(gaugetype)) {
       d.function2 = {"Second needle", "The Function that the second needle shows"};
-      d.plates.push_back({"Plate of the second needle", kCommandSecondNeedle});
+      d.plates.push_back({"second needle", kCommandSecondNeedle});
       d.trials.push_back(
           {"Second needle", kCommandSecondNeedle, 0, kNeedlePositions - 1, "steps, 3 to a degree"});
     }

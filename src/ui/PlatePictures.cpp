@@ -34,6 +34,7 @@ PlateCurve::PlateCurve(const char* name) {
   setObjectName(QString::fromLatin1(name));
   setToolTip(tr("Needle position over value"));
   setMinimumSize(Square() * 0.7);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void PlateCurve::SetPoints(std::vector<FacePoint> points) {
@@ -100,6 +101,7 @@ PlateFace::PlateFace(const char* name) {
   setObjectName(QString::fromLatin1(name));
   setToolTip(tr("The face with the points of this Plate, and the needle where it was sent"));
   setMinimumSize(Square() * 0.7);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void PlateFace::SetPoints(std::vector<FacePoint> points) {

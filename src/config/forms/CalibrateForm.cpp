@@ -49,7 +49,7 @@ CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundin
   grid->addWidget(MakeTargetPanel(), 1, 0, 1, 3);
   QPushButton* close = Command("CmdClose", tr("Close"), tr("Back (Escape)"), &CalibrateForm::CmdClose_Click);
   grid->addWidget(close, 2, 2, Qt::AlignRight);
-  grid->setColumnStretch(2, 1);
+  grid->setColumnStretch(2, 4);
   grid->setRowStretch(0, 1);
   // Tab goes from a value to its needle position and on.
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
@@ -59,6 +59,7 @@ CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundin
   BeginWith(gaugeID, needle);
   ShowPlates();
   ShowAll();
+  resize(look::Margin() * 96, look::Margin() * 56);
   PlateList->setFocus();
 }
 
@@ -75,7 +76,7 @@ QWidget* CalibrateForm::MakePlatePanel() {
   PlateList = new QListWidget;
   PlateList->setObjectName("PlateList");
   PlateList->setToolTip(tr("The Plates of this configuration, by number"));
-  PlateList->setMinimumWidth(look::Margin() * 17);
+  PlateList->setMinimumWidth(look::Margin() * 19);
   connect(PlateList, &QListWidget::currentRowChanged, this, &CalibrateForm::PickPlate);
   PlateName = new QLineEdit;
   PlateName->setObjectName("PlateName");
@@ -122,6 +123,7 @@ QWidget* CalibrateForm::MakePointPanel() {
       line->setToolTip(tip);
       line->setAlignment(Qt::AlignRight);
       line->setMinimumWidth(look::Margin() * (needle ? 3 : 5));
+      line->setMaximumWidth(look::Margin() * (needle ? 4 : 6));
       connect(line, &QLineEdit::textEdited, this, [this, box, needle] { PointEdited(box, needle); });
       return line;
     };
@@ -207,12 +209,19 @@ QWidget* CalibrateForm::MakeTargetPanel() {
   cmdAssign =
       Command("cmdAssignPlate", tr("&Use the chosen Plate"),
               tr("Gives the Plate chosen above to this needle"), &CalibrateForm::cmdAssignPlate_Click);
-  grid->addWidget(ComboTarget, 0, 0);
-  grid->addWidget(LabelAssigned, 0, 1);
-  grid->addWidget(cmdAssign, 0, 2);
-  grid->addWidget(ComboFunction, 1, 0);
-  grid->addWidget(LabelFunction, 1, 1, 1, 2);
-  grid->setColumnStretch(1, 1);
+  QLabel* needle = MakeLabel("ComboTargetCaption", tr("Nee&dle"));
+  needle->setBuddy(ComboTarget);
+  QLabel* function = MakeLabel("ComboFunctionCaption", tr("&Function"));
+  function->setBuddy(ComboFunction);
+  grid->addWidget(needle, 0, 0);
+  grid->addWidget(ComboTarget, 0, 1);
+  grid->addWidget(LabelAssigned, 0, 2);
+  grid->addWidget(cmdAssign, 0, 3);
+  grid->addWidget(function, 1, 0);
+  grid->addWidget(ComboFunction, 1, 1);
+  grid->addWidget(LabelFunction, 1, 2, 1, 2);
+  grid->setColumnStretch(2, 1);
+  ComboTarget->setMinimumContentsLength(40);
   column->addLayout(grid);
   column->addLayout(MakeJog());
   return panel;
@@ -246,8 +255,9 @@ QLayout* CalibrateForm::MakeJog() {
         jog.name, (jog.by > 0 ? "+" : "") + QString::number(jog.by),
         tr("Moves the needle by this many steps (%1)").arg(jog.key.toString(QKeySequence::NativeText)));
     look::SetRole(button, "small");
-    button->setShortcut(jog.key);
     button->setAutoRepeat(true);
+    // Not the button's own: that one takes no second press while it is still shown pressed.
+    connect(new QShortcut(jog.key, this), &QShortcut::activated, this, [this, by = jog.by] { Jog(by); });
     connect(button, &QPushButton::clicked, this, [this, by = jog.by] { Jog(by); });
     row->addWidget(button);
   }

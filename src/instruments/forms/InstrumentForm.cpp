@@ -131,7 +131,7 @@ int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const Plate
   calibrate->setObjectName("CmdCalibrate" + QString::number(needle));
   connect(calibrate, &QPushButton::clicked, this,
           [this, needle] { surroundings_.calibrate(control_.GaugeID(), needle); });
-  AddCaption(grid, row, ToText(field.label), plate);
+  AddCaption(grid, row, tr("Plate, ") + ToText(field.label), plate);
   grid->addWidget(plate, row, 1);
   grid->addWidget(calibrate, row, 2);
   return row + 1;

@@ -178,7 +178,7 @@ constexpr DatarefRow kDatarefs[] = {
      -1,
      1,
      {"sim/cockpit2/controls/elevator_trim"}},
-    {282,
+    {280,
      "AP flies",
      Use::DedicatedGauge,
      kAutopilot,

@@ -171,14 +171,21 @@ void RunControl::cmdStop_Click() {
   view_.BoxRun = "Halted";
   view_.BoxRunColour = kColourHalted;
   timers_.WriteCmdDuringConfig.SetEnabled(true);
-  ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
-                     PeripheralKind::Yokes},
-                    [](Peripheral& peripheral) { peripheral.Stop(); });
+  StopPeripherals();
   UpdateLinkWords();
   Changed();
 }
 
+// The yokes still have to be told to let go while their lines are open, and the simulator to take its
+// controls back.
+void RunControl::StopPeripherals() {
+  ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
+                     PeripheralKind::Yokes},
+                    [](Peripheral& peripheral) { peripheral.Stop(); });
+}
+
 void RunControl::CmdConfig_Click() {
+  if (running_) StopPeripherals();
   sim_.ClearAllRREF();
   sim_.CloseAllPorts();
   serial_.CloseComPorts();
@@ -192,6 +199,7 @@ void RunControl::CmdConfig_Click() {
 }
 
 void RunControl::cmdExit_Click() {
+  if (running_) StopPeripherals();
   running_ = false;
   timers_.ProcessTimer.SetEnabled(false);
   timers_.Timer1.SetEnabled(false);

@@ -94,6 +94,7 @@ class RunControl {
   void ForEachConfigured(std::initializer_list<PeripheralKind> kinds, Operation operation);
   void LoadPeripherals();
   void UnloadPeripherals();
+  void StopPeripherals();
   int EffectiveInterval() const;
   void WatchLinks();
   void UpdateLinkWords();

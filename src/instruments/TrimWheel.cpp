@@ -11,7 +11,7 @@ namespace {
 // Slots of Ports: the elevator trim and whether the autopilot flies.
 enum : std::size_t { kTrim, kAutopilot };
 constexpr int kTrimFunction = 281;
-constexpr int kAutopilotFunction = 282;
+constexpr int kAutopilotFunction = 280;
 
 // Slots of LastSent.
 enum : std::size_t { kPositionSent, kFlagsSent };
@@ -29,7 +29,7 @@ class TrimWheel final : public Instrument {
   }
   InstrumentDescription Describe(int) const override {
     InstrumentDescription d;
-    d.purpose = "Follows and sets the elevator trim (Function 281); resists while the autopilot flies (282).";
+    d.purpose = "Follows and sets the elevator trim (Function 281); resists while the autopilot flies (280).";
     d.trials = {{"Wheel", kCommandPosition, 0, 10000, "0 full nose down, 10000 full nose up"},
                 {"Resistance", kCommandFlags, 0, 1, "1 on"}};
     d.readings = {{"Wheel", WordText<7>}, {"Moved by", [](ReplyView reply) {

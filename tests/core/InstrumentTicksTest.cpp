@@ -13,7 +13,7 @@ struct TickRig : CockpitRig {
   void StartWith(int type, int options = 0, int function1 = 0, int function2 = 0) {
     for (int n = 1; n <= 50; ++n) Define(n);
     for (int n = 91; n <= 112; ++n) Define(n);
-    for (const int n : {51, 52, 143, 144, 281, 282}) Define(n);
+    for (const int n : {51, 52, 143, 144, 280, 281}) Define(n);
     model.Functions[281].boxMinimumValue = -1;
     model.Functions[281].boxMaximumValue = 1;
     GaugeRecord& gauge = AddGauge(12, type);
@@ -80,7 +80,7 @@ TEST(InstrumentTicks, SendWhatChangedAndThenNothing) {
        {{12, 4, 2160}, {12, 5, 1080}, {12, 6, 4200}, {12, 12, 77}}},
       {"RMI, both ADFs", 130, 1 | 2 | 8, 0, 0, {{144, 45}, {144, 270, 2}}, {{12, 5, 540}, {12, 6, 3240}}},
       {"RMI, no bearing", 130, 0, 0, 0, {{143, 1000}}, {{12, 5, 5000}, {12, 6, 5000}}},
-      {"trim wheel", 140, 0, 0, 0, {{281, -0.5f}, {282, 1}}, {{12, 5, 2500}, {12, 11, 1}}},
+      {"trim wheel", 140, 0, 0, 0, {{281, -0.5f}, {280, 1}}, {{12, 5, 2500}, {12, 11, 1}}},
   };
   for (const auto& c : cases) {
     TickRig rig;

@@ -29,8 +29,8 @@ StackPlan PlanStack(int larges, int smalls, std::span<const double> wideHeights,
 inline constexpr double kWideUnits = 500;
 // The wide instruments shared out to columns of nearly the same height, in their order.
 std::vector<std::vector<int>> ColumnsOf(std::span<const double> heights, int columns);
-// Numbers of the instruments in each row. `six`: in more than one row of more than three columns, the first six
-// stay together as two rows of three, and the next ones stand beside them.
+// Numbers of the instruments in each row. `six`: in more than one row of more than three columns, the first
+// six stay together as two rows of three, and the next ones stand beside them.
 std::vector<std::vector<int>> RowsOf(int count, int columns, bool six);
 inline bool KeepsSixTogether(int count, int columns) {
   return count > 6 && columns > 3 && count > columns;

@@ -5,11 +5,11 @@
 #include <array>
 #include <memory>
 
+#include "app/ConfigurationForms.h"
 #include "app/EngineClusterPeripheral.h"
+#include "app/FunctionForms.h"
 #include "app/IOModulePeripheral.h"
 #include "app/YokesPeripheral.h"
-#include "app/ConfigurationForms.h"
-#include "app/FunctionForms.h"
 #include "config/ConfigFile.h"
 #include "config/forms/MainConfigureForm.h"
 #include "core/RunControl.h"

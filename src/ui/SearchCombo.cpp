@@ -26,10 +26,10 @@ SearchCombo::SearchCombo(const char* name, const QString& toolTip) {
   });
 }
 
-void SearchCombo::SetItems(const std::vector<std::pair<int, QString>>& items) {
+void SearchCombo::SetItems(const std::vector<std::pair<int, std::string>>& items) {
   const QSignalBlocker quiet(this);
   clear();
-  for (const auto& [number, text] : items) addItem(text, number);
+  for (const auto& [number, text] : items) addItem(QString::fromStdString(text), number);
   SetValue(value_);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <functional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace tvx {
 class SearchCombo : public QComboBox {
  public:
   SearchCombo(const char* name, const QString& toolTip);
-  void SetItems(const std::vector<std::pair<int, QString>>& items);
+  void SetItems(const std::vector<std::pair<int, std::string>>& items);
   // Shows the item with this number; a number that none has is shown as it stands. Nobody is told.
   void SetValue(int value);
   int Value() const { return value_; }

@@ -9,8 +9,8 @@
 #include <QSignalBlocker>
 
 #include "base/NumberFormat.h"
+#include "config/FunctionItems.h"
 #include "config/PlateLookup.h"
-#include "config/forms/FunctionItems.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -184,9 +184,9 @@ QWidget* CalibrateForm::MakeTargetPanel() {
   auto* grid = new QGridLayout;
   grid->setSpacing(look::Gap());
   ComboTarget = new SearchCombo("ComboTarget", tr("The needle that is moved, and that gets the Plate"));
-  std::vector<std::pair<int, QString>> items{{-1, tr("(none)")}};
+  std::vector<std::pair<int, std::string>> items{{-1, "(none)"}};
   for (std::size_t i = 0; i < surroundings_.targets.size(); ++i) {
-    items.emplace_back(static_cast<int>(i), ToText(surroundings_.targets[i].name));
+    items.emplace_back(static_cast<int>(i), surroundings_.targets[i].name);
   }
   ComboTarget->SetItems(items);
   ComboTarget->SetValue(-1);

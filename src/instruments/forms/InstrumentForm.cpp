@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <QSignalBlocker>
 
-#include "config/forms/FunctionItems.h"
+#include "config/FunctionItems.h"
 #include "instruments/Instrument.h"
 #include "ui/Look.h"
 
@@ -137,10 +137,10 @@ int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const Plate
   return row + 1;
 }
 
-std::vector<std::pair<int, QString>> InstrumentForm::PlateItems() const {
-  std::vector<std::pair<int, QString>> items;
+std::vector<std::pair<int, std::string>> InstrumentForm::PlateItems() const {
+  std::vector<std::pair<int, std::string>> items;
   for (int i = 0; i < model_.PlateCount() && i < 256; ++i) {
-    items.emplace_back(i, ToText(FormatNumberText(i, "000")) + "  " + ToText(model_.PlateOf(i)->Name));
+    items.emplace_back(i, FormatNumberText(i, "000") + "  " + model_.PlateOf(i)->Name);
   }
   return items;
 }

@@ -45,7 +45,7 @@ class InstrumentForm : public Form {
   void cmdRead_Click();
   void cmdSetNewID_Click();
   void cmdDelete_Click();
-  std::vector<std::pair<int, QString>> PlateItems() const;
+  std::vector<std::pair<int, std::string>> PlateItems() const;
 
   ConfigModel& model_;
   InstrumentControl& control_;

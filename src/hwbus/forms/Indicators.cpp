@@ -31,16 +31,29 @@ QSize Indicator::sizeHint() const {
   return {look::Margin() * 2, look::Margin() + look::Gap()};
 }
 
+// A wide cell carries its colour in a lamp beside the text: a panel of them must not light up a dark cockpit.
+// A narrow one is filled.
 void Indicator::paintEvent(QPaintEvent*) {
   const look::Colours& colours = look::CurrentColours();
-  const QColor fill = colour_ < 0 ? colours.panel : FromCode(colour_);
+  const bool known = colour_ >= 0;
+  const bool wide = width() > 2 * height();
+  const QColor colour = known ? FromCode(colour_) : colours.panel;
+  const QColor fill = wide ? colours.panel : colour;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(colours.line, 1));
   painter.setBrush(fill);
   painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 3, 3);
+  QRect textArea = rect();
+  if (wide) {
+    const double lamp = height() * 0.42;
+    painter.setPen(known ? QPen(Qt::NoPen) : QPen(colours.line, 1));
+    painter.setBrush(colour);
+    painter.drawEllipse(QRectF(height() * 0.3, (height() - lamp) / 2, lamp, lamp));
+    textArea.setLeft(static_cast<int>(height() * 0.3 + lamp));
+  }
   painter.setPen(look::Contrast(Qt::black, fill) > look::Contrast(Qt::white, fill) ? Qt::black : Qt::white);
-  painter.drawText(rect(), Qt::AlignCenter, text_);
+  painter.drawText(textArea, Qt::AlignCenter, text_);
 }
 
 NeedleDial::NeedleDial(const QString& name, const QString& caption) : caption_(caption) {

@@ -12,7 +12,7 @@ inline constexpr int kSwitchOffColour = 65280;
 // Of a lamp.
 inline constexpr int kLampOnColour = 0x00A5FF;
 
-// A square with a short text, filled in a colour; without one while nothing is known.
+// A cell with a short text and a colour; without a colour while nothing is known.
 class Indicator : public QWidget {
  public:
   Indicator(const QString& name, const QString& text);

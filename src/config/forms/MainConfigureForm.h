@@ -1,6 +1,7 @@
 // The main configuration form: the serial ports, the simulator link, the interval, the lights, the gauges.
 #pragma once
 
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>

@@ -37,7 +37,7 @@ void IOModulePeripheral::StopTimers() {
 void IOModulePeripheral::Load() {
   module_.ReadDefinitions();
   writeTimer_.SetEnabled(true);
-  if (!form_) form_ = new IOModuleStatusForm(module_, model_);
+  if (!form_) form_ = new IOModuleStatusForm(module_, model_, [this] { ShowConfiguration(form_); });
   form_->show();
 }
 
@@ -68,7 +68,7 @@ void IOModulePeripheral::ShowConfiguration(QWidget* parent) {
           serial_.PortOf(module_.Parameters().Group).Close();
         },
         parent);
-    module_.OpenCommPort();
+    if (!serial_.PortOf(module_.Parameters().Group).IsOpen()) module_.OpenCommPort();
     writeTimer_.SetEnabled(!module_.Running());
   }
   configuration_->show();

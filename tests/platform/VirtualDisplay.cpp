@@ -29,11 +29,13 @@ VirtualDisplay::VirtualDisplay() {
 }
 
 VirtualDisplay::~VirtualDisplay() {
-  if (display_ != nullptr && server_ > 0) XCloseDisplay(display_);
   Kill();
 }
 
+// Its own connection goes first: without its server it could not be closed any more.
 void VirtualDisplay::Kill() {
+  if (display_ != nullptr) XCloseDisplay(display_);
+  display_ = nullptr;
   if (server_ <= 0) return;
   kill(server_, SIGKILL);
   waitpid(server_, nullptr, 0);

@@ -25,10 +25,12 @@ QString SwitchName(int index) {
   return QString(QChar('A' + index / kPerRow)) + QString::number(index % kPerRow + 1);
 }
 
-IOModuleStatusForm::IOModuleStatusForm(IOModule& module, const ConfigModel& model)
+IOModuleStatusForm::IOModuleStatusForm(IOModule& module, const ConfigModel& model,
+                                       std::function<void()> setUp)
     : Form(module.Parameters().Number == 1 ? "frmStatusIOM" : "frmstatusIOM2"),
       module_(module),
-      model_(model) {
+      model_(model),
+      setUp_(std::move(setUp)) {
   setWindowTitle(tr("IO module %1").arg(module.Parameters().Number));
   setAttribute(Qt::WA_ShowWithoutActivating);
   auto* column = new QVBoxLayout(this);
@@ -98,6 +100,12 @@ QLayout* IOModuleStatusForm::MakeButtons() {
   auto* row = new QHBoxLayout;
   row->addWidget(cmdRun_);
   row->addWidget(cmdStop_);
+  if (setUp_) {
+    QPushButton* setUp =
+        MakeButton("cmdConfigIOM", tr("Set &up..."), tr("What each switch, axis and lamp does"));
+    connect(setUp, &QPushButton::clicked, this, [this] { setUp_(); });
+    row->addWidget(setUp);
+  }
   row->addStretch(1);
   row->addWidget(hide);
   return row;

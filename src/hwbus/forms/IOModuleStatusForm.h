@@ -4,6 +4,7 @@
 #include <QProgressBar>
 #include <QTimer>
 #include <array>
+#include <functional>
 
 #include "hwbus/IOModule.h"
 #include "hwbus/forms/Indicators.h"
@@ -15,8 +16,8 @@ namespace tvx {
 class IOModuleStatusForm : public Form {
   Q_OBJECT
  public:
-  // `names`: what defines an input, for its tool tip.
-  IOModuleStatusForm(IOModule& module, const ConfigModel& model);
+  // `setUp` opens the module's set-up; without it there is no button for it.
+  IOModuleStatusForm(IOModule& module, const ConfigModel& model, std::function<void()> setUp = {});
   void ShowState();
 
  protected:
@@ -32,6 +33,7 @@ class IOModuleStatusForm : public Form {
 
   IOModule& module_;
   const ConfigModel& model_;
+  std::function<void()> setUp_;
   std::array<Indicator*, kIomSwitches> switches_{};
   std::array<QProgressBar*, kIomAnalogues> bars_{};
   std::array<Indicator*, kIomLamps> lamps_{};

@@ -6,6 +6,7 @@
 #include <X11/keysym.h>
 
 #include <array>
+#include <vector>
 
 namespace tvx {
 namespace {
@@ -38,6 +39,16 @@ struct XTestKeys::Keyboard {
   }
 };
 
+namespace {
+
+// A connection that was lost cannot even be closed: Xlib ends the program when it is tried.
+void KeepForEver(Display* display) {
+  static auto* const lost = new std::vector<Display*>;
+  lost->push_back(display);
+}
+
+}  // namespace
+
 XTestKeys::XTestKeys(const char* display) {
   display_ = XOpenDisplay(display);
   if (display_ == nullptr) {
@@ -59,7 +70,11 @@ XTestKeys::XTestKeys(const char* display) {
 }
 
 XTestKeys::~XTestKeys() {
-  if (display_ == nullptr || lost_) return;  // a connection that was lost cannot even be closed
+  if (display_ == nullptr) return;
+  if (lost_) {
+    KeepForEver(display_);
+    return;
+  }
   KeySym none = NoSymbol;
   for (const int code : spare_) XChangeKeyboardMapping(display_, code, 1, &none, 1);
   XCloseDisplay(display_);

@@ -1,0 +1,112 @@
+// Takes a picture of every form of the program, flying the demonstration against the virtual cockpit: the
+// manual's pictures, and a quick look after a change of the forms. Argument: the folder for the pictures.
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QListView>
+#include <QTimer>
+#include <QWidget>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+#include "e2e/Flight.h"
+#include "ui/Look.h"
+
+namespace {
+
+using tvx::e2e::Eventually;
+using tvx::e2e::Flight;
+
+QWidget* VisibleControl(const char* name) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (!window->isVisible()) continue;
+    if (auto* control = window->findChild<QWidget*>(name); control != nullptr && control->isVisible())
+      return control;
+  }
+  return nullptr;
+}
+
+// Presses a button; false, with a word on it, where it is not there.
+bool Press(const char* name) {
+  auto* button = qobject_cast<QAbstractButton*>(VisibleControl(name));
+  if (button == nullptr || !button->isEnabled()) {
+    std::fprintf(stderr, "no button %s\n", name);
+    return false;
+  }
+  button->click();
+  return true;
+}
+
+void RunFor(std::chrono::milliseconds time) {
+  const auto end = std::chrono::steady_clock::now() + time;
+  Eventually([end] { return std::chrono::steady_clock::now() > end; });
+}
+
+// Pictures of the visible forms that have none yet, named after them.
+void TakePictures(const QDir& folder) {
+  RunFor(std::chrono::milliseconds(700));
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    const QString file = folder.filePath(window->objectName() + ".png");
+    if (!window->isVisible() || window->objectName().isEmpty() || QFile::exists(file)) continue;
+    window->grab().save(file);
+    std::printf("%s\n", qPrintable(QFileInfo(file).fileName()));
+  }
+}
+
+void CloseForm(const char* name) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->objectName() == name) window->close();
+  }
+  RunFor(std::chrono::milliseconds(100));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  tvx::look::Apply(application, tvx::look::Theme::Dark);
+  const QDir folder(QDir(argc > 1 ? argv[1] : ".").absolutePath());
+  folder.mkpath(".");
+  Flight flight([](tvx::ConfigModel& model) {
+    model.General.TransferInterval = 40;
+    model.General.ComPortYoke1 = 8;
+    model.General.ComPortYoke2 = 9;
+  });
+  flight.Sim().RestartFlight(60);
+  flight.TheProgram().Begin();
+  TakePictures(folder);
+  Eventually([&] { return flight.TheProgram().Run().Running(); });
+  RunFor(std::chrono::seconds(2));
+  TakePictures(folder);
+  for (const char* button : {"cmdShowPorts", "cmdShowIOM", "cmdShowECStatus", "cmdShowYokes"}) {
+    if (Press(button)) TakePictures(folder);
+  }
+  Press("CmdConfig");
+  TakePictures(folder);
+  // Each button of the configuration, and those of the forms that it opens.
+  const std::vector<std::vector<const char*>> ways = {
+      {"cmdSaveConfig"},
+      {"cmdGetOffset"},
+      {"cmdTestXplaneInterface"},
+      {"cmdGotoIOM", "cmdConfigIOM", "cmdEdit"},
+      {"cmdGotoEC", "cmdTestEC"},
+      {"cmdGotoFFB", "cmdConfigY1"},
+      {"cmdPlates"},
+      {"cmdTestGauges"},
+      {"cmdAdapters"},
+  };
+  for (const auto& way : ways) {
+    for (const char* button : way) {
+      if (Press(button)) TakePictures(folder);
+    }
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->isVisible() && window->objectName() != "FrmMainConfigure" &&
+          window->objectName() != "frmMain") {
+        CloseForm(qPrintable(window->objectName()));
+      }
+    }
+  }
+  flight.TheProgram().Exit();
+  return 0;
+}

@@ -115,19 +115,24 @@ bool BuildDREF(std::string_view path, float value, Datagram& out) {
   return true;
 }
 
-// ODDITY: the fifth byte is zero here, where every other packet carries an ASCII 0, and the identifier's
-// second byte is the quotient rounded to nearest, halves to even: exact for 0..128, one too high for
-// 129..255.
+// ODDITY: the second byte is the quotient rounded to nearest, halves to even: exact for 0..128, one too high
+// for 129..255.
+int RrefIdentifierOnWire(std::int32_t identifier) {
+  const auto high = static_cast<std::int32_t>(RoundHalfEven(identifier / 256.0));
+  return (identifier & 0xFF) + 256 * (high & 0xFF);
+}
+
+// ODDITY: the fifth byte is zero here, where every other packet carries an ASCII 0.
 bool BuildRREF(std::string_view path, std::int32_t frequency, std::int32_t identifier, Datagram& out) {
   if (path.size() > kRrefPathLimit) return false;
-  const auto high = static_cast<std::int32_t>(RoundHalfEven(identifier / 256.0));
+  const int onWire = RrefIdentifierOnWire(identifier);
   Writer(out)
       .Text("RREF")
       .U8(0)
       .U8(static_cast<Byte>(frequency & 0xFF))
       .Fill(0, 9)
-      .U8(static_cast<Byte>(identifier & 0xFF))
-      .U8(static_cast<Byte>(high & 0xFF))
+      .U8(static_cast<Byte>(onWire & 0xFF))
+      .U8(static_cast<Byte>(onWire >> 8))
       .Fill(0, 13)
       .Text(path)
       .Fill(0, kRrefSize);

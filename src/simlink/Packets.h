@@ -42,6 +42,9 @@ bool BuildDataInt(int group, int valueNumber, std::int32_t value, Datagram& out)
 bool BuildCHAR(int character, std::string_view remoteHost, Datagram& out);         // character 0..255
 bool BuildCMND(std::string_view path, Datagram& out);
 bool BuildDREF(std::string_view path, float value, Datagram& out);
+// The identifier as its two bytes in the request carry it: exact up to 128, then with a second byte that is
+// rounded.
+int RrefIdentifierOnWire(std::int32_t identifier);
 bool BuildRREF(std::string_view path, std::int32_t frequency, std::int32_t identifier, Datagram& out);
 
 // The text of entry `number` in a list of "#number:text" lines, each ended by CR LF: what stands from 3

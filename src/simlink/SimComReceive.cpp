@@ -6,6 +6,19 @@
 #include "simlink/SimCom.h"
 
 namespace tvx {
+namespace {
+
+// The port that an answer belongs to: the one with the identifier as its number. Where there is no such port,
+// the one whose request carried that identifier: from 129 on a request's second byte is rounded up, and the
+// simulator answers with a number 256 too high. -1 for an identifier that nobody asked with.
+int PortOfIdentifier(int identifier, int portCount) {
+  if (identifier < portCount) return identifier;
+  const int rounded = identifier - 256;
+  const bool asked = rounded >= 0 && rounded < portCount && RrefIdentifierOnWire(rounded) == identifier;
+  return asked ? rounded : -1;
+}
+
+}  // namespace
 
 void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
   const std::int32_t sender = UdpMonitorMode != 0 && monitor_ ? socket_.WaitingSenderPort() : 0;
@@ -42,8 +55,9 @@ bool SimCom::DecodeRref() {
   const int records = RecordCount(datagram.size(), kRrefRecordSize);
   for (int i = 0; i < records; ++i) {
     const auto record = ReadRrefRecord(datagram, i);
-    if (!record || record->identifier >= PortCount()) return false;
-    ports_[static_cast<std::size_t>(record->identifier)].FloatValue = record->value;
+    const int port = record ? PortOfIdentifier(record->identifier, PortCount()) : -1;
+    if (port < 0) return false;
+    ports_[static_cast<std::size_t>(port)].FloatValue = record->value;
   }
   return true;
 }

@@ -60,6 +60,22 @@ TEST_F(Receive, KeepsWhatCameBeforeAFaultAndRefreshesNothingAfterIt) {
   }
 }
 
+TEST_F(Receive, EveryPortGetsTheAnswerToItsOwnRequest) {
+  Define(20, DataType::Float);
+  constexpr int kPorts = 300;
+  for (int i = 0; i < kPorts; ++i) sim.OpenSimPort(20, 1);
+  for (int port = 0; port < kPorts; ++port) {
+    Datagram request;
+    ASSERT_TRUE(BuildRREF("sim/x", 5, port, request));
+    const int asked = request.bytes[9] + 256 * request.bytes[10];
+    socket.Deliver(RrefDatagram({{asked, static_cast<float>(port)}}));
+    EXPECT_EQ(sim.PortAt(port).FloatValue, static_cast<float>(port)) << port << " asked as " << asked;
+  }
+  const auto before = sim.PacketsReceived;
+  socket.Deliver(RrefDatagram({{600, 1.0f}}));
+  EXPECT_EQ(sim.PacketsReceived, before) << "nobody asked with that";
+}
+
 TEST_F(Receive, RrefValuesGoStraightToTheirRow) {
   OpenEnabled(60, Float);
   const Port dataref = OpenEnabled(61, XplaneDataref);

@@ -7,6 +7,8 @@ namespace tvx::demo {
 
 // The whole configuration, always the same.
 ConfigModel DemoConfig();
+// The same with two yokes: Yokes.cfg.
+ConfigModel YokesConfig();
 
 // Its parts.
 void AddFunctions(ConfigModel& model);

@@ -1,4 +1,4 @@
-// Writes the demonstration cockpit's configuration and start-up file into the current folder.
+// Writes the demonstration cockpit's configurations and start-up file into the current folder.
 #include <cstdio>
 
 #include "config/ConfigFile.h"
@@ -8,9 +8,10 @@
 
 int main() {
   const tvx::ConfigModel model = tvx::demo::DemoConfig();
-  std::string error;
-  if (!tvx::ReplaceFile(model.ConfigFileName, tvx::WriteConfigText(model), error)) {
-    std::fprintf(stderr, "cannot write %s\n", error.c_str());
+  for (const tvx::ConfigModel& each : {model, tvx::demo::YokesConfig()}) {
+    std::string error;
+    if (tvx::ReplaceFile(each.ConfigFileName, tvx::WriteConfigText(each), error)) continue;
+    std::fprintf(stderr, "cannot write %s: %s\n", each.ConfigFileName.c_str(), error.c_str());
     return 1;
   }
   if (!tvx::WriteStartFile(model, model.ConfigFileName)) {

@@ -22,6 +22,7 @@ TEST(DemoConfig, CommittedFilesAreTheGenerators) {
   EXPECT_FALSE(model.ConfigLoadFailed);
   EXPECT_TRUE(boxes.shown.empty() && boxes.asked.empty());
   EXPECT_EQ(AllFields(model), AllFields(demo::DemoConfig()));
+  EXPECT_EQ(FileContent(kDemoFolder / "Yokes.cfg"), WriteConfigText(demo::YokesConfig()));
   EXPECT_EQ(FileContent(kDemoFolder / kStartFileName),
             "\"General\"\r\n\"Default.cfg\"\r\n\"Startdelay\"\r\n3\r\n\"End\"\r\n");
 }

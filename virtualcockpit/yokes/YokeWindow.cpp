@@ -30,6 +30,10 @@ YokeWindow::YokeWindow(const std::vector<std::unique_ptr<YokeLine>>& yokes, QWid
   setObjectName(QStringLiteral("virtualYokes"));
   setWindowTitle(QStringLiteral("Virtual cockpit: yokes"));
   setStyleSheet(theme::StyleSheet());
+  QPalette dark = palette();
+  dark.setColor(QPalette::Window, QColor(0x16, 0x17, 0x1b));
+  setPalette(dark);
+  setAutoFillBackground(true);
   auto* row = new QHBoxLayout(this);
   row->setSpacing(12);
   int number = 0;

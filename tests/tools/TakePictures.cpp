@@ -3,7 +3,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
-#include <QListView>
+#include <QListWidget>
+#include <QTabWidget>
 #include <QTimer>
 #include <QWidget>
 #include <cstdio>
@@ -54,6 +55,31 @@ void TakePictures(const QDir& folder) {
   }
 }
 
+// Every page of the tabs that are to be seen, named after its form and its place.
+void TakePages(const QDir& folder) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    auto* tabs = window->isVisible() ? window->findChild<QTabWidget*>() : nullptr;
+    if (tabs == nullptr) continue;
+    for (int page = 1; page < tabs->count(); ++page) {
+      tabs->setCurrentIndex(page);
+      RunFor(std::chrono::milliseconds(200));
+      window->grab().save(folder.filePath(window->objectName() + QString("-%1.png").arg(page)));
+    }
+  }
+}
+
+// Opens the definitions of an axis and of a lamp too: those in the list behind the 48 switches.
+void TakeOtherInputs(const QDir& folder) {
+  for (const int row : {48, 56}) {
+    auto* form = VisibleControl("cmdEdit");
+    auto* list = form == nullptr ? nullptr : form->window()->findChild<QListWidget*>();
+    if (list == nullptr || list->count() <= row) return;
+    list->setCurrentRow(row);
+    Press("cmdEdit");
+    TakePictures(folder);
+  }
+}
+
 void CloseForm(const char* name) {
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->isVisible() && window->objectName() == name) window->close();
@@ -100,6 +126,8 @@ int main(int argc, char** argv) {
     for (const char* button : way) {
       if (Press(button)) TakePictures(folder);
     }
+    TakePages(folder);
+    TakeOtherInputs(folder);
     for (QWidget* window : QApplication::topLevelWidgets()) {
       if (window->isVisible() && window->objectName() != "FrmMainConfigure" &&
           window->objectName() != "frmMain") {

@@ -54,8 +54,9 @@ need_packages() {
     say "This is no Debian system: make sure that it has what these packages bring: ${wanted[*]}"
     return 0
   fi
-  # The second letter of the status is i where the package is installed, held or not.
-  installed=" $(dpkg-query -W -f='${db:Status-Abbrev} ${Package}\n' "${wanted[@]}" 2>/dev/null |
+  # The second letter of the status is i where the package is installed, held or not. dpkg-query fails where it
+  # does not know one of them, which is what is being found out.
+  installed=" $({ dpkg-query -W -f='${db:Status-Abbrev} ${Package}\n' "${wanted[@]}" 2>/dev/null || true; } |
     awk '$1 ~ /^.i$/ {print $2}' | tr '\n' ' ')"
   for name in "${wanted[@]}"; do
     [[ $installed == *" $name "* || " ${missing[*]-} " == *" $name "* ]] || missing+=("$name")

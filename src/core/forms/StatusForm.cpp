@@ -129,7 +129,10 @@ QWidget* StatusForm::MakeTransferPanel() {
   caption->setBuddy(SliderXferTimer);
   BoxXferProcessTimer = MakeLabel("BoxXferProcessTimer", {}, "value");
   BoxXferProcessTimer->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  BoxXferProcessTimer->setMinimumWidth(look::Margin() * 4);
+  BoxXferProcessTimer->setText("32767");  // the widest text it will have
+  BoxXferProcessTimer->ensurePolished();
+  BoxXferProcessTimer->setMinimumWidth(BoxXferProcessTimer->sizeHint().width());
+  BoxXferProcessTimer->clear();
   auto* column = new QVBoxLayout;
   auto* line = new QHBoxLayout;
   line->addWidget(SliderXferTimer, 1);

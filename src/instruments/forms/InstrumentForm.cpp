@@ -38,6 +38,7 @@ InstrumentForm::InstrumentForm(ConfigModel& model, InstrumentControl& control, S
       surroundings_(std::move(surroundings)) {
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   LabelGauge = MakeLabel("LabelGauge", {}, "title");
+  LabelGauge->setWordWrap(true);  // long names, wide fonts
   QLabel* purpose = MakeLabel("LabelPurpose", ToText(control_.Description().purpose));
   purpose->setWordWrap(true);
   auto* column = new QVBoxLayout(this);
@@ -219,6 +220,7 @@ QWidget* InstrumentForm::MakeLivePanel() {
       MakeButton("cmdRead", tr("&Read"), tr("Asks the live instrument to report (at most a second)"));
   connect(read, &QPushButton::clicked, this, &InstrumentForm::cmdRead_Click);
   LabelIdentity = MakeLabel("LabelIdentity", tr("Not read yet"));
+  LabelIdentity->setWordWrap(true);
   LabelReadings = MakeLabel("LabelReadings");
   LabelReadings->setWordWrap(true);
   grid->addWidget(read, 1, 0);

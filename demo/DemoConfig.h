@@ -11,11 +11,10 @@ ConfigModel DemoConfig();
 ConfigModel YokesConfig();
 
 // Its parts.
-void AddFunctions(ConfigModel& model);
 void AddGaugesAndPlates(ConfigModel& model);
 void AddModules(ConfigModel& model);  // behind the others: it uses their Functions and Plates
 
-// Functions that gauges show.
+// The standard Functions that its gauges show.
 enum FunctionNumber : std::int16_t {
   kAltitude = 2,
   kAirspeed = 1,

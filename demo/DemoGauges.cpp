@@ -4,6 +4,7 @@
 
 #include "config/ConfigFile.h"
 #include "config/NameTables.h"
+#include "config/StandardFunctions.h"
 #include "demo/DemoConfig.h"
 
 namespace tvx::demo {
@@ -185,7 +186,7 @@ ConfigModel DemoConfig() {
   model.General.TransferInterval = 50;
   model.StartDelay = 3;
   FillNameTables(model);
-  AddFunctions(model);
+  FillStandardFunctions(model);
   AddGaugesAndPlates(model);
   AddModules(model);
   return model;

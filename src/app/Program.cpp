@@ -6,6 +6,7 @@
 #include <QUrl>
 #include <ctime>
 
+#include "config/StandardFunctions.h"
 #include "platform/linux/KeyInjectors.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "platform/qt/QtMessageBoxes.h"
@@ -77,6 +78,8 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys)
     functions_.ShowEditor(configuration_.MainForm(), [this] { configuration_.Refresh(); });
   };
   configuration_.OpenXplaneTest = [this] { functions_.ShowConsole(configuration_.MainForm()); };
+  // Whoever has no configuration yet begins with these.
+  FillStandardFunctions(model_);
   // A form that makes way for the next one must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(ProgramIcon());

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "config/NameTables.h"
+#include "config/StandardFunctions.h"
 #include "config/StartFile.h"
 #include "demo/DemoConfig.h"
 #include "tests/config/Samples.h"
@@ -43,6 +44,16 @@ TEST(DemoConfig, FunctionsCanBeOpened) {
       EXPECT_TRUE(!f.Is(DataType::Float) || f.SlotOf(seq).value < 8);
     }
   }
+}
+
+TEST(StandardFunctions, LeaveWhatTheUserDefined) {
+  ConfigModel model;
+  model.Functions[59].ShortName = "Mine";
+  model.Functions[60].FullName = "nameless";
+  FillStandardFunctions(model);
+  EXPECT_EQ(model.Functions[59].FullName + model.Functions[59].ShortName, "Mine");
+  EXPECT_EQ(model.Functions[60].FullName, "#1:sim/cockpit2/engine/indicators/MPR_in_hg[0]\r\n");
+  EXPECT_EQ(model.Functions[300].FunctionNr, 300);
 }
 
 TEST(DemoConfig, GaugesShowFunctionsThatExistOnPlatesThatRise) {

@@ -89,8 +89,10 @@ QWidget* StartForm::MakeFilePanel() {
   FileBox->setToolTip(tr("Click a file to use it instead of the start-up configuration"));
   FileBox->setMinimumHeight(look::Margin() * 6);
   caption->setBuddy(FileBox);
-  NoFiles = MakeLabel("LabelNoFiles", tr("There is no configuration file (*.cfg) in this folder: ") +
-                                          QDir::toNativeSeparators(QDir::currentPath()));
+  NoFiles = MakeLabel("LabelNoFiles",
+                      tr("There is no configuration file (*.cfg) in this folder: %1\nPress Configure to "
+                         "set up your cockpit, and save it there.")
+                          .arg(QDir::toNativeSeparators(QDir::currentPath())));
   NoFiles->setWordWrap(true);
   QLabel* nameCaption = MakeLabel("LabelFileName", tr("&File to be used"), "caption");
   FileName = new QLineEdit;

@@ -51,7 +51,7 @@ void BringToFront(QWidget* form) {
 
 }  // namespace
 
-Program::Program(MessageBoxes* boxes, KeyInjector* keys)
+Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
     : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
       boxes_(boxes == nullptr ? *ownBoxes_ : *boxes),
       file_(model_, boxes_),
@@ -72,8 +72,9 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys)
       yokes_(model_, sim_, serial_, boxes_, clock_),
       start_(model_, file_, sim_, boxes_, *this, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
-      configuration_({model_, file_, boxes_, serial_, run_, peripherals_, serialDevices_,
-                      [this] { return HeaderForSaving(); }, [this] { ConfigurationClosed(); }}) {
+      configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
+                      devices == nullptr ? ownDevices_ : *devices, [this] { return HeaderForSaving(); },
+                      [this] { ConfigurationClosed(); }}) {
   configuration_.OpenFunctions = [this] {
     functions_.ShowEditor(configuration_.MainForm(), [this] { configuration_.Refresh(); });
   };

@@ -32,8 +32,10 @@ namespace tvx {
 class Program final : private Shell {
  public:
   // `boxes`: the message boxes to use; nullptr for those on the screen. `keys`: where keystrokes go; nullptr
-  // for the desktop. Both must outlive the program.
-  explicit Program(MessageBoxes* boxes = nullptr, KeyInjector* keys = nullptr);
+  // for the desktop. `devices`: the serial adapters; nullptr for this computer's. All must outlive the
+  // program.
+  explicit Program(MessageBoxes* boxes = nullptr, KeyInjector* keys = nullptr,
+                   SerialDevices* devices = nullptr);
   ~Program() override;
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
@@ -108,7 +110,7 @@ class Program final : private Shell {
   EngineClusterPeripheral engineCluster_;
   YokesPeripheral yokes_;
   StartControl start_;
-  LinuxSerialDevices serialDevices_;
+  LinuxSerialDevices ownDevices_;
   ConfigurationForms configuration_;
   FunctionForms functions_{model_, sim_, boxes_, clock_};
   bool ended_ = false;

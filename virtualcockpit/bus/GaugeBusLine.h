@@ -1,42 +1,24 @@
 // The gauge bus on a pseudo-terminal.
 #pragma once
 
-#include <QObject>
-#include <QSocketNotifier>
-#include <QTimer>
-#include <memory>
-#include <string>
-
 #include "virtualcockpit/bus/GaugeBus.h"
-#include "virtualcockpit/bus/PtyLine.h"
+#include "virtualcockpit/bus/HardwareLine.h"
 
 namespace tvx::vc {
 
-class GaugeBusLine : public QObject {
+class GaugeBusLine final : public HardwareLine {
   Q_OBJECT
  public:
-  // `link` as for PtyLine::Plug. The line starts unplugged.
   explicit GaugeBusLine(std::string link = {}, QObject* parent = nullptr);
-  ~GaugeBusLine() override;
-
-  // Makes a new pseudo-terminal and leads the link to it. False with the reason in Line().LastError().
-  bool Plug();
-  // Takes the adapter out: the program at the other end sees a hang-up.
-  void Unplug();
-
+  ~GaugeBusLine() override { Unplug(); }
   GaugeBus& Bus() { return bus_; }
-  const PtyLine& Line() const { return line_; }
-  // Where a program finds the line: the link, or the device where there is no link.
-  std::string Path() const { return line_.Link().empty() ? line_.Device() : line_.Link(); }
 
  private:
-  void ReadAll();
+  void OnBytes(ByteView bytes, std::int64_t nowMs) override { bus_.OnBytes(bytes, nowMs); }
+  void OnTick(std::int64_t nowMs) override { bus_.Tick(nowMs); }
+  void OnUnplug() override { bus_.Interrupt(); }
 
-  std::string link_;
-  PtyLine line_;
   GaugeBus bus_;
-  QTimer timer_;
-  std::unique_ptr<QSocketNotifier> notifier_;
 };
 
 }  // namespace tvx::vc

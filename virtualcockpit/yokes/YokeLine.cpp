@@ -6,56 +6,22 @@ namespace tvx::vc {
 namespace {
 
 constexpr int kTickMs = 10;
-constexpr int kReadsAtOnce = 64;
 
 }  // namespace
 
 YokeLine::YokeLine(Byte address, std::string link, QObject* parent)
-    : QObject(parent),
-      link_(std::move(link)),
-      device_(address, [this](ByteView bytes) { line_.Write(bytes); }) {
-  timer_.setTimerType(Qt::PreciseTimer);
-  timer_.setInterval(kTickMs);
-  connect(&timer_, &QTimer::timeout, this, [this] { PassTime(); });
+    : HardwareLine(std::move(link), kTickMs, Unplugged::GoesOn, parent),
+      device_(address, [this](ByteView bytes) { Write(bytes); }),
+      lastMs_(NowMs()) {}
+
+void YokeLine::OnBytes(ByteView bytes, std::int64_t nowMs) {
+  OnTick(nowMs);
+  device_.OnBytes(bytes);
 }
 
-YokeLine::~YokeLine() {
-  Unplug();
-}
-
-bool YokeLine::Plug() {
-  Unplug();
-  lastMs_ = NowMs();
-  timer_.start();
-  if (!line_.Plug(link_)) return false;
-  notifier_ = std::make_unique<QSocketNotifier>(line_.Handle(), QSocketNotifier::Read);
-  connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { ReadAll(); });
-  return true;
-}
-
-// Only the adapter goes: the yoke keeps its power, and its time.
-void YokeLine::Unplug() {
-  if (notifier_) {
-    notifier_->setEnabled(false);
-    notifier_.release()->deleteLater();
-  }
-  line_.Unplug();
-}
-
-void YokeLine::PassTime() {
-  const std::int64_t now = NowMs();
-  device_.Advance(static_cast<double>(now - lastMs_) / 1000);
-  lastMs_ = now;
-}
-
-void YokeLine::ReadAll() {
-  PassTime();
-  std::array<Byte, 1024> buffer;
-  for (int i = 0; i < kReadsAtOnce; ++i) {
-    const std::size_t count = line_.Read(buffer);
-    if (count == 0) return;
-    device_.OnBytes(ByteView(buffer).first(count));
-  }
+void YokeLine::OnTick(std::int64_t nowMs) {
+  device_.Advance(static_cast<double>(nowMs - lastMs_) / 1000);
+  lastMs_ = nowMs;
 }
 
 }  // namespace tvx::vc

@@ -1,41 +1,27 @@
-// A yoke on a pseudo-terminal, with time of its own.
+// A yoke on a pseudo-terminal. Only the adapter can be unplugged: the yoke keeps its power, and its time.
 #pragma once
 
-#include <QObject>
-#include <QSocketNotifier>
-#include <QTimer>
-#include <memory>
-#include <string>
-
-#include "virtualcockpit/bus/PtyLine.h"
+#include "virtualcockpit/bus/HardwareLine.h"
 #include "virtualcockpit/yokes/YokeDevice.h"
 
 namespace tvx::vc {
 
-class YokeLine : public QObject {
+class YokeLine final : public HardwareLine {
   Q_OBJECT
  public:
-  // `link` as for PtyLine::Plug. The line starts unplugged.
   YokeLine(Byte address, std::string link, QObject* parent = nullptr);
-  ~YokeLine() override;
+  ~YokeLine() override { Unplug(); }
 
-  bool Plug();
-  void Unplug();
-  bool Plugged() const { return line_.Plugged(); }
-  const PtyLine& Line() const { return line_; }
+  bool Plugged() const { return Line().Plugged(); }
   YokeDevice& Device() { return device_; }
   const YokeDevice& Device() const { return device_; }
 
  private:
-  void ReadAll();
-  void PassTime();
+  void OnBytes(ByteView bytes, std::int64_t nowMs) override;
+  void OnTick(std::int64_t nowMs) override;
 
-  std::string link_;
-  PtyLine line_;
   YokeDevice device_;
-  QTimer timer_;
-  std::int64_t lastMs_ = 0;
-  std::unique_ptr<QSocketNotifier> notifier_;
+  std::int64_t lastMs_;
 };
 
 }  // namespace tvx::vc

@@ -8,14 +8,9 @@
 namespace tvx::vc {
 namespace {
 
-constexpr double kRadians = 3.14159265358979 / 180;
 constexpr double kFeetPerTurn = 1000;
 const QRectF kDrums{-32, -34, 64, 22};
 const QRectF kWindow{-20, 17, 40, 15};
-
-QPointF At(double degrees, double radius) {
-  return {std::sin(degrees * kRadians) * radius, -std::cos(degrees * kRadians) * radius};
-}
 
 void DrawWindow(QPainter& painter, const QRectF& box) {
   painter.setPen(QPen(QColor(0x46, 0x4b, 0x51), 1.3));
@@ -42,8 +37,8 @@ void AltimeterFace::DrawDial(QPainter& painter) {
     const double angle = i * 7.2;
     const bool large = i % 5 == 0;
     painter.setPen(QPen(Ink(), large ? 2.8 : 1.3, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(At(angle, radius), At(angle, radius - (large ? 13 : 7)));
-    if (large) Text(painter, At(angle, radius - 24), 18, QString::number(i / 5), Ink(), true);
+    painter.drawLine(OnDial(angle, radius), OnDial(angle, radius - (large ? 13 : 7)));
+    if (large) Text(painter, OnDial(angle, radius - 24), 18, QString::number(i / 5), Ink(), true);
   }
   const QColor dim = Ink(QColor(0xb9, 0xbd, 0xc0));
   Text(painter, {-32, -2}, 9.5, QStringLiteral("ALT"), Ink(), true);
@@ -58,22 +53,27 @@ void AltimeterFace::DrawDrums(QPainter& painter) const {
   DrawWindow(painter, kDrums);
   const double feet = std::abs(feet_.At());
   const double width = kDrums.width() / 5;
-  const auto drum = [&](int place, double place10, const auto& textOf, double cells) {
+  // `at` is the cell in the middle, and how far it has gone; the next one comes from above.
+  const auto drum = [&](const QRectF& box, double at, int cells, double pitch, double height,
+                        const auto& textOf) {
     painter.save();
-    const QRectF box(kDrums.left() + place * width + 1, kDrums.top() + 1.5, width - 1.5, kDrums.height() - 3);
     painter.setClipRect(box);
     QLinearGradient round(0, box.top(), 0, box.bottom());
     round.setColorAt(0, QColor(0x05, 0x05, 0x06));
     round.setColorAt(0.5, QColor(0x1f, 0x21, 0x24));
     round.setColorAt(1, QColor(0x05, 0x05, 0x06));
     painter.fillRect(box, round);
-    const double whole = std::floor(place10);
-    for (int i = -1; i <= 1; ++i) {
+    const double whole = std::floor(at);
+    for (int i = -1; i <= 2; ++i) {
       const double cell = std::fmod(whole + i + cells, cells);
-      const double y = box.center().y() - (i - (place10 - whole)) * 16;
-      Text(painter, {box.center().x(), y}, 15.5, textOf(static_cast<int>(cell)), Ink(), true);
+      const double y = box.center().y() - (i - (at - whole)) * pitch;
+      Text(painter, {box.center().x(), y}, height, textOf(static_cast<int>(cell)), Ink(), true);
     }
     painter.restore();
+  };
+  const auto boxAt = [width](int place, int places) {
+    return QRectF(kDrums.left() + place * width + 1, kDrums.top() + 1.5, places * width - 1.5,
+                  kDrums.height() - 3);
   };
   // The part of the next digit that has rolled in already, only while the digit right of it rolls over.
   const auto rolled = [feet](double unit) {
@@ -82,29 +82,15 @@ void AltimeterFace::DrawDrums(QPainter& painter) const {
     return std::floor(feet / unit) + std::max(0.0, (low - (unit - last)) / last);
   };
   const auto digit = [](int n) { return QString::number(n); };
-  const bool below10000 = feet < 9980;
-  drum(
-      0, rolled(10000),
-      [&](int n) { return below10000 && n == 0 ? QStringLiteral("\u2592") : QString::number(n); }, 10);
-  drum(1, rolled(1000), digit, 10);
-  drum(2, rolled(100), digit, 10);
+  const auto highest = [below10000 = feet < 9980](int n) {
+    return below10000 && n == 0 ? QStringLiteral("\u2592") : QString::number(n);
+  };
+  drum(boxAt(0, 1), rolled(10000), 10, 16, 15.5, highest);
+  drum(boxAt(1, 1), rolled(1000), 10, 16, 15.5, digit);
+  drum(boxAt(2, 1), rolled(100), 10, 16, 15.5, digit);
   // The last two places share one drum of five.
-  painter.save();
-  const QRectF box(kDrums.left() + 3 * width + 1, kDrums.top() + 1.5, 2 * width - 2, kDrums.height() - 3);
-  painter.setClipRect(box);
-  QLinearGradient round(0, box.top(), 0, box.bottom());
-  round.setColorAt(0, QColor(0x05, 0x05, 0x06));
-  round.setColorAt(0.5, QColor(0x1f, 0x21, 0x24));
-  round.setColorAt(1, QColor(0x05, 0x05, 0x06));
-  painter.fillRect(box, round);
-  const double twenties = std::fmod(feet, 100) / 20;
-  for (int i = -1; i <= 2; ++i) {
-    const int cell = (static_cast<int>(std::floor(twenties)) + i + 5) % 5;
-    const double y = box.center().y() - (i - (twenties - std::floor(twenties))) * 11;
-    Text(painter, {box.center().x(), y}, 10.5, QStringLiteral("%1").arg(cell * 20, 2, 10, QLatin1Char('0')),
-         Ink(), true);
-  }
-  painter.restore();
+  drum(boxAt(3, 2), std::fmod(feet, 100) / 20, 5, 11, 10.5,
+       [](int n) { return QStringLiteral("%1").arg(n * 20, 2, 10, QLatin1Char('0')); });
   if (feet_.At() < -0.5) {
     Text(painter, {0, kDrums.top() - 6}, 8, QStringLiteral("BELOW ZERO"), theme::kAmber, true);
   }

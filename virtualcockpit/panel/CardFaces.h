@@ -13,6 +13,7 @@ class CardFace : public InstrumentWidget {
   bool Large() const override { return true; }
 
  protected:
+  void DrawDial(QPainter&) override {}  // the card turns
   // The card with the heading (degrees) under the index at the top.
   void DrawCard(QPainter& painter, double heading) const;
   void DrawIndex(QPainter& painter) const;
@@ -29,7 +30,6 @@ class HeadingFace : public CardFace {
   QString Words() const override;
 
  protected:
-  void DrawDial(QPainter&) override {}
   void DrawMoving(QPainter& painter) override;
   bool Move(double seconds) override;
 
@@ -45,7 +45,6 @@ class AdfFace : public CardFace {
   QString Words() const override;
 
  protected:
-  void DrawDial(QPainter&) override {}
   void DrawMoving(QPainter& painter) override;
   bool Move(double seconds) override;
 
@@ -61,7 +60,6 @@ class RmiFace : public CardFace {
   QString Words() const override;
 
  protected:
-  void DrawDial(QPainter&) override {}
   void DrawMoving(QPainter& painter) override;
   bool Move(double seconds) override;
 

@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QPainterPath>
 #include <cmath>
+#include <numbers>
 
 #include "virtualcockpit/panel/Theme.h"
 
@@ -70,6 +71,11 @@ InstrumentWidget::InstrumentWidget(Device& device, QString caption, QWidget* par
   setAccessibleName(caption_);
   setAttribute(Qt::WA_OpaquePaintEvent, false);
   setMouseTracking(true);
+}
+
+QPointF InstrumentWidget::OnDial(double degrees, double radius) {
+  const double radians = degrees * std::numbers::pi / 180;
+  return {std::sin(radians) * radius, -std::cos(radians) * radius};
 }
 
 QColor InstrumentWidget::Ink() const {

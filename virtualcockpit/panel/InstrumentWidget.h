@@ -55,6 +55,8 @@ class InstrumentWidget : public QWidget {
   // A place of the face's own drawing that turns.
   Control& AddWheelArea(const QRectF& area, const QString& tip, std::function<void(int)> turn);
 
+  // A place on a round dial, clockwise from the top.
+  static QPointF OnDial(double degrees, double radius);
   QColor Ink() const;
   QColor Ink(const QColor& paint) const;
   // Text centred at a point, of a height in drawing units; smaller where it would be wider than `widest`.

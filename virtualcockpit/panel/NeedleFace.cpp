@@ -8,14 +8,9 @@
 namespace tvx::vc {
 namespace {
 
-constexpr double kRadians = 3.14159265358979 / 180;
 constexpr double kInnerRadius = 47;  // of the inner scale of concentric faces
 constexpr double kRestsAfter = 1;    // s without a command
 const QColor kSecondNeedle{0xff, 0xa6, 0x3d};
-
-QPointF At(double degrees, double radius) {
-  return {std::sin(degrees * kRadians) * radius, -std::cos(degrees * kRadians) * radius};
-}
 
 QColor ColourOf(FaceArc::Colour colour) {
   switch (colour) {
@@ -110,7 +105,7 @@ void NeedleFace::DrawArcs(QPainter& painter, const Hand& hand, double radius, do
     const QColor colour = Ink(ColourOf(arc.colour));
     if (arc.from == arc.to) {
       painter.setPen(QPen(colour, width * 0.8, Qt::SolidLine, Qt::FlatCap));
-      painter.drawLine(At(a, radius - 11), At(a, radius + width * 0.7));
+      painter.drawLine(OnDial(a, radius - 11), OnDial(a, radius + width * 0.7));
       continue;
     }
     // The white range lies inside the others, as on every airspeed indicator.
@@ -131,12 +126,12 @@ void NeedleFace::DrawScale(QPainter& painter, const Hand& hand, double radius, d
     const bool large = mark.size == ScaleMark::Size::Large;
     const double length = (large ? 13 : mark.size == ScaleMark::Size::Middle ? 10 : 6.5) * size;
     painter.setPen(QPen(Ink(), (large ? 2.5 : 1.3) * size, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(At(angle, radius), At(angle, radius - length));
+    painter.drawLine(OnDial(angle, radius), OnDial(angle, radius - length));
     if (mark.label.empty()) continue;
     const QString label = QString::fromStdString(mark.label);
     const double height = (label.size() > 3 ? 12.5 : 15) * size;
-    Text(painter, At(angle, radius - length - 10.5 * size - (label.size() > 2 ? 2 * size : 0)), height, label,
-         Ink(), true);
+    Text(painter, OnDial(angle, radius - length - 10.5 * size - (label.size() > 2 ? 2 * size : 0)), height,
+         label, Ink(), true);
   }
 }
 
@@ -160,8 +155,8 @@ void NeedleFace::DrawLegends(QPainter& painter) const {
     DrawLegend(painter, first_, {0, above ? -31.0 : Large() ? 23.0 : 27.0}, 10.5, 62, Ink());
     if (!first_.style.upDown) return;
     const double zero = DegreesOf(first_.scale.PositionOf(0));
-    Text(painter, At(zero + 38, 40), 9, QStringLiteral("UP"), Ink(), true);
-    Text(painter, At(zero - 38, 40), 9, QStringLiteral("DN"), Ink(), true);
+    Text(painter, OnDial(zero + 38, 40), 9, QStringLiteral("UP"), Ink(), true);
+    Text(painter, OnDial(zero - 38, 40), 9, QStringLiteral("DN"), Ink(), true);
   } else if (layout_ == Layout::Beside) {
     const double side = first_.scale.LowPosition() < kNeedlePositions / 2.0 ? -1 : 1;
     DrawLegend(painter, first_, {side * 20, 33}, 8.5, 35, Ink());

@@ -208,18 +208,19 @@ void PanelWindow::ShowState() {
   stateClock_.restart();
 }
 
+int PanelWindow::PerSecond(std::uint64_t now, std::uint64_t& last) const {
+  const double passed = std::max(0.05, static_cast<double>(stateClock_.elapsed()) / 1000);
+  const double rate = static_cast<double>(now - last) / passed;
+  last = now;
+  return static_cast<int>(std::lround(rate));
+}
+
 void PanelWindow::ShowSimulator() {
   const Simulator& sim = cockpit_.Sim();
   const SimulatorService& service = cockpit_.Simulation();
   const FlightState& state = sim.State();
-  const double passed = std::max(0.05, static_cast<double>(stateClock_.elapsed()) / 1000);
-  const auto rate = [passed](std::uint64_t now, std::uint64_t& last) {
-    const double perSecond = static_cast<double>(now - last) / passed;
-    last = now;
-    return static_cast<int>(std::lround(perSecond));
-  };
-  const int sent = rate(sim.Counters().sent, lastSent_);
-  const int received = rate(sim.Counters().received, lastReceived_);
+  const int sent = PerSecond(sim.Counters().sent, lastSent_);
+  const int received = PerSecond(sim.Counters().received, lastReceived_);
   Show(*labelPhase_, Utf8(state.phase));
   Show(*labelFlight_,
        QStringLiteral("%1 of %2%3")
@@ -255,14 +256,8 @@ void PanelWindow::ShowSimulator() {
 void PanelWindow::ShowBus() {
   const GaugeBusLine& line = cockpit_.GaugeLine();
   const GaugeBus& bus = cockpit_.Gauges();
-  const double passed = std::max(0.05, static_cast<double>(stateClock_.elapsed()) / 1000);
-  const auto perSecond = [passed](std::uint64_t now, std::uint64_t& last) {
-    const double rate = static_cast<double>(now - last) / passed;
-    last = now;
-    return static_cast<int>(std::lround(rate));
-  };
-  const int frames = perSecond(bus.Decoder().Frames(), lastFrames_);
-  const int replies = perSecond(bus.Replies(), lastReplies_);
+  const int frames = PerSecond(bus.Decoder().Frames(), lastFrames_);
+  const int replies = PerSecond(bus.Replies(), lastReplies_);
   cmdAdapter_->setEnabled(cockpit_.HasGaugeBus());
   if (!cockpit_.HasGaugeBus()) {
     Show(*labelBus_, QStringLiteral("The configuration names no port for the gauges"), theme::kAmber);

@@ -35,6 +35,8 @@ class PanelWindow : public QWidget {
   void Connect();
   void Frame();
   void ShowState();
+  // How fast a counter has risen since the state was shown last.
+  int PerSecond(std::uint64_t now, std::uint64_t& last) const;
   void ShowSimulator();
   void ShowBus();
 

@@ -8,16 +8,12 @@
 namespace tvx::vc {
 namespace {
 
-constexpr double kRadians = 3.14159265358979 / 180;
 constexpr double kMiddle = VorDevice::kNeedleSpan / 2.0;
 constexpr double kStepsAtFull = 300;  // needle steps from the middle to the last dot
 constexpr double kFullDots = 40;      // drawing units from the middle to the last dot
 constexpr double kField = 52;         // radius of the inner field
 const QColor kFlagRed{0xe2, 0x3a, 0x2e};
 
-QPointF At(double degrees, double radius) {
-  return {std::sin(degrees * kRadians) * radius, -std::cos(degrees * kRadians) * radius};
-}
 double Offset(double steps) {
   return std::clamp((steps - kMiddle) / kStepsAtFull * kFullDots, -47.0, 47.0);
 }
@@ -50,7 +46,7 @@ void VorFace::DrawDial(QPainter& painter) {
     const double angle = degrees - gauge_.KnobDegrees();
     const double length = degrees % 30 == 0 ? 9 : degrees % 10 == 0 ? 7.5 : 4.5;
     painter.setPen(QPen(Ink(), degrees % 30 == 0 ? 1.9 : 1.1, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(At(angle, radius - 2), At(angle, radius - 2 - length));
+    painter.drawLine(OnDial(angle, radius - 2), OnDial(angle, radius - 2 - length));
     if (degrees % 30 != 0) continue;
     static constexpr const char* quarters[] = {"N", "E", "S", "W"};
     const QString label =

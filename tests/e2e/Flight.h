@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QUdpSocket>
 #include <chrono>
 #include <memory>
@@ -23,11 +24,21 @@ namespace tvx::e2e {
 template <typename Condition>
 bool Eventually(Condition&& condition, std::chrono::seconds deadline = std::chrono::seconds(20)) {
   const auto end = std::chrono::steady_clock::now() + deadline;
+  QTimer look;  // at least so often
+  look.start(20);
   while (!condition()) {
     if (std::chrono::steady_clock::now() > end) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+    // Not the form with a time to wait, which does not wait at all.
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   }
   return true;
+}
+
+// A UDP port that nobody has.
+inline int FreePort() {
+  QUdpSocket probe;
+  probe.bind(QHostAddress::LocalHost, 0);
+  return probe.localPort();
 }
 
 class Flight {
@@ -84,12 +95,6 @@ class Flight {
   FakeMessageBoxes boxes;
 
  private:
-  static int FreePort() {
-    QUdpSocket probe;
-    probe.bind(QHostAddress::LocalHost, 0);
-    return probe.localPort();
-  }
-
   QString before_;
   QTemporaryDir folder_;
   ConfigModel model_;

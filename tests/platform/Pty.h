@@ -1,4 +1,4 @@
-// A pseudo-terminal, whose far end plays the hardware, and a working folder of its own for a test.
+// A pseudo-terminal, whose far end plays the hardware.
 #pragma once
 
 #include <fcntl.h>
@@ -6,12 +6,12 @@
 #include <stdlib.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "base/Bytes.h"
+#include "fakes/ScratchFolder.h"
 
 namespace tvx {
 
@@ -45,33 +45,6 @@ class Pty {
  private:
   int far_;
   std::string device_;
-};
-
-// An empty folder that is the current one for as long as this lives.
-class ScratchFolder {
- public:
-  ScratchFolder() : before_(std::filesystem::current_path()) {
-    std::string name = (std::filesystem::temp_directory_path() / "tvxXXXXXX").string();
-    if (mkdtemp(name.data()) != nullptr) folder_ = name;
-    std::filesystem::current_path(folder_);
-    std::filesystem::create_directory("comports");
-  }
-  ~ScratchFolder() {
-    std::filesystem::current_path(before_);
-    std::filesystem::remove_all(folder_);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  static void Link(int comNumber, const std::string& device) {
-    const std::string link = "comports/com" + std::to_string(comNumber);
-    std::filesystem::remove(link);
-    std::filesystem::create_symlink(device, link);
-  }
-
- private:
-  std::filesystem::path before_;
-  std::filesystem::path folder_;
 };
 
 }  // namespace tvx

@@ -1,7 +1,9 @@
 // Bytes of frames and datagrams, put together by hand.
 #pragma once
 
+#include <cstdlib>
 #include <cstring>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +21,23 @@ inline Bytes operator+(Bytes left, const Bytes& right) {
 inline Bytes Ascii(std::string_view text) {
   return Bytes(text.begin(), text.end());
 }
+// What is on the wire, in words: "P =5020 .. 0F" is a letter, a number of two bytes (the high one first), two
+// zeros and a byte in hexadecimal digits.
+inline Bytes Wire(std::string_view text) {
+  Bytes bytes;
+  std::istringstream words{std::string(text)};
+  for (std::string word; words >> word;) {
+    if (word[0] == '.') {
+      bytes.resize(bytes.size() + word.size());
+    } else if (word[0] == '=') {
+      const int number = std::stoi(word.substr(1));
+      bytes.insert(bytes.end(), {static_cast<Byte>(number >> 8), static_cast<Byte>(number)});
+    } else {
+      bytes.push_back(static_cast<Byte>(word.size() == 1 ? word[0] : std::stoi(word, nullptr, 16)));
+    }
+  }
+  return bytes;
+}
 inline Bytes Little(std::int32_t value) {
   Bytes bytes(4);
   for (int i = 0; i < 4; ++i)
@@ -34,6 +53,18 @@ inline Bytes Single(float value) {
 }
 inline Bytes Padded(Bytes bytes, std::size_t size, Byte with = 0) {
   bytes.resize(size, with);
+  return bytes;
+}
+// An answer of 25 bytes: its head, what the wire carries from byte 6 on, zeros, and the end mark.
+inline Bytes Answer(const Bytes& head, std::string_view wire = {}) {
+  return Padded(Padded(Bytes{0} + head, 5) + Wire(wire), 24) + Bytes{0xFF};
+}
+// A command on the gauge bus.
+inline Bytes Command(int gaugeID, int command, int value = 0) {
+  const int low = std::abs(value) & 0xFF, high = std::abs(value) >> 8;
+  const int third = command << 4 | 8 | (value < 0 ? 4 : 0) | (high & 2) | (low & 1);
+  Bytes bytes{0};
+  for (const int byte : {gaugeID, third, low | 1, high | 2, 0xFF}) bytes.push_back(static_cast<Byte>(byte));
   return bytes;
 }
 inline Bytes SubscribeTo(std::string_view name, std::int32_t frequency, std::int32_t index) {

@@ -77,13 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(FrameDecoder, EveryValueComesBack) {
   for (int value = -65535; value <= 65535; value += 37) {
-    const int magnitude = std::abs(value);
-    const int low = magnitude & 0xFF;
-    const int high = magnitude >> 8;
-    const int command = 9 << 4 | 8 | (value < 0 ? 4 : 0) | (high & 2) | (low & 1);
-    const Bytes frame{
-        0, 200, static_cast<Byte>(command), static_cast<Byte>(low | 1), static_cast<Byte>(high | 2), 255};
-    ASSERT_EQ(Decode(frame, 6).frames, std::vector<std::string>{"200:9:" + std::to_string(value)});
+    ASSERT_EQ(Decode(test::Command(200, 9, value), 6).frames,
+              std::vector<std::string>{"200:9:" + std::to_string(value)});
   }
 }
 

@@ -11,19 +11,6 @@ namespace tvx::vc {
 namespace {
 
 using test::Bytes;
-using test::operator+;
-
-Bytes CommandBytes(int gaugeID, int command, int value) {
-  const int magnitude = std::abs(value);
-  const int low = magnitude & 0xFF;
-  const int high = magnitude >> 8;
-  return {0,
-          static_cast<Byte>(gaugeID),
-          static_cast<Byte>(command << 4 | 8 | (value < 0 ? 4 : 0) | (high & 2) | (low & 1)),
-          static_cast<Byte>(low | 1),
-          static_cast<Byte>(high | 2),
-          0xFF};
-}
 
 // A bus with one instrument of each kind, and the bytes that came back.
 class GaugeBusTest : public testing::Test {
@@ -37,7 +24,7 @@ class GaugeBusTest : public testing::Test {
     }
   }
   void Command(int gaugeID, int command, int value = 0) {
-    bus_.OnBytes(CommandBytes(gaugeID, command, value), now_);
+    bus_.OnBytes(test::Command(gaugeID, command, value), now_);
   }
   // The answer to "report state", or nothing.
   Bytes Poll(int gaugeID) {
@@ -102,19 +89,17 @@ TEST_F(GaugeBusTest, LightingWordIsTakenApart) {
 }
 
 TEST_F(GaugeBusTest, RepliesByteByByte) {
-  EXPECT_EQ(Poll(10), test::Padded({0, 10, 4, 1, 12}, 24) + Bytes{0xFF});
-  EXPECT_EQ(Poll(30), test::Padded({0, 30, 200, 3, 4}, 24) + Bytes{0xFF})
-      << "a kind without a face answers too";
+  EXPECT_EQ(Poll(10), test::Answer({10, 4, 1, 12}));
+  EXPECT_EQ(Poll(30), test::Answer({30, 200, 3, 4})) << "a kind without a face answers too";
 
   Command(11, 12, 1013);
-  EXPECT_EQ(Poll(11), test::Padded({0, 11, 101, 2, 14, 'P', 0x03, 0xF5, 'P', 1, 0, 128}, 24) + Bytes{0xFF});
+  EXPECT_EQ(Poll(11), test::Answer({11, 101, 2, 14}, "P =1013 P 01 . 80"));
   As<AltimeterDevice>(11).TurnKnob(-3);
   EXPECT_EQ(Poll(11)[11], 125);
   EXPECT_EQ(Poll(11)[11], 128) << "a click is told once";
 
   As<VorDevice>(14).TurnKnob(-240 + 90);
-  EXPECT_EQ(Poll(14), test::Padded({0, 14, 106, 1, 13, 'C', 0x03, 0x2D, 'A'}, 24) + Bytes{0xFF})
-      << "1084 * 3 / 4";
+  EXPECT_EQ(Poll(14), test::Answer({14, 106, 1, 13}, "C =813 A")) << "1084 * 3 / 4";
   As<VorDevice>(14).TurnKnob(-91);
   EXPECT_EQ(As<VorDevice>(14).KnobDegrees(), 359);
 
@@ -125,8 +110,7 @@ TEST_F(GaugeBusTest, RepliesByteByByte) {
   written_.clear();
   Command(23, 6, 0x8001);
   ASSERT_EQ(written_.size(), 1u) << "a module answers its lamps";
-  EXPECT_EQ(written_[0], (Bytes{0, 23, 10,   1,    10,   'I', 'O', '-', 'M', 'O', 'D',  0,   0xA1,
-                                0, 0,  0x0F, 0xBC, 0x23, 0,   0,   0,   0,   0,   0xFF, 0xFF}));
+  EXPECT_EQ(written_[0], test::Answer({23, 10, 1, 10}, "I O - M O D . A1 .. 0F BC 23 ..... FF"));
   EXPECT_TRUE(module.Lamp(0) && module.Lamp(15) && !module.Lamp(1));
 }
 
@@ -149,33 +133,32 @@ TEST_F(GaugeBusTest, NewAddressMovesTheGauge) {
   EXPECT_EQ(bus_.Unheard(), 1u);
 }
 
-struct FaultCase {
-  DeviceFault fault;
-  bool moves;           // the needle still follows
-  std::size_t answers;  // to two polls
-};
-class DeviceFaults : public GaugeBusTest, public testing::WithParamInterface<FaultCase> {};
-
-TEST_P(DeviceFaults, ShowOnTheLine) {
-  const FaultCase& c = GetParam();
-  bus_.Find(10)->SetFault(c.fault);
-  Command(10, 5, 400);
-  EXPECT_EQ(As<NeedleDevice>(10).First().has_value(), c.moves);
-  Command(10, 7);
-  Command(10, 7);
-  EXPECT_EQ(written_.size(), c.answers);
-  for (const Bytes& reply : written_) {
-    const bool whole =
-        reply.size() == kReplySize && reply.front() == 0 && reply[11] == 0 && reply.back() == 0xFF;
-    EXPECT_EQ(whole, c.fault != DeviceFault::Garbled);
+TEST_F(GaugeBusTest, DeviceFaultsShowOnTheLine) {
+  const struct {
+    DeviceFault fault;
+    bool moves;           // the needle still follows
+    std::size_t answers;  // to two polls
+  } cases[] = {{DeviceFault::None, true, 2},      {DeviceFault::Silent, true, 0},
+               {DeviceFault::Garbled, true, 2},   {DeviceFault::Late, true, 0},
+               {DeviceFault::Duplicate, true, 4}, {DeviceFault::Dead, false, 0}};
+  int position = 400;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(FaultText(c.fault));
+    bus_.Find(10)->SetFault(c.fault);
+    Command(10, 5, ++position);
+    EXPECT_EQ(As<NeedleDevice>(10).First() == position, c.moves);
+    written_.clear();
+    Command(10, 7);
+    Command(10, 7);
+    EXPECT_EQ(written_.size(), c.answers);
+    for (const Bytes& reply : written_) {
+      const bool whole =
+          reply.size() == kReplySize && reply.front() == 0 && reply[11] == 0 && reply.back() == 0xFF;
+      EXPECT_EQ(whole, c.fault != DeviceFault::Garbled);
+    }
+    EXPECT_FALSE(Poll(11).empty()) << "the others are not touched";
   }
-  EXPECT_FALSE(Poll(11).empty()) << "the others are not touched";
 }
-INSTANTIATE_TEST_SUITE_P(
-    All, DeviceFaults,
-    testing::Values(FaultCase{DeviceFault::None, true, 2}, FaultCase{DeviceFault::Silent, true, 0},
-                    FaultCase{DeviceFault::Garbled, true, 2}, FaultCase{DeviceFault::Late, true, 0},
-                    FaultCase{DeviceFault::Duplicate, true, 4}, FaultCase{DeviceFault::Dead, false, 0}));
 
 TEST_F(GaugeBusTest, LateAnswerComesWhenItIsDue) {
   bus_.Find(10)->SetFault(DeviceFault::Late);

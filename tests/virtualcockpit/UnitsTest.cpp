@@ -40,10 +40,10 @@ TEST(IoBoard, ReportsWhatIsMoved) {
 
 TEST(IoBoard, CommandsReachLampsAndSettings) {
   UnitRig<IoBoard> rig;
-  rig.unit.Receive(Bytes{0, 10, 0x49, 0x01, 0x02, 0xFF}, 0);  // command 4, value 1
-  rig.unit.Receive(Bytes{0, 10, 0x58, 0x01, 0x82, 0xFF}, 0);  // command 5, value 0x8000
-  rig.unit.Receive(Bytes{0, 10, 0xB9, 0x03, 0x07, 0xFF}, 0);  // command 11, 256 x 5 + 3
-  rig.unit.Receive(Bytes{0, 11, 0x49, 0x03, 0x02, 0xFF}, 0);  // for another address
+  rig.unit.Receive(test::Command(10, 4, 1), 0);
+  rig.unit.Receive(test::Command(10, 5, 0x8000), 0);
+  rig.unit.Receive(test::Command(10, 11, 256 * 5 + 3), 0);
+  rig.unit.Receive(test::Command(11, 4, 3), 0);  // for another address
   EXPECT_TRUE(rig.unit.Lamp(0) && rig.unit.Lamp(31));
   EXPECT_FALSE(rig.unit.Lamp(1) || rig.unit.Lamp(30));
   EXPECT_EQ(rig.unit.Debounce(5), 3);
@@ -52,11 +52,10 @@ TEST(IoBoard, CommandsReachLampsAndSettings) {
 
 TEST(IoBoard, Faults) {
   UnitRig<IoBoard> rig;
-  const Bytes poll{0, 10, 0x78, 0x01, 0x02, 0xFF};
   const auto answers = [&](DeviceFault fault) {
     rig.unit.SetFault(fault);
     rig.sent.clear();
-    rig.unit.Receive(poll, 1000);
+    rig.unit.Receive(test::Command(10, 7), 1000);
     return rig.sent.size();
   };
   EXPECT_EQ(answers(DeviceFault::None), 1u);

@@ -40,19 +40,24 @@ void ConfigFile::LoadConfigFile() {
   const FlagScope scope(loading_);
   model_.ConfigLoadFailed = false;
   std::string error;
-  auto result = ConfigReadResult::Failed;
+  auto result = ConfigReadResult::Unopened;
   if (const auto text = ReadWholeFile(model_.ConfigFileName, error)) {
     result = ReadConfigText(*text, model_, boxes_, error);
   }
   // ODDITY: a load refused because of the version is no failure, unlike one refused because of the title: the
   // general record that was read stays in force.
-  model_.ConfigLoadFailed = result == ConfigReadResult::Failed || result == ConfigReadResult::RefusedTitle;
-  if (result == ConfigReadResult::Failed) boxes_.Show(std::string(kError) + error);
+  const bool failed = result == ConfigReadResult::Failed || result == ConfigReadResult::Unopened;
+  model_.ConfigLoadFailed = failed || result == ConfigReadResult::RefusedTitle;
+  if (result == ConfigReadResult::Loaded) model_.ConfigChanged = false;
+  lastLoad_ = result;
+  if (failed) boxes_.Show(std::string(kError) + error);
 }
 
 bool ConfigFile::SaveConfigFile() {
   std::string error;
-  return ReplaceFile(model_.ConfigFileName, WriteConfigText(model_), error);
+  if (!ReplaceFile(model_.ConfigFileName, WriteConfigText(model_), error)) return false;
+  model_.ConfigChanged = false;
+  return true;
 }
 
 }  // namespace tvx

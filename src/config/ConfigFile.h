@@ -9,17 +9,24 @@
 
 namespace tvx {
 
+// Unopened: the file cannot be read at all, and nothing has changed.
+enum class ConfigReadResult { Loaded, RefusedTitle, RefusedVersion, Failed, Unopened };
+
 class ConfigFile {
  public:
   ConfigFile(ConfigModel& model, MessageBoxes& boxes) : model_(model), boxes_(boxes) {}
 
   // Reads the file that ConfigFileName names into the model, section by section. Sets ConfigLoadFailed to
   // false at the start and to true when the load is refused or fails; shows its own messages. What was read
-  // before an error stays in the model. While its questions stand, a second call does nothing.
+  // before an error stays in the model. While its questions stand, a second call does nothing. A file that
+  // was read wholly leaves ConfigChanged false.
   void LoadConfigFile();
+  // How the last load ended.
+  ConfigReadResult LastLoad() const { return lastLoad_; }
 
   // Replaces the file that ConfigFileName names by the whole model, atomically: on any failure (full disk, no
   // permission) the old file stays as it was. False then; shows nothing and leaves ConfigLoadFailed as it is.
+  // ConfigChanged is false once the file is written.
   bool SaveConfigFile();
 
   // True while LoadConfigFile waits for an answer.
@@ -29,12 +36,12 @@ class ConfigFile {
   ConfigModel& model_;
   MessageBoxes& boxes_;
   bool loading_ = false;
+  ConfigReadResult lastLoad_ = ConfigReadResult::Unopened;
 };
 
 // The whole model as the file's text, and a file's text into the model (the reader without the disk, for the
 // dump, the partial import and the tests).
 std::string WriteConfigText(const ConfigModel& model);
-enum class ConfigReadResult { Loaded, RefusedTitle, RefusedVersion, Failed };
 // How far a file is read: to its end, or up to its Plates.
 enum class ConfigReadExtent { Whole, UpToPlates };
 // `error` gets the description where the result is Failed (empty for an unexpected keyword).

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #include "base/Rounding.h"
 #include "config/StartFile.h"
@@ -109,7 +110,6 @@ bool SaveControl::Save(const std::string& name) {
     model_.ConfigFileName = oldName;
     return false;
   }
-  model_.ConfigChanged = false;
   boxes_.Show("File saved as: " + name);
   return true;
 }
@@ -132,10 +132,14 @@ bool SaveControl::Load(const std::string& name) {
     return false;
   }
   if (boxes_.Ask("This will overwrite the current configuration! Continue?") == kAnswerNo) return false;
-  model_.ConfigFileName = name;
+  const std::string before = std::exchange(model_.ConfigFileName, name);
   file_.LoadConfigFile();
-  // After half a load the model is neither the old configuration nor the file's.
-  model_.ConfigChanged = model_.ConfigLoadFailed;
+  if (file_.LastLoad() == ConfigReadResult::Unopened) {
+    model_.ConfigFileName = before;
+  } else if (file_.LastLoad() != ConfigReadResult::Loaded) {
+    // After half a load the model is neither the old configuration nor the file's.
+    model_.ConfigChanged = true;
+  }
   return !model_.ConfigLoadFailed;
 }
 

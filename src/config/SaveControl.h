@@ -18,10 +18,9 @@ class SaveControl {
   SaveControl(ConfigModel& model, ConfigFile& file, MessageBoxes& boxes, std::function<std::string()> header);
 
   // Saves the model under this name, which becomes the file in use. The file that was there is kept beside it
-  // as
-  // "<name>.bak".
+  // as "<name>.bak".
   bool Save(const std::string& name);
-  // Asks, then loads the file, which becomes the one in use.
+  // Asks, then loads the file, which becomes the one in use; one that cannot be opened does not.
   bool Load(const std::string& name);
   // Asks, then renames the file to "<name>.bak".
   bool Delete(const std::string& name);

@@ -139,6 +139,23 @@ TEST_F(SaveControlTest, LoadingAsksFirst) {
   EXPECT_FALSE(save.Load("Bad.cfg"));
   EXPECT_EQ(LastShown(), "Error Configuration file. ");
   EXPECT_TRUE(model.ConfigChanged) << "a half-loaded configuration must be asked about";
+
+  // Its general record only: the rest is what was edited before.
+  ConfigModel older = model;
+  older.General.ConfigHeader.replace(69, 4, "0.01");
+  Put("Older.cfg", WriteConfigText(older));
+  boxes.answers = {kAnswerYes, kAnswerNo};
+  model.ConfigChanged = false;
+  save.Load("Older.cfg");
+  EXPECT_TRUE(boxes.answers.empty());
+  EXPECT_TRUE(model.ConfigChanged);
+
+  model.ConfigChanged = false;
+  boxes.answers = {kAnswerYes};
+  EXPECT_FALSE(save.Load("Missing.cfg"));
+  EXPECT_EQ(LastShown().rfind("Error Configuration file. ", 0), 0u) << LastShown();
+  EXPECT_EQ(model.ConfigFileName, "Older.cfg") << "nothing was read, nothing has changed";
+  EXPECT_FALSE(model.ConfigChanged);
 }
 
 TEST_F(SaveControlTest, DeletingAsksAndKeepsACopy) {

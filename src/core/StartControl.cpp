@@ -222,6 +222,9 @@ void StartControl::FileName_Change(const std::string& name) {
 void StartControl::CmdConfigure_Click() {
   timers_.WaitForAutostart.SetEnabled(false);
   timers_.TimerWaitForFS.SetEnabled(false);
+  // The configuration may give the link another address; what is tried there opens it anew.
+  if (sim_.UdpOpen()) CloseProbe();
+  probeState_ = kOpenLink;
   shell_.ShowMainConfiguration();
 }
 

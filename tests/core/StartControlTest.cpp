@@ -137,8 +137,11 @@ TEST_F(StartControlTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
 TEST_F(StartControlTest, LaterActivationsCountNothingDown) {
   Prepare(9);
   rig.start.Activate();
+  rig.start.WaitForAutostart_Tick();
+  EXPECT_TRUE(rig.sim.UdpOpen());
   rig.start.CmdConfigure_Click();
   EXPECT_FALSE(rig.autostart.enabled);
+  EXPECT_FALSE(rig.sim.UdpOpen()) << "the configuration may give the link another address";
   rig.start.Activate();
   EXPECT_FALSE(rig.start.View().CountdownVisible);
   EXPECT_FALSE(rig.autostart.enabled);

@@ -16,14 +16,8 @@ void ExpectNeedle(NewInstallation& installation, int gaugeID, double position, c
 
 TEST(FromNothing, AnInstallationIsSetUpAndFlies) {
   NewInstallation installation;
-  for (const auto step : {&NewInstallation::StartWithNothing, &NewInstallation::AssignAdapters,
-                          &NewInstallation::GiveGroupsTheirPorts, &NewInstallation::FindTheGauges,
-                          &NewInstallation::DefineAFunction, &NewInstallation::TestTheFunction,
-                          &NewInstallation::SetUpTheAirspeed, &NewInstallation::SetUpTheTachometer,
-                          &NewInstallation::SaveAndSetAsStartUp, &NewInstallation::StartAgain}) {
-    (installation.*step)();
-    ASSERT_FALSE(HasFailure());
-  }
+  installation.Everything();
+  ASSERT_FALSE(HasFailure());
   vc::Simulator& sim = installation.TheCockpit().Sim();
   sim.SetPaused(true);
   const double airspeed = sim.State().airspeed, rpm = sim.State().rpm;

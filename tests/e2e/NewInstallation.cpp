@@ -75,6 +75,18 @@ NewInstallation::~NewInstallation() {
   QDir::setCurrent(before_);
 }
 
+void NewInstallation::Everything() {
+  using Step = void (NewInstallation::*)();
+  for (const Step step : {&NewInstallation::StartWithNothing, &NewInstallation::AssignAdapters,
+                          &NewInstallation::GiveGroupsTheirPorts, &NewInstallation::FindTheGauges,
+                          &NewInstallation::DefineAFunction, &NewInstallation::TestTheFunction,
+                          &NewInstallation::SetUpTheAirspeed, &NewInstallation::SetUpTheTachometer,
+                          &NewInstallation::SaveAndSetAsStartUp, &NewInstallation::StartAgain}) {
+    if (testing::Test::HasFailure()) return;
+    (this->*step)();
+  }
+}
+
 void NewInstallation::Begin() {
   program_ = std::make_unique<Program>(&boxes, nullptr, &adapters_);
   program_->Begin();
@@ -86,6 +98,7 @@ void NewInstallation::StartWithNothing() {
   ASSERT_TRUE(Eventually([this] { return !boxes.shown.empty(); }));
   EXPECT_EQ(boxes.shown[0].find("Error Configuration file. "), 0u);
   boxes.shown.clear();
+  ASSERT_TRUE(Eventually([this] { return program_->Sim().UdpOpen(); })) << "it looks for a simulator already";
   Seen("start");
   OnForm("frmMain").Press("CmdConfigure");
   ASSERT_TRUE(Eventually([] { return FormShown("FrmMainConfigure") != nullptr; }));

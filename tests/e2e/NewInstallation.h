@@ -43,6 +43,8 @@ class NewInstallation {
   explicit NewInstallation(Look look = {});
   ~NewInstallation();
 
+  // All steps, as far as they succeed.
+  void Everything();
   // The steps, in their order.
   void StartWithNothing();
   void AssignAdapters();

@@ -1,9 +1,11 @@
-// Takes a picture of every form of the program, flying the demonstration against the virtual cockpit: the
-// manual's pictures, and a quick look after a change of the forms. Argument: the folder for the pictures.
+// Takes a picture of every step of a set-up from nothing, and of every form of the program, flying the
+// demonstration against the virtual cockpit: the manual's pictures, and a quick look after a change of the
+// forms. Argument: the folder for the pictures.
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QListWidget>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTimer>
 #include <QWidget>
@@ -12,6 +14,7 @@
 #include <vector>
 
 #include "e2e/Flight.h"
+#include "tools/SetUpPictures.h"
 #include "ui/Look.h"
 
 namespace {
@@ -44,11 +47,19 @@ void RunFor(std::chrono::milliseconds time) {
   Eventually([end] { return std::chrono::steady_clock::now() > end; });
 }
 
+// "FrmMainConfigure" is in frm-main-configure.png, its second page in frm-main-configure-1.png.
+QString FileName(const QWidget& form, int page = 0) {
+  QString name = form.objectName();
+  static const QRegularExpression wordBegins("(?<=[a-z])(?=[A-Z])");
+  name = name.replace(wordBegins, "-").toLower();
+  return name + (page > 0 ? "-" + QString::number(page) : QString()) + ".png";
+}
+
 // Pictures of the visible forms that have none yet, named after them.
 void TakePictures(const QDir& folder) {
   RunFor(std::chrono::milliseconds(700));
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    const QString file = folder.filePath(window->objectName() + ".png");
+    const QString file = folder.filePath(FileName(*window));
     if (!window->isVisible() || window->objectName().isEmpty() || QFile::exists(file)) continue;
     window->grab().save(file);
     std::printf("%s\n", qPrintable(QFileInfo(file).fileName()));
@@ -63,7 +74,7 @@ void TakePages(const QDir& folder) {
     for (int page = 1; page < tabs->count(); ++page) {
       tabs->setCurrentIndex(page);
       RunFor(std::chrono::milliseconds(200));
-      window->grab().save(folder.filePath(window->objectName() + QString("-%1.png").arg(page)));
+      window->grab().save(folder.filePath(FileName(*window, page)));
     }
   }
 }
@@ -94,6 +105,7 @@ int main(int argc, char** argv) {
   tvx::look::Apply(application, tvx::look::Theme::Dark);
   const QDir folder(QDir(argc > 1 ? argv[1] : ".").absolutePath());
   folder.mkpath(".");
+  tvx::tools::TakeSetUpPictures(folder);
   Flight flight([](tvx::ConfigModel& model) {
     model.General.TransferInterval = 40;
     model.General.ComPortYoke1 = 8;
@@ -116,7 +128,7 @@ int main(int argc, char** argv) {
       {"cmdGetOffset"},
       {"cmdTestXplaneInterface"},
       {"cmdGotoIOM", "cmdConfigIOM", "cmdEdit"},
-      {"cmdGotoEC", "cmdTestEC"},
+      {"cmdGotoEC", "cmdTestEC", "cmdConfigEC"},
       {"cmdGotoFFB", "cmdConfigY1"},
       {"cmdPlates"},
       {"cmdTestGauges"},

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <memory>
-#include <ostream>
 #include <vector>
 
 #include "base/Bytes.h"
@@ -13,37 +12,10 @@
 #include "fakes/FakeHost.h"
 #include "fakes/FakeSerialPort.h"
 #include "fakes/FakeUdpSocket.h"
+#include "fakes/SentCommands.h"
+#include "fakes/SimData.h"
 
 namespace tvx {
-
-// A frame on the gauge bus, decoded.
-struct SentCommand {
-  int gauge, command, value;
-  bool operator==(const SentCommand&) const = default;
-  friend std::ostream& operator<<(std::ostream& out, const SentCommand& c) {
-    return out << "{gauge " << c.gauge << ", command " << c.command << ", value " << c.value << "}";
-  }
-};
-
-// Takes the frames of a batch apart; the 0xFF in front of a poll frame is skipped. A byte that fits nowhere
-// ends the list with gauge -1.
-inline std::vector<SentCommand> CommandsOf(ByteView batch) {
-  std::vector<SentCommand> commands;
-  while (!batch.empty()) {
-    if (batch[0] == 0xFF) {
-      batch = batch.subspan(1);
-      continue;
-    }
-    if (batch.size() < 6 || batch[0] != 0 || batch[5] != 0xFF || (batch[2] & 8) == 0) {
-      commands.push_back({-1, 0, 0});
-      return commands;
-    }
-    const int magnitude = ((batch[4] & 0xFD) | (batch[2] & 2)) * 256 + ((batch[3] & 0xFE) | (batch[2] & 1));
-    commands.push_back({batch[1], batch[2] >> 4, (batch[2] & 4) ? -magnitude : magnitude});
-    batch = batch.subspan(6);
-  }
-  return commands;
-}
 
 struct CockpitRig {
   ConfigModel model;
@@ -53,7 +25,7 @@ struct CockpitRig {
   FakeUdpSocket socket;
   std::array<FakeSerialPort, kHardwareGroups> ports;
   SimCom sim{model, socket, boxes, clock};
-  Serial serial{model, PortPointers(), boxes, loop};
+  Serial serial{model, PointersTo(ports), boxes, loop};
   SpecialValues special{sim, boxes, clock};
   ProcessCycle cycle{model, sim, serial, special};
 
@@ -66,14 +38,9 @@ struct CockpitRig {
 
   // Makes Function `number` a Float that Set() sets, with four sources.
   void Define(int number) {
-    FunctionRecord& f = model.Functions[static_cast<std::size_t>(number)];
-    f.ShortName = "F" + std::to_string(number);
-    f.FunctionNr = static_cast<std::int16_t>(number);
-    f.ComboDT = static_cast<Byte>(DataType::Float);
-    f.Multiplier = f.Devider = 1;
+    FunctionRecord& f = DefineFunction(model, number, DataType::Float, number % 150, number / 150);
     f.boxMaximumValue = 100;
-    f.XPindex1 = f.XPindex2 = f.XPindex3 = f.XPindex4 = static_cast<std::int16_t>(number % 150);
-    f.XPVal1 = static_cast<Byte>(number / 150);
+    f.XPindex2 = f.XPindex3 = f.XPindex4 = f.XPindex1;
     f.XPVal2 = static_cast<Byte>(f.XPVal1 + 2);
     f.XPVal3 = static_cast<Byte>(f.XPVal1 + 4);
     f.XPVal4 = static_cast<Byte>(f.XPVal1 + 6);
@@ -84,15 +51,7 @@ struct CockpitRig {
     const auto slot = f.SlotOf(static_cast<Byte>(sequenceNr));
     auto& group = groups_[static_cast<std::size_t>(slot.index)];
     group[slot.value] = value;
-    std::string datagram = "DATA*";
-    datagram += static_cast<char>(slot.index);
-    datagram.append(3, '\0');
-    for (const float v : group) {
-      std::array<Byte, 4> bytes{};
-      FloatToLittleEndian(v, bytes);
-      datagram.append(bytes.begin(), bytes.end());
-    }
-    socket.Deliver(datagram);
+    socket.Deliver(DataDatagram(slot.index, group));
   }
   // A Plate from `lowest` at position 0 to `highest` at position `top`, straight.
   int AddPlate(double lowest, double highest, int top) {
@@ -138,11 +97,6 @@ struct CockpitRig {
   }
 
  private:
-  Serial::Ports PortPointers() {
-    Serial::Ports pointers{};
-    for (std::size_t i = 0; i < kHardwareGroups; ++i) pointers[i] = &ports[i];
-    return pointers;
-  }
   void OpenStandard(std::size_t entry, int function, int sequenceNr) {
     cycle.StandardPort[entry] = sim.OpenSimPort(function, sequenceNr);
     if (cycle.StandardPort[entry] != kNoPort) sim.EnableReadSimPort(cycle.StandardPort[entry]);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <string>
 #include <utility>
@@ -131,5 +132,13 @@ class FakeSerialPort final : public SerialPort {
   std::vector<Byte> input_;
   std::vector<Byte> held_;  // taken, but not yet on the line
 };
+
+// As Serial takes its ports.
+template <std::size_t kCount>
+std::array<SerialPort*, kCount> PointersTo(std::array<FakeSerialPort, kCount>& ports) {
+  std::array<SerialPort*, kCount> pointers{};
+  std::ranges::transform(ports, pointers.begin(), [](FakeSerialPort& port) { return &port; });
+  return pointers;
+}
 
 }  // namespace tvx

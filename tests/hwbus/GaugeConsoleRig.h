@@ -28,17 +28,12 @@ class HaltedBusTest : public testing::Test {
     return reply;
   }
   FakeSerialPort& Bus() { return ports[0]; }
-  Serial::Ports Pointers() {
-    Serial::Ports pointers{};
-    for (std::size_t i = 0; i < kHardwareGroups; ++i) pointers[i] = &ports[i];
-    return pointers;
-  }
 
   ConfigModel model;
   FakeMessageBoxes boxes;
   FakeEventLoop loop;
   std::array<FakeSerialPort, kHardwareGroups> ports;
-  Serial serial{model, Pointers(), boxes, loop};
+  Serial serial{model, PointersTo(ports), boxes, loop};
 };
 
 }  // namespace tvx

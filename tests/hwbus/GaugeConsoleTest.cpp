@@ -19,23 +19,17 @@ class GaugeConsoleTest : public HaltedBusTest {
 };
 
 TEST_F(GaugeConsoleTest, SendingRefusesWhatNoFrameCarries) {
+  const char *noId = "No Gauge ID defined", *range = "Commands must be 0 <-> 15",
+             *limits = "commandvalue out of limits";
   const struct {
     const char *id, *command, *value, *message;
-  } rows[] = {
-      {"", "5", "0", "No Gauge ID defined"},
-      {"256", "5", "0", "No Gauge ID defined"},
-      {"-1", "5", "0", "No Gauge ID defined"},
-      {"x", "5", "0", "No Gauge ID defined"},
-      {"7", "-1", "0", "Commands must be 0 <-> 15"},
-      {"7", "16", "0", "Commands must be 0 <-> 15"},
-      {"7", "", "0", "Commands must be 0 <-> 15"},
-      {"7", "15.7", "0", "Command must be <16."},
-      {"7", "5", "", "commandvalue out of limits"},
-      {"7", "5", "65536", "commandvalue out of limits"},
-      {"7", "5", "-65536", "commandvalue out of limits"},
-      {"7", "15", "-65535", ""},
-      {"0", "0", "0", ""},
-  };
+  } rows[] = {{"", "5", "0", noId},         {"256", "5", "0", noId},
+              {"-1", "5", "0", noId},       {"x", "5", "0", noId},
+              {"7", "-1", "0", range},      {"7", "16", "0", range},
+              {"7", "", "0", range},        {"7", "15.7", "0", "Command must be <16."},
+              {"7", "5", "", limits},       {"7", "5", "65536", limits},
+              {"7", "5", "-65536", limits}, {"7", "15", "-65535", ""},
+              {"0", "0", "0", ""}};
   for (const auto& row : rows) {
     boxes.shown.clear();
     Bus().Writes.clear();

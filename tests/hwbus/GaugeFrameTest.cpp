@@ -62,13 +62,11 @@ TEST(GaugeFrame, ReplyEnvelope) {
   reply.front() = 0x00;
   reply.back() = 0xFF;
   EXPECT_TRUE(IsReplyEnvelope(reply));
-  const auto with = [&](std::size_t at, Byte value) {
+  for (const std::size_t end : {0u, 24u}) {
     auto changed = reply;
-    changed[at] = value;
-    return changed;
-  };
-  EXPECT_FALSE(IsReplyEnvelope(with(0, 0x01)));
-  EXPECT_FALSE(IsReplyEnvelope(with(24, 0xFE)));
+    changed[end] ^= 1;
+    EXPECT_FALSE(IsReplyEnvelope(changed)) << end;
+  }
   EXPECT_FALSE(IsReplyEnvelope(ByteView(reply).first(24)));
   reply.insert(reply.begin() + 1, 0x20);
   EXPECT_FALSE(IsReplyEnvelope(reply));

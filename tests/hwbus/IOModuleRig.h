@@ -1,6 +1,8 @@
 // An IO module over fakes, with a simulator whose values a test sets.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <string>
 #include <vector>
@@ -9,6 +11,8 @@
 #include "fakes/FakeKeyInjector.h"
 #include "fakes/FakeSerialPort.h"
 #include "fakes/FakeUdpSocket.h"
+#include "fakes/SentCommands.h"
+#include "fakes/SimData.h"
 #include "hwbus/IOModule.h"
 
 namespace tvx {
@@ -23,7 +27,7 @@ struct IOModuleRig {
   std::array<FakeSerialPort, kHardwareGroups> ports;
   FakeTimer process, write, seconds;
   SimCom sim{model, socket, boxes, clock};
-  Serial serial{model, {&ports[0], &ports[1], &ports[2], &ports[3], &ports[4], &ports[5]}, boxes, loop};
+  Serial serial{model, PointersTo(ports), boxes, loop};
   Keystrokes keystrokes{injector, boxes, [] { return true; }};
   const IOModuleParameters parameters;
   IOModule module;
@@ -33,13 +37,9 @@ struct IOModuleRig {
     model.General.ComPortIOM1 = 6;
     model.General.ComPortIOM2 = 8;
     for (int number = 60; number < 64; ++number) {
-      FunctionRecord& f = model.Functions[static_cast<std::size_t>(number)];
-      f.ShortName = "F" + std::to_string(number);
+      FunctionRecord& f = DefineFunction(model, number, DataType::Float, number);
       f.FullName = "#1:sim/a\r\n#2:sim/b\r\n";
-      f.ComboDT = static_cast<Byte>(DataType::Float);
-      f.Multiplier = f.Devider = 1;
       f.boxMaximumValue = 100;
-      f.XPindex1 = static_cast<std::int16_t>(number);
     }
   }
   FakeSerialPort& Port() { return ports[static_cast<std::size_t>(parameters.Group)]; }
@@ -61,17 +61,7 @@ struct IOModuleRig {
     Port().Writes.clear();
   }
   // The value number 0 of the Function's group arrives.
-  void Set(int function, float value) {
-    std::string datagram = "DATA*";
-    datagram += static_cast<char>(function);
-    datagram.append(3, '\0');
-    for (int i = 0; i < 8; ++i) {
-      std::array<Byte, 4> bytes{};
-      FloatToLittleEndian(i == 0 ? value : 0, bytes);
-      datagram.append(bytes.begin(), bytes.end());
-    }
-    socket.Deliver(datagram);
-  }
+  void Set(int function, float value) { socket.Deliver(DataDatagram({{function, value}})); }
   static std::array<Byte, kReplySize> Frame(std::array<Byte, 6> groups,
                                             std::array<int, kIomAnalogues> analogue = {}) {
     std::array<Byte, kReplySize> frame{};
@@ -98,10 +88,8 @@ struct IOModuleRig {
         all.push_back(bytes);
         continue;
       }
-      std::array<Byte, 4> value{};
-      std::copy_n(bytes.begin() + 9, 4, value.begin());
       all.push_back(std::to_string(static_cast<Byte>(bytes[5])) + "=" +
-                    std::to_string(FloatFromLittleEndian(value)).substr(0, 5));
+                    std::to_string(FloatAt(bytes, 9)).substr(0, 5));
     }
     return all;
   }
@@ -109,11 +97,9 @@ struct IOModuleRig {
   std::vector<std::pair<int, int>> TakeCommands() {
     std::vector<std::pair<int, int>> all;
     for (const auto& bytes : Port().Writes) {
-      for (std::size_t i = 0; i + 6 <= bytes.size(); i += 6) {
-        const Byte* f = &bytes[i];
-        if (f[1] != 10) all.emplace_back(-1, f[1]);
-        const int low = (f[3] & 0xFE) | (f[2] & 1), high = (f[4] & 0xFD) | (f[2] & 2);
-        all.emplace_back(f[2] >> 4, high * 256 + low);
+      for (const SentCommand& sent : CommandsOf(bytes)) {
+        EXPECT_EQ(sent.gauge, 10);
+        all.emplace_back(sent.command, sent.value);
       }
     }
     Port().Writes.clear();

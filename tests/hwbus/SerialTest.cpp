@@ -29,11 +29,6 @@ class SerialTest : public testing::Test {
     model.General.ComPortYoke1 = 9;
     model.General.ComPortYoke2 = 10;
   }
-  Serial::Ports Pointers() {
-    Serial::Ports pointers{};
-    for (std::size_t i = 0; i < kHardwareGroups; ++i) pointers[i] = &ports[i];
-    return pointers;
-  }
   FakeSerialPort& Gauges() { return ports[0]; }
   Bytes TransmitBuffer() const { return serial.TransmitBuffer; }
 
@@ -42,7 +37,7 @@ class SerialTest : public testing::Test {
   FakeEventLoop loop;
   Texts log;
   std::array<FakeSerialPort, kHardwareGroups> ports;
-  Serial serial{model, Pointers(), boxes, loop};
+  Serial serial{model, PointersTo(ports), boxes, loop};
 };
 
 const char* const kNoPower = "No Power on CIM; Check Power Switch and Fuses";

@@ -8,6 +8,11 @@
 #include "platform/linux/ComPortMap.h"
 
 namespace tvx {
+namespace {
+
+constexpr int kComNumbersLookedAt = 99;
+
+}  // namespace
 
 ConfigurationForms::ConfigurationForms(Parts parts)
     : parts_(std::move(parts)),
@@ -35,7 +40,8 @@ void ConfigurationForms::ShowForm(QPointer<FormType>& form, Arguments&&... argum
 void ConfigurationForms::Show(QWidget* parent) {
   if (!main_) {
     parts_.serial.OpenComPorts();
-    devices_ = parts_.devices.List();
+    opened_ = PortNumbers();
+    listed_ = parts_.devices.List();
   }
   ShowForm(main_, parts_.model, parts_.boxes, main_ ? MainConfigureForm::Surroundings{} : MainSurroundings(),
            parent);
@@ -44,11 +50,14 @@ void ConfigurationForms::Show(QWidget* parent) {
 MainConfigureForm::Surroundings ConfigurationForms::MainSurroundings() {
   MainConfigureForm::Surroundings s;
   s.deviceOf = [this](int comNumber) { return DeviceOf(comNumber); };
+  s.troubleOf = [this](int group) { return TroubleOf(static_cast<HardwareGroup>(group)); };
+  s.lookAgain = [this] { listed_ = parts_.devices.List(); };
   s.withPortsClosed = [this](const std::function<void()>& change) {
     search_.Cancel();
     parts_.serial.CloseComPorts();
     change();
     parts_.serial.OpenComPorts();
+    opened_ = PortNumbers();
   };
   s.busWords = [this] { return BusWords(); };
   s.tick = [this] { parts_.serial.TickReplyCountdown(); };
@@ -58,29 +67,27 @@ MainConfigureForm::Surroundings ConfigurationForms::MainSurroundings() {
   s.saveConfig = [this] {
     search_.Cancel();
     ShowForm(
-        saveForm_, parts_.model, save_, [this] { Refresh(); }, main_);
+        saveForm_, parts_.model, save_, [this] { FileChanged(); }, main_);
   };
-  s.plates = [this] { OpenPlates(-1, 1, main_); };
+  s.plates = [this] { OpenPlates(CalibrationTargets(parts_.model), {}, main_); };
   s.testGauges = [this] {
     search_.Cancel();
     ShowForm(testForm_, parts_.model, console_,
              TestGaugesForm::Surroundings{[this] { return BusWords(); }, [this] { Refresh(); }}, main_);
   };
   s.adapters = [this] {
-    const auto reopen = [this] {
-      search_.Cancel();
-      parts_.serial.CloseComPorts();
-      parts_.serial.OpenComPorts();
-      Refresh();
-    };
-    ShowForm(adaptersForm_, parts_.devices, parts_.boxes, reopen, main_);
+    ShowForm(adaptersForm_,
+             AdaptersForm::Surroundings{parts_.devices,
+                                        [this](const SerialDevice& device) { return ComNumbersOf(device); },
+                                        [this] { ReopenPorts(); }},
+             parts_.boxes, main_);
   };
   s.functions = OpenFunctions;
   s.testXplane = OpenXplaneTest;
-  s.ioModule1 = PeripheralOpener(PeripheralKind::IOModule1, parts_.model.HasIOModule1());
-  s.ioModule2 = PeripheralOpener(PeripheralKind::IOModule2, parts_.model.HasIOModule2());
-  s.engineCluster = PeripheralOpener(PeripheralKind::EngineCluster, parts_.model.HasEngineCluster());
-  s.yokes = PeripheralOpener(PeripheralKind::Yokes, parts_.model.HasYoke1() || parts_.model.HasYoke2());
+  s.ioModule1 = PeripheralOpener(PeripheralKind::IOModule1);
+  s.ioModule2 = PeripheralOpener(PeripheralKind::IOModule2);
+  s.engineCluster = PeripheralOpener(PeripheralKind::EngineCluster);
+  s.yokes = PeripheralOpener(PeripheralKind::Yokes);
   s.closed = [this] {
     LeaveBus();
     parts_.closed();
@@ -88,7 +95,7 @@ MainConfigureForm::Surroundings ConfigurationForms::MainSurroundings() {
   return s;
 }
 
-std::function<void()> ConfigurationForms::PeripheralOpener(PeripheralKind kind, bool) {
+std::function<void()> ConfigurationForms::PeripheralOpener(PeripheralKind kind) {
   Peripheral* peripheral = parts_.peripherals[static_cast<std::size_t>(kind)];
   if (peripheral == nullptr) return {};
   return [this, peripheral] {
@@ -101,16 +108,41 @@ std::function<void()> ConfigurationForms::PeripheralOpener(PeripheralKind kind, 
   };
 }
 
-// The device behind a COM number, and how it stands; empty where there is none.
-std::string ConfigurationForms::DeviceOf(int comNumber) const {
+bool ConfigurationForms::LeadsTo(int comNumber, const SerialDevice& device) {
   const ComPortTarget target = FindComPort(comNumber);
   std::error_code error;
+  const std::string link = std::filesystem::read_symlink(target.path, error).string();
   const std::string real = std::filesystem::canonical(target.path, error).string();
-  if (error) return target.linked ? target.device + ", not there" : std::string();
-  for (const SerialDevice& device : devices_) {
-    if (device.path == real) return device.Words() + ", " + device.StateWords();
+  const auto isIt = [&device](const std::string& path) {
+    return !path.empty() && (path == device.path || path == device.stableName);
+  };
+  return isIt(target.path) || isIt(link) || isIt(real);
+}
+
+// The device behind a COM number, and how it stands; empty where there is none.
+std::string ConfigurationForms::DeviceOf(int comNumber) const {
+  if (comNumber < 1) return {};
+  for (const SerialDevice& device : listed_) {
+    if (LeadsTo(comNumber, device)) return device.Words() + ", " + device.StateWords();
   }
-  return target.device;
+  const ComPortTarget target = FindComPort(comNumber);
+  std::error_code error;
+  if (std::filesystem::exists(target.path, error)) return target.device;
+  return target.linked ? target.device + ", not there" : std::string();
+}
+
+std::vector<int> ConfigurationForms::ComNumbersOf(const SerialDevice& device) const {
+  std::vector<int> numbers;
+  for (int number = 1; number <= kComNumbersLookedAt; ++number) {
+    if (LeadsTo(number, device)) numbers.push_back(number);
+  }
+  return numbers;
+}
+
+std::string ConfigurationForms::TroubleOf(HardwareGroup group) const {
+  const int number = parts_.serial.ComNumber(group);
+  const SerialPort& port = parts_.serial.PortOf(group);
+  return SerialTrouble(number, port.State()) ? SerialWords(number, port) : std::string();
 }
 
 std::string ConfigurationForms::BusWords() const {
@@ -121,30 +153,69 @@ std::string ConfigurationForms::BusWords() const {
 void ConfigurationForms::OpenGauge(int gaugeID) {
   search_.Cancel();
   instrument_.Open(gaugeID);
-  ShowForm(
-      instrumentForm_, parts_.model, instrument_,
-      InstrumentForm::Surroundings{[this](int id, int needle) { OpenPlates(id, needle, instrumentForm_); },
-                                   [this] { Refresh(); }},
-      main_);
+  ShowForm(instrumentForm_, parts_.model, instrument_,
+           InstrumentForm::Surroundings{[this](int id, int needle) {
+                                          OpenPlates(CalibrationTargets(parts_.model),
+                                                     {.gaugeID = id, .needle = needle}, instrumentForm_);
+                                        },
+                                        [this] { Refresh(); }},
+           main_);
 }
 
-void ConfigurationForms::OpenPlates(int gaugeID, int needle, QWidget* parent) {
+// It may be opened while the gauge bus is not this configuration's to send on.
+void ConfigurationForms::OpenClusterPlates(int channel, QWidget* parent) {
+  auto targets = CalibrationTargets(parts_.model);
+  std::erase_if(targets, [](const CalibrationTarget& target) { return !target.IsEngineCluster(); });
+  OpenPlates(std::move(targets), {.channel = channel}, parent);
+}
+
+void ConfigurationForms::OpenPlates(std::vector<CalibrationTarget> targets, const CalibrationTarget& first,
+                                    QWidget* parent) {
   search_.Cancel();
   CalibrateForm::Surroundings s;
-  s.targets = CalibrationTargets(parts_.model);
+  s.targets = std::move(targets);
   s.moveNeedle = [this](const CalibrationTarget& target, int position) {
-    needle_.Move(target.gaugeID, target.command, position);
+    if (!target.IsEngineCluster()) {
+      needle_.Move(target.gaugeID, target.command, position);
+    } else if (MoveClusterNeedle) {
+      MoveClusterNeedle(target.channel, position);
+    }
   };
   s.closed = [this] {
     if (instrumentForm_ && !instrumentForm_->Unloading()) instrumentForm_->Refresh();
     Refresh();
   };
-  ShowForm(calibrateForm_, parts_.model, parts_.boxes, std::move(s), gaugeID, needle, parent);
+  ShowForm(calibrateForm_, parts_.model, parts_.boxes, std::move(s), first, parent);
+}
+
+void ConfigurationForms::ReopenPorts() {
+  search_.Cancel();
+  parts_.serial.CloseComPorts();
+  parts_.serial.OpenComPorts();
+  Refresh();
+}
+
+// A file that was loaded or imported may name other ports; the lines that are open would be the old ones.
+void ConfigurationForms::FileChanged() {
+  if (opened_ != PortNumbers()) {
+    opened_ = PortNumbers();
+    ReopenPorts();
+  } else {
+    Refresh();
+  }
+}
+
+std::array<int, kHardwareGroups> ConfigurationForms::PortNumbers() const {
+  std::array<int, kHardwareGroups> numbers{};
+  for (std::size_t group = 0; group < kHardwareGroups; ++group)
+    numbers[group] = parts_.serial.ComNumber(static_cast<HardwareGroup>(group));
+  return numbers;
 }
 
 void ConfigurationForms::Refresh() {
-  devices_ = parts_.devices.List();
+  listed_ = parts_.devices.List();
   if (main_ && !main_->Unloading()) main_->Rebuild();
+  if (ModelChanged) ModelChanged();
 }
 
 void ConfigurationForms::ShowSearch() {

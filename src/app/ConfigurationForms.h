@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPointer>
+#include <array>
 #include <functional>
 
 #include "config/SaveControl.h"
@@ -38,6 +39,9 @@ class ConfigurationForms {
 
   // Set before Show; without one its button is hidden.
   std::function<void()> OpenFunctions, OpenXplaneTest;
+  // Moves the needle of a channel of the engine cluster; told when a form has changed the model.
+  std::function<void(int channel, int position)> MoveClusterNeedle;
+  std::function<void()> ModelChanged;
 
   // Shows the main form; `parent` waits until it is closed.
   void Show(QWidget* parent);
@@ -48,6 +52,8 @@ class ConfigurationForms {
 
   // The dialog of a gauge; only while the main form is open.
   void OpenGauge(int gaugeID);
+  // The Plates, for a channel of the engine cluster: the other channels can be chosen too, no gauge.
+  void OpenClusterPlates(int channel, QWidget* parent);
 
   MainConfigureForm* MainForm() const { return main_; }
   // Shows the model anew, after another form has changed it.
@@ -55,12 +61,18 @@ class ConfigurationForms {
 
  private:
   MainConfigureForm::Surroundings MainSurroundings();
-  std::function<void()> PeripheralOpener(PeripheralKind kind, bool configured);
+  std::function<void()> PeripheralOpener(PeripheralKind kind);
   template <typename FormType, typename... Arguments>
   void ShowForm(QPointer<FormType>& form, Arguments&&... arguments);
+  static bool LeadsTo(int comNumber, const SerialDevice& device);
   std::string DeviceOf(int comNumber) const;
+  std::vector<int> ComNumbersOf(const SerialDevice& device) const;
+  std::string TroubleOf(HardwareGroup group) const;
+  std::array<int, kHardwareGroups> PortNumbers() const;
+  void ReopenPorts();
+  void FileChanged();
   std::string BusWords() const;
-  void OpenPlates(int gaugeID, int needle, QWidget* parent);
+  void OpenPlates(std::vector<CalibrationTarget> targets, const CalibrationTarget& first, QWidget* parent);
   void ShowSearch();
   void LeaveBus();
 
@@ -70,7 +82,8 @@ class ConfigurationForms {
   GaugeConsole console_;
   LiveNeedle needle_;
   InstrumentControl instrument_;
-  std::vector<SerialDevice> devices_;  // as they were when the main form was last built
+  std::vector<SerialDevice> listed_;           // as they were when the main form was last built
+  std::array<int, kHardwareGroups> opened_{};  // the COM numbers that the ports were opened with
   QPointer<MainConfigureForm> main_;
   QPointer<SaveConfigForm> saveForm_;
   QPointer<AdaptersForm> adaptersForm_;

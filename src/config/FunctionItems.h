@@ -1,4 +1,4 @@
-// The Functions, as lists offer them.
+// The Functions and the Plates, as lists offer them.
 #pragma once
 
 #include <string>
@@ -17,6 +17,15 @@ inline std::vector<std::pair<int, std::string>> FunctionItems(const ConfigModel&
     const FunctionRecord& function = model.Functions[static_cast<std::size_t>(number)];
     if (function.ShortName.empty()) continue;
     items.emplace_back(number, FormatNumberText(number, "000") + "  " + function.ShortName);
+  }
+  return items;
+}
+
+// Every Plate, as its number and "002  Name".
+inline std::vector<std::pair<int, std::string>> PlateItems(const ConfigModel& model) {
+  std::vector<std::pair<int, std::string>> items;
+  for (int number = 0; number < model.PlateCount(); ++number) {
+    items.emplace_back(number, FormatNumberText(number, "000") + "  " + model.PlateOf(number)->Name);
   }
   return items;
 }

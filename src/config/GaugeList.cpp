@@ -52,7 +52,7 @@ std::string GaugeLine(const ConfigModel& model, std::size_t gaugeID) {
   }
   std::string line = FormatNumberText(static_cast<double>(gaugeID), "000");
   for (const std::string& column :
-       {GaugetypeNameInList(model, gauge.GaugeType), first, SequenceText(gauge.GaugeInstance1), second,
+       {GaugetypeNameInList(model, gauge.GaugeType), first, second, SequenceText(gauge.GaugeInstance1),
         SequenceText(gauge.GaugeInstance2), FormatNumberText(gauge.GaugeSetting1, "00"),
         FormatNumberText(gauge.GaugeSetting2, "00"),
         std::string(ConnectionText(model.GaugeState[gaugeID]))}) {

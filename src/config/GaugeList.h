@@ -13,8 +13,8 @@ namespace tvx {
 std::string GaugetypeNameInList(const ConfigModel& model, int code);
 
 // One line for each gauge, in the order of GaugeIDs, its columns separated by tab characters: GaugeID, kind,
-// first Function, its sequence number, second Function, its sequence number, model, firmware version,
-// connection. Sequence numbers are shown above 1 only.
+// first and second Function, the sequence numbers of both, model, firmware version, connection. Sequence
+// numbers are shown above 1 only.
 std::vector<std::string> GaugeLines(const ConfigModel& model);
 
 }  // namespace tvx

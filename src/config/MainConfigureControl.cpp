@@ -1,6 +1,7 @@
 #include "config/MainConfigureControl.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace tvx {
 namespace {
@@ -9,6 +10,28 @@ namespace {
 std::string Plain(std::string text) {
   text.erase(std::remove(text.begin(), text.end(), '"'), text.end());
   return text;
+}
+
+// A whole number without sign, 0..highest, that is all of `text`.
+std::optional<unsigned> WholeNumber(std::string_view text, unsigned highest) {
+  unsigned number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool good = error == std::errc{} && end == text.data() + text.size() && number <= highest;
+  return good ? std::optional(number) : std::nullopt;
+}
+
+bool IsAddress(std::string_view text) {
+  for (int part = 0; part < 4; ++part) {
+    const std::size_t point = text.find('.');
+    if (part < 3 && point == std::string_view::npos) return false;
+    if (!WholeNumber(text.substr(0, part < 3 ? point : text.size()), 255)) return false;
+    if (part < 3) text.remove_prefix(point + 1);
+  }
+  return true;
+}
+
+bool IsPort(std::string_view text) {
+  return WholeNumber(text, 65535).value_or(0) > 0;
 }
 
 }  // namespace
@@ -36,6 +59,20 @@ void ClearAllGauges(ConfigModel& model) {
     model.Gauges[gaugeID] = cleared;
   }
   model.ConfigChanged = true;
+}
+
+UdpSettings UdpOf(const ConfigModel& model) {
+  const GeneralRecord& general = model.General;
+  return {general.RemoteIP, general.RemotePort, general.LocalPort, general.ByteOrderReverse != 0,
+          general.BlockUSEL == 1};
+}
+
+std::string_view UdpFault(const UdpSettings& settings) {
+  if (!IsAddress(settings.remoteIP))
+    return "The address is four numbers, each 0 to 255, with points between.";
+  if (!IsPort(settings.remotePort)) return "The simulator's port is a number from 1 to 65535.";
+  if (!IsPort(settings.localPort)) return "The port on which we listen is a number from 1 to 65535.";
+  return {};
 }
 
 void SetUdp(ConfigModel& model, const UdpSettings& settings) {

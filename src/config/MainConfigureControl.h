@@ -37,7 +37,11 @@ struct UdpSettings {
   std::string remoteIP, remotePort, localPort;
   bool reverseByteOrder = false;
   bool blockUsel = false;
+  bool operator==(const UdpSettings&) const = default;
 };
+UdpSettings UdpOf(const ConfigModel& model);
 void SetUdp(ConfigModel& model, const UdpSettings& settings);
+// What is wrong with them, in words; empty: nothing is.
+std::string_view UdpFault(const UdpSettings& settings);
 
 }  // namespace tvx

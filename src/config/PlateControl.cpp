@@ -22,9 +22,10 @@ const char* PlateControl::Caption() const {
 }
 
 bool PlateControl::Unsaved() const {
-  if (mode_ == Mode::Creating) return Boxes != PlateBoxes{};
+  if (mode_ == Mode::Creating) return Boxes != PlateBoxes{} || !Name.empty();
   const PlateRecord* stored = model_.PlateOf(plate_);
-  return mode_ == Mode::Updating && stored != nullptr && Boxes != BoxesOfPlate(*stored);
+  if (stored == nullptr) return false;
+  return Name != stored->Name || (mode_ == Mode::Updating && Boxes != BoxesOfPlate(*stored));
 }
 
 void PlateControl::Select(int plate) {
@@ -63,7 +64,10 @@ bool PlateControl::cmdSavePlate() {
   if (boxes_.Ask("This will update the current plate settings. Continue?") == kAnswerNo) return false;
   PlateRecord& plate = model_.Plates[static_cast<std::size_t>(plate_)];
   plate = PlateOfBoxes(Boxes, plate.Name);
+  // A name that was typed and not given yet waits for its own button.
+  const std::string typed = Name;
   Stored(plate_);
+  Name = typed;
   return true;
 }
 

@@ -19,6 +19,9 @@ struct CalibrationTarget {
 
   bool IsGauge() const { return gaugeID >= 0 && channel < 0; }
   bool IsEngineCluster() const { return channel >= 0; }
+  bool SameNeedle(const CalibrationTarget& other) const {
+    return gaugeID == other.gaugeID && needle == other.needle && channel == other.channel;
+  }
 };
 
 class PlateControl {
@@ -34,7 +37,7 @@ class PlateControl {
   Mode CurrentMode() const { return mode_; }
   int PlateNumber() const { return plate_; }  // -1: none
   const char* Caption() const;
-  // True while the boxes hold something that is not stored.
+  // True while the boxes or the name hold something that is not stored.
   bool Unsaved() const;
 
   // Shows a stored Plate; a number that no Plate has shows none.

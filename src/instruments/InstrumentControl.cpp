@@ -25,6 +25,12 @@ std::string IdText(int gaugeID) {
   return FormatNumberText(gaugeID, "000");
 }
 
+std::optional<Byte> GaugeIDOf(const std::string& text) {
+  const auto number = ParseReal<double>(text);
+  const auto wanted = number ? RoundTo<Byte>(*number) : std::nullopt;
+  return wanted && *wanted == *number ? wanted : std::nullopt;
+}
+
 }  // namespace
 
 InstrumentControl::InstrumentControl(ConfigModel& model, Serial& serial, MessageBoxes& boxes,
@@ -91,55 +97,73 @@ bool InstrumentControl::SetSetting6(int value) {
 bool InstrumentControl::Read() {
   readings_.clear();
   identity_.clear();
-  GaugeConnection& state = model_.GaugeState[static_cast<std::size_t>(gaugeID_)];
   if (!serial_.QueryGauge(gaugeID_)) {
-    state = GaugeConnection::NotConnected;
+    model_.GaugeState[static_cast<std::size_t>(gaugeID_)] = GaugeConnection::NotConnected;
     return false;
   }
+  if (!Reported(gaugeID_)) return false;
+  TakeReport();
+  return true;
+}
+
+// Whether the reply that came is this gauge's; says so where it is another's.
+bool InstrumentControl::Reported(int gaugeID) {
   const ByteView bytes = replyText_();
   if (bytes.size() != kReplySize) return false;
-  const ReplyView reply = bytes.first<kReplySize>();
-  if (ReplyGaugeID(reply) != gaugeID_) {
-    boxes_.Show("Gauge " + IdText(ReplyGaugeID(reply)) + " answered instead of " + IdText(gaugeID_) + ".");
-    return false;
-  }
-  state = GaugeConnection::Connected;
+  const int sender = ReplyGaugeID(bytes.first<kReplySize>());
+  if (sender == gaugeID) return true;
+  boxes_.Show("Gauge " + IdText(sender) + " answered instead of " + IdText(gaugeID) + ".");
+  return false;
+}
+
+void InstrumentControl::TakeReport() {
+  const ReplyView reply = replyText_().first<kReplySize>();
+  model_.GaugeState[static_cast<std::size_t>(gaugeID_)] = GaugeConnection::Connected;
   identity_ = Trimmed(GaugetypeNameInList(model_, ReplyGaugetype(reply))) + ", model " +
               std::to_string(ReplyModel(reply)) + ", version " + std::to_string(ReplyVersion(reply));
   if (ReplyGaugetype(reply) != Record().GaugeType) {
     identity_ += "; the configuration says another type";
-    return true;
+    return;
   }
   for (const ReadingField& field : description_.readings) {
     readings_.push_back({std::string(field.label), field.text(reply)});
   }
-  return true;
+}
+
+std::string InstrumentControl::NewGaugeIDFault(const std::string& text) const {
+  const auto wanted = GaugeIDOf(text);
+  if (!wanted) return "A GaugeID is a whole number from 0 to 255.";
+  if (*wanted == gaugeID_) return "This is the gauge's GaugeID.";
+  if (model_.Gauges[*wanted].GaugeType != 0 || model_.GaugeState[*wanted] == GaugeConnection::Connected)
+    return "GaugeID " + IdText(*wanted) + " is used by another gauge.";
+  return {};
 }
 
 bool InstrumentControl::WriteNewGaugeID(const std::string& text) {
-  const auto number = ParseReal<double>(text);
-  const auto wanted = number ? RoundTo<Byte>(*number) : std::nullopt;
-  if (!wanted || *wanted != *number) {
-    boxes_.Show("A GaugeID is a whole number from 0 to 255.");
+  if (const std::string fault = NewGaugeIDFault(text); !fault.empty()) {
+    boxes_.Show(fault);
     return false;
   }
-  const std::size_t from = static_cast<std::size_t>(gaugeID_), to = *wanted;
-  if (from == to) return false;
-  if (model_.Gauges[to].GaugeType != 0 || model_.GaugeState[to] == GaugeConnection::Connected) {
-    boxes_.Show("GaugeID " + IdText(*wanted) + " is used by another gauge.");
-    return false;
-  }
+  const int before = gaugeID_, wanted = *GaugeIDOf(text);
+  const std::size_t from = static_cast<std::size_t>(before), to = static_cast<std::size_t>(wanted);
   if (model_.GaugeState[from] != GaugeConnection::Connected) {
     boxes_.Show("Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge");
     return false;
   }
-  serial_.WriteNewGaugeID(gaugeID_, *wanted);
+  serial_.WriteNewGaugeID(before, wanted);
+  // The settings follow only where the gauge went.
+  model_.GaugeState[from] = GaugeConnection::Unknown;
+  const bool answers = serial_.QueryGauge(wanted) && Reported(wanted);
+  if (!answers && boxes_.Ask("The gauge does not answer as GaugeID " + IdText(wanted) +
+                             ".\r\nMove its settings there all the same?") == kAnswerNo) {
+    return false;
+  }
   model_.Gauges[to] = Record();
   Edited() = {};
   model_.GaugeState[from] = GaugeConnection::NotConnected;
-  model_.GaugeState[to] = GaugeConnection::Connected;
-  Open(*wanted);
-  return Read();
+  Open(wanted);
+  if (answers) TakeReport();
+  return answers;
 }
 
 bool InstrumentControl::Try(const TrialField& trial, int value) {

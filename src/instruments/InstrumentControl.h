@@ -40,8 +40,11 @@ class InstrumentControl {
   const std::vector<Reading>& Readings() const { return readings_; }
   std::string Identity() const { return identity_; }
 
-  // Gives the live gauge a new address and moves its record there. `text` must be a free address 0..255.
+  // Gives the live gauge a new address and, once it answers there, moves its record there; asks where it does
+  // not answer. `text` must be a free address 0..255.
   bool WriteNewGaugeID(const std::string& text);
+  // Why `text` cannot be the new address; empty where it can.
+  std::string NewGaugeIDFault(const std::string& text) const;
   // Sends a command to the live gauge, by hand.
   bool Try(const TrialField& trial, int value);
   // Asks, then takes the gauge out of the configuration.
@@ -49,6 +52,8 @@ class InstrumentControl {
 
  private:
   GaugeRecord& Edited();
+  bool Reported(int gaugeID);
+  void TakeReport();
   bool SetField(bool valid, const std::function<void(GaugeRecord&)>& edit);
 
   ConfigModel& model_;

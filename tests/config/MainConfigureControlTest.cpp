@@ -23,8 +23,8 @@ TEST(GaugeLines, TellEachGaugeInItsColumns) {
   model.GaugeState[7] = GaugeConnection::NotConnected;
   EXPECT_EQ(GaugeLines(model),
             (std::vector<std::string>{"000\tOwn kind\tNot Assigned\t\t\t\t00\t00\tUnkown",
-                                      "003\tUnknown\tInput/Switches\t\tOutput/Leds\t\t02\t11\tConnected",
-                                      "007\tSmall gauge\tAirspeed indic\t2 #\tError\t\t00\t00\tNot Connected",
+                                      "003\tUnknown\tInput/Switches\tOutput/Leds\t\t\t02\t11\tConnected",
+                                      "007\tSmall gauge\tAirspeed indic\tError\t2 #\t\t00\t00\tNot Connected",
                                       "255\tUnknown\tNot Assigned\t\t\t\t00\t00\tUnkown"}));
 }
 
@@ -51,6 +51,26 @@ TEST(LightsModes, FindThePairAndNothingElse) {
   }
   model.General.LightsSetting2 = 9;
   EXPECT_EQ(LightsModeIndex(model), std::nullopt);
+}
+
+TEST(UdpFault, NamesTheFirstFieldThatCannotBe) {
+  const char *address = "The address is four numbers, each 0 to 255, with points between.",
+             *remote = "The simulator's port is a number from 1 to 65535.",
+             *local = "The port on which we listen is a number from 1 to 65535.";
+  const struct {
+    UdpSettings settings;
+    const char* fault;
+  } rows[] = {{{"127.0.0.1", "49000", "49001"}, ""},      {{"255.0.10.255", "1", "65535"}, ""},
+              {{"", "49000", "49001"}, address},          {{"1.2.3", "49000", "49001"}, address},
+              {{"1.2.3.4.5", "49000", "49001"}, address}, {{"1.2.3.256", "49000", "49001"}, address},
+              {{"1..3.4", "49000", "49001"}, address},    {{"1.2.3.4 ", "49000", "49001"}, address},
+              {{"localhost", "", ""}, address},           {{"1.2.3.4", "0", "49001"}, remote},
+              {{"1.2.3.4", "", "49001"}, remote},         {{"1.2.3.4", "65536", ""}, remote},
+              {{"1.2.3.4", "49000", "4900x"}, local},     {{"1.2.3.4", "49000", "-1"}, local}};
+  for (const auto& row : rows) EXPECT_EQ(UdpFault(row.settings), row.fault) << row.settings.remoteIP;
+  ConfigModel model;
+  SetUdp(model, {"1.2.3.4", "5", "6", true, true});
+  EXPECT_EQ(UdpOf(model), (UdpSettings{"1.2.3.4", "5", "6", true, true}));
 }
 
 }  // namespace

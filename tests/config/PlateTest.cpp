@@ -144,10 +144,16 @@ TEST_F(PlateControlTest, AnUpdateAsksFirst) {
   EXPECT_EQ(model.Plates[0].Name, "first");
   EXPECT_EQ(boxes.asked.back(), "This will update the current plate settings. Continue?");
   EXPECT_STREQ(plates.Caption(), "Current Plate Calibration Settings");
+  EXPECT_FALSE(plates.Unsaved());
 }
 
 TEST_F(PlateControlTest, RenamingRefusesWhatIsNoName) {
   plates.Select(0);
+  plates.Name = "typed only";
+  EXPECT_TRUE(plates.Unsaved());
+  boxes.answers = {kAnswerYes};
+  EXPECT_TRUE(plates.cmdSavePlate());
+  EXPECT_EQ(plates.Name, "typed only") << "saving the points must not throw the name away";
   for (const char* name : {"", " ", "a\"b", "a\nb"}) {
     plates.Name = name;
     EXPECT_FALSE(plates.cmdSetNewName());

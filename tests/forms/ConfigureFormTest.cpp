@@ -1,8 +1,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QListWidget>
+#include <QRadioButton>
 #include <QSpinBox>
 #include <QTreeWidget>
+#include <functional>
 
 #include "forms/FormsRig.h"
 
@@ -129,17 +131,57 @@ TEST_F(ConfigureFormTest, TheSaveFormSavesLoadsAndImports) {
   EXPECT_EQ(Other("SaveConfig"), nullptr);
 }
 
+// What was changed, and what was chosen or typed but never set.
 TEST_F(ConfigureFormTest, ClosingAsksAboutUnsavedChanges) {
-  Open();
-  Click("CmdSet250");
-  boxes_.answers = {kAnswerNo, kAnswerYes};
+  const std::function<void()> edits[] = {
+      [this] { Click("CmdSet250"); },
+      [this] { Control<QLineEdit>(Configuration(), "boxRemoteIP")->setText("192.168.1.2"); },
+      [this] { Control<QLineEdit>(Configuration(), "boxLocalPort")->clear(); },
+      [this] { Control<QRadioButton>(Configuration(), "OptionByteOrderReverse")->setChecked(true); },
+      [this] { Control<QCheckBox>(Configuration(), "CheckBlockUsel")->setChecked(true); },
+      [this] { Control<QComboBox>(Configuration(), "ComboComYoke2")->setCurrentIndex(4); }};
+  for (const auto& edit : edits) {
+    program_.reset();
+    boxes_.asked.clear();
+    Open();
+    edit();
+    // Another form shows the model anew: what was typed stays.
+    program_->Configuration().Refresh();
+    boxes_.answers = {kAnswerNo, kAnswerYes};
+    Configuration()->close();
+    ASSERT_NE(Configuration(), nullptr);
+    EXPECT_TRUE(Configuration()->isVisible());
+    Press(Configuration(), Qt::Key_Escape);
+    EXPECT_EQ(Configuration(), nullptr);
+    EXPECT_EQ(boxes_.asked, std::vector<std::string>(2, "Updates are not saved; Continue anyway?"));
+    EXPECT_TRUE(Start()->isVisible());
+  }
+  // Typed and never set, it is gone; set and never saved, it is asked about again.
+  Control<QPushButton>(Start(), "CmdConfigure")->click();
+  EXPECT_EQ(Control<QComboBox>(Configuration(), "ComboComYoke2")->currentIndex(), 0);
   Configuration()->close();
-  ASSERT_NE(Configuration(), nullptr);
-  EXPECT_TRUE(Configuration()->isVisible());
-  Press(Configuration(), Qt::Key_Escape);
-  EXPECT_EQ(Configuration(), nullptr);
-  EXPECT_EQ(boxes_.asked, std::vector<std::string>(2, "Updates are not saved; Continue anyway?"));
-  EXPECT_TRUE(Start()->isVisible());
+  EXPECT_EQ(boxes_.asked.size(), 2u);
+  for (const char* name : {"CmdConfigure", "CmdConfigure"}) {
+    Control<QPushButton>(Start(), name)->click();
+    if (General().TransferInterval != 250) Click("CmdSet250");
+    boxes_.answers = {kAnswerYes};
+    Configuration()->close();
+  }
+  EXPECT_EQ(boxes_.asked.size(), 4u);
+}
+
+TEST_F(ConfigureFormTest, WhatCannotBeIsSaidWhileItIsTyped) {
+  Open();
+  auto* set = Control<QPushButton>(Configuration(), "cmdSetUDP");
+  EXPECT_FALSE(set->isEnabled()) << "nothing to set yet";
+  auto* address = Control<QLineEdit>(Configuration(), "boxRemoteIP");
+  address->setText("192.168.1.");
+  EXPECT_FALSE(set->isEnabled());
+  EXPECT_EQ(LabelText(Configuration(), "LabelUdpFault"),
+            "The address is four numbers, each 0 to 255, with points between.");
+  address->setText("192.168.1.3");
+  EXPECT_TRUE(set->isEnabled());
+  EXPECT_FALSE(Control<QLabel>(Configuration(), "LabelUdpFault")->isVisible());
 }
 
 // While a configuration is edited, saving must not go to the file that the start-up file names.
@@ -189,7 +231,7 @@ TEST_F(ConfigureFormTest, AClickOnAGaugeOpensItsDialog) {
   EXPECT_EQ(program_->Model().Gauges[7].GaugeFunction1, 0);
   EXPECT_EQ(list->topLevelItem(0)->text(2), "Not Assigned");
   Control<QSpinBox>(dialog, "boxInstance1")->setValue(3);
-  EXPECT_EQ(list->topLevelItem(0)->text(3), "3 #");
+  EXPECT_EQ(list->topLevelItem(0)->text(4), "3 #");
   Control<QCheckBox>(dialog, "Option128")->click();
   EXPECT_EQ(program_->Model().Gauges[7].GaugeSetting5, 0x80);
 

@@ -83,6 +83,7 @@ TEST_F(InstrumentControlTest, ANewAddressIsCheckedWrittenAndReadBack) {
       {"", "A GaugeID is a whole number from 0 to 255."},
       {"256", "A GaugeID is a whole number from 0 to 255."},
       {"1.5", "A GaugeID is a whole number from 0 to 255."},
+      {"7", "This is the gauge's GaugeID."},
       {"12", "GaugeID 012 is used by another gauge."},
       {"13", "GaugeID 013 is used by another gauge."},
       {"20", "Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge"}};
@@ -100,6 +101,25 @@ TEST_F(InstrumentControlTest, ANewAddressIsCheckedWrittenAndReadBack) {
   EXPECT_EQ(model.Gauges[20].GaugeType, 101);
   EXPECT_EQ(model.Gauges[20].GaugeSetting6, 3);
   EXPECT_EQ(control.GaugeID(), 20);
+  EXPECT_EQ(model.GaugeState[20], GaugeConnection::Connected);
+  EXPECT_EQ(control.Readings().size(), 2u);
+  EXPECT_TRUE(boxes.asked.empty());
+
+  // A gauge that does not answer at its new address: its settings stay, unless the user knows better.
+  answers = false;
+  boxes.answers = {kAnswerNo, kAnswerYes};
+  EXPECT_FALSE(control.WriteNewGaugeID("21"));
+  EXPECT_EQ(boxes.asked.back(),
+            "The gauge does not answer as GaugeID 021.\r\nMove its settings there all the same?");
+  EXPECT_EQ(control.GaugeID(), 20);
+  EXPECT_EQ(model.Gauges[20].GaugeType, 101);
+  EXPECT_EQ(model.Gauges[21].GaugeType, 0);
+  model.GaugeState[20] = GaugeConnection::Connected;
+  EXPECT_FALSE(control.WriteNewGaugeID("21"));
+  EXPECT_EQ(control.GaugeID(), 21);
+  EXPECT_EQ(model.Gauges[20].GaugeType, 0);
+  EXPECT_EQ(model.Gauges[21].GaugeType, 101);
+  EXPECT_EQ(model.GaugeState[21], GaugeConnection::Unknown);
 }
 
 TEST_F(InstrumentControlTest, RemovalAsksAndTrialsStayInTheirRange) {

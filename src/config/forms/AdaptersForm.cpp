@@ -1,6 +1,7 @@
 #include "config/forms/AdaptersForm.h"
 
 #include <QHBoxLayout>
+#include <algorithm>
 
 #include "ui/Look.h"
 
@@ -10,11 +11,16 @@ namespace {
 constexpr int kFirstFreeNumber = 5;  // COM 1 to 4 are the computer's own ports
 constexpr int kOfferedPorts = 16;
 
+QString NumbersText(const std::vector<int>& numbers) {
+  QStringList texts;
+  for (const int number : numbers) texts << "COM " + QString::number(number);
+  return texts.join(", ");
+}
+
 }  // namespace
 
-AdaptersForm::AdaptersForm(SerialDevices& devices, MessageBoxes& boxes, std::function<void()> changed,
-                           QWidget* parent)
-    : Form("frmAdapters", parent), devices_(devices), boxes_(boxes), changed_(std::move(changed)) {
+AdaptersForm::AdaptersForm(Surroundings surroundings, MessageBoxes& boxes, QWidget* parent)
+    : Form("frmAdapters", parent), surroundings_(std::move(surroundings)), boxes_(boxes) {
   setWindowTitle(tr("Serial adapters"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   ListAdapters = new QTreeWidget;
@@ -22,8 +28,8 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, MessageBoxes& boxes, std::fun
   ListAdapters->setToolTip(tr("The serial adapters that are plugged in"));
   ListAdapters->setRootIsDecorated(false);
   ListAdapters->setAllColumnsShowFocus(true);
-  ListAdapters->setHeaderLabels({tr("Adapter"), tr("Serial number"), tr("Device"), tr("State")});
-  ListAdapters->setMinimumSize(look::Margin() * 46, look::Margin() * 10);
+  ListAdapters->setHeaderLabels({tr("Port"), tr("Adapter"), tr("Serial number"), tr("Device"), tr("State")});
+  ListAdapters->setMinimumSize(look::Margin() * 50, look::Margin() * 10);
   ComboAssign = new QComboBox;
   ComboAssign->setObjectName("ComboAssign");
   ComboAssign->setToolTip(tr("The COM number that is to lead to the chosen adapter"));
@@ -35,7 +41,9 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, MessageBoxes& boxes, std::fun
                  tr("From now on this COM number leads to the chosen adapter, whichever socket it is in"));
   look::SetRole(cmdAssign, "primary");
   LabelAdvice = MakeLabel("LabelAdvice");
-  LabelAdvice->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  LabelAdvice->setWordWrap(true);
+  LabelAdvice->setMinimumHeight(2 * LabelAdvice->fontMetrics().lineSpacing());
+  LabelAdvice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
   QPushButton* refresh = MakeButton("cmdRefresh", tr("&Refresh"), tr("Looks again what is plugged in"));
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
   QLabel* caption = MakeLabel("ComboAssignCaption", tr("Chosen adapter becomes &port"));
@@ -62,15 +70,20 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, MessageBoxes& boxes, std::fun
   ListAdapters->setFocus();
 }
 
+// The chosen adapter stays chosen.
 void AdaptersForm::Refresh() {
+  const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
+  const std::string chosen = row < 0 ? std::string() : found_[static_cast<std::size_t>(row)].path;
   ListAdapters->clear();
-  found_ = devices_.List();
+  found_ = surroundings_.devices.List();
   for (const SerialDevice& device : found_) {
-    ListAdapters->addTopLevelItem(
-        new QTreeWidgetItem({ToText(device.adapter), ToText(device.serialNumber), ToText(device.path),
-                             !device.mayOpen ? tr("no permission") : ToText(device.StateWords())}));
+    auto* item = new QTreeWidgetItem({NumbersText(surroundings_.comNumbersOf(device)), ToText(device.adapter),
+                                      ToText(device.serialNumber), ToText(device.path),
+                                      device.mayOpen ? ToText(device.StateWords()) : tr("no permission")});
+    ListAdapters->addTopLevelItem(item);
+    if (device.path == chosen) ListAdapters->setCurrentItem(item);
   }
-  if (!found_.empty()) ListAdapters->setCurrentItem(ListAdapters->topLevelItem(0));
+  if (ListAdapters->currentItem() == nullptr) ListAdapters->setCurrentItem(ListAdapters->topLevelItem(0));
   for (int column = 0; column < ListAdapters->columnCount(); ++column)
     ListAdapters->resizeColumnToContents(column);
   ShowChosen();
@@ -83,20 +96,37 @@ void AdaptersForm::ShowChosen() {
     SetTextIfChanged(LabelAdvice, tr("No serial adapter is plugged in."));
     return;
   }
-  SetTextIfChanged(LabelAdvice, found_[static_cast<std::size_t>(row)].StateWords());
+  const SerialDevice& device = found_[static_cast<std::size_t>(row)];
+  OfferNumber(device);
+  SetTextIfChanged(LabelAdvice, device.Words() + ": " + device.StateWords());
+}
+
+// The number that leads to it already, otherwise the first one that leads to no other adapter.
+void AdaptersForm::OfferNumber(const SerialDevice& device) {
+  std::vector<int> taken;
+  for (const SerialDevice& other : found_) {
+    const auto numbers = surroundings_.comNumbersOf(other);
+    if (other.path != device.path) taken.insert(taken.end(), numbers.begin(), numbers.end());
+  }
+  const auto own = surroundings_.comNumbersOf(device);
+  int number = own.empty() ? kFirstFreeNumber : own.front();
+  while (own.empty() && std::find(taken.begin(), taken.end(), number) != taken.end()) ++number;
+  ComboAssign->setCurrentIndex(ComboAssign->findData(std::min(number, kOfferedPorts)));
 }
 
 void AdaptersForm::cmdAssign_Click() {
   const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
   if (row < 0) return;
+  const SerialDevice device = found_[static_cast<std::size_t>(row)];
+  const QString assigned = ComboAssign->currentText();
   std::string error;
-  if (!devices_.Assign(ComboAssign->currentData().toInt(), found_[static_cast<std::size_t>(row)], error)) {
+  if (!surroundings_.devices.Assign(ComboAssign->currentData().toInt(), device, error)) {
     boxes_.Show("The adapter could not be assigned. " + error);
     return;
   }
-  SetTextIfChanged(LabelAdvice, ComboAssign->currentText() + tr(" leads to ") +
-                                    ToText(found_[static_cast<std::size_t>(row)].Words()));
-  changed_();
+  surroundings_.changed();
+  Refresh();
+  SetTextIfChanged(LabelAdvice, assigned + tr(" leads to ") + ToText(device.Words()));
 }
 
 }  // namespace tvx

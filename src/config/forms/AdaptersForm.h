@@ -16,8 +16,12 @@ namespace tvx {
 class AdaptersForm : public Form {
   Q_OBJECT
  public:
-  // `changed`: a COM number leads elsewhere now.
-  AdaptersForm(SerialDevices& devices, MessageBoxes& boxes, std::function<void()> changed, QWidget* parent);
+  struct Surroundings {
+    SerialDevices& devices;
+    std::function<std::vector<int>(const SerialDevice&)> comNumbersOf;  // those that lead to the adapter
+    std::function<void()> changed;                                      // a COM number leads elsewhere now
+  };
+  AdaptersForm(Surroundings surroundings, MessageBoxes& boxes, QWidget* parent);
 
  protected:
   void CloseAsked() override { Unload(); }
@@ -26,11 +30,11 @@ class AdaptersForm : public Form {
  private:
   void Refresh();
   void ShowChosen();
+  void OfferNumber(const SerialDevice& device);
   void cmdAssign_Click();
 
-  SerialDevices& devices_;
+  Surroundings surroundings_;
   MessageBoxes& boxes_;
-  std::function<void()> changed_;
   std::vector<SerialDevice> found_;
   QTreeWidget* ListAdapters;
   QComboBox* ComboAssign;

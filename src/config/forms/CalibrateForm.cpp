@@ -18,8 +18,8 @@ QString PlateText(int number, const std::string& name) {
 
 }  // namespace
 
-CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings, int gaugeID,
-                             int needle, QWidget* parent)
+CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
+                             const CalibrationTarget& first, QWidget* parent)
     : Form("frmCalibrate", parent),
       model_(model),
       boxes_(boxes),
@@ -42,17 +42,17 @@ CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundin
     QWidget::setTabOrder(boxValue[box], boxNeedle[box]);
     if (box + 1 < PlateBoxes::kBoxes) QWidget::setTabOrder(boxNeedle[box], boxValue[box + 1]);
   }
-  BeginWith(gaugeID, needle);
+  BeginWith(first);
   ShowPlates();
   ShowAll();
   resize(look::Margin() * 96, look::Margin() * 56);
   PlateList->setFocus();
 }
 
-void CalibrateForm::BeginWith(int gaugeID, int needle) {
+void CalibrateForm::BeginWith(const CalibrationTarget& first) {
   for (std::size_t i = 0; i < surroundings_.targets.size(); ++i) {
     const CalibrationTarget& target = surroundings_.targets[i];
-    if (!target.IsGauge() || target.gaugeID != gaugeID || target.needle != needle) continue;
+    if (!target.SameNeedle(first)) continue;
     plates_.SetTarget(target);
     ComboTarget->SetValue(static_cast<int>(i));
     plates_.Select(plates_.TargetPlate());
@@ -71,7 +71,9 @@ void CalibrateForm::ShowPlates() {
   const QSignalBlocker quiet(PlateList);
   PlateList->clear();
   for (int i = 0; i < model_.PlateCount(); ++i) {
-    PlateList->addItem(PlateText(i, model_.Plates[static_cast<std::size_t>(i)].Name));
+    const QString text = PlateText(i, model_.Plates[static_cast<std::size_t>(i)].Name);
+    PlateList->addItem(text);
+    PlateList->item(i)->setToolTip(text);
   }
 }
 
@@ -149,7 +151,8 @@ void CalibrateForm::MoveNeedle(int position) {
   SetTextIfChanged(BoxPosition, QString::number(position));
   Face->SetNeedle(position);
   Curve->SetNeedle(position);
-  if (plates_.Target().IsGauge()) surroundings_.moveNeedle(plates_.Target(), position);
+  const CalibrationTarget& target = plates_.Target();
+  if (target.IsGauge() || target.IsEngineCluster()) surroundings_.moveNeedle(target, position);
 }
 
 void CalibrateForm::Jog(int by) {

@@ -25,9 +25,9 @@ class CalibrateForm : public Form {
     std::function<void(const CalibrationTarget&, int)> moveNeedle;
     std::function<void()> closed;
   };
-  // `gaugeID` and `needle`: the target to begin with; -1: none.
-  CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings, int gaugeID, int needle,
-                QWidget* parent);
+  // `first`: the needle to begin with, one of the targets; another one: none.
+  CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
+                const CalibrationTarget& first, QWidget* parent);
 
  protected:
   void CloseAsked() override { CmdClose_Click(); }
@@ -41,7 +41,7 @@ class CalibrateForm : public Form {
   QLayout* MakeJog();
   QPushButton* Command(const char* name, const QString& text, const QString& tip,
                        void (CalibrateForm::*slot)());
-  void BeginWith(int gaugeID, int needle);
+  void BeginWith(const CalibrationTarget& first);
   void ShowAll();
   void ShowPlates();
   void ShowBoxes();

@@ -40,6 +40,7 @@ QWidget* CalibrateForm::MakePlatePanel() {
   PlateList->setObjectName("PlateList");
   PlateList->setToolTip(tr("The Plates of this configuration, by number"));
   PlateList->setMinimumWidth(look::Margin() * 19);
+  PlateList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // long names end in dots
   connect(PlateList, &QListWidget::currentRowChanged, this, &CalibrateForm::PickPlate);
   PlateName = new QLineEdit;
   PlateName->setObjectName("PlateName");
@@ -156,7 +157,8 @@ QWidget* CalibrateForm::MakeTargetPanel() {
   ComboTarget->SetPicked([this](int index) {
     plates_.SetTarget(index < 0 ? CalibrationTarget{}
                                 : surroundings_.targets[static_cast<std::size_t>(index)]);
-    if (plates_.CurrentMode() == PlateControl::Mode::Viewing) plates_.Select(plates_.TargetPlate());
+    const bool viewing = plates_.CurrentMode() == PlateControl::Mode::Viewing;
+    if (viewing && !plates_.Unsaved()) plates_.Select(plates_.TargetPlate());
     ShowAll();
   });
   ComboFunction =
@@ -172,6 +174,9 @@ QWidget* CalibrateForm::MakeTargetPanel() {
   cmdAssign =
       Command("cmdAssignPlate", tr("&Use the chosen Plate"),
               tr("Gives the Plate chosen above to this needle"), &CalibrateForm::cmdAssignPlate_Click);
+  QPushButton* calibrate = Command("CmdCalibrateNewPlate", tr("Calibrate a new &Plate"),
+                                   tr("Empty boxes for a new Plate, to be filled with the live needle"),
+                                   &CalibrateForm::CmdCreateNewPlate_Click);
   QLabel* needle = MakeLabel("ComboTargetCaption", tr("Nee&dle"));
   needle->setBuddy(ComboTarget);
   QLabel* function = MakeLabel("ComboFunctionCaption", tr("&Function"));
@@ -182,7 +187,8 @@ QWidget* CalibrateForm::MakeTargetPanel() {
   grid->addWidget(cmdAssign, 0, 3);
   grid->addWidget(function, 1, 0);
   grid->addWidget(ComboFunction, 1, 1);
-  grid->addWidget(LabelFunction, 1, 2, 1, 2);
+  grid->addWidget(LabelFunction, 1, 2);
+  grid->addWidget(calibrate, 1, 3);
   grid->setColumnStretch(2, 1);
   ComboTarget->setMinimumContentsLength(40);
   column->addLayout(grid);

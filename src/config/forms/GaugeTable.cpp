@@ -21,15 +21,8 @@ GaugeTable::GaugeTable(const char* name) {
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
   setSelectionMode(QAbstractItemView::ExtendedSelection);
-  setHeaderLabels({tr("ID"),
-                   tr("Instrument"),
-                   tr("Function"),
-                   {},
-                   tr("Second Function"),
-                   {},
-                   tr("Model"),
-                   tr("Version"),
-                   tr("State")});
+  setHeaderLabels({tr("ID"), tr("Instrument"), tr("Function"), tr("Second Function"), tr("#, first"),
+                   tr("#, second"), tr("Model"), tr("Version"), tr("State")});
   setToolTip(tr("A click or Enter opens the gauge's dialog; Ctrl+C copies the chosen lines"));
 }
 
@@ -43,13 +36,28 @@ void GaugeTable::Fill(const ConfigModel& model) {
   for (const QString& line : lines) {
     auto* item = new QTreeWidgetItem(line.split('\t'));
     const auto state = model.GaugeState[static_cast<std::size_t>(item->text(0).toInt())];
-    if (state == GaugeConnection::Connected) item->setForeground(kStateColumn, look::CurrentColours().good);
-    if (state == GaugeConnection::NotConnected)
-      item->setForeground(kStateColumn, look::CurrentColours().trouble);
+    item->setData(kStateColumn, Qt::UserRole, static_cast<int>(state));
     addTopLevelItem(item);
     if (item->text(0) == chosen) setCurrentItem(item);
   }
+  ColourStates();
   for (int column = 0; column < columnCount(); ++column) resizeColumnToContents(column);
+}
+
+void GaugeTable::ColourStates() {
+  const look::Colours& colours = look::CurrentColours();
+  for (int row = 0; row < topLevelItemCount(); ++row) {
+    QTreeWidgetItem* item = topLevelItem(row);
+    const auto state = static_cast<GaugeConnection>(item->data(kStateColumn, Qt::UserRole).toInt());
+    item->setForeground(kStateColumn, state == GaugeConnection::Connected      ? colours.good
+                                      : state == GaugeConnection::NotConnected ? colours.trouble
+                                                                               : colours.text);
+  }
+}
+
+void GaugeTable::changeEvent(QEvent* event) {
+  QTreeWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) ColourStates();  // night and day colours
 }
 
 void GaugeTable::Open(const QTreeWidgetItem* item) {

@@ -18,10 +18,12 @@ class GaugeTable : public QTreeWidget {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void Open(const QTreeWidgetItem* item);
   void CopyChosen();
+  void ColourStates();
 
   std::function<void(int)> opened_;
   QStringList lines_;

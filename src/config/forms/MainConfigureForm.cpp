@@ -1,8 +1,6 @@
 #include "config/forms/MainConfigureForm.h"
 
-#include <QHeaderView>
-#include <QIntValidator>
-#include <QRegularExpressionValidator>
+#include <QPointer>
 #include <QSignalBlocker>
 
 #include "config/MainConfigureControl.h"
@@ -12,29 +10,8 @@
 namespace tvx {
 namespace {
 
-constexpr int kOfferedPorts = 16;  // COM numbers offered, and the one in use where it is higher
 constexpr int kSlowInterval = 250;
 constexpr int kTickMs = 50;
-
-struct ComRow {
-  const char* caption;
-  const char* current;
-  const char* choice;
-  const char* button;
-  std::int16_t GeneralRecord::*field;
-};
-constexpr ComRow kComRows[] = {
-    {"&Gauge bus", "BoxCurrentComGS", "ComboComGS", "cmdSetCommport", &GeneralRecord::ComPortGS},
-    {"&Engine cluster", "BoxCurrentComEC", "ComboComEC", "cmdSetCommportEC", &GeneralRecord::ComPortEC},
-    {"IO module &1", "BoxCurrentComIOM", "ComboCOMIOM", "cmdSetCommportIOM", &GeneralRecord::ComPortIOM1},
-    {"IO module &2", "BoxCurrentComIOM2", "ComboComiOM2", "cmdSetCommportIOM2", &GeneralRecord::ComPortIOM2},
-    {"&Yoke 1", "boxCurrentComYoke1", "ComboComYoke1", "cmdSetCommportYoke1", &GeneralRecord::ComPortYoke1},
-    {"Y&oke 2", "boxCurrentComYoke2", "ComboComYoke2", "cmdSetCommportYoke2", &GeneralRecord::ComPortYoke2},
-};
-
-QString PortText(int number) {
-  return number > 0 ? "COM " + QString::number(number) : QString("not used");
-}
 
 QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
   auto* grid = new QGridLayout(panel);
@@ -42,20 +19,6 @@ QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
   grid->setSpacing(look::Gap());
   grid->addWidget(MakeLabel(name, title, "caption"), 0, 0, 1, -1);
   return grid;
-}
-
-QLineEdit* AddEdit(QGridLayout* grid, int row, const char* name, const QString& caption,
-                   QValidator* validator) {
-  auto* edit = new QLineEdit;
-  edit->setObjectName(QString::fromLatin1(name));
-  validator->setParent(edit);
-  edit->setValidator(validator);
-  QLabel* label = MakeLabel("", caption);
-  label->setObjectName(QString::fromLatin1(name) + "Caption");
-  label->setBuddy(edit);
-  grid->addWidget(label, row, 0);
-  grid->addWidget(edit, row, 1, 1, 2);
-  return edit;
 }
 
 }  // namespace
@@ -69,11 +32,13 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Su
   CurrentConfigFile->setWordWrap(true);
   auto* left = new QVBoxLayout;
   left->setSpacing(look::Gap());
-  left->addWidget(MakeComPanel());
+  PanelCom = MakeComPanel();
+  left->addWidget(PanelCom);
   left->addStretch(1);
   auto* right = new QVBoxLayout;
   right->setSpacing(look::Gap());
-  right->addWidget(MakeUdpPanel());
+  PanelUdp = new UdpPanel(model_);
+  right->addWidget(PanelUdp);
   right->addWidget(MakeTimingPanel());
   right->addStretch(1);
   auto* top = new QHBoxLayout;
@@ -94,64 +59,18 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Su
   Rebuild();
   ShowSearch({});
   resize(sizeHint().width(), look::Margin() * 58);
-  comLines_.front().choice->setFocus();
+  PanelCom->First()->setFocus();
 }
 
-QWidget* MainConfigureForm::MakeComPanel() {
-  QFrame* panel = MakePanel("PanelCom");
-  QGridLayout* grid = GridIn(panel, tr("Serial port of each hardware group"), "LabelCom");
-  int row = 1;
-  for (const ComRow& com : kComRows) {
-    auto* choice = new QComboBox;
-    choice->setObjectName(QString::fromLatin1(com.choice));
-    choice->setToolTip(tr("The COM number, and the device behind it"));
-    choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    choice->setMinimumContentsLength(18);
-    QLabel* caption = MakeLabel("", tr(com.caption));
-    caption->setObjectName(QString::fromLatin1(com.choice) + "Caption");
-    caption->setBuddy(choice);
-    QPushButton* set = MakeButton(com.button, tr("Set"), tr("Takes the chosen port into the configuration"));
-    comLines_.push_back({com.field, MakeLabel(com.current), choice, set});
-    const std::size_t line = comLines_.size() - 1;
-    connect(set, &QPushButton::clicked, this, [this, line] { SetPort(comLines_[line]); });
-    connect(choice, &QComboBox::currentIndexChanged, this, [this, line] { OfferSet(comLines_[line]); });
-    grid->addWidget(caption, row, 0);
-    grid->addWidget(comLines_.back().current, row, 1);
-    grid->addWidget(choice, row, 2);
-    grid->addWidget(set, row++, 3);
-  }
-  grid->setColumnStretch(2, 1);
-  auto* adapters = new QHBoxLayout;
-  adapters->addStretch(1);
-  Opener(adapters, "cmdAdapters", tr("Adapters..."),
-         tr("Which adapters are plugged in, and their COM numbers"), surroundings_.adapters);
-  grid->addLayout(adapters, row, 0, 1, -1);
-  return panel;
-}
-
-QWidget* MainConfigureForm::MakeUdpPanel() {
-  QFrame* panel = MakePanel("PanelUdp");
-  QGridLayout* grid = GridIn(panel, tr("Link to the simulator (UDP)"), "LabelUdp");
-  const auto digits = [] { return new QIntValidator(1, 65535); };
-  boxRemoteIP = AddEdit(grid, 1, "boxRemoteIP", tr("&Address of the simulator's computer"),
-                        new QRegularExpressionValidator(QRegularExpression("[0-9.]{0,15}")));
-  boxRemotePort = AddEdit(grid, 2, "boxRemotePort", tr("&Port on which it listens"), digits());
-  boxLocalPort = AddEdit(grid, 3, "boxLocalPort", tr("Port on which &we listen"), digits());
-  OptionByteOrderNormal = new QRadioButton(tr("&Normal"));
-  OptionByteOrderNormal->setObjectName("OptionByteOrderNormal");
-  OptionByteOrderReverse = new QRadioButton(tr("Re&verse"));
-  OptionByteOrderReverse->setObjectName("OptionByteOrderReverse");
-  CheckBlockUsel = new QCheckBox(tr("Never &unsubscribe data groups (USEL)"));
-  CheckBlockUsel->setObjectName("CheckBlockUsel");
-  CheckBlockUsel->setToolTip(tr("For a simulator whose data output other programs use as well"));
-  QPushButton* set = MakeButton("cmdSetUDP", tr("Set"), tr("Takes these settings into the configuration"));
-  connect(set, &QPushButton::clicked, this, &MainConfigureForm::cmdSetUDP_Click);
-  grid->addWidget(MakeLabel("LabelByteOrder", tr("Byte order of the test console")), 4, 0);
-  grid->addWidget(OptionByteOrderNormal, 4, 1);
-  grid->addWidget(OptionByteOrderReverse, 4, 2);
-  grid->addWidget(CheckBlockUsel, 5, 0, 1, 2);
-  grid->addWidget(set, 5, 2, Qt::AlignRight);
-  return panel;
+ComPortsPanel* MainConfigureForm::MakeComPanel() {
+  ComPortsPanel::Surroundings s;
+  s.deviceOf = surroundings_.deviceOf;
+  s.troubleOf = surroundings_.troubleOf;
+  s.lookAgain = surroundings_.lookAgain;
+  s.withPortsClosed = surroundings_.withPortsClosed;
+  s.adapters = surroundings_.adapters;
+  s.changed = [this] { ShowBus(); };
+  return new ComPortsPanel(model_, std::move(s));
 }
 
 QWidget* MainConfigureForm::MakeTimingPanel() {
@@ -162,14 +81,17 @@ QWidget* MainConfigureForm::MakeTimingPanel() {
   SliderXferTtimerProcess->setRange(10, 1000);
   SliderXferTtimerProcess->setSingleStep(10);
   SliderXferTtimerProcess->setPageStep(50);
+  SliderXferTtimerProcess->setToolTip(
+      tr("How often the instruments get new values, in milliseconds; shorter is smoother"));
   BoxXferTimerProcess = MakeLabel("BoxXferTimerProcess");
-  BoxXferTimerProcess->setMinimumWidth(look::Margin() * 3);
+  BoxXferTimerProcess->setMinimumWidth(BoxXferTimerProcess->fontMetrics().horizontalAdvance("32767"));
   BoxXferTimerProcess->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   QPushButton* slow = MakeButton("CmdSet250", tr("250"), tr("Sets the interval to 250 milliseconds"));
   QLabel* caption = MakeLabel("LabelXferTimer", tr("Transfer interval, &ms"));
   caption->setBuddy(SliderXferTtimerProcess);
   ComboLights = new QComboBox;
   ComboLights->setObjectName("ComboLights");
+  ComboLights->setToolTip(tr("Which lights of the aircraft light the faces of the instruments"));
   for (const LightsMode& mode : kLightsModes) ComboLights->addItem(ToText(mode.name));
   QLabel* lights = MakeLabel("LabelLights", tr("Lig&hts of the instruments"));
   lights->setBuddy(ComboLights);
@@ -222,7 +144,7 @@ QLayout* MainConfigureForm::MakeSearchRow() {
   ProgressBar1->setObjectName("ProgressBar1");
   ProgressBar1->setToolTip(tr("Addresses that have been asked, of 256"));
   LabelBus = MakeLabel("LabelBus", {}, "caption");
-  QPushButton* clear = MakeButton("cmdClearConfig", tr("Clear all gauges..."),
+  QPushButton* clear = MakeButton("cmdClearConfig", tr("Clea&r all gauges..."),
                                   tr("Takes every gauge out of the configuration; asks first"));
   connect(clear, &QPushButton::clicked, this, &MainConfigureForm::cmdClearConfig_Click);
   auto* row = new QHBoxLayout;
@@ -288,7 +210,7 @@ void MainConfigureForm::ShowSearch(const SearchView& view) {
   ProgressBar1->setRange(0, view.addresses);
   ProgressBar1->setValue(view.done);
   LabelBus->setVisible(!view.running);
-  SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
+  ShowBus();
   std::string text = view.summary;
   for (const std::string& remark : view.remarks) text += "\n" + remark;
   if (text.empty() && Configlist->topLevelItemCount() == 0) {
@@ -303,12 +225,8 @@ void MainConfigureForm::Rebuild() {
   FillNameTables(model_);
   const GeneralRecord& general = model_.General;
   CurrentConfigFile->setText(tr("Configuration file: ") + ToText(model_.ConfigFileName));
-  for (const ComLine& line : comLines_) ShowPort(line);
-  boxRemoteIP->setText(ToText(general.RemoteIP));
-  boxRemotePort->setText(ToText(general.RemotePort));
-  boxLocalPort->setText(ToText(general.LocalPort));
-  (general.ByteOrderReverse == 0 ? OptionByteOrderNormal : OptionByteOrderReverse)->setChecked(true);
-  CheckBlockUsel->setChecked(general.BlockUSEL == 1);
+  PanelCom->ShowModel();
+  PanelUdp->ShowModel();
   {
     const QSignalBlocker quiet(SliderXferTtimerProcess);
     SliderXferTtimerProcess->setValue(general.TransferInterval);
@@ -317,46 +235,17 @@ void MainConfigureForm::Rebuild() {
   const auto mode = LightsModeIndex(model_);
   ComboLights->setCurrentIndex(mode ? static_cast<int>(*mode) : -1);
   Configlist->Fill(model_);
+  ShowBus();
+}
+
+void MainConfigureForm::ShowBus() {
   SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
-}
-
-void MainConfigureForm::ShowPort(const ComLine& line) {
-  const int number = model_.General.*line.field;
-  SetTextIfChanged(line.current, PortText(number));
-  line.choice->clear();
-  for (int offered = 0; offered <= std::max(kOfferedPorts, number); ++offered) {
-    if (offered > kOfferedPorts && offered != number) continue;
-    const QString device = offered > 0 ? ToText(surroundings_.deviceOf(offered)) : QString();
-    line.choice->addItem(PortText(offered) + (device.isEmpty() ? QString() : "  (" + device + ")"), offered);
-  }
-  line.choice->setCurrentIndex(line.choice->findData(std::max(0, number)));
-  OfferSet(line);
-}
-
-// Only a choice that differs from what is set is worth a press.
-void MainConfigureForm::OfferSet(const ComLine& line) {
-  const int set = std::max<int>(0, model_.General.*line.field);
-  line.set->setEnabled(line.choice->currentIndex() >= 0 && line.choice->currentData().toInt() != set);
-}
-
-void MainConfigureForm::SetPort(const ComLine& line) {
-  const auto number = static_cast<std::int16_t>(line.choice->currentData().toInt());
-  surroundings_.withPortsClosed([this, &line, number] { model_.General.*line.field = number; });
-  model_.ConfigChanged = true;
-  SetTextIfChanged(line.current, PortText(model_.General.*line.field));
-  OfferSet(line);
-  SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
-}
-
-void MainConfigureForm::cmdSetUDP_Click() {
-  SetUdp(model_, {boxRemoteIP->text().toStdString(), boxRemotePort->text().toStdString(),
-                  boxLocalPort->text().toStdString(), !OptionByteOrderNormal->isChecked(),
-                  CheckBlockUsel->isChecked()});
 }
 
 void MainConfigureForm::cmdClearConfig_Click() {
   if (boxes_.Ask("This will clear all gauge assignments and settings!\r\nContinue anyway?") == kAnswerNo)
     return;
+  surroundings_.cancelSearch();
   ClearAllGauges(model_);
   Rebuild();
 }
@@ -364,11 +253,13 @@ void MainConfigureForm::cmdClearConfig_Click() {
 void MainConfigureForm::CmdClose_Click() {
   if (asking_) return;
   asking_ = true;
-  const bool stay =
-      model_.ConfigChanged && boxes_.Ask("Updates are not saved; Continue anyway?") == kAnswerNo;
+  // What was chosen or typed and never set would be lost as well.
+  const bool unsaved = model_.ConfigChanged || PanelCom->Pending() || PanelUdp->Pending();
+  const QPointer<MainConfigureForm> self(this);
+  const bool stay = unsaved && boxes_.Ask("Updates are not saved; Continue anyway?") == kAnswerNo;
+  if (!self) return;
   asking_ = false;
   if (stay || Unloading()) return;
-  model_.ConfigChanged = false;
   Unload();
   surroundings_.closed();
 }

@@ -2,11 +2,8 @@
 #pragma once
 
 #include <QBoxLayout>
-#include <QCheckBox>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QProgressBar>
-#include <QRadioButton>
 #include <QSlider>
 #include <QTimer>
 #include <functional>
@@ -14,7 +11,9 @@
 #include <vector>
 
 #include "config/Model.h"
+#include "config/forms/ComPortsPanel.h"
 #include "config/forms/GaugeTable.h"
+#include "config/forms/UdpPanel.h"
 #include "platform/Host.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
@@ -26,7 +25,9 @@ class MainConfigureForm : public Form {
  public:
   // What the form asks of the program around it. Openers of other forms may be empty: their button is hidden.
   struct Surroundings {
-    std::function<std::string(int)> deviceOf;  // the device behind a COM number, in words
+    std::function<std::string(int)> deviceOf;   // the device behind a COM number, in words
+    std::function<std::string(int)> troubleOf;  // what is wrong with the port of a hardware group, by number
+    std::function<void()> lookAgain;            // what is plugged in may have changed
     // Runs its argument, which changes a port's number, while no port is open.
     std::function<void(const std::function<void()>&)> withPortsClosed;
     std::function<std::string()> busWords;  // how the gauge bus stands
@@ -55,16 +56,7 @@ class MainConfigureForm : public Form {
   void EscapePressed() override { CmdClose_Click(); }
 
  private:
-  // One hardware group's line: the port in use, the ports to choose from, the button that takes the choice.
-  struct ComLine {
-    std::int16_t GeneralRecord::*field;
-    QLabel* current;
-    QComboBox* choice;
-    QPushButton* set;
-  };
-
-  QWidget* MakeComPanel();
-  QWidget* MakeUdpPanel();
+  ComPortsPanel* MakeComPanel();
   QWidget* MakeTimingPanel();
   QWidget* MakeGaugePanel();
   QLayout* MakeSearchRow();
@@ -72,10 +64,7 @@ class MainConfigureForm : public Form {
   QLayout* MakeButtons();
   void Opener(QBoxLayout* row, const char* name, const QString& text, const QString& tip,
               const std::function<void()>& open);
-  void ShowPort(const ComLine& line);
-  void OfferSet(const ComLine& line);
-  void SetPort(const ComLine& line);
-  void cmdSetUDP_Click();
+  void ShowBus();
   void cmdClearConfig_Click();
   void cmdStartTest_Click();
   void CmdClose_Click();
@@ -84,12 +73,10 @@ class MainConfigureForm : public Form {
   MessageBoxes& boxes_;
   Surroundings surroundings_;
   bool asking_ = false;
-  std::vector<ComLine> comLines_;
 
   QLabel* CurrentConfigFile;
-  QLineEdit *boxRemoteIP, *boxRemotePort, *boxLocalPort;
-  QRadioButton *OptionByteOrderNormal, *OptionByteOrderReverse;
-  QCheckBox* CheckBlockUsel;
+  ComPortsPanel* PanelCom;
+  UdpPanel* PanelUdp;
   QSlider* SliderXferTtimerProcess;
   QLabel* BoxXferTimerProcess;
   QComboBox* ComboLights;

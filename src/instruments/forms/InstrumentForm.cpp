@@ -12,6 +12,8 @@
 namespace tvx {
 namespace {
 
+constexpr std::size_t kAssignablePlates = 256;  // what a gauge's record holds
+
 QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
   auto* grid = new QGridLayout(panel);
   grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
@@ -124,7 +126,9 @@ int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const Plate
     surroundings_.changed();
   });
   refreshers_.emplace_back([this, plate, needle] {
-    plate->SetItems(PlateItems());
+    auto items = PlateItems(model_);
+    items.resize(std::min(items.size(), kAssignablePlates));
+    plate->SetItems(items);
     plate->SetValue(needle == 2 ? control_.Record().GaugeSetting4 : control_.Record().GaugeSetting3);
   });
   QPushButton* calibrate =
@@ -136,14 +140,6 @@ int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const Plate
   grid->addWidget(plate, row, 1);
   grid->addWidget(calibrate, row, 2);
   return row + 1;
-}
-
-std::vector<std::pair<int, std::string>> InstrumentForm::PlateItems() const {
-  std::vector<std::pair<int, std::string>> items;
-  for (int i = 0; i < model_.PlateCount() && i < 256; ++i) {
-    items.emplace_back(i, FormatNumberText(i, "000") + "  " + model_.PlateOf(i)->Name);
-  }
-  return items;
 }
 
 int InstrumentForm::AddOption(QGridLayout* grid, int row, const OptionField& field) {
@@ -231,14 +227,28 @@ QWidget* InstrumentForm::MakeLivePanel() {
   boxNewGaugeID->setValidator(new QIntValidator(0, kGauges - 1, boxNewGaugeID));
   boxNewGaugeID->setMaximumWidth(look::Margin() * 6);
   boxNewGaugeID->setToolTip(tr("A free address, 0 to 255"));
-  QPushButton* write = MakeButton("cmdSetNewGaugeID", tr("&Write"),
-                                  tr("Gives the live instrument this address; its settings go with it"));
-  connect(write, &QPushButton::clicked, this, &InstrumentForm::cmdSetNewID_Click);
+  LabelNewGaugeID = MakeLabel("LabelNewGaugeID");
+  LabelNewGaugeID->setWordWrap(true);
+  cmdSetNewGaugeID = MakeButton("cmdSetNewGaugeID", tr("&Write"),
+                                tr("Gives the live instrument this address; its settings go with it"));
+  connect(boxNewGaugeID, &QLineEdit::textChanged, this, &InstrumentForm::CheckNewGaugeID);
+  connect(cmdSetNewGaugeID, &QPushButton::clicked, this, &InstrumentForm::cmdSetNewID_Click);
+  auto* address = new QHBoxLayout;
+  address->addWidget(boxNewGaugeID);
+  address->addWidget(LabelNewGaugeID, 1);
   AddCaption(grid, 3, tr("New &GaugeID"), boxNewGaugeID);
-  grid->addWidget(boxNewGaugeID, 3, 1);
-  grid->addWidget(write, 3, 2);
+  grid->addLayout(address, 3, 1);
+  grid->addWidget(cmdSetNewGaugeID, 3, 2);
   if (!control_.Description().trials.empty()) AddTrial(grid, 4);
   return panel;
+}
+
+// Says at once why an address cannot be given.
+void InstrumentForm::CheckNewGaugeID() {
+  const QString typed = boxNewGaugeID->text();
+  const std::string fault = control_.NewGaugeIDFault(typed.toStdString());
+  SetTextIfChanged(LabelNewGaugeID, typed.isEmpty() ? QString() : fault.empty() ? tr("free") : ToText(fault));
+  cmdSetNewGaugeID->setEnabled(fault.empty());
 }
 
 void InstrumentForm::AddTrial(QGridLayout* grid, int row) {
@@ -290,6 +300,7 @@ void InstrumentForm::Refresh() {
   SetTextIfChanged(LabelGauge, ToText(control_.Title()));
   setWindowTitle(tr("Gauge ") + ToText(control_.Title()));
   for (const auto& refresh : refreshers_) refresh();
+  CheckNewGaugeID();
   ShowReadings();
 }
 
@@ -317,9 +328,10 @@ void InstrumentForm::cmdRead_Click() {
 void InstrumentForm::cmdSetNewID_Click() {
   const QPointer<InstrumentForm> self(this);
   setEnabled(false);
-  control_.WriteNewGaugeID(boxNewGaugeID->text().toStdString());
+  const bool written = control_.WriteNewGaugeID(boxNewGaugeID->text().toStdString());
   if (!self || Unloading()) return;
   setEnabled(true);
+  if (written) boxNewGaugeID->clear();
   Refresh();
   surroundings_.changed();
 }

@@ -41,18 +41,20 @@ class InstrumentForm : public Form {
   int AddNumbers(QGridLayout* grid, int row);
   void AddTrial(QGridLayout* grid, int row);
   void ShowTrial();
+  void CheckNewGaugeID();
   void ShowReadings();
   void cmdRead_Click();
   void cmdSetNewID_Click();
   void cmdDelete_Click();
-  std::vector<std::pair<int, std::string>> PlateItems() const;
 
   ConfigModel& model_;
   InstrumentControl& control_;
   Surroundings surroundings_;
   std::vector<std::function<void()>> refreshers_;  // one for each field
-  QLabel *LabelGauge = nullptr, *LabelIdentity = nullptr, *LabelReadings = nullptr, *LabelTrialUnit = nullptr;
+  QLabel *LabelGauge = nullptr, *LabelIdentity = nullptr, *LabelReadings = nullptr, *LabelTrialUnit = nullptr,
+         *LabelNewGaugeID = nullptr;
   QLineEdit* boxNewGaugeID = nullptr;
+  QPushButton* cmdSetNewGaugeID = nullptr;
   QComboBox* ComboTrial = nullptr;
   QSpinBox* boxTrialValue = nullptr;
 };

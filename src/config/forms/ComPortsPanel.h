@@ -1,0 +1,57 @@
+// Which serial port serves which hardware group: a line for each group.
+#pragma once
+
+#include <QComboBox>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "config/Model.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class ComPortsPanel : public QFrame {
+ public:
+  struct Surroundings {
+    std::function<std::string(int comNumber)> deviceOf;  // the device behind it and its state; or empty
+    std::function<std::string(int group)> troubleOf;     // what is wrong with a group's port; or empty
+    std::function<void()> lookAgain;                     // what is plugged in may have changed
+    // Runs its argument, which changes a port's number, while no port is open.
+    std::function<void(const std::function<void()>&)> withPortsClosed;
+    std::function<void()> adapters;  // opens the list of adapters
+    std::function<void()> changed;   // a group has another port now
+  };
+  ComPortsPanel(ConfigModel& model, Surroundings surroundings);
+  // Shows the model and the devices as they are now. A choice that is not set yet stays, unless the port in
+  // use has changed meanwhile.
+  void ShowModel();
+  // True while a choice differs from what is set.
+  bool Pending() const;
+  QWidget* First() const { return lines_.front().choice; }
+
+ private:
+  // The port in use, the ports to choose from, the button that takes the choice.
+  struct Line {
+    std::int16_t GeneralRecord::*field;
+    QString group;
+    QLabel* current;
+    QComboBox* choice;
+    QPushButton* set;
+    int shown = -1;  // the number in use when the choices were last filled
+  };
+  int Chosen(const Line& line) const;
+  int InUse(const Line& line) const { return std::max<int>(0, model_.General.*line.field); }
+  std::vector<int> OfferedNumbers() const;
+  void Fill(Line& line, const std::vector<std::pair<int, QString>>& offered);
+  void OfferSet(const Line& line);
+  void SetPort(std::size_t line);
+  void ShowAdvice();
+
+  ConfigModel& model_;
+  Surroundings surroundings_;
+  std::vector<Line> lines_;
+  QLabel* LabelComAdvice;
+};
+
+}  // namespace tvx

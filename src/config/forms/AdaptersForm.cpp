@@ -28,7 +28,7 @@ AdaptersForm::AdaptersForm(Surroundings surroundings, MessageBoxes& boxes, QWidg
   ListAdapters->setToolTip(tr("The serial adapters that are plugged in"));
   ListAdapters->setRootIsDecorated(false);
   ListAdapters->setAllColumnsShowFocus(true);
-  ListAdapters->setHeaderLabels({tr("Port"), tr("Adapter"), tr("Serial number"), tr("Device"), tr("State")});
+  ListAdapters->setHeaderLabels({tr("Adapter"), tr("Serial number"), tr("Device"), tr("Port"), tr("State")});
   ListAdapters->setMinimumSize(look::Margin() * 50, look::Margin() * 10);
   ComboAssign = new QComboBox;
   ComboAssign->setObjectName("ComboAssign");
@@ -77,8 +77,8 @@ void AdaptersForm::Refresh() {
   ListAdapters->clear();
   found_ = surroundings_.devices.List();
   for (const SerialDevice& device : found_) {
-    auto* item = new QTreeWidgetItem({NumbersText(surroundings_.comNumbersOf(device)), ToText(device.adapter),
-                                      ToText(device.serialNumber), ToText(device.path),
+    auto* item = new QTreeWidgetItem({ToText(device.adapter), ToText(device.serialNumber),
+                                      ToText(device.path), NumbersText(surroundings_.comNumbersOf(device)),
                                       device.mayOpen ? ToText(device.StateWords()) : tr("no permission")});
     ListAdapters->addTopLevelItem(item);
     if (device.path == chosen) ListAdapters->setCurrentItem(item);

@@ -4,18 +4,15 @@
 #include <QCoreApplication>
 #include <chrono>
 
-#include "platform/qt/QtHost.h"
-
 namespace tvx {
 
 // False when it was not so within two seconds.
 template <typename Condition>
 bool WaitUntil(Condition&& condition) {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-  QtEventLoop loop;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
-    loop.Yield();
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
   }
   return true;
 }

@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <filesystem>
 
 #include "Bytes.h"
 #include "config/ConfigFile.h"
+#include "platform/WaitUntil.h"
 #include "virtualcockpit/Cockpit.h"
 #include "virtualcockpit/Options.h"
 #include "virtualcockpit/devices/NeedleDevice.h"
@@ -18,18 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::Bytes;
-
-// Handles events until the condition holds; false after two seconds.
-template <typename Condition>
-bool Until(Condition condition) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!condition()) {
-    if (clock.elapsed() > 2000) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-  }
-  return true;
-}
 
 class CockpitTest : public testing::Test {
  protected:
@@ -60,7 +48,7 @@ TEST_F(CockpitTest, AnswersOverTheLinkAndTakesItAwayAtTheEnd) {
   const Bytes frames{0, 10, 0x5B, 0xFF, 0x03, 0xFF, 0, 10, 0x78, 0x01, 0x02, 0xFF};
   ASSERT_EQ(::write(handle, frames.data(), frames.size()), static_cast<ssize_t>(frames.size()));
   Bytes reply;
-  EXPECT_TRUE(Until([&] {
+  EXPECT_TRUE(WaitUntil([&] {
     Byte buffer[64];
     const ssize_t count = ::read(handle, buffer, sizeof buffer);
     if (count > 0) reply.insert(reply.end(), buffer, buffer + count);
@@ -124,7 +112,7 @@ TEST_F(CockpitTest, SimulatorAnswersWhereTheRequestCameFromVanishesAndReturns) {
     return answers > 0;
   };
   ASSERT_TRUE(client.SendTo(test::SubscribeTo("some/array[3]", 20, 5), simulator));
-  EXPECT_TRUE(Until(answered));
+  EXPECT_TRUE(WaitUntil(answered));
 
   cockpit.Simulation().Stop();
   EXPECT_FALSE(cockpit.Simulation().Present());
@@ -134,7 +122,7 @@ TEST_F(CockpitTest, SimulatorAnswersWhereTheRequestCameFromVanishesAndReturns) {
   answered();
   answers = 0;
   client.SendTo(test::Select(3), simulator);
-  EXPECT_TRUE(Until(answered)) << "it takes requests again";
+  EXPECT_TRUE(WaitUntil(answered)) << "it takes requests again";
 
   SimulatorService second;
   EXPECT_FALSE(second.Start(port));
@@ -162,16 +150,11 @@ TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
   EXPECT_EQ(options.port, 0);
   EXPECT_EQ(options.speed, 2.5);
   EXPECT_EQ(options.seconds, 30);
-  for (const std::vector<std::string>& bad : std::vector<std::vector<std::string>>{{"--port"},
-                                                                                   {"--port", "65536"},
-                                                                                   {"--port", "x"},
-                                                                                   {"--port", "1 "},
-                                                                                   {"--speed", "nan"},
-                                                                                   {"--speed", "0"},
-                                                                                   {"--seconds", "0"},
-                                                                                   {"--config", ""},
-                                                                                   {"--what"},
-                                                                                   {"file.cfg"}}) {
+  using Words = std::vector<std::string>;
+  const Words wrong[] = {{"--port"},         {"--port", "65536"}, {"--port", "x"},    {"--port", "1 "},
+                         {"--speed", "nan"}, {"--speed", "0"},    {"--seconds", "0"}, {"--config", ""},
+                         {"--what"},         {"file.cfg"}};
+  for (const Words& bad : wrong) {
     error.clear();
     EXPECT_FALSE(ParseOptions(bad, options, error));
     EXPECT_NE(error.find(bad[0]), std::string::npos);

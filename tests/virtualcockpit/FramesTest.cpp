@@ -37,43 +37,38 @@ const Bytes kLargest{0x00, 0x07, 0x5B, 0xFF, 0xFF, 0xFF};  // 7, command 5, 6553
 const Bytes kAddress{0x00, 0x14, 0x2C, 0x16, 0xAA, 0xFF, 0x20};
 const Bytes kAddressZero{0x00, 0x00, 0x2C, 0x00, 0xAA, 0xFF, 0x20};
 
-struct StreamCase {
-  const char* name;
-  Bytes bytes;
-  std::vector<std::string> frames;
-  std::uint64_t garbage, fillers;
-};
-
-class Stream : public testing::TestWithParam<StreamCase> {};
-
 // However the bytes are cut, every whole frame is found, and what lies between is told apart.
-TEST_P(Stream, IsDecodedInPiecesOfAnySize) {
-  const StreamCase& c = GetParam();
-  for (const std::size_t piece : {std::size_t{1}, std::size_t{2}, std::size_t{5}, std::size_t{100}}) {
-    const Decoded decoded = Decode(c.bytes, piece);
-    EXPECT_EQ(decoded.frames, c.frames) << "pieces of " << piece;
-    EXPECT_EQ(decoded.decoder.Frames(), c.frames.size());
-    EXPECT_EQ(decoded.decoder.Garbage(), c.garbage);
-    EXPECT_EQ(decoded.decoder.Fillers(), c.fillers);
+TEST(FrameDecoder, FindsFramesInPiecesOfAnySize) {
+  const struct {
+    const char* name;
+    Bytes bytes;
+    std::vector<std::string> frames;
+    std::uint64_t garbage, fillers;
+  } cases[] = {
+      {"negative", kFrame, {"12:3:-300"}, 0, 0},
+      {"end marks as data", kLargest + kZero, {"7:5:65535", "5:0:0"}, 0, 0},
+      {"side frame behind its filler", kZero + Bytes{0xFF} + kFrame, {"5:0:0", "12:3:-300"}, 0, 1},
+      {"new address and its blank", kAddress + kZero, {"20=>22", "5:0:0"}, 0, 1},
+      {"new address zero", kAddressZero, {"0=>0"}, 0, 1},
+      {"gauge zero", {0x00, 0x00, 0x78, 0x01, 0x02, 0xFF}, {"0:7:0"}, 0, 0},
+      {"noise before", Bytes{0x5A, 0x00, 0x11} + kZero, {"5:0:0"}, 3, 0},
+      {"cut frame before", Bytes{0x00, 0x0C, 0x3C} + kFrame, {"12:3:-300"}, 3, 0},
+      {"zero before", Bytes{0x00} + kLargest, {"7:5:65535"}, 1, 0},
+      {"missing end", Bytes{0x00, 0x05, 0x08, 0x01, 0x02} + kFrame, {"12:3:-300"}, 5, 0},
+      {"always set bit missing", Bytes{0x00, 0x05, 0x50, 0x01, 0x02, 0xFF} + kZero, {"5:0:0"}, 5, 1},
+      {"nothing whole", {0x00, 0x05, 0x08, 0x01}, {}, 0, 0},
+  };
+  for (const auto& c : cases) {
+    for (const std::size_t piece : {1u, 2u, 5u, 100u}) {
+      SCOPED_TRACE(std::string(c.name) + " in pieces of " + std::to_string(piece));
+      const Decoded decoded = Decode(c.bytes, piece);
+      EXPECT_EQ(decoded.frames, c.frames);
+      EXPECT_EQ(decoded.decoder.Frames(), c.frames.size());
+      EXPECT_EQ(decoded.decoder.Garbage(), c.garbage);
+      EXPECT_EQ(decoded.decoder.Fillers(), c.fillers);
+    }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    All, Stream,
-    testing::Values(
-        StreamCase{"Negative", kFrame, {"12:3:-300"}, 0, 0}, StreamCase{"Zero", kZero, {"5:0:0"}, 0, 0},
-        StreamCase{"EndMarksAsData", kLargest + kZero, {"7:5:65535", "5:0:0"}, 0, 0},
-        StreamCase{"SideFrameBehindItsFiller", kZero + Bytes{0xFF} + kFrame, {"5:0:0", "12:3:-300"}, 0, 1},
-        StreamCase{"NewAddressAndItsBlank", kAddress + kZero, {"20=>22", "5:0:0"}, 0, 1},
-        StreamCase{"NewAddressZero", kAddressZero, {"0=>0"}, 0, 1},
-        StreamCase{"GaugeZero", {0x00, 0x00, 0x78, 0x01, 0x02, 0xFF}, {"0:7:0"}, 0, 0},
-        StreamCase{"NoiseBefore", Bytes{0x5A, 0x00, 0x11} + kZero, {"5:0:0"}, 3, 0},
-        StreamCase{"CutFrameBefore", Bytes{0x00, 0x0C, 0x3C} + kFrame, {"12:3:-300"}, 3, 0},
-        StreamCase{"ZeroBefore", Bytes{0x00} + kLargest, {"7:5:65535"}, 1, 0},
-        StreamCase{"MissingEnd", Bytes{0x00, 0x05, 0x08, 0x01, 0x02} + kFrame, {"12:3:-300"}, 5, 0},
-        StreamCase{"AlwaysSetBitMissing", Bytes{0x00, 0x05, 0x50, 0x01, 0x02, 0xFF} + kZero, {"5:0:0"}, 5, 1},
-        StreamCase{"NothingWhole", {0x00, 0x05, 0x08, 0x01}, {}, 0, 0}),
-    [](const auto& one) { return one.param.name; });
 
 TEST(FrameDecoder, EveryValueComesBack) {
   for (int value = -65535; value <= 65535; value += 37) {

@@ -31,31 +31,25 @@ std::string Labels(const Scale& scale) {
   return labels;
 }
 
-struct LabelCase {
-  const char* name;
-  std::vector<std::pair<double, int>> points;
-  const char* labels;
-  int divisor;
-};
-class ScaleLabels : public testing::TestWithParam<LabelCase> {};
-TEST_P(ScaleLabels, AreThoseAPilotWouldPrint) {
-  const LabelCase& c = GetParam();
-  const Scale scale(PlateOf(c.points));
-  EXPECT_EQ(Labels(scale), c.labels);
-  EXPECT_EQ(scale.Divisor(), c.divisor);
-  for (const auto& [value, position] : c.points) EXPECT_DOUBLE_EQ(scale.PositionOf(value), position);
+TEST(Scale, LabelsAreThoseAPilotWouldPrint) {
+  const struct {
+    std::vector<std::pair<double, int>> points;
+    const char* labels;
+    int divisor;
+  } cases[] = {
+      {{{0, 180}, {5, 250}, {20, 387}, {26, 450}}, "0 5 20 26", 1},
+      {{{40, 100}, {50, 140}, {60, 180}, {70, 220}, {80, 260}}, "40 60 80", 1},  // crowded points
+      {{{0, 150}, {500, 300}, {1000, 450}}, "0 5 10", 100},
+      {{{0, 0}, {50, 540}}, "0 10 20 30 40 50", 1},
+      {{{0, 0}, {50, 500}, {100, 1040}}, "50 100", 1},  // the end meets the beginning
+  };
+  for (const auto& c : cases) {
+    const Scale scale(PlateOf(c.points));
+    EXPECT_EQ(Labels(scale), c.labels);
+    EXPECT_EQ(scale.Divisor(), c.divisor) << c.labels;
+    for (const auto& [value, position] : c.points) EXPECT_DOUBLE_EQ(scale.PositionOf(value), position);
+  }
 }
-INSTANTIATE_TEST_SUITE_P(
-    All, ScaleLabels,
-    testing::Values(LabelCase{"PointsOfThePlate", {{0, 180}, {5, 250}, {20, 387}, {26, 450}}, "0 5 20 26", 1},
-                    LabelCase{"CrowdedPointsThinned",
-                              {{40, 100}, {50, 140}, {60, 180}, {70, 220}, {80, 260}},
-                              "40 60 80",
-                              1},
-                    LabelCase{"Hundreds", {{0, 150}, {500, 300}, {1000, 450}}, "0 5 10", 100},
-                    LabelCase{"TwoEndsOnly", {{0, 0}, {50, 540}}, "0 10 20 30 40 50", 1},
-                    LabelCase{"EndMeetsBeginning", {{0, 0}, {50, 500}, {100, 1040}}, "50 100", 1}),
-    [](const auto& one) { return one.param.name; });
 
 TEST(Scale, NeedlePositionAndValueAreInverse) {
   const Scale scale(PlateOf({{0, 900}, {20, 861}, {50, 789}, {90, 690}, {115, 630}}));
@@ -170,6 +164,9 @@ TEST(Faces, ControlsAnswerTheMouse) {
     QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(face.get(), &event);
   };
+  const auto click = [&mouse](QPointF at) {
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) mouse(type, at);
+  };
   const auto wheel = [&face](QPointF at, int delta) {
     QWheelEvent event(at, at, {}, {0, delta}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(face.get(), &event);
@@ -182,15 +179,13 @@ TEST(Faces, ControlsAnswerTheMouse) {
   wheel(place(inner, {0, 0}), -60);
   wheel(place(inner, {0, 0}), -60);
   EXPECT_EQ(radio.Frequencies().standby, 22675) << "two halves of a click";
-  mouse(QEvent::MouseButtonPress, place(inner, {8, 0}));
-  mouse(QEvent::MouseButtonRelease, place(inner, {8, 0}));
+  click(place(inner, {8, 0}));
   EXPECT_EQ(radio.Frequencies().standby, 22700) << "a click on the right half";
   mouse(QEvent::MouseButtonPress, place(outer, {0, 28}));
   mouse(QEvent::MouseMove, place(outer, {0, 28}) - QPointF(20, 0));
   mouse(QEvent::MouseButtonRelease, place(outer, {0, 28}) - QPointF(20, 0));
   EXPECT_EQ(radio.Frequencies().standby, 20700) << "dragged to the left by two clicks";
-  mouse(QEvent::MouseButtonPress, place(swap, {0, 0}));
-  mouse(QEvent::MouseButtonRelease, place(swap, {0, 0}));
+  click(place(swap, {0, 0}));
   EXPECT_EQ(radio.Frequencies().active, 20700);
   wheel({5, 5}, 120);
   EXPECT_EQ(radio.Frequencies().standby, 18500);

@@ -135,7 +135,6 @@ TEST_F(LinuxSerialPortTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits)
 }
 
 TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
-  QtEventLoop loop;
   int calls = 0;
   port.SetReceiveThreshold(5);
   port.SetHandler([&](SerialEvent) {

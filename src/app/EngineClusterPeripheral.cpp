@@ -3,6 +3,12 @@
 namespace tvx {
 namespace {
 
+void BringToFront(QWidget* form) {
+  form->show();
+  form->raise();
+  form->activateWindow();
+}
+
 // Bits of the lighting word.
 constexpr std::int32_t kInstrumentLights = 0x4000;
 constexpr std::int32_t kFirstBusPowered = 0x02;
@@ -13,6 +19,7 @@ EngineClusterPeripheral::EngineClusterPeripheral(ConfigModel& model, SimCom& sim
                                                  MessageBoxes& boxes,
                                                  std::function<std::int32_t()> lightingWord)
     : model_(model),
+      boxes_(boxes),
       lightingWord_(std::move(lightingWord)),
       cluster_(model, sim, serial, boxes, {processTimer_, secondTimer_}) {
   processTimer_.OnTick([this] {
@@ -21,10 +28,12 @@ EngineClusterPeripheral::EngineClusterPeripheral(ConfigModel& model, SimCom& sim
     cluster_.ProcessTimer_Tick();
   });
   secondTimer_.OnTick([this] { cluster_.Timer1000ms_Tick(); });
+  editor_.SetChanged([this] { ShowEdited(); });
 }
 
 EngineClusterPeripheral::~EngineClusterPeripheral() {
   StopTimers();
+  delete configuration_;
   delete test_;
   delete form_;
 }
@@ -35,31 +44,48 @@ void EngineClusterPeripheral::StopTimers() {
 }
 
 void EngineClusterPeripheral::Load() {
-  if (!form_) form_ = new EngineClusterForm(cluster_, model_, [this] { ShowTest(); });
+  if (!form_) {
+    form_ =
+        new EngineClusterForm(cluster_, model_, {[this] { ShowConfiguration(); }, [this] { ShowTest(); }});
+  }
   form_->show();
 }
 
 void EngineClusterPeripheral::Unload() {
   cluster_.cmdStop_Click();
+  cluster_.ForgetPorts();
   StopTimers();
+  if (configuration_) configuration_->Unload();
   if (test_) test_->Unload();
   if (form_) form_->Unload();
+  configuration_ = nullptr;
   test_ = nullptr;
   form_ = nullptr;
 }
 
 void EngineClusterPeripheral::Show() {
-  if (!form_) return;
-  form_->show();
-  form_->raise();
-  form_->activateWindow();
+  if (form_) BringToFront(form_);
 }
 
 void EngineClusterPeripheral::ShowTest() {
-  if (!test_) test_ = new TestEngineClusterForm(cluster_, model_);
-  test_->show();
-  test_->raise();
-  test_->activateWindow();
+  if (!test_) test_ = new TestEngineClusterForm(cluster_, editor_);
+  BringToFront(test_);
+}
+
+void EngineClusterPeripheral::ShowConfiguration() {
+  if (!configuration_ || configuration_->Unloading()) {
+    cluster_.OpenCommPort();
+    configuration_ = new ConfigEngineClusterForm(model_, cluster_, editor_, boxes_, [this](int channel) {
+      if (OpenPlates) OpenPlates(channel, configuration_);
+    });
+  }
+  BringToFront(configuration_);
+}
+
+void EngineClusterPeripheral::ShowEdited() {
+  if (configuration_ && !configuration_->Unloading()) configuration_->Refresh();
+  if (test_) test_->Refresh();
+  if (form_) form_->ShowChannels();
 }
 
 }  // namespace tvx

@@ -6,6 +6,8 @@
 
 #include "core/Peripheral.h"
 #include "hwbus/EngineCluster.h"
+#include "hwbus/EngineClusterEditor.h"
+#include "hwbus/forms/ConfigEngineClusterForm.h"
 #include "hwbus/forms/EngineClusterForm.h"
 #include "hwbus/forms/TestEngineClusterForm.h"
 #include "platform/qt/QtHost.h"
@@ -26,20 +28,35 @@ class EngineClusterPeripheral final : public Peripheral {
   void Run() override { cluster_.cmdRun_Click(); }
   void Stop() override { cluster_.cmdStop_Click(); }
 
+  // Opens the Plates for a channel's needle, over `parent`. Set before the forms are shown.
+  std::function<void(int channel, QWidget* parent)> OpenPlates;
+
   void ShowTest();
+  // Opens the set-up, `frmConfigEC`; the cluster's port is open as long as it stands.
+  void ShowConfiguration();
+  // The configuration was edited elsewhere.
+  void Refresh() { editor_.Refresh(); }
+  // Moves a channel's needle while it is calibrated.
+  void MoveNeedle(int channel, int position) { editor_.MoveNeedle(channel, position); }
   void StopTimers();
 
   EngineCluster& Cluster() { return cluster_; }
   EngineClusterForm* Form() const { return form_; }
   TestEngineClusterForm* TestForm() const { return test_; }
+  ConfigEngineClusterForm* ConfigurationForm() const { return configuration_; }
 
  private:
+  void ShowEdited();
+
   ConfigModel& model_;
+  MessageBoxes& boxes_;
   std::function<std::int32_t()> lightingWord_;
   QtTimer processTimer_{QStringLiteral("EC.ProcessTimer")}, secondTimer_{QStringLiteral("EC.Timer1000ms")};
   EngineCluster cluster_;
+  EngineClusterEditor editor_{model_, cluster_};
   QPointer<EngineClusterForm> form_;
   QPointer<TestEngineClusterForm> test_;
+  QPointer<ConfigEngineClusterForm> configuration_;
 };
 
 }  // namespace tvx

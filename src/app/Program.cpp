@@ -81,6 +81,13 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
   configuration_.OpenXplaneTest = [this] { functions_.ShowConsole(configuration_.MainForm()); };
   // Whoever has no configuration yet begins with these.
   FillStandardFunctions(model_);
+  configuration_.MoveClusterNeedle = [this](int channel, int position) {
+    engineCluster_.MoveNeedle(channel, position);
+  };
+  configuration_.ModelChanged = [this] { engineCluster_.Refresh(); };
+  engineCluster_.OpenPlates = [this](int channel, QWidget* parent) {
+    configuration_.OpenClusterPlates(channel, parent);
+  };
   // A form that makes way for the next one must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(ProgramIcon());

@@ -43,14 +43,34 @@ void EngineCluster::OpenCommPort() {
 
 void EngineCluster::OpenPorts() {
   ReadOptions();
+  ForgetPorts();
+  portsOpen_ = true;
+  FollowFunctions();
+}
+
+void EngineCluster::ForgetPorts() {
+  portsOpen_ = false;
   ports_.fill(kNoPort);
+  portFunction_.fill(0);
+}
+
+// A port that is not needed any more stays open until all are closed: others may read the same data group.
+void EngineCluster::FollowFunctions() {
+  if (!portsOpen_) return;
   sim_.CurrentOpener = opener::kEngineCluster;
   for (int k = 0; k < kECChannels; ++k) {
-    if (!ChannelEnabled(k) || Channel(k).Value2 == 0) continue;
-    Port& port = ports_[static_cast<std::size_t>(k)];
-    port = sim_.OpenSimPort(Channel(k).Value2, 1);
-    if (port != kNoPort) sim_.EnableReadSimPort(port);
+    const auto index = static_cast<std::size_t>(k);
+    const std::int16_t function = Channel(k).Value2;
+    if (!ChannelEnabled(k) || function == portFunction_[index]) continue;
+    portFunction_[index] = function;
+    ports_[index] = function == 0 ? kNoPort : sim_.OpenSimPort(function, 1);
+    if (ports_[index] != kNoPort) sim_.EnableReadSimPort(ports_[index]);
   }
+}
+
+void EngineCluster::TakeSettings() {
+  ReadOptions();
+  if (running_) FollowFunctions();
 }
 
 void EngineCluster::ReadOptions() {
@@ -71,6 +91,7 @@ bool EngineCluster::DualEngine() const {
 void EngineCluster::cmdRun_Click() {
   OpenCommPort();
   running_ = true;
+  TakeSettings();
   timers_.ProcessTimer.SetInterval(std::max<int>(model_.General.TransferInterval, kShortestProcessTimer));
   timers_.ProcessTimer.SetEnabled(true);
   timers_.Timer1000ms.SetEnabled(true);
@@ -107,24 +128,29 @@ void EngineCluster::Recalibrate() {
   ecMode_ = kModeRequested;
 }
 
-// The needle's place on the channel's Plate; without a Plate the value itself.
-std::uint16_t EngineCluster::NeedleValue(int channel, double value) const {
+int EngineCluster::PositionOf(int channel, double value) const {
   const PlateRecord* plate = model_.PlateOf(Channel(channel).Value3);
-  if (plate != nullptr) return static_cast<std::uint16_t>(NeedlePosition(*plate, value));
-  return static_cast<std::uint16_t>(RoundHalfEven(std::clamp(value, 0.0, kNeedlePositions - 1.0)));
+  if (plate != nullptr) return NeedlePosition(*plate, value);
+  return static_cast<int>(RoundHalfEven(std::clamp(value, 0.0, kNeedlePositions - 1.0)));
+}
+
+std::optional<double> EngineCluster::Value(int channel) const {
+  float read = 0;
+  const bool live = running_ && ChannelEnabled(channel);
+  if (!live || !sim_.GetPort(ports_[static_cast<std::size_t>(channel)], read) || !std::isfinite(read)) {
+    return std::nullopt;
+  }
+  return static_cast<double>(read);
 }
 
 void EngineCluster::FillNeedles(ECFrame& frame) {
   for (int k = 0; k < kECChannels; ++k) {
     if (!ChannelEnabled(k)) continue;
     const auto index = static_cast<std::size_t>(k);
-    float read = 0;
-    const bool known = sim_.GetPort(ports_[index], read) && std::isfinite(read);
-    const double value = known ? static_cast<double>(read) : 0.0;
+    const double value = Value(k).value_or(0.0);
     boxValue_[index] = FormatNumber(value, "###00.00");
-    const std::uint16_t needle = NeedleValue(k, value);
-    position_[index] = needle;
-    PutECNeedle(frame, ECNeedleOfChannel(k, DualEngine()), needle);
+    position_[index] = PositionOf(k, value);
+    PutECNeedle(frame, NeedleOf(k), static_cast<std::uint16_t>(position_[index]));
   }
 }
 

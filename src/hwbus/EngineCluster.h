@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "base/NumberFormat.h"
@@ -26,6 +27,8 @@ class EngineCluster {
   void OpenCommPort();
   // Opens the simulator port of each enabled channel, under the cluster's opener code.
   void OpenPorts();
+  // The simulator's ports are closed by whoever closes them all; from here on none is this cluster's.
+  void ForgetPorts();
   void cmdRun_Click();
   void cmdStop_Click();
   // Moves one needle, 0..14, at once; its value is the raw one. Nothing for another needle.
@@ -36,8 +39,9 @@ class EngineCluster {
   void ResetCluster() { lighting_.OneShot |= kECReset; }
   // The cockpit's lighting: the instrument lights are on; the bus has power.
   void SetLighting(bool instrumentLights, bool powered);
-  // Takes the options of the configuration (setting 8) over: after they were edited.
-  void ReadOptions();
+  // Takes the edited configuration over: the options at once, a channel's other Function while running or by
+  // the next run. Enabled, Plate and version are read from the model each tick.
+  void TakeSettings();
 
   void MSComm1_OnComm(SerialEvent event);
   void ProcessTimer_Tick();
@@ -52,6 +56,12 @@ class EngineCluster {
   // The position last sent to a channel's needle.
   int Position(int channel) const { return position_[static_cast<std::size_t>(channel)]; }
   bool DualEngine() const;
+  int NeedleOf(int channel) const { return ECNeedleOfChannel(channel, DualEngine()); }
+  // What an enabled channel's Function says now; nothing while halted and where it has no value.
+  std::optional<double> Value(int channel) const;
+  // The needle position 0..1079 for a value: its place on the channel's Plate; without a Plate the value
+  // itself.
+  int PositionOf(int channel, double value) const;
   bool Recalibrating() const { return ecMode_ != 0 || hold_ > 0; }
 
   std::int16_t ECReplyReceived = 0;
@@ -60,7 +70,8 @@ class EngineCluster {
   const EngineClusterRecord& Channel(int channel) const {
     return model_.EngineCluster[static_cast<std::size_t>(channel)];
   }
-  std::uint16_t NeedleValue(int channel, double value) const;
+  void ReadOptions();
+  void FollowFunctions();
   void FillNeedles(ECFrame& frame);
   void DiscardRemnant();
 
@@ -75,7 +86,9 @@ class EngineCluster {
   ECLighting lighting_;
   ECVersionText ecVersion_;
   std::size_t waitingBefore_ = 0;
+  bool portsOpen_ = false;
   std::array<Port, kECChannels> ports_{};
+  std::array<std::int16_t, kECChannels> portFunction_{};  // that the port was asked for; 0: none
   std::array<ShortText, kECChannels> boxValue_{};
   std::array<int, kECChannels> position_{};
   std::string boxUnitReply_;

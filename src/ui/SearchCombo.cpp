@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QLineEdit>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
@@ -39,6 +40,7 @@ void SearchCombo::SetValue(int value) {
   const int index = findData(value);
   setCurrentIndex(index);
   if (index < 0) setEditText(QString::number(value));
+  lineEdit()->setCursorPosition(0);  // of a long name the beginning is to be seen
 }
 
 // A half-typed search is no choice.

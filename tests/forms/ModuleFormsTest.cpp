@@ -7,6 +7,7 @@
 #include "forms/FormsRig.h"
 #include "platform/Pty.h"
 #include "platform/WaitUntil.h"
+#include "ui/SearchCombo.h"
 
 namespace tvx {
 namespace {
@@ -134,9 +135,67 @@ TEST_F(ModuleFormsTest, TheTestFormMovesANeedleAtOnce) {
   Control<QSlider>(program.Cluster().TestForm(), "SliderNeedle3")->setValue(300);
   ASSERT_TRUE(WaitUntil([&] { return cluster.Collect().size() >= 40; }));
   EXPECT_EQ(cluster.Got[21] * 256 + cluster.Got[22], 300);
-  Control<QRadioButton>(program.Cluster().TestForm(), "OptionDualEngine")->click();
-  EXPECT_TRUE(program.Cluster().Cluster().DualEngine());
-  EXPECT_TRUE(program.Model().ConfigChanged);
+}
+
+TEST_F(ModuleFormsTest, AnEngineClusterIsSetUpFromNothing) {
+  Program& program = BeginHaltedWith(keys);
+  program.Model().EngineCluster[1] = {};
+  EngineClusterPeripheral& peripheral = program.Cluster();
+  Control<QPushButton>(peripheral.Form(), "cmdConfigEC")->click();
+  Control<QPushButton>(peripheral.Form(), "cmdTestEC")->click();
+  ConfigEngineClusterForm* form = peripheral.ConfigurationForm();
+  ASSERT_NE(form, nullptr);
+  ExpectNothingClipped(form);
+  const auto pick = [form](const char* name, int value) {
+    auto* combo = Control<SearchCombo>(form, name);
+    emit combo->activated(combo->findData(value));
+  };
+  EXPECT_FALSE(Control<SearchCombo>(form, "ComboPlate1")->isEnabled());
+  pick("ComboFunction1", 1);
+  EXPECT_TRUE(Control<QCheckBox>(form, "CheckEnabled1")->isChecked());
+  EXPECT_EQ(LabelText(peripheral.Form(), "Caption1"), "Airspeed indicated");
+  pick("ComboPlate1", 0);
+  Control<QRadioButton>(form, "OptionDualEngine")->click();
+  EXPECT_TRUE(Control<QRadioButton>(peripheral.TestForm(), "OptionDualEngine")->isChecked()) << "one fact";
+  EXPECT_EQ(LabelText(form, "LabelNeedle7"), "Needle 11, engine 2");
+  const EngineClusterRecord& channel = program.Model().EngineCluster[1];
+  EXPECT_EQ((std::array{channel.Value1, channel.Value2, channel.Value3}),
+            (std::array<std::int16_t, 3>{1, 1, 0}));
+  pick("ComboPlate1", -1);
+  Control<QPushButton>(form, "cmdTryHigh1")->click();
+  ASSERT_TRUE(WaitUntil([&] { return cluster.Collect().size() >= 40; }));
+  EXPECT_EQ(cluster.Got[3] * 256 + cluster.Got[4], 1079);
+  EXPECT_EQ(LabelText(form, "LabelReading1"), "1079.00 at 1079");
+
+  Control<QPushButton>(form, "cmdCalibrate1")->click();
+  auto* plates = Control<QWidget>(form, "frmCalibrate");
+  EXPECT_EQ(Control<SearchCombo>(plates, "ComboTarget")->currentText(), "Engine cluster, channel 2");
+  cluster.Got.clear();
+  Control<QSlider>(plates, "SliderMoveNeedle")->setValue(300);
+  ASSERT_TRUE(WaitUntil([&] { return cluster.Collect().size() >= 40; }));
+  EXPECT_EQ(cluster.Got[3] * 256 + cluster.Got[4], 300);
+  Control<QPushButton>(plates, "CmdClose")->click();
+
+  auto* bits = Control<QLineEdit>(form, "boxExtraBits");
+  const auto type = [bits](const QString& text) {
+    bits->selectAll();
+    bits->insert(text);
+  };
+  type("256");
+  Press(bits, Qt::Key_Return);
+  EXPECT_EQ(LabelText(form, "LabelExtraBits"), "A whole number from 0 to 255, please");
+  Press(form, Qt::Key_Escape);
+  EXPECT_EQ(boxes_.asked, (std::vector<std::string>{"Updates are not saved; Continue anyway?"}));
+  EXPECT_TRUE(form->isVisible());
+  type("64");
+  Press(bits, Qt::Key_Return);
+  EXPECT_EQ(program.Model().EngineCluster[8].Value3, 64);
+  program.Run().cmdRun_Click();
+  form->ShowLive();
+  EXPECT_FALSE(Control<QPushButton>(form, "cmdTryHigh1")->isEnabled());
+  Control<QPushButton>(form, "cmdClose")->click();
+  EXPECT_EQ(boxes_.asked.size(), 1u) << "nothing is lost";
+  EXPECT_FALSE(form->isVisible());
 }
 
 }  // namespace

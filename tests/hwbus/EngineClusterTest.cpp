@@ -1,25 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <map>
 
-#include "fakes/FakeHost.h"
-#include "fakes/FakeSerialPort.h"
-#include "fakes/FakeUdpSocket.h"
-#include "hwbus/EngineCluster.h"
+#include "hwbus/EngineClusterRig.h"
 
 namespace tvx {
 namespace {
-
-using Bytes = std::map<int, int>;  // by their place in the frame, counted from 1; those that are 0 left out
-
-Bytes NotZero(ByteView frame) {
-  Bytes bytes;
-  for (std::size_t i = 0; i < frame.size(); ++i) {
-    if (frame[i] != 0) bytes[static_cast<int>(i) + 1] = frame[i];
-  }
-  return bytes;
-}
 
 TEST(EngineClusterFrame, EveryNeedleAtItsPlace) {
   const int positions[] = {2, 4, 6, 22, 8, 12, 14, 16, 16, 18, 20, 10, 24, 26, 28, 30};
@@ -61,43 +47,7 @@ TEST(EngineClusterFrame, LightingBytes) {
   EXPECT_FALSE(SingleNeedleFrame(-1, 1, {}));
 }
 
-struct EngineClusterTest : testing::Test {
-  EngineClusterTest() {
-    model.General.ComPortEC = 7;
-    PlateRecord& plate = model.Plates.emplace_back();
-    plate.Value[3] = plate.Value[5] = 100;
-    plate.Position[3] = plate.Position[5] = 1000;
-    for (int k = 0; k < kECChannels; ++k) {
-      FunctionRecord& f = model.Functions[static_cast<std::size_t>(60 + k)];
-      f.ShortName = "F";
-      f.ComboDT = static_cast<Byte>(DataType::Float);
-      f.Multiplier = f.Devider = 1;
-      f.XPindex1 = static_cast<std::int16_t>(10 + k);
-    }
-  }
-  void Enable(int channel, int plate = 0) {
-    model.EngineCluster[static_cast<std::size_t>(channel)] = {1, static_cast<std::int16_t>(60 + channel),
-                                                              static_cast<std::int16_t>(plate)};
-  }
-  void Start() {
-    sim.OpenUDP();
-    cluster.OpenPorts();
-    cluster.cmdRun_Click();
-  }
-  void Set(int channel, float value) {
-    std::string datagram = "DATA*";
-    datagram += static_cast<char>(10 + channel);
-    datagram.append(3 + 32, '\0');
-    std::array<Byte, 4> bytes{};
-    FloatToLittleEndian(value, bytes);
-    std::copy(bytes.begin(), bytes.end(), datagram.begin() + 9);
-    socket.Deliver(datagram);
-  }
-  Bytes Tick() {
-    port.Writes.clear();
-    cluster.ProcessTimer_Tick();
-    return port.Writes.size() == 1 && port.Writes[0].size() == 40 ? NotZero(port.Writes[0]) : Bytes{};
-  }
+struct EngineClusterTest : EngineClusterRig {
   static std::vector<Byte> Reply(char major = '2', char minor = '7') {
     std::vector<Byte> reply(16, 0x20);
     reply[0] = 0xFF;
@@ -105,17 +55,6 @@ struct EngineClusterTest : testing::Test {
     reply[15] = static_cast<Byte>(minor);
     return reply;
   }
-
-  ConfigModel model;
-  FakeMessageBoxes boxes;
-  FakeEventLoop loop;
-  FakeClock clock;
-  FakeUdpSocket socket;
-  FakeSerialPort port, other;
-  FakeTimer process, second;
-  SimCom sim{model, socket, boxes, clock};
-  Serial serial{model, {&other, &port, &other, &other, &other, &other}, boxes, loop};
-  EngineCluster cluster{model, sim, serial, boxes, {process, second}};
 };
 
 TEST_F(EngineClusterTest, EveryEnabledChannelInOneFrame) {

@@ -19,9 +19,8 @@ QString CaptionOf(const ConfigModel& model, int channel) {
 
 }  // namespace
 
-EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& model,
-                                     std::function<void()> showTest)
-    : Form("frmStatusEC"), cluster_(cluster) {
+EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& model, Ways ways)
+    : Form("frmStatusEC"), cluster_(cluster), model_(model), ways_(std::move(ways)) {
   setWindowTitle(tr("Engine cluster"));
   setAttribute(Qt::WA_ShowWithoutActivating);
   auto* column = new QVBoxLayout(this);
@@ -38,43 +37,57 @@ EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& 
   grid->setSpacing(look::Gap());
   for (int k = 0; k < kECChannels; ++k) {
     auto* cell = new QVBoxLayout;
-    auto* dial = new NeedleDial(QStringLiteral("Needle%1").arg(k), CaptionOf(model, k));
+    auto* dial = new NeedleDial(QStringLiteral("Needle%1").arg(k));
+    QLabel* caption = MakeLabel("", {}, "caption");
+    caption->setObjectName(QStringLiteral("Caption%1").arg(k));
+    caption->setAlignment(Qt::AlignCenter);
+    caption->setWordWrap(true);
     QLabel* value = MakeLabel("", {}, "value");
     value->setObjectName(QStringLiteral("boxValue%1").arg(k));
     value->setAlignment(Qt::AlignCenter);
     cell->addWidget(dial, 1);
+    cell->addWidget(caption);
     cell->addWidget(value);
     grid->addLayout(cell, k / kPerRow, k % kPerRow);
     dials_[static_cast<std::size_t>(k)] = dial;
+    captions_[static_cast<std::size_t>(k)] = caption;
     values_[static_cast<std::size_t>(k)] = value;
   }
   column->addLayout(grid, 1);
-  column->addLayout(MakeButtons(std::move(showTest)));
+  column->addLayout(MakeButtons());
   connect(&refresh_, &QTimer::timeout, this, [this] {
     if (isVisible() && !isMinimized()) ShowState();
   });
   refresh_.start(kRefreshMs);
+  ShowChannels();
   ShowState();
 }
 
-QLayout* EngineClusterForm::MakeButtons(std::function<void()> showTest) {
+QLayout* EngineClusterForm::MakeButtons() {
   cmdRun_ = MakeButton("cmdRun", tr("&Run"), tr("Starts moving the needles"));
   cmdStop_ = MakeButton("cmdStop", tr("&Stop"), tr("Halts; the needles stay where they are"));
   cmdRecalibrate_ = MakeButton("cmdRecalibrate", tr("Re&calibrate"),
                                tr("Sweeps every needle once and finds its zero again; while running"));
-  QPushButton* test =
-      MakeButton("cmdTestEC", tr("&Test..."), tr("Moves single needles and sets the cluster up"));
+  QPushButton* setUp = MakeButton("cmdConfigEC", tr("Set &up..."), tr("What each channel shows, and how"));
+  QPushButton* test = MakeButton("cmdTestEC", tr("&Test..."), tr("Moves single needles"));
   QPushButton* hide = MakeButton("cmdHide", tr("&Hide"), tr("Hides this window; the cluster goes on"));
   connect(cmdRun_, &QPushButton::clicked, this, [this] { cluster_.cmdRun_Click(), ShowState(); });
   connect(cmdStop_, &QPushButton::clicked, this, [this] { cluster_.cmdStop_Click(), ShowState(); });
   connect(cmdRecalibrate_, &QPushButton::clicked, this, [this] { cluster_.Recalibrate(), ShowState(); });
-  connect(test, &QPushButton::clicked, this, [show = std::move(showTest)] { show(); });
+  connect(setUp, &QPushButton::clicked, this, [this] { ways_.setUp(); });
+  connect(test, &QPushButton::clicked, this, [this] { ways_.test(); });
   connect(hide, &QPushButton::clicked, this, [this] { CloseAsked(); });
   auto* row = new QHBoxLayout;
-  for (QPushButton* button : {cmdRun_, cmdStop_, cmdRecalibrate_, test}) row->addWidget(button);
+  for (QPushButton* button : {cmdRun_, cmdStop_, cmdRecalibrate_, setUp, test}) row->addWidget(button);
   row->addStretch(1);
   row->addWidget(hide);
   return row;
+}
+
+void EngineClusterForm::ShowChannels() {
+  for (int k = 0; k < kECChannels; ++k) {
+    SetTextIfChanged(captions_[static_cast<std::size_t>(k)], CaptionOf(model_, k));
+  }
 }
 
 void EngineClusterForm::ShowState() {

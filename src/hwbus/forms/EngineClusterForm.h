@@ -15,20 +15,28 @@ namespace tvx {
 class EngineClusterForm : public Form {
   Q_OBJECT
  public:
-  EngineClusterForm(EngineCluster& cluster, const ConfigModel& model, std::function<void()> showTest);
+  // What its buttons open.
+  struct Ways {
+    std::function<void()> setUp, test;
+  };
+  EngineClusterForm(EngineCluster& cluster, const ConfigModel& model, Ways ways);
   void ShowState();
+  // The channels' captions, after they were edited.
+  void ShowChannels();
 
  protected:
   void CloseAsked() override { hide(); }
   void EscapePressed() override { hide(); }
 
  private:
-  QLayout* MakeButtons(std::function<void()> showTest);
+  QLayout* MakeButtons();
 
   EngineCluster& cluster_;
+  const ConfigModel& model_;
+  Ways ways_;
   QLabel *status_ = nullptr, *boxUnitReply_ = nullptr;
   std::array<NeedleDial*, kECChannels> dials_{};
-  std::array<QLabel*, kECChannels> values_{};
+  std::array<QLabel*, kECChannels> captions_{}, values_{};
   QPushButton *cmdRun_ = nullptr, *cmdStop_ = nullptr, *cmdRecalibrate_ = nullptr;
   QTimer refresh_;
 };

@@ -56,7 +56,7 @@ void Indicator::paintEvent(QPaintEvent*) {
   painter.drawText(textArea, Qt::AlignCenter, text_);
 }
 
-NeedleDial::NeedleDial(const QString& name, const QString& caption) : caption_(caption) {
+NeedleDial::NeedleDial(const QString& name) {
   setObjectName(name);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
@@ -88,9 +88,6 @@ void NeedleDial::paintEvent(QPaintEvent*) {
     painter.drawLine(QPointF(0, -side * 0.46), QPointF(0, -side * 0.39));
     painter.restore();
   }
-  painter.setPen(enabled_ ? colours.text : colours.dim);
-  painter.drawText(QRectF(-side / 2, side * 0.12, side, side * 0.3), Qt::AlignCenter | Qt::TextWordWrap,
-                   caption_);
   if (!enabled_) return;
   painter.rotate(kZeroAngle + position_ / kStepsPerDegree);
   painter.setPen(QPen(colours.accent, side / 28, Qt::SolidLine, Qt::RoundCap));

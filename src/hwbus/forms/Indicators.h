@@ -32,7 +32,7 @@ class Indicator : public QWidget {
 // A round face with one needle that stands where the instrument's needle was sent.
 class NeedleDial : public QWidget {
  public:
-  NeedleDial(const QString& name, const QString& caption);
+  explicit NeedleDial(const QString& name);
   // 0..1079, three to a degree, clockwise from the lower left; a dial that is not lit is drawn dim.
   void SetPosition(int position, bool enabled);
   int Position() const { return position_; }
@@ -42,7 +42,6 @@ class NeedleDial : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QString caption_;
   int position_ = 0;
   bool enabled_ = false;
 };

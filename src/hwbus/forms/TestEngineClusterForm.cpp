@@ -6,19 +6,16 @@
 #include "ui/Look.h"
 
 namespace tvx {
-namespace {
 
-constexpr std::size_t kOptionsSetting = 8;
-
-}  // namespace
-
-TestEngineClusterForm::TestEngineClusterForm(EngineCluster& cluster, ConfigModel& model)
-    : Form("frmTestEC"), cluster_(cluster), model_(model) {
+TestEngineClusterForm::TestEngineClusterForm(EngineCluster& cluster, EngineClusterEditor& editor)
+    : Form("frmTestEC"),
+      cluster_(cluster),
+      options_(new EngineClusterOptions(editor, EngineClusterOptions::Extent::VersionAndBacklight)) {
   setWindowTitle(tr("Engine cluster: test and set-up"));
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
   column->setSpacing(look::Gap());
-  column->addWidget(MakeOptions());
+  column->addWidget(options_);
   column->addWidget(MakeNeedles(), 1);
   auto* row = new QHBoxLayout;
   QPushButton* recalibrate = MakeButton("cmdRecalibrate", tr("Re&calibrate"),
@@ -33,36 +30,6 @@ TestEngineClusterForm::TestEngineClusterForm(EngineCluster& cluster, ConfigModel
   row->addStretch(1);
   row->addWidget(close);
   column->addLayout(row);
-}
-
-QWidget* TestEngineClusterForm::MakeOptions() {
-  QFrame* panel = MakePanel("PanelOptions");
-  auto* row = new QHBoxLayout(panel);
-  OptionSingleEngine_ = new QRadioButton(tr("&Single engine"));
-  OptionSingleEngine_->setObjectName("OptionSingleEngine");
-  OptionDualEngine_ = new QRadioButton(tr("&Dual engine"));
-  OptionDualEngine_->setObjectName("OptionDualEngine");
-  CheckBacklight_ = new QCheckBox(tr("&Backlight always on"));
-  CheckBacklight_->setObjectName("CheckBacklight");
-  const EngineClusterRecord& options = model_.EngineCluster[kOptionsSetting];
-  (cluster_.DualEngine() ? OptionDualEngine_ : OptionSingleEngine_)->setChecked(true);
-  CheckBacklight_->setChecked(options.Value2 != 0);
-  connect(OptionDualEngine_, &QRadioButton::toggled, this, [this] { OptionsChanged(); });
-  connect(CheckBacklight_, &QCheckBox::toggled, this, [this] { OptionsChanged(); });
-  for (QWidget* widget : {static_cast<QWidget*>(OptionSingleEngine_),
-                          static_cast<QWidget*>(OptionDualEngine_), static_cast<QWidget*>(CheckBacklight_)}) {
-    row->addWidget(widget);
-  }
-  row->addStretch(1);
-  return panel;
-}
-
-void TestEngineClusterForm::OptionsChanged() {
-  EngineClusterRecord& options = model_.EngineCluster[kOptionsSetting];
-  options.Value1 = OptionDualEngine_->isChecked() ? 1 : 0;
-  options.Value2 = CheckBacklight_->isChecked() ? 1 : 0;
-  model_.ConfigChanged = true;
-  cluster_.ReadOptions();
 }
 
 QWidget* TestEngineClusterForm::MakeNeedles() {

@@ -1,11 +1,10 @@
 // `frmTestEC`: moves single needles, sets the engine version and the backlight, recalibrates.
 #pragma once
 
-#include <QCheckBox>
-#include <QRadioButton>
 #include <QSlider>
 
 #include "hwbus/EngineCluster.h"
+#include "hwbus/forms/EngineClusterOptions.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
 
@@ -14,7 +13,9 @@ namespace tvx {
 class TestEngineClusterForm : public Form {
   Q_OBJECT
  public:
-  TestEngineClusterForm(EngineCluster& cluster, ConfigModel& model);
+  TestEngineClusterForm(EngineCluster& cluster, EngineClusterEditor& editor);
+  // After the options were edited.
+  void Refresh() { options_->Refresh(); }
 
  protected:
   void CloseAsked() override { hide(); }
@@ -22,13 +23,9 @@ class TestEngineClusterForm : public Form {
 
  private:
   QWidget* MakeNeedles();
-  QWidget* MakeOptions();
-  void OptionsChanged();
 
   EngineCluster& cluster_;
-  ConfigModel& model_;
-  QRadioButton *OptionSingleEngine_ = nullptr, *OptionDualEngine_ = nullptr;
-  QCheckBox* CheckBacklight_ = nullptr;
+  EngineClusterOptions* options_;
 };
 
 }  // namespace tvx

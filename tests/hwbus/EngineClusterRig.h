@@ -1,0 +1,76 @@
+// An engine cluster on ports in memory: Function 60 + k is group 10 + k of the simulator, and Plate 0 goes
+// straight from 0..100 to 0..1000.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "fakes/FakeHost.h"
+#include "fakes/FakeSerialPort.h"
+#include "fakes/FakeUdpSocket.h"
+#include "hwbus/EngineCluster.h"
+
+namespace tvx {
+
+using Bytes = std::map<int, int>;  // by their place in the frame, counted from 1; those that are 0 left out
+
+inline Bytes NotZero(ByteView frame) {
+  Bytes bytes;
+  for (std::size_t i = 0; i < frame.size(); ++i) {
+    if (frame[i] != 0) bytes[static_cast<int>(i) + 1] = frame[i];
+  }
+  return bytes;
+}
+
+struct EngineClusterRig : testing::Test {
+  EngineClusterRig() {
+    model.General.ComPortEC = 7;
+    PlateRecord& plate = model.Plates.emplace_back();
+    plate.Value[3] = plate.Value[5] = 100;
+    plate.Position[3] = plate.Position[5] = 1000;
+    model.Plates.emplace_back().Name = "Second";
+    for (int k = 0; k < kECChannels; ++k) {
+      FunctionRecord& f = model.Functions[static_cast<std::size_t>(60 + k)];
+      f.ShortName = "F";
+      f.ComboDT = static_cast<Byte>(DataType::Float);
+      f.Multiplier = f.Devider = 1;
+      f.XPindex1 = static_cast<std::int16_t>(10 + k);
+    }
+  }
+  void Enable(int channel, int plate = 0) {
+    model.EngineCluster[static_cast<std::size_t>(channel)] = {1, static_cast<std::int16_t>(60 + channel),
+                                                              static_cast<std::int16_t>(plate)};
+  }
+  void Start() {
+    sim.OpenUDP();
+    cluster.OpenPorts();
+    cluster.cmdRun_Click();
+  }
+  void Set(int channel, float value) {
+    std::string datagram = "DATA*";
+    datagram += static_cast<char>(10 + channel);
+    datagram.append(3 + 32, '\0');
+    std::array<Byte, 4> bytes{};
+    FloatToLittleEndian(value, bytes);
+    std::copy(bytes.begin(), bytes.end(), datagram.begin() + 9);
+    socket.Deliver(datagram);
+  }
+  Bytes Tick() {
+    port.Writes.clear();
+    cluster.ProcessTimer_Tick();
+    return port.Writes.size() == 1 && port.Writes[0].size() == 40 ? NotZero(port.Writes[0]) : Bytes{};
+  }
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeEventLoop loop;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  FakeSerialPort port, other;
+  FakeTimer process, second;
+  SimCom sim{model, socket, boxes, clock};
+  Serial serial{model, {&other, &port, &other, &other, &other, &other}, boxes, loop};
+  EngineCluster cluster{model, sim, serial, boxes, {process, second}};
+};
+
+}  // namespace tvx

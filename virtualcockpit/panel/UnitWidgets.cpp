@@ -247,7 +247,7 @@ void ClusterWidget::Draw(QPainter& painter) {
     painter.drawEllipse(QPointF(0, 0), radius, radius);
     painter.setPen(ink);
     painter.setFont(theme::FontOf(std::max(9.0, radius / 5)));
-    painter.drawText(QRectF(-radius, radius * 0.25, 2 * radius, radius * 0.6),
+    painter.drawText(QRectF(-radius * 0.75, radius * 0.2, radius * 1.5, radius * 0.75),
                      Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, dials_[i].caption);
     painter.rotate(225 + cluster_.Needle(dials_[i].needle) / 3.0);
     painter.setPen(

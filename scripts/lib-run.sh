@@ -1,5 +1,5 @@
 # Sourced by scripts/run: the display, the programs that it starts, and the pictures it takes.
-# Uses $logs and $shots, the folders for what the programs say and for pictures.
+# Uses $work, $logs and $shots, the folders for the programs, for what they say and for pictures.
 
 # A display that answers, as far as files tell. DISPLAY=:3 with no server behind it is none.
 have_display() {
@@ -44,10 +44,10 @@ trap end_all EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
-start() { # start LOG COMMAND...: in demo/, in the background; its number in $started
+start() { # start LOG COMMAND...: in $work, in the background; its number in $started
   local log=$1
   shift
-  (cd demo && exec "$@") >"$log" 2>&1 </dev/null &
+  (cd "$work" && exec "$@") >"$log" 2>&1 </dev/null &
   started=$!
   children+=("$started")
 }

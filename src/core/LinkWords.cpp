@@ -9,7 +9,10 @@ std::string SimulatorLinkWords(const SimulatorLinkState& state, bool& trouble) {
     return "X-Plane link closed: " + state.SocketError;
   }
   if (!state.Running) return "X-Plane link halted. Press Run to fly.";
-  if (state.EverAnswered && state.SilentMs < kSilentAfterMs) return "X-Plane is answering";
+  if (state.SilentMs < kSilentAfterMs) {
+    return state.EverAnswered ? "X-Plane is answering"
+                              : "X-Plane has been asked; waiting for its first answer";
+  }
   trouble = true;
   const std::string silence = "X-Plane silent for " + std::to_string(state.SilentMs / 1000) + " s. ";
   if (state.EverAnswered)

@@ -88,7 +88,7 @@ void NewInstallation::Everything() {
 }
 
 void NewInstallation::Begin() {
-  program_ = std::make_unique<Program>(&boxes, nullptr, &adapters_);
+  program_ = std::make_unique<Program>(&boxes, &keys_, &adapters_);
   program_->Begin();
 }
 
@@ -301,6 +301,7 @@ void NewInstallation::StartAgain() {
   program_.reset();
   Begin();
   ASSERT_TRUE(Eventually([this] { return program_->Run().Running(); }, std::chrono::seconds(60)));
+  ASSERT_TRUE(Eventually([this] { return program_->Run().View().Simulator.Text == "X-Plane is answering"; }));
   Seen("fly");
 }
 

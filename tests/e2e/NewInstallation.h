@@ -10,6 +10,7 @@
 
 #include "e2e/Flight.h"
 #include "e2e/Hands.h"
+#include "fakes/FakeKeyInjector.h"
 #include "platform/linux/LinuxSerialDevices.h"
 
 namespace tvx::e2e {
@@ -80,6 +81,7 @@ class NewInstallation {
   QTemporaryDir folder_;
   ConfigModel hardware_;
   std::unique_ptr<vc::Cockpit> cockpit_;
+  FakeKeyInjector keys_;
   PluggedIn adapters_;
   std::unique_ptr<Program> program_;
 };

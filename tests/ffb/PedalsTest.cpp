@@ -66,12 +66,9 @@ TEST(Joystick, EachPropertyReadsItsFieldAnew) {
   FakeJoystick device;
   clsJoy joy(device);
   device.info = {0, 0, 1, 2, 3, 4, 5, 6, 0x80000001, 2, 9000, 0, 0};
-  EXPECT_EQ(joy.JoyX(), 1);
-  EXPECT_EQ(joy.JoyY(), 2);
-  EXPECT_EQ(joy.JoyZ(), 3);
-  EXPECT_EQ(joy.JoyR(), 4);
-  EXPECT_EQ(joy.JoyU(), 5);
-  EXPECT_EQ(joy.JoyV(), 6);
+  EXPECT_EQ(
+      (std::vector<std::int64_t>{joy.JoyX(), joy.JoyY(), joy.JoyZ(), joy.JoyR(), joy.JoyU(), joy.JoyV()}),
+      (std::vector<std::int64_t>{1, 2, 3, 4, 5, 6}));
   EXPECT_EQ(joy.JoyButState(), std::int32_t(0x80000001));
   EXPECT_EQ(joy.JoyCurBut(), 2);
   EXPECT_EQ(joy.JoyPOV(), 9000);
@@ -92,23 +89,15 @@ TEST(FfbTable, SwitchesValuesAndMessages) {
   rig.model.Functions[290].ShortName.clear();
   for (int i = 0; i < kFfbOffsets; ++i) {
     // Float Functions on data group 20 + offset, under numbers of the user's own.
-    FunctionRecord& f = rig.model.Functions[static_cast<std::size_t>(100 + i)];
-    f.ShortName = "F";
-    f.ComboDT = static_cast<Byte>(DataType::Float);
-    f.XPindex1 = static_cast<std::int16_t>(20 + i);
-    f.Multiplier = f.Devider = 1;
+    DefineFunction(rig.model, 100 + i, DataType::Float, 20 + i);
     rig.model.Yoke1.FfbFunctions[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(100 + i);
   }
   ports.Open();
   EXPECT_EQ(rig.sim.PortAt(0).OpenedBy, 5000);
-  std::string datagram = "DATA*";
   for (int i = 0; i < kFfbOffsets; ++i) {
-    std::array<Byte, 36> group{};
-    group[0] = static_cast<Byte>(20 + i);
-    FloatToLittleEndian(i == 8 ? -2.5f : 0.5f + static_cast<float>(i), std::span(group).subspan<4, 4>());
-    datagram.append(group.begin(), group.end());
+    const float value = i == 8 ? -2.5f : 0.5f + static_cast<float>(i);
+    rig.socket.Deliver(DataDatagram({{20 + i, value}}));
   }
-  rig.socket.Deliver(datagram);
   for (int i = 0; i < kFfbOffsets; ++i) ports.GetPortFFB(i);
   const FfbVariables& v = ports.Variables;
   EXPECT_EQ((std::vector<int>{v.OnGround, v.AutopilotServos, v.StallWarning, v.Paused, v.OverspeedWarning,

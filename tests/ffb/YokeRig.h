@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <functional>
 #include <map>
 #include <set>
@@ -14,6 +13,7 @@
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/SimData.h"
 
 namespace tvx::test {
 
@@ -201,25 +201,17 @@ struct YokeRig {
 
  private:
   void SendValues() {
-    std::string datagram = "RREF,";
     for (int port = 0; port < sim.PortCount(); ++port) {
       const int offset = sim.PortAt(port).FunctionNr - kFirstFfbFunction;
-      const std::int32_t identifier = port;
-      const float value = values_[offset];
-      if (!FfbOffsets()[static_cast<std::size_t>(offset)].read) continue;
-      char record[8];
-      std::memcpy(record, &identifier, 4);
-      std::memcpy(record + 4, &value, 4);
-      datagram.append(record, 8);
+      if (FfbOffsets()[static_cast<std::size_t>(offset)].read)
+        socket.Deliver(RrefDatagram({{port, values_[offset]}}));
     }
-    socket.Deliver(datagram);
   }
   void TakeDatagrams() {
     for (const std::string& bytes : socket.TakeSent()) {
       if (bytes.starts_with("CMND")) commands.emplace_back(bytes.c_str() + 5);
       if (!bytes.starts_with("DREF")) continue;
-      float value;
-      std::memcpy(&value, bytes.data() + 5, 4);
+      const float value = FloatAt(bytes, 5);
       const std::string path = bytes.substr(9, bytes.find_first_of(std::string("\0 ", 2), 9) - 9);
       written[path] = value;
       for (int offset = 0; offset < kFfbOffsets; ++offset) {

@@ -89,26 +89,24 @@ TEST_F(QtUdpSocketTest, ARepeatedSetUpLosesNothingThatHasArrived) {
 TEST_F(QtUdpSocketTest, ATakenPortAndBadAddressesAreRefusedInWords) {
   QUdpSocket taker;
   ASSERT_TRUE(taker.bind(QHostAddress(QHostAddress::AnyIPv4), 0));
-  const struct {
-    UdpEndpoints endpoints;
-    const char* words;
-  } cases[] = {
+  const std::int32_t local = here.localPort;
+  const std::pair<UdpEndpoints, const char*> cases[] = {
       {{"127.0.0.1", 49000, taker.localPort()}, "is used by another program"},
-      {{"", 49000, here.localPort}, "no IPv4 address"},
-      {{"localhost", 49000, here.localPort}, "\"localhost\" is no IPv4 address"},
-      {{"127.0.0.256", 49000, here.localPort}, "no IPv4 address"},
-      {{"127.0.1", 49000, here.localPort}, "no IPv4 address"},
-      {{"127.0.0.1.", 49000, here.localPort}, "no IPv4 address"},
-      {{" 127.0.0.1", 49000, here.localPort}, "no IPv4 address"},
-      {{"127.0.0.1", 0, here.localPort}, "remote port"},
-      {{"127.0.0.1", 65536, here.localPort}, "remote port"},
+      {{"localhost", 49000, local}, "\"localhost\" is no IPv4 address"},
+      {{"127.0.0.1", 0, local}, "remote port"},
+      {{"127.0.0.1", 65536, local}, "remote port"},
       {{"127.0.0.1", 49000, -1}, "local port"},
+      {{"", 49000, local}, "no IPv4 address"},
+      {{"127.0.0.256", 49000, local}, "no IPv4 address"},
+      {{"127.0.1", 49000, local}, "no IPv4 address"},
+      {{"127.0.0.1.", 49000, local}, "no IPv4 address"},
+      {{" 127.0.0.1", 49000, local}, "no IPv4 address"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [endpoints, words] : cases) {
     ASSERT_TRUE(socket.SetUp(here));
     EXPECT_TRUE(socket.LastError().empty());
-    EXPECT_FALSE(socket.SetUp(c.endpoints));
-    EXPECT_NE(socket.LastError().find(c.words), std::string::npos) << socket.LastError();
+    EXPECT_FALSE(socket.SetUp(endpoints));
+    EXPECT_NE(socket.LastError().find(words), std::string::npos) << socket.LastError();
     EXPECT_FALSE(socket.IsOpen());
     EXPECT_FALSE(socket.Send(Bytes{1}));
   }

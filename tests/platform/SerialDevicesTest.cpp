@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-
+#include "fakes/ScratchFolder.h"
 #include "platform/linux/ComPortMap.h"
 #include "platform/linux/LinuxSerialDevices.h"
 
@@ -14,46 +10,23 @@ namespace {
 namespace fs = std::filesystem;
 
 // A computer's /dev, /sys and /proc, in a folder.
-class SerialDevicesTest : public testing::Test {
- protected:
-  SerialDevicesTest() : before_(fs::current_path()) {
-    std::string pattern = (fs::temp_directory_path() / "tty-XXXXXX").string();
-    root_ = fs::canonical(::mkdtemp(pattern.data())).string();
-    fs::create_directories(root_ + "/dev");
-    fs::create_directories(root_ + "/work");
-    fs::current_path(root_ + "/work");
-  }
-  ~SerialDevicesTest() override {
-    fs::current_path(before_);
-    fs::remove_all(root_);
-  }
-  void Put(const std::string& file, const std::string& text = {}) {
-    fs::create_directories(fs::path(root_ + file).parent_path());
-    std::ofstream(root_ + file) << text;
-  }
-  void Link(const std::string& target, const std::string& link) {
-    fs::create_directories(fs::path(root_ + link).parent_path());
-    fs::create_symlink(target, root_ + link);
-  }
-  std::string root_;
-  fs::path before_;
-};
+struct SerialDevicesTest : testing::Test, ScratchFolder {};
 
 TEST_F(SerialDevicesTest, NamesEachAdapterItsUserAndItsState) {
   for (const char* name : {"ttyUSB0", "ttyACM1", "ttyS0", "ttyS1", "tty1", "ttyprintk"})
-    Put(std::string("/dev/") + name);
-  Put("/sys/class/tty/ttyS0/type", "4\n");
-  Put("/sys/class/tty/ttyS1/type", "0\n");
-  Put("/sys/devices/usb1/1-2/product", "FT232R USB UART\n");
-  Put("/sys/devices/usb1/1-2/serial", "A50285BI\n");
-  fs::create_directories(root_ + "/sys/devices/usb1/1-2/1-2:1.0/ttyUSB0");
-  Link(root_ + "/sys/devices/usb1/1-2/1-2:1.0/ttyUSB0", "/sys/class/tty/ttyUSB0/device");
-  Link("../../ttyUSB0", "/dev/serial/by-id/usb-FTDI_A50285BI-if00");
-  Put("/proc/4711/comm", "minicom\n");
-  Link(root_ + "/dev/ttyACM1", "/proc/4711/fd/5");
-  Link("socket:[1]", "/proc/4711/fd/6");
+    Put(std::string("dev/") + name);
+  Put("sys/class/tty/ttyS0/type", "4\n");
+  Put("sys/class/tty/ttyS1/type", "0\n");
+  Put("sys/devices/usb1/1-2/product", "FT232R USB UART\n");
+  Put("sys/devices/usb1/1-2/serial", "A50285BI\n");
+  fs::create_directories("sys/devices/usb1/1-2/1-2:1.0/ttyUSB0");
+  Link(Path() + "/sys/devices/usb1/1-2/1-2:1.0/ttyUSB0", "sys/class/tty/ttyUSB0/device");
+  Link("../../ttyUSB0", "dev/serial/by-id/usb-FTDI_A50285BI-if00");
+  Put("proc/4711/comm", "minicom\n");
+  Link(Path() + "/dev/ttyACM1", "proc/4711/fd/5");
+  Link("socket:[1]", "proc/4711/fd/6");
 
-  const auto devices = LinuxSerialDevices(root_).List();
+  const auto devices = LinuxSerialDevices(Path()).List();
   ASSERT_EQ(devices.size(), 3u);
   EXPECT_EQ(devices[0].path, "/dev/ttyACM1");
   EXPECT_EQ(devices[0].Words(), "/dev/ttyACM1");
@@ -67,23 +40,23 @@ TEST_F(SerialDevicesTest, NamesEachAdapterItsUserAndItsState) {
   closed.mayOpen = false;
   closed.group = "dialout";
   EXPECT_EQ(closed.StateWords(), "no permission; type: sudo adduser $USER dialout, and log in again");
-  EXPECT_TRUE(LinuxSerialDevices(root_ + "/nowhere").List().empty());
+  EXPECT_TRUE(LinuxSerialDevices(Path() + "/nowhere").List().empty());
 }
 
 TEST_F(SerialDevicesTest, AssigningPointsTheLink) {
   LinuxSerialDevices devices;
   std::string error;
   SerialDevice device;
-  device.path = root_ + "/dev/ttyUSB3";
+  device.path = Path() + "/dev/ttyUSB3";
   ASSERT_TRUE(devices.Assign(5, device, error)) << error;
   EXPECT_EQ(fs::read_symlink("comports/com5"), device.path);
-  device.stableName = root_ + "/dev/serial/by-id/x";
+  device.stableName = Path() + "/dev/serial/by-id/x";
   ASSERT_TRUE(devices.Assign(5, device, error)) << error;
   EXPECT_EQ(fs::read_symlink("comports/com5"), device.stableName);
   EXPECT_EQ(FindComPort(5).path, "comports/com5");
   EXPECT_FALSE(devices.Assign(0, device, error));
   fs::remove_all("comports");
-  std::ofstream("comports") << "a file in the way";
+  Put("comports", "a file in the way");
   EXPECT_FALSE(devices.Assign(5, device, error));
   EXPECT_FALSE(error.empty());
 }

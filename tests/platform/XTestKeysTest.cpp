@@ -32,53 +32,34 @@ struct XTestKeysTest : testing::Test {
 TEST_F(XTestKeysTest, EveryNamedKeyWithAndWithoutModifiers) {
   XTestKeys keys(display.Name().c_str());
   ASSERT_EQ(keys.Trouble(), "");
-  const struct {
-    NamedKey key;
-    unsigned long symbol;
-  } expected[] = {
-      {NamedKey::Backspace, XK_BackSpace},
-      {NamedKey::Break, XK_Pause},
-      {NamedKey::Delete, XK_Delete},
-      {NamedKey::Down, XK_Down},
-      {NamedKey::End, XK_End},
-      {NamedKey::Enter, XK_Return},
-      {NamedKey::Esc, XK_Escape},
-      {NamedKey::Help, XK_Help},
-      {NamedKey::Home, XK_Home},
-      {NamedKey::Insert, XK_Insert},
-      {NamedKey::Left, XK_Left},
-      {NamedKey::PageDown, XK_Page_Down},
-      {NamedKey::PageUp, XK_Page_Up},
-      {NamedKey::PrintScreen, XK_Print},
-      {NamedKey::Right, XK_Right},
-      {NamedKey::ScrollLock, XK_Scroll_Lock},
-      {NamedKey::Tab, XK_Tab},
-      {NamedKey::Up, XK_Up},
-      {NamedKey::F1, XK_F1},
-      {NamedKey::F2, XK_F2},
-      {NamedKey::F3, XK_F3},
-      {NamedKey::F4, XK_F4},
-      {NamedKey::F5, XK_F5},
-      {NamedKey::F6, XK_F6},
-      {NamedKey::F7, XK_F7},
-      {NamedKey::F8, XK_F8},
-      {NamedKey::F9, XK_F9},
-      {NamedKey::F10, XK_F10},
-      {NamedKey::F11, XK_F11},
-      {NamedKey::F12, XK_F12},
-      {NamedKey::F13, XK_F13},
-      {NamedKey::F14, XK_F14},
-      {NamedKey::F15, XK_F15},
-      {NamedKey::F16, XK_F16},
-      {NamedKey::CapsLock, XK_Caps_Lock},
-      {NamedKey::NumLock, XK_Num_Lock},
-  };
-  for (const auto& e : expected) {
-    const ReadKey plain = Typed(keys, {e.key});
-    EXPECT_EQ(plain.symbol, e.symbol) << static_cast<int>(e.key);
-    EXPECT_FALSE(plain.ctrl || plain.shift) << static_cast<int>(e.key);
-    const ReadKey held = Typed(keys, {e.key, 0, true, true});
-    EXPECT_TRUE(held.ctrl && held.shift) << static_cast<int>(e.key);
+  std::vector<std::pair<NamedKey, unsigned long>> expected{{NamedKey::Backspace, XK_BackSpace},
+                                                           {NamedKey::Break, XK_Pause},
+                                                           {NamedKey::Delete, XK_Delete},
+                                                           {NamedKey::Down, XK_Down},
+                                                           {NamedKey::End, XK_End},
+                                                           {NamedKey::Enter, XK_Return},
+                                                           {NamedKey::Esc, XK_Escape},
+                                                           {NamedKey::Help, XK_Help},
+                                                           {NamedKey::Home, XK_Home},
+                                                           {NamedKey::Insert, XK_Insert},
+                                                           {NamedKey::Left, XK_Left},
+                                                           {NamedKey::PageDown, XK_Page_Down},
+                                                           {NamedKey::PageUp, XK_Page_Up},
+                                                           {NamedKey::PrintScreen, XK_Print},
+                                                           {NamedKey::Right, XK_Right},
+                                                           {NamedKey::ScrollLock, XK_Scroll_Lock},
+                                                           {NamedKey::Tab, XK_Tab},
+                                                           {NamedKey::Up, XK_Up},
+                                                           {NamedKey::CapsLock, XK_Caps_Lock},
+                                                           {NamedKey::NumLock, XK_Num_Lock}};
+  for (int f = 0; f < 16; ++f)
+    expected.emplace_back(static_cast<NamedKey>(static_cast<int>(NamedKey::F1) + f), XK_F1 + f);
+  for (const auto& [key, symbol] : expected) {
+    const ReadKey plain = Typed(keys, {key});
+    EXPECT_EQ(plain.symbol, symbol) << static_cast<int>(key);
+    EXPECT_FALSE(plain.ctrl || plain.shift) << static_cast<int>(key);
+    const ReadKey held = Typed(keys, {key, 0, true, true});
+    EXPECT_TRUE(held.ctrl && held.shift) << static_cast<int>(key);
   }
 }
 

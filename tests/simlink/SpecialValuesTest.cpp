@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "fakes/FakeHost.h"
 #include "fakes/FakeUdpSocket.h"
+#include "fakes/SimData.h"
 #include "simlink/SpecialValues.h"
 
 namespace tvx {
@@ -19,13 +18,7 @@ struct SpecialRig {
 
   SpecialRig() { sim.OpenUDP(); }
   // The simulator's times, hours of the day.
-  void SetTime(float zulu, float local) {
-    std::string datagram = "DATA*";
-    datagram += std::string("\x01\0\0\0", 4) + std::string(32, '\0');
-    std::memcpy(datagram.data() + 9 + 4 * 5, &zulu, 4);
-    std::memcpy(datagram.data() + 9 + 4 * 6, &local, 4);
-    socket.Deliver(datagram);
-  }
+  void SetTime(float zulu, float local) { socket.Deliver(DataDatagram(1, {0, 0, 0, 0, 0, zulu, local, 0})); }
 };
 
 TEST(SpecialValues, TimesAreFoldedAndJumpsNoticed) {
@@ -49,9 +42,8 @@ TEST(SpecialValues, TimesAreFoldedAndJumpsNoticed) {
     EXPECT_EQ(rig.special.LocalHour, step.localHour) << step.local;
     EXPECT_EQ(rig.special.TimeJumped, step.jumped) << step.zulu;
   }
-  EXPECT_EQ(rig.special.DateMonth, 3);
-  EXPECT_EQ(rig.special.DateDay, 5);
-  EXPECT_EQ(rig.special.DateYear, 24);
+  EXPECT_EQ((std::vector<int>{rig.special.DateYear, rig.special.DateMonth, rig.special.DateDay}),
+            (std::vector<int>{24, 3, 5}));
 }
 
 TEST(SpecialValues, BothNavWritersWriteTheSameSlot) {
@@ -80,9 +72,7 @@ TEST(SpecialValues, AdfDigitsBecomeKilohertz) {
     rig.special.PutADF(c.digits, c.standby);
     const auto sent = rig.socket.TakeSent();
     ASSERT_EQ(sent.size(), 1u);
-    float value = 0;
-    std::memcpy(&value, sent[0].data() + 5, 4);
-    EXPECT_EQ(value, c.frequency);
+    EXPECT_EQ(FloatAt(sent[0], 5), c.frequency);
     EXPECT_STREQ(sent[0].c_str() + 9, c.path);
   }
   rig.special.PutADF("350", false);
@@ -123,9 +113,7 @@ TEST(SpecialValues, AutopilotOffsetsWithoutAPortAreReported) {
   EXPECT_EQ(rig.boxes.shown,
             (std::vector<std::string>{"Get APPort, OffsetNr: -1", "Get APPort, OffsetNr: 0",
                                       "Get APPort, OffsetNr: 20", "Get APPort, OffsetNr: 21"}));
-  FunctionRecord& function = rig.model.Functions[91];
-  function.ShortName = "AP";
-  function.Multiplier = function.Devider = 1;
+  FunctionRecord& function = DefineFunction(rig.model, 91, DataType::Float);
   function.FuncType = static_cast<Byte>(FunctionUse::Macro);
   function.BoxMacroNr = 4;
   SpecialValues::AutopilotPortTable ports;

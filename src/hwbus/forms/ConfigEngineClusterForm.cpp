@@ -144,7 +144,9 @@ void ConfigEngineClusterForm::Refresh() {
     if (plates != row.plateItems) row.plate->SetItems(plates);
     row.plateItems = std::move(plates);
     row.plate->SetValue(editor_.PlateOf(k));
-    row.plate->setEnabled(record.Value2 != 0);  // a channel without a Function has no value to place
+    // A channel without a Function has no value to place.
+    row.plate->setEnabled(record.Value2 != 0);
+    if (record.Value2 == 0) row.plate->setEditText({});
     SetTextIfChanged(row.needle, editor_.NeedleName(k));
   }
   options_->Refresh();

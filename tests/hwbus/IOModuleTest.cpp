@@ -74,22 +74,6 @@ TEST_P(IOModuleTest, EncoderStepsFromTheValueOfTheSimulator) {
   EXPECT_EQ(Sent(), Texts{"60=93.00"});
 }
 
-TEST_P(IOModuleTest, KeystrokesAndCommandsByEdge) {
-  IomRecord& key = Define(IomKind::Switch, 0, 0);
-  key.ActionKind = 'd';
-  key.OnKeystroke = 0x0800;
-  key.OffKeystroke = 0x0900;
-  IomRecord& command = Define(IomKind::Switch, 1, 60);
-  command.ActionKind = 'c';
-  command.OffOnValue = 2;
-  command.OnOffValue = -1;
-  Start();
-  Report(Groups{0xC0, 0, 0, 0, 0, 0});
-  Report(Groups{});
-  EXPECT_EQ(injector.keys, (std::vector<KeyStroke>{{NamedKey::Enter}, {NamedKey::Esc}}));
-  EXPECT_EQ(Sent(), Texts{"CMND0sim/b"});
-}
-
 TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {
   Define(IomKind::Switch, 0, 60).OffOnValue = 40;
   Start();

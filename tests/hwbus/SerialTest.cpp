@@ -82,15 +82,6 @@ TEST_F(SerialTest, OpenPortsAreClosedFirstAndUnusedOnesLeftAlone) {
   for (std::size_t i = 1; i < kHardwareGroups; ++i) EXPECT_TRUE(ports[i].Log.empty()) << i;
 }
 
-TEST_F(SerialTest, APortThatFailsHoldsNothingUp) {
-  ConfigureAll();
-  Gauges().OpenResult = SerialState::NoPermission;
-  serial.OpenComPorts();
-  EXPECT_FALSE(Gauges().IsOpen());
-  EXPECT_TRUE(serial.PortOf(HardwareGroup::Yoke2).IsOpen());
-  EXPECT_TRUE(boxes.shown.empty());
-}
-
 TEST_F(SerialTest, MissingPowerIsToldOnceAnOpeningAndForTheGaugeBusOnly) {
   ConfigureAll();
   for (auto& port : ports) port.Carrier = true;
@@ -213,13 +204,6 @@ TEST_F(SerialTest, TheTickOpensAClosedPortAndADeadLineLosesTheFrame) {
   serial.TickTransmit();
   EXPECT_EQ(serial.TransmitPending, 0);
   EXPECT_EQ(Gauges().Sent.size(), 6u);
-}
-
-TEST_F(SerialTest, AQueuedFrameOutlivesTheOpening) {
-  serial.WriteGaugeCommand(12, 3, -300);
-  serial.OpenComPorts();
-  serial.TickTransmit();
-  EXPECT_EQ(Gauges().Sent, (Bytes{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF}));
 }
 
 TEST_F(SerialTest, LostPortsComeBackQuietlyAndOthersAreNotTouched) {

@@ -224,19 +224,6 @@ TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
   EXPECT_TRUE(socket.Sent.empty());
 }
 
-TEST_F(Ports, ClosingAllCancelsEverything) {
-  Define(60, XplaneDataref, 0, 20).FullName = "#1:sim/a\r\n";
-  sim.OpenSimPort(60, 1);
-  socket.Sent.clear();
-  sim.CloseAllPorts();
-  EXPECT_EQ(socket.TakeSent().size(), 137u);
-  EXPECT_EQ(sim.PortCount(), 0);
-  EXPECT_TRUE(sim.Rrefs().empty());
-  sim.CloseAllPorts();
-  EXPECT_EQ(socket.TakeSent().size(), 136u);
-  EXPECT_EQ(sim.OpenSimPort(60, 1), 0);
-}
-
 TEST_F(Ports, AreListedWithTheirUsersAndTypes) {
   model.Gauges[7].GaugeType = 101;
   model.Gaugetypes[11] = {101, "Altimeter"};

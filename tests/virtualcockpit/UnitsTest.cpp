@@ -18,26 +18,6 @@ struct UnitRig {
   std::vector<Bytes> sent;
 };
 
-TEST(IoBoard, ReportsWhatIsMoved) {
-  UnitRig<IoBoard> rig;
-  rig.unit.SetSwitch(0, true);
-  rig.unit.SetSwitch(47, true);
-  rig.unit.SetAxis(3, 0x8AB);
-  rig.unit.SetAxis(3, 0x8AB);
-  ASSERT_EQ(rig.sent.size(), 3u) << "one for each movement, none for what stands already";
-  const Bytes& report = rig.sent.back();
-  ASSERT_EQ(report.size(), 25u);
-  EXPECT_EQ(report[5], 0x80);
-  EXPECT_EQ(report[10], 0x01);
-  EXPECT_EQ(report[13], 0x08);
-  EXPECT_EQ(report[19], 0xAB);
-  rig.sent.clear();
-  rig.unit.Click(8, false);
-  ASSERT_EQ(rig.sent.size(), 2u);
-  EXPECT_EQ(rig.sent[0][6], 0x40);
-  EXPECT_EQ(rig.sent[1][6], 0x00);
-}
-
 TEST(IoBoard, CommandsReachLampsAndSettings) {
   UnitRig<IoBoard> rig;
   rig.unit.Receive(test::Command(10, 4, 1), 0);
@@ -93,18 +73,6 @@ TEST(ClusterUnit, FindsItsFramesAndAnswersEach) {
   ASSERT_GE(rig.sent.size(), 1u);
   EXPECT_EQ(rig.sent[0].size(), 16u);
   EXPECT_EQ(rig.sent[0][0], 0xFF);
-}
-
-TEST(ClusterUnit, SweepsUpAndDownOnceForARecalibration) {
-  UnitRig<ClusterUnit> rig;
-  rig.unit.Receive(ClusterFrame('A', 0x10), 1000);
-  rig.unit.Receive(ClusterFrame('F', 0), 1040);
-  rig.unit.Tick(1000 + ClusterUnit::kSweepMs / 2);
-  EXPECT_EQ(rig.unit.Needle(0), ClusterUnit::kTop);
-  rig.unit.Tick(1000 + ClusterUnit::kSweepMs);
-  EXPECT_FALSE(rig.unit.Sweeping());
-  EXPECT_EQ(rig.unit.Needle(0), 0);
-  EXPECT_EQ(rig.unit.Sweeps(), 1u);
 }
 
 }  // namespace

@@ -93,6 +93,17 @@ struct IOModuleRig {
     }
     return all;
   }
+  // A report, and what it made the program write.
+  std::vector<std::string> SentAfter(std::array<Byte, 6> groups,
+                                     std::array<int, kIomAnalogues> analogue = {}) {
+    Report(groups, analogue);
+    return Sent();
+  }
+  // A tick, and what the module was sent.
+  std::vector<std::pair<int, int>> Tick() {
+    module.ProcessTimer_Tick();
+    return TakeCommands();
+  }
   // What the module was sent: command and value of each frame.
   std::vector<std::pair<int, int>> TakeCommands() {
     std::vector<std::pair<int, int>> all;

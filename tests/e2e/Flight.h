@@ -16,6 +16,7 @@
 #include "config/StartFile.h"
 #include "demo/DemoConfig.h"
 #include "fakes/FakeHost.h"
+#include "fakes/FakeKeyInjector.h"
 #include "virtualcockpit/Cockpit.h"
 
 namespace tvx::e2e {
@@ -59,7 +60,7 @@ class Flight {
     EXPECT_TRUE(ConfigFile(model_, boxes).SaveConfigFile());
     model_.StartDelay = 1;
     EXPECT_TRUE(WriteStartFile(model_, "Flight.cfg"));
-    program_ = std::make_unique<Program>(&boxes);
+    program_ = std::make_unique<Program>(&boxes, &keys);
   }
   Flight() : Flight([](ConfigModel&) {}) {}
   ~Flight() {
@@ -93,6 +94,7 @@ class Flight {
   }
 
   FakeMessageBoxes boxes;
+  FakeKeyInjector keys;
 
  private:
   QString before_;

@@ -24,7 +24,11 @@ TEST(FromNothing, AnInstallationIsSetUpAndFlies) {
   ASSERT_TRUE(airspeed > 80 && airspeed < 120 && rpm > 1500 && rpm < 2500) << airspeed << ' ' << rpm;
   ExpectNeedle(installation, 10, 366 + (airspeed - 80) / 40 * (636 - 366),
                "the airspeed on the Plate that was calibrated");
-  ExpectNeedle(installation, 20, 462 + (rpm - 1500) / 1000 * (699 - 462), "the Function that was defined");
+  const double position = 462 + (rpm - 1500) / 1000 * (699 - 462);
+  ExpectNeedle(installation, 20, position, "the Function that was defined");
+  vc::ClusterUnit& cluster = installation.TheCockpit().Cluster();
+  EXPECT_TRUE(Eventually([&] { return std::abs(cluster.Needle(0) - position) < 12; }))
+      << "and on the engine cluster";
   const auto& altimeter = dynamic_cast<vc::AltimeterDevice&>(*installation.TheCockpit().Gauges().Find(12));
   EXPECT_TRUE(Eventually([&] {
     return altimeter.Feet() && std::abs(*altimeter.Feet() - sim.State().altitude) < 30;

@@ -81,7 +81,8 @@ void NewInstallation::Everything() {
                           &NewInstallation::GiveGroupsTheirPorts, &NewInstallation::FindTheGauges,
                           &NewInstallation::DefineAFunction, &NewInstallation::TestTheFunction,
                           &NewInstallation::SetUpTheAirspeed, &NewInstallation::SetUpTheTachometer,
-                          &NewInstallation::SaveAndSetAsStartUp, &NewInstallation::StartAgain}) {
+                          &NewInstallation::SetUpTheCluster, &NewInstallation::SaveAndSetAsStartUp,
+                          &NewInstallation::StartAgain}) {
     if (testing::Test::HasFailure()) return;
     (this->*step)();
   }
@@ -274,6 +275,21 @@ void NewInstallation::SetUpTheTachometer() {
             "second-plate");
   form.Press("CmdClose");
   EXPECT_EQ(program_->Model().Gauges[kTachometer].GaugeSetting3, 1) << "the second Plate";
+}
+
+void NewInstallation::SetUpTheCluster() {
+  OnForm("FrmMainConfigure").Press("cmdGotoEC");
+  const OnForm status("frmStatusEC");
+  status.Press("cmdConfigEC");
+  const OnForm form("frmConfigEC");
+  form.Pick("ComboFunction0", kOwnFunction);
+  form.Pick("ComboPlate0", 1);
+  EXPECT_TRUE(form.The<QAbstractButton>("CheckEnabled0").isChecked()) << "the first Function switches it on";
+  form.Press("cmdTryHigh0");
+  EXPECT_TRUE(Eventually([this] { return cockpit_->Cluster().Needle(0) == 930; })) << "the end of the scale";
+  Seen("cluster");
+  form.Press("cmdClose");
+  status.Window()->close();
 }
 
 void NewInstallation::SaveAndSetAsStartUp() {

@@ -55,6 +55,7 @@ class NewInstallation {
   void TestTheFunction();     // while the simulator flies
   void SetUpTheAirspeed();    // a standard Function, and a face calibrated against the live needle
   void SetUpTheTachometer();  // the Function defined, and a second face
+  void SetUpTheCluster();     // a needle of the engine cluster, with the same face
   void SaveAndSetAsStartUp();
   void StartAgain();  // as after switching the computer on; the program runs by itself
 

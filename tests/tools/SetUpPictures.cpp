@@ -10,9 +10,9 @@ namespace {
 
 // The window that the user looks at then: the one that was opened last.
 QWidget* UppermostForm() {
-  static constexpr const char* kUppermostFirst[] = {"frmTestFunction",  "frmFunctionEditor", "frmCalibrate",
-                                                    "frmInstrument",    "SaveConfig",        "frmAdapters",
-                                                    "FrmMainConfigure", "frmStatus",         "frmMain"};
+  static constexpr const char* kUppermostFirst[] = {
+      "frmConfigEC", "frmTestFunction", "frmFunctionEditor", "frmCalibrate", "frmInstrument",
+      "SaveConfig",  "frmAdapters",     "FrmMainConfigure",  "frmStatus",    "frmMain"};
   for (const char* name : kUppermostFirst) {
     if (QWidget* form = e2e::FormShown(name)) return form;
   }

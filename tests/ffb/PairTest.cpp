@@ -51,8 +51,7 @@ TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
     SCOPED_TRACE(cause.name);
     YokeRig rig;
     rig.SetValue(6, 120);
-    rig.Start();
-    rig.Run(5000);
+    rig.Start(5000);
     ASSERT_NEAR(rig.hardware[0].limit, 0.8, 0.01);
     EXPECT_EQ(rig.pair.StateText(1), "Forces on");
     EXPECT_GT(rig.hardware[0].gradient[1], 0);
@@ -73,6 +72,8 @@ TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
       rig.Cycle();
       ASSERT_GE(rig.hardware[0].limit, before) << ms;
       ASSERT_LT(rig.hardware[0].limit - before, 0.1) << ms;
+      // A program that dies sends nothing more: the yoke fades by itself after this time.
+      ASSERT_TRUE(rig.hardware[0].released || rig.hardware[0].holdMs == kHoldMs) << ms;
     }
     EXPECT_NEAR(rig.hardware[0].limit, 0.8, 0.01);
   }
@@ -80,8 +81,7 @@ TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
 
 TEST(Watchdog, ExitReleasesAtOnceAndAnUnpluggedYokeIsSaidSo) {
   YokeRig rig;
-  rig.Start();
-  rig.Run(3000);
+  rig.Start(3000);
   rig.ports[0].Unplug();
   rig.Run(1000);
   EXPECT_EQ(rig.pair.StateText(1), "No force: Its serial port is not open");
@@ -95,19 +95,6 @@ TEST(Watchdog, ExitReleasesAtOnceAndAnUnpluggedYokeIsSaidSo) {
   EXPECT_FALSE(rig.timer.enabled);
   rig.Cycle();
   EXPECT_FALSE(rig.hardware[0].asked) << "nothing is sent any more";
-}
-
-// A program that dies sends nothing more: every force carries the time after which the yoke fades by itself.
-TEST(Watchdog, EveryForceCarriesItsHoldTime) {
-  YokeRig rig;
-  rig.Start();
-  for (int i = 0; i < 60; ++i) {
-    rig.Cycle();
-    if (!rig.hardware[0].released) {
-      ASSERT_EQ(rig.hardware[0].holdMs, kHoldMs);
-    }
-  }
-  EXPECT_FALSE(rig.hardware[0].released);
 }
 
 TEST(Modes, SendWhatTheTableSays) {
@@ -142,8 +129,7 @@ TEST(Modes, SendWhatTheTableSays) {
 TEST(Modes, FollowsTheAutopilotAndGivesTheControlsBackMeanwhile) {
   YokeRig rig;
   rig.model.Yoke1.StartMode = static_cast<std::int16_t>(YokeMode::FollowAP);
-  rig.Start();
-  rig.Run(3000);
+  rig.Start(3000);
   EXPECT_EQ(rig.Override("joystick_roll"), 1);
   rig.SetValue(1, 2);
   rig.SetValue(10, 0.5f);
@@ -183,8 +169,7 @@ TEST(Roles, HandOverByButtonIsBumpless) {
   YokeRig rig(2);
   rig.SetValue(6, 150);
   rig.model.Yoke2.Buttons[3].Action = static_cast<Byte>(ButtonAction::TakeControl);
-  rig.Start();
-  rig.Run(3000);
+  rig.Start(3000);
   rig.hardware[0].Hold(0, 250);
   rig.hardware[1].Hold(0, 150);  // a hand keeps the other from following all the way
   rig.Run(2000);
@@ -200,8 +185,7 @@ TEST(Roles, HandOverByButtonIsBumpless) {
 
 TEST(Roles, HandOverByGrip) {
   YokeRig rig(2);
-  rig.Start();
-  rig.Run(4000);
+  rig.Start(4000);
   rig.hardware[1].Hold(0, 30);  // below the threshold of 40: a hand that rests on it
   rig.Run(1000);
   EXPECT_EQ(rig.pair.Master(), 1);
@@ -221,8 +205,7 @@ TEST(Roles, HandOverByGrip) {
 // A following yoke is always a little behind; and a program that was held up has not seen a hand meanwhile.
 TEST(Roles, LagAndLateCyclesAreNoGrip) {
   YokeRig rig(2);
-  rig.Start();
-  rig.Run(4000);
+  rig.Start(4000);
   for (const double place : {400.0, -400.0, 300.0}) {
     rig.hardware[0].Hold(0, place);
     rig.hardware[1].behind = 60;
@@ -243,8 +226,7 @@ TEST(Roles, LagAndLateCyclesAreNoGrip) {
 
 TEST(Roles, TheOtherYokeTakesOverFromOneThatIsGone) {
   YokeRig rig(2);
-  rig.Start();
-  rig.Run(3000);
+  rig.Start(3000);
   rig.hardware[0].silent = true;
   rig.Run(1200);
   EXPECT_EQ(rig.pair.Master(), 1) << "a second's patience";
@@ -271,8 +253,7 @@ TEST(Simulator, GetsItsControlsBack) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.how);
     YokeRig rig;
-    rig.Start();
-    rig.Run(1000);
+    rig.Start(1000);
     ASSERT_EQ(rig.Override("joystick_roll"), 1);
     ASSERT_EQ(rig.Override("joystick_pitch"), 1);
     ASSERT_EQ(rig.Override("joystick_heading"), -1) << "no pedals: never touched";
@@ -286,8 +267,7 @@ TEST(Simulator, GetsItsControlsBack) {
 
 TEST(Simulator, OverridesAreSentAgainForOneThatWasRestarted) {
   YokeRig rig;
-  rig.Start();
-  rig.Run(1000);
+  rig.Start(1000);
   rig.written.clear();
   rig.Run(1100);
   EXPECT_EQ(rig.Override("joystick_roll"), 1);
@@ -302,8 +282,7 @@ TEST(Simulator, ButtonsTrimCommandAndDisconnect) {
   rig.model.Yoke1.Buttons[15].Action = static_cast<Byte>(ButtonAction::ForcesOff);
   rig.SetValue(12, 0.2f);
   rig.SetValue(1, 2);
-  rig.Start();
-  rig.Run(500);
+  rig.Start(500);
   rig.hardware[0].buttons = 1;
   rig.Run(1000);
   EXPECT_NEAR(rig.Written("elevator_trim"), 0.3, 0.02) << "a tenth in a second, whatever comes back late";
@@ -320,8 +299,7 @@ TEST(Simulator, TrimMovesTheYokeAndNotTheSimulatorsTwice) {
   YokeRig rig;
   rig.SetValue(12, 0.5f);
   rig.SetValue(6, 150);
-  rig.Start();
-  rig.Run(6000);
+  rig.Start(6000);
   EXPECT_NEAR(rig.pair.Of(1).Line.PitchPosition, 0.5 * 0.4 * 511, 6) << "hands off, it stands trimmed";
   EXPECT_NEAR(rig.Written("yoke_pitch_ratio"), 0, 0.02);
 }

@@ -141,7 +141,8 @@ struct YokeRig {
     values_[1] = 1;  // the autopilot's mode: flight director only
   }
 
-  void Start() {
+  // Starts the yokes, and lets so much time pass.
+  void Start(int milliseconds = 0) {
     for (std::size_t i = 0; i < 2; ++i) {
       if (pair.Configured(static_cast<int>(i) + 1)) ports[i].Open(static_cast<int>(i) + 5);
       ports[i].SetReceiveThreshold(25);
@@ -150,7 +151,7 @@ struct YokeRig {
     pair.Load();
     pair.OpenPorts();
     pair.cmdRun_Click();
-    for (int i = 0; i < 3; ++i) Cycle();
+    Run(120 + milliseconds);
   }
   // The simulator's value at an FFB offset.
   void SetValue(int offset, float value) { values_[offset] = value; }

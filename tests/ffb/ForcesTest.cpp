@@ -12,10 +12,19 @@ namespace {
 
 const double kNan = std::nan("");
 
-ForceSettings Standard() {
-  ConfigModel model;
-  return ReadFfbSettings(model).forces;
-}
+// The standard settings, and a flight whose values a test sets.
+struct ForcesTest : testing::Test {
+  const ForceSettings settings = ReadFfbSettings(ConfigModel{}).forces;
+  FfbVariables values;
+  Feel feel;
+  // Time passes with these values, in cycles of 40 ms.
+  void Pass(int cycles = 1) {
+    for (int i = 0; i < cycles; ++i) feel.Advance(values, settings, 0.04);
+  }
+  ForceCommand Wanted(bool effects = true, bool trim = true) const {
+    return feel.Wanted(values, settings, effects, trim);
+  }
+};
 
 TEST(Forces, DynamicPressureIsThatOfTheStandardAtmosphere) {
   EXPECT_NEAR(DynamicPressure(100), 1621, 1);  // half of 1.225 kg/m3 by (51.44 m/s) squared
@@ -42,15 +51,13 @@ TEST(Forces, CurveGoesThroughItsPointsAndWithThePressureBetween) {
 
 // The whole hand force of FFB Mode, over airspeed and deflection: grows with airspeed, is symmetric, bounded,
 // and has no jumps.
-TEST(Forces, HandForceOverAirspeed) {
-  const ForceSettings settings = Standard();
-  FfbVariables values;
+TEST_F(ForcesTest, HandForceOverAirspeed) {
   double before[2] = {0, 0};
   for (double knots = 0; knots <= 400; knots += 0.5) {
     values.Airspeed = static_cast<float>(knots);
-    Feel feel;
-    feel.Advance(values, settings, 0.04);
-    const ForceCommand command = feel.Wanted(values, settings, false, true);
+    feel = {};
+    Pass();
+    const ForceCommand command = Wanted(false);
     for (const Axis axis : {Axis::Roll, Axis::Pitch}) {
       const double full = HandForce(command, axis, -511);
       ASSERT_GT(full, 0) << "towards the centre at " << knots;
@@ -69,18 +76,15 @@ TEST(Forces, HandForceOverAirspeed) {
   }
 }
 
-TEST(Forces, TrimMovesTheCentre) {
-  const ForceSettings settings = Standard();
-  FfbVariables values;
+TEST_F(ForcesTest, TrimMovesTheCentre) {
   values.ElevatorTrim = -0.5f;
   values.AileronTrim = 3;  // beyond its range
-  Feel feel;
-  feel.Advance(values, settings, 0.04);
-  const ForceCommand command = feel.Wanted(values, settings, false, true);
+  Pass();
+  const ForceCommand command = Wanted(false);
   EXPECT_NEAR(command.axes[0].centre, 0.2 * 511, 1e-9);
   EXPECT_NEAR(command.axes[1].centre, -0.5 * 0.4 * 511, 1e-9);
   EXPECT_NEAR(HandForce(command, Axis::Pitch, command.axes[1].centre), 0, 1e-12);
-  EXPECT_EQ(feel.Wanted(values, settings, false, false).axes[1].centre, 0);
+  EXPECT_EQ(Wanted(false, false).axes[1].centre, 0);
 }
 
 TEST(Forces, EffectsByTheirCurves) {
@@ -119,8 +123,7 @@ TEST(Forces, EffectsByTheirCurves) {
 }
 
 // What is felt where: the strongest vibration's frequency tells which.
-TEST(Forces, EffectsInTheFlight) {
-  const ForceSettings settings = Standard();
+TEST_F(ForcesTest, EffectsInTheFlight) {
   struct Row {
     const char* what;
     FfbVariables values;
@@ -138,47 +141,42 @@ TEST(Forces, EffectsInTheFlight) {
                       {"fast", fast, 18},    {"gear up", gearUp, 0}, {"paused", paused, 0},
                       {"taxi", taxi, 3}};
   for (const Row& row : rows) {
-    Feel feel;
-    for (int i = 0; i < 50; ++i) feel.Advance(row.values, settings, 0.04);
-    const AxisForce pitch = feel.Wanted(row.values, settings, true, true).axes[1];
+    feel = {};
+    values = row.values;
+    Pass(50);
+    const AxisForce pitch = Wanted().axes[1];
     EXPECT_EQ(pitch.amplitude > 0, row.frequency > 0) << row.what;
     if (row.frequency > 0) {
       EXPECT_NEAR(pitch.frequency, row.frequency, 1e-9) << row.what;
     }
-    EXPECT_EQ(feel.Wanted(row.values, settings, false, true).axes[1].amplitude, 0) << row.what;
+    EXPECT_EQ(Wanted(false).axes[1].amplitude, 0) << row.what;
   }
 }
 
-TEST(Forces, TouchDownShakesOnceAndGroundForceComesIn) {
-  const ForceSettings settings = Standard();
-  FfbVariables values;
+TEST_F(ForcesTest, TouchDownShakesOnceAndGroundForceComesIn) {
   values.Airspeed = 20;
   values.NormalG = 1;
-  Feel feel;
-  for (int i = 0; i < 25; ++i) feel.Advance(values, settings, 0.04);
-  const double inTheAir = feel.Wanted(values, settings, true, true).axes[0].gradient;
+  Pass(25);
+  const double inTheAir = Wanted().axes[0].gradient;
   EXPECT_FALSE(feel.Grounded());
   values.OnGround = 1;
   values.NormalG = 2.5f;
-  feel.Advance(values, settings, 0.04);
-  EXPECT_NEAR(feel.Wanted(values, settings, true, true).axes[1].amplitude, 0.35, 0.1);
+  Pass();
+  EXPECT_NEAR(Wanted().axes[1].amplitude, 0.35, 0.1);
   values.NormalG = 1;
-  for (int i = 0; i < 30; ++i) feel.Advance(values, settings, 0.04);
-  EXPECT_EQ(feel.Wanted(values, settings, true, true).axes[1].amplitude, 0);
+  Pass(30);
+  EXPECT_EQ(Wanted().axes[1].amplitude, 0);
   EXPECT_TRUE(feel.Grounded());
-  EXPECT_GT(feel.Wanted(values, settings, true, true).axes[0].gradient, inTheAir);
+  EXPECT_GT(Wanted().axes[0].gradient, inTheAir);
 }
 
-TEST(Forces, GustsAreBoundedAndGoWithTheAir) {
-  const ForceSettings settings = Standard();
-  FfbVariables values;
+TEST_F(ForcesTest, GustsAreBoundedAndGoWithTheAir) {
   values.Airspeed = 100;
-  Feel feel;
   double largest = 0;
   for (int i = 0; i < 2000; ++i) {
     values.NormalG = i < 1000 ? (i % 10 < 5 ? 0.5f : 1.5f) : 1.0f;
-    feel.Advance(values, settings, 0.04);
-    const double bias = std::abs(feel.Wanted(values, settings, true, true).axes[0].bias);
+    Pass();
+    const double bias = std::abs(Wanted().axes[0].bias);
     ASSERT_LE(bias, 0.15);
     if (i < 1000) largest = std::max(largest, bias);
     if (i > 1500) {

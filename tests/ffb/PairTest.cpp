@@ -238,11 +238,7 @@ TEST(Roles, TheOtherYokeTakesOverFromOneThatIsGone) {
 }
 
 TEST(Simulator, GetsItsControlsBack) {
-  struct Row {
-    const char* how;
-    std::function<void(YokeRig&)> happens;
-  };
-  const Row rows[] = {
+  const std::pair<const char*, void (*)(YokeRig&)> rows[] = {
       {"stop", [](YokeRig& r) { r.pair.cmdStop_Click(); }},
       {"stop after the link was closed", [](YokeRig& r) { r.sim.CloseUDP(), r.pair.cmdStop_Click(); }},
       {"exit", [](YokeRig& r) { r.pair.Unload(); }},
@@ -250,15 +246,15 @@ TEST(Simulator, GetsItsControlsBack) {
       {"not this yoke's to fly",
        [](YokeRig& r) { r.model.Yoke1.OptionBits = 0, r.pair.ApplySettings(), r.Run(80); }},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.how);
+  for (const auto& [how, happens] : rows) {
+    SCOPED_TRACE(how);
     YokeRig rig;
     rig.Start(1000);
     ASSERT_EQ(rig.Override("joystick_roll"), 1);
     ASSERT_EQ(rig.Override("joystick_pitch"), 1);
     ASSERT_EQ(rig.Override("joystick_heading"), -1) << "no pedals: never touched";
     const bool open = rig.sim.UdpOpen();
-    row.happens(rig);
+    happens(rig);
     EXPECT_EQ(rig.Override("joystick_roll"), 0);
     EXPECT_EQ(rig.Override("joystick_pitch"), 0);
     EXPECT_TRUE(open);

@@ -17,12 +17,8 @@ YokeRecord GoodPedals() {
 }
 
 TEST(PedalSettings, EachFaultHasItsMessage) {
-  struct Row {
-    std::function<void(YokeRecord&)> change;
-    const char* message;
-  };
   const char* range = "The Center is not in Range; Set Left and Right limts first";
-  const Row rows[] = {
+  const std::pair<void (*)(YokeRecord&), const char*> rows[] = {
       {[](YokeRecord& r) { r.RudderAxis = 0; }, "No Rudder axe defined"},
       {[](YokeRecord& r) { r.RudderAxis = 7; }, "No Rudder axe defined"},
       {[](YokeRecord& r) { r.LeftBrakeAxis = 0; }, "No Brake axe defined"},
@@ -35,10 +31,10 @@ TEST(PedalSettings, EachFaultHasItsMessage) {
        "Right brake not correctly calibrated"},
   };
   EXPECT_TRUE(CheckJoystick(GoodPedals()).empty());
-  for (const Row& row : rows) {
+  for (const auto& [change, message] : rows) {
     YokeRecord record = GoodPedals();
-    row.change(record);
-    EXPECT_EQ(CheckJoystick(record), (std::vector<std::string_view>{row.message}));
+    change(record);
+    EXPECT_EQ(CheckJoystick(record), (std::vector<std::string_view>{message}));
   }
   EXPECT_EQ(CheckJoystick(YokeRecord{}).size(), 5u);
 }

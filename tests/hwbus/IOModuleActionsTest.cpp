@@ -75,15 +75,12 @@ TEST(IOModuleActions, KeystrokesAndCommandsOnEachEdge) {
   EXPECT_EQ(SwitchEffect(key, nullptr, true, 0).Keystroke, 0x0800);
   EXPECT_EQ(SwitchEffect(key, nullptr, false, 0).Keystroke, 0x0900);
 
-  const struct {
-    float value;
-    int entry;  // 0: nothing
-  } cases[] = {{1, 1}, {9, 9}, {10, 0}, {0, 0}, {-1, 0}, {2.4f, 2}, {NAN, 0}};
-  for (const auto& c : cases) {
+  const std::pair<float, int> entries[] = {{1, 1}, {9, 9}, {10, 0}, {0, 0}, {-1, 0}, {2.4f, 2}, {NAN, 0}};
+  for (const auto& [value, entry] : entries) {
     IomRecord d;
     d.ActionKind = 'c';
-    d.OnOffValue = c.value;
-    EXPECT_EQ(SwitchEffect(d, nullptr, false, 0).Entry, c.entry) << c.value;
+    d.OnOffValue = value;
+    EXPECT_EQ(SwitchEffect(d, nullptr, false, 0).Entry, entry) << value;
   }
 }
 

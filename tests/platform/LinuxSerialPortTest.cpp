@@ -21,14 +21,12 @@ using Bytes = std::vector<Byte>;
 
 TEST(ComPortMap, DefaultsAndLinks) {
   const ScratchFolder folder;
-  const struct {
-    int com;
-    const char* device;
-  } defaults[] = {{1, "/dev/ttyS0"}, {4, "/dev/ttyS3"}, {5, "/dev/ttyUSB0"}, {12, "/dev/ttyUSB7"}};
-  for (const auto& c : defaults) {
-    EXPECT_EQ(FindComPort(c.com).path, c.device);
-    EXPECT_EQ(FindComPort(c.com).device, c.device);
-    EXPECT_FALSE(FindComPort(c.com).linked);
+  const std::pair<int, const char*> defaults[] = {
+      {1, "/dev/ttyS0"}, {4, "/dev/ttyS3"}, {5, "/dev/ttyUSB0"}, {12, "/dev/ttyUSB7"}};
+  for (const auto& [com, device] : defaults) {
+    EXPECT_EQ(FindComPort(com).path, device);
+    EXPECT_EQ(FindComPort(com).device, device);
+    EXPECT_FALSE(FindComPort(com).linked);
   }
   EXPECT_TRUE(FindComPort(0).path.empty());
   EXPECT_TRUE(FindComPort(-3).path.empty());
@@ -240,10 +238,7 @@ TEST_F(LinuxSerialPortTest, TwoUsersNeverShareALine) {
 TEST_F(LinuxSerialPortTest, WhatIsNoSerialPortIsToldApart) {
   std::ofstream("file").put('x');
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
-  const struct {
-    std::string target;
-    SerialState state;
-  } cases[] = {
+  const std::pair<std::string, SerialState> cases[] = {
       {"/dev/no-such-adapter", SerialState::NotFound},
       {"/dev/null", SerialState::Failed},
       {"../file", SerialState::Failed},
@@ -251,11 +246,11 @@ TEST_F(LinuxSerialPortTest, WhatIsNoSerialPortIsToldApart) {
       {"/dev", SerialState::Failed},
       {"com3", SerialState::NotFound},  // leads to itself
   };
-  for (const auto& c : cases) {
-    ScratchFolder::Link(3, c.target);
-    EXPECT_FALSE(port.Open(3)) << c.target;
-    EXPECT_EQ(port.State(), c.state) << c.target;
-    EXPECT_NE(port.Device().find(c.target), std::string::npos) << port.Device();
+  for (const auto& [target, state] : cases) {
+    ScratchFolder::Link(3, target);
+    EXPECT_FALSE(port.Open(3)) << target;
+    EXPECT_EQ(port.State(), state) << target;
+    EXPECT_NE(port.Device().find(target), std::string::npos) << port.Device();
   }
   EXPECT_FALSE(port.Open(0));
   EXPECT_EQ(port.State(), SerialState::NotFound);

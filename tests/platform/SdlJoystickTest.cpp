@@ -34,12 +34,8 @@ TEST_F(SdlJoystickTest, ReadsTheWholeRecord) {
   SDL_JoystickSetVirtualButton(device, 7, 1);
   info.Size = 52;
   ASSERT_TRUE(reader_.joyGetPosEx(0, info));
-  EXPECT_EQ(info.XPos, 0u);
-  EXPECT_EQ(info.YPos, 1000u);
-  EXPECT_EQ(info.ZPos, 2000u);
-  EXPECT_EQ(info.RPos, 3000u);
-  EXPECT_EQ(info.UPos, 4000u);
-  EXPECT_EQ(info.VPos, 65535u);
+  EXPECT_EQ((std::vector<std::uint32_t>{info.XPos, info.YPos, info.ZPos, info.RPos, info.UPos, info.VPos}),
+            (std::vector<std::uint32_t>{0, 1000, 2000, 3000, 4000, 65535}));
   EXPECT_EQ(info.Buttons, 0x81u);
   EXPECT_EQ(info.ButtonNumber, 2u);
   EXPECT_EQ(info.Pov, 65535u);

@@ -15,17 +15,14 @@ std::int16_t Code(int bits) {
 }
 
 TEST(Keystroke, SequenceOfACode) {
-  const struct {
-    int code;
-    std::string_view sequence;
-  } cases[] = {
+  const std::pair<int, std::string_view> cases[] = {
       {0x0000, ""},       {0x4041, ""},      {0xC000, ""},        {0x3F00, ""},     {0x2600, ""},
       {0xD600, "^+{F1}"}, {0x2500, "{F16}"}, {0x0800, "{ENTER}"}, {0x0141, "A"},    {0x017B, "{{}"},
       {0x012B, "{+}"},    {0x0120, " "},     {0xC12B, "^+{+}"},   {0x01E4, "\xE4"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(KeySequence(Code(c.code)), c.sequence) << std::hex << c.code;
-    EXPECT_EQ(JoinKeystroke(SplitKeystroke(Code(c.code))), Code(c.code)) << std::hex << c.code;
+  for (const auto& [code, sequence] : cases) {
+    EXPECT_EQ(KeySequence(Code(code)), sequence) << std::hex << code;
+    EXPECT_EQ(JoinKeystroke(SplitKeystroke(Code(code))), Code(code)) << std::hex << code;
   }
 }
 
@@ -51,10 +48,7 @@ TEST(Keystroke, EveryCodeIsUnderstoodByTheParser) {
 
 TEST(Keystroke, ParserOfSequences) {
   using Keys = std::vector<KeyStroke>;
-  const struct {
-    std::string_view text;
-    Keys keys;
-  } cases[] = {
+  const std::pair<std::string_view, Keys> cases[] = {
       {"", {}},
       {"aB", {{NamedKey::Character, 'a'}, {NamedKey::Character, 'B'}}},
       {"^+{F1}x", {{NamedKey::F1, 0, true, true}, {NamedKey::Character, 'x'}}},
@@ -64,7 +58,7 @@ TEST(Keystroke, ParserOfSequences) {
       {"{a}", {{NamedKey::Character, 'a'}}},
       {"\r\t\b\x1B", {{NamedKey::Enter}, {NamedKey::Tab}, {NamedKey::Backspace}, {NamedKey::Esc}}},
   };
-  for (const auto& c : cases) EXPECT_EQ(ParseKeySequence(c.text), c.keys) << c.text;
+  for (const auto& [text, keys] : cases) EXPECT_EQ(ParseKeySequence(text), keys) << text;
   for (const char* bad : {"{", "}", "{}", "{F1", "{f1}", "{F17}", "{NONE}", "{KEYSTROKE}", "^", "a+", "%",
                           "~", "(", ")", "[", "]", "\x01", "\x80", "a\x7F"}) {
     EXPECT_FALSE(ParseKeySequence(bad)) << bad;

@@ -22,17 +22,18 @@ QLabel[role="caption"] { color: @dim; font-size: @smallpx; }
 QLabel[role="value"] { color: @text; font-size: @bigpx; font-weight: 600; }
 QLabel[role="title"] { color: @text; font-size: @hugepx; font-weight: 600; }
 QPushButton { background: @panel; color: @text; border: 1px solid @line; border-radius: 5px;
-              padding: 0.35em 0.9em; min-width: 5em; }
+              padding: 0.35em 0.9em; }
+QDialog QPushButton { min-width: 5em; }
 QPushButton:hover { border-color: @accent; }
 QPushButton:pressed { background: @line; }
 QPushButton:disabled { color: @dim; }
 QPushButton:focus { border: 2px solid @accent; }
 QPushButton[role="primary"]:enabled { background: @accent; color: @onaccent; border-color: @accent; font-weight: 600; }
 QPushButton[role="primary"]:focus { border: 2px solid @text; }
-QPushButton[role="small"] { min-width: 2.2em; padding: 0.3em 0.2em; }
+QPushButton[role="small"] { padding: 0.3em 0.2em; }
 QPushButton[role="link"] { background: transparent; border: 1px solid transparent; color: @accent;
-                           padding: 0.1em; min-width: 0; text-align: left; }
-QPushButton[role="titlelink"] { background: transparent; border: none; padding: 0; min-width: 0;
+                           padding: 0.1em; text-align: left; }
+QPushButton[role="titlelink"] { background: transparent; border: none; padding: 0;
                                 text-align: left; font-size: @hugepx; font-weight: 600; }
 QPushButton[role="link"]:hover { text-decoration: underline; }
 QPushButton[role="link"]:focus { border: 1px solid @accent; }
@@ -85,6 +86,10 @@ QPalette PaletteOf(const Colours& c) {
   p.setColor(QPalette::ToolTipBase, c.panel);
   p.setColor(QPalette::ToolTipText, c.text);
   p.setColor(QPalette::PlaceholderText, c.dim);
+  // What is raised or sunk is drawn with a fine line, not with shadows.
+  for (const auto role :
+       {QPalette::Light, QPalette::Midlight, QPalette::Mid, QPalette::Dark, QPalette::Shadow})
+    p.setColor(role, c.line);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     p.setColor(QPalette::Disabled, role, c.dim);
   }

@@ -132,20 +132,27 @@ void PlateFace::paintEvent(QPaintEvent*) {
   QFont font = painter.font();
   font.setPixelSize(std::max(9, static_cast<int>(radius / 9)));
   painter.setFont(font);
-  const double room = font.pixelSize() * 3.0;
+  std::vector<QRectF> printed;
   for (const FacePoint& p : points_) {
     const QPointF out = Direction(p.position);
     painter.setPen(QPen(print, 2));
     painter.drawLine(centre + out * radius * 0.84, centre + out * radius * 0.96);
+    const QString number = Number(p.value);
+    QRectF place(QPointF(), painter.fontMetrics().size(Qt::TextSingleLine, number));
+    place.moveCenter(centre + out * radius * 0.68);
+    // Numbers that would stand in each other are left out, as on a real face.
+    if (std::any_of(printed.begin(), printed.end(),
+                    [&](const QRectF& other) { return other.intersects(place); }))
+      continue;
+    printed.push_back(place);
     painter.setPen(print);
-    const QPointF at = centre + out * radius * 0.68;
-    painter.drawText(QRectF(at.x() - room, at.y() - room, room * 2, room * 2), Qt::AlignCenter,
-                     Number(p.value));
+    painter.drawText(place, Qt::AlignCenter, number);
   }
   const QPointF out = Direction(needle_), side(-out.y(), out.x());
   const double thick = std::max(2.0, radius / 40);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(colours.trouble);
+  // The face is dark by day as well.
+  painter.setBrush(look::ColoursOf(look::Theme::Dark).trouble);
   painter.drawPolygon(QPolygonF{centre + side * thick - out * radius * 0.15,
                                 centre - side * thick - out * radius * 0.15, centre + out * radius * 0.88});
   painter.setBrush(print);

@@ -10,6 +10,26 @@
 
 namespace tvx {
 
+namespace {
+
+// As wide as its text, and never so narrow that it is hard to hit. (A least width in the style sheet would do
+// for the second, but layouts then take it for the width that the text needs.)
+class Button : public QPushButton {
+ public:
+  using QPushButton::QPushButton;
+  QSize sizeHint() const override { return QPushButton::sizeHint().expandedTo({LeastWidth(), 0}); }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ private:
+  int LeastWidth() const {
+    const QString role = property("role").toString();
+    if (role == "link" || role == "titlelink") return 0;
+    return look::Margin() * (role == "small" ? 5 : 13) / 2;
+  }
+};
+
+}  // namespace
+
 bool SetTextIfChanged(QLabel* label, const QString& text) {
   if (label->text() == text) return false;
   label->setText(text);
@@ -25,7 +45,7 @@ QLabel* MakeLabel(const char* name, const QString& text, const char* role) {
 }
 
 QPushButton* MakeButton(const char* name, const QString& text, const QString& toolTip) {
-  auto* button = new QPushButton(text);
+  auto* button = new Button(text);
   button->setObjectName(QString::fromLatin1(name));
   button->setToolTip(toolTip);
   return button;

@@ -5,11 +5,56 @@
 #include <QSpinBox>
 #include <QTreeWidget>
 #include <functional>
+#include <map>
 
 #include "forms/FormsRig.h"
+#include "platform/linux/LinuxSerialDevices.h"
 
 namespace tvx {
 namespace {
+
+class FakeDevices final : public SerialDevices {
+ public:
+  std::vector<SerialDevice> devices;
+  std::vector<SerialDevice> List() const override { return devices; }
+  bool Assign(int comNumber, const SerialDevice& device, std::string& error) override {
+    return links_.Assign(comNumber, device, error);
+  }
+
+ private:
+  LinuxSerialDevices links_;
+};
+
+// What a user can press, type into or choose from: each has a tip, a key of its own where it has one, and the
+// round of Tab leads to it.
+void ExpectKeysAndTips(QWidget* form) {
+  std::map<QChar, std::string> keys;
+  const auto addKey = [&](const QString& text, const QString& name) {
+    const auto at = text.indexOf('&');
+    if (at < 0 || at + 1 >= text.size() || text[at + 1] == '&') return;
+    const auto [other, fresh] = keys.emplace(text[at + 1].toLower(), name.toStdString());
+    EXPECT_TRUE(fresh) << name.toStdString() << " has the key of " << other->second;
+  };
+  const std::set<std::string> reached = TabRound(form);
+  for (QWidget* control : form->findChildren<QWidget*>()) {
+    const QString name = control->objectName();
+    if (!control->isVisible() || name.startsWith("qt_")) continue;
+    if (auto* label = qobject_cast<QLabel*>(control)) {
+      if (label->buddy() != nullptr) addKey(label->text(), name);
+      continue;
+    }
+    auto* button = qobject_cast<QAbstractButton*>(control);
+    if (button != nullptr) addKey(button->text(), name);
+    const bool input = button != nullptr || qobject_cast<QLineEdit*>(control) ||
+                       qobject_cast<QComboBox*>(control) || qobject_cast<QAbstractSpinBox*>(control) ||
+                       qobject_cast<QSlider*>(control) || qobject_cast<QAbstractItemView*>(control);
+    if (!input || !control->isEnabled() || name.isEmpty()) continue;
+    EXPECT_FALSE(control->toolTip().isEmpty()) << name.toStdString();
+    // Of options that exclude each other Tab leads to the chosen one.
+    const bool unchosen = qobject_cast<QRadioButton*>(control) && !button->isChecked();
+    EXPECT_TRUE(unchosen || reached.count(name.toStdString()) > 0) << "Tab passes " << name.toStdString();
+  }
+}
 
 class ConfigureFormTest : public FormsTest {
  protected:
@@ -309,6 +354,112 @@ TEST_F(ConfigureFormTest, WithoutAnOpenBusTheSearchSaysWhy) {
   Click("cmdStartTest");
   EXPECT_EQ(boxes_.shown.back(),
             "The gauge bus cannot be searched. not used: no COM port is chosen in the configuration");
+}
+
+// The adapters with what one has to know of them, and the link that makes one a port.
+TEST_F(ConfigureFormTest, AdaptersAreOfferedWithTheirStateAndAssigned) {
+  FakeDevices plugged;
+  plugged.devices = {{.path = "/dev/ttyUSB0",
+                      .stableName = {},
+                      .adapter = "FT232R USB UART",
+                      .serialNumber = "A50285BI",
+                      .group = "dialout",
+                      .mayOpen = true,
+                      .user = "minicom (4711)"},
+                     {.path = "/dev/ttyUSB7",
+                      .stableName = "/dev/serial/by-id/usb-Torvex-if00",
+                      .adapter = "Torvex interface",
+                      .serialNumber = {},
+                      .group = "dialout",
+                      .mayOpen = false,
+                      .user = {}}};
+  devices_ = &plugged;
+  Open();
+  const auto offered = [this](int number) {
+    auto* ports = Control<QComboBox>(Configuration(), "ComboComGS");
+    return ports->itemText(ports->findData(number)).toStdString();
+  };
+  EXPECT_EQ(offered(5), "COM 5  (FT232R USB UART, serial A50285BI, /dev/ttyUSB0, in use by minicom (4711))");
+  EXPECT_EQ(offered(6), "COM 6");
+  Click("cmdAdapters");
+  QWidget* form = Other("frmAdapters");
+  ASSERT_NE(form, nullptr);
+  auto* list = Control<QTreeWidget>(form, "ListAdapters");
+  ASSERT_EQ(list->topLevelItemCount(), 2);
+  list->setCurrentItem(list->topLevelItem(1));
+  EXPECT_EQ(
+      LabelText(form, "LabelAdvice"),
+      "Torvex interface, /dev/ttyUSB7: no permission; type: sudo adduser $USER dialout, and log in again");
+  auto* number = Control<QComboBox>(form, "ComboAssign");
+  EXPECT_EQ(number->currentText(), "COM 12") << "where it is already";
+  number->setCurrentIndex(number->findData(6));
+  ExpectNothingClipped(form);
+  ClickIn(form, "cmdAssignAdapter");
+  EXPECT_EQ(QFile::symLinkTarget("comports/com6"), "/dev/serial/by-id/usb-Torvex-if00");
+  EXPECT_EQ(list->topLevelItem(1)->text(3), "COM 6, COM 12");
+  EXPECT_EQ(
+      offered(6),
+      "COM 6  (Torvex interface, /dev/ttyUSB7, no permission; type: sudo adduser $USER dialout, and log "
+      "in again)");
+  plugged.devices.clear();
+  ClickIn(form, "cmdRefresh");
+  EXPECT_EQ(LabelText(form, "LabelAdvice"), "No serial adapter is plugged in.");
+  EXPECT_FALSE(Control<QPushButton>(form, "cmdAssignAdapter")->isEnabled());
+}
+
+TEST_F(ConfigureFormTest, OnePortForTwoGroupsIsSaid) {
+  Open();
+  for (const auto& [choice, button] :
+       {std::pair{"ComboComGS", "cmdSetCommport"}, {"ComboComEC", "cmdSetCommportEC"}}) {
+    auto* ports = Control<QComboBox>(Configuration(), choice);
+    ports->setCurrentIndex(ports->findData(9));
+    Click(button);
+  }
+  const std::string advice = LabelText(Configuration(), "LabelComAdvice");
+  EXPECT_NE(advice.find("Gauge bus: COM 9 not found"), std::string::npos) << advice;
+  EXPECT_NE(advice.find("Engine cluster: COM 9 is given to: Gauge bus as well; only one can have it"),
+            std::string::npos)
+      << advice;
+}
+
+// A file that is loaded names its own ports; the lines that were open must not go on as if nothing were.
+TEST_F(ConfigureFormTest, AFileWithOtherPortsOpensThose) {
+  ConfigModel other = SmallModel();
+  other.General.ComPortGS = 9;
+  WriteConfig("Other.cfg", other);
+  Open();
+  const SerialPort& bus = program_->HardwareBus().PortOf(HardwareGroup::GaugeBus);
+  EXPECT_EQ(bus.State(), SerialState::Closed);
+  Click("cmdSaveConfig");
+  Control<QLineEdit>(Other("SaveConfig"), "FileName")->setText("Other.cfg");
+  boxes_.answers = {kAnswerYes};
+  ClickIn(Other("SaveConfig"), "cmdLoad");
+  EXPECT_EQ(bus.State(), SerialState::NotFound) << "nobody tried to open it";
+  EXPECT_EQ(LabelText(Configuration(), "BoxCurrentComGS"), "COM 9");
+  EXPECT_FALSE(program_->Model().ConfigChanged);
+}
+
+// Every form can be worked by keyboard, and says what each control does.
+TEST_F(ConfigureFormTest, KeysAreUniqueAndEverythingHasATip) {
+  Open();
+  Control<QComboBox>(Configuration(), "ComboLights")->setFocus();
+  ExpectKeysAndTips(Configuration());
+  for (const auto& [button, name] : {std::pair{"cmdSaveConfig", "SaveConfig"},
+                                     {"cmdPlates", "frmCalibrate"},
+                                     {"cmdAdapters", "frmAdapters"}}) {
+    Click(button);
+    ASSERT_NE(Other(name), nullptr) << name;
+    ExpectKeysAndTips(Other(name));
+    Press(Other(name), Qt::Key_Escape);
+    Settle();
+  }
+  for (const int code : {3, 101, 110, 120, 125}) {
+    program_->Model().Gauges[7].GaugeType = static_cast<Byte>(code);
+    program_->Configuration().OpenGauge(7);
+    ExpectKeysAndTips(Other("frmInstrument"));
+    Press(Other("frmInstrument"), Qt::Key_Escape);
+    Settle();
+  }
 }
 
 TEST_F(ConfigureFormTest, NothingIsClipped) {

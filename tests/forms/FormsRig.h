@@ -89,7 +89,7 @@ class FormsTest : public testing::Test {
   }
 
   Program& Begin() {
-    program_ = std::make_unique<Program>(&boxes_);
+    program_ = std::make_unique<Program>(&boxes_, nullptr, devices_);
     program_->Begin();
     Settle();
     return *program_;
@@ -107,6 +107,7 @@ class FormsTest : public testing::Test {
   QTemporaryDir folder_;
   QString before_;
   FakeMessageBoxes boxes_;
+  SerialDevices* devices_ = nullptr;  // nothing: this computer's
   std::unique_ptr<Program> program_;
 };
 

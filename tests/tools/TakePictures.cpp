@@ -1,6 +1,6 @@
 // Takes a picture of every step of a set-up from nothing, and of every form of the program, flying the
 // demonstration against the virtual cockpit: the manual's pictures, and a quick look after a change of the
-// forms. Argument: the folder for the pictures.
+// forms. Arguments: the folder for the pictures, and "light" for the day's colours.
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
@@ -102,7 +102,8 @@ void CloseForm(const char* name) {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  tvx::look::Apply(application, tvx::look::Theme::Dark);
+  const bool light = argc > 2 && std::string_view(argv[2]) == "light";
+  tvx::look::Apply(application, light ? tvx::look::Theme::Light : tvx::look::Theme::Dark);
   const QDir folder(QDir(argc > 1 ? argv[1] : ".").absolutePath());
   folder.mkpath(".");
   tvx::tools::TakeSetUpPictures(folder);
@@ -146,6 +147,13 @@ int main(int argc, char** argv) {
         CloseForm(qPrintable(window->objectName()));
       }
     }
+  }
+  for (const int gaugeID : {12, 21, 33}) {  // instruments with much to set
+    flight.TheProgram().Configuration().OpenGauge(gaugeID);
+    TakePictures(folder);
+    const QString taken = folder.filePath("frm-instrument.png");
+    QFile::rename(taken, folder.filePath(QString("frm-instrument-%1.png").arg(gaugeID)));
+    CloseForm("frmInstrument");
   }
   flight.TheProgram().Exit();
   return 0;

@@ -74,6 +74,7 @@ ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
     caption->setObjectName(QString::fromLatin1(com.choice) + "Caption");
     caption->setBuddy(choice);
     QPushButton* set = MakeButton(com.button, tr("Set"), tr("Takes the chosen port into the configuration"));
+    look::SetRole(set, "small");
     lines_.push_back({com.field, tr(com.caption).remove('&'), MakeLabel(com.current), choice, set});
     const std::size_t line = lines_.size() - 1;
     connect(set, &QPushButton::clicked, this, [this, line] { SetPort(line); });
@@ -87,11 +88,11 @@ ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
   LabelComAdvice = MakeLabel("LabelComAdvice");
   LabelComAdvice->setWordWrap(true);
   LabelComAdvice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
-  grid->addWidget(LabelComAdvice, row, 0, 1, 3);
+  grid->addWidget(LabelComAdvice, row++, 0, 1, -1);
   QPushButton* adapters = MakeButton("cmdAdapters", tr("A&dapters..."),
                                      tr("Which adapters are plugged in, and their COM numbers"));
   connect(adapters, &QPushButton::clicked, this, [this] { surroundings_.adapters(); });
-  grid->addWidget(adapters, row, 3, Qt::AlignTop);
+  grid->addWidget(adapters, row, 0, 1, -1, Qt::AlignRight);
   ShowModel();
 }
 
@@ -175,6 +176,7 @@ void ComPortsPanel::ShowAdvice() {
     if (!words.isEmpty()) advice << lines_[i].group + ": " + words;
   }
   SetTextIfChanged(LabelComAdvice, advice.join('\n'));
+  LabelComAdvice->setVisible(!advice.isEmpty());
 }
 
 }  // namespace tvx

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QKeyEvent>
 
 #include "config/GaugeList.h"
@@ -21,8 +22,9 @@ GaugeTable::GaugeTable(const char* name) {
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
   setSelectionMode(QAbstractItemView::ExtendedSelection);
-  setHeaderLabels({tr("ID"), tr("Instrument"), tr("Function"), tr("Second Function"), tr("#, first"),
-                   tr("#, second"), tr("Model"), tr("Version"), tr("State")});
+  setHeaderLabels({tr("ID"), tr("Instrument"), tr("Function"), tr("Second Function"), tr("1st #"),
+                   tr("2nd #"), tr("Model"), tr("Version"), tr("State")});
+  header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   setToolTip(tr("A click or Enter opens the gauge's dialog; Ctrl+C copies the chosen lines"));
 }
 
@@ -41,7 +43,6 @@ void GaugeTable::Fill(const ConfigModel& model) {
     if (item->text(0) == chosen) setCurrentItem(item);
   }
   ColourStates();
-  for (int column = 0; column < columnCount(); ++column) resizeColumnToContents(column);
 }
 
 void GaugeTable::ColourStates() {

@@ -43,8 +43,8 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Su
   right->addStretch(1);
   auto* top = new QHBoxLayout;
   top->setSpacing(look::Gap());
-  top->addLayout(left, 1);
-  top->addLayout(right, 1);
+  top->addLayout(left, 3);
+  top->addLayout(right, 2);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
   column->setSpacing(look::Gap());
@@ -58,7 +58,7 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Su
   Timer1.start(kTickMs);
   Rebuild();
   ShowSearch({});
-  resize(sizeHint().width(), look::Margin() * 58);
+  resize(std::max(sizeHint().width(), look::Margin() * 80), look::Margin() * 58);
   PanelCom->First()->setFocus();
 }
 

@@ -10,14 +10,14 @@
 namespace tvx {
 namespace {
 
-constexpr const char* kChapters[kImportChapters] = {"General settings, ports, link",
-                                                    "IO module inputs and outputs",
+constexpr const char* kChapters[kImportChapters] = {"General: ports, link, interval",
+                                                    "IOM: inputs and outputs",
                                                     "Functions 0 to 50",
                                                     "Functions 51 to 300",
-                                                    "Gauge types",
+                                                    "Gaugetypes",
                                                     "Gauges",
                                                     "Plates",
-                                                    "Engine cluster"};
+                                                    "Engine Cluster Settings"};
 
 QVBoxLayout* ColumnIn(QFrame* panel, const QString& title, const char* name) {
   auto* column = new QVBoxLayout(panel);

@@ -56,6 +56,7 @@ InstrumentForm::InstrumentForm(ConfigModel& model, InstrumentControl& control, S
   setMinimumWidth(std::max(look::Margin() * 42, minimumSizeHint().width()));
   Refresh();
   setMinimumHeight(column->totalHeightForWidth(minimumWidth()));
+  focusNextChild();
 }
 
 QWidget* InstrumentForm::MakeSettingsPanel() {

@@ -9,11 +9,10 @@
 #include "ffb/YokeLine.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
+#include "tests/fakes/Wire.h"
 
 namespace tvx::test {
 namespace {
-
-using Bytes = std::vector<Byte>;
 
 TEST(YokeFrame, IsBuiltByteByByte) {
   struct Row {
@@ -63,30 +62,15 @@ TEST(YokeFrame, PositionsFromRawValues) {
 }
 
 Bytes Reply() {
-  Bytes b(25, 0);
-  b[1] = 9;
-  b[3] = 0x05;
-  b[6] = 0x75, b[7] = 0x31;  // 30001
-  b[8] = 'P';
-  b[9] = 0x02, b[10] = 0x01;  // 513
-  b[11] = 'S';
-  b[12] = 0x80, b[13] = 0x03;
-  b[15] = 0x01, b[16] = 0x02;
-  b[17] = 0x03, b[18] = 0xE8;
-  b[24] = 0xFF;
-  return b;
+  return Wire(". 09 . 05 .. =30001 P =513 S =32771 . =258 =1000 ..... FF");
 }
 
 TEST(YokeFrame, ReplyIsReadByteByByte) {
   YokeReply reply;
   ASSERT_EQ(ReadYokeReply(Reply(), 9, reply), YokeReplyKind::Correct);
-  EXPECT_EQ(reply.address, 9);
-  EXPECT_EQ(reply.status, 5);
-  EXPECT_EQ(reply.rawRoll, 30001);
-  EXPECT_EQ(reply.rawPitch, 513);
-  EXPECT_EQ(reply.buttons, 0x8003);
-  EXPECT_EQ(reply.rollLoad, 258);
-  EXPECT_EQ(reply.pitchLoad, 1000);
+  EXPECT_EQ((std::vector<int>{reply.address, reply.status, reply.rawRoll, reply.rawPitch, reply.buttons,
+                              reply.rollLoad, reply.pitchLoad}),
+            (std::vector<int>{9, 5, 30001, 513, 0x8003, 258, 1000}));
   EXPECT_EQ(ReadYokeReply(Reply(), 0, reply), YokeReplyKind::Correct) << "any sender";
 }
 

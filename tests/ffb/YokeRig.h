@@ -14,6 +14,7 @@
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/FakeUdpSocket.h"
 #include "tests/fakes/SimData.h"
+#include "tests/fakes/Wire.h"
 
 namespace tvx::test {
 
@@ -61,16 +62,12 @@ struct FakeYoke {
     }
   }
   std::vector<Byte> Reply() const {
-    std::vector<Byte> b(25, 0);
+    const auto raw = [](double counts) {
+      return '=' + std::to_string(32768 + static_cast<int>(std::lround(counts * 50))) + ' ';
+    };
+    std::vector<Byte> b = Wire("...... " + raw(position[0]) + (garbled ? "X " : "P ") + raw(position[1]) +
+                               "S =" + std::to_string(buttons) + " .......... FF");
     b[3] = status;
-    const int roll = 32768 + static_cast<int>(std::lround(position[0] * 50));
-    const int pitch = 32768 + static_cast<int>(std::lround(position[1] * 50));
-    b[6] = static_cast<Byte>(roll / 256), b[7] = static_cast<Byte>(roll % 256);
-    b[8] = garbled ? 'X' : 'P';
-    b[9] = static_cast<Byte>(pitch / 256), b[10] = static_cast<Byte>(pitch % 256);
-    b[11] = 'S';
-    b[12] = static_cast<Byte>(buttons / 256), b[13] = static_cast<Byte>(buttons % 256);
-    b[24] = 0xFF;
     return b;
   }
 

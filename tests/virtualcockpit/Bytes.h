@@ -3,16 +3,15 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/Bytes.h"
+#include "fakes/Wire.h"
 
 namespace tvx::vc::test {
 
-using Bytes = std::vector<Byte>;
+using tvx::Bytes;
 
 inline Bytes operator+(Bytes left, const Bytes& right) {
   left.insert(left.end(), right.begin(), right.end());
@@ -20,23 +19,6 @@ inline Bytes operator+(Bytes left, const Bytes& right) {
 }
 inline Bytes Ascii(std::string_view text) {
   return Bytes(text.begin(), text.end());
-}
-// What is on the wire, in words: "P =5020 .. 0F" is a letter, a number of two bytes (the high one first), two
-// zeros and a byte in hexadecimal digits.
-inline Bytes Wire(std::string_view text) {
-  Bytes bytes;
-  std::istringstream words{std::string(text)};
-  for (std::string word; words >> word;) {
-    if (word[0] == '.') {
-      bytes.resize(bytes.size() + word.size());
-    } else if (word[0] == '=') {
-      const int number = std::stoi(word.substr(1));
-      bytes.insert(bytes.end(), {static_cast<Byte>(number >> 8), static_cast<Byte>(number)});
-    } else {
-      bytes.push_back(static_cast<Byte>(word.size() == 1 ? word[0] : std::stoi(word, nullptr, 16)));
-    }
-  }
-  return bytes;
 }
 inline Bytes Little(std::int32_t value) {
   Bytes bytes(4);

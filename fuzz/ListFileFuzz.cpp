@@ -22,6 +22,8 @@ void CheckEntry(const std::string& entry, std::string lines) {
   const int number = NextEntryNumber(lines);
   if (!AppendEntry(lines, entry)) return;
   Require(NextEntryNumber(lines) == number + 1);
+  Require(EntryPaths(lines).back() == entry);
+  if (number == 1) Require(EntryProblem(lines.substr(lines.rfind("#1:")), 1).empty());
   const auto list = ParseListFile(ListFileText("T", {entry}), "T");
   Require(list && list->entries == std::vector<std::string>{entry});
 }
@@ -40,6 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       CheckEntry(entry, text.substr(0, 64));
     }
   }
+  EntryProblem(text, 4);
   const std::vector<std::string> lines = DescribeDatagram({"", 0, {data, data + size}}, size % 2 == 1);
   Require(lines.size() <= 900);
   for (const std::string& line : lines) {

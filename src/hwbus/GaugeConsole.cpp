@@ -91,29 +91,28 @@ void GaugeConsole::Step(int by) {
   Changed();
 }
 
-bool GaugeConsole::SendGaugeCommand() {
-  const auto gaugeID = GaugeID();
-  if (!gaugeID) {
-    boxes_.Show("No Gauge ID defined");
-    return false;
-  }
-  const auto typed = ParseReal<double>(CommandNumber);
-  if (!typed || *typed < 0 || *typed >= kHighestCommand + 1) {
-    boxes_.Show("Commands must be 0 <-> 15");
-    return false;
-  }
+std::string_view GaugeConsole::CommandProblem(const std::string& text) {
+  const auto typed = ParseReal<double>(text);
+  if (!typed || *typed < 0 || *typed >= kHighestCommand + 1) return "Commands must be 0 <-> 15";
   // A fraction such as 15.7 is not above 15 yet, but would be sent as 16.
   const auto command = RoundTo<int>(*typed);
-  if (!command || *command > kHighestCommand) {
-    boxes_.Show("Command must be <16.");
+  return command && *command <= kHighestCommand ? std::string_view() : "Command must be <16.";
+}
+
+std::string_view GaugeConsole::ValueProblem(const std::string& text) {
+  return WholeNumber(text, -kLargestValue, kLargestValue) ? std::string_view() : "commandvalue out of limits";
+}
+
+bool GaugeConsole::SendGaugeCommand() {
+  const auto gaugeID = GaugeID();
+  std::string_view problem = gaugeID ? CommandProblem(CommandNumber) : "No Gauge ID defined";
+  if (problem.empty()) problem = ValueProblem(CommandValue);
+  if (!problem.empty()) {
+    boxes_.Show(problem);
     return false;
   }
-  const auto value = WholeNumber(CommandValue, -kLargestValue, kLargestValue);
-  if (!value) {
-    boxes_.Show("commandvalue out of limits");
-    return false;
-  }
-  serial_.WriteGaugeCommand(*gaugeID, *command, *value);
+  serial_.WriteGaugeCommand(*gaugeID, *WholeNumber(CommandNumber, 0, kHighestCommand),
+                            *WholeNumber(CommandValue, -kLargestValue, kLargestValue));
   return true;
 }
 

@@ -29,6 +29,10 @@ class GaugeConsole {
   const GaugeConsoleView& View() const { return view_; }
   bool Polling() const { return polling_; }
 
+  // What is said of a command number or value that is not sent; empty where it is.
+  static std::string_view CommandProblem(const std::string& typed);
+  static std::string_view ValueProblem(const std::string& typed);
+
   // What the user typed.
   std::string ManualGaugeID, CommandNumber, CommandValue;
   int ComboGaugeType = 0;  // Gaugetype code; 0: none chosen

@@ -45,10 +45,6 @@ Range RangeOf(std::string_view field, Byte dataType, Range ofType) {
   return ofType;
 }
 
-std::string Words(Range range) {
-  return "a whole number from " + std::to_string(range.lowest) + " to " + std::to_string(range.highest);
-}
-
 std::string_view Trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
@@ -70,7 +66,7 @@ class Storer {
   }
   void operator()(std::string_view field, float& value) {
     const auto number = ParseReal<float>(Trimmed(draft_.At(field)));
-    if (!number) return Fail(field, "a number with a decimal point, such as 0.5 or -12");
+    if (!number) return Fail(field, std::string(kRealNumberWords));
     value = *number;
   }
   template <typename Whole>
@@ -80,7 +76,7 @@ class Storer {
     const Range range = RangeOf(field, dataType_, {Limits::min(), Limits::max()});
     const auto number = ParseReal<double>(Trimmed(draft_.At(field)));
     if (!number || std::floor(*number) != *number || *number < range.lowest || *number > range.highest) {
-      return Fail(field, Words(range));
+      return Fail(field, WholeNumberWords(range.lowest, range.highest));
     }
     value = static_cast<Whole>(*number);
   }
@@ -111,6 +107,10 @@ std::string AdviceOnDatarefs(const FunctionRecord& function) {
 }
 
 }  // namespace
+
+std::string WholeNumberWords(int lowest, int highest) {
+  return "a whole number from " + std::to_string(lowest) + " to " + std::to_string(highest);
+}
 
 std::string& FunctionDraft::At(std::string_view field) {
   return texts.at(IndexOf(field));
@@ -152,6 +152,13 @@ std::optional<FunctionProblem> StoreDraft(const FunctionDraft& draft, FunctionRe
 }
 
 std::string AdviceOn(const FunctionRecord& function) {
+  if (const int limit = EntryLimit(function.ComboDT); limit > 0) {
+    std::string problem = EntryProblem(function.FullName, limit);
+    if (!problem.empty()) return problem;
+  }
+  if (function.boxMinimumValue > function.boxMaximumValue) {
+    return "The lowest value is above the highest.";
+  }
   if (function.Is(DataType::XplaneDataref)) {
     std::string advice = AdviceOnDatarefs(function);
     if (!advice.empty()) return advice;

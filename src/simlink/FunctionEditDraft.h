@@ -49,6 +49,10 @@ struct FunctionDraft {
 // A Function that is not defined is offered with factors of 1.
 FunctionDraft DraftOf(const FunctionRecord& function);
 
+// What a box takes, in words: "a whole number from 0 to 7", and any number.
+inline constexpr std::string_view kRealNumberWords = "a number with a decimal point, such as 0.5 or -12";
+std::string WholeNumberWords(int lowest, int highest);
+
 // What keeps a draft from being saved.
 struct FunctionProblem {
   std::string_view field;    // a name of FunctionRecord's list

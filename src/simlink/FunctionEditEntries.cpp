@@ -1,6 +1,7 @@
 #include "simlink/FunctionEditEntries.h"
 
 #include <algorithm>
+#include <bitset>
 #include <charconv>
 
 #include "config/Records.h"
@@ -11,6 +12,15 @@ namespace {
 
 constexpr int kDatarefLines = 4;
 constexpr int kCommandLines = 9;  // a port's value chooses among them, and is held at 9
+
+// The next line of a text, which is taken off it.
+std::string_view TakeLine(std::string_view& lines) {
+  const std::size_t end = std::min(lines.find('\n'), lines.size());
+  std::string_view line = lines.substr(0, end);
+  lines.remove_prefix(std::min(end + 1, lines.size()));
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
 
 // The number of a line "#n:..."; 0 for any other line.
 int NumberOf(std::string_view line) {
@@ -36,12 +46,37 @@ int EntryLimit(Byte dataType) {
 
 int NextEntryNumber(std::string_view lines) {
   int highest = 0;
-  while (!lines.empty()) {
-    const std::size_t end = std::min(lines.find('\n'), lines.size());
-    highest = std::max(highest, NumberOf(lines.substr(0, end)));
-    lines.remove_prefix(std::min(end + 1, lines.size()));
-  }
+  while (!lines.empty()) highest = std::max(highest, NumberOf(TakeLine(lines)));
   return highest + 1;
+}
+
+std::string EntryProblem(std::string_view lines, int limit) {
+  std::bitset<10> taken;
+  while (!lines.empty()) {
+    const std::string_view line = TakeLine(lines);
+    if (!line.starts_with('#')) continue;
+    const int number = NumberOf(line);
+    const std::string start = '#' + std::to_string(number) + ':';
+    if (number == 0 || !line.starts_with(start)) {
+      return "A line that begins with # goes on with a number and a colon, as in #1:";
+    }
+    if (number > limit) return start + " is never used: this data type holds " + std::to_string(limit) + '.';
+    if (!IsEntry(line.substr(start.size())))
+      return start + " is followed by no path, such as sim/time/paused";
+    if (taken[static_cast<std::size_t>(number)])
+      return start + " stands there twice; only the first is used.";
+    taken.set(static_cast<std::size_t>(number));
+  }
+  return {};
+}
+
+std::vector<std::string_view> EntryPaths(std::string_view lines) {
+  std::vector<std::string_view> paths;
+  while (!lines.empty()) {
+    const std::string_view line = TakeLine(lines);
+    if (NumberOf(line) > 0) paths.push_back(line.substr(line.find(':') + 1));
+  }
+  return paths;
 }
 
 bool AppendEntry(std::string& lines, std::string_view path) {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Bytes.h"
 
@@ -18,6 +19,13 @@ int NextEntryNumber(std::string_view lines);
 // Appends the line "#n:path" with the next number, ended by CR LF; a last line that was not ended is ended
 // first. False, and nothing done, when `path` is no entry (ReferenceList.h).
 bool AppendEntry(std::string& lines, std::string_view path);
+
+// What is wrong with the first line that begins with "#" and will not be found, or not with what it means;
+// empty where nothing is. `limit` is EntryLimit.
+std::string EntryProblem(std::string_view lines, int limit);
+
+// The paths of the lines "#n:path" in a text, as they stand in it.
+std::vector<std::string_view> EntryPaths(std::string_view lines);
 
 // Whether a path ends with a number between brackets: an element of an array.
 bool IsElement(std::string_view path);

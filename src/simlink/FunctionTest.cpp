@@ -5,12 +5,15 @@
 #include <utility>
 
 #include "base/NumberFormat.h"
+#include "base/Rounding.h"
 #include "config/ValueText.h"
 
 namespace tvx {
 namespace {
 
 constexpr std::string_view kPattern = "######0.0000";
+constexpr std::string_view kNoValue = "---";
+constexpr std::int64_t kSilentMs = 3000;
 
 // What a data type takes, and what is said of any other value.
 // ODDITY: the texts are spelled so; users search their notes for them. The Integer range ends at -32767,
@@ -137,23 +140,46 @@ void FunctionTest::Read_Tick() {
   if (!reading_) return;
   float raw = 0, corrected = 0;
   const bool has = sim_.GetPortRaw(port_, raw) && sim_.GetPort(port_, corrected);
-  view_.Raw = has ? Formatted(raw) : std::string("---");
-  view_.Corrected = has ? Formatted(corrected) : std::string("---");
-  view_.Note.clear();
-  if (!has) {
-    view_.Note = "This data type has no value to read.";
-  } else if (sim_.UdpMonitorMode != 0) {
-    view_.Note = "The X-Plane test console takes everything that arrives: stop it to read here.";
-  } else if (!sim_.SilentForMs()) {
-    view_.Note = "Nothing has arrived from the simulator yet.";
+  const bool came = has && (model_.FunctionOf(function_)->IsMacro() || sim_.HasArrived(port_));
+  view_.Raw = came ? Formatted(raw) : std::string(kNoValue);
+  view_.Corrected = came ? Formatted(corrected) : std::string(kNoValue);
+  view_.Note = has ? ReadNote() : "This data type has no value to read.";
+}
+
+std::string FunctionTest::ReadNote() const {
+  const FunctionRecord& function = *model_.FunctionOf(function_);
+  if (function.IsMacro()) return {};
+  if (sim_.UdpMonitorMode != 0) {
+    return "The X-Plane test console takes everything that arrives: stop it to read here.";
   }
+  const auto silentMs = sim_.SilentForMs();
+  if (!silentMs) return "Nothing has arrived from the simulator yet.";
+  if (*silentMs >= kSilentMs) {
+    return "Nothing has arrived from the simulator for " + std::to_string(*silentMs / 1000) + " s.";
+  }
+  if (sim_.HasArrived(port_)) return {};
+  const FunctionRecord::Slot slot = function.SlotOf(static_cast<Byte>(sequenceNr_));
+  if (!function.Is(DataType::XplaneDataref)) {
+    return "The simulator answers, but data group " + std::to_string(slot.index) + " has not come yet.";
+  }
+  return slot.value == 0 ? "This source is written only: its times per second are 0."
+                         : "The simulator answers, but not for this data reference: it may not know it.";
+}
+
+std::string_view FunctionTest::ProblemOf(std::string_view text) const {
+  const auto value = ParseReal<float>(text);
+  if (!value) return functiontext::kIncorrectData;
+  return function_ == 0 ? std::string_view() : OutOfRangeText(model_.FunctionOf(function_)->ComboDT, *value);
+}
+
+std::string_view FunctionTest::StepProblem(std::string_view step) {
+  const auto by = ParseReal<float>(step);
+  return by && *by > 0 ? std::string_view() : functiontext::kIncorrectData;
 }
 
 std::optional<double> FunctionTest::Checked(std::string_view text) {
-  const auto value = ParseReal<float>(text);
-  const std::string_view problem =
-      value ? OutOfRangeText(model_.FunctionOf(function_)->ComboDT, *value) : functiontext::kIncorrectData;
-  if (problem.empty()) return *value;
+  const std::string_view problem = ProblemOf(text);
+  if (problem.empty()) return *ParseReal<float>(text);
   boxes_.Show(problem);
   return std::nullopt;
 }
@@ -166,9 +192,19 @@ void FunctionTest::CmdWriteOnce_Click(std::string_view text) {
 
 void FunctionTest::Write(double value) {
   float raw = static_cast<float>(value);
-  sim_.PutPort(port_, raw);
-  view_.Written = Formatted(value);
-  view_.WrittenRaw = Formatted(raw);
+  const bool sent = sim_.PutPort(port_, raw);
+  const FunctionRecord& function = *model_.FunctionOf(function_);
+  view_.WriteNote.clear();
+  if (!sent) {
+    view_.WriteNote = "Nothing was sent: after scaling, the value does not fit the data type.";
+  } else if (function.ComboDT > static_cast<Byte>(DataType::XplaneDataref) && !function.IsMacro()) {
+    view_.WriteNote = "Nothing was sent: this data type is not written.";
+  } else if (function.Is(DataType::XplaneCmnd) &&
+             !CutEntry(function.FullName, RoundTo<int>(raw).value_or(0))) {
+    view_.WriteNote = "Nothing was sent: there is no command line \"#" + FormatNumberText(raw, "0") + ":\".";
+  }
+  view_.Written = view_.WriteNote.empty() ? Formatted(value) : std::string();
+  view_.WrittenRaw = view_.WriteNote.empty() ? Formatted(raw) : std::string();
 }
 
 void FunctionTest::CmdWriteInterval_Click(std::string_view lower, std::string_view upper,
@@ -177,13 +213,12 @@ void FunctionTest::CmdWriteInterval_Click(std::string_view lower, std::string_vi
   const auto low = Checked(lower);
   const auto high = low ? Checked(upper) : std::nullopt;
   if (!high) return;
-  const auto by = ParseReal<float>(step);
-  if (!by || *by <= 0 || *low > *high) {
+  if (!StepProblem(step).empty() || *low > *high) {
     boxes_.Show(functiontext::kIncorrectData);
     return;
   }
   if (!OpenPort()) return;
-  sweep_.emplace(*low, *high, *by);
+  sweep_.emplace(*low, *high, *ParseReal<float>(step));
   view_.WriteStatus = "Writing";
   IntervalTimer_Tick();
 }

@@ -39,6 +39,7 @@ class FunctionTest {
     std::string WriteStatus = "Stopped";  // of writing again and again: "Writing" or "Stopped"
     std::string Raw, Corrected;           // as read
     std::string Written, WrittenRaw;      // as written last
+    std::string WriteNote;                // why nothing was sent, in words
     std::string Note;                     // why nothing comes, in words
   };
 
@@ -54,6 +55,9 @@ class FunctionTest {
   // The Function number and sequence number as typed. Shows the data type; opens nothing. Another Function
   // ends reading and writing.
   void Choose(std::string_view function, std::string_view sequenceNr);
+  // What is wrong with a value to write, or a step, as typed; empty where nothing is.
+  std::string_view ProblemOf(std::string_view value) const;
+  static std::string_view StepProblem(std::string_view step);
   void CmdRead_Click();
   void CmdStopRead_Click();
   void Read_Tick();
@@ -76,6 +80,7 @@ class FunctionTest {
   bool OpenLink();
   Port FindOrOpen();
   std::optional<double> Checked(std::string_view text);  // a value to write; shows what is wrong with it
+  std::string ReadNote() const;
   void Write(double value);
 
   const ConfigModel& model_;

@@ -1,9 +1,8 @@
 #include "simlink/LinkConsole.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <ctime>
-#include <limits>
 
 #include "base/NumberFormat.h"
 #include "config/ValueText.h"
@@ -17,39 +16,8 @@ namespace {
 
 constexpr std::size_t kKeptBetweenTicks = 100;
 constexpr int kMostFrames = 1000;
-constexpr int kLastIdentifier = 32767;
-constexpr int kFastest = 255;  // times per second: what the packet holds
 constexpr Byte kUsualFrequency = 10;
-
-constexpr std::string_view kHelpLines[] = {
-    "== Short Explanation of X-Plane interface using UDP ==",
-    "- Send Data To Xplane refers to the 'General Data Output' as given in",
-    "  Data Output tab in Xplane.",
-    "- By DSEL Xplane is commanded to return the Index + 8 values at",
-    "  selected UDP Rate in Packets/sec.",
-    "- By USEL the transfer of this Index is stopped.",
-    "- Writing DATA to an Index Value can be done using 'Send Data(float)'. ",
-    "- Character and Integer data formats are not used here.  ",
-    "- DREF and RREF are used to exchange data by Data References. ",
-    "- They refer to the 'Dataref Read/Write' of the Xplane Data Output tab. ",
-    "- To set data select the Data Reference from the list and fill the Value.",
-    "- RREF is the other way around. At the given frequency X-Plane will",
-    "  transfer the value of that reference.",
-    "- X-Plane will not return the full Data Reference Text but uses an",
-    "  Identifier that you can freely define.",
-    "- To Test the UDP interface best use the DSEL and USEL functions.",
-    "  Check for 'Network via UDP' box in Xplane and returned data.",
-};
-
-// A whole number within limits, as typed.
-std::optional<std::int32_t> Whole(std::string_view text, std::int64_t lowest, std::int64_t highest) {
-  const auto number = ParseReal<double>(text);
-  if (!number || *number < static_cast<double>(lowest) || *number > static_cast<double>(highest) ||
-      *number != static_cast<double>(static_cast<std::int64_t>(*number))) {
-    return std::nullopt;
-  }
-  return static_cast<std::int32_t>(*number);
-}
+constexpr std::int64_t kSilentMs = 3000;
 
 std::string TimeText(const Clock& clock) {
   const std::tm now = clock.LocalTime();
@@ -66,15 +34,6 @@ std::string SubscriptionLine(std::int32_t identifier, std::int32_t frequency, fl
 
 }  // namespace
 
-std::string ConsoleHelp() {
-  std::string help;
-  for (const std::string_view line : kHelpLines) {
-    if (!help.empty()) help += "\r\n";
-    help += line;
-  }
-  return help;
-}
-
 LinkConsole::LinkConsole(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, const Clock& clock)
     : Endpoint{model.General.RemoteIP, model.General.RemotePort, model.General.LocalPort},
       ReverseByteOrder(model.General.ByteOrderReverse != 0),
@@ -89,21 +48,31 @@ bool LinkConsole::Refuse(std::string_view message) {
   return false;
 }
 
+bool LinkConsole::IsPath(std::string_view path) {
+  if (IsEntry(path)) return true;
+  Note("A path is needed: choose one in the list, or type it.");
+  return false;
+}
+
 bool LinkConsole::OpenLink() {
   sim_.UseEndpoint(Endpoint);
   touchedLink_ = true;
   if (sim_.OpenUDP()) return true;
+  CmdStopUDP_Click();
   return Refuse("The link to the simulator cannot be opened: " + sim_.LinkError());
 }
 
 // --- receive display ---
 
 void LinkConsole::cmdStartUDP_Click() {
-  if (!OpenLink()) return CmdStopUDP_Click();
+  if (!OpenLink()) return;
+  count_ = 0;
+  lastCameMs_ = clock_.MonotonicMs();
   sim_.SetMonitor([this](ByteView bytes, std::int32_t port) { OnDatagram(bytes, port); });
   sim_.PacketArrived = 0;
   sim_.UdpMonitorMode = 1;
   view_.Status = "Running";
+  ShowArrivals();
   Note("Listening on port " + Endpoint.LocalPort + ".");
 }
 
@@ -114,10 +83,25 @@ void LinkConsole::CmdStopUDP_Click() {
   arrived_.clear();
   missed_ = 0;
   view_.Status = "Stopped";
+  view_.Silent = false;
+}
+
+bool LinkConsole::ShowArrivals() {
+  const std::int64_t silentMs = clock_.MonotonicMs() - lastCameMs_;
+  std::string words = count_ == 0   ? "Nothing has arrived yet"
+                      : count_ == 1 ? "1 datagram has arrived"
+                                    : std::to_string(count_) + " datagrams have arrived";
+  view_.Silent = silentMs >= kSilentMs;
+  if (view_.Silent && count_ > 0) words += ", the last " + std::to_string(silentMs / 1000) + " s ago";
+  if (words == view_.Arrived) return false;
+  view_.Arrived = std::move(words);
+  return true;
 }
 
 // Keeps a copy only: a burst of datagrams must cost little here.
 void LinkConsole::OnDatagram(ByteView bytes, std::int32_t port) {
+  ++count_;
+  lastCameMs_ = clock_.MonotonicMs();
   if (arrived_.size() >= kKeptBetweenTicks) {
     ++missed_;
     return;
@@ -126,7 +110,10 @@ void LinkConsole::OnDatagram(ByteView bytes, std::int32_t port) {
 }
 
 bool LinkConsole::DisplayTimer_Tick() {
-  if (sim_.PacketArrived == 0 || arrived_.empty()) return false;
+  if (sim_.UdpMonitorMode == 0) return false;
+  const bool wasSilent = view_.Silent;
+  const bool otherWords = ShowArrivals();
+  if (sim_.PacketArrived == 0 || arrived_.empty()) return otherWords || view_.Silent != wasSilent;
   sim_.PacketArrived = 0;
   for (const LoggedDatagram& datagram : arrived_) {
     KeepValues(datagram);
@@ -149,7 +136,10 @@ void LinkConsole::KeepValues(const LoggedDatagram& datagram) {
   for (int i = 0;; ++i) {
     const auto record = ReadRrefRecord(datagram.bytes, i);
     if (!record) return;
-    const auto subscription = subscriptions_.find(record->identifier);
+    const auto subscription =
+        std::find_if(subscriptions_.begin(), subscriptions_.end(), [&](const auto& one) {
+          return one.first == record->identifier || RrefIdentifierOnWire(one.first) == record->identifier;
+        });
     if (subscription != subscriptions_.end()) subscription->second.value = record->value;
   }
 }
@@ -187,23 +177,25 @@ bool LinkConsole::cmdSaveLog_Click(const std::string& path) {
 // --- senders ---
 
 void LinkConsole::cmdDSEL_Click(std::string_view index) {
-  const auto group = Whole(index, 0, 255);
+  const auto group = WholeNumber(index, consolebox::kIndex);
   if (!group) {
     Refuse(functiontext::kIncorrectData);
   } else if (OpenLink()) {
     sim_.SendDSEL(*group);
+    groups_.insert(*group);
     Note("Group " + std::to_string(*group) + " is asked for.");
   }
 }
 
 void LinkConsole::cmdUSEL_Click(std::string_view index) {
-  const auto group = Whole(index, 0, 255);
+  const auto group = WholeNumber(index, consolebox::kIndex);
   if (!group) {
     Refuse(functiontext::kIncorrectData);
   } else if (model_.General.BlockUSEL == 1) {
     Note("The configuration blocks USEL: nothing was sent.");
   } else if (OpenLink()) {
     sim_.SendUSEL(*group);
+    groups_.erase(*group);
     Note("Group " + std::to_string(*group) + " is stopped.");
   }
 }
@@ -213,13 +205,14 @@ void LinkConsole::cmdUSELall_Click() {
   if (!OpenLink()) return;
   // CommandStopAll rests in monitor mode, and here it is wanted in that mode above all.
   for (int group = 0; group <= kLastStoppedGroup; ++group) sim_.SendUSEL(group);
+  groups_.erase(groups_.begin(), groups_.upper_bound(kLastStoppedGroup));
   Note("All groups are stopped.");
 }
 
 bool LinkConsole::ReadGroupValue(std::string_view index, std::string_view valueNumber, int& group,
                                  int& number) {
-  const auto groupTyped = Whole(index, 0, 255);
-  const auto numberTyped = Whole(valueNumber, 0, kDataValuesPerGroup - 1);
+  const auto groupTyped = WholeNumber(index, consolebox::kIndex);
+  const auto numberTyped = WholeNumber(valueNumber, consolebox::kReferenceIndex);
   if (!groupTyped || !numberTyped) return Refuse(functiontext::kIncorrectData);
   group = *groupTyped;
   number = *numberTyped;
@@ -240,9 +233,8 @@ void LinkConsole::cmdDataUdp_Click(std::string_view index, std::string_view valu
 
 void LinkConsole::cmdSendDataInteger_Click(std::string_view index, std::string_view valueNumber,
                                            std::string_view value) {
-  using Limits = std::numeric_limits<std::int32_t>;
   int group = 0, number = 0;
-  const auto typed = Whole(value, Limits::min(), Limits::max());
+  const auto typed = WholeNumber(value, consolebox::kIntegerValue);
   if (!typed) {
     Refuse(functiontext::kIncorrectData);
   } else if (ReadGroupValue(index, valueNumber, group, number)) {
@@ -262,7 +254,7 @@ void LinkConsole::cmdSendCharacter_Click(std::string_view character) {
 
 void LinkConsole::cmdSendDREF_Click(std::string_view path, std::string_view value) {
   const auto typed = ParseReal<float>(value);
-  if (!typed || !IsEntry(path)) {
+  if (!typed || !IsPath(path)) {
     Refuse(functiontext::kIncorrectData);
   } else if (OpenLink()) {
     sim_.SendXplaneDREF(path, *typed);
@@ -274,9 +266,9 @@ void LinkConsole::cmdSendDREF_Click(std::string_view path, std::string_view valu
 
 void LinkConsole::cmdSelectRREF_Click(std::string_view path, std::string_view identifier,
                                       std::string_view frequency) {
-  const auto ident = Whole(identifier, 0, kLastIdentifier);
-  const auto times = Whole(frequency, 1, kFastest);
-  if (!ident || !times || !IsEntry(path)) {
+  const auto ident = WholeNumber(identifier, consolebox::kIdentifier);
+  const auto times = WholeNumber(frequency, consolebox::kFrequency);
+  if (!ident || !times || !IsPath(path)) {
     Refuse(functiontext::kIncorrectData);
     return;
   }
@@ -292,10 +284,10 @@ void LinkConsole::cmdSelectRREF_Click(std::string_view path, std::string_view id
 }
 
 void LinkConsole::cmdDeleteRREF_Click(std::string_view path, std::string_view identifier) {
-  const auto ident = Whole(identifier, 0, kLastIdentifier);
+  const auto ident = WholeNumber(identifier, consolebox::kIdentifier);
   const auto own = ident ? subscriptions_.find(*ident) : subscriptions_.end();
   const std::string subscribed = own != subscriptions_.end() ? own->second.path : std::string(path);
-  if (!ident || !IsEntry(subscribed)) {
+  if (!ident || !IsPath(subscribed)) {
     Refuse(functiontext::kIncorrectData);
     return;
   }
@@ -305,12 +297,16 @@ void LinkConsole::cmdDeleteRREF_Click(std::string_view path, std::string_view id
   Note("Identifier " + std::to_string(*ident) + " is cancelled.");
 }
 
-void LinkConsole::CmdClearAllRREFs_Click() {
-  if (!OpenLink()) return;
+void LinkConsole::CancelAll() {
   for (const auto& [identifier, subscription] : subscriptions_) {
     sim_.SendXplaneRREF(subscription.path, 0, identifier, 0);
   }
   subscriptions_.clear();
+}
+
+void LinkConsole::CmdClearAllRREFs_Click() {
+  if (!OpenLink()) return;
+  CancelAll();
   sim_.ClearAllRREF();
   Note("All subscriptions are cancelled.");
 }
@@ -333,7 +329,7 @@ std::vector<std::string> LinkConsole::cmdShowRREF_Click() const {
 // --- Function ---
 
 bool LinkConsole::cmdCopyToFunction_Click(std::string_view functionNr, std::string_view path) {
-  const auto number = Whole(functionNr, kFirstConfigurable, kLastConfigurable);
+  const auto number = WholeNumber(functionNr, consolebox::kFunctionNr);
   if (!number) return Refuse(functiontext::kOutsideConfigurable);
   std::string lines;
   if (!AppendEntry(lines, path)) return Refuse(functiontext::kCannotBeCopied);
@@ -363,11 +359,14 @@ void LinkConsole::Close() {
   if (!touchedLink_) return;
   touchedLink_ = false;
   if (sim_.UdpOpen()) {
-    for (const auto& [identifier, subscription] : subscriptions_) {
-      sim_.SendXplaneRREF(subscription.path, 0, identifier, 0);
+    CancelAll();
+    // Where the link was open already, someone else's ports may read the same groups.
+    for (const int group : groups_) {
+      if (!linkWasOpen_) sim_.SendUSEL(group);
     }
   }
   subscriptions_.clear();
+  groups_.clear();
   CmdStopUDP_Click();
   sim_.UseEndpoint(std::nullopt);
   if (linkWasOpen_) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,18 +12,10 @@
 #include "config/Model.h"
 #include "platform/Host.h"
 #include "simlink/LinkConsoleLog.h"
+#include "simlink/LinkConsoleTexts.h"
 #include "simlink/SimCom.h"
 
 namespace tvx {
-
-// "No Filter", and the beginnings of paths that the list can be filtered by.
-inline constexpr std::array<std::string_view, 15> kConsoleFilters{
-    "No Filter",     "sim/aircraft", "sim/airfoils",    "sim/cockpit", "sim/flightmodel",
-    "sim/graphics",  "sim/joystick", "sim/multiplayer", "sim/network", "sim/physics",
-    "sim/operation", "sim/time",     "sim/version",     "sim/weapons", "sim/world"};
-
-// What the help button shows, its lines parted by CR LF.
-std::string ConsoleHelp();
 
 // Every argument that is text comes as the user typed it; what is wrong with it is shown, and nothing is
 // sent.
@@ -32,8 +25,10 @@ class LinkConsole {
     std::string Status = "Stopped";     // of the receive display: "Running" or "Stopped"
     std::string LogStatus = "Stopped";  // "Active" or "Stopped"
     std::string LogCaption = "Start Logging";
-    std::string Raw;   // the datagram that arrived last
-    std::string Note;  // what the last command did, in words
+    bool Silent = false;  // the display runs, and nothing has arrived for some seconds
+    std::string Arrived;  // how many datagrams arrived since the display was started, in words
+    std::string Raw;      // the datagram that arrived last
+    std::string Note;     // what the last command did, in words
   };
 
   LinkConsole(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, const Clock& clock);
@@ -50,7 +45,7 @@ class LinkConsole {
   // --- receive display ---
   void cmdStartUDP_Click();  // decoding into the ports rests until it is stopped
   void CmdStopUDP_Click();
-  // Takes over what has arrived. True when Raw or the log changed.
+  // Takes over what has arrived. True when the view or the log changed.
   bool DisplayTimer_Tick();
   void cmdClearRaw_Click() { view_.Raw.clear(); }
   void cmdClearConverted_Click() { log_.Clear(); }
@@ -84,8 +79,8 @@ class LinkConsole {
   // description. A Function that is not defined becomes one that reads it 10 times a second.
   bool cmdCopyToFunction_Click(std::string_view functionNr, std::string_view path);
 
-  // Stops the display, cancels the subscriptions made here, and leaves the link as it was. May be called
-  // again.
+  // Stops the display, cancels the groups and subscriptions asked for here, and leaves the link as it was.
+  // May be called again.
   void Close();
 
  private:
@@ -97,9 +92,12 @@ class LinkConsole {
   void LogNext(int frames);
   void StopLog();
   void OnDatagram(ByteView bytes, std::int32_t port);
+  bool ShowArrivals();
+  void CancelAll();
   void KeepValues(const LoggedDatagram& datagram);
   bool OpenLink();
   bool Refuse(std::string_view message);
+  bool IsPath(std::string_view path);  // says so where it is none
   // Checks the words that both DATA senders share, and opens the link.
   bool ReadGroupValue(std::string_view index, std::string_view valueNumber, int& group, int& number);
   void Note(std::string words) { view_.Note = std::move(words); }
@@ -112,8 +110,11 @@ class LinkConsole {
   LogLines log_;
   std::vector<LoggedDatagram> arrived_;                 // since the last tick
   std::size_t missed_ = 0;                              // arrived since the last tick and not kept
+  std::int64_t count_ = 0;                              // datagrams since the display was started
+  std::int64_t lastCameMs_ = 0;                         // when the last one came, or the display was started
   int framesLeft_ = 0;                                  // to log; 0: none, below 0: without an end
   std::map<std::int32_t, Subscription> subscriptions_;  // the console's own, by identifier
+  std::set<int> groups_;                                // asked for here
   bool linkWasOpen_;
   bool touchedLink_ = false;
 };

@@ -35,6 +35,7 @@ struct PortRow {
   std::int32_t LongValue = 0;
   float FloatValue = 0;
   std::int16_t OpenedBy = 0;
+  Byte Answered = 0;  // 1: the simulator has sent the port's dataref
 };
 
 // A recorded RREF subscription.

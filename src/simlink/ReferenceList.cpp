@@ -142,6 +142,10 @@ void ReferenceList::Filter(std::string_view prefix, std::string_view search) {
   }
 }
 
+bool ReferenceList::Holds(std::string_view path) const {
+  return std::find(content_.entries.begin(), content_.entries.end(), path) != content_.entries.end();
+}
+
 std::string_view ReferenceList::Message() const {
   if (!found_) return missing_;
   return shown_.empty() ? kSearchFoundNothing : std::string_view();

@@ -68,6 +68,8 @@ class ReferenceList {
   std::optional<std::string_view> PathAt(std::size_t line) const;
 
   bool Found() const { return found_; }
+  // Whether the file holds a path, shown or not.
+  bool Holds(std::string_view path) const;
   std::size_t Entries() const { return content_.entries.size(); }
   // How many entries the file promised and does not hold.
   std::size_t Short() const { return content_.promised - content_.entries.size(); }

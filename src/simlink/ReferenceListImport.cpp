@@ -12,7 +12,7 @@ constexpr const char* kPlaces[] = {"", "/Resources/plugins", "/plugins"};
 
 // The next word of a line, which is taken off it.
 std::string_view TakeWord(std::string_view& line) {
-  constexpr std::string_view kBlanks = " \t\r";
+  constexpr std::string_view kBlanks = " \t";
   line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
   const std::string_view word = line.substr(0, line.find_first_of(kBlanks));
   line.remove_prefix(word.size());
@@ -25,7 +25,7 @@ std::vector<std::string> EntriesOf(std::string_view text, Read read) {
   std::vector<std::string> entries;
   std::unordered_set<std::string> known;
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
     std::string entry = read(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
     if (IsEntry(entry) && known.insert(entry).second) entries.push_back(std::move(entry));

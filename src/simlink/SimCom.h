@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -91,10 +92,13 @@ class SimCom {
   // sent, can make it an infinity or NaN.
   bool GetPort(Port port, float& value) const;
   bool GetPortRaw(Port port, float& value) const;
+  // Whether what the port reads has ever come from the simulator: its dataref, or its data group for any
+  // port.
+  bool HasArrived(Port port) const;
   // Writes a value to the simulator; the raw value sent comes back in `value`: value * divide / multiply -
   // add. A raw value that is no finite number or does not fit the Function's data type is not sent, and
-  // `value` stays as it was.
-  void PutPort(Port port, float& value);
+  // `value` stays as it was: then it gives false.
+  bool PutPort(Port port, float& value);
   void CloseAllPorts();
   void ClearAllRREF();
 
@@ -156,6 +160,7 @@ class SimCom {
   std::vector<PortRow> ports_ = std::vector<PortRow>(1);  // one spare row at the end
   std::vector<RrefRow> rrefs_;
   std::array<std::array<float, kDataValuesPerGroup>, kDataGroups> dataValues_{};
+  std::bitset<kDataGroups> arrivedGroups_;
   std::uint16_t portsOpened_ = 0;
   std::array<Byte, 65536> buffer_{};
   std::size_t received_ = 0;

@@ -126,17 +126,18 @@ bool SimCom::GetPortRaw(Port port, float& value) const {
   return raw.has_value();
 }
 
-void SimCom::PutPort(Port port, float& value) {
+bool SimCom::PutPort(Port port, float& value) {
   PortRow* row = OpenRow(port);
-  if (!row) return;
+  if (!row) return false;
   const FunctionRecord& function = FunctionOf(*row);
   if (function.IsMacro()) {
     PutMacro(*row, function, value);
-    return;
+    return true;
   }
   const float raw = ScaleWrite(function, value);
-  if (!std::isfinite(raw)) return;
-  if (const auto sent = SendRaw(*row, function, raw)) value = *sent;
+  const auto sent = std::isfinite(raw) ? SendRaw(*row, function, raw) : std::nullopt;
+  if (sent) value = *sent;
+  return sent.has_value();
 }
 
 void SimCom::PutMacro(PortRow& row, const FunctionRecord& function, float value) {

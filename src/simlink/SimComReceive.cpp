@@ -58,6 +58,7 @@ bool SimCom::DecodeRref() {
     const int port = record ? PortOfIdentifier(record->identifier, PortCount()) : -1;
     if (port < 0) return false;
     ports_[static_cast<std::size_t>(port)].FloatValue = record->value;
+    ports_[static_cast<std::size_t>(port)].Answered = 1;
   }
   return true;
 }
@@ -69,6 +70,7 @@ bool SimCom::DecodeData() {
     const auto group = ReadDataGroup(datagram, i);
     if (!group || group->index >= kDataGroups) return false;
     dataValues_[static_cast<std::size_t>(group->index)] = group->values;
+    arrivedGroups_.set(static_cast<std::size_t>(group->index));
   }
   return RefreshPorts();
 }
@@ -98,6 +100,15 @@ void SimCom::CountPacket() {
 float SimCom::DataValue(int group, int valueNumber) const {
   if (group < 0 || group >= kDataGroups || valueNumber < 0 || valueNumber >= kDataValuesPerGroup) return 0;
   return dataValues_[static_cast<std::size_t>(group)][static_cast<std::size_t>(valueNumber)];
+}
+
+bool SimCom::HasArrived(Port port) const {
+  if (port >= PortCount()) return false;
+  const PortRow& row = PortAt(port);
+  const FunctionRecord& function = FunctionOf(row);
+  if (!ReadsDataGroup(function.ComboDT)) return row.Answered != 0;
+  const int group = function.SlotOf(row.SeqNr).index;
+  return group >= 0 && group < kDataGroups && arrivedGroups_[static_cast<std::size_t>(group)];
 }
 
 std::optional<std::int64_t> SimCom::SilentForMs() const {

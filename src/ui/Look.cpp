@@ -41,6 +41,7 @@ QLineEdit, QAbstractItemView, QComboBox { background: @ground; color: @text; bor
                                   border-radius: 4px; padding: 0.2em; }
 QLineEdit:focus, QAbstractItemView:focus, QComboBox:focus, QSlider:focus { border: 2px solid @accent; }
 QLineEdit:read-only { color: @dim; }
+QLineEdit[wrong="true"] { border: 2px solid @trouble; }
 QListView::item { padding: 0.2em; }
 QHeaderView { border: none; padding: 0; }
 QHeaderView::section { background: @panel; color: @dim; border: none; border-bottom: 1px solid @line;
@@ -62,6 +63,7 @@ QString StyleSheetOf(const Colours& c) {
   put("@line", c.line.name());
   put("@text", c.text.name());
   put("@dim", c.dim.name());
+  put("@trouble", c.trouble.name());
   put("@accent", c.accent.name());
   put("@onaccent", c.onAccent.name());
   put("@small", QString::number(currentText * 17 / 20));

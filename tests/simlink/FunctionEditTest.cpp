@@ -219,6 +219,18 @@ TEST(AdviceOnFunctions, SaysWhatWillHardlyWork) {
   EXPECT_EQ(advice(DataType::XplaneCmnd, one, 0, 0, 0), "");
   EXPECT_EQ(advice(DataType::Float, "", 0, 0, 1), "");
   EXPECT_NE(advice(DataType::Float, "", 0, 0, 0), "");
+  EXPECT_EQ(advice(DataType::XplaneDataref, "Left tank\r\n#1:a/b\r\n", 10, 0, 1), "");
+  const struct {
+    const char *lines, *words;
+  } rows[] = {{"#1 a/b\r\n", "goes on with"},
+              {"#01:a/b\r\n", "goes on with"},
+              {"#1:a/b\r\n#5:a/c\r\n", "#5: is never"},
+              {"#1:a/b \r\n", "#1: is followed by no path"},
+              {"#1:a/b\r\n#1:a/c\r\n", "twice"}};
+  for (const auto& row : rows) {
+    const std::string said = advice(DataType::XplaneDataref, row.lines, 10, 0, 1);
+    EXPECT_NE(said.find(row.words), std::string::npos) << row.lines << said;
+  }
 }
 
 TEST_F(FunctionEditTest, TheListTellsEachFunctionInItsColumns) {

@@ -91,6 +91,38 @@ TEST_F(FunctionTestTest, ReadsRawAndCorrectedUntilItIsStopped) {
   EXPECT_FALSE(test.Reading());
 }
 
+TEST_F(FunctionTestTest, WhatNeverCameIsNoValue) {
+  FunctionRecord& function = Define(60, DataType::XplaneDataref);
+  function.FullName = "#1:a/b\r\n#2:a/c\r\n";
+  function.XPVal1 = 5;
+  Define(61, DataType::Float, 3, 0);
+  FunctionRecord& macro = Define(62, DataType::Float);
+  macro.FuncType = static_cast<Byte>(FunctionUse::Macro);
+  macro.BoxMacroNr = 3;
+  const struct {
+    const char *function, *sequence, *value, *note;
+  } rows[] = {{"60", "1", "---", "may not know it"},
+              {"60", "2", "---", "written only"},
+              {"61", "1", "---", "data group 3 has not come"},
+              {"62", "1", "0.0000", ""}};
+  for (const auto& row : rows) {
+    test.Choose(row.function, row.sequence);
+    test.CmdRead_Click();
+    socket.Deliver(DataDatagram({{4, 1}}));
+    test.Read_Tick();
+    EXPECT_EQ(test.Shown().Raw, row.value) << row.function;
+    EXPECT_NE(test.Shown().Note.find(row.note), std::string::npos) << test.Shown().Note;
+  }
+  Choose(60);
+  test.CmdRead_Click();
+  socket.Deliver(RrefDatagram({{0, 2.5f}}));
+  test.Read_Tick();
+  EXPECT_EQ(test.Shown().Raw + test.Shown().Note, "2.5000");
+  clock.Advance(4000);
+  test.Read_Tick();
+  EXPECT_EQ(test.Shown().Note, "Nothing has arrived from the simulator for 4 s.");
+}
+
 TEST_F(FunctionTestTest, OneFunctionAndSequenceIsOpenedOnce) {
   FunctionRecord& function = Define(60, DataType::XplaneDataref);
   function.FullName = "#1:a/b\r\n";
@@ -166,6 +198,26 @@ TEST_F(FunctionTestTest, WritesOnceWhatFits) {
   EXPECT_EQ(socket.Sent[0].bytes.substr(0, 17), Hex("44 41 54 41 30 07 00 00 00 FF FF FC 19 00 00 00 19"));
   EXPECT_EQ(test.Shown().Written, "12.5000");
   EXPECT_EQ(test.Shown().WrittenRaw, "25.0000");
+}
+
+TEST_F(FunctionTestTest, WhatIsNotSentIsNotCalledWritten) {
+  Define(60, DataType::ByteType).Devider = 2;
+  Define(61, DataType::XplaneCmnd).FullName = "#1:a/b\r\n";
+  Define(62, static_cast<DataType>(8));
+  const struct {
+    int function;
+    const char *value, *note;
+  } rows[] = {{60, "200", "does not fit"}, {61, "2", "\"#2:\""}, {62, "1", "not written"}};
+  for (const auto& row : rows) {
+    Choose(row.function);
+    test.CmdWriteOnce_Click(row.value);
+    EXPECT_NE(test.Shown().WriteNote.find(row.note), std::string::npos) << test.Shown().WriteNote;
+    EXPECT_EQ(test.Shown().Written, "");
+  }
+  EXPECT_TRUE(socket.Sent.empty());
+  Choose(61);
+  test.CmdWriteOnce_Click("1");
+  EXPECT_EQ(test.Shown().WriteNote + test.Shown().Written, "1.0000");
 }
 
 TEST_F(FunctionTestTest, WritesSweepingWithinItsLimits) {

@@ -126,6 +126,48 @@ TEST_F(LinkConsoleTest, AnEndpointThatCannotBeUsedIsSaid) {
                   "from 1 to 65535"});
   EXPECT_EQ(console.Shown().Status, "Stopped");
   EXPECT_EQ(sim.UdpMonitorMode, 0);
+  console.Endpoint.LocalPort = "50992";
+  console.cmdStartUDP_Click();
+  console.Endpoint.RemotePort = "0";
+  console.cmdDSEL_Click("1");
+  EXPECT_EQ(console.Shown().Status, "Stopped") << "the socket is closed: nothing can arrive";
+}
+
+TEST_F(LinkConsoleTest, TellsWhetherAnythingArrives) {
+  console.cmdStartUDP_Click();
+  EXPECT_EQ(console.Shown().Arrived, "Nothing has arrived yet");
+  EXPECT_FALSE(console.Shown().Silent);
+  clock.Advance(3000);
+  EXPECT_TRUE(console.DisplayTimer_Tick());
+  EXPECT_TRUE(console.Shown().Silent);
+  Arrive(150);
+  EXPECT_EQ(console.Shown().Arrived, "150 datagrams have arrived");
+  EXPECT_FALSE(console.Shown().Silent);
+  clock.Advance(5000);
+  EXPECT_TRUE(console.DisplayTimer_Tick());
+  EXPECT_EQ(console.Shown().Arrived, "150 datagrams have arrived, the last 5 s ago");
+}
+
+TEST_F(LinkConsoleTest, ClosingStopsTheGroupsThatWereAskedForHere) {
+  for (const char* group : {"3", "140", "9"}) console.cmdDSEL_Click(group);
+  console.cmdUSEL_Click("9");
+  Sent();
+  console.Close();
+  EXPECT_EQ(Sent(), (Texts{Hex("55 53 45 4C 30 03 00 00 00"), Hex("55 53 45 4C 30 8C 00 00 00")}));
+}
+
+TEST(ConsoleBoxes, TellWhatTheyTake) {
+  const struct {
+    const char *box, *good, *bad;
+  } rows[] = {{"boxRemotePort", "65535", "0"},    {"boxLocalPort", "1", "65536"},
+              {"boxIndex", "255", "256"},         {"boxReferenceIndex", "7", "8"},
+              {"boxRREFIdentifier", "0", "-1"},   {"boxRREFFrequency", "1", "0"},
+              {"boxFunctionNr", "51", "50"},      {"boxValue", "-0.5", "0,5"},
+              {"SelectedReference", "a/b", "ab"}, {"boxDREFValue", "1", "x"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(ConsoleProblem(row.box, row.good), "") << row.box;
+    EXPECT_NE(ConsoleProblem(row.box, row.bad), "") << row.box;
+  }
 }
 
 TEST_F(LinkConsoleTest, SendsWhatItsButtonsSay) {
@@ -187,7 +229,8 @@ TEST_F(LinkConsoleTest, ListsRecordedSubscriptionsAndItsOwn) {
   socket.Deliver(RrefDatagram({{0, -12.34f}}));
   console.cmdStartUDP_Click();
   console.cmdSelectRREF_Click("sim/b", "200", "20");
-  Arrive(1, RrefDatagram({{200, 1234567.0f}, {5, 1}}));
+  // Above 128 an answer carries the number that the request's bytes make.
+  Arrive(1, RrefDatagram({{456, 1234567.0f}, {5, 1}}));
   EXPECT_EQ(console.cmdShowRREF_Click(),
             (Texts{"Ident: 000, Freq: 5 p/s ,Value= -00012.3  --->Dataref: sim/a",
                    "Ident: 200, Freq: 20 p/s ,Value= 1234567.0  --->Dataref: sim/b"}));

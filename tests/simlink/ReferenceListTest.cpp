@@ -134,6 +134,7 @@ TEST_F(InFolder, ImportMakesBothListsOfTheSimulatorsOwn) {
             (Texts{"sim/a/airspeed", "sim/a/n1[0]", "sim/a/one[2]", "sim/a/bare"}));
   const char* commands = "A\n800\nCOMMANDS\n\nsim/none/none     Do nothing.\nsim/x/y\t\tText a/b\n";
   EXPECT_EQ(ParseXplaneCommands(commands), (Texts{"sim/none/none", "sim/x/y"}));
+  EXPECT_EQ(ParseXplaneReferences("I\r2\rsim/a/b\tint\rsim/c/d\tint[2]\r"), (Texts{"sim/a/b", "sim/c/d[0]"}));
 
   for (const char* place : {"x1", "x2/plugins", "x3/Resources/plugins"}) {
     Put(std::filesystem::path(place) / "DataRefs.txt", kDataRefs);

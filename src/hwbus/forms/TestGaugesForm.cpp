@@ -1,9 +1,9 @@
 #include "hwbus/forms/TestGaugesForm.h"
 
-#include <QGridLayout>
 #include <QIntValidator>
 #include <QPointer>
 
+#include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -11,27 +11,11 @@ namespace {
 
 constexpr std::size_t kOfferedSlots = 50;
 
-QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
-  auto* grid = new QGridLayout(panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
-  grid->addWidget(MakeLabel(name, title, "caption"), 0, 0, 1, -1);
-  return grid;
-}
-
-QLineEdit* NumberEdit(const char* name, const QString& tip) {
-  auto* edit = new QLineEdit;
-  edit->setObjectName(QString::fromLatin1(name));
-  edit->setToolTip(tip);
+QLineEdit* AddNumber(QGridLayout* grid, int row, int column, const char* name, const QString& caption,
+                     const QString& toolTip) {
+  QLineEdit* edit = AddEdit(grid, row, column, name, caption, toolTip);
   edit->setMaximumWidth(look::Margin() * 8);
   return edit;
-}
-
-void AddCaption(QGridLayout* grid, int row, int column, const QString& text, QWidget* buddy) {
-  QLabel* caption = MakeLabel("", text);
-  caption->setObjectName(buddy->objectName() + "Caption");
-  caption->setBuddy(buddy);
-  grid->addWidget(caption, row, column);
 }
 
 }  // namespace
@@ -66,7 +50,9 @@ TestGaugesForm::TestGaugesForm(const ConfigModel& model, GaugeConsole& console, 
   console_.SetChanged([this] { ShowView(); });
   ShowView();
   ManualGaugeID->setText(ToText(console_.ManualGaugeID));
+  connect(ManualGaugeID, &QLineEdit::returnPressed, cmdPollGauge, &QPushButton::click);
   ManualGaugeID->setFocus();
+  KeepWide(this);
 }
 
 TestGaugesForm::~TestGaugesForm() {
@@ -75,17 +61,20 @@ TestGaugesForm::~TestGaugesForm() {
 
 QWidget* TestGaugesForm::MakePollPanel() {
   QFrame* panel = MakePanel("PanelPoll");
-  QGridLayout* grid = GridIn(panel, tr("Ask one gauge"), "LabelPoll");
-  ManualGaugeID = NumberEdit("ManualGaugeID", tr("Address of the gauge, 0 to 255"));
+  QGridLayout* grid = MakeTitledGrid(panel, tr("Ask one gauge"), "LabelPoll");
+  auto* line = new QHBoxLayout;
+  line->setSpacing(look::Gap() / 2);
+  ManualGaugeID = new QLineEdit;
+  ManualGaugeID->setObjectName("ManualGaugeID");
+  ManualGaugeID->setToolTip(tr("Address of the gauge, 0 to 255"));
+  ManualGaugeID->setMaximumWidth(look::Margin() * 8);
   ManualGaugeID->setValidator(new QIntValidator(0, kGauges - 1, ManualGaugeID));
-  AddCaption(grid, 1, 0, tr("&GaugeID"), ManualGaugeID);
-  grid->addWidget(ManualGaugeID, 1, 1);
+  line->addWidget(MakeCaption(ManualGaugeID, tr("&GaugeID")));
+  line->addWidget(ManualGaugeID);
   const struct {
     const char* name;
     int by;
   } steps[] = {{"cmdMinusTen", -10}, {"cmdMinusOne", -1}, {"cmdplusone", 1}, {"CmdPlusTen", 10}};
-  auto* line = new QHBoxLayout;
-  line->setSpacing(look::Gap() / 2);
   for (const auto& step : steps) {
     QPushButton* button = MakeButton(step.name, (step.by > 0 ? "+" : "") + QString::number(step.by),
                                      tr("Changes the address by %1").arg(step.by));
@@ -109,7 +98,7 @@ QWidget* TestGaugesForm::MakePollPanel() {
   ProgressIndicator->setMinimumWidth(look::Margin() * 2);
   line->addWidget(ProgressIndicator);
   line->addStretch(1);
-  grid->addLayout(line, 1, 2, 1, 4);
+  grid->addLayout(line, 1, 0, 1, -1);
   const struct {
     const char *name, *caption;
     QLabel** box;
@@ -123,6 +112,7 @@ QWidget* TestGaugesForm::MakePollPanel() {
     grid->addWidget(MakeLabel((std::string(box.name) + "Caption").c_str(), tr(box.caption), "caption"), 2,
                     at);
     *box.box = MakeLabel(box.name);
+    (*box.box)->setMinimumWidth(look::Margin() * 6);
     grid->addWidget(*box.box, 3, at++);
   }
   boxName->setMinimumWidth(look::Margin() * 18);
@@ -138,23 +128,33 @@ QWidget* TestGaugesForm::MakePollPanel() {
 
 QWidget* TestGaugesForm::MakeSendPanel() {
   QFrame* panel = MakePanel("PanelSend");
-  QGridLayout* grid = GridIn(panel, tr("Send a command to this address"), "LabelSend");
-  CommandNumber = NumberEdit("CommandNumber", tr("0 to 15"));
-  CommandValue = NumberEdit("CommandValue", tr("-65535 to 65535"));
+  QGridLayout* grid = MakeTitledGrid(panel, tr("Send a command to this address"), "LabelSend");
+  CommandNumber =
+      AddNumber(grid, 1, 0, "CommandNumber", tr("&Command"), tr("Number of the command, 0 to 15"));
+  CommandValue =
+      AddNumber(grid, 1, 2, "CommandValue", tr("&Value"), tr("The command's value, -65535 to 65535"));
+  const auto said = [this](const std::string& words) { SetTextIfChanged(LabelTyped, words); };
+  CheckAsTyped(
+      CommandNumber, [](const std::string& text) { return std::string(GaugeConsole::CommandProblem(text)); },
+      said);
+  CheckAsTyped(
+      CommandValue, [](const std::string& text) { return std::string(GaugeConsole::ValueProblem(text)); },
+      said);
   QPushButton* send = MakeButton("SendGaugeCommand", tr("&Send"), tr("Sends command and value once"));
   connect(send, &QPushButton::clicked, this, [this] { Do([this] { console_.SendGaugeCommand(); }); });
-  AddCaption(grid, 1, 0, tr("&Command"), CommandNumber);
-  grid->addWidget(CommandNumber, 1, 1);
-  AddCaption(grid, 1, 2, tr("&Value"), CommandValue);
-  grid->addWidget(CommandValue, 1, 3);
+  LabelTyped = MakeLabel("LabelTyped", {}, "caption");
+  for (QLineEdit* edit : {CommandNumber, CommandValue})
+    connect(edit, &QLineEdit::returnPressed, send, &QPushButton::click);
   grid->addWidget(send, 1, 4);
+  grid->addWidget(LabelTyped, 1, 5);
   grid->setColumnStretch(5, 1);
   return panel;
 }
 
 QWidget* TestGaugesForm::MakeAddPanel() {
   QFrame* panel = MakePanel("PanelAdd");
-  QGridLayout* grid = GridIn(panel, tr("Force a gauge at this address into the configuration"), "LabelAdd");
+  QGridLayout* grid =
+      MakeTitledGrid(panel, tr("Force a gauge at this address into the configuration"), "LabelAdd");
   ComboGaugeType = new QComboBox;
   ComboGaugeType->setObjectName("ComboGaugeType");
   ComboGaugeType->setToolTip(tr("The kind of instrument; nobody checks it"));
@@ -164,8 +164,8 @@ QWidget* TestGaugesForm::MakeAddPanel() {
     if (kind.Code != 0)
       ComboGaugeType->addItem(QString::number(kind.Code) + "  " + ToText(kind.Name), kind.Code);
   }
-  boxAddModel = NumberEdit("boxAddModel", tr("Model, 0 to 255"));
-  boxAddVersion = NumberEdit("boxAddVersion", tr("Firmware version, 0 to 255"));
+  boxAddModel = AddNumber(grid, 1, 2, "boxAddModel", tr("&Model"), tr("Model, 0 to 255"));
+  boxAddVersion = AddNumber(grid, 1, 4, "boxAddVersion", tr("Ve&rsion"), tr("Firmware version, 0 to 255"));
   for (QLineEdit* edit : {boxAddModel, boxAddVersion}) edit->setValidator(new QIntValidator(0, 255, edit));
   QPushButton* add =
       MakeButton("cmdAddToConfig", tr("&Add..."), tr("Adds it without having seen it; asks first"));
@@ -174,12 +174,8 @@ QWidget* TestGaugesForm::MakeAddPanel() {
       if (console_.cmdAddToConfig()) surroundings_.changed();
     });
   });
-  AddCaption(grid, 1, 0, tr("&Kind"), ComboGaugeType);
+  grid->addWidget(MakeCaption(ComboGaugeType, tr("&Kind")), 1, 0);
   grid->addWidget(ComboGaugeType, 1, 1);
-  AddCaption(grid, 1, 2, tr("&Model"), boxAddModel);
-  grid->addWidget(boxAddModel, 1, 3);
-  AddCaption(grid, 1, 4, tr("Ve&rsion"), boxAddVersion);
-  grid->addWidget(boxAddVersion, 1, 5);
   grid->addWidget(add, 1, 6);
   grid->setColumnStretch(1, 1);
   return panel;

@@ -43,7 +43,7 @@ class TestGaugesForm : public Form {
             *boxAddModel = nullptr, *boxAddVersion = nullptr;
   QComboBox* ComboGaugeType = nullptr;
   QLabel *Text7 = nullptr, *BoxID = nullptr, *BoxType = nullptr, *BoxModel = nullptr, *boxVersion = nullptr,
-         *boxName = nullptr, *ProgressIndicator = nullptr, *LabelBus = nullptr;
+         *boxName = nullptr, *ProgressIndicator = nullptr, *LabelBus = nullptr, *LabelTyped = nullptr;
   QPushButton *cmdPollGauge = nullptr, *cmdStopPoll = nullptr;
 };
 

@@ -1,7 +1,9 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
 #include <algorithm>
 
 #include "base/Version.h"
@@ -14,12 +16,27 @@ QString ToQString(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// Makes room for a text of several lines as it stands; by itself the box breaks every line at the same width.
+void KeepLines(QMessageBox* box) {
+  auto* label = box->findChild<QLabel*>("qt_msgbox_label");
+  if (label == nullptr || !box->text().contains('\n')) return;
+  label->ensurePolished();
+  int widest = 0;
+  for (const QString& line : box->text().split('\n')) {
+    widest = std::max(widest, label->fontMetrics().horizontalAdvance(line));
+  }
+  const QScreen* screen = box->screen();
+  const int room = screen == nullptr ? widest : screen->availableGeometry().width() * 2 / 3;
+  label->setMinimumWidth(std::min(widest + 1, room));
+}
+
 QMessageBox* MakeBox(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons) {
   // No parent: a message must outlive the form that it came from.
   auto* box = new QMessageBox(icon, ToQString(kProgramTitle).trimmed(), text, buttons);
   box->setObjectName("MessageBox");
   box->setTextFormat(Qt::PlainText);  // file names and simulator text may look like markup
   box->setWindowModality(Qt::ApplicationModal);
+  KeepLines(box);
   return box;
 }
 

@@ -10,8 +10,6 @@
 namespace tvx {
 namespace {
 
-constexpr int kSources = 4;
-
 void OpenBeside(QWidget* form) {
   form->show();
   form->raise();
@@ -35,6 +33,7 @@ FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageB
   LampHint = new StateLamp("LampHint");
   LabelHint = MakeLabel("LabelHint");
   LabelHint->setWordWrap(true);
+  LabelHint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   LabelHint->setMinimumHeight(LabelHint->fontMetrics().lineSpacing() * 2);
   auto* hint = new QHBoxLayout;
   hint->addWidget(LampHint);
@@ -48,190 +47,8 @@ FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageB
   FillNumbers();
   LoadFields();
   KeepWide(this);
+  OpenWide(this, 105);
   ListFunctions->setFocus();
-}
-
-QWidget* FunctionEditorForm::MakeFunctionPanel() {
-  QFrame* panel = MakePanel("PanelFunctions");
-  QGridLayout* grid = MakeTitledGrid(panel, tr("Functions: number, setting, short name"));
-  SearchFunction = new QLineEdit;
-  SearchFunction->setObjectName("SearchFunction");
-  SearchFunction->setPlaceholderText(tr("Number or part of the name"));
-  SearchFunction->setToolTip(tr("The list shows the Functions that hold this, as you type"));
-  SearchFunction->setClearButtonEnabled(true);
-  ListFunctions = new LineList(
-      "ListFunctions", [this] { return numbers_.size(); },
-      [this](std::size_t line) { return ToText(edit_.Line(numbers_[line])); });
-  ListFunctions->setSelectionMode(QAbstractItemView::SingleSelection);
-  ListFunctions->setMinimumSize(look::Margin() * 15, look::Margin() * 12);
-  ListFunctions->setToolTip(tr("51 to 269 are yours to define"));
-  grid->addWidget(SearchFunction, 1, 0);
-  grid->addWidget(ListFunctions, 2, 0);
-  grid->setRowStretch(2, 1);
-  connect(SearchFunction, &QLineEdit::textChanged, this, &FunctionEditorForm::FillNumbers);
-  connect(ListFunctions->selectionModel(), &QItemSelectionModel::currentChanged, this,
-          [this](const QModelIndex& now) {
-            if (!loading_ && now.isValid()) Choose(numbers_[static_cast<std::size_t>(now.row())]);
-          });
-  return panel;
-}
-
-QComboBox* FunctionEditorForm::AddChoice(QGridLayout* grid, int row, int column, const char* name,
-                                         const QString& caption, const QString& toolTip) {
-  auto* box = new QComboBox;
-  box->setObjectName(QString::fromLatin1(name));
-  box->setToolTip(toolTip);
-  box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-  grid->addWidget(MakeCaption(box, caption), row, column);
-  grid->addWidget(box, row, column + 1);
-  connect(box, &QComboBox::currentIndexChanged, this, [this, name](int index) {
-    if (index >= 0) TakeField(name, QString::number(index));
-  });
-  choices_.push_back(box);
-  return box;
-}
-
-QLineEdit* FunctionEditorForm::AddField(QGridLayout* grid, int row, int column, const char* name,
-                                        const QString& caption, const QString& toolTip) {
-  QLineEdit* field = AddEdit(grid, row, column, name, caption, toolTip);
-  connect(field, &QLineEdit::textEdited, this, [this, name](const QString& text) { TakeField(name, text); });
-  fields_.push_back(field);
-  return field;
-}
-
-QWidget* FunctionEditorForm::MakeFieldsPanel() {
-  QFrame* panel = MakePanel("PanelFields");
-  auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  column->setSpacing(look::Gap());
-  LabelNumber = MakeLabel("LabelNumber", {}, "title");
-  column->addWidget(LabelNumber);
-  for (const auto add :
-       {&FunctionEditorForm::AddNames, &FunctionEditorForm::AddSources, &FunctionEditorForm::AddNumbers}) {
-    auto* grid = new QGridLayout;
-    grid->setSpacing(look::Gap());
-    (this->*add)(grid);
-    column->addLayout(grid, add == &FunctionEditorForm::AddNames ? 1 : 0);
-  }
-  return panel;
-}
-
-void FunctionEditorForm::AddNames(QGridLayout* grid) {
-  AddField(grid, 0, 0, "ShortName", tr("S&hort name"), tr("Shown in the gauge list; needed"));
-  QComboBox* type = AddChoice(grid, 1, 0, "ComboDT", tr("&Data type"),
-                              tr("A number of a data group (Byte to BCD code), a command, or a data "
-                                 "reference"));
-  for (const std::string_view name : kDataTypeNames) type->addItem(ToText(name));
-  QComboBox* use = AddChoice(grid, 1, 2, "FuncType", tr("&Used as"), tr("What the Function is used for"));
-  for (const std::string_view name : kSignalTypes) use->addItem(ToText(name));
-  QComboBox* category = AddChoice(grid, 0, 2, "ComboClass", tr("Category"), tr("To find it in the list"));
-  for (const std::string& name : model_.Categories)
-    category->addItem(name.empty() ? tr("(none)") : ToText(name));
-  FullName = new QPlainTextEdit;
-  FullName->setObjectName("FullName");
-  FullName->setTabChangesFocus(true);
-  FullName->setLineWrapMode(QPlainTextEdit::NoWrap);
-  FullName->setMinimumHeight(FullName->fontMetrics().lineSpacing() * 5);
-  LabelFullName = MakeCaption(FullName, {});
-  grid->addWidget(LabelFullName, 2, 0, 1, 4);
-  grid->addWidget(FullName, 3, 0, 1, 4);
-  grid->setRowStretch(3, 1);
-  connect(FullName, &QPlainTextEdit::textChanged, this,
-          [this] { TakeField("FullName", FullName->toPlainText()); });
-}
-
-void FunctionEditorForm::AddSources(QGridLayout* grid) {
-  sources_ = grid;
-  LabelXPindex = MakeLabel("LabelXPindex", {}, "caption");
-  LabelXPVal = MakeLabel("LabelXPVal", {}, "caption");
-  LabelSources = MakeLabel("LabelSources", tr("Sequence number"), "caption");
-  grid->addWidget(LabelSources, 0, 0);
-  grid->addWidget(LabelXPindex, 0, 1);
-  grid->addWidget(LabelXPVal, 0, 3);
-  static constexpr const char* kIndexNames[kSources] = {"XPindex1", "XPindex2", "XPindex3", "XPindex4"};
-  static constexpr const char* kValueNames[kSources] = {"XPVal1", "XPVal2", "XPVal3", "XPVal4"};
-  for (int i = 0; i < kSources; ++i) {
-    AddField(grid, i + 1, 0, kIndexNames[i], QString("#%1").arg(i + 1),
-             tr("Number of X-Plane's data group, 0 to 150"));
-    AddField(grid, i + 1, 2, kValueNames[i], {},
-             tr("Data group: number of the value, 0 to 7. Data reference: how many times per second it is "
-                "asked for; 0: it is written only"));
-  }
-  grid->setColumnStretch(1, 1);
-  grid->setColumnStretch(3, 1);
-}
-
-void FunctionEditorForm::AddNumbers(QGridLayout* grid) {
-  AddField(grid, 0, 0, "BoxAdd", tr("&Add"), tr("Added to the raw value first"));
-  AddField(grid, 1, 0, "Multiplier", tr("Multipl&y"), tr("value = (raw + add) x multiply / divide"));
-  AddField(grid, 2, 0, "Devider", tr("Di&vide"), tr("value = (raw + add) x multiply / divide"));
-  AddField(grid, 0, 2, "boxMinimumValue", tr("Lo&west value"), tr("In the unit after scaling"));
-  AddField(grid, 1, 2, "boxMaximumValue", tr("Hi&ghest value"), tr("In the unit after scaling"));
-  AddField(grid, 2, 2, "BoxMacroNr", tr("Macro &number"),
-           tr("Of a Macro: 3 keeps one value for all, 4 one for each port"));
-  AddField(grid, 3, 2, "FunctionSetting", tr("Setting"),
-           tr("A mark of your own, 0 to 99, shown in the list"));
-  grid->setColumnStretch(1, 1);
-  grid->setColumnStretch(3, 1);
-}
-
-QWidget* FunctionEditorForm::MakeReferenceColumn() {
-  QLabel* words = MakeLabel(
-      "LabelNoList", tr("This data type takes its value from a data group of X-Plane: give the group's "
-                        "number and the value's number.\n\nFor a data reference or a command choose the data "
-                        "type Xplane Dataref or Xplane CMND; their lists appear here."));
-  words->setWordWrap(true);
-  words->setAlignment(Qt::AlignTop);
-  boxElement = new QSpinBox;
-  boxElement->setObjectName("boxElement");
-  boxElement->setRange(0, 9999);
-  boxElement->setToolTip(tr("Of an array: which element, from 0; for example 1 for the second engine"));
-  cmdCopyEntry =
-      MakeButton("cmdCopyEntry", tr("C&opy to the Function"),
-                 tr("Appends the chosen path as the next line of the description (Enter in the list)"));
-  auto* page = new QWidget;
-  auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(look::Gap());
-  auto* row = new QHBoxLayout;
-  row->addWidget(cmdCopyEntry);
-  row->addStretch(1);
-  row->addWidget(MakeCaption(boxElement, tr("Ele&ment of an array")));
-  row->addWidget(boxElement);
-  column->addWidget(references_, 1);
-  column->addLayout(row);
-  listOrWords_ = new QStackedWidget;
-  listOrWords_->setObjectName("ListOrWords");
-  QFrame* wordsPanel = MakePanel("PanelNoList");
-  MakeTitledGrid(wordsPanel, tr("Where the value comes from"))->addWidget(words, 1, 0);
-  listOrWords_->addWidget(wordsPanel);
-  listOrWords_->addWidget(page);
-  connect(cmdCopyEntry, &QPushButton::clicked, this, &FunctionEditorForm::CopyEntry);
-  connect(references_, &ReferencePanel::PathActivated, this, &FunctionEditorForm::CopyEntry);
-  connect(references_, &ReferencePanel::PathChosen, this, &FunctionEditorForm::ShowState);
-  return listOrWords_;
-}
-
-QLayout* FunctionEditorForm::MakeButtons() {
-  QPushButton* list =
-      MakeButton("cmdListFunctions", tr("&List of Functions..."), tr("All Functions at a glance"));
-  QPushButton* test = MakeButton("cmdTestFunction", tr("&Test..."),
-                                 tr("Reads and writes this Function, as it was saved last"));
-  CmdSave = MakeButton("CmdSave", tr("&Save"), tr("Takes the Function into the configuration"));
-  look::SetRole(CmdSave, "primary");
-  QPushButton* close = MakeButton("CmdClose", tr("&Close"), tr("Back to the configuration (Escape)"));
-  connect(list, &QPushButton::clicked, this, &FunctionEditorForm::ShowList);
-  connect(test, &QPushButton::clicked, this, &FunctionEditorForm::ShowTest);
-  connect(CmdSave, &QPushButton::clicked, this, &FunctionEditorForm::CmdSave_Click);
-  connect(close, &QPushButton::clicked, this, &FunctionEditorForm::CloseAsked);
-  auto* row = new QHBoxLayout;
-  row->setSpacing(look::Gap());
-  row->addWidget(list);
-  row->addWidget(test);
-  row->addStretch(1);
-  row->addWidget(CmdSave);
-  row->addWidget(close);
-  return row;
 }
 
 void FunctionEditorForm::FillNumbers() {
@@ -294,9 +111,7 @@ void FunctionEditorForm::ShowDataType() {
   shownType_ = type;
   const bool dataref = type == static_cast<Byte>(DataType::XplaneDataref);
   const bool command = type == static_cast<Byte>(DataType::XplaneCmnd);
-  LabelFullName->setText(dataref   ? tr("Data r&eferences, one line \"#sequence number:path\" each")
-                         : command ? tr("Commands, one line \"#value:path\" each; the value written chooses")
-                                   : tr("D&escription"));
+  LabelFullName->setText(CaptionOfLines(static_cast<DataType>(type)));
   const bool group = ReadsDataGroup(type);
   LabelXPindex->setText(tr("Data group"));
   LabelXPVal->setText(dataref ? tr("Times per second") : tr("Value in it, 0 to 7"));
@@ -315,25 +130,49 @@ void FunctionEditorForm::ShowDataType() {
   if (command) references_->Show(kCommandsFile);
 }
 
+// What a field is called beside its box.
+QString FunctionEditorForm::CaptionOf(const QString& field) const {
+  if (field.startsWith("XPVal")) {
+    const bool group = ReadsDataGroup(edit_.DataTypeCode());
+    return (group ? tr("#%1, value") : tr("#%1, times per second")).arg(field.back());
+  }
+  const auto* caption = findChild<QLabel*>(field + "Caption");
+  return caption == nullptr ? field : caption->text().remove('&');
+}
+
+QString FunctionEditorForm::Advice() const {
+  const std::string advice = edit_.Advice();
+  const ReferenceList& list = references_->List();
+  if (!advice.empty() || EntryLimit(edit_.DataTypeCode()) == 0 || !list.Found()) return ToText(advice);
+  for (const std::string_view path : EntryPaths(edit_.Draft().At("FullName"))) {
+    // An array is listed by its first element.
+    if (list.Holds(path) || list.Holds(WithElement(path, 0))) continue;
+    return tr("X-Plane's list does not have %1: only a plugin would know it.").arg(ToText(path));
+  }
+  return {};
+}
+
 void FunctionEditorForm::ShowState() {
   const auto path = references_->Path();
   boxElement->setEnabled(path && IsElement(*path));
   cmdCopyEntry->setEnabled(edit_.Editable());
   CmdSave->setEnabled(edit_.Editable() && edit_.Changed());
+  const auto problem = edit_.Editable() ? edit_.Problem() : std::nullopt;
   QString hint;
   auto lamp = StateLamp::State::Off;
   if (!edit_.Editable()) {
     hint = tr("This Function serves the program itself; 51 to 269 are yours to define.");
-  } else if (const auto problem = edit_.Problem(); problem && edit_.Changed()) {
-    const auto* caption = findChild<QLabel*>(ToText(problem->field) + "Caption");
-    QString field = caption == nullptr ? QString() : caption->text();
-    hint = field.remove('&') + ": " + ToText(problem->words);
+  } else if (problem && edit_.Changed()) {
+    hint = CaptionOf(ToText(problem->field)) + ": " + ToText(problem->words);
     lamp = StateLamp::State::Trouble;
-  } else if (const std::string advice = problem ? std::string() : edit_.Advice(); !advice.empty()) {
-    hint = ToText(advice);
+  } else if (const QString advice = problem ? QString() : Advice(); !advice.isEmpty()) {
+    hint = advice;
     lamp = StateLamp::State::Trouble;
   } else if (edit_.Changed()) {
     hint = tr("Not saved yet.");
+  }
+  for (QLineEdit* field : fields_) {
+    MarkWrong(field, problem && edit_.Changed() && field->objectName() == ToText(problem->field));
   }
   LampHint->SetState(lamp);
   SetTextIfChanged(LabelHint, hint);

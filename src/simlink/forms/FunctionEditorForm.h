@@ -58,6 +58,10 @@ class FunctionEditorForm : public Form {
   void TakeField(const char* name, const QString& text);
   void ShowDataType();  // what the sources and the list mean to the chosen data type
   void ShowState();
+  // What stands over the description, which holds the lines of data references and of commands.
+  static QString CaptionOfLines(DataType type);
+  QString CaptionOf(const QString& field) const;
+  QString Advice() const;  // what hardly works, in words
   void CopyEntry();
   void CmdSave_Click();
   void ShowList();

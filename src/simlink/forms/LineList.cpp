@@ -7,8 +7,6 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "ui/Look.h"
-
 namespace tvx {
 
 QVariant LineModel::data(const QModelIndex& index, int role) const {
@@ -60,37 +58,6 @@ void LineList::keyPressEvent(QKeyEvent* event) {
   QStringList texts;
   for (const QModelIndex& index : chosen) texts.append(index.data().toString());
   QApplication::clipboard()->setText(texts.join('\n'));
-}
-
-QGridLayout* MakeTitledGrid(QFrame* panel, const QString& title) {
-  auto* grid = new QGridLayout(panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  grid->setSpacing(look::Gap());
-  grid->addWidget(MakeLabel((panel->objectName() + "Title").toLatin1().constData(), title, "caption"), 0, 0,
-                  1, -1);
-  return grid;
-}
-
-QLabel* MakeCaption(QWidget* control, const QString& text) {
-  QLabel* label = MakeLabel((control->objectName() + "Caption").toLatin1().constData(), text);
-  label->setBuddy(control);
-  return label;
-}
-
-QLineEdit* AddEdit(QGridLayout* grid, int row, int column, const char* name, const QString& caption,
-                   const QString& toolTip) {
-  auto* edit = new QLineEdit;
-  edit->setObjectName(QString::fromLatin1(name));
-  edit->setToolTip(toolTip);
-  edit->setMinimumWidth(look::Margin() * 4);
-  grid->addWidget(MakeCaption(edit, caption), row, column);
-  grid->addWidget(edit, row, column + 1);
-  return edit;
-}
-
-// The style sheet gives every button a least width, which the layouts take for the text's.
-void KeepWide(QWidget* form) {
-  form->setMinimumWidth(form->sizeHint().width());
 }
 
 }  // namespace tvx

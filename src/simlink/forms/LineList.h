@@ -1,13 +1,11 @@
-// A list of text lines, thousands of them, and what the forms of Functions build their panels from.
+// A list of text lines, thousands of them.
 #pragma once
 
 #include <QAbstractListModel>
-#include <QGridLayout>
-#include <QLineEdit>
 #include <QListView>
 #include <functional>
 
-#include "ui/Widgets.h"
+#include "ui/FieldGrid.h"
 
 namespace tvx {
 
@@ -43,6 +41,8 @@ class LineList : public QListView {
   void SetRow(int row);
   // Takes the lines anew. A list that showed its end shows the new end; otherwise the chosen row stays.
   void Refresh(bool followEnd = false);
+  // No wider than it must be: whoever shows it gives it what room there is.
+  QSize sizeHint() const override { return {minimumWidth(), QListView::sizeHint().height()}; }
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -50,16 +50,5 @@ class LineList : public QListView {
  private:
   LineModel* lines_;
 };
-
-// A grid in a framed group under a small headline.
-QGridLayout* MakeTitledGrid(QFrame* panel, const QString& title);
-// A labelled edit in a grid: label at (row, column), edit beside it.
-QLineEdit* AddEdit(QGridLayout* grid, int row, int column, const char* name, const QString& caption,
-                   const QString& toolTip);
-// A label for a control that has the control's name and "Caption".
-QLabel* MakeCaption(QWidget* control, const QString& text);
-
-// Keeps a form as wide as all its texts need. To be called once it is laid out.
-void KeepWide(QWidget* form);
 
 }  // namespace tvx

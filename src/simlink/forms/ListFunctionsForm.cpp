@@ -49,11 +49,13 @@ QWidget* ListFunctionsForm::MakeFilterPanel() {
   QGridLayout* grid = MakeTitledGrid(panel, tr("Show only"));
   ComboFilterClass = new QComboBox;
   ComboFilterClass->setObjectName("ComboFilterClass");
+  ComboFilterClass->setToolTip(tr("Which category is shown while its filter is on"));
   Offer(ComboFilterClass, model_.Categories);
   CmdFilterClassOn = MakeButton("CmdFilterClassOn", tr("On"), tr("Shows this category only"));
   cmdFilterClassOff = MakeButton("cmdFilterClassOff", tr("Off"), tr("Shows every category"));
   ComboFilterType = new QComboBox;
   ComboFilterType->setObjectName("ComboFilterType");
+  ComboFilterType->setToolTip(tr("Which signal type is shown while its filter is on"));
   Offer(ComboFilterType, kSignalTypes);
   CmdFilterTypeOn = MakeButton("CmdFilterTypeOn", tr("On"), tr("Shows this signal type only"));
   CmdFilterTypeOff = MakeButton("CmdFilterTypeOff", tr("Off"), tr("Shows every signal type"));
@@ -123,6 +125,7 @@ QWidget* ListFunctionsForm::MakeEditPanel() {
   FullName = AddEdit(grid, 3, 0, "FullName", tr("F&ull name"), tr("What the Function is, with its unit"));
   ComboClass = new QComboBox;
   ComboClass->setObjectName("ComboClass");
+  ComboClass->setToolTip(tr("To find it in the lists"));
   Offer(ComboClass, model_.Categories);
   FuncType = new QComboBox;
   FuncType->setObjectName("FuncType");
@@ -190,6 +193,7 @@ void ListFunctionsForm::Refresh() {
       auto* item = new QTreeWidgetItem(ListFunctions, text.split('\t'));
       item->setData(0, kNumberRole, line.number);
       item->setData(0, kLineRole, text);
+      item->setToolTip(2, item->text(2));
       if (line.number == 0) item->setFirstColumnSpanned(true);
       if (line.number != 0 && line.number == chosen) ListFunctions->setCurrentItem(item);
     }
@@ -205,6 +209,7 @@ void ListFunctionsForm::ShowChosen() {
   const ListedFunction fields = number != 0 ? list_.Fields(number) : ListedFunction{};
   ShortName->setText(ToText(fields.shortName));
   FullName->setText(ToText(fields.fullName).simplified());
+  MarkWrong(ShortName, false);
   ComboClass->setCurrentIndex(number != 0 ? fields.category : -1);
   FuncType->setCurrentIndex(number != 0 ? fields.use : -1);
   loading_ = false;
@@ -231,8 +236,10 @@ void ListFunctionsForm::TakeEdit() {
     const QStringList columns = ToText(line.text).split('\t');
     QTreeWidgetItem* item = ListFunctions->currentItem();
     for (int i = 0; i < columns.size(); ++i) item->setText(i, columns[i]);
+    item->setToolTip(2, item->text(2));
     item->setData(0, kLineRole, ToText(line.text));
   }
+  MarkWrong(ShortName, ShortName->text().trimmed().isEmpty());
   ShowChanged();
 }
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QShortcut>
 
 #include "simlink/LinkConsole.h"
 #include "simlink/ReferenceListImport.h"
@@ -42,25 +43,30 @@ ReferencePanel::ReferencePanel(MessageBoxes& boxes, ChooseFolder chooseFolder)
   SearchText->setObjectName("SearchText");
   SearchText->setPlaceholderText(tr("Search as you type"));
   SearchText->setToolTip(
-      tr("The list shows the paths that hold every word typed, for example: airspeed pilot"));
+      tr("The list shows the paths that hold every word typed, for example: airspeed pilot (Ctrl+F)"));
   SearchText->setClearButtonEnabled(true);
   QPushButton* search = MakeButton("Cmdsearch", tr("Search"), tr("Goes to the first path found (Enter)"));
   QPushButton* reset = MakeButton("cmdResetSearch", tr("Show all"), tr("Without search and filter"));
   QPushButton* abort = MakeButton("cmdAbortSearch", tr("End search"), tr("Without search; the filter stays"));
   QPushButton* import =
       MakeButton("cmdImportLists", tr("Import from &X-Plane..."),
-                 tr("Makes both lists anew of DataRefs.txt and Commands.txt in X-Plane's folder"));
+                 tr("Makes both lists anew of DataRefs.txt and Commands.txt, in X-Plane's folder or in any "
+                    "other that holds copies of them"));
   ListXplaneReferences = new LineList(
       "ListXplaneReferences", [this] { return list_.Lines(); },
       [this](std::size_t line) { return ToText(list_.Line(line)); });
   ListXplaneReferences->setSelectionMode(QAbstractItemView::SingleSelection);
+  ListXplaneReferences->setToolTip(tr("Number and path of each entry; Ctrl+F searches"));
   ListXplaneReferences->setMinimumSize(look::Margin() * 24, look::Margin() * 8);
-  LabelFound = MakeLabel("LabelFound", {}, "caption");
+  LabelFound = MakeLabel("LabelFound", tr("X-Plane's own lists can be imported:"), "caption");
   LabelList->setBuddy(ListXplaneReferences);
 
   auto* searchRow = new QHBoxLayout;
   searchRow->addWidget(SearchText, 1);
-  for (QPushButton* button : {search, abort, reset}) searchRow->addWidget(button);
+  for (QPushButton* button : {search, abort, reset}) {
+    look::SetRole(button, "small");
+    searchRow->addWidget(button);
+  }
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(LabelFound, 1);
   bottom->addWidget(import);
@@ -76,6 +82,11 @@ ReferencePanel::ReferencePanel(MessageBoxes& boxes, ChooseFolder chooseFolder)
   column->addLayout(bottom);
   setTabOrder(ComboFilter, SearchText);
 
+  auto* find = new QShortcut(QKeySequence::Find, this, nullptr, nullptr, Qt::WindowShortcut);
+  connect(find, &QShortcut::activated, this, [this] {
+    SearchText->setFocus();
+    SearchText->selectAll();
+  });
   connect(SearchText, &QLineEdit::textChanged, this, &ReferencePanel::Search);
   connect(ComboFilter, &QComboBox::currentIndexChanged, this, &ReferencePanel::Search);
   const auto goToList = [this] {

@@ -26,6 +26,7 @@ class ReferencePanel : public QFrame {
   void Show(const ListFile& file) { Show(file, file.missing); }
   // The path in the chosen line; nothing where none is chosen or it is a message.
   std::optional<std::string> Path() const;
+  const ReferenceList& List() const { return list_; }
 
  signals:
   void PathChosen();     // another line is chosen

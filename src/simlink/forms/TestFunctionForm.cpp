@@ -125,6 +125,23 @@ QWidget* TestFunctionForm::MakeWritePanel() {
   grid->addWidget(LabelWritten, 5, 0, 1, 4);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
+  const auto said = [this](const std::string& words) {
+    typed_ = words;
+    ShowView();
+  };
+  const auto words = [](std::string_view problem) {
+    return std::string(problem == functiontext::kIncorrectData ? kRealNumberWords : problem);
+  };
+  for (QLineEdit* box : {BoxWriteLowerLimit, BoxWriteUpperLimit, BoxWriteValue}) {
+    checkAgain_.push_back(CheckAsTyped(
+        box, [this, words](const std::string& text) { return words(test_.ProblemOf(text)); }, said));
+  }
+  CheckAsTyped(
+      boxIncrDecr,
+      [](const std::string& text) {
+        return FunctionTest::StepProblem(text).empty() ? std::string() : std::string("a number above 0");
+      },
+      said);
   connect(CmdWriteOnce, &QPushButton::clicked, this, [this] {
     test_.CmdWriteOnce_Click(BoxWriteValue->text().toStdString());
     ShowView();
@@ -154,15 +171,14 @@ void TestFunctionForm::TakeChoice() {
   const FunctionRecord* function = model_.FunctionOf(BoxFunctionNr->text().toInt());
   const bool defined = function != nullptr && !function->ShortName.empty();
   LabelName->setText(defined ? ToText(function->ShortName) : tr("not defined"));
-  const auto offer = [](QLineEdit* box, float value) {
-    std::string text = ValueText(value);
-    box->setText(ToText(text));
-  };
+  const auto offer = [](QLineEdit* box, float value) { box->setText(ToText(ValueText(value))); };
   if (defined) {
     offer(BoxWriteLowerLimit, function->boxMinimumValue);
     offer(BoxWriteUpperLimit, function->boxMaximumValue);
     offer(boxIncrDecr, std::max(1.0f, (function->boxMaximumValue - function->boxMinimumValue) / 50));
   }
+  // The other Function's data type may take what this one's did not.
+  for (const auto& check : checkAgain_) check();
   ShowView();
 }
 
@@ -171,12 +187,13 @@ void TestFunctionForm::ShowView() {
   SetTextIfChanged(LabelDataType, view.DataTypeName);
   SetTextIfChanged(LabelReadStatus, view.Status);
   SetTextIfChanged(LabelWriteStatus, view.WriteStatus);
-  SetTextIfChanged(LabelNote, view.Note);
+  SetTextIfChanged(LabelNote, typed_.empty() ? view.Note : typed_);
   BoxRaw->SetValue(view.Raw);
   BoxCorrected->SetValue(view.Corrected);
   SetTextIfChanged(
       LabelWritten,
-      view.Written.empty()
+      !view.WriteNote.empty() ? ToText(view.WriteNote)
+      : view.Written.empty()
           ? tr("Nothing written yet")
           : tr("Written: %1, sent raw as %2").arg(ToText(view.Written), ToText(view.WrittenRaw)));
   CmdStopRead->setEnabled(test_.Reading());

@@ -40,6 +40,8 @@ class TestFunctionForm : public Form {
   QPushButton *CmdRead, *CmdStopRead, *CmdWriteOnce, *CmdWriteInterval, *CmdStopWrite;
   QLineEdit *BoxWriteValue, *BoxWriteLowerLimit, *BoxWriteUpperLimit, *boxIncrDecr;
   QSpinBox* BoxInterval;
+  std::vector<std::function<void()>> checkAgain_;
+  std::string typed_;  // what is wrong with what was typed last, in words
 };
 
 }  // namespace tvx

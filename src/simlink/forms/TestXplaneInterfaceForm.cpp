@@ -60,11 +60,27 @@ TestXplaneInterfaceForm::TestXplaneInterfaceForm(ConfigModel& model, SimCom& sim
   DisplayTimer.setObjectName("DisplayTimer");
   DisplayTimer.setInterval(kDisplayIntervalMs);
   connect(&DisplayTimer, &QTimer::timeout, this, [this] {
-    if (console_.DisplayTimer_Tick()) ShowView();
+    if (!console_.DisplayTimer_Tick()) return;
+    ShowSubscriptions();
+    ShowView();
   });
+  for (QLineEdit* box :
+       {boxRemotePort, boxLocalPort, boxIndex, boxReferenceIndex, boxValue, SelectedReference, boxDREFValue,
+        boxRREFIdentifier, boxRREFFrequency, boxFunctionNr}) {
+    CheckAsTyped(
+        box,
+        [name = box->objectName().toStdString()](const std::string& text) {
+          return ConsoleProblem(name, QString::fromStdString(text).trimmed().toStdString());
+        },
+        [this](const std::string& words) {
+          typed_ = words;
+          ShowView();
+        });
+  }
   ShowSubscriptions();
   ShowView();
   KeepWide(this);
+  OpenWide(this, 95);
   cmdStartUDP->setFocus();
 }
 
@@ -72,6 +88,7 @@ QPushButton* TestXplaneInterfaceForm::AddButton(const char* name, const QString&
                                                 std::function<void()> does) {
   QPushButton* button = MakeButton(name, text, toolTip);
   connect(button, &QPushButton::clicked, this, [this, does = std::move(does)] {
+    typed_.clear();
     does();
     ShowView();
   });
@@ -270,12 +287,17 @@ QWidget* TestXplaneInterfaceForm::MakeRawPanel() {
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   fixed.setPixelSize(font().pixelSize() * 9 / 10);
   boxUDPRaw->setFont(fixed);
-  boxUDPRaw->setMinimumSize(look::Margin() * 37, look::Margin() * 6);
+  const int rowWidth =
+      QFontMetrics(fixed).horizontalAdvance(ToText(HexDump(std::vector<Byte>(16))).trimmed());
+  boxUDPRaw->setMinimumSize(rowWidth + look::Margin() * 3, look::Margin() * 6);
   boxUDPRaw->setPlaceholderText(tr("Start shows the bytes of what arrives here."));
   grid->addWidget(boxUDPRaw, 1, 0, 1, 2);
   grid->addWidget(
       AddButton("cmdClearRaw", tr("Clear"), tr("Empties this box"), [this] { console_.cmdClearRaw_Click(); }),
       2, 0, Qt::AlignLeft);
+  LabelArrived = MakeLabel("LabelArrived", {}, "caption");
+  grid->addWidget(LabelArrived, 2, 1);
+  grid->setColumnStretch(1, 1);
   grid->setRowStretch(1, 1);
   return panel;
 }
@@ -325,6 +347,7 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
 QLayout* TestXplaneInterfaceForm::MakeBottom() {
   LabelNote = MakeLabel("LabelNote");
   LabelNote->setWordWrap(true);
+  LabelNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   QPushButton* help =
       AddButton("cmdHelp", tr("&Help"), tr("A short explanation"), [this] { console_.cmdHelp_Click(); });
   QPushButton* close =
@@ -348,9 +371,12 @@ void TestXplaneInterfaceForm::ShowView() {
   const bool running = view.Status == "Running";
   SetTextIfChanged(LabelStatus, view.Status);
   SetTextIfChanged(LabelLogStatus, view.LogStatus);
-  SetTextIfChanged(LabelNote, view.Note);
+  SetTextIfChanged(LabelNote, typed_.empty() ? view.Note : typed_);
+  SetTextIfChanged(LabelArrived, view.Arrived);
   cmdStopLog->setText(ToText(view.LogCaption));
-  LampUDP->SetState(running ? StateLamp::State::Good : StateLamp::State::Off);
+  LampUDP->SetState(!running      ? StateLamp::State::Off
+                    : view.Silent ? StateLamp::State::Trouble
+                                  : StateLamp::State::Good);
   cmdStartUDP->setEnabled(!running);
   CmdStopUDP->setEnabled(running);
   if (const QString raw = ToText(view.Raw); boxUDPRaw->toPlainText() != raw) boxUDPRaw->setPlainText(raw);

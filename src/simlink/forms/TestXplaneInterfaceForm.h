@@ -57,7 +57,7 @@ class TestXplaneInterfaceForm : public Form {
   QLineEdit *boxRemoteIP, *boxRemotePort, *boxLocalPort;
   QPushButton *cmdStartUDP, *CmdStopUDP;
   StateLamp* LampUDP;
-  QLabel *LabelStatus, *LabelLogStatus, *LabelNote;
+  QLabel *LabelStatus, *LabelLogStatus, *LabelNote, *LabelArrived;
   QLineEdit *boxIndex, *boxReferenceIndex, *boxValue, *boxCharacter;
   ReferencePanel* references_;
   QLineEdit *SelectedReference, *boxDREFValue, *boxRREFIdentifier, *boxRREFFrequency, *boxFunctionNr;
@@ -66,6 +66,7 @@ class TestXplaneInterfaceForm : public Form {
   QPlainTextEdit* boxUDPRaw;
   QSpinBox* boxFrames;
   QPushButton* cmdStopLog;
+  std::string typed_;  // what is wrong with what was typed last, in words
 };
 
 }  // namespace tvx

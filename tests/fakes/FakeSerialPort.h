@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,18 +14,16 @@ namespace tvx {
 class FakeSerialPort final : public SerialPort {
  public:
   // --- What a test sets ---
-  SerialState OpenResult = SerialState::Open;                      // how the next Open ends
-  bool RefuseWrites = false;                                       // every Write fails, as on a dead line
-  std::size_t LineRoom = std::numeric_limits<std::size_t>::max();  // bytes that the line takes before Drain
-  std::optional<bool> Carrier;                                     // what CarrierDetect gives while open
+  SerialState OpenResult = SerialState::Open;     // how the next Open ends
+  bool RefuseWrites = false;                      // every Write fails, as on a dead line
+  std::optional<bool> Carrier;                    // what CarrierDetect gives while open
   std::vector<std::string>* SharedLog = nullptr;  // a second log, shared by ports, for their common order
   std::string Name;                               // put before the entries of SharedLog
 
   // --- What a test reads ---
   std::vector<std::vector<Byte>> Writes;  // each Write that was taken, whole
-  std::vector<Byte> Sent;                 // the bytes that have left: those beyond LineRoom wait for Drain
+  std::vector<Byte> Sent;                 // all their bytes
   std::vector<std::string> Log;  // "open 3", "close", "threshold 25", "discard input", "discard output"
-  std::size_t RefusedWrites = 0;
   std::size_t Threshold = 1;
 
   // Bytes come in. Received is raised as the real port raises it.
@@ -41,18 +38,10 @@ class FakeSerialPort final : public SerialPort {
     const Handler handler = handler_;  // the handler may set another one
     if (handler) handler(event);
   }
-  // The line takes `room` bytes more.
-  void Drain(std::size_t room = std::numeric_limits<std::size_t>::max()) {
-    const std::size_t count = std::min(room, held_.size());
-    const auto end = held_.begin() + static_cast<std::ptrdiff_t>(count);
-    Sent.insert(Sent.end(), held_.begin(), end);
-    held_.erase(held_.begin(), end);
-    LineRoom = room - count;
-  }
   // The adapter is pulled out. It stays so until OpenResult is Open again and the program opens the port.
   void Unplug() {
     OpenResult = SerialState::NotFound;
-    Forget();
+    input_.clear();
     if (state_ == SerialState::Open) state_ = SerialState::Unplugged;
   }
   std::size_t CountOf(std::string_view entry) const {
@@ -67,26 +56,22 @@ class FakeSerialPort final : public SerialPort {
   }
   bool Open(int comNumber) override {
     Note("open " + std::to_string(comNumber));
-    Forget();
+    input_.clear();
     device_ = "/dev/fake" + std::to_string(comNumber);
     state_ = OpenResult;
     return state_ == SerialState::Open;
   }
   void Close() override {
     Note("close");
-    Forget();
+    input_.clear();
     state_ = SerialState::Closed;
   }
   SerialState State() const override { return state_; }
   std::string Device() const override { return device_; }
   bool Write(ByteView bytes) override {
-    if (state_ != SerialState::Open || RefuseWrites || !held_.empty() || (LineRoom == 0 && !bytes.empty())) {
-      ++RefusedWrites;
-      return false;
-    }
+    if (state_ != SerialState::Open || RefuseWrites) return false;
     Writes.emplace_back(bytes.begin(), bytes.end());
-    held_.assign(bytes.begin(), bytes.end());
-    Drain(LineRoom);
+    Sent.insert(Sent.end(), bytes.begin(), bytes.end());
     return true;
   }
   std::size_t Read(std::span<Byte> out) override {
@@ -101,10 +86,7 @@ class FakeSerialPort final : public SerialPort {
     Note("discard input");
     input_.clear();
   }
-  void DiscardOutput() override {
-    Note("discard output");
-    held_.clear();
-  }
+  void DiscardOutput() override { Note("discard output"); }
   std::optional<bool> CarrierDetect() const override {
     return state_ == SerialState::Open ? Carrier : std::nullopt;
   }
@@ -117,10 +99,6 @@ class FakeSerialPort final : public SerialPort {
       if (input_.size() >= before) return;
     }
   }
-  void Forget() {
-    input_.clear();
-    held_.clear();
-  }
   void Note(const std::string& entry) {
     Log.push_back(entry);
     if (SharedLog != nullptr) SharedLog->push_back(Name + " " + entry);
@@ -130,7 +108,6 @@ class FakeSerialPort final : public SerialPort {
   std::string device_;
   Handler handler_;
   std::vector<Byte> input_;
-  std::vector<Byte> held_;  // taken, but not yet on the line
 };
 
 // As Serial takes its ports.

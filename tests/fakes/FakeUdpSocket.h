@@ -34,7 +34,6 @@ class FakeUdpSocket final : public UdpSocket {
 
   // --- what the test makes happen ---
   std::string SetUpError;  // not empty: SetUp fails, and this is why
-  bool SendFails = false;
 
   // A datagram waits; the program is not told yet.
   void Queue(std::string_view bytes) { waiting_.emplace_back(bytes); }
@@ -69,7 +68,7 @@ class FakeUdpSocket final : public UdpSocket {
   }
   bool IsOpen() const override { return open_; }
   bool Send(ByteView datagram) override {
-    if (!open_ || SendFails) return false;
+    if (!open_) return false;
     Sent.push_back({std::string(datagram.begin(), datagram.end()), endpoints_});
     return true;
   }

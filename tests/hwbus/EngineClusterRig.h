@@ -9,6 +9,7 @@
 #include "fakes/FakeHost.h"
 #include "fakes/FakeSerialPort.h"
 #include "fakes/FakeUdpSocket.h"
+#include "fakes/SimData.h"
 #include "hwbus/EngineCluster.h"
 
 namespace tvx {
@@ -30,13 +31,7 @@ struct EngineClusterRig : testing::Test {
     plate.Value[3] = plate.Value[5] = 100;
     plate.Position[3] = plate.Position[5] = 1000;
     model.Plates.emplace_back().Name = "Second";
-    for (int k = 0; k < kECChannels; ++k) {
-      FunctionRecord& f = model.Functions[static_cast<std::size_t>(60 + k)];
-      f.ShortName = "F";
-      f.ComboDT = static_cast<Byte>(DataType::Float);
-      f.Multiplier = f.Devider = 1;
-      f.XPindex1 = static_cast<std::int16_t>(10 + k);
-    }
+    for (int k = 0; k < kECChannels; ++k) DefineFunction(model, 60 + k, DataType::Float, 10 + k);
   }
   void Enable(int channel, int plate = 0) {
     model.EngineCluster[static_cast<std::size_t>(channel)] = {1, static_cast<std::int16_t>(60 + channel),
@@ -47,15 +42,7 @@ struct EngineClusterRig : testing::Test {
     cluster.OpenPorts();
     cluster.cmdRun_Click();
   }
-  void Set(int channel, float value) {
-    std::string datagram = "DATA*";
-    datagram += static_cast<char>(10 + channel);
-    datagram.append(3 + 32, '\0');
-    std::array<Byte, 4> bytes{};
-    FloatToLittleEndian(value, bytes);
-    std::copy(bytes.begin(), bytes.end(), datagram.begin() + 9);
-    socket.Deliver(datagram);
-  }
+  void Set(int channel, float value) { socket.Deliver(DataDatagram({{10 + channel, value}})); }
   Bytes Tick() {
     port.Writes.clear();
     cluster.ProcessTimer_Tick();

@@ -19,12 +19,28 @@ SearchCombo::SearchCombo(const char* name, const QString& toolTip) {
   completer()->setCompletionMode(QCompleter::PopupCompletion);
   completer()->setFilterMode(Qt::MatchContains);
   completer()->setCaseSensitivity(Qt::CaseInsensitive);
-  connect(this, &QComboBox::activated, this, [this](int index) {
-    const int picked = itemData(index).toInt();
-    if (index < 0 || picked == value_) return;
-    value_ = picked;
-    if (picked_) picked_(picked);
-  });
+  connect(this, &QComboBox::activated, this, &SearchCombo::Pick);
+  connect(lineEdit(), &QLineEdit::returnPressed, this, &SearchCombo::TakeTyped);
+}
+
+void SearchCombo::Pick(int index) {
+  const int picked = itemData(index).toInt();
+  if (index < 0 || picked == value_) return;
+  value_ = picked;
+  if (picked_) picked_(picked);
+}
+
+// The number, or a text that only one item holds; whatever else is typed is no choice.
+void SearchCombo::TakeTyped() {
+  const QString typed = currentText().trimmed();
+  bool number = false;
+  int index = findData(typed.toInt(&number));
+  if (!number) {
+    const auto found = model()->match(model()->index(0, 0), Qt::DisplayRole, typed, 2, Qt::MatchContains);
+    index = !typed.isEmpty() && found.size() == 1 ? found.front().row() : -1;
+  }
+  if (index >= 0) Pick(index);
+  SetValue(value_);
 }
 
 void SearchCombo::SetItems(const std::vector<std::pair<int, std::string>>& items) {
@@ -43,10 +59,9 @@ void SearchCombo::SetValue(int value) {
   lineEdit()->setCursorPosition(0);  // of a long name the beginning is to be seen
 }
 
-// A half-typed search is no choice.
 void SearchCombo::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
-  if (event->reason() != Qt::PopupFocusReason && !completer()->popup()->isVisible()) SetValue(value_);
+  if (event->reason() != Qt::PopupFocusReason && !completer()->popup()->isVisible()) TakeTyped();
 }
 
 // A wheel that passes by must not change a setting.

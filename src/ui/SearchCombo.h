@@ -1,4 +1,5 @@
-// A list of numbered things from which one picks by typing a part of the number or of the name.
+// A list of numbered things from which one picks by typing the number or a part of the name. Leaving it, or
+// Enter, takes what is typed where it means one thing only.
 #pragma once
 
 #include <QComboBox>
@@ -24,6 +25,9 @@ class SearchCombo : public QComboBox {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
+  void Pick(int index);
+  void TakeTyped();
+
   int value_ = 0;
   std::function<void(int)> picked_;
 };

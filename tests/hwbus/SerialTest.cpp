@@ -82,6 +82,15 @@ TEST_F(SerialTest, OpenPortsAreClosedFirstAndUnusedOnesLeftAlone) {
   for (std::size_t i = 1; i < kHardwareGroups; ++i) EXPECT_TRUE(ports[i].Log.empty()) << i;
 }
 
+TEST_F(SerialTest, APortThatFailsHoldsNothingUp) {
+  ConfigureAll();
+  Gauges().OpenResult = SerialState::NoPermission;
+  serial.OpenComPorts();
+  EXPECT_FALSE(Gauges().IsOpen());
+  EXPECT_TRUE(serial.PortOf(HardwareGroup::Yoke2).IsOpen());
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
 TEST_F(SerialTest, MissingPowerIsToldOnceAnOpeningAndForTheGaugeBusOnly) {
   ConfigureAll();
   for (auto& port : ports) port.Carrier = true;

@@ -180,6 +180,17 @@ TEST_F(LinuxSerialPortTest, AFloodThatNobodyReadsIsBoundedAndTheNewestBytesStay)
   }));
 }
 
+TEST(ByteRing, TheOldestByteGivesWay) {
+  ByteRing<4> ring;
+  for (Byte byte = 1; byte <= 6; ++byte) ring.Push(byte);
+  Byte out[3];
+  EXPECT_EQ(ring.Pop(out), 3u);
+  EXPECT_EQ(Bytes(out, out + 3), (Bytes{3, 4, 5}));
+  ring.Push(7);
+  EXPECT_EQ(ring.Pop(out), 2u);
+  EXPECT_EQ(Bytes(out, out + 2), (Bytes{6, 7}));
+}
+
 TEST_F(LinuxSerialPortTest, AFullLineRefusesWithoutWaitingAndLosesNoByteItTook) {
   ASSERT_TRUE(port.Open(3));
   const Bytes batch = Pattern(1530);

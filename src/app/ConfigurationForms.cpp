@@ -61,7 +61,10 @@ MainConfigureForm::Surroundings ConfigurationForms::MainSurroundings() {
   };
   s.busWords = [this] { return BusWords(); };
   s.tick = [this] { parts_.serial.TickReplyCountdown(); };
-  s.startSearch = [this] { search_.Start(); };
+  s.startSearch = [this] {
+    parts_.serial.ReopenLostPorts();  // an adapter that was plugged in since
+    search_.Start();
+  };
   s.cancelSearch = [this] { search_.Cancel(); };
   s.openGauge = [this](int gaugeID) { OpenGauge(gaugeID); };
   s.saveConfig = [this] {

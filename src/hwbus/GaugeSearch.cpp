@@ -89,7 +89,9 @@ void GaugeSearch::OnReply(std::optional<ReplyView> reply) {
     seen_[static_cast<std::size_t>(address_)].unreadable = true;
     return;
   }
-  // A slow gauge may answer in another's turn: the reply itself tells whose it is.
+  // A slow gauge may answer in another's turn: the reply itself tells whose it is. One whose turn is still to
+  // come answers something that was asked before the search.
+  if (ReplyGaugeID(*reply) > address_) return;
   Seen& seen = seen_[static_cast<std::size_t>(ReplyGaugeID(*reply))];
   if (++seen.replies == 1) Take(*reply, seen);
 }

@@ -97,23 +97,28 @@ bool InstrumentControl::SetSetting6(int value) {
 bool InstrumentControl::Read() {
   readings_.clear();
   identity_.clear();
-  if (!serial_.QueryGauge(gaugeID_)) {
+  const auto answer = Query(gaugeID_);
+  if (answer == Answer::None) {
     model_.GaugeState[static_cast<std::size_t>(gaugeID_)] = GaugeConnection::NotConnected;
-    return false;
   }
-  if (!Reported(gaugeID_)) return false;
+  if (answer != Answer::Own) return false;
   TakeReport();
   return true;
 }
 
-// Whether the reply that came is this gauge's; says so where it is another's.
-bool InstrumentControl::Reported(int gaugeID) {
-  const ByteView bytes = replyText_();
-  if (bytes.size() != kReplySize) return false;
-  const int sender = ReplyGaugeID(bytes.first<kReplySize>());
-  if (sender == gaugeID) return true;
+// Says so where no reply came, or another gauge's. One of another gauge may have been under way since before:
+// it gets a second chance.
+InstrumentControl::Answer InstrumentControl::Query(int gaugeID) {
+  int sender = -1;
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    if (!serial_.QueryGauge(gaugeID)) return Answer::None;
+    const ByteView bytes = replyText_();
+    if (bytes.size() != kReplySize) return Answer::Others;
+    sender = ReplyGaugeID(bytes.first<kReplySize>());
+    if (sender == gaugeID) return Answer::Own;
+  }
   boxes_.Show("Gauge " + IdText(sender) + " answered instead of " + IdText(gaugeID) + ".");
-  return false;
+  return Answer::Others;
 }
 
 void InstrumentControl::TakeReport() {
@@ -153,7 +158,7 @@ bool InstrumentControl::WriteNewGaugeID(const std::string& text) {
   serial_.WriteNewGaugeID(before, wanted);
   // The settings follow only where the gauge went.
   model_.GaugeState[from] = GaugeConnection::Unknown;
-  const bool answers = serial_.QueryGauge(wanted) && Reported(wanted);
+  const bool answers = Query(wanted) == Answer::Own;
   if (!answers && boxes_.Ask("The gauge does not answer as GaugeID " + IdText(wanted) +
                              ".\r\nMove its settings there all the same?") == kAnswerNo) {
     return false;

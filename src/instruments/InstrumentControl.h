@@ -52,7 +52,8 @@ class InstrumentControl {
 
  private:
   GaugeRecord& Edited();
-  bool Reported(int gaugeID);
+  enum class Answer { None, Own, Others };
+  Answer Query(int gaugeID);
   void TakeReport();
   bool SetField(bool valid, const std::function<void(GaugeRecord&)>& edit);
 

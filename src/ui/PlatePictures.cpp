@@ -133,7 +133,9 @@ void PlateFace::paintEvent(QPaintEvent*) {
   font.setPixelSize(std::max(9, static_cast<int>(radius / 9)));
   painter.setFont(font);
   std::vector<QRectF> printed;
-  for (const FacePoint& p : points_) {
+  // The last number first: the ends of a scale tell most.
+  for (std::size_t i = 0; i < points_.size(); ++i) {
+    const FacePoint& p = points_[i == 0 ? points_.size() - 1 : i - 1];
     const QPointF out = Direction(p.position);
     painter.setPen(QPen(print, 2));
     painter.drawLine(centre + out * radius * 0.84, centre + out * radius * 0.96);

@@ -74,6 +74,8 @@ TEST_F(GaugeSearchTest, NamesWhatIsWrong) {
   answers[8] = Plain(8, 77);
   answers[9] = Plain(9, 101);
   answers[20] = Plain(19, 1);  // 19 answers late, in 20's turn
+  answers[3] = Plain(30, 1);   // 30 was asked before the search
+  answers[30] = Plain(30, 1);
   RunToEnd();
   EXPECT_EQ(search.Remarks(),
             (std::vector<std::string>{

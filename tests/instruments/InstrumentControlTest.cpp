@@ -16,7 +16,9 @@ class InstrumentControlTest : public HaltedBusTest {
       serial.TickTransmit();
       serial.TickReplyCountdown();
       if (answers && !Bus().Writes.empty()) {
-        reply = Reply(Bus().Writes.back()[1] == answersAt ? answersAt : otherID, 101, 2);
+        const int sentTo = Bus().Writes.back()[1];
+        const bool other = sentTo != answersAt && othersLeft-- > 0;
+        reply = Reply(other ? otherID : sentTo, 101, 2);
         serial.ReplyReceived = 1;
       }
     };
@@ -24,7 +26,7 @@ class InstrumentControlTest : public HaltedBusTest {
   ByteView LastReply() const { return reply; }
 
   bool answers = true;
-  int answersAt = 7, otherID = 9;
+  int answersAt = 7, otherID = 9, othersLeft = 1000;
   std::array<Byte, kReplySize> reply{};
   InstrumentControl control{model, serial, boxes, [this] { return LastReply(); }};
 };
@@ -63,7 +65,15 @@ TEST_F(InstrumentControlTest, ReadsTheLiveInstrument) {
   EXPECT_EQ(control.Readings()[0].label, "Pressure setting");
   EXPECT_EQ(model.GaugeState[7], GaugeConnection::Connected);
 
-  answersAt = -1;  // another one speaks up
+  // A reply to something asked before: the gauge is asked again.
+  const std::size_t asked = Bus().Writes.size();
+  answersAt = -1;
+  othersLeft = 1;
+  EXPECT_TRUE(control.Read());
+  EXPECT_EQ(Bus().Writes.size(), asked + 2);
+  EXPECT_TRUE(boxes.shown.empty());
+  answersAt = -1;  // another one speaks up, again and again
+  othersLeft = 9;
   EXPECT_FALSE(control.Read());
   EXPECT_EQ(boxes.shown.back(), "Gauge 009 answered instead of 007.");
   answers = false;

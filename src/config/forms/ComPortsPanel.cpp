@@ -88,11 +88,14 @@ ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
   LabelComAdvice = MakeLabel("LabelComAdvice");
   LabelComAdvice->setWordWrap(true);
   LabelComAdvice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
-  grid->addWidget(LabelComAdvice, row++, 0, 1, -1);
   QPushButton* adapters = MakeButton("cmdAdapters", tr("A&dapters..."),
                                      tr("Which adapters are plugged in, and their COM numbers"));
   connect(adapters, &QPushButton::clicked, this, [this] { surroundings_.adapters(); });
-  grid->addWidget(adapters, row, 0, 1, -1, Qt::AlignRight);
+  auto* below = new QHBoxLayout;
+  below->setSpacing(look::Gap());
+  below->addWidget(LabelComAdvice, 1);
+  below->addWidget(adapters, 0, Qt::AlignRight | Qt::AlignTop);
+  grid->addLayout(below, row, 0, 1, -1);
   ShowModel();
 }
 
@@ -111,14 +114,7 @@ std::vector<int> ComPortsPanel::OfferedNumbers() const {
 void ComPortsPanel::ShowModel() {
   std::vector<std::pair<int, QString>> offered;
   for (const int number : OfferedNumbers()) {
-    QStringList words;
-    if (number > 0) words << ToText(surroundings_.deviceOf(number));
-    for (const Line& line : lines_) {
-      if (number > 0 && InUse(line) == number) words << tr("given to: ") + line.group;
-    }
-    words.removeAll(QString());
-    offered.emplace_back(number,
-                         PortText(number) + (words.empty() ? QString() : "  (" + words.join("; ") + ")"));
+    offered.emplace_back(number, number > 0 ? ToText(surroundings_.deviceOf(number)) : QString());
   }
   for (Line& line : lines_) Fill(line, offered);
   ShowAdvice();
@@ -130,7 +126,15 @@ void ComPortsPanel::Fill(Line& line, const std::vector<std::pair<int, QString>>&
   {
     const QSignalBlocker quiet(line.choice);
     line.choice->clear();
-    for (const auto& [number, text] : offered) line.choice->addItem(text, number);
+    for (const auto& [number, device] : offered) {
+      QStringList words(device);
+      for (const Line& other : lines_) {
+        if (number > 0 && &other != &line && InUse(other) == number) words << tr("given to: ") + other.group;
+      }
+      words.removeAll(QString());
+      line.choice->addItem(PortText(number) + (words.empty() ? QString() : "  (" + words.join("; ") + ")"),
+                           number);
+    }
     line.choice->setCurrentIndex(line.choice->findData(keep ? chosen : inUse));
   }
   line.shown = inUse;

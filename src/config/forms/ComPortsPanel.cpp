@@ -1,11 +1,12 @@
 #include "config/forms/ComPortsPanel.h"
 
 #include <QAbstractItemView>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -59,10 +60,7 @@ ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
     : model_(model), surroundings_(std::move(surroundings)) {
   setObjectName("PanelCom");
   look::SetRole(this, "panel");
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
-  grid->addWidget(MakeLabel("LabelCom", tr("Serial port of each hardware group"), "caption"), 0, 0, 1, -1);
+  QGridLayout* grid = MakeTitledGrid(this, tr("Serial port of each hardware group"), "LabelCom");
   int row = 1;
   for (const ComRow& com : kRows) {
     auto* choice = new PortCombo([this] {
@@ -70,16 +68,13 @@ ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
       ShowModel();
     });
     choice->setObjectName(QString::fromLatin1(com.choice));
-    QLabel* caption = MakeLabel("", tr(com.caption));
-    caption->setObjectName(QString::fromLatin1(com.choice) + "Caption");
-    caption->setBuddy(choice);
     QPushButton* set = MakeButton(com.button, tr("Set"), tr("Takes the chosen port into the configuration"));
     look::SetRole(set, "small");
     lines_.push_back({com.field, tr(com.caption).remove('&'), MakeLabel(com.current), choice, set});
     const std::size_t line = lines_.size() - 1;
     connect(set, &QPushButton::clicked, this, [this, line] { SetPort(line); });
     connect(choice, &QComboBox::currentIndexChanged, this, [this, line] { OfferSet(lines_[line]); });
-    grid->addWidget(caption, row, 0);
+    grid->addWidget(MakeCaption(choice, tr(com.caption)), row, 0);
     grid->addWidget(lines_.back().current, row, 1);
     grid->addWidget(choice, row, 2);
     grid->addWidget(set, row++, 3);

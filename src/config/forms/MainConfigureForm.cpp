@@ -5,6 +5,7 @@
 
 #include "config/MainConfigureControl.h"
 #include "config/NameTables.h"
+#include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -12,14 +13,6 @@ namespace {
 
 constexpr int kSlowInterval = 250;
 constexpr int kTickMs = 50;
-
-QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
-  auto* grid = new QGridLayout(panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
-  grid->addWidget(MakeLabel(name, title, "caption"), 0, 0, 1, -1);
-  return grid;
-}
 
 }  // namespace
 
@@ -75,7 +68,7 @@ ComPortsPanel* MainConfigureForm::MakeComPanel() {
 
 QWidget* MainConfigureForm::MakeTimingPanel() {
   QFrame* panel = MakePanel("PanelTiming");
-  QGridLayout* grid = GridIn(panel, tr("Instruments"), "LabelTiming");
+  QGridLayout* grid = MakeTitledGrid(panel, tr("Instruments"), "LabelTiming");
   SliderXferTtimerProcess = new QSlider(Qt::Horizontal);
   SliderXferTtimerProcess->setObjectName("SliderXferTtimerProcess");
   SliderXferTtimerProcess->setRange(10, 1000);

@@ -1,46 +1,33 @@
 #include "config/forms/UdpPanel.h"
 
-#include <QGridLayout>
 #include <QIntValidator>
 #include <QRegularExpressionValidator>
 
+#include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
-namespace {
-
-QLineEdit* AddEdit(QGridLayout* grid, int row, const char* name, const QString& caption, const QString& tip,
-                   QValidator* validator) {
-  auto* edit = new QLineEdit;
-  edit->setObjectName(QString::fromLatin1(name));
-  edit->setToolTip(tip);
-  validator->setParent(edit);
-  edit->setValidator(validator);
-  QLabel* label = MakeLabel("", caption);
-  label->setObjectName(QString::fromLatin1(name) + "Caption");
-  label->setBuddy(edit);
-  grid->addWidget(label, row, 0);
-  grid->addWidget(edit, row, 1, 1, 2);
-  return edit;
-}
-
-}  // namespace
-
 UdpPanel::UdpPanel(ConfigModel& model) : model_(model) {
   setObjectName("PanelUdp");
   look::SetRole(this, "panel");
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
-  grid->addWidget(MakeLabel("LabelUdp", tr("Link to the simulator (UDP)"), "caption"), 0, 0, 1, -1);
+  QGridLayout* grid = MakeTitledGrid(this, tr("Link to the simulator (UDP)"), "LabelUdp");
+  int row = 1;
+  const auto edit = [&](const char* name, const QString& caption, const QString& tip, QValidator* validator) {
+    QLineEdit* box = AddEdit(grid, row, 0, name, caption, tip);
+    grid->addWidget(box, row++, 1, 1, 2);
+    validator->setParent(box);
+    box->setValidator(validator);
+    connect(box, &QLineEdit::textChanged, this, [this] { OfferSet(); });
+    return box;
+  };
   const auto digits = [] { return new QIntValidator(1, 65535); };
-  boxRemoteIP = AddEdit(grid, 1, "boxRemoteIP", tr("&Address of the simulator's computer"),
-                        tr("Four numbers with points between; 127.0.0.1 is this computer"),
-                        new QRegularExpressionValidator(QRegularExpression("[0-9.]{0,15}")));
-  boxRemotePort = AddEdit(grid, 2, "boxRemotePort", tr("&Port on which it listens"),
-                          tr("UDP port of the simulator, 1 to 65535; X-Plane's own is 49000"), digits());
-  boxLocalPort = AddEdit(grid, 3, "boxLocalPort", tr("Port on which &we listen"),
-                         tr("UDP port of this program, 1 to 65535; no other program may use it"), digits());
+  boxRemoteIP = edit("boxRemoteIP", tr("&Address of the simulator's computer"),
+                     tr("Four numbers with points between; 127.0.0.1 is this computer"),
+                     new QRegularExpressionValidator(QRegularExpression("[0-9.]{0,15}")));
+  boxRemotePort = edit("boxRemotePort", tr("&Port on which it listens"),
+                       tr("UDP port of the simulator, 1 to 65535; X-Plane's own is 49000"), digits());
+  boxLocalPort = edit("boxLocalPort", tr("Port on which &we listen"),
+                      tr("UDP port of this program, 1 to 65535; no other program may use it"), digits());
   OptionByteOrderNormal = new QRadioButton(tr("&Normal"));
   OptionByteOrderNormal->setObjectName("OptionByteOrderNormal");
   OptionByteOrderNormal->setToolTip(tr("Numbers with the lowest byte first: simulators of today"));
@@ -60,8 +47,6 @@ UdpPanel::UdpPanel(ConfigModel& model) : model_(model) {
   grid->addWidget(cmdSetUDP, 5, 2, Qt::AlignRight);
   grid->addWidget(LabelUdpFault, 6, 0, 1, 3);
   connect(cmdSetUDP, &QPushButton::clicked, this, [this] { cmdSetUDP_Click(); });
-  for (QLineEdit* edit : {boxRemoteIP, boxRemotePort, boxLocalPort})
-    connect(edit, &QLineEdit::textChanged, this, [this] { OfferSet(); });
   for (QAbstractButton* option :
        std::initializer_list<QAbstractButton*>{OptionByteOrderReverse, CheckBlockUsel})
     connect(option, &QAbstractButton::toggled, this, [this] { OfferSet(); });

@@ -7,6 +7,7 @@
 
 #include "config/FunctionItems.h"
 #include "instruments/Instrument.h"
+#include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -15,19 +16,13 @@ namespace {
 constexpr std::size_t kAssignablePlates = 256;  // what a gauge's record holds
 
 QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
-  auto* grid = new QGridLayout(panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
-  grid->addWidget(MakeLabel(name, title, "caption"), 0, 0, 1, -1);
+  QGridLayout* grid = MakeTitledGrid(panel, title, name);
   grid->setColumnStretch(1, 1);
   return grid;
 }
 
 void AddCaption(QGridLayout* grid, int row, const QString& text, QWidget* buddy) {
-  QLabel* caption = MakeLabel("", text);
-  caption->setObjectName(buddy->objectName() + "Caption");
-  caption->setBuddy(buddy);
-  grid->addWidget(caption, row, 0);
+  grid->addWidget(MakeCaption(buddy, text), row, 0);
 }
 
 }  // namespace

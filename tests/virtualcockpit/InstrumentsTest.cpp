@@ -143,6 +143,15 @@ TEST(Instruments, ShowWhatTheyAreSentWithinTheirLimits) {
   EXPECT_EQ(As<RmiDevice>(*rmi).Pointer2(), 4319);
   EXPECT_EQ(As<RmiDevice>(*rmi).Distance(), 123);
 
+  const auto dme = make(113, {{4, 125}, {5, 110}, {6, 7}, {11, 1 + 0x20}});
+  EXPECT_TRUE(As<DmeDevice>(*dme).Received());
+  EXPECT_EQ(As<DmeDevice>(*dme).ToldSource(), 2);
+
+  const auto autopilot = make(124, {{4, 0x31}, {12, -16000}});
+  EXPECT_TRUE(As<AutopilotDevice>(*autopilot).Lit(AutopilotDevice::kEngaged));
+  EXPECT_FALSE(As<AutopilotDevice>(*autopilot).Lit(AutopilotDevice::kNav));
+  EXPECT_EQ(As<AutopilotDevice>(*autopilot).Trim(), -16000);
+
   // 118.525 comes back from a simulator that counts in 10 kHz.
   const auto radio = make(111, {{4, 18500}});
   As<RadioDevice>(*radio).TurnCoarse(-3);

@@ -13,7 +13,8 @@ namespace {
 Theme currentTheme = Theme::Dark;
 int currentText = 15;
 
-// The tokens @ground, @text and so on stand for the theme's colours, @small, @big and @huge for text heights.
+// The tokens @ground, @text and so on stand for the theme's colours, @small, @big and @huge for text heights,
+// @mark and @round for the marks of boxes.
 constexpr const char* kStyleSheet = R"(
 QToolTip { background: @panel; color: @text; border: 1px solid @line; padding: 3px; }
 *[role="panel"] { background: @panel; border: 1px solid @line; border-radius: 6px; }
@@ -39,16 +40,18 @@ QPushButton[role="link"]:hover { text-decoration: underline; }
 QPushButton[role="link"]:focus { border: 1px solid @accent; }
 QLineEdit, QAbstractItemView, QComboBox { background: @ground; color: @text; border: 1px solid @line;
                                   border-radius: 4px; padding: 0.2em; }
+QComboBox { combobox-popup: 0; }
+QAbstractItemView { selection-background-color: @accent; selection-color: @onaccent; }
 QLineEdit:focus, QAbstractItemView:focus, QComboBox:focus, QSlider:focus { border: 2px solid @accent; }
-QLineEdit:read-only { color: @dim; }
+QLineEdit:read-only, QLineEdit:disabled, QComboBox:disabled, QCheckBox:disabled, QRadioButton:disabled { color: @dim; }
 QLineEdit[wrong="true"] { border: 2px solid @trouble; }
 QListView::item { padding: 0.2em; }
 QHeaderView { border: none; padding: 0; }
 QHeaderView::section { background: @panel; color: @dim; border: none; border-bottom: 1px solid @line;
                        padding: 0.2em; }
-QCheckBox::indicator, QRadioButton::indicator { width: 0.8em; height: 0.8em; border: 2px solid @dim;
+QCheckBox::indicator, QRadioButton::indicator { width: @markpx; height: @markpx; border: 2px solid @dim;
                                                 background: @ground; }
-QRadioButton::indicator { border-radius: 0.5em; }
+QRadioButton::indicator { border-radius: @roundpx; }
 QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: @accent; }
 QCheckBox:focus, QRadioButton:focus { color: @accent; }
 )";
@@ -69,6 +72,10 @@ QString StyleSheetOf(const Colours& c) {
   put("@small", QString::number(currentText * 17 / 20));
   put("@big", QString::number(currentText * 2));
   put("@huge", QString::number(currentText * 2));
+  // Half of the mark with its frame: a corner that is rounder is not rounded at all.
+  const int half = currentText * 2 / 5;
+  put("@mark", QString::number(half * 2));
+  put("@round", QString::number(half + 2));
   return sheet;
 }
 

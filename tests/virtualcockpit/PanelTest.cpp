@@ -86,6 +86,17 @@ TEST(Needle, FollowsWithoutOvershootAndTakesTheShortWayRound) {
   EXPECT_TRUE(needle.At() > 1070 || needle.At() < 10);
 }
 
+TEST(PanelPlan, FitsInAnyRoom) {
+  for (const int larges : {0, 1, 6, 40}) {
+    for (const int smalls : {0, 1, 8, 90}) {
+      if (larges + smalls == 0) continue;
+      const PanelPlan plan = PlanPanel(larges, smalls, 1044, 796);
+      EXPECT_GT(plan.size, 20) << larges << " and " << smalls;
+      EXPECT_LE(plan.largeColumns * plan.size, 1044 + 1e-6);
+    }
+  }
+}
+
 // Every kind is drawn at every size, before and after commands of any value, lit and dark, with every fault.
 TEST(Faces, DrawEveryKindWhateverTheBusBrings) {
   ConfigModel model;

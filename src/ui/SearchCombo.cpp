@@ -4,6 +4,7 @@
 #include <QCompleter>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QWheelEvent>
 
 namespace tvx {
@@ -57,6 +58,12 @@ void SearchCombo::SetValue(int value) {
   setCurrentIndex(index);
   if (index < 0) setEditText(QString::number(value));
   lineEdit()->setCursorPosition(0);  // of a long name the beginning is to be seen
+}
+
+// What is typed next replaces what stands there, also after a click.
+void SearchCombo::focusInEvent(QFocusEvent* event) {
+  QComboBox::focusInEvent(event);
+  if (event->reason() != Qt::PopupFocusReason) QTimer::singleShot(0, lineEdit(), &QLineEdit::selectAll);
 }
 
 void SearchCombo::focusOutEvent(QFocusEvent* event) {

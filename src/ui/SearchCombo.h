@@ -21,6 +21,7 @@ class SearchCombo : public QComboBox {
   void SetPicked(std::function<void(int)> picked) { picked_ = std::move(picked); }
 
  protected:
+  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 

@@ -124,6 +124,7 @@ int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const Plate
   refreshers_.emplace_back([this, plate, needle] {
     auto items = PlateItems(model_);
     items.resize(std::min(items.size(), kAssignablePlates));
+    if (items.empty()) items.emplace_back(0, "(none yet: Calibrate makes one)");
     plate->SetItems(items);
     plate->SetValue(needle == 2 ? control_.Record().GaugeSetting4 : control_.Record().GaugeSetting3);
   });

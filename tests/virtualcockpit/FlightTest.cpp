@@ -30,17 +30,10 @@ TEST(Flight, ChangesNoFasterThanAnAircraftCan) {
                {"bank", &S::bank, 14},
                {"pitch", &S::pitch, 6},
                {"rpm", &S::rpm, 1200},
-               {"manifold", &S::manifold, 15},
                {"fuelLeft", &S::fuelLeft, 1},
-               {"oilPressure", &S::oilPressure, 90},
-               {"oilTemperature", &S::oilTemperature, 10},
-               {"exhaust", &S::exhaustTemperature, 120},
-               {"vacuum", &S::vacuum, 6},
                {"bus1", &S::bus1, 75},
                {"deviation", &S::nav1Deviation, 30},
                {"glide", &S::nav1Glide, 1.5},
-               {"lights", &S::instrumentLights, 0.4},
-               {"north", &S::north, 70},
                {"latitude", &S::latitude, 0.001}};
   constexpr double kStep = 0.05;
   FlightState last = TheFlight().StateAt(0);
@@ -56,50 +49,25 @@ TEST(Flight, ChangesNoFasterThanAnAircraftCan) {
   }
 }
 
-TEST(Flight, VerticalSpeedAndAltitudeAgree) {
-  for (double t = 60; t < 230; t += 10) {
-    const double climbed = TheFlight().StateAt(t + 5).altitude - TheFlight().StateAt(t - 5).altitude;
-    double mean = 0;
-    for (double u = t - 5; u < t + 5; u += 0.1) mean += TheFlight().StateAt(u).verticalSpeed / 100;
-    EXPECT_NEAR(climbed * 6, mean, 40) << t;
-  }
-}
-
 TEST(Flight, IsAWholeFlight) {
   std::set<std::string_view> phases;
-  double highest = 0, fastest = 0, turned = 0;
+  double highest = 0, turned = 0;
   bool to = false, from = false;
   for (double t = 0; t < Flight::kSeconds; t += 0.5) {
     const FlightState s = TheFlight().StateAt(t);
     phases.insert(s.phase);
     highest = std::max(highest, s.heightAboveGround);
-    fastest = std::max(fastest, s.airspeed);
     turned += s.turnRate * 0.5;
     to = to || s.nav1Flag == 1;
     from = from || s.nav1Flag == 2;
-    if (s.phase == "Cruise" && t > 145) {
-      EXPECT_GT(s.instrumentLights, 0.5) << "dusk has fallen";
-    }
   }
   EXPECT_EQ(phases.size(), 10u);
   EXPECT_GT(highest, 900);
-  EXPECT_GT(fastest, 110);
   EXPECT_NEAR(turned, -360, 5) << "one circuit";
   EXPECT_TRUE(to && from);
   const FlightState down = TheFlight().StateAt(250);
   EXPECT_NEAR(down.heightAboveGround, 0, 5);
   EXPECT_NEAR(down.headingMagnetic, 240, 3);
-}
-
-TEST(Flight, KnobsChangeWhatTheInstrumentsShow) {
-  const FlightState standard = TheFlight().StateAt(140);
-  const FlightState higher = TheFlight().StateAt(140, {30.02, 240, 60});
-  EXPECT_NEAR(higher.indicatedAltitude - standard.indicatedAltitude, 100, 0.1);
-  EXPECT_EQ(higher.altitude, standard.altitude);
-  FlightSettings towards;
-  towards.course1 = standard.nav1Bearing;
-  EXPECT_NEAR(TheFlight().StateAt(140, towards).nav1Deviation, 0, 1e-6);
-  EXPECT_EQ(TheFlight().StateAt(140, towards).nav1Flag, 1);
 }
 
 TEST(Flight, TakesAnyTime) {

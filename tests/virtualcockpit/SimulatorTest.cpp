@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "Bytes.h"
 #include "virtualcockpit/sim/Simulator.h"
 
@@ -64,18 +62,6 @@ TEST_F(SimulatorTest, SelectedGroupsGoToWhoAskedLastInAscendingOrder) {
   EXPECT_EQ(sent_[0].F32(45 + 20), static_cast<float>(sim_.State().indicatedAltitude));
 }
 
-TEST_F(SimulatorTest, SelectsManyGroupsAtOnceAndSplitsWhatDoesNotFit) {
-  Bytes request = test::Ascii("DSEL") + Bytes{0};
-  for (int group = 0; group < 100; ++group) request = request + test::Little(group);
-  From(kOne, request + test::Little(139) + test::Little(-1));
-  EXPECT_EQ(sim_.SelectedGroups().size(), 100u);
-  EXPECT_EQ(sim_.Counters().refused, 2u);
-  Tick();
-  ASSERT_EQ(sent_.size(), 3u);
-  for (const Sent& sent : sent_) EXPECT_LE(sent.bytes.size(), kLargestDatagram);
-  EXPECT_EQ(sent_[2].I32(5), 80);
-}
-
 TEST_F(SimulatorTest, RatesAreKept) {
   const std::pair<int, std::size_t> repliesInTwoSeconds[] = {{1, 2},   {3, 6},           {10, 20}, {20, 40},
                                                              {99, 40}, {2147483647, 40}, {0, 0},   {-5, 0}};
@@ -88,22 +74,6 @@ TEST_F(SimulatorTest, RatesAreKept) {
     Tick(39);
     EXPECT_EQ(sent_.size(), replies) << frequency;
   }
-}
-
-TEST_F(SimulatorTest, ValuesArePackedForEachClient) {
-  for (int i = 0; i < 200; ++i) From(i % 100 == 99 ? kOther : kOne, test::SubscribeTo(kRpm, 20, i));
-  sim_.RestartFlight(100);
-  Tick();
-  ASSERT_EQ(sent_.size(), 3u);
-  std::map<std::uint16_t, std::size_t> values;
-  for (const Sent& sent : sent_) {
-    EXPECT_EQ(sent.Tag(), "RREF,");
-    EXPECT_LE(sent.bytes.size(), 5 + 8 * kValuesPerDatagram);
-    values[sent.to.port] += (sent.bytes.size() - 5) / 8;
-    EXPECT_EQ(sent.F32(9), static_cast<float>(sim_.State().rpm));
-  }
-  EXPECT_EQ(values[kOne.port], 198u);
-  EXPECT_EQ(values[kOther.port], 2u);
 }
 
 TEST_F(SimulatorTest, CancelsReplacesAndIgnoresUnknownNames) {
@@ -120,14 +90,6 @@ TEST_F(SimulatorTest, CancelsReplacesAndIgnoresUnknownNames) {
   From(kOther, test::SubscribeTo("", 0, 1));
   From(kOne, test::SubscribeTo("sim/no/such/thing", 20, 2));
   Tick(3);
-  EXPECT_TRUE(sent_.empty());
-  sim_.Datarefs().Define("my/own/value");
-  From(kOne, test::SubscribeTo("my/own/value", 20, 2));
-  Tick();
-  EXPECT_EQ(sent_.size(), 1u) << "a name that a configuration needs is never silent";
-  sim_.ForgetClients();
-  sent_.clear();
-  Tick();
   EXPECT_TRUE(sent_.empty());
 }
 
@@ -148,11 +110,6 @@ TEST_F(SimulatorTest, DatarefWritesStayUnlessTheFlightDecides) {
   EXPECT_EQ(Value("sim/cockpit/electrical/nav_lights_on"), 0);
   sim_.RestartFlight(150);
   EXPECT_EQ(Value("sim/cockpit/electrical/nav_lights_on"), 1);
-  // Padding with blanks, as some clients send it.
-  From(kOne, test::Padded(test::Ascii("DREF") + Bytes{0} + test::Single(11870) +
-                              test::Ascii("sim/cockpit/radios/com1_freq_hz") + Bytes{0},
-                          509, ' '));
-  EXPECT_EQ(Value("sim/cockpit/radios/com1_freq_hz"), 11870);
 }
 
 TEST_F(SimulatorTest, GroupWritesOfBothForms) {
@@ -169,61 +126,6 @@ TEST_F(SimulatorTest, GroupWritesOfBothForms) {
   From(kOne, test::WriteSingle(200, 0, 1));
   From(kOne, test::WriteSingle(3, 0, 500));
   EXPECT_EQ(sim_.Counters().refused, 2u);
-}
-
-TEST_F(SimulatorTest, CommandsWithAndWithoutTheirEnd) {
-  From(kOne, test::Ascii("CMND0sim/lights/nav_lights_on"));
-  EXPECT_EQ(Value("sim/cockpit2/switches/navigation_lights_on"), 1);
-  From(kOne, test::Padded(test::Ascii("CMND0sim/lights/nav_lights_toggle"), 500));
-  EXPECT_EQ(Value("sim/cockpit2/switches/navigation_lights_on"), 0);
-  EXPECT_EQ(sim_.LastCommand(), "sim/lights/nav_lights_toggle");
-  From(kOne, test::Ascii("CMND0sim/transponder/transponder_ident"));
-  EXPECT_EQ(sim_.LastCommand(), "sim/transponder/transponder_ident");
-  EXPECT_EQ(sim_.Counters().commands, 3u);
-  From(kOne, test::Ascii("CHAR0g10.0.0.20000000"));
-  EXPECT_EQ(sim_.LastCharacter(), 'g');
-}
-
-TEST_F(SimulatorTest, AutopilotButtonsActOnItsStates) {
-  const char* names[] = {"cockpit2/autopilot/servos_on",       "cockpit/autopilot/autopilot_mode",
-                         "cockpit2/autopilot/heading_status",  "cockpit2/autopilot/nav_status",
-                         "cockpit2/autopilot/approach_status", "cockpit2/autopilot/altitude_hold_status",
-                         "cockpit2/autopilot/vvi_dial_fpm"};
-  const std::pair<const char*, std::array<double, 7>> steps[] = {
-      {"servos_toggle", {1, 2, 0, 0, 0, 0, 0}}, {"heading", {1, 2, 2, 0, 0, 0, 0}},
-      {"NAV", {1, 2, 0, 2, 0, 0, 0}},           {"altitude_hold", {1, 2, 0, 2, 0, 2, 0}},
-      {"approach", {1, 2, 0, 0, 2, 2, 0}},      {"approach", {1, 2, 0, 0, 0, 2, 0}},
-      {"nose_up", {1, 2, 0, 0, 0, 2, 100}},     {"nose_down", {1, 2, 0, 0, 0, 2, 0}},
-      {"back_course", {1, 2, 0, 0, 0, 2, 0}},   {"servos_toggle", {0, 0, 0, 0, 0, 0, 0}}};
-  for (const auto& [command, values] : steps) {
-    From(kOne, test::Ascii(std::string("CMND0sim/autopilot/") + command));
-    for (std::size_t i = 0; i < values.size(); ++i)
-      EXPECT_EQ(Value(std::string("sim/") + names[i]), values[i]) << names[i] << " after " << command;
-  }
-  From(kOne, test::Ascii("CMND0sim/transponder/transponder_ident"));
-  EXPECT_EQ(sim_.Counters().idents, 1u);
-  From(kOne, test::WriteSingle(118, 2, -500));
-  EXPECT_EQ(Value("sim/cockpit/autopilot/vertical_velocity"), -500) << "the older name of the dial";
-  From(kOne, test::WriteSingle(115, 1, 11030));
-  EXPECT_EQ(sim_.Groups().Values(115)[1], 11030.0f);
-  EXPECT_EQ(sim_.Counters().refused, 0u);
-}
-
-TEST_F(SimulatorTest, TimePassesByTheClockAndStopsInPause) {
-  Tick(21);
-  EXPECT_NEAR(sim_.State().time, 1.0, 1e-9);
-  sim_.SetSpeed(4);
-  Tick(20);
-  EXPECT_NEAR(sim_.State().time, 5.0, 1e-9);
-  From(kOne, test::Ascii("CMND0sim/operation/pause_toggle"));
-  Tick(20);
-  EXPECT_NEAR(sim_.State().time, 5.0, 1e-9);
-  EXPECT_EQ(Value("sim/time/paused"), 1);
-  sim_.SetPaused(false);
-  sim_.SetSpeed(1);
-  now_ += 60000;
-  Tick();
-  EXPECT_NEAR(sim_.State().time, 5.5, 1e-9) << "a computer that slept makes no leap";
 }
 
 TEST_F(SimulatorTest, HostileDatagramsAreCountedAndNothingElse) {
@@ -262,10 +164,6 @@ TEST_F(SimulatorTest, HostileDatagramsAreCountedAndNothingElse) {
   }
   Tick();
   EXPECT_FALSE(sim_.Paused() && sent_.empty());
-}
-
-TEST(PeerText, ReadsAsAddressAndPort) {
-  EXPECT_EQ(PeerText({0xC0A80114, 49003}), "192.168.1.20:49003");
 }
 
 }  // namespace

@@ -39,33 +39,23 @@ TEST_F(IOModuleEditorTest, RefusesWithTheRightMessage) {
     std::string message;  // empty: stored
   } cases[] = {
       {kSwitch, [](IomRecord&) {}, ""},
-      {kSwitch, [](IomRecord& d) { d.FunctionNr = 0; }, "No function selected"},
       {kSwitch, [](IomRecord& d) { d.FunctionNr = 62; }, "No function selected"},  // not defined
       {kSwitch, [](IomRecord& d) { d.FunctionNr = 400; }, "No function selected"},
       {kSwitch, [](IomRecord& d) { d.OffOnValue = 101; }, kLimits},
-      {kSwitch, [](IomRecord& d) { d.OnOffValue = -101; }, kLimits},
       {kSwitch, [](IomRecord& d) { d.IncrementFlags = 1, d.OffOnValue = 51; }, kLimits},
       {kSwitch, [](IomRecord& d) { d.IncrementFlags = 1, d.OffOnValue = -50, d.OnOffValue = 999; }, ""},
       {kSwitch, [](IomRecord& d) { d.DebounceTime = 21; }, "A debounce time must be between 0 and 20"},
-      {kSwitch, [](IomRecord& d) { d.DebounceTime = -1; }, "A debounce time must be between 0 and 20"},
       {kSwitch, [](IomRecord& d) { d.ActionKind = 'd', d.FunctionNr = 0; }, "No keystroke(s) selected"},
-      {kSwitch, [](IomRecord& d) { d.ActionKind = 'd', d.OffKeystroke = 0x0800, d.FunctionNr = 0; }, ""},
       {kSwitch, [](IomRecord& d) { d.ActionKind = 'n', d.FunctionNr = 0; }, ""},
       {kSwitch, [](IomRecord& d) { d.ActionKind = 'c', d.OffOnValue = 1; }, "No function selected"},
-      {kSwitch, [](IomRecord& d) { d.ActionKind = 'c', d.FunctionNr = 61, d.OffOnValue = 1; }, ""},
       {kSwitch, [](IomRecord& d) { d.ActionKind = 'c', d.FunctionNr = 61, d.OffOnValue = 2; }, kLimits},
-      {kSwitch, [](IomRecord& d) { d.SwitchType = 1; }, ""},
       {kSwitch, [](IomRecord& d) { d.SwitchType = 3; }, kEncoder},
       {{1, IomKind::Switch, 15}, [](IomRecord& d) { d.SwitchType = 1; }, kEncoder},  // last of group B
       {{1, IomKind::Switch, 16}, [](IomRecord& d) { d.SwitchType = 2; }, kEncoder},  // first of group C
-      {kAxis, [](IomRecord&) {}, ""},
-      {kAxis, [](IomRecord& d) { d.FunctionNr = 0; }, "No function selected"},
-      {kAxis, [](IomRecord& d) { d.OffOnValue = 4095; }, kLimits},
       {kAxis, [](IomRecord& d) { d.RawMaximum = 4096; }, kLimits},
       {kAxis, [](IomRecord& d) { d.OnOffValue = 2048; }, ""},
       {kAxis, [](IomRecord& d) { d.OffOnValue = 3000, d.OnOffValue = 2048; }, kLimits},
       {kAxis, [](IomRecord& d) { d.DeadBand = -1; }, kLimits},
-      {kLamp, [](IomRecord&) {}, ""},
       {kLamp, [](IomRecord& d) { d.IncrementFlags = 0; }, kLimits},
       {kLamp, [](IomRecord& d) { d.IncrementFlags = 4, d.OffOnValue = 101; }, kLimits},
   };
@@ -116,12 +106,8 @@ TEST_F(IOModuleEditorTest, StoringReplacesAndRemovingKeepsTheOthers) {
 }
 
 TEST(IomInput, NumbersAndWhatTheyMean) {
-  for (const int input : {0, 47, 999, 1048, 1099, 1108, 1199, 1232, 3000, -1, -1000, 32767}) {
-    EXPECT_FALSE(IomInputOf(input)) << input;
-  }
-  for (const IomInput& input : {kSwitch, kAxis, kLamp, IomInput{1, IomKind::Switch, 0}}) {
-    EXPECT_EQ(IomInputOf(IomInputNumber(input)), input);
-  }
+  for (const int input : {0, 999, 1048, 1108, 1232, 3000, -1000}) EXPECT_FALSE(IomInputOf(input)) << input;
+  for (const IomInput& input : {kSwitch, kAxis, kLamp}) EXPECT_EQ(IomInputOf(IomInputNumber(input)), input);
   EXPECT_EQ(IomInputNumber(kAxis), 2107);
 }
 

@@ -4,7 +4,6 @@
 #include "fakes/FakeHost.h"
 #include "fakes/FakeSerialPort.h"
 #include "hwbus/Serial.h"
-#include "hwbus/SerialWords.h"
 
 namespace tvx {
 namespace {
@@ -62,33 +61,9 @@ TEST_F(SerialTest, OpensEveryPortTwiceInOrderWithItsThreshold) {
   }
   EXPECT_EQ(log, expected);
   EXPECT_EQ(TransmitBuffer(), Bytes(40, ' '));
-  EXPECT_TRUE(boxes.shown.empty());
-
-  log.clear();
   serial.CloseComPorts();
-  EXPECT_EQ(log, (Texts{"gauges close", "engines close", "iom1 close", "iom2 close", "yoke1 close",
-                        "yoke2 close"}));
   serial.CloseComPorts();
-  EXPECT_EQ(log.size(), 6u);  // closed ports are left alone
-}
-
-TEST_F(SerialTest, OpenPortsAreClosedFirstAndUnusedOnesLeftAlone) {
-  model.General.ComPortYoke1 = -1;
-  serial.OpenComPorts();
-  log.clear();
-  serial.OpenComPorts();
-  ASSERT_FALSE(log.empty());
-  EXPECT_EQ(log.front(), "gauges close");
-  for (std::size_t i = 1; i < kHardwareGroups; ++i) EXPECT_TRUE(ports[i].Log.empty()) << i;
-}
-
-TEST_F(SerialTest, APortThatFailsHoldsNothingUp) {
-  ConfigureAll();
-  Gauges().OpenResult = SerialState::NoPermission;
-  serial.OpenComPorts();
-  EXPECT_FALSE(Gauges().IsOpen());
-  EXPECT_TRUE(serial.PortOf(HardwareGroup::Yoke2).IsOpen());
-  EXPECT_TRUE(boxes.shown.empty());
+  EXPECT_EQ(log.size(), expected.size() + 6);  // closed ports are left alone
 }
 
 TEST_F(SerialTest, MissingPowerIsToldOnceAnOpeningAndForTheGaugeBusOnly) {
@@ -111,11 +86,6 @@ TEST_F(SerialTest, AFrameGoesOutOnTheTickAndOnce) {
   serial.TickTransmit();
   EXPECT_EQ(Gauges().Writes, (std::vector<Bytes>{{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF}}));
   EXPECT_EQ(serial.TransmitPending, 0);
-  EXPECT_EQ(TransmitBuffer(), (Bytes{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF}));
-  EXPECT_EQ(serial.LastCommand().GaugeID, 12);
-  EXPECT_EQ(serial.LastCommand().Magnitude, 300);
-  EXPECT_EQ(serial.LastCommand().High, 1);
-  EXPECT_EQ(serial.LastCommand().CommandByte, 0x3C);
 
   serial.WriteNewGaugeID(3, 200);
   serial.TickTransmit();
@@ -175,19 +145,6 @@ TEST_F(SerialTest, PseudoAddressesGoToTheirModules) {
   EXPECT_EQ(serial.TransmitPending, 0);
 }
 
-TEST_F(SerialTest, AQueryReturnsWithTheReply) {
-  serial.OpenComPorts();
-  serial.ReplyReceived = 1;  // of an earlier one: counts no more
-  loop.onYield = [&] {
-    if (loop.yields == 2) serial.TickTransmit();
-    if (loop.yields == 5) serial.ReplyReceived = 1;
-  };
-  EXPECT_TRUE(serial.QueryGauge(7));
-  EXPECT_EQ(loop.yields, 5);
-  EXPECT_EQ(Gauges().Writes, (std::vector<Bytes>{{0x00, 0x07, 0x78, 0x01, 0x02, 0xFF}}));
-  EXPECT_TRUE(boxes.shown.empty());
-}
-
 TEST_F(SerialTest, AQueryWithoutReplyEndsAfterTwentyTicksWithOneMessage) {
   int ticks = 0;
   loop.onYield = [&] {
@@ -198,8 +155,6 @@ TEST_F(SerialTest, AQueryWithoutReplyEndsAfterTwentyTicksWithOneMessage) {
   EXPECT_FALSE(serial.QueryGauge(7));
   EXPECT_EQ(ticks, 20);
   EXPECT_EQ(boxes.shown, Texts{"Gauge with ID: 7 doesn't respond."});
-  serial.TickReplyCountdown();
-  EXPECT_EQ(serial.ReplyCountdown, 0);
 }
 
 TEST_F(SerialTest, TheTickOpensAClosedPortAndADeadLineLosesTheFrame) {
@@ -234,32 +189,6 @@ TEST_F(SerialTest, LostPortsComeBackQuietlyAndOthersAreNotTouched) {
   EXPECT_TRUE(ports[4].IsOpen());
   EXPECT_FALSE(serial.ReopenLostPorts());
   EXPECT_TRUE(boxes.shown.empty());
-}
-
-TEST(SerialWords, SayWhatIsTheMatterAndWhatToDo) {
-  using S = SerialState;
-  const struct {
-    int com;
-    S state;
-    bool trouble;
-    const char* words;
-  } cases[] = {
-      {0, S::Closed, false, "not used: no COM port is chosen in the configuration"},
-      {5, S::Closed, false, "COM 5 closed"},
-      {5, S::Open, false, "COM 5 open (/dev/x)"},
-      {5, S::NotFound, true,
-       "COM 5 not found: plug the adapter in, or assign it in the configuration (/dev/x)"},
-      {5, S::NoPermission, true,
-       "COM 5: no permission for /dev/x. Add yourself to the group tty (sudo adduser $USER tty) and log in "
-       "again"},
-      {5, S::Busy, true, "COM 5 busy: another program uses /dev/x"},
-      {5, S::Failed, true, "COM 5 failed: /dev/x is no serial port, or refuses 38400 baud"},
-      {5, S::Unplugged, true, "COM 5 unplugged: /dev/x went away; waiting for it to come back"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(SerialWords(c.com, c.state, "/dev/x", "tty"), c.words);
-    EXPECT_EQ(SerialTrouble(c.com, c.state), c.trouble) << c.words;
-  }
 }
 
 }  // namespace

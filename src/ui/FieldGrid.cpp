@@ -19,6 +19,14 @@ QGridLayout* MakeTitledGrid(QFrame* panel, const QString& title, const char* lab
   return grid;
 }
 
+QVBoxLayout* MakeTitledColumn(QFrame* panel, const QString& title, const char* labelName) {
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addWidget(MakeLabel(labelName, title, "caption"));
+  return column;
+}
+
 QLabel* MakeCaption(QWidget* control, const QString& text) {
   QLabel* label = MakeLabel((control->objectName() + "Caption").toLatin1().constData(), text);
   label->setBuddy(control);
@@ -57,7 +65,7 @@ std::function<void()> CheckAsTyped(QLineEdit* edit, std::function<std::string(co
   return check;
 }
 
-// The style sheet gives every button a least width, which the layouts take for the text's.
+// Layouts ask for the width before the style sheet's fonts are known, unless everything is polished.
 void KeepWide(QWidget* form) {
   for (QWidget* child : form->findChildren<QWidget*>()) child->ensurePolished();
   form->setMinimumWidth(form->sizeHint().width());

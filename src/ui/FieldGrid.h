@@ -4,6 +4,7 @@
 
 #include <QGridLayout>
 #include <QLineEdit>
+#include <QVBoxLayout>
 #include <functional>
 #include <string>
 
@@ -14,6 +15,8 @@ namespace tvx {
 // A grid in a framed group under a small headline, whose label is named after the panel unless it has a name
 // of its own.
 QGridLayout* MakeTitledGrid(QFrame* panel, const QString& title, const char* labelName = nullptr);
+// A column, alike.
+QVBoxLayout* MakeTitledColumn(QFrame* panel, const QString& title, const char* labelName);
 // A label for a control that has the control's name and "Caption".
 QLabel* MakeCaption(QWidget* control, const QString& text);
 // A labelled edit in a grid: label at (row, column), edit beside it.

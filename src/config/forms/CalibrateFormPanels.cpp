@@ -9,20 +9,13 @@
 #include "config/FunctionItems.h"
 #include "config/PlateLookup.h"
 #include "config/forms/CalibrateForm.h"
+#include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
 namespace {
 
 constexpr int kColumns = 3;
-
-QVBoxLayout* ColumnIn(QFrame* panel, const QString& title, const char* name) {
-  auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
-  column->addWidget(MakeLabel(name, title, "caption"));
-  return column;
-}
 
 }  // namespace
 
@@ -35,7 +28,7 @@ QPushButton* CalibrateForm::Command(const char* name, const QString& text, const
 
 QWidget* CalibrateForm::MakePlatePanel() {
   QFrame* panel = MakePanel("PanelPlates");
-  QVBoxLayout* column = ColumnIn(panel, tr("Plates"), "LabelPlates");
+  QVBoxLayout* column = MakeTitledColumn(panel, tr("Plates"), "LabelPlates");
   PlateList = new QListWidget;
   PlateList->setObjectName("PlateList");
   PlateList->setToolTip(tr("The Plates of this configuration, by number"));
@@ -68,8 +61,8 @@ QWidget* CalibrateForm::MakePlatePanel() {
 
 QWidget* CalibrateForm::MakePointPanel() {
   QFrame* panel = MakePanel("PanelPoints");
-  QVBoxLayout* column =
-      ColumnIn(panel, tr("Values of the simulator, and the needle positions that show them"), "LabelPoints");
+  QVBoxLayout* column = MakeTitledColumn(
+      panel, tr("Values of the simulator, and the needle positions that show them"), "LabelPoints");
   auto* grid = new QGridLayout;
   grid->setSpacing(look::Gap() / 2);
   const std::size_t rows = PlateBoxes::kBoxes / kColumns;
@@ -134,7 +127,7 @@ QWidget* CalibrateForm::MakePointPanel() {
 
 QWidget* CalibrateForm::MakePicturePanel() {
   QFrame* panel = MakePanel("PanelPictures");
-  QVBoxLayout* column = ColumnIn(panel, tr("The face, and its curve"), "LabelPictures");
+  QVBoxLayout* column = MakeTitledColumn(panel, tr("The face, and its curve"), "LabelPictures");
   Face = new PlateFace("Face");
   Curve = new PlateCurve("Curve");
   column->addWidget(Face, 1);
@@ -144,7 +137,7 @@ QWidget* CalibrateForm::MakePicturePanel() {
 
 QWidget* CalibrateForm::MakeTargetPanel() {
   QFrame* panel = MakePanel("PanelTarget");
-  QVBoxLayout* column = ColumnIn(panel, tr("Live needle"), "LabelTarget");
+  QVBoxLayout* column = MakeTitledColumn(panel, tr("Live needle"), "LabelTarget");
   auto* grid = new QGridLayout;
   grid->setSpacing(look::Gap());
   ComboTarget = new SearchCombo("ComboTarget", tr("The needle that is moved, and that gets the Plate"));

@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "config/StartFile.h"
+#include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -18,14 +19,6 @@ constexpr const char* kChapters[kImportChapters] = {"General: ports, link, inter
                                                     "Gauges",
                                                     "Plates",
                                                     "Engine Cluster Settings"};
-
-QVBoxLayout* ColumnIn(QFrame* panel, const QString& title, const char* name) {
-  auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
-  column->addWidget(MakeLabel(name, title, "caption"));
-  return column;
-}
 
 }  // namespace
 
@@ -52,7 +45,7 @@ SaveConfigForm::SaveConfigForm(ConfigModel& model, SaveControl& save, std::funct
 
 QWidget* SaveConfigForm::MakeFilePanel() {
   QFrame* panel = MakePanel("PanelFiles");
-  QVBoxLayout* column = ColumnIn(
+  QVBoxLayout* column = MakeTitledColumn(
       panel, tr("Configuration files in ") + QDir::toNativeSeparators(QDir::currentPath()), "LabelFolder");
   FileList = new PickList("FileList");
   FileList->setToolTip(tr("The configuration files of the working folder"));
@@ -98,7 +91,7 @@ QWidget* SaveConfigForm::MakeFilePanel() {
 
 QWidget* SaveConfigForm::MakeImportPanel() {
   QFrame* panel = MakePanel("PanelImport");
-  QVBoxLayout* column = ColumnIn(panel, tr("Take over single chapters of this file"), "LabelImport");
+  QVBoxLayout* column = MakeTitledColumn(panel, tr("Take over single chapters of this file"), "LabelImport");
   for (std::size_t i = 0; i < kImportChapters; ++i) {
     ChkImportPartial[i] = new QCheckBox(tr(kChapters[i]));
     ChkImportPartial[i]->setObjectName("ChkImportPartial" + QString::number(i));

@@ -6,6 +6,7 @@
 #include "config/NameTables.h"
 #include "core/Dump.h"
 #include "core/ProgramRig.h"
+#include "fakes/ScratchFolder.h"
 #include "platform/AtomicFile.h"
 
 namespace tvx {
@@ -46,20 +47,11 @@ TEST(Dump, RecordsAreExactAndTheConfigurationFollows) {
 // In a folder of its own, which is taken away again.
 class DumpFile : public testing::Test {
  protected:
-  DumpFile() {
-    std::filesystem::create_directories(folder_);
-    std::filesystem::current_path(folder_);
-  }
-  ~DumpFile() override {
-    std::filesystem::current_path(before_);
-    std::filesystem::remove_all(folder_);
-  }
   std::string Content() {
     std::string error;
     return ReadWholeFile(std::string(kDumpFileName), error).value_or("");
   }
-  std::filesystem::path before_ = std::filesystem::current_path();
-  std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "tvx-dump-test";
+  const ScratchFolder folder_;
   ProgramRig rig_;
 };
 
@@ -86,7 +78,7 @@ TEST_F(DumpFile, ThatCannotBeWrittenIsReportedAndLeavesNothing) {
   std::filesystem::create_directory(std::string(kDumpFileName));  // a folder stands in its place
   rig_.run.cmdDumpTVX_Click();
   EXPECT_EQ(rig_.boxes.shown.back(), "Error writing Dump");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_), {}), 1);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 // What every instrument's reply does to the simulator.
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "core/GaugeReceiver.h"
 #include "fakes/CockpitRig.h"
 
@@ -10,12 +8,6 @@ namespace tvx {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-float FloatAt(const std::string& bytes, std::size_t at) {
-  float value = 0;
-  std::memcpy(&value, bytes.data() + at, 4);
-  return value;
-}
 
 std::string Number(float value) {
   return FormatNumberText(static_cast<double>(value), "0.###");
@@ -87,7 +79,6 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
       {"altimeter, hPa", 101, 0, "PP", {{7, 0x03}, {8, 0xF5}}, {"DATA 8/0=29.917"}},
       {"altimeter, inches", 101, 0, "PP", {{4, 1}, {7, 0x0B}, {8, 0xB0}}, {"DATA 8/0=29.92"}},
       {"altimeter, knob not moved", 101, 0, "PP", {{10, 1}, {12, 128}}, {}},
-      {"altimeter, other letters", 101, 0, "PQ", {{7, 0x03}, {8, 0xF5}}, {}},
       {"heading indicator",
        105,
        1,
@@ -96,29 +87,15 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
        {"DATA 51/0=90.", "DATA 52/0=-90."}},
       {"heading indicator, knobs off", 105, 0, "", {{10, 0x04}, {11, 0x38}}, {}},
       {"course knob", 106, 0, "CA", {{7, 0x01}, {8, 0x0F}}, {"DATA 51/0=270."}},
-      {"course knob at 0", 107, 0, "CA", {}, {"DATA 51/0=0."}},
       {"course knob at a full turn", 107, 0, "CA", {{7, 0x04}, {8, 0x3C}}, {"DATA 51/0=0."}},
       {"ADF card", 108, 0, "CA", {{7, 0x02}, {8, 0x1E}}, {"DATA 52/0=180."}},
       {"COM radio", 110, 0, "AS", {{7, 0x48}, {8, 0x44}, {10, 0x49}, {11, 0x3E}}, {"DATA 51/0=11850."}},
-      {"COM radio with standby",
-       111,
-       4,
-       "AS",
-       {{7, 0x48}, {8, 0x44}, {10, 0x49}, {11, 0x3E}},
-       {"DATA 51/0=11850.", "DATA 52/0=11875."}},
       {"ADF radio with standby",
        121,
        4,
        "AS",
        {{7, 0x0D}, {8, 0xB1}, {10, 0x0F}, {11, 0xA0}},
        {"DREF sim/cockpit/radios/adf1_freq_hz=350.5", "DREF sim/cockpit/radios/adf1_stdby_freq_hz=400."}},
-      {"radio, kind ADF",
-       110,
-       3,
-       "AS",
-       {{7, 0x0D}, {8, 0xB1}},
-       {"DREF sim/cockpit/radios/adf1_freq_hz=350.5"}},
-      {"transponder, code only", 114, 0, "XY", {{15, 1}, {7, 0x12}, {8, 0x34}, {17, 4}}, {"DATA 26/0=1234."}},
       {"transponder, the other pair", 112, 0, "XY", {{7, 0x12}, {10, 0x77}, {11, 0xFF}}, {"DATA 26/0=7777."}},
       {"transponder, everything",
        114,
@@ -132,12 +109,6 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
        "XY",
        {{15, 1}, {17, 3}},
        {"DATA 26/0=0.", "DATA 47/2=0."}},
-      {"King transponder, altitude",
-       122,
-       0,
-       "XF",
-       {{7, 0x12}, {8, 0x00}, {17, 5}},
-       {"DATA 26/0=1200.", "DATA 47/0=3."}},
       {"King transponder, test",
        122,
        4,
@@ -145,9 +116,7 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
        {{17, 3}, {13, 1}},
        {"DATA 26/0=0.", "DATA 47/0=4.", "DATA 46/0=1."}},
       {"King transponder, no such position", 122, 0, "XF", {{17, 200}}, {"DATA 26/0=0."}},
-      {"DME selector 1", 113, 0, "SD", {{17, 2}}, {"DATA 52/0=1."}},
       {"DME selector 2", 113, 0, "SD", {{17, 4}}, {"DATA 52/0=2."}},
-      {"DME selector between", 113, 0, "SD", {{17, 3}}, {}},
       {"DME selector, local", 113, 1, "SD", {{17, 4}}, {}},
       {"King DME",
        123,
@@ -155,15 +124,8 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
        "SD",
        {{17, 3}, {24, 1}, {19, 0x34}, {20, 0x12}},
        {"DREF sim/cockpit/radios/dme_freq_hz=466."}},
-      {"King DME, from NAV1", 123, 0, "SD", {{17, 3}, {24, 2}, {19, 0x0A}}, {"DATA 115/1=1."}},
       {"King DME, from NAV2", 123, 0, "SD", {{17, 3}, {24, 3}, {19, 0x0A}}, {"DATA 115/1=1."}},
       {"King DME, no such source", 123, 0, "SD", {{17, 3}, {24, 4}, {19, 0x0A}}, {}},
-      {"COM/NAV radio, first only",
-       120,
-       0,
-       "CS",
-       {{7, 0x48}, {8, 0x44}, {13, 0x49}, {14, 0x3E}},
-       {"DATA 20/0=11850.", "DATA 22/0=11875."}},
       {"COM/NAV radio, both",
        120,
        4,
@@ -204,8 +166,6 @@ TEST(Replies, AudioPanelWritesSevenDatarefsInOrderWhenItsSelectorChanges) {
   EXPECT_EQ(rig.Reply(125, {{7, 0x20}, {8, 0x04}}), com1AndAdf);
   EXPECT_EQ(rig.special.AudioPanelBits, 0x80 | 0x20 | 0x01) << "the first alone";
   EXPECT_EQ(rig.Reply(125, {{7, 0x20}, {8, 0x04}}), Texts{}) << "no change";
-  rig.Reply(125, {{7, 0x03}, {8, 0x0B}});
-  EXPECT_EQ(rig.special.AudioPanelBits, 0x40 | 0x08 | 0x10 | 0x04 | 0x02);
 }
 
 TEST(Replies, PressureKnobCountsFromTheSimulatorsSetting) {
@@ -234,15 +194,6 @@ TEST(Replies, RepeatedReportsDoNotUndoWhatTheSimulatorChanged) {
   EXPECT_EQ(rig.Reply(110, {{7, 0x48}, {8, 0x4E}}, "AS"), (Texts{"DATA 51/0=11851."})) << "the knob again";
 }
 
-TEST(Replies, CourseKnobsSendOnlyChanges) {
-  for (const int type : {106, 107}) {
-    ReplyRig rig;
-    rig.StartWith(type);
-    EXPECT_EQ(rig.Reply(type, {{7, 0x02}, {8, 0x1E}}, "CA").size(), 1u);
-    EXPECT_EQ(rig.Reply(type, {{7, 0x02}, {8, 0x1E}}, "CA"), Texts{}) << type;
-  }
-}
-
 TEST(Replies, TrimWheelIgnoresJitter) {
   ReplyRig rig;
   rig.StartWith(140);
@@ -251,9 +202,7 @@ TEST(Replies, TrimWheelIgnoresJitter) {
   };
   EXPECT_EQ(at(5000), 1u);
   EXPECT_EQ(at(5002), 0u);
-  EXPECT_EQ(rig.cycle.GaugeWithID(12)->StoredPosition, 5000);
   EXPECT_EQ(at(5003), 1u);
-  EXPECT_EQ(rig.cycle.GaugeWithID(12)->StoredPosition, 5003);
 }
 
 TEST(Replies, ModuleReportsTextAndEightAnalogueValues) {

@@ -25,8 +25,6 @@ TEST(RunControl, ActivationPreparesOnceAndLeavesTheFormHalted) {
   ActivatedRig rig;
   EXPECT_TRUE(rig.run.Activated());
   EXPECT_FALSE(rig.run.Running());
-  EXPECT_EQ(rig.run.View().BoxRun, "Halted");
-  EXPECT_EQ(rig.run.View().LabelVersion, "Version: 1.0.0");
   EXPECT_EQ(rig.processTimer.interval, 120);
   EXPECT_FALSE(rig.processTimer.enabled);
   EXPECT_TRUE(rig.writeTimer.enabled);
@@ -90,8 +88,6 @@ TEST(RunControl, PeripheralsFollowInTheirOrders) {
   EXPECT_EQ(rig.peripheralLog, expected);
   EXPECT_EQ(rig.run.View().TransferInterval, 40) << "with a yoke, whatever the configuration says";
   EXPECT_EQ(rig.processTimer.interval, 40);
-  EXPECT_TRUE(rig.run.View().ShowYokes);
-  EXPECT_FALSE(rig.run.View().ShowIOModule2);
 
   rig.peripheralLog.clear();
   rig.run.cmdRun_Click();
@@ -139,17 +135,7 @@ TEST(RunControl, RatesAreShownAndCleared) {
   EXPECT_EQ(rig.run.View().boxUDPrate, 3);
   EXPECT_EQ(rig.run.View().boxNrofOffsets, 4);
   rig.run.Timer1_Tick();
-  EXPECT_EQ(rig.run.View().frmXferCount, 0);
   EXPECT_EQ(rig.run.View().boxUDPrate, 0);
-}
-
-TEST(RunControl, TheSliderTakesEffectAtOnceAndNeverBelowTenMilliseconds) {
-  ActivatedRig rig;
-  rig.run.SliderXferTimer_Change(300);
-  EXPECT_EQ(rig.model.General.TransferInterval, 300);
-  EXPECT_EQ(rig.processTimer.interval, 300);
-  rig.run.SliderXferTimer_Change(0);
-  EXPECT_EQ(rig.processTimer.interval, 10);
 }
 
 TEST(RunControl, ASilentSimulatorIsAskedAgainEveryThreeSeconds) {
@@ -166,8 +152,6 @@ TEST(RunControl, ASilentSimulatorIsAskedAgainEveryThreeSeconds) {
   }
   EXPECT_EQ(renewals, 3);
   EXPECT_TRUE(rig.run.View().Simulator.Trouble);
-  EXPECT_NE(rig.run.View().Simulator.Text.find("silent for 9 s"), std::string::npos)
-      << rig.run.View().Simulator.Text;
   rig.Set(1, 81);
   rig.run.Timer1_Tick();
   EXPECT_FALSE(rig.run.View().Simulator.Trouble);

@@ -14,8 +14,15 @@
 #include "app/Program.h"
 #include "config/StartFile.h"
 #include "fakes/FakeHost.h"
+#include "ui/Look.h"
 
 namespace tvx {
+
+// Forms are looked at as the program shows them.
+struct TheLook : testing::Environment {
+  void SetUp() override { look::Apply(*qApp, look::Theme::Dark); }
+};
+inline testing::Environment* const theLook = testing::AddGlobalTestEnvironment(new TheLook);
 
 // Handles what is queued now. Nothing here waits for time to pass.
 inline void Settle() {

@@ -16,9 +16,8 @@ std::int16_t Code(int bits) {
 
 TEST(Keystroke, SequenceOfACode) {
   const std::pair<int, std::string_view> cases[] = {
-      {0x0000, ""},       {0x4041, ""},      {0xC000, ""},        {0x3F00, ""},     {0x2600, ""},
-      {0xD600, "^+{F1}"}, {0x2500, "{F16}"}, {0x0800, "{ENTER}"}, {0x0141, "A"},    {0x017B, "{{}"},
-      {0x012B, "{+}"},    {0x0120, " "},     {0xC12B, "^+{+}"},   {0x01E4, "\xE4"},
+      {0x4041, ""},    {0xC000, ""},    {0x2600, ""},      {0xD600, "^+{F1}"}, {0x2500, "{F16}"},
+      {0x017B, "{{}"}, {0x012B, "{+}"}, {0xC12B, "^+{+}"}, {0x01E4, "\xE4"},
   };
   for (const auto& [code, sequence] : cases) {
     EXPECT_EQ(KeySequence(Code(code)), sequence) << std::hex << code;

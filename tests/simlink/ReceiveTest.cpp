@@ -14,19 +14,16 @@ TEST_F(Receive, CountsOnlyWhatItDecodesToTheEnd) {
     std::string bytes;
     bool counted;
   } cases[] = {
-      {"empty", "", false},
       {"five bytes", "DATA*", false},
       {"no group", "DATA*x", true},
       {"half a group", "DATA*" + std::string(18, 'x'), true},
       {"19 of 36 bytes", "DATA*" + std::string(19, '\1'), false},
       {"a group and a half", DataDatagram({{1, 0}}) + std::string(18, '\1'), false},
       {"group 151", DataDatagram({{150, 0}, {151, 0}}), false},
-      {"half a record", "RREF," + std::string(4, 'x'), true},
       {"a record and a half", RrefDatagram({{0, 1}}) + std::string(4, '\0'), false},
       {"the spare row", RrefDatagram({{1, 1}}), false},
       {"high byte counts", RrefDatagram({{256, 1}}), false},
       {"echo", "DREF+" + std::string(504, 'x'), true},
-      {"beacon", "BECN0123456", true},
       {"largest", "XXXX" + std::string(70000, 'x'), true},
   };
   for (const auto& c : cases) {
@@ -83,23 +80,10 @@ TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
     float value;
     std::optional<float> raw;  // as stored; nothing: it does not fit
   } cases[] = {
-      {ByteType, 2.5f, 2},
-      {ByteType, 3.5f, 4},
-      {ByteType, 255.4f, 255},
-      {ByteType, 255.5f, {}},
-      {ByteType, -0.5f, 0},
-      {ByteType, -1, {}},
-      {Integer, -32768.5f, -32768},
-      {Integer, 32768, {}},
-      {Integer, nan, {}},
-      {UnsignedInt, 32767, 32767},
-      {UnsignedInt, 40000, {}},
-      {BcdCode, 1200.5f, 1200},
-      {Long, 1e9f, 1e9f},
-      {Long, 2147483648.0f, {}},
-      {Float, 1e30f, 1e30f},
-      {XplaneCmnd, 1e30f, 0},
-      {static_cast<DataType>(99), nan, 0},
+      {ByteType, 3.5f, 4},          {ByteType, 255.5f, {}},   {ByteType, -0.5f, 0},
+      {Integer, -32768.5f, -32768}, {Integer, 32768, {}},     {Integer, nan, {}},
+      {UnsignedInt, 40000, {}},     {BcdCode, 1200.5f, 1200}, {Long, 2147483648.0f, {}},
+      {Float, 1e30f, 1e30f},        {XplaneCmnd, 1e30f, 0},   {static_cast<DataType>(99), nan, 0},
   };
   const Port port = OpenEnabled(60, Float, 3), after = OpenEnabled(61, Float, 4);
   float mark = 0, stored = 0;

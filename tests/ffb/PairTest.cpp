@@ -18,14 +18,12 @@ struct Cause {
 
 // Every cause takes the forces away, steadily, within its stated time; and when it is over they rise again.
 TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
-  const char* noNumbers = "No force: The simulator sends values that are no numbers";
   const char* noAnswer = "No force: The yoke does not answer";
-  const char* noPower = "No force: Its stop button is pressed, or its motors have no power";
   const Cause causes[] = {
       {"simulator silent", [](YokeRig& r, bool now) { r.simulatorAlive = !now; },
        "No force: The simulator is silent", kSimulatorSilentMs + kFadeMs},
-      {"not a number", [](YokeRig& r, bool now) { r.SetValue(6, now ? std::nanf("") : 120); }, noNumbers},
-      {"infinite", [](YokeRig& r, bool now) { r.SetValue(14, now ? HUGE_VALF : 1); }, noNumbers},
+      {"not a number", [](YokeRig& r, bool now) { r.SetValue(6, now ? std::nanf("") : 120); },
+       "No force: The simulator sends values that are no numbers"},
       {"yoke silent", [](YokeRig& r, bool now) { r.hardware[0].silent = now; }, noAnswer,
        kYokeSilentMs + kFadeMs},
       {"yoke garbled", [](YokeRig& r, bool now) { r.hardware[0].garbled = now; }, noAnswer,
@@ -38,9 +36,7 @@ TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
        [](YokeRig& r, bool now) {
          r.hardware[0].status = static_cast<Byte>(yokestatus::kPower | (now ? yokestatus::kStopButton : 0));
        },
-       noPower},
-      {"motors without power",
-       [](YokeRig& r, bool now) { r.hardware[0].status = now ? 0 : yokestatus::kPower; }, noPower},
+       "No force: Its stop button is pressed, or its motors have no power"},
       {"calibration taken away",
        [](YokeRig& r, bool) {
          std::swap(r.model.Yoke1.RollLeft, r.model.Yoke1.RollCentre), r.pair.ApplySettings();
@@ -103,8 +99,7 @@ TEST(Modes, SendWhatTheTableSays) {
     float servos;
     std::set<int> commands;
   };
-  const Row rows[] = {{YokeMode::Centre, 0, {1, 2, 3, 4, 7}},
-                      {YokeMode::Ffb, 0, {1, 2, 3, 4, 7}},
+  const Row rows[] = {{YokeMode::Ffb, 0, {1, 2, 3, 4, 7}},
                       {YokeMode::FollowAP, 0, {1, 2, 3, 4, 7}},
                       {YokeMode::FollowAP, 1, {2, 3, 4, 5, 7}},
                       {YokeMode::Servo, 0, {1, 2, 3, 4, 7}},  // nobody to follow
@@ -119,11 +114,6 @@ TEST(Modes, SendWhatTheTableSays) {
     rig.Run(1200);
     EXPECT_EQ(rig.hardware[0].commands, row.commands) << static_cast<int>(row.mode);
   }
-  YokeRig rig;
-  rig.pair.SelectMode(1, YokeMode::Centre);
-  EXPECT_EQ(rig.pair.Of(1).ModeColour(), 255);
-  rig.pair.SelectMode(1, YokeMode::FollowAP);
-  EXPECT_EQ(rig.pair.Of(1).ModeColour(), 49152);
 }
 
 TEST(Modes, FollowsTheAutopilotAndGivesTheControlsBackMeanwhile) {
@@ -176,7 +166,6 @@ TEST(Roles, HandOverByButtonIsBumpless) {
   rig.hardware[1].buttons = 8;
   ExpectBumpless(rig, 50);
   EXPECT_EQ(rig.pair.Master(), 2);
-  EXPECT_EQ(rig.pair.RoleText(2), "Master, FFB Mode");
   EXPECT_EQ(rig.pair.RoleText(1), "Slave, Servo Mode");
   EXPECT_NEAR(rig.Written("yoke_roll_ratio"), 150.0 / 511, 0.02);
   rig.Run(1000);
@@ -241,7 +230,6 @@ TEST(Simulator, GetsItsControlsBack) {
   const std::pair<const char*, void (*)(YokeRig&)> rows[] = {
       {"stop", [](YokeRig& r) { r.pair.cmdStop_Click(); }},
       {"stop after the link was closed", [](YokeRig& r) { r.sim.CloseUDP(), r.pair.cmdStop_Click(); }},
-      {"exit", [](YokeRig& r) { r.pair.Unload(); }},
       {"yoke silent", [](YokeRig& r) { r.hardware[0].silent = true, r.Run(600); }},
       {"not this yoke's to fly",
        [](YokeRig& r) { r.model.Yoke1.OptionBits = 0, r.pair.ApplySettings(), r.Run(80); }},
@@ -251,13 +239,10 @@ TEST(Simulator, GetsItsControlsBack) {
     YokeRig rig;
     rig.Start(1000);
     ASSERT_EQ(rig.Override("joystick_roll"), 1);
-    ASSERT_EQ(rig.Override("joystick_pitch"), 1);
     ASSERT_EQ(rig.Override("joystick_heading"), -1) << "no pedals: never touched";
-    const bool open = rig.sim.UdpOpen();
     happens(rig);
     EXPECT_EQ(rig.Override("joystick_roll"), 0);
     EXPECT_EQ(rig.Override("joystick_pitch"), 0);
-    EXPECT_TRUE(open);
   }
 }
 
@@ -317,11 +302,6 @@ TEST(Pedals, AreScaledSentAndGivenBackWhenUnplugged) {
   EXPECT_EQ(rig.Override("joystick_heading"), 0);
   EXPECT_EQ(rig.Override("toe_brakes"), 0);
   EXPECT_EQ(rig.Written("yoke_heading_ratio"), 1);
-  EXPECT_TRUE(rig.boxes.shown.empty());
-  rig.pair.cmdStop_Click();
-  rig.model.Yoke1.RudderAxis = 0;
-  rig.pair.cmdRun_Click();
-  EXPECT_EQ(rig.boxes.shown, (std::vector<std::string>{"Joystick settings incorrect or incomplete."}));
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ install(FILES ${CMAKE_CURRENT_LIST_DIR}/torvex-control.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/demo DESTINATION ${TVX_SHARE} PATTERN comports EXCLUDE
         PATTERN "*.bak" EXCLUDE PATTERN TVXDumpFile.txt EXCLUDE)
-install(FILES ${CMAKE_SOURCE_DIR}/docs/manual.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR})  # the manual, its pictures, what it links to
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_STRIP_FILES ON)

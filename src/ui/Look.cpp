@@ -43,6 +43,7 @@ QLineEdit, QAbstractItemView, QComboBox { background: @ground; color: @text; bor
 QComboBox { combobox-popup: 0; }
 QAbstractItemView { selection-background-color: @accent; selection-color: @onaccent; }
 QLineEdit:focus, QAbstractItemView:focus, QComboBox:focus, QSlider:focus { border: 2px solid @accent; }
+QAbstractItemView[role="popup"], QAbstractItemView[role="popup"]:focus { padding: 0; border: 1px solid @accent; }
 QLineEdit:read-only, QLineEdit:disabled, QComboBox:disabled, QCheckBox:disabled, QRadioButton:disabled { color: @dim; }
 QLineEdit[wrong="true"] { border: 2px solid @trouble; }
 QListView::item { padding: 0.2em; }

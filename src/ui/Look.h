@@ -40,7 +40,7 @@ QColor Legible(QColor colour, const QColor& ground);
 // Roles that the style sheet knows; set before the widget is shown, or followed by the widget's repolish.
 //   "panel" a framed group   "caption" a small label   "value" a number to read from afar
 //   "title" a headline       "primary" the button that one usually wants     "link" a button that opens a
-//   page
+//   page   "popup" a list that drops down while one types
 void SetRole(QWidget* widget, const char* role);
 
 }  // namespace tvx::look

@@ -7,6 +7,8 @@
 #include <QTimer>
 #include <QWheelEvent>
 
+#include "ui/Look.h"
+
 namespace tvx {
 
 SearchCombo::SearchCombo(const char* name, const QString& toolTip) {
@@ -20,6 +22,7 @@ SearchCombo::SearchCombo(const char* name, const QString& toolTip) {
   completer()->setCompletionMode(QCompleter::PopupCompletion);
   completer()->setFilterMode(Qt::MatchContains);
   completer()->setCaseSensitivity(Qt::CaseInsensitive);
+  look::SetRole(completer()->popup(), "popup");
   connect(this, &QComboBox::activated, this, &SearchCombo::Pick);
   connect(lineEdit(), &QLineEdit::returnPressed, this, &SearchCombo::TakeTyped);
 }

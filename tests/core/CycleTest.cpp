@@ -191,12 +191,10 @@ TEST(Cycle, FillsTheBoxesInTheirPatterns) {
   const FlightBoxes& boxes = rig.cycle.Boxes();
   EXPECT_EQ(boxes.BoxIAS.View(), "085.13");
   EXPECT_EQ(boxes.BoxAltitude.View(), "1234");
-  EXPECT_EQ(boxes.BoxHea.View(), "007.50");
   EXPECT_EQ(boxes.boxBank.View(), "-2.3");
   EXPECT_EQ(boxes.boxPitch.View(), ".50");
   EXPECT_EQ(boxes.BoxVS.View(), "-512.3");
   EXPECT_EQ(boxes.boxCompass.View(), "360.00");
-  EXPECT_EQ(boxes.BoxAirPressHg.View(), "29.92");
   EXPECT_EQ(boxes.BoxAirPressmBar.View(), "1013");
   EXPECT_EQ(boxes.boxVoltage.View(), "28.0");
 }

@@ -40,9 +40,6 @@ struct ReplyRig : CockpitRig {
     for (const int n : {2, 8, 20, 21, 22, 23, 26, 27, 46, 47, 51, 52, 91, 112, 120, 281}) Define(n);
     model.Functions[281].boxMinimumValue = -1;
     model.Functions[281].boxMaximumValue = 1;
-    model.Functions[92] = model.Functions[51];
-    model.Functions[92].ComboDT = static_cast<Byte>(DataType::XplaneCmnd);
-    model.Functions[92].FullName = "#1:sim/ap\r\n#3:sim/nav\r\n";
   }
   // Sends one reply and returns what the simulator got for it.
   Texts Reply(int type, std::initializer_list<ByteAt> bytes, std::string_view letters = "") {
@@ -142,15 +139,6 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
     rig.StartWith(c.type, c.options);
     EXPECT_EQ(rig.Reply(c.type, c.bytes, c.letters), c.sent) << c.what;
   }
-}
-
-TEST(Replies, AutopilotPanelRunsCommandsAndSetsItsDials) {
-  ReplyRig rig;
-  rig.StartWith(124, 0, 1, 22);
-  EXPECT_EQ(rig.Reply(124, {{7, 0x05}}, "AV"), (Texts{"CMND0sim/ap", "CMND0sim/nav"}));
-  EXPECT_EQ(rig.Reply(124, {{10, 0x13}, {11, 0x88}, {12, 1}}, "AV"), (Texts{"DATA 112/0=5000."}));
-  EXPECT_EQ(rig.Reply(124, {{13, 0xFD}, {14, 0x44}, {15, 1}}, "AV"), (Texts{"DATA 118/2=-700."}));
-  EXPECT_EQ(rig.Reply(124, {{7, 0x01}, {12, 1}}, "AB"), Texts{});
 }
 
 TEST(Replies, AudioPanelWritesSevenDatarefsInOrderWhenItsSelectorChanges) {

@@ -66,18 +66,6 @@ TEST_F(GaugeBusTest, RepliesByteByByte) {
   EXPECT_TRUE(module.Lamp(0) && module.Lamp(15) && !module.Lamp(1));
 }
 
-// The knob angle that a receiver works out of an answer is the knob's, all the way round.
-TEST_F(GaugeBusTest, KnobAngleComesBackToTheDegree) {
-  auto& vor = As<VorDevice>(14);
-  for (int i = 0; i < 360; ++i) {
-    const Bytes reply = Poll(14);
-    const int raw = reply[6] * 256 + reply[7];
-    const double angle = std::nearbyint((1084 - raw) / 1084.0 * 360);
-    ASSERT_EQ(angle >= 359.9 ? 0 : static_cast<int>(angle), vor.KnobDegrees());
-    vor.TurnKnob(1);
-  }
-}
-
 TEST_F(GaugeBusTest, DeviceFaultsShowOnTheLine) {
   const struct {
     DeviceFault fault;

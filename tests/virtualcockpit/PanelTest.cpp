@@ -24,15 +24,6 @@ PlateRecord PlateOf(const std::vector<std::pair<double, int>>& points) {
   return plate;
 }
 
-TEST(Scale, NeedlePositionAndValueAreInverse) {
-  const Scale scale(PlateOf({{0, 900}, {20, 861}, {50, 789}, {90, 690}, {115, 630}}));
-  for (double value = 0; value <= 115; value += 2.5)
-    EXPECT_NEAR(scale.ValueAt(scale.PositionOf(value)), value, 1e-9);
-  EXPECT_EQ(scale.PositionOf(-10), 900);
-  EXPECT_EQ(scale.PositionOf(1000), 630);
-  EXPECT_EQ(scale.ValueAt(1079), 0);
-}
-
 TEST(Scale, PlatesThatMakeNoSenseAreEmptyNotFatal) {
   EXPECT_TRUE(Scale(PlateRecord{}).Empty());
   PlateRecord plate = PlateOf({{5, 0}, {5, 100}});

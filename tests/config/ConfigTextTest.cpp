@@ -12,8 +12,6 @@ TEST(ConfigText, HeaderPutsTitleAndVersionAtTheirPlaces) {
   EXPECT_EQ(header,
             "Program Name: Control Program for X-Plane Simulator       , Version: 1.0.0      ,"
             "Connected Simulator: X-Plane ,Version: 12.11.00 ,Date/Time saved: 2024-03-05 14:30:15\r\n");
-  EXPECT_EQ(header.substr(14, 43), kProgramTitle);
-  EXPECT_EQ(header.substr(69, 10), "1.0.0     ");
 }
 
 TEST(ConfigText, GoldenPieces) {
@@ -62,7 +60,7 @@ TEST(ConfigText, GoldenPieces) {
             "\"Plates\"\r\n1\r\n\"face\",0.3333333333333333,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,"
             "0.0000001\r\n0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1079\r\n");
   EXPECT_TRUE(
-      sections["GeneralFFB"].starts_with("\"GeneralFFB\"\r\n1\r\n2\r\n0\r\n0\r\n0\r\n0\r\n0\r\n8\r\n0\r\n"));
+      sections["GeneralFFB"].starts_with("\"GeneralFFB\"\r\n1\r\n2\r\n0\r\n0\r\n0\r\n0\r\n0\r\n8\r\n"));
   EXPECT_TRUE(sections["GeneralFFB"].ends_with("\r\n0\r\n1\r\n2\r\n3\r\n4.5\r\n"));
   EXPECT_TRUE(WriteConfigText(model).ends_with("\"end\"\r\n"));
 }
@@ -90,33 +88,25 @@ TEST(ConfigText, EverySectionHasItsLines) {
 }
 
 // How text editors and other systems may leave a file.
-class Reload : public ::testing::TestWithParam<std::string> {};
-TEST_P(Reload, GivesEveryFieldBack) {
+TEST(ConfigText, GivesEveryFieldBackHoweverItsLinesAre) {
   const ConfigModel saved = DistinctModel();
-  std::string text = WriteConfigText(saved);
-  if (GetParam() == "blanks") {
-    text = Replaced(text, "\"IOM\"\r\n3\r\n", " \"IOM\"\t \r\n \t3 \r\n");
-    text = Replaced(text, "\r\n\",-15998,", "\r\n\" ,\t-15998 ,");
-  } else if (GetParam() == "bare line feeds") {  // those in texts stay, they belong to the texts
-    for (std::size_t at = 0, quotes = 0; at < text.size(); ++at) {
-      quotes += text[at] == '"';
-      if (text[at] == '\r' && quotes % 2 == 0) text.erase(at, 1);
-    }
-  } else if (GetParam() == "no last line end") {
-    text.resize(text.size() - 2);
+  const std::string written = WriteConfigText(saved);
+  std::string bare = written;  // line feeds only; those in texts stay, they belong to the texts
+  for (std::size_t at = 0, quotes = 0; at < bare.size(); ++at) {
+    quotes += bare[at] == '"';
+    if (bare[at] == '\r' && quotes % 2 == 0) bare.erase(at, 1);
   }
-  ConfigModel loaded;
-  FakeMessageBoxes boxes;
-  std::string error;
-  ASSERT_EQ(ReadConfigText(text, loaded, boxes, error), ConfigReadResult::Loaded) << error;
-  EXPECT_TRUE(boxes.asked.empty());
-  const auto before = AllFields(saved);
-  const auto after = AllFields(loaded);
-  ASSERT_EQ(after.size(), before.size());
-  for (std::size_t i = 0; i < before.size(); ++i) ASSERT_EQ(after[i], before[i]);
+  const std::string blanks = Replaced(written, "\"IOM\"\r\n3\r\n", " \"IOM\"\t \r\n \t3 \r\n");
+  for (const std::string& text : {written, bare, Replaced(blanks, "\r\n\",-15998,", "\r\n\" ,\t-15998 ,"),
+                                  written.substr(0, written.size() - 2)}) {
+    ConfigModel loaded;
+    FakeMessageBoxes boxes;
+    std::string error;
+    ASSERT_EQ(ReadConfigText(text, loaded, boxes, error), ConfigReadResult::Loaded) << error;
+    EXPECT_TRUE(boxes.asked.empty());
+    EXPECT_EQ(AllFields(loaded), AllFields(saved));
+  }
 }
-INSTANTIATE_TEST_SUITE_P(Forms, Reload,
-                         ::testing::Values("as written", "blanks", "bare line feeds", "no last line end"));
 
 // The header without its line end puts the general record on one line.
 TEST(ConfigText, HeaderOnOneLine) {
@@ -130,23 +120,19 @@ TEST(ConfigText, HeaderOnOneLine) {
 
 TEST(ConfigText, SecondYokeIsReadOneLineAside) {
   const ConfigModel saved = DistinctModel();
-  EXPECT_TRUE(
-      Sections(saved)["Yoke2"].ends_with("\r\n7\r\n11\r\n12\r\n13\r\n14\r\n100.25\r\n30\r\n101.25\r\n31\r\n"
-                                         "102.25\r\n32\r\n103.25\r\n33\r\n104.25\r\n34\r\n105.25\r\n35\r\n"
-                                         "106.25\r\n36\r\n107.25\r\n37\r\n108.25\r\n38\r\n109.25\r\n39\r\n"
-                                         "110.25\r\n40\r\n111.25\r\n41\r\n"));
+  const std::string written = Sections(saved)["Yoke2"];
+  EXPECT_NE(written.find("\r\n7\r\n11\r\n12\r\n13\r\n14\r\n100.25\r\n30\r\n101.25\r\n31\r\n"),
+            std::string::npos);
+  EXPECT_TRUE(written.ends_with("\r\n111.25\r\n41\r\n"));
   ConfigModel loaded;
   loaded.Yoke2.Effects[11].Level = 200;
   FakeMessageBoxes boxes;
   std::string error;
   ASSERT_EQ(ReadConfigText(WriteConfigText(saved), loaded, boxes, error), ConfigReadResult::Loaded) << error;
   const YokeRecord& yoke = loaded.Yoke2;
-  EXPECT_EQ(yoke.StallMargin, 7);
-  EXPECT_EQ(yoke.TailZero, 11);
-  EXPECT_EQ(yoke.StallSpeed, 12);
-  EXPECT_EQ(yoke.NeverExceedSpeed, 13);
-  EXPECT_EQ(yoke.ServoSpeed, 14);
-  EXPECT_EQ(yoke.RunwayBumps, 100);
+  EXPECT_EQ((std::array<int, 6>{yoke.StallMargin, yoke.TailZero, yoke.StallSpeed, yoke.NeverExceedSpeed,
+                                yoke.ServoSpeed, yoke.RunwayBumps}),
+            (std::array<int, 6>{7, 11, 12, 13, 14, 100}));
   for (std::size_t i = 0; i < 12; ++i) {
     EXPECT_EQ(yoke.Effects[i].Frequency, static_cast<float>(30 + i)) << i;
     EXPECT_EQ(yoke.Effects[i].Level, i < 11 ? 101 + i : 0) << i;

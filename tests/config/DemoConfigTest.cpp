@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "config/NameTables.h"
+#include "config/PlateControl.h"
 #include "config/StandardFunctions.h"
 #include "config/StartFile.h"
 #include "demo/DemoConfig.h"
@@ -28,24 +29,6 @@ TEST(DemoConfig, CommittedFilesAreTheGenerators) {
             "\"General\"\r\n\"Default.cfg\"\r\n\"Startdelay\"\r\n3\r\n\"End\"\r\n");
 }
 
-TEST(DemoConfig, FunctionsCanBeOpened) {
-  const ConfigModel model = demo::DemoConfig();
-  for (const int number : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, 14, 16, 20, 33, 34, 35, 36, 281, 300}) {
-    EXPECT_NE(model.FunctionOf(number)->ShortName, "") << number;
-  }
-  for (const auto& f : model.Functions) {
-    if (f.ShortName.empty()) continue;
-    SCOPED_TRACE(f.ShortName);
-    EXPECT_LE(f.ShortName.size(), 14u);
-    EXPECT_TRUE(f.Multiplier != 0 && f.Devider != 0 && f.boxMinimumValue < f.boxMaximumValue);
-    for (Byte seq = 1; seq <= 4; ++seq) {
-      const bool named = f.FullName.find('#' + std::to_string(seq) + ":sim/") != std::string::npos;
-      EXPECT_TRUE(!f.Is(DataType::XplaneDataref) || (f.SlotOf(seq).value > 0) == named);
-      EXPECT_TRUE(!f.Is(DataType::Float) || f.SlotOf(seq).value < 8);
-    }
-  }
-}
-
 TEST(StandardFunctions, LeaveWhatTheUserDefined) {
   ConfigModel model;
   model.Functions[59].ShortName = "Mine";
@@ -59,13 +42,8 @@ TEST(StandardFunctions, LeaveWhatTheUserDefined) {
 TEST(DemoConfig, GaugesShowFunctionsThatExistOnPlatesThatRise) {
   const ConfigModel model = demo::DemoConfig();
   for (const auto& plate : model.Plates) {
-    SCOPED_TRACE(plate.Name);
-    std::size_t last = 4;
-    while (last < 24 && plate.Value[last + 1] > plate.Value[last]) ++last;
-    EXPECT_EQ(plate.Value[4], plate.Value[2]);
-    EXPECT_EQ(plate.Value[last], plate.Value[3]);
-    for (std::size_t k = last + 1; k < 25; ++k) EXPECT_EQ(plate.Value[k], 0);
-    for (const auto position : plate.Position) EXPECT_TRUE(position >= 0 && position < 1080);
+    EXPECT_TRUE(CheckPlateBoxes(BoxesOfPlate(plate)).good) << plate.Name;
+    for (const auto position : plate.Position) EXPECT_TRUE(position >= 0 && position < 1080) << plate.Name;
   }
   std::string name;
   for (const auto& gauge : model.Gauges) {

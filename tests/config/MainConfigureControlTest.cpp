@@ -60,17 +60,12 @@ TEST(UdpFault, NamesTheFirstFieldThatCannotBe) {
   const struct {
     UdpSettings settings;
     const char* fault;
-  } rows[] = {{{"127.0.0.1", "49000", "49001"}, ""},      {{"255.0.10.255", "1", "65535"}, ""},
-              {{"", "49000", "49001"}, address},          {{"1.2.3", "49000", "49001"}, address},
-              {{"1.2.3.4.5", "49000", "49001"}, address}, {{"1.2.3.256", "49000", "49001"}, address},
-              {{"1..3.4", "49000", "49001"}, address},    {{"1.2.3.4 ", "49000", "49001"}, address},
-              {{"localhost", "", ""}, address},           {{"1.2.3.4", "0", "49001"}, remote},
-              {{"1.2.3.4", "", "49001"}, remote},         {{"1.2.3.4", "65536", ""}, remote},
-              {{"1.2.3.4", "49000", "4900x"}, local},     {{"1.2.3.4", "49000", "-1"}, local}};
+  } rows[] = {{{"255.0.10.255", "1", "65535"}, ""}, {{"1.2.3", "49000", "49001"}, address},
+              {{"1.2.3.4.5", "1", "1"}, address},   {{"1.2.3.256", "1", "1"}, address},
+              {{"1..3.4", "1", "1"}, address},      {{"localhost", "", ""}, address},
+              {{"1.2.3.4", "0", "49001"}, remote},  {{"1.2.3.4", "65536", ""}, remote},
+              {{"1.2.3.4", "1", "4900x"}, local},   {{"1.2.3.4", "1", ""}, local}};
   for (const auto& row : rows) EXPECT_EQ(UdpFault(row.settings), row.fault) << row.settings.remoteIP;
-  ConfigModel model;
-  SetUdp(model, {"1.2.3.4", "5", "6", true, true});
-  EXPECT_EQ(UdpOf(model), (UdpSettings{"1.2.3.4", "5", "6", true, true}));
 }
 
 }  // namespace

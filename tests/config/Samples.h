@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <string_view>
@@ -14,6 +12,8 @@
 
 #include "config/ConfigFile.h"
 #include "config/ValueText.h"
+#include "platform/AtomicFile.h"
+#include "tests/fakes/ScratchFolder.h"
 
 namespace tvx::test {
 
@@ -118,34 +118,17 @@ inline std::string Replaced(std::string text, std::string_view from, std::string
 }
 
 inline std::string FileContent(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-inline void PutFile(const std::filesystem::path& path, std::string_view content) {
-  std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
+  std::string error;
+  return ReadWholeFile(path.string(), error).value_or("(none)");
 }
 
 // A test that works in a new, empty folder.
-class InEmptyFolder : public ::testing::Test {
+class InEmptyFolder : public ::testing::Test, protected ScratchFolder {
  protected:
-  InEmptyFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "tvx-config-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    std::filesystem::current_path(folder_);
-  }
-  ~InEmptyFolder() override {
-    std::filesystem::current_path(before_);
-    std::filesystem::remove_all(folder_);
-  }
   // How many entries the folder has; hidden ones count too.
   static auto Entries() {
     return std::distance(std::filesystem::directory_iterator("."), std::filesystem::directory_iterator());
   }
-
- private:
-  std::filesystem::path before_ = std::filesystem::current_path();
-  std::filesystem::path folder_;
 };
 
 }  // namespace tvx::test

@@ -5,16 +5,8 @@
 namespace tvx::look {
 namespace {
 
-TEST(Look, TextGrowsWithTheScreenWithinBounds) {
-  EXPECT_EQ(TextHeight(600), 13);
-  EXPECT_EQ(TextHeight(1080), 16);
-  EXPECT_EQ(TextHeight(1440), 21);
-  EXPECT_EQ(TextHeight(4320), 28);
-}
-
 TEST(Look, ContrastIsTheOneOfTheAccessibilityRules) {
   EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21.0, 0.01);
-  EXPECT_NEAR(Contrast(Qt::white, Qt::white), 1.0, 0.01);
   EXPECT_NEAR(Contrast(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
 }
 

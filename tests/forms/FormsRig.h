@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QTemporaryDir>
+#include <map>
 #include <set>
 #include <string>
 
@@ -57,6 +58,37 @@ inline std::set<std::string> TabRound(QWidget* form) {
     Press(form->focusWidget(), Qt::Key_Tab);
   }
   return names;
+}
+
+// What a user can press, type into or choose from: each has a tip, a key of its own where it has one, and the
+// round of Tab leads to it. The plain ones say by themselves what they are.
+inline void ExpectKeysAndTips(QWidget* form, const std::set<std::string>& plain = {}) {
+  std::map<QChar, std::string> keys;
+  const auto addKey = [&](const QString& text, const QString& name) {
+    const auto at = text.indexOf('&');
+    if (at < 0 || at + 1 >= text.size() || text[at + 1] == '&') return;
+    const auto [other, fresh] = keys.emplace(text[at + 1].toLower(), name.toStdString());
+    EXPECT_TRUE(fresh) << name.toStdString() << " has the key of " << other->second;
+  };
+  const std::set<std::string> reached = TabRound(form);
+  for (QWidget* control : form->findChildren<QWidget*>()) {
+    const QString name = control->objectName();
+    if (!control->isVisible() || control->window() != form || name.startsWith("qt_")) continue;
+    if (auto* label = qobject_cast<QLabel*>(control)) {
+      if (label->buddy() != nullptr) addKey(label->text(), name);
+      continue;
+    }
+    auto* button = qobject_cast<QAbstractButton*>(control);
+    if (button != nullptr) addKey(button->text(), name);
+    const bool input = button != nullptr || qobject_cast<QLineEdit*>(control) ||
+                       qobject_cast<QComboBox*>(control) || qobject_cast<QAbstractSpinBox*>(control) ||
+                       qobject_cast<QSlider*>(control) || qobject_cast<QAbstractItemView*>(control);
+    if (!input || !control->isEnabled() || name.isEmpty()) continue;
+    EXPECT_TRUE(!control->toolTip().isEmpty() || plain.count(name.toStdString())) << name.toStdString();
+    // Of options that exclude each other Tab leads to the chosen one.
+    const bool unchosen = qobject_cast<QRadioButton*>(control) && !button->isChecked();
+    EXPECT_TRUE(unchosen || reached.count(name.toStdString()) > 0) << "Tab passes " << name.toStdString();
+  }
 }
 
 inline ConfigModel SmallModel() {

@@ -34,6 +34,18 @@ TEST_F(ProgramTest, EndingBehindAQuestionLeavesNothingOpen) {
   EXPECT_EQ(Status(), nullptr);
 }
 
+TEST_F(ProgramTest, EndingGivesTheConsolesLinkBack) {
+  Begin();
+  Control<QPushButton>(Start(), "CmdConfigure")->click();
+  Control<QPushButton>(Configuration(), "cmdTestXplaneInterface")->click();
+  Control<QPushButton>(program_->Functions().Console(), "cmdStartUDP")->click();
+  EXPECT_NE(program_->Sim().UdpMonitorMode, 0);
+  program_->Exit();
+  Settle();
+  EXPECT_EQ(program_->Sim().UdpMonitorMode, 0);
+  EXPECT_FALSE(program_->Sim().UdpOpen());
+}
+
 TEST_F(ProgramTest, BackFromTheConfigurationOKMakesANewHaltedRun) {
   Begin();
   program_->Start().butOK_Click();

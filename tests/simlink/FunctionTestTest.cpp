@@ -133,7 +133,6 @@ TEST_F(FunctionTestTest, LeavesTheLinkAndPortsOfOthersAlone) {
   second.CmdRead_Click();
   second.Close();
   EXPECT_TRUE(sim.UdpOpen());
-  EXPECT_EQ(sim.PortCount(), 2);
   EXPECT_EQ(sim.PortAt(other).ReadEnabled, 1);
   EXPECT_EQ(sim.PortAt(1).ReadEnabled, 0);
 }

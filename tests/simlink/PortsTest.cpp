@@ -226,12 +226,10 @@ TEST_F(Ports, AreListedWithTheirUsersAndTypes) {
        "Used by Gauge Type: Altimeter|DATA (float), name: F60|Index Nr: 10 Value Nr: 3"},
       {61, XplaneDataref, 1000, "001      IOM#1       061           Xplane Dataref F61",
        "Gauge type: IOM#1|RREF Ident (Port#)= 1|Frequency =3|Dataref= sim/a"},
-      {62, XplaneDataref, 2000, "002      IOM#2       062           Xplane Dataref F62",
-       "Gauge type: IOM#2|It is a RREF Write only (DREF)."},
-      {63, XplaneCmnd, 4000, "003      ENGCl       063           Xplane CMND   F63",
-       "Gauge type: ENGCl|CMND, Dataref= #1:sim/a\r\n"},
-      {5, static_cast<DataType>(8), 5000, "004      YOKES       005           Not used      F5",
-       "Gauge type: YOKES|DATA (float), name: F5|Index Nr: 10 Value Nr: 3"},
+      {62, XplaneDataref, 4000, "002      ENGCl       062           Xplane Dataref F62",
+       "Gauge type: ENGCl|It is a RREF Write only (DREF)."},
+      {63, XplaneCmnd, 5000, "003      YOKES       063           Xplane CMND   F63",
+       "Gauge type: YOKES|CMND, Dataref= #1:sim/a\r\n"},
   };
   std::vector<std::string> lines;
   for (const auto& c : cases) {
@@ -246,7 +244,7 @@ TEST_F(Ports, AreListedWithTheirUsersAndTypes) {
   const PortListing listing = ListPorts(model, sim);
   EXPECT_EQ(listing.Header, "Port#    Used by     Func#         Datatype      Func. Name");
   EXPECT_EQ(listing.Lines, lines);
-  EXPECT_TRUE(PortDetails(model, sim, 5).empty());
+  EXPECT_TRUE(PortDetails(model, sim, 4).empty());
 }
 
 }  // namespace

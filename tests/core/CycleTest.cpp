@@ -40,17 +40,20 @@ TEST(Cycle, ServesBothNeedlesAndTheDigits) {
   GaugeRecord& digits = rig.AddGauge(21, 2);
   digits.GaugeFunction1 = 51;
   digits.GaugeSetting3 = plate;
+  digits.GaugeInstance1 = 3;
   GaugeRecord& noPlate = rig.AddGauge(22, 1);
   noPlate.GaugeFunction1 = 51;
   noPlate.GaugeSetting3 = 99;
   rig.Start();
   rig.Set(51, 12.34f);
+  rig.Set(51, 12.34f, 3);
   rig.Set(52, 40);
   EXPECT_EQ(rig.Tick(), (Commands{{20, 5, 123}, {20, 6, 400}, {21, 5, 123}, {21, 6, 123}, {21, 11, 160}}));
   rig.Tick();
-  rig.Set(51, 1000);
-  EXPECT_EQ(rig.Tick(), (Commands{{20, 5, 1000}, {21, 5, 1000}, {21, 6, 10000}, {21, 11, 11}}));
-  rig.Set(51, 1e30f);
+  rig.Set(51, 40);
+  rig.Set(51, 1000, 3);
+  EXPECT_EQ(rig.Tick(), (Commands{{20, 5, 400}, {21, 5, 1000}, {21, 6, 10000}, {21, 11, 11}}));
+  rig.Set(51, 1e30f, 3);
   EXPECT_EQ(rig.Tick(), (Commands{{21, 6, 65535}})) << "more than the digits can hold";
 }
 
@@ -167,6 +170,14 @@ TEST(Cycle, DroppedBatchIsCountedAndSentAgainFromTheNewestValues) {
   rig.Bus().RefuseWrites = false;
   EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 700}}))
       << "the needle did not move meanwhile, but it missed its frame";
+}
+
+TEST(Cycle, AFrameQueuedOutsideTheCycleGoesOutWithTheBatch) {
+  CockpitRig rig;
+  rig.Start();
+  rig.serial.WriteGaugeCommand(9, 3, -300);
+  EXPECT_EQ(rig.Tick(), (Commands{{9, 3, -300}}));
+  EXPECT_EQ(rig.serial.TransmitPending, 0);
 }
 
 TEST(Cycle, WorksWithoutAnyGaugeOrPort) {

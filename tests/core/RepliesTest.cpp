@@ -182,6 +182,14 @@ TEST(Replies, RepeatedReportsDoNotUndoWhatTheSimulatorChanged) {
   EXPECT_EQ(rig.Reply(110, {{7, 0x48}, {8, 0x4E}}, "AS"), (Texts{"DATA 51/0=11851."})) << "the knob again";
 }
 
+TEST(Replies, ACourseKnobThatStandsIsNotSentAgain) {
+  ReplyRig rig;
+  rig.StartWith(106);
+  EXPECT_EQ(rig.Reply(106, {{7, 0x02}, {8, 0x1E}}, "CA").size(), 1u);
+  for (std::uint32_t i = 0; i <= rig.cycle.TicksPerSecond(); ++i) rig.cycle.Tick();
+  EXPECT_EQ(rig.Reply(106, {{7, 0x02}, {8, 0x1E}}, "CA"), Texts{});
+}
+
 TEST(Replies, TrimWheelIgnoresJitter) {
   ReplyRig rig;
   rig.StartWith(140);

@@ -37,6 +37,8 @@ TEST(RunControl, ActivationPreparesOnceAndLeavesTheFormHalted) {
   EXPECT_EQ(rig.sim.PortCount(), ports);
   rig.run.ProcessTimer_Tick();
   EXPECT_TRUE(rig.Bus().Writes.empty()) << "a late tick while halted does nothing";
+  rig.run.SliderXferTimer_Change(0);
+  EXPECT_EQ(rig.processTimer.interval, 10);
 }
 
 TEST(RunControl, RunAndStopAreGuarded) {

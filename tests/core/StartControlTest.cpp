@@ -33,6 +33,11 @@ class StartControlTest : public testing::Test {
   ProgramRig rig;
 };
 
+TEST(SimulatorVersionText, CutsTheDigitsTwoByTwo) {
+  EXPECT_EQ(SimulatorVersionText(115501), "11.55.01");
+  EXPECT_EQ(SimulatorVersionText(9700), "97.00.");
+}
+
 TEST_F(StartControlTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) {
   Prepare(2);
   rig.start.Activate();

@@ -74,6 +74,13 @@ TEST_F(ForcesTest, HandForceOverAirspeed) {
   }
 }
 
+TEST_F(ForcesTest, TrimMovesTheCentreWithinItsRange) {
+  values.ElevatorTrim = -0.5f;
+  values.AileronTrim = 3;
+  EXPECT_NEAR(Wanted(false).axes[0].centre, 0.2 * 511, 1e-9);
+  EXPECT_NEAR(Wanted(false).axes[1].centre, -0.5 * 0.4 * 511, 1e-9);
+}
+
 TEST(Forces, EffectsByTheirCurves) {
   struct Row {
     const char* what;

@@ -54,6 +54,14 @@ TEST(PedalSettings, RatiosOfRudderAndBrakes) {
   for (const auto& [is, expected] : brakes) EXPECT_FLOAT_EQ(is, expected);
 }
 
+TEST(Joystick, EachPlaceReadsItsAxis) {
+  FakeJoystick device;
+  clsJoy joy(device);
+  device.info.XPos = 2, device.info.YPos = 3, device.info.ZPos = 4;
+  device.info.RPos = 1, device.info.UPos = 5, device.info.VPos = 6;
+  for (int place = 1; place <= 6; ++place) EXPECT_EQ(ReadAxis(joy, place), place);
+}
+
 TEST(FfbTable, SwitchesValuesAndMessages) {
   YokeRig rig;
   FfbPorts ports(rig.model, rig.sim, rig.boxes);

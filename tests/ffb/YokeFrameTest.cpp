@@ -94,6 +94,7 @@ TEST(YokeLine, SaysWhatItThinksOfEachReply) {
   l.port.Arrive(Reply());
   EXPECT_EQ(l.line.ReceivedMessage(), "Correct");
   EXPECT_EQ(l.line.PitchPosition, -49);
+  EXPECT_EQ(l.line.Activity(), " \\");
   EXPECT_EQ(l.line.PitchText().View(), "-9.6");
   EXPECT_EQ(l.line.RollLoadText().View(), "25.8");
   const std::pair<Bytes, std::string> rows[] = {{Bytes(), "Inc. reply"},

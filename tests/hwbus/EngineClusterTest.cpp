@@ -159,6 +159,12 @@ TEST_F(EngineClusterTest, AnAnswerThatIsHalfInIsNotThrownAway_ARemnantIs) {
   EXPECT_EQ(port.Waiting(), 0u);
 }
 
+TEST_F(EngineClusterTest, HaltedSendsNothing) {
+  Start();
+  cluster.cmdStop_Click();
+  EXPECT_EQ(Tick(), Bytes{});
+}
+
 TEST_F(EngineClusterTest, WithoutItsPortSaysSo) {
   port.OpenResult = SerialState::NotFound;
   Start();

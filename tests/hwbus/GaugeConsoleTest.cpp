@@ -71,6 +71,14 @@ TEST_F(GaugeConsoleTest, PollingShowsEachReply) {
   EXPECT_EQ(console.View().BoxID, "");
 }
 
+TEST_F(GaugeConsoleTest, StepsStayWithinTheAddresses) {
+  for (const auto& [from, by, to] : {std::tuple{"7", 10, "17"}, {"250", 10, "255"}, {"3", -10, "0"}}) {
+    console.ManualGaugeID = from;
+    console.Step(by);
+    EXPECT_EQ(console.ManualGaugeID, to);
+  }
+}
+
 TEST_F(GaugeConsoleTest, ForcingAGaugeInAsksFirst) {
   model.Gauges[7] = {.GaugeType = 1, .GaugeFunction1 = 60, .GaugeSetting6 = 5};
   for (const auto& [id, type] : {std::pair{"", 101}, {"300", 101}, {"7", 0}}) {

@@ -64,6 +64,13 @@ TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {
       << "the switch stands differently than when it was last acted upon";
 }
 
+TEST_P(IOModuleTest, ADefinitionOfTheOtherModuleIsNotOurs) {
+  Define(IomKind::Switch, 0, 60).Input = static_cast<std::int16_t>((3 - parameters.Number) * 1000);
+  Start();
+  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{});
+  EXPECT_EQ(sim.PortCount(), 0);
+}
+
 TEST_P(IOModuleTest, PortsAreOpenedUnderTheModulesCode) {
   Define(IomKind::Switch, 0, 60);
   Define(IomKind::Lamp, 0, 61);

@@ -4,6 +4,7 @@
 #include "fakes/FakeHost.h"
 #include "fakes/FakeSerialPort.h"
 #include "hwbus/Serial.h"
+#include "hwbus/SerialWords.h"
 
 namespace tvx {
 namespace {
@@ -64,6 +65,15 @@ TEST_F(SerialTest, OpensEveryPortTwiceInOrderWithItsThreshold) {
   serial.CloseComPorts();
   serial.CloseComPorts();
   EXPECT_EQ(log.size(), expected.size() + 6);  // closed ports are left alone
+}
+
+TEST_F(SerialTest, APortThatFailsHoldsNothingUp) {
+  ConfigureAll();
+  Gauges().OpenResult = SerialState::NoPermission;
+  serial.OpenComPorts();
+  EXPECT_TRUE(serial.PortOf(HardwareGroup::Yoke2).IsOpen());
+  EXPECT_TRUE(SerialTrouble(5, Gauges().State()));
+  EXPECT_FALSE(SerialTrouble(0, Gauges().State())) << "not used";
 }
 
 TEST_F(SerialTest, MissingPowerIsToldOnceAnOpeningAndForTheGaugeBusOnly) {

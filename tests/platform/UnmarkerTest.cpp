@@ -54,6 +54,8 @@ TEST(ZeroMarkJudge, FollowsTheDriversCounters) {
   EXPECT_TRUE(judge.IsBreak({10, 7}));
   EXPECT_TRUE(judge.IsBreak({10, 7}));
   EXPECT_FALSE(judge.IsBreak({10, 7}));
+  judge.Restart({});
+  EXPECT_TRUE(judge.IsBreak({})) << "a driver without counters";
 }
 
 }  // namespace

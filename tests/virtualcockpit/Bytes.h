@@ -55,9 +55,6 @@ inline Bytes SubscribeTo(std::string_view name, std::int32_t frequency, std::int
 inline Bytes WriteDataref(std::string_view name, float value) {
   return Padded(Ascii("DREF0") + Single(value) + Ascii(name), 509);
 }
-inline Bytes Select(Byte group, bool select = true) {
-  return Ascii(select ? "DSEL0" : "USEL0") + Bytes{group, 0, 0, 0};
-}
 inline Bytes WriteSingle(std::int32_t group, int slot, float value) {
   Bytes bytes = Ascii("DATA0") + Little(group);
   for (int i = 0; i < 8; ++i) bytes = bytes + Single(i == slot ? value : -999.0f);

@@ -28,10 +28,8 @@ TEST(Flight, ChangesNoFasterThanAnAircraftCan) {
                {"heading", &S::heading, 7, true},
                {"compass", &S::compass, 14, true},
                {"bank", &S::bank, 14},
-               {"pitch", &S::pitch, 6},
                {"rpm", &S::rpm, 1200},
                {"fuelLeft", &S::fuelLeft, 1},
-               {"bus1", &S::bus1, 75},
                {"deviation", &S::nav1Deviation, 30},
                {"glide", &S::nav1Glide, 1.5},
                {"latitude", &S::latitude, 0.001}};

@@ -93,17 +93,5 @@ TEST_F(GaugeBusTest, DeviceFaultsShowOnTheLine) {
   }
 }
 
-TEST_F(GaugeBusTest, LineFaultsStandForAllGauges) {
-  bus_.SetFault(LineFault::Silent);
-  EXPECT_TRUE(Poll(10).empty());
-  Command(10, 5, 100);
-  EXPECT_EQ(As<NeedleDevice>(10).First(), 100);
-  bus_.SetFault(LineFault::Deaf);
-  Command(10, 5, 200);
-  EXPECT_EQ(As<NeedleDevice>(10).First(), 100);
-  bus_.SetFault(LineFault::None);
-  EXPECT_EQ(Poll(10).size(), kReplySize);
-}
-
 }  // namespace
 }  // namespace tvx::vc

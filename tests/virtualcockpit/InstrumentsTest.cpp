@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "Bytes.h"
-#include "virtualcockpit/devices/AutopilotDevice.h"
 #include "virtualcockpit/devices/ClockDevice.h"
 #include "virtualcockpit/devices/DiscDevices.h"
 #include "virtualcockpit/devices/DmeDevice.h"
@@ -32,19 +31,9 @@ struct ReplyCase {
 };
 
 TEST(Replies, ByteByByteAndPressesOnce) {
-  using Autopilot = AutopilotDevice::Button;
   const ReplyCase cases[] = {
       {"Clock", 104, 0, "4=-6465 5=65535 6=1224 12=26", [](Device& d) { As<ClockDevice>(d).TurnMinutes(2); },
        ". 1A 0C 18 . 12 0E 0F"},
-      // 89.5 degrees: the knob takes hold at the next whole one
-      {"AdfCardFromWhereItStands", 108, 0, "6=1074", [](Device& d) { As<AdfDevice>(d).TurnCard(-90); },
-       "C =1084 A"},
-      // 136 comes round to 118
-      {"ComRadio", 111, 4, "4=18500 5=36970",
-       [](Device& d) {
-         As<RadioDevice>(d).TurnCoarse(1), As<RadioDevice>(d).TurnFine(1), As<RadioDevice>(d).Swap();
-       },
-       "A =18975 S =18500"},
       // to the band's other end, 17xx
       {"AdfRadio", 121, 4, "4=3505 5=3950", [](Device& d) { As<RadioDevice>(d).TurnCoarse(-3); },
        "A =3505 S =17950"},
@@ -64,13 +53,6 @@ TEST(Replies, ByteByByteAndPressesOnce) {
        "X 45 21 F ....... 05"},
       {"DmeTellsNoFrequencyThatNobodySet", 123, 0, "12=10300",
        [](Device& d) { As<DmeDevice>(d).TurnSource(1); }, "S .. D"},
-      {"AutopilotOnce", 124, 0, "5=2450 6=0",
-       [](Device& d) {
-         auto& autopilot = As<AutopilotDevice>(d);
-         for (const Autopilot button : {Autopilot::Hdg, Autopilot::Dn}) autopilot.Press(button);
-         autopilot.TurnAltitude(2), autopilot.TurnVerticalSpeed(-3);
-       },
-       "A 82 . V =2600 01 FE D4 01", "A .. V =2600 . FE D4"},
       {"TrimByHandAndByMotor", 140, 0, "5=5000 11=1",
        [](Device& d) { As<TrimDevice>(d).TurnByHand(1); },  // 20 against the motor
        "P =5020 T ... 01", "P =5020 T"},

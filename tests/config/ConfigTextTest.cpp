@@ -65,28 +65,6 @@ TEST(ConfigText, GoldenPieces) {
   EXPECT_TRUE(WriteConfigText(model).ends_with("\"end\"\r\n"));
 }
 
-// Lines of each section as the file's layout counts them: an error in a record's list or in a table's length
-// moves them.
-TEST(ConfigText, EverySectionHasItsLines) {
-  const std::map<std::string, long> expected = {
-      {"General", 3},
-      {"IOM", 2},
-      {"Functions", 302},
-      {"Gaugetypes", 129},
-      {"Gauges", 257},
-      {"Engine Cluster Settings", 12},
-      {"GeneralFFB", 1 + 2 + 6 + 52},
-      {"Yoke1", 1 + 1 + 1 + 19 + 3 + 13 + 1 + 32 + 1 + 1 + 1 + 4 + 24},
-      {"Yoke2", 1 + 1 + 1 + 19 + 3 + 13 + 1 + 32 + 1 + 1 + 4 + 24}};
-  ConfigModel model;
-  model.General.ConfigHeader = BuildConfigHeader("", "", "");
-  const auto sections = Sections(model);
-  EXPECT_EQ(sections.size(), expected.size()) << "no section of Plates where there are none";
-  for (const auto& [name, text] : sections) {
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), expected.at(name)) << name;
-  }
-}
-
 // How text editors and other systems may leave a file.
 TEST(ConfigText, GivesEveryFieldBackHoweverItsLinesAre) {
   const ConfigModel saved = DistinctModel();

@@ -46,19 +46,5 @@ TEST_F(ProgramTest, EndingGivesTheConsolesLinkBack) {
   EXPECT_FALSE(program_->Sim().UdpOpen());
 }
 
-TEST_F(ProgramTest, BackFromTheConfigurationOKMakesANewHaltedRun) {
-  Begin();
-  program_->Start().butOK_Click();
-  program_->Run().CmdConfig_Click();
-  Settle();
-  Control<QPushButton>(Configuration(), "CmdClose")->click();
-  Settle();
-  program_->Start().butOK_Click();
-  Settle();
-  ASSERT_NE(Status(), nullptr);
-  EXPECT_FALSE(program_->Run().Running());
-  EXPECT_TRUE(program_->Run().Activated());
-}
-
 }  // namespace
 }  // namespace tvx

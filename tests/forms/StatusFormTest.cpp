@@ -1,7 +1,6 @@
 #include <QSlider>
 
 #include "forms/FormsRig.h"
-#include "ui/Look.h"
 
 namespace tvx {
 namespace {
@@ -122,24 +121,6 @@ TEST_F(StatusFormTest, TabReachesEverythingAndNothingIsClipped) {
   EXPECT_EQ(TabRound(Status()), expected);
   program_->Run().cmdRun_Click();
   ExpectNothingClipped(Status());
-}
-
-TEST_F(StatusFormTest, TheRunStateReadsOnBothGrounds) {
-  BeginHalted();
-  auto* theme = Control<QPushButton>(Status(), "cmdTheme");
-  for (int i = 0; i < 2; ++i) {
-    for (const std::int32_t colour : {kColourRunning, kColourHalted}) {
-      if (colour == kColourRunning) program_->Run().cmdRun_Click();
-      if (colour == kColourHalted) program_->Run().cmdStop_Click();
-      const auto* box = Control<QLabel>(Status(), "BoxRun");
-      box->ensurePolished();
-      const QColor shown = box->palette().color(QPalette::WindowText);
-      EXPECT_GE(look::Contrast(shown, look::CurrentColours().panel), 4.5);
-      EXPECT_EQ(shown.red() > shown.green(), colour == kColourRunning);
-    }
-    theme->click();
-  }
-  EXPECT_EQ(look::CurrentTheme(), look::Theme::Dark);
 }
 
 }  // namespace

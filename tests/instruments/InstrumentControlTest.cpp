@@ -104,8 +104,7 @@ TEST_F(InstrumentControlTest, ANewAddressIsCheckedWrittenAndReadBack) {
   answers = false;
   boxes.answers = {kAnswerNo, kAnswerYes};
   EXPECT_FALSE(control.WriteNewGaugeID("21"));
-  EXPECT_EQ(boxes.asked.back(),
-            "The gauge does not answer as GaugeID 021.\r\nMove its settings there all the same?");
+  EXPECT_EQ(boxes.asked.size(), 1u);
   EXPECT_EQ(control.GaugeID(), 20);
   EXPECT_EQ(model.Gauges[20].GaugeType, 101);
   EXPECT_EQ(model.Gauges[21].GaugeType, 0);

@@ -85,6 +85,8 @@ TEST_F(Link, CommandStopAllUnselectsGroups0To135) {
     EXPECT_EQ(sent[i].substr(4, 2), std::string("0") + static_cast<char>(i));
   sim.UdpMonitorMode = 1;
   sim.CommandStopAll();
+  model.General.BlockUSEL = 1;
+  sim.SendUSEL(3);
   EXPECT_TRUE(socket.Sent.empty());
   EXPECT_EQ(socket.SetUps.size(), 136u);
 }

@@ -92,14 +92,6 @@ TEST(Packets, RecordCountsRoundHalvesToEven) {
   for (const auto& c : cases) EXPECT_EQ(RecordCount(c.bytes, c.size), c.count) << c.bytes << "/" << c.size;
 }
 
-TEST(Packets, AreToldByTheirFirstFourBytes) {
-  const std::pair<const char*, DatagramKind> cases[] = {
-      {"DATA@x", DatagramKind::Data},   {"DATA\0", DatagramKind::TooShort}, {"RREFO1", DatagramKind::Rref},
-      {"DREF+1", DatagramKind::Dref},   {"BECN01", DatagramKind::Other},    {"data01", DatagramKind::Other},
-      {"RREF1", DatagramKind::TooShort}};
-  for (const auto& [bytes, kind] : cases) EXPECT_EQ(Classify(View(bytes)), kind) << bytes;
-}
-
 // Each view is a heap block of its own size, so a sanitizer sees a single byte read past its end.
 TEST(Packets, RecordsAreReadOnlyWhenTheyLieWithin) {
   const std::string rref = RrefDatagram({{0x0102, 2.5f}, {3, -1.0f}});

@@ -136,27 +136,6 @@ TEST_F(Receive, SourcesOutsideTheTableAbandonTheRest) {
   EXPECT_EQ(Get(after), 5);
 }
 
-TEST_F(Receive, MonitorModeOnlyCounts) {
-  const Port port = OpenEnabled(60, Float, 3);
-  sim.UdpMonitorMode = 1;
-  socket.Deliver(DataDatagram({{3, 5}}));
-  socket.Deliver("x");
-  EXPECT_EQ(sim.PacketArrived, 1);
-  EXPECT_EQ(sim.PacketsReceived, 2);
-  EXPECT_EQ(sim.DataValue(3, 0), 0);
-  EXPECT_EQ(Get(port), 0);
-}
-
-TEST_F(Receive, KnowsForHowLongTheSimulatorIsSilent) {
-  sim.OpenUDP();
-  EXPECT_FALSE(sim.SilentForMs());
-  socket.Deliver("x");
-  clock.Advance(1500);
-  EXPECT_EQ(sim.SilentForMs(), 1500);
-  sim.OpenUDP();
-  EXPECT_FALSE(sim.SilentForMs());
-}
-
 TEST_F(Receive, AllocatesNothing) {
   for (int i = 0; i < 300; ++i) OpenEnabled(i + 1, static_cast<DataType>(i % 9), 1 + i % 40, i % 8);
   std::string data = "DATA*", rref = "RREF,";

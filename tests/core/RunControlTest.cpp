@@ -38,7 +38,7 @@ TEST(RunControl, ActivationPreparesOnceAndLeavesTheFormHalted) {
   rig.run.ProcessTimer_Tick();
   EXPECT_TRUE(rig.Bus().Writes.empty()) << "a late tick while halted does nothing";
   rig.run.SliderXferTimer_Change(0);
-  EXPECT_EQ(rig.processTimer.interval, 10);
+  EXPECT_EQ(rig.model.General.TransferInterval, 10);
 }
 
 TEST(RunControl, RunAndStopAreGuarded) {

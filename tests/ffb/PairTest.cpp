@@ -19,6 +19,7 @@ struct Cause {
 // Every cause takes the forces away, steadily, within its stated time; and when it is over they rise again.
 TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
   const char* noAnswer = "No force: The yoke does not answer";
+  const char* noPower = "No force: Its stop button is pressed, or its motors have no power";
   const Cause causes[] = {
       {"simulator silent", [](YokeRig& r, bool now) { r.simulatorAlive = !now; },
        "No force: The simulator is silent", kSimulatorSilentMs + kFadeMs},
@@ -36,7 +37,9 @@ TEST(Watchdog, EveryCauseRampsToZeroAndBack) {
        [](YokeRig& r, bool now) {
          r.hardware[0].status = static_cast<Byte>(yokestatus::kPower | (now ? yokestatus::kStopButton : 0));
        },
-       "No force: Its stop button is pressed, or its motors have no power"},
+       noPower},
+      {"motors without power",
+       [](YokeRig& r, bool now) { r.hardware[0].status = now ? 0 : yokestatus::kPower; }, noPower},
       {"calibration taken away",
        [](YokeRig& r, bool) {
          std::swap(r.model.Yoke1.RollLeft, r.model.Yoke1.RollCentre), r.pair.ApplySettings();

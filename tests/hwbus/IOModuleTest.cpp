@@ -65,10 +65,12 @@ TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {
 }
 
 TEST_P(IOModuleTest, ADefinitionOfTheOtherModuleIsNotOurs) {
-  Define(IomKind::Switch, 0, 60).Input = static_cast<std::int16_t>((3 - parameters.Number) * 1000);
+  IomRecord& d = Define(IomKind::Switch, 0, 60);
+  d.Input = static_cast<std::int16_t>((3 - parameters.Number) * 1000);
+  d.ActionKind = 'c';
+  d.OffOnValue = 1;
   Start();
   EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{});
-  EXPECT_EQ(sim.PortCount(), 0);
 }
 
 TEST_P(IOModuleTest, PortsAreOpenedUnderTheModulesCode) {

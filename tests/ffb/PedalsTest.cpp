@@ -60,6 +60,8 @@ TEST(Joystick, EachPlaceReadsItsAxis) {
   device.info.XPos = 2, device.info.YPos = 3, device.info.ZPos = 4;
   device.info.RPos = 1, device.info.UPos = 5, device.info.VPos = 6;
   for (int place = 1; place <= 6; ++place) EXPECT_EQ(ReadAxis(joy, place), place);
+  joy.SetJoyX(77);
+  EXPECT_EQ(joy.JoyX(), 2) << "an assigned position is not kept";
 }
 
 TEST(FfbTable, SwitchesValuesAndMessages) {

@@ -99,9 +99,8 @@ class PlateControlTest : public testing::Test {
 TEST_F(PlateControlTest, ANewPlateNeedsAName) {
   plates.CmdCreateNewPlate();
   plates.Boxes = Boxes({{0, "1", "0"}, {1, "2", "9"}});
-  for (const auto& [name, message] : {std::pair{"", "Platename missing"},
-                                      {"  ", "Platename missing"},
-                                      {"5\" gauge", "Plate name missing or incorrect"}}) {
+  for (const auto& [name, message] :
+       {std::pair{"  ", "Platename missing"}, {"5\" gauge", "Plate name missing or incorrect"}}) {
     plates.Name = name;
     EXPECT_FALSE(plates.CmdSaveNewPlate());
     EXPECT_EQ(boxes.shown.back(), message);

@@ -192,12 +192,6 @@ TEST_F(ConfigureFormTest, AClickOnAGaugeOpensItsDialog) {
   Control<QCheckBox>(dialog, "Option128")->click();
   EXPECT_EQ(program_->Model().Gauges[7].GaugeSetting5, 0x80);
 
-  ClickIn(dialog, "CmdCalibrate1");
-  QWidget* calibrate = dialog->findChild<QWidget*>("frmCalibrate");
-  ASSERT_NE(calibrate, nullptr);
-  EXPECT_EQ(LabelText(calibrate, "LabelFunction"), "Simulator Function Nr: 000");
-  Press(calibrate, Qt::Key_Escape);
-  Settle();
   boxes_.answers = {kAnswerYes, kAnswerYes};
   program_->Model().Gauges[9].GaugeType = 1;
   ClickIn(dialog, "cmdDelete");

@@ -237,7 +237,6 @@ TEST_F(FunctionFormsTest, TheConsoleShowsLogsAndGivesTheLinkBack) {
   EXPECT_EQ(Row(form, "ListUDPProcessed", 4), "--Identifier: 7, Data Value: 1.5");
   Click(form, "cmdSaveLog");
   EXPECT_TRUE(QFile::exists("log.txt"));
-  Click(form, "cmdClearRaw");
   Click(form, "cmdClearConverted");
   EXPECT_EQ(Rows(form, "ListUDPProcessed"), 0);
   Press(&form, Qt::Key_Escape);

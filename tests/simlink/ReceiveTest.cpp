@@ -80,10 +80,13 @@ TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
     float value;
     std::optional<float> raw;  // as stored; nothing: it does not fit
   } cases[] = {
-      {ByteType, 3.5f, 4},          {ByteType, 255.5f, {}},   {ByteType, -0.5f, 0},
-      {Integer, -32768.5f, -32768}, {Integer, 32768, {}},     {Integer, nan, {}},
-      {UnsignedInt, 40000, {}},     {BcdCode, 1200.5f, 1200}, {Long, 2147483648.0f, {}},
-      {Float, 1e30f, 1e30f},        {XplaneCmnd, 1e30f, 0},   {static_cast<DataType>(99), nan, 0},
+      {ByteType, 3.5f, 4},       {ByteType, 255.5f, {}},
+      {ByteType, -0.5f, 0},      {Integer, -32768.5f, -32768},
+      {Integer, 32768, {}},      {Integer, nan, {}},
+      {UnsignedInt, 40000, {}},  {UnsignedInt, 32767, 32767},
+      {Long, 1e9f, 1e9f},        {BcdCode, 1200.5f, 1200},
+      {Long, 2147483648.0f, {}}, {Float, 1e30f, 1e30f},
+      {XplaneCmnd, 1e30f, 0},    {static_cast<DataType>(99), nan, 0},
   };
   const Port port = OpenEnabled(60, Float, 3), after = OpenEnabled(61, Float, 4);
   float mark = 0, stored = 0;
@@ -134,6 +137,16 @@ TEST_F(Receive, SourcesOutsideTheTableAbandonTheRest) {
   f.ComboDT = static_cast<Byte>(XplaneDataref);  // a dataref has no place in the table
   socket.Deliver(DataDatagram({{3, 5}}));
   EXPECT_EQ(Get(after), 5);
+}
+
+TEST_F(Receive, KnowsForHowLongTheSimulatorIsSilent) {
+  sim.OpenUDP();
+  EXPECT_FALSE(sim.SilentForMs());
+  socket.Deliver("x");
+  clock.Advance(1500);
+  EXPECT_EQ(sim.SilentForMs(), 1500);
+  sim.OpenUDP();
+  EXPECT_FALSE(sim.SilentForMs());
 }
 
 TEST_F(Receive, AllocatesNothing) {

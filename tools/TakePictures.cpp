@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "e2e/Flight.h"
+#include "e2e/Hands.h"
 #include "tools/SetUpPictures.h"
 #include "ui/Look.h"
 
@@ -92,9 +93,7 @@ void TakeOtherInputs(const QDir& folder) {
 }
 
 void CloseForm(const char* name) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->objectName() == name) window->close();
-  }
+  if (QWidget* form = tvx::e2e::FormShown(name)) form->close();
   RunFor(std::chrono::milliseconds(100));
 }
 
@@ -141,12 +140,13 @@ int main(int argc, char** argv) {
     }
     TakePages(folder);
     TakeOtherInputs(folder);
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->isVisible() && window->objectName() != "FrmMainConfigure" &&
-          window->objectName() != "frmMain") {
-        CloseForm(qPrintable(window->objectName()));
-      }
+    // By name: closing one may take others away.
+    QStringList open;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      const QString name = window->objectName();
+      if (window->isVisible() && name != "FrmMainConfigure" && name != "frmMain") open << name;
     }
+    for (const QString& name : open) CloseForm(qPrintable(name));
   }
   for (const int gaugeID : {12, 21, 33}) {  // instruments with much to set
     flight.TheProgram().Configuration().OpenGauge(gaugeID);

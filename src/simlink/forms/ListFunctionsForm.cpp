@@ -93,6 +93,8 @@ QWidget* ListFunctionsForm::MakeFilterPanel() {
 QWidget* ListFunctionsForm::MakeList() {
   ListFunctions = new QTreeWidget;
   ListFunctions->setObjectName("ListFunctions");
+  ListFunctions->setToolTip(
+      tr("All Functions; names, category and signal type of 51 to 269 can be changed here"));
   ListFunctions->setRootIsDecorated(false);
   ListFunctions->setAllColumnsShowFocus(true);
   ListFunctions->setUniformRowHeights(true);

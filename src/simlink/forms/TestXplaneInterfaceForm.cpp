@@ -124,6 +124,8 @@ QWidget* TestXplaneInterfaceForm::MakeLinkPanel() {
   LabelStatus = MakeLabel("LabelStatus");
   OptionByteOrderNormal = new QRadioButton(tr("&Normal"));
   OptionByteOrderNormal->setObjectName("OptionByteOrderNormal");
+  OptionByteOrderNormal->setToolTip(
+      tr("Values that come with their lowest byte first, as X-Plane sends them"));
   OptionByteOrderReverse = new QRadioButton(tr("Re&verse"));
   OptionByteOrderReverse->setObjectName("OptionByteOrderReverse");
   OptionByteOrderReverse->setToolTip(tr("Values that come with their highest byte first"));
@@ -251,6 +253,7 @@ QWidget* TestXplaneInterfaceForm::MakeSubscriptionPanel() {
   ListRREF = new LineList(
       "ListRREF", [this] { return subscriptions_.size(); },
       [this](std::size_t line) { return ToText(subscriptions_[line]); });
+  ListRREF->setToolTip(tr("Each data reference asked for, how often, and its value; chosen to cancel it"));
   ListRREF->setMinimumHeight(look::Margin() * 4);
   grid->addWidget(ListRREF, 1, 0, 1, 4);
   grid->addWidget(
@@ -308,6 +311,7 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
   ListUDPProcessed = new LineList(
       "ListUDPProcessed", [this] { return console_.Log().Size(); },
       [this](std::size_t line) { return ToText(console_.Log().At(line)); });
+  ListUDPProcessed->setToolTip(tr("What arrived, newest last; Ctrl+C copies the chosen lines"));
   ListUDPProcessed->setMinimumHeight(look::Margin() * 8);
   grid->addWidget(ListUDPProcessed, 1, 0, 1, -1);
   auto* keep = new QHBoxLayout;

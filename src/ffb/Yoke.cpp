@@ -8,6 +8,7 @@ namespace {
 
 constexpr int kResendCycles = 25;     // what does not change is told again once a second
 constexpr double kGripSeconds = 0.2;  // a knock is no grip
+constexpr double kOnItsWay = 150;     // counts/s
 constexpr double kGripCycle = 0.04;   // a late cycle is one look at the yoke, and counts as no more
 constexpr double kServoLag = 0.15;    // s: how far behind a moving place a yoke without a hand may be
 constexpr int kCounterReset = 1000;
@@ -159,8 +160,9 @@ void Yoke::ComposeVibration(const ForceCommand& command) {
   Line.ComposeCmd(YokeCommand::Vibration, vibration[0], vibration[1], vibration[2], vibration[3]);
 }
 
-// A grip is a deflection against the servo. The yoke must have been at its place before: one whose pilot has
-// just given it away, and still holds it, is not gripped.
+// A grip is a deflection against the servo. The yoke must have been where the master is before: one whose
+// pilot has just given it away, and still holds it, is not gripped. (The servo's place begins where the yoke
+// stands, so being there says nothing.)
 void Yoke::WatchGrip(const Cycle& cycle) {
   const double threshold = cycle.settings.gripThreshold;
   if (mode_ != YokeMode::Servo || !cycle.follow || threshold <= 0 || gate_.Opening() < 1) {
@@ -168,17 +170,26 @@ void Yoke::WatchGrip(const Cycle& cycle) {
     return;
   }
   const auto position = Position();
-  double off = 0, moved = 0;
+  double off = 0, moved = 0, away = 0, towards = 0;
   for (std::size_t i = 0; i < kAxes; ++i) {
     const double place = shaper_.Last().axes[i].centre;
-    off = std::max(off, std::abs(position[i] - place));
+    const double step = position[i] - positionBefore_[i];
+    if (std::abs(position[i] - place) > off) {
+      off = std::abs(position[i] - place);
+      towards = place > position[i] ? step : -step;
+    }
     moved = std::max(moved, std::abs(place - placesBefore_[i]));
+    away = std::max(away, std::abs((*cycle.follow)[i] - place));
     placesBefore_[i] = place;
   }
+  positionBefore_ = position;
   const double lag = cycle.seconds > 0 ? kServoLag * moved / std::min(cycle.seconds, kLongestCycle) : 0;
-  if (off < threshold / 2) flags_[kSettled] = 1;
+  if (off < threshold / 2 && away < threshold / 2) flags_[kSettled] = 1;
   const bool held = flags_[kSettled] != 0 && off > threshold + lag;
-  grippedFor_ = held ? grippedFor_ + std::min(cycle.seconds, kGripCycle) : 0;
+  // A yoke that goes to its place by itself is still on its way: no hand holds it.
+  const bool onItsWay = towards > kOnItsWay * cycle.seconds;
+  if (!held) grippedFor_ = 0;
+  if (held && !onItsWay) grippedFor_ += std::min(cycle.seconds, kGripCycle);
   if (grippedFor_ >= kGripSeconds) flags_[kGripped] = 1;
 }
 

@@ -81,8 +81,9 @@ class Yoke {
   std::array<int, 4> flags_{0, 0, 1, 1};
   std::array<int, 2> sentFeel_{};
   std::array<int, 4> sentVibration_{};
-  double grippedFor_ = 0;                     // s
-  std::array<double, kAxes> placesBefore_{};  // where the servo was sent, counts
+  double grippedFor_ = 0;                       // s
+  std::array<double, kAxes> placesBefore_{};    // where the servo was sent, counts
+  std::array<double, kAxes> positionBefore_{};  // where it stood, counts
   std::uint16_t buttonsBefore_ = 0;
 };
 

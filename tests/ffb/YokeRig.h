@@ -30,6 +30,7 @@ struct FakeYoke {
   double limit = 0, force = 0, holdMs = 0;
   std::array<double, 2> centre{}, gradient{};
   double behind = 0;  // counts that its servo stays behind while its place moves
+  double pace = 1;    // of the speed it is told
   // Where it is, counts.
   std::array<double, 2> position{};
 
@@ -55,7 +56,8 @@ struct FakeYoke {
         const bool moving = std::abs(centre[a] - before_[a]) > 1;
         before_[a] = centre[a];
         if (moving && std::abs(away) < behind) continue;
-        position[a] += std::clamp(centre[a] - position[a], -servoSpeed_ * 0.04, servoSpeed_ * 0.04);
+        const double step = pace * servoSpeed_ * 0.04;
+        position[a] += std::clamp(centre[a] - position[a], -step, step);
       } else if (gradient[a] > 0) {
         position[a] += 0.5 * (centre[a] - position[a]);
       }
@@ -153,8 +155,8 @@ struct YokeRig {
   // The simulator's value at an FFB offset.
   void SetValue(int offset, float value) { values_[offset] = value; }
   // 40 ms: the simulator sends, the program ticks, the yokes do what they are told and answer.
-  void Cycle() {
-    clock.Advance(40);
+  void Cycle(int milliseconds = 40) {
+    clock.Advance(milliseconds);
     if (simulatorAlive) SendValues();
     pair.ProcessTimer_Tick();
     Deliver();

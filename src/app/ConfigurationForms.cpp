@@ -8,11 +8,6 @@
 #include "platform/linux/ComPortMap.h"
 
 namespace tvx {
-namespace {
-
-constexpr int kComNumbersLookedAt = 99;
-
-}  // namespace
 
 ConfigurationForms::ConfigurationForms(Parts parts)
     : parts_(std::move(parts)),
@@ -136,7 +131,7 @@ std::string ConfigurationForms::DeviceOf(int comNumber) const {
 
 std::vector<int> ConfigurationForms::ComNumbersOf(const SerialDevice& device) const {
   std::vector<int> numbers;
-  for (int number = 1; number <= kComNumbersLookedAt; ++number) {
+  for (int number = 1; number <= kHighestComNumber; ++number) {
     if (LeadsTo(number, device)) numbers.push_back(number);
   }
   return numbers;

@@ -6,6 +6,9 @@
 
 namespace tvx {
 
+// COM numbers are looked at up to this one for what they lead to; higher ones work, but nobody offers them.
+inline constexpr int kHighestComNumber = 99;
+
 struct SerialDevice {
   std::string path;  // "/dev/ttyUSB0"
   std::string

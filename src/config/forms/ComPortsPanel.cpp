@@ -6,14 +6,14 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "platform/SerialDevices.h"
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
 namespace {
 
-constexpr int kOfferedPorts = 16;  // always offered
-constexpr int kLookedAt = 99;      // higher ones are offered where they lead to something
+constexpr int kOfferedPorts = 16;  // always offered; higher ones where they lead to something
 
 struct ComRow {
   const char *caption, *current, *choice, *button;
@@ -98,7 +98,7 @@ ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
 std::vector<int> ComPortsPanel::OfferedNumbers() const {
   std::vector<int> numbers;
   for (const Line& line : lines_) numbers.push_back(InUse(line));
-  for (int number = 0; number <= kLookedAt; ++number) {
+  for (int number = 0; number <= kHighestComNumber; ++number) {
     if (number <= kOfferedPorts || !surroundings_.deviceOf(number).empty()) numbers.push_back(number);
   }
   std::sort(numbers.begin(), numbers.end());

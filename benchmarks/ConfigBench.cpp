@@ -14,11 +14,11 @@ namespace {
 ConfigModel FullModel() {
   ConfigModel model;
   model.General.ConfigHeader = BuildConfigHeader("X-Plane", "12.11.00", "2024-06-01 12:00:00");
-  model.Iom.resize(161);
+  model.IOModuleInputs.resize(161);
   for (std::size_t i = 0; i < 160; ++i) {
-    model.Iom[i].Input = static_cast<std::int16_t>(1000 + i);
-    model.Iom[i].FunctionNr = static_cast<std::int16_t>(i + 51);
-    model.Iom[i].OffOnValue = 0.25f;
+    model.IOModuleInputs[i].Input = static_cast<std::int16_t>(1000 + i);
+    model.IOModuleInputs[i].FunctionNr = static_cast<std::int16_t>(i + 51);
+    model.IOModuleInputs[i].OffOnValue = 0.25f;
   }
   for (std::size_t i = 0; i < model.Functions.size(); ++i) {
     FunctionRecord& f = model.Functions[i];

@@ -3,7 +3,7 @@
 
 #include <initializer_list>
 
-#include "fakes/CockpitRig.h"
+#include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
 namespace {

@@ -16,11 +16,11 @@
 #include <filesystem>
 
 #include "core/ProcessCycle.h"
-#include "fakes/CockpitRig.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxSerialPort.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "platform/qt/QtUdpSocket.h"
+#include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
 namespace {

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <string>
 
-#include "config/IomInput.h"
 #include "demo/DemoConfig.h"
+#include "hwbus/iomodule/IOModuleInput.h"
 
 namespace tvx::demo {
 namespace {
@@ -47,53 +47,53 @@ void DefineFunctions(ConfigModel& model) {
 }
 
 // A definition of module 1; what is not said here is 0.
-IomRecord Of(IomKind kind, int index, std::int16_t function) {
-  IomRecord record;
-  record.Input = IomInputNumber({1, kind, index});
+IOModuleRecord Of(IOModuleKind kind, int index, std::int16_t function) {
+  IOModuleRecord record;
+  record.Input = IOModuleInputNumber({1, kind, index});
   record.FunctionNr = function;
   record.SequenceNr = 1;
-  record.ActionKind = static_cast<Byte>(IomAction::WriteValue);
-  record.RawMaximum = kIomRawTop;
-  if (kind == IomKind::Switch) record.DebounceTime = 5;
+  record.ActionKind = static_cast<Byte>(IOModuleAction::WriteValue);
+  record.RawMaximum = kIOModuleRawTop;
+  if (kind == IOModuleKind::Switch) record.DebounceTime = 5;
   return record;
 }
 
-IomRecord Toggle(int index, std::int16_t function) {
-  IomRecord record = Of(IomKind::Switch, index, function);
+IOModuleRecord Toggle(int index, std::int16_t function) {
+  IOModuleRecord record = Of(IOModuleKind::Switch, index, function);
   record.OffOnValue = 100;
   return record;
 }
 
-IomRecord CommandKey(int index, std::int16_t function, int entry) {
-  IomRecord record = Of(IomKind::Switch, index, function);
-  record.ActionKind = static_cast<Byte>(IomAction::Command);
+IOModuleRecord CommandKey(int index, std::int16_t function, int entry) {
+  IOModuleRecord record = Of(IOModuleKind::Switch, index, function);
+  record.ActionKind = static_cast<Byte>(IOModuleAction::Command);
   record.OffOnValue = static_cast<float>(entry);
-  record.OnOffValue = kIomSendNothing;
+  record.OnOffValue = kIOModuleSendNothing;
   return record;
 }
 
-IomRecord EncoderHalf(int index, std::int16_t function, IomSwitchType half) {
-  IomRecord record = Of(IomKind::Switch, index, function);
-  record.IncrementFlags = kIomStepOffOn;
-  record.OffOnValue = half == IomSwitchType::EncoderA ? 1.0f : -1.0f;
+IOModuleRecord EncoderHalf(int index, std::int16_t function, IOModuleSwitchType half) {
+  IOModuleRecord record = Of(IOModuleKind::Switch, index, function);
+  record.IncrementFlags = kIOModuleStepOffOn;
+  record.OffOnValue = half == IOModuleSwitchType::EncoderA ? 1.0f : -1.0f;
   record.SwitchType = static_cast<std::int16_t>(half);
   return record;
 }
 
-IomRecord Lamp(int index, std::int16_t function, int condition, float percentage = 0) {
-  IomRecord record = Of(IomKind::Lamp, index, function);
+IOModuleRecord Lamp(int index, std::int16_t function, int condition, float percentage = 0) {
+  IOModuleRecord record = Of(IOModuleKind::Lamp, index, function);
   record.IncrementFlags = static_cast<std::int16_t>(condition);
   record.OffOnValue = percentage;
   return record;
 }
 
 void AddIOModule(ConfigModel& model) {
-  IomRecord view = Of(IomKind::Switch, 6, 0);
-  view.ActionKind = static_cast<Byte>(IomAction::Keystroke);
+  IOModuleRecord view = Of(IOModuleKind::Switch, 6, 0);
+  view.ActionKind = static_cast<Byte>(IOModuleAction::Keystroke);
   view.OnKeystroke = 0x0100 | 'w';  // the simulator's key for the view to the front
-  IomRecord throttle = Of(IomKind::Analogue, 0, kThrottle);
+  IOModuleRecord throttle = Of(IOModuleKind::Analogue, 0, kThrottle);
   throttle.DeadBand = 8;
-  model.Iom = {
+  model.IOModuleInputs = {
       Toggle(0, kParkingBrake),
       Toggle(1, kBeacon),
       Toggle(2, kLandingLight),
@@ -101,19 +101,19 @@ void AddIOModule(ConfigModel& model) {
       CommandKey(4, kFlapsCommand, 1),
       CommandKey(5, kFlapsCommand, 2),
       view,
-      EncoderHalf(8, kHeadingBug, IomSwitchType::EncoderA),
-      EncoderHalf(9, kHeadingBug, IomSwitchType::EncoderB),
-      EncoderHalf(10, kCourse1, IomSwitchType::EncoderA),
-      EncoderHalf(11, kCourse1, IomSwitchType::EncoderB),
+      EncoderHalf(8, kHeadingBug, IOModuleSwitchType::EncoderA),
+      EncoderHalf(9, kHeadingBug, IOModuleSwitchType::EncoderB),
+      EncoderHalf(10, kCourse1, IOModuleSwitchType::EncoderA),
+      EncoderHalf(11, kCourse1, IOModuleSwitchType::EncoderB),
       throttle,
-      Lamp(0, kParkingBrake, kIomLitAtMaximum),
-      Lamp(1, kBeacon, kIomLitAtMaximum),
-      Lamp(2, kLandingLight, kIomLitAtMaximum),
-      Lamp(3, kNavLights, kIomLitAtMaximum),
-      Lamp(4, kFlaps, kIomLitAbove, 10),
-      Lamp(5, kLowVoltageLamp, kIomLitAtMaximum),
+      Lamp(0, kParkingBrake, kIOModuleLitAtMaximum),
+      Lamp(1, kBeacon, kIOModuleLitAtMaximum),
+      Lamp(2, kLandingLight, kIOModuleLitAtMaximum),
+      Lamp(3, kNavLights, kIOModuleLitAtMaximum),
+      Lamp(4, kFlaps, kIOModuleLitAbove, 10),
+      Lamp(5, kLowVoltageLamp, kIOModuleLitAtMaximum),
   };
-  model.Iom.emplace_back();  // the spare one
+  model.IOModuleInputs.emplace_back();  // the spare one
   model.General.ComPortIOM1 = 6;
 }
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "config/ConfigFile.h"
-#include "fakes/FakeHost.h"
+#include "tests/fakes/FakeHost.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "simlink/FunctionEditEntries.h"
-#include "simlink/LinkConsoleLog.h"
+#include "simlink/DatagramLog.h"
 #include "simlink/Packets.h"
-#include "simlink/ReferenceList.h"
-#include "simlink/ReferenceListImport.h"
+#include "simlink/references/FunctionEntries.h"
+#include "simlink/references/ReferenceList.h"
+#include "simlink/references/ReferenceListImport.h"
 
 namespace {
 

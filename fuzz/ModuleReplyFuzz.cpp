@@ -3,9 +3,9 @@
 // errors between.
 #include <algorithm>
 
-#include "config/IomInput.h"
-#include "hwbus/EngineCluster.h"
-#include "hwbus/IOModule.h"
+#include "hwbus/cluster/EngineCluster.h"
+#include "hwbus/iomodule/IOModule.h"
+#include "hwbus/iomodule/IOModuleInput.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeKeyInjector.h"
 #include "tests/fakes/FakeSerialPort.h"
@@ -30,10 +30,10 @@ struct Lines {
       model.EngineCluster[static_cast<std::size_t>(i - 1)] = {1, static_cast<std::int16_t>(i), 0};
     }
     int number = 0;
-    const auto add = [&](IomKind kind, int count) {
+    const auto add = [&](IOModuleKind kind, int count) {
       for (int i = 0; i < count; ++i, ++number) {
-        IomRecord d;
-        d.Input = IomInputNumber({1, kind, i});
+        IOModuleRecord d;
+        d.Input = IOModuleInputNumber({1, kind, i});
         d.FunctionNr = static_cast<std::int16_t>(number % 11);
         d.IncrementFlags = static_cast<std::int16_t>(number % 5);
         d.ActionKind = static_cast<Byte>("vdcnu"[number % 5]);
@@ -41,12 +41,12 @@ struct Lines {
         d.OnOffValue = static_cast<float>(number % 3 - 1);
         d.OnKeystroke = static_cast<std::int16_t>(number * 719);
         d.RawMaximum = static_cast<float>(number % 4 * 1000);
-        model.Iom.insert(model.Iom.end() - 1, d);
+        model.IOModuleInputs.insert(model.IOModuleInputs.end() - 1, d);
       }
     };
-    add(IomKind::Switch, kIomSwitches);
-    add(IomKind::Analogue, kIomAnalogues);
-    add(IomKind::Lamp, kIomLamps);
+    add(IOModuleKind::Switch, kIOModuleSwitches);
+    add(IOModuleKind::Analogue, kIOModuleAnalogues);
+    add(IOModuleKind::Lamp, kIOModuleLamps);
     sim.OpenUDP();
     module.OpenPorts();
     cluster.OpenPorts();

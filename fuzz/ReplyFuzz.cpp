@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "core/GaugeReceiver.h"
-#include "fakes/CockpitRig.h"
+#include "tests/fakes/CockpitRig.h"
 
 namespace {
 

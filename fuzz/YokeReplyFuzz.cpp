@@ -3,8 +3,8 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "ffb/ForceShaper.h"
 #include "ffb/Yoke.h"
+#include "ffb/forces/ForceShaper.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 

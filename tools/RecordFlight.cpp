@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "e2e/RecordedFlight.h"
 #include "platform/AtomicFile.h"
+#include "tests/e2e/RecordedFlight.h"
 #include "virtualcockpit/Cockpit.h"
 
 namespace {

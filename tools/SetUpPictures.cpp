@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <cstdio>
 
-#include "e2e/NewInstallation.h"
+#include "tests/e2e/NewInstallation.h"
 
 namespace tvx::tools {
 namespace {

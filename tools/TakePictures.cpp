@@ -13,8 +13,8 @@
 #include <functional>
 #include <vector>
 
-#include "e2e/Flight.h"
-#include "e2e/Hands.h"
+#include "tests/e2e/Flight.h"
+#include "tests/e2e/Hands.h"
 #include "tools/SetUpPictures.h"
 #include "ui/Look.h"
 

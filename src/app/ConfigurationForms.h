@@ -5,17 +5,17 @@
 #include <array>
 #include <functional>
 
-#include "config/SaveControl.h"
-#include "config/forms/AdaptersForm.h"
-#include "config/forms/CalibrateForm.h"
-#include "config/forms/MainConfigureForm.h"
-#include "config/forms/SaveConfigForm.h"
-#include "core/RunControl.h"
-#include "hwbus/GaugeConsole.h"
-#include "hwbus/GaugeSearch.h"
-#include "hwbus/LiveNeedle.h"
-#include "hwbus/forms/TestGaugesForm.h"
-#include "instruments/InstrumentControl.h"
+#include "config/plates/forms/CalibrateForm.h"
+#include "config/setup/SavePresenter.h"
+#include "config/setup/forms/AdaptersForm.h"
+#include "config/setup/forms/MainConfigureForm.h"
+#include "config/setup/forms/SaveConfigForm.h"
+#include "core/StatusPresenter.h"
+#include "hwbus/gaugebus/GaugeConsolePresenter.h"
+#include "hwbus/gaugebus/GaugeSearch.h"
+#include "hwbus/gaugebus/LiveNeedle.h"
+#include "hwbus/gaugebus/forms/TestGaugesForm.h"
+#include "instruments/InstrumentPresenter.h"
 #include "instruments/forms/InstrumentForm.h"
 
 namespace tvx {
@@ -29,7 +29,7 @@ class ConfigurationForms {
     ConfigFile& file;
     MessageBoxes& boxes;
     Serial& serial;
-    RunControl& run;
+    StatusPresenter& run;
     Peripherals& peripherals;
     SerialDevices& devices;
     std::function<std::string()> header;  // the header line of a file saved now
@@ -77,11 +77,11 @@ class ConfigurationForms {
   void LeaveBus();
 
   Parts parts_;
-  SaveControl save_;
+  SavePresenter save_;
   GaugeSearch search_;
-  GaugeConsole console_;
+  GaugeConsolePresenter console_;
   LiveNeedle needle_;
-  InstrumentControl instrument_;
+  InstrumentPresenter instrument_;
   std::vector<SerialDevice> listed_;           // as they were when the main form was last built
   std::array<int, kHardwareGroups> opened_{};  // the COM numbers that the ports were opened with
   QPointer<MainConfigureForm> main_;

@@ -5,11 +5,11 @@
 #include <functional>
 
 #include "core/Peripheral.h"
-#include "hwbus/EngineCluster.h"
-#include "hwbus/EngineClusterEditor.h"
-#include "hwbus/forms/ConfigEngineClusterForm.h"
-#include "hwbus/forms/EngineClusterForm.h"
-#include "hwbus/forms/TestEngineClusterForm.h"
+#include "hwbus/cluster/EngineCluster.h"
+#include "hwbus/cluster/EngineClusterPresenter.h"
+#include "hwbus/cluster/forms/ConfigEngineClusterForm.h"
+#include "hwbus/cluster/forms/EngineClusterForm.h"
+#include "hwbus/cluster/forms/TestEngineClusterForm.h"
 #include "platform/qt/QtHost.h"
 
 namespace tvx {
@@ -53,7 +53,7 @@ class EngineClusterPeripheral final : public Peripheral {
   std::function<std::int32_t()> lightingWord_;
   QtTimer processTimer_{QStringLiteral("EC.ProcessTimer")}, secondTimer_{QStringLiteral("EC.Timer1000ms")};
   EngineCluster cluster_;
-  EngineClusterEditor editor_{model_, cluster_};
+  EngineClusterPresenter editor_{model_, cluster_};
   QPointer<EngineClusterForm> form_;
   QPointer<TestEngineClusterForm> test_;
   QPointer<ConfigEngineClusterForm> configuration_;

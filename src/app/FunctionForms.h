@@ -4,8 +4,8 @@
 #include <QPointer>
 #include <functional>
 
-#include "simlink/forms/FunctionEditorForm.h"
-#include "simlink/forms/TestXplaneInterfaceForm.h"
+#include "simlink/console/forms/TestXplaneInterfaceForm.h"
+#include "simlink/functions/forms/FunctionEditorForm.h"
 
 namespace tvx {
 

@@ -5,9 +5,9 @@
 #include <functional>
 
 #include "core/Peripheral.h"
-#include "hwbus/IOModule.h"
-#include "hwbus/forms/ConfigIOMForm.h"
-#include "hwbus/forms/IOModuleStatusForm.h"
+#include "hwbus/iomodule/IOModule.h"
+#include "hwbus/iomodule/forms/ConfigIOMForm.h"
+#include "hwbus/iomodule/forms/IOModuleStatusForm.h"
 #include "platform/qt/QtHost.h"
 
 namespace tvx {

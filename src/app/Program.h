@@ -11,10 +11,10 @@
 #include "app/IOModulePeripheral.h"
 #include "app/YokesPeripheral.h"
 #include "config/ConfigFile.h"
-#include "config/forms/MainConfigureForm.h"
-#include "core/RunControl.h"
+#include "config/setup/forms/MainConfigureForm.h"
 #include "core/Shell.h"
-#include "core/StartControl.h"
+#include "core/StartPresenter.h"
+#include "core/StatusPresenter.h"
 #include "core/forms/StartForm.h"
 #include "core/forms/StatusForm.h"
 #include "hwbus/Serial.h"
@@ -49,8 +49,8 @@ class Program final : private Shell {
   ConfigModel& Model() { return model_; }
   SimCom& Sim() { return sim_; }
   Serial& HardwareBus() { return serial_; }
-  StartControl& Start() { return start_; }
-  RunControl& Run() { return run_; }
+  StartPresenter& Start() { return start_; }
+  StatusPresenter& Run() { return run_; }
   IOModulePeripheral& IOModule1() { return ioModule1_; }
   IOModulePeripheral& IOModule2() { return ioModule2_; }
   EngineClusterPeripheral& Cluster() { return engineCluster_; }
@@ -105,11 +105,11 @@ class Program final : private Shell {
   Keystrokes keystrokes_;
   Peripherals peripherals_{};  // by PeripheralKind; the button of one that is missing stays hidden
   TimerSet timers_;
-  RunControl run_;
+  StatusPresenter run_;
   IOModulePeripheral ioModule1_, ioModule2_;
   EngineClusterPeripheral engineCluster_;
   YokesPeripheral yokes_;
-  StartControl start_;
+  StartPresenter start_;
   LinuxSerialDevices ownDevices_;
   ConfigurationForms configuration_;
   FunctionForms functions_{model_, sim_, boxes_, clock_};

@@ -60,8 +60,8 @@ bool ConfigReader::Ask(std::string_view question) {
 void ConfigReader::ReadTables() {
   in_.ExpectKeyword("IOM");
   const std::size_t count = in_.Count("IOMCount");
-  model_.Iom.assign(count + 1, IomRecord{});
-  for (std::size_t i = 0; i < count; ++i) in_.Fields(model_.Iom[i]);
+  model_.IOModuleInputs.assign(count + 1, IOModuleRecord{});
+  for (std::size_t i = 0; i < count; ++i) in_.Fields(model_.IOModuleInputs[i]);
 
   in_.ExpectKeyword("Functions");
   for (auto& record : model_.Functions) in_.Fields(record);

@@ -96,7 +96,7 @@ std::string WriteConfigText(const ConfigModel& model) {
   const std::size_t iomCount = Countable(static_cast<std::size_t>(std::max(model.IOMCount(), 0)));
   out.Single(std::string_view("IOM"));
   out.Single(static_cast<std::int16_t>(iomCount));
-  for (std::size_t i = 0; i < iomCount; ++i) out.Fields(model.Iom[i]);
+  for (std::size_t i = 0; i < iomCount; ++i) out.Fields(model.IOModuleInputs[i]);
   out.Single(std::string_view("Functions"));
   for (const auto& record : model.Functions) out.Fields(record);
   out.Single(std::string_view("Gaugetypes"));

@@ -31,7 +31,8 @@ struct ConfigModel {
   bool ConfigChanged = false;  // a setting was changed since loading or saving
 
   GeneralRecord General;
-  std::vector<IomRecord> Iom = std::vector<IomRecord>(1);  // IOMCount records and one spare
+  std::vector<IOModuleRecord> IOModuleInputs =
+      std::vector<IOModuleRecord>(1);  // IOMCount records and one spare
   std::array<FunctionRecord, kFunctions> Functions{};
   std::array<GaugetypeRecord, kGaugetypeSlots> Gaugetypes{};
   std::array<std::string, kCategories> Categories{};
@@ -45,7 +46,7 @@ struct ConfigModel {
   std::array<GaugeConnection, kGauges> GaugeState{};
 
   // Number of IO module records.
-  int IOMCount() const { return static_cast<int>(Iom.size()) - 1; }
+  int IOMCount() const { return static_cast<int>(IOModuleInputs.size()) - 1; }
   int PlateCount() const { return static_cast<int>(Plates.size()); }
   // The Plate, or nothing for a number that no Plate has.
   const PlateRecord* PlateOf(int number) const {

@@ -14,7 +14,7 @@ void TakeOver(const ConfigModel& read, const ImportChoice& chosen, ConfigModel& 
   };
   const auto userFunctions = read.Functions.begin() + kFirstUserFunction;
   if (isChosen(ImportChapter::General)) model.General = read.General;
-  if (isChosen(ImportChapter::Iom)) model.Iom = read.Iom;
+  if (isChosen(ImportChapter::IOModules)) model.IOModuleInputs = read.IOModuleInputs;
   if (isChosen(ImportChapter::StandardFunctions)) {
     std::copy(read.Functions.begin(), userFunctions, model.Functions.begin());
   }

@@ -11,7 +11,7 @@ namespace tvx {
 // The chapters, in the order of their check boxes.
 enum class ImportChapter {
   General,
-  Iom,
+  IOModules,
   StandardFunctions,  // 0..50
   UserFunctions,      // 51..300
   Gaugetypes,

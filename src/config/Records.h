@@ -56,7 +56,7 @@ struct GeneralRecord {
 };
 
 // One definition of an IO module's switch, encoder, analogue input or output.
-struct IomRecord {
+struct IOModuleRecord {
   std::int16_t Input = 0;       // 0..47 a switch, 100..107 an analogue input, 200..231 an output; + 1000 for
                                 // module 1, + 2000 for module 2
   std::int16_t FunctionNr = 0;  // the Function that is changed or shown

@@ -6,7 +6,7 @@ namespace tvx {
 class Shell {
  public:
   virtual ~Shell() = default;
-  virtual void ShowStartForm() = 0;  // its showing activates StartControl
+  virtual void ShowStartForm() = 0;  // its showing activates StartPresenter
   virtual void UnloadStartForm() = 0;
   virtual void ShowStatusForm() = 0;  // loads it when it is not loaded
   virtual void UnloadStatusForm() = 0;

@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "ffb/FfbPorts.h"
-#include "ffb/ForceShaper.h"
-#include "ffb/Forces.h"
+#include "ffb/forces/ForceShaper.h"
+#include "ffb/forces/Forces.h"
 
 namespace tvx {
 

@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "ffb/Feel.h"
-#include "ffb/ForceShaper.h"
-#include "ffb/SafetyGate.h"
 #include "ffb/YokeLine.h"
 #include "ffb/YokeSettings.h"
+#include "ffb/forces/ForceShaper.h"
+#include "ffb/forces/SafetyGate.h"
 
 namespace tvx {
 

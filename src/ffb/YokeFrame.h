@@ -6,13 +6,13 @@
 #include <cstdint>
 
 #include "base/Bytes.h"
+#include "ffb/forces/Forces.h"
 
 namespace tvx {
 
 inline constexpr std::size_t kYokeFrameSize = 12;
 inline constexpr std::size_t kYokeReplySize = 25;
 inline constexpr int kYokeParameterLimit = 16383;  // 14 bits
-inline constexpr int kYokeTravel = 511;            // positions are -511..511
 
 // What a yoke is told; the parameters of each are tabled in docs/force-feedback.md.
 enum class YokeCommand : Byte {

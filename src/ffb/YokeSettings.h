@@ -7,8 +7,8 @@
 #include <string>
 
 #include "config/Model.h"
-#include "ffb/Forces.h"
 #include "ffb/YokeFrame.h"
+#include "ffb/forces/Forces.h"
 
 namespace tvx {
 

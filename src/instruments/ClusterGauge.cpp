@@ -1,6 +1,6 @@
 // Cessna engine cluster on the gauge bus, Gaugetype 8: four housings of two needles each, the gauge's mode
 // telling which of the eight engine values this housing shows.
-#include "config/PlateLookup.h"
+#include "config/plates/PlateLookup.h"
 #include "instruments/Kinds.h"
 
 namespace tvx {

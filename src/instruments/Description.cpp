@@ -1,7 +1,7 @@
 #include "instruments/Description.h"
 
 #include "base/NumberFormat.h"
-#include "config/GaugeList.h"
+#include "config/setup/GaugeList.h"
 #include "instruments/Registry.h"
 
 namespace tvx {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "config/PlateControl.h"
+#include "config/plates/PlatePresenter.h"
 #include "hwbus/GaugeFrame.h"
 
 namespace tvx {

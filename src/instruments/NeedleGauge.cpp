@@ -1,5 +1,5 @@
 // Needle gauges: Gaugetypes 1..6, one or two needles through Plates; type 2 shows digits as well.
-#include "config/PlateLookup.h"
+#include "config/plates/PlateLookup.h"
 #include "instruments/Kinds.h"
 
 namespace tvx {

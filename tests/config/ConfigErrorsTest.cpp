@@ -16,7 +16,7 @@ const std::string& PlainText() {
   static const std::string text = [] {
     ConfigModel model;
     model.General.ConfigHeader = BuildConfigHeader("", "", "");
-    model.Iom.resize(2);
+    model.IOModuleInputs.resize(2);
     model.Plates.resize(1);
     return WriteConfigText(model);
   }();
@@ -108,9 +108,10 @@ TEST_F(BadConfig, CountsDropWhatTheTablesHeld) {
     FakeMessageBoxes boxes;
     std::string error;
     ReadConfigText(text.substr(0, text.find(count) + count.size()), model, boxes, error);
-    EXPECT_EQ(model.Iom.size(), 4u);
+    EXPECT_EQ(model.IOModuleInputs.size(), 4u);
     EXPECT_EQ(model.PlateCount(), 3);
-    EXPECT_TRUE(count.starts_with("\"IOM") ? model.Iom[0].Input == 0 : model.Plates[0].Name.empty());
+    EXPECT_TRUE(count.starts_with("\"IOM") ? model.IOModuleInputs[0].Input == 0
+                                           : model.Plates[0].Name.empty());
   }
 }
 

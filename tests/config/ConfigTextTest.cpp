@@ -27,7 +27,7 @@ TEST(ConfigText, GoldenPieces) {
   model.General.ComPortIOM2 = 4;
   model.General.ComPortYoke1 = 5;
   model.General.ComPortYoke2 = 6;
-  model.Iom = {{1, 2, -3, 4, 5, 'd', 0.5f, -1.25e-3f, 9, 10, 1e10f, 12, 13}, {}};
+  model.IOModuleInputs = {{1, 2, -3, 4, 5, 'd', 0.5f, -1.25e-3f, 9, 10, 1e10f, 12, 13}, {}};
   model.Functions[0] = {"short", "#1:a\r\n", 1,  2,   3,  -4, 5,  6,  7,  0.1f, 8,
                         9,       10,         11, -12, 13, 14, 15, 16, 17, 18};
   model.Gaugetypes[127] = {-7, "own"};

@@ -6,11 +6,12 @@
 #include "demo/DemoConfig.h"
 #include "tests/config/Samples.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/SourceFolder.h"
 
 namespace tvx::test {
 namespace {
 
-const std::filesystem::path kDemoFolder = std::filesystem::path(TVX_SOURCE_DIR) / "demo";
+const std::filesystem::path kDemoFolder = SourceFolder() / "demo";
 
 TEST(DemoConfig, CommittedFilesAreTheGenerators) {
   ConfigModel model;

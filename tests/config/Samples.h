@@ -39,7 +39,8 @@ void VisitAll(Model& model, Visit&& visit) {
     for (auto& record : records) std::decay_t<decltype(record)>::Fields(record, visit);
   };
   GeneralRecord::Fields(model.General, visit);
-  for (int i = 0; i < model.IOMCount(); ++i) IomRecord::Fields(model.Iom[static_cast<std::size_t>(i)], visit);
+  for (int i = 0; i < model.IOMCount(); ++i)
+    IOModuleRecord::Fields(model.IOModuleInputs[static_cast<std::size_t>(i)], visit);
   all(model.Functions);
   all(model.Gaugetypes);
   all(model.Gauges);
@@ -65,7 +66,7 @@ void VisitAll(Model& model, Visit&& visit) {
 
 inline ConfigModel DistinctModel() {
   ConfigModel model;
-  model.Iom.resize(4);
+  model.IOModuleInputs.resize(4);
   model.Plates.resize(3);
   VisitAll(model, Filler());
   model.General.ConfigHeader = BuildConfigHeader("X-Plane", "12.11.00", "2024-03-05 14:30:15");

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "core/ProcessCycle.h"
-#include "fakes/CockpitRig.h"
+#include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
 namespace {

@@ -5,9 +5,9 @@
 #include "config/ConfigFile.h"
 #include "config/NameTables.h"
 #include "core/Dump.h"
-#include "core/ProgramRig.h"
-#include "fakes/ScratchFolder.h"
 #include "platform/AtomicFile.h"
+#include "tests/core/ProgramRig.h"
+#include "tests/fakes/ScratchFolder.h"
 
 namespace tvx {
 namespace {

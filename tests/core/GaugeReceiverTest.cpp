@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/GaugeReceiver.h"
-#include "fakes/CockpitRig.h"
+#include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
 namespace {

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "core/RunControl.h"
-#include "core/StartControl.h"
-#include "fakes/CockpitRig.h"
+#include "core/StartPresenter.h"
+#include "core/StatusPresenter.h"
+#include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
 
@@ -47,9 +47,10 @@ struct ProgramRig : CockpitRig {
   std::array<FakePeripheral, kPeripherals> peripheral;
   std::vector<std::string> peripheralLog;
   Peripherals peripherals = Pointers();
-  RunControl run{model, sim, serial, boxes, shell, clock, peripherals, {processTimer, timer1, writeTimer}};
+  StatusPresenter run{model, sim,   serial,      boxes,
+                      shell, clock, peripherals, {processTimer, timer1, writeTimer}};
   ConfigFile file{model, boxes};
-  StartControl start{model, file, sim, boxes, shell, run, {autostart, waitForFS, silence}};
+  StartPresenter start{model, file, sim, boxes, shell, run, {autostart, waitForFS, silence}};
 
  private:
   Peripherals Pointers() {

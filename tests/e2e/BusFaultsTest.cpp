@@ -4,8 +4,8 @@
 #include <QTreeWidget>
 #include <algorithm>
 
-#include "e2e/Flight.h"
-#include "e2e/Hands.h"
+#include "tests/e2e/Flight.h"
+#include "tests/e2e/Hands.h"
 #include "virtualcockpit/devices/NeedleDevice.h"
 
 namespace tvx::e2e {

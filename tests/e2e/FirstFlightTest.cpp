@@ -1,7 +1,7 @@
 // From a simulator's datagram to a moving needle, through the whole program.
 #include <cmath>
 
-#include "e2e/Flight.h"
+#include "tests/e2e/Flight.h"
 #include "virtualcockpit/devices/AltimeterDevice.h"
 #include "virtualcockpit/devices/NeedleDevice.h"
 

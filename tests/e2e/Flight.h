@@ -15,8 +15,8 @@
 #include "app/Program.h"
 #include "config/StartFile.h"
 #include "demo/DemoConfig.h"
-#include "fakes/FakeHost.h"
-#include "fakes/FakeKeyInjector.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeKeyInjector.h"
 #include "virtualcockpit/Cockpit.h"
 
 namespace tvx::e2e {

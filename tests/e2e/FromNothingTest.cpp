@@ -1,7 +1,7 @@
 // A user with a box of instruments and an empty folder gets everything flying through the forms alone.
 #include <cmath>
 
-#include "e2e/NewInstallation.h"
+#include "tests/e2e/NewInstallation.h"
 #include "virtualcockpit/devices/AltimeterDevice.h"
 #include "virtualcockpit/devices/NeedleDevice.h"
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <functional>
 
-#include "e2e/Flight.h"
+#include "tests/e2e/Flight.h"
 #include "virtualcockpit/devices/AltimeterDevice.h"
 #include "virtualcockpit/devices/AudioDevice.h"
 #include "virtualcockpit/devices/AutopilotDevice.h"

@@ -1,5 +1,5 @@
 // IO module and engine cluster of the demonstration, through both programs.
-#include "e2e/Flight.h"
+#include "tests/e2e/Flight.h"
 
 namespace tvx::e2e {
 namespace {

@@ -1,4 +1,4 @@
-#include "e2e/NewInstallation.h"
+#include "tests/e2e/NewInstallation.h"
 
 #include <QFile>
 #include <QFileDialog>

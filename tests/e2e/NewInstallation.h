@@ -8,10 +8,10 @@
 #include <functional>
 #include <memory>
 
-#include "e2e/Flight.h"
-#include "e2e/Hands.h"
-#include "fakes/FakeKeyInjector.h"
 #include "platform/linux/LinuxSerialDevices.h"
+#include "tests/e2e/Flight.h"
+#include "tests/e2e/Hands.h"
+#include "tests/fakes/FakeKeyInjector.h"
 
 namespace tvx::e2e {
 

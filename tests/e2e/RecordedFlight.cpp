@@ -1,4 +1,4 @@
-#include "e2e/RecordedFlight.h"
+#include "tests/e2e/RecordedFlight.h"
 
 #include <sstream>
 

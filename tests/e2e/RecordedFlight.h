@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "fakes/CockpitRig.h"
+#include "tests/fakes/CockpitRig.h"
 
 namespace tvx::e2e {
 

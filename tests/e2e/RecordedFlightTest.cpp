@@ -5,8 +5,9 @@
 #include <filesystem>
 #include <sstream>
 
-#include "e2e/RecordedFlight.h"
 #include "platform/AtomicFile.h"
+#include "tests/e2e/RecordedFlight.h"
+#include "tests/fakes/SourceFolder.h"
 
 namespace tvx::e2e {
 namespace {
@@ -20,7 +21,7 @@ std::string Text(const std::string& bytes) {
 }
 
 TEST(RecordedFlight, PutsTheSameBytesOnTheBus) {
-  const auto folder = std::filesystem::path(TVX_SOURCE_DIR) / "tests/e2e/recorded";
+  const auto folder = SourceFolder() / "tests/e2e/recorded";
   std::string error;
   const auto text = ReadWholeFile((folder / "flight.txt").string(), error);
   ASSERT_TRUE(text) << error;

@@ -1,8 +1,8 @@
 // The program flies with two yokes on pseudo-terminals, against the stand-in simulator.
 #include <cmath>
 
-#include "Flight.h"
 #include "ffb/YokeSettings.h"
+#include "tests/e2e/Flight.h"
 #include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::e2e {

@@ -9,11 +9,11 @@
 #include "base/Bytes.h"
 #include "config/Model.h"
 #include "core/ProcessCycle.h"
-#include "fakes/FakeHost.h"
-#include "fakes/FakeSerialPort.h"
-#include "fakes/FakeUdpSocket.h"
-#include "fakes/SentCommands.h"
-#include "fakes/SimData.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeSerialPort.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/SentCommands.h"
+#include "tests/fakes/SimData.h"
 
 namespace tvx {
 

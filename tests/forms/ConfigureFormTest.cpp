@@ -6,7 +6,7 @@
 #include <QTreeWidget>
 #include <functional>
 
-#include "forms/FormsRig.h"
+#include "tests/forms/FormsRig.h"
 
 namespace tvx {
 namespace {

@@ -14,7 +14,7 @@
 
 #include "app/Program.h"
 #include "config/StartFile.h"
-#include "fakes/FakeHost.h"
+#include "tests/fakes/FakeHost.h"
 #include "ui/Look.h"
 
 namespace tvx {

@@ -6,11 +6,11 @@
 #include <map>
 
 #include "config/NameTables.h"
-#include "fakes/FakeUdpSocket.h"
-#include "fakes/SimData.h"
-#include "forms/FormsRig.h"
-#include "simlink/forms/FunctionEditorForm.h"
-#include "simlink/forms/TestXplaneInterfaceForm.h"
+#include "simlink/console/forms/TestXplaneInterfaceForm.h"
+#include "simlink/functions/forms/FunctionEditorForm.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/SimData.h"
+#include "tests/forms/FormsRig.h"
 
 namespace tvx {
 namespace {

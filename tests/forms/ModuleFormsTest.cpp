@@ -3,10 +3,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 
-#include "fakes/FakeKeyInjector.h"
-#include "forms/FormsRig.h"
-#include "platform/Pty.h"
-#include "platform/WaitUntil.h"
+#include "tests/fakes/FakeKeyInjector.h"
+#include "tests/forms/FormsRig.h"
+#include "tests/platform/Pty.h"
+#include "tests/platform/WaitUntil.h"
 #include "ui/SearchCombo.h"
 
 namespace tvx {
@@ -82,11 +82,11 @@ TEST_F(ModuleFormsTest, WhatIsTouchedIsSelectedAndCheckedWhenStored) {
   ExpectNothingClipped(form);
   Report(0x00);
   Report(0x04);
-  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IomInput{1, IomKind::Switch, 5}; }));
+  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IOModuleInput{1, IOModuleKind::Switch, 5}; }));
   Report(0x04, 3000);
-  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IomInput{1, IomKind::Analogue, 0}; }));
+  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IOModuleInput{1, IOModuleKind::Analogue, 0}; }));
   Report(0x00, 3000);
-  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IomInput{1, IomKind::Switch, 5}; }));
+  ASSERT_TRUE(WaitUntil([&] { return form->Selected() == IOModuleInput{1, IOModuleKind::Switch, 5}; }));
 
   Control<QPushButton>(form, "cmdEdit")->click();
   InputForm* editor = form->Editor();
@@ -102,8 +102,8 @@ TEST_F(ModuleFormsTest, WhatIsTouchedIsSelectedAndCheckedWhenStored) {
   Control<QLineEdit>(editor, "BoxOffOnValue")->setText("50,5");
   store->click();
   ASSERT_EQ(program.Model().IOMCount(), 1);
-  EXPECT_EQ(program.Model().Iom[0].Input, 1005);
-  EXPECT_EQ(program.Model().Iom[0].OffOnValue, 50.5f);
+  EXPECT_EQ(program.Model().IOModuleInputs[0].Input, 1005);
+  EXPECT_EQ(program.Model().IOModuleInputs[0].OffOnValue, 50.5f);
   // The module is told its debounce time: command 11, 256 x 5 + 3.
   const std::vector<Byte> frame{0x00, 10, 0xB9, 0x03, 0x07, 0xFF};
   EXPECT_TRUE(WaitUntil([&] {

@@ -2,7 +2,7 @@
 #include <csignal>
 
 #include "app/TerminationSignals.h"
-#include "forms/FormsRig.h"
+#include "tests/forms/FormsRig.h"
 
 namespace tvx {
 namespace {

@@ -1,4 +1,4 @@
-#include "forms/FormsRig.h"
+#include "tests/forms/FormsRig.h"
 #include "ui/SearchCombo.h"
 
 namespace tvx {

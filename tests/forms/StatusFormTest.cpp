@@ -1,6 +1,6 @@
 #include <QSlider>
 
-#include "forms/FormsRig.h"
+#include "tests/forms/FormsRig.h"
 
 namespace tvx {
 namespace {

@@ -2,7 +2,7 @@
 #include <QMouseEvent>
 
 #include "ffb/YokeSettings.h"
-#include "forms/FormsRig.h"
+#include "tests/forms/FormsRig.h"
 
 namespace tvx {
 namespace {

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "base/Rounding.h"
-#include "fakes/FakeHost.h"
-#include "fakes/FakeSerialPort.h"
 #include "hwbus/Serial.h"
 #include "hwbus/SerialWords.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeSerialPort.h"
 
 namespace tvx {
 namespace {

@@ -8,11 +8,11 @@
 #include <fstream>
 #include <optional>
 
-#include "Pty.h"
-#include "WaitUntil.h"
 #include "platform/linux/ComPortMap.h"
 #include "platform/linux/LinuxSerialPort.h"
 #include "platform/qt/QtFdWatcher.h"
+#include "tests/platform/Pty.h"
+#include "tests/platform/WaitUntil.h"
 
 namespace tvx {
 namespace {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/Bytes.h"
-#include "fakes/ScratchFolder.h"
+#include "tests/fakes/ScratchFolder.h"
 
 namespace tvx {
 

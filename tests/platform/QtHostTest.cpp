@@ -4,8 +4,8 @@
 #include <QMessageBox>
 #include <QTimer>
 
-#include "WaitUntil.h"
 #include "platform/qt/QtMessageBoxes.h"
+#include "tests/platform/WaitUntil.h"
 
 namespace tvx {
 namespace {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "WaitUntil.h"
 #include "platform/qt/QtUdpSocket.h"
+#include "tests/platform/WaitUntil.h"
 
 namespace tvx {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "fakes/ScratchFolder.h"
 #include "platform/linux/LinuxSerialDevices.h"
+#include "tests/fakes/ScratchFolder.h"
 
 namespace tvx {
 namespace {

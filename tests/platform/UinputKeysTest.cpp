@@ -2,9 +2,9 @@
 
 #include <cstdlib>
 
-#include "fakes/FakeKeyInjector.h"
 #include "platform/linux/KeyInjectors.h"
 #include "platform/linux/UinputKeys.h"
+#include "tests/fakes/FakeKeyInjector.h"
 
 namespace tvx {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/VirtualDisplay.h"
+#include "tests/platform/VirtualDisplay.h"
 
 #include <X11/Xutil.h>
 #include <fcntl.h>

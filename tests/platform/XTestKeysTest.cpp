@@ -2,8 +2,8 @@
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
 
-#include "platform/VirtualDisplay.h"
 #include "platform/linux/XTestKeys.h"
+#include "tests/platform/VirtualDisplay.h"
 
 namespace tvx {
 namespace {

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "fakes/FakeHost.h"
-#include "fakes/FakeUdpSocket.h"
-#include "fakes/SimData.h"
 #include "simlink/SpecialValues.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/SimData.h"
 
 namespace tvx {
 namespace {

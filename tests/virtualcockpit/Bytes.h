@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "fakes/Wire.h"
+#include "tests/fakes/Wire.h"
 
 namespace tvx::vc::test {
 

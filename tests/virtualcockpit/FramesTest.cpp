@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Bytes.h"
+#include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/bus/Frames.h"
 
 namespace tvx::vc {

@@ -1,7 +1,7 @@
 // Every instrument of the range by its contract: what commands show, and the answers byte by byte.
 #include <gtest/gtest.h>
 
-#include "Bytes.h"
+#include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/devices/ClockDevice.h"
 #include "virtualcockpit/devices/DiscDevices.h"
 #include "virtualcockpit/devices/DmeDevice.h"

@@ -9,7 +9,7 @@
 #include <QToolTip>
 #include <cmath>
 
-#include "config/IomInput.h"
+#include "hwbus/iomodule/IOModuleInput.h"
 #include "virtualcockpit/panel/Theme.h"
 
 namespace tvx::vc {
@@ -91,18 +91,19 @@ IoBoardWidget::IoBoardWidget(UnitLine& line, IoBoard& board, const ConfigModel& 
     : UnitWidget(line, tr("IO MODULE %1").arg(module), parent), board_(board) {
   setObjectName(QStringLiteral("ioBoard%1").arg(module));
   for (int i = 0; i < model.IOMCount(); ++i) {
-    const IomRecord& record = model.Iom[static_cast<std::size_t>(i)];
-    const auto input = IomInputOf(record.Input);
+    const IOModuleRecord& record = model.IOModuleInputs[static_cast<std::size_t>(i)];
+    const auto input = IOModuleInputOf(record.Input);
     if (!input || input->Module != module) continue;
     const auto index = static_cast<std::size_t>(input->Index);
     const QString name = NameOf(model, record.FunctionNr);
-    if (input->Kind == IomKind::Analogue) axisLegend_[index] = name;
-    if (input->Kind == IomKind::Lamp) lampLegend_[index] = name;
-    if (input->Kind != IomKind::Switch) continue;
-    legend_[index] = record.ActionKind == static_cast<Byte>(IomAction::Keystroke) ? tr("keystroke") : name;
-    const auto type = static_cast<IomSwitchType>(record.SwitchType);
-    if (type == IomSwitchType::EncoderA) encoder_[index] = 1 + input->Index;
-    if (type == IomSwitchType::EncoderB && input->Index > 0) encoder_[index] = input->Index;
+    if (input->Kind == IOModuleKind::Analogue) axisLegend_[index] = name;
+    if (input->Kind == IOModuleKind::Lamp) lampLegend_[index] = name;
+    if (input->Kind != IOModuleKind::Switch) continue;
+    legend_[index] =
+        record.ActionKind == static_cast<Byte>(IOModuleAction::Keystroke) ? tr("keystroke") : name;
+    const auto type = static_cast<IOModuleSwitchType>(record.SwitchType);
+    if (type == IOModuleSwitchType::EncoderA) encoder_[index] = 1 + input->Index;
+    if (type == IOModuleSwitchType::EncoderB && input->Index > 0) encoder_[index] = input->Index;
   }
 }
 

@@ -30,7 +30,7 @@ QStringList ConfigurationFiles() {
   return QDir().entryList({"*.cfg"}, QDir::Files, QDir::Name | QDir::IgnoreCase);
 }
 
-StartForm::StartForm(StartControl& control, std::function<void()> openWebPage)
+StartForm::StartForm(StartPresenter& control, std::function<void()> openWebPage)
     : Form("frmMain"), control_(control) {
   setWindowTitle(ToText(kProgramTitle).trimmed());
   auto* column = new QVBoxLayout(this);

@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <functional>
 
-#include "core/StartControl.h"
+#include "core/StartPresenter.h"
 #include "ui/Form.h"
 #include "ui/LogoFace.h"
 #include "ui/Widgets.h"
@@ -18,7 +18,7 @@ QStringList ConfigurationFiles();
 class StartForm : public Form {
   Q_OBJECT
  public:
-  StartForm(StartControl& control, std::function<void()> openWebPage);
+  StartForm(StartPresenter& control, std::function<void()> openWebPage);
 
   // Shows what the logic holds now.
   void ShowView();
@@ -41,7 +41,7 @@ class StartForm : public Form {
   void Connect();
   void RefreshFiles();
 
-  StartControl& control_;
+  StartPresenter& control_;
   bool held_ = false;
 
   LogoFace* Logo;

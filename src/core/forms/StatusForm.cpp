@@ -7,7 +7,7 @@
 
 namespace tvx {
 
-StatusForm::StatusForm(RunControl& control, std::function<void()> showPorts)
+StatusForm::StatusForm(StatusPresenter& control, std::function<void()> showPorts)
     : Form("frmStatus"), control_(control), showPorts_(std::move(showPorts)) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());

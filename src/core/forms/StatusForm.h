@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "core/RunControl.h"
+#include "core/StatusPresenter.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
 
@@ -15,7 +15,7 @@ class StatusForm : public Form {
   Q_OBJECT
  public:
   // `showPorts` opens the list of the simulator ports in use.
-  StatusForm(RunControl& control, std::function<void()> showPorts);
+  StatusForm(StatusPresenter& control, std::function<void()> showPorts);
 
   // Shows what the logic holds now, the flight values apart: these are read a few times a second, no faster
   // than an eye follows.
@@ -39,7 +39,7 @@ class StatusForm : public Form {
   void ShowRunButtons();
   void ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link);
 
-  RunControl& control_;
+  StatusPresenter& control_;
   QTimer flightValuesTimer_;
   std::int32_t runColour_ = -1;
   bool built_ = false;

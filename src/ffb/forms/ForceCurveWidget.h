@@ -5,7 +5,7 @@
 #include <array>
 #include <functional>
 
-#include "ffb/Forces.h"
+#include "ffb/forces/Forces.h"
 
 namespace tvx {
 

@@ -122,7 +122,7 @@ QWidget* YokeConfigForm::MakeModePage() {
   return page;
 }
 
-QPushButton* YokeConfigForm::MakePlaceButton(const YokeEditor::Place& place) {
+QPushButton* YokeConfigForm::MakePlaceButton(const YokePresenter::Place& place) {
   const QByteArray name = "cmdSet" + QByteArray(place.name.data(), static_cast<qsizetype>(place.name.size()));
   QPushButton* button = MakeButton(name.constData(), tr("Set"), tr("Takes the position of now"));
   connect(button, &QPushButton::clicked, this, [this, &place] {
@@ -142,8 +142,9 @@ QWidget* YokeConfigForm::MakeCalibrationPage() {
   hint->setWordWrap(true);
   grid->addWidget(hint, 0, 0, 1, 4);
   int line = 1;
-  for (const YokeEditor::Place& place : YokeEditor::Places()) {
-    if (place.source != YokeEditor::Place::Source::Roll && place.source != YokeEditor::Place::Source::Pitch) {
+  for (const YokePresenter::Place& place : YokePresenter::Places()) {
+    if (place.source != YokePresenter::Place::Source::Roll &&
+        place.source != YokePresenter::Place::Source::Pitch) {
       continue;
     }
     QLabel* stored = MakeLabel("");
@@ -198,8 +199,9 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
     grid->addWidget(bar, i + 1, 2, 1, 3);
   }
   int line = 4;
-  for (const YokeEditor::Place& place : YokeEditor::Places()) {
-    if (place.source == YokeEditor::Place::Source::Roll || place.source == YokeEditor::Place::Source::Pitch) {
+  for (const YokePresenter::Place& place : YokePresenter::Places()) {
+    if (place.source == YokePresenter::Place::Source::Roll ||
+        place.source == YokePresenter::Place::Source::Pitch) {
       continue;
     }
     QLabel* stored = MakeLabel("");
@@ -272,7 +274,7 @@ void YokeConfigForm::RefreshJoystick() {
   const YokeRecord& record = editor_.Record();
   const bool there = editor_.JoystickThere();
   SetTextIfChanged(LabelJoystick, there ? tr("The device is there") : tr("There is no such device"));
-  using Source = YokeEditor::Place::Source;
+  using Source = YokePresenter::Place::Source;
   const float ratios[] = {
       RudderRatio(editor_.RawNow(Source::Rudder), record),
       BrakeRatio(editor_.RawNow(Source::LeftBrake), RawOf(record.LeftBrakeReleased),

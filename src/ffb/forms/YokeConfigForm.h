@@ -13,7 +13,7 @@
 #include <array>
 #include <vector>
 
-#include "ffb/YokeEditor.h"
+#include "ffb/YokePresenter.h"
 #include "ffb/forms/ForceCurveWidget.h"
 #include "ffb/forms/YokePicture.h"
 #include "ui/Form.h"
@@ -42,7 +42,7 @@ class YokeConfigForm : public Form {
   QWidget* MakeJoystickPage();
   void RefreshCalibration();
   void RefreshJoystick();
-  QPushButton* MakePlaceButton(const YokeEditor::Place& place);
+  QPushButton* MakePlaceButton(const YokePresenter::Place& place);
   // YokeConfigPages.cpp
   QWidget* MakeForcesPage();
   QWidget* MakeLevels();
@@ -71,12 +71,12 @@ class YokeConfigForm : public Form {
     QLineEdit* text;
   };
   struct PlaceLine {
-    const YokeEditor::Place* place;
+    const YokePresenter::Place* place;
     QLabel* stored;
   };
 
   YokePair& pair_;
-  YokeEditor editor_;
+  YokePresenter editor_;
   QTimer timer_;
   bool loading_ = false;
 

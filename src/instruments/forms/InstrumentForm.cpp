@@ -27,7 +27,7 @@ void AddCaption(QGridLayout* grid, int row, const QString& text, QWidget* buddy)
 
 }  // namespace
 
-InstrumentForm::InstrumentForm(ConfigModel& model, InstrumentControl& control, Surroundings surroundings,
+InstrumentForm::InstrumentForm(ConfigModel& model, InstrumentPresenter& control, Surroundings surroundings,
                                QWidget* parent)
     : Form("frmInstrument", parent),
       model_(model),

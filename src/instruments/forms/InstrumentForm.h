@@ -8,7 +8,7 @@
 #include <functional>
 #include <vector>
 
-#include "instruments/InstrumentControl.h"
+#include "instruments/InstrumentPresenter.h"
 #include "ui/Form.h"
 #include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
@@ -23,7 +23,8 @@ class InstrumentForm : public Form {
     std::function<void()> changed;  // the gauge's record was edited, read, moved or removed
   };
   // Shows the gauge that `control` has open.
-  InstrumentForm(ConfigModel& model, InstrumentControl& control, Surroundings surroundings, QWidget* parent);
+  InstrumentForm(ConfigModel& model, InstrumentPresenter& control, Surroundings surroundings,
+                 QWidget* parent);
   // Reads the record and the lists anew.
   void Refresh();
 
@@ -48,7 +49,7 @@ class InstrumentForm : public Form {
   void cmdDelete_Click();
 
   ConfigModel& model_;
-  InstrumentControl& control_;
+  InstrumentPresenter& control_;
   Surroundings surroundings_;
   std::vector<std::function<void()>> refreshers_;  // one for each field
   QLabel *LabelGauge = nullptr, *LabelIdentity = nullptr, *LabelReadings = nullptr, *LabelTrialUnit = nullptr,

@@ -1,0 +1,87 @@
+#include "config/setup/MainConfigurePresenter.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace tvx {
+namespace {
+
+// A text of the file must not hold a double quote.
+std::string Plain(std::string text) {
+  text.erase(std::remove(text.begin(), text.end(), '"'), text.end());
+  return text;
+}
+
+// A whole number without sign, 0..highest, that is all of `text`.
+std::optional<unsigned> WholeNumber(std::string_view text, unsigned highest) {
+  unsigned number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool good = error == std::errc{} && end == text.data() + text.size() && number <= highest;
+  return good ? std::optional(number) : std::nullopt;
+}
+
+bool IsAddress(std::string_view text) {
+  for (int part = 0; part < 4; ++part) {
+    const std::size_t point = text.find('.');
+    if (part < 3 && point == std::string_view::npos) return false;
+    if (!WholeNumber(text.substr(0, part < 3 ? point : text.size()), 255)) return false;
+    if (part < 3) text.remove_prefix(point + 1);
+  }
+  return true;
+}
+
+bool IsPort(std::string_view text) {
+  return WholeNumber(text, 65535).value_or(0) > 0;
+}
+
+}  // namespace
+
+std::optional<std::size_t> LightsModeIndex(const ConfigModel& model) {
+  for (std::size_t i = 0; i < kLightsModes.size(); ++i) {
+    if (kLightsModes[i].setting1 == model.General.LightsSetting1 &&
+        kLightsModes[i].setting2 == model.General.LightsSetting2) {
+      return i;
+    }
+  }
+  return std::nullopt;
+}
+
+void SetLightsMode(ConfigModel& model, std::size_t index) {
+  model.General.LightsSetting1 = kLightsModes[index].setting1;
+  model.General.LightsSetting2 = kLightsModes[index].setting2;
+  model.ConfigChanged = true;
+}
+
+void ClearAllGauges(ConfigModel& model) {
+  for (std::size_t gaugeID = 1; gaugeID < model.Gauges.size(); ++gaugeID) {
+    GaugeRecord cleared;
+    cleared.GaugeSetting6 = model.Gauges[gaugeID].GaugeSetting6;
+    model.Gauges[gaugeID] = cleared;
+  }
+  model.ConfigChanged = true;
+}
+
+UdpSettings UdpOf(const ConfigModel& model) {
+  const GeneralRecord& general = model.General;
+  return {general.RemoteIP, general.RemotePort, general.LocalPort, general.ByteOrderReverse != 0,
+          general.BlockUSEL == 1};
+}
+
+std::string_view UdpFault(const UdpSettings& settings) {
+  if (!IsAddress(settings.remoteIP))
+    return "The address is four numbers, each 0 to 255, with points between.";
+  if (!IsPort(settings.remotePort)) return "The simulator's port is a number from 1 to 65535.";
+  if (!IsPort(settings.localPort)) return "The port on which we listen is a number from 1 to 65535.";
+  return {};
+}
+
+void SetUdp(ConfigModel& model, const UdpSettings& settings) {
+  model.General.RemoteIP = Plain(settings.remoteIP);
+  model.General.RemotePort = Plain(settings.remotePort);
+  model.General.LocalPort = Plain(settings.localPort);
+  model.General.ByteOrderReverse = settings.reverseByteOrder ? -1 : 0;
+  model.General.BlockUSEL = settings.blockUsel ? 1 : 0;
+  model.ConfigChanged = true;
+}
+
+}  // namespace tvx

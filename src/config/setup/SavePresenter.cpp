@@ -1,0 +1,197 @@
+#include "config/setup/SavePresenter.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "base/Rounding.h"
+#include "config/StartFile.h"
+#include "config/ValueText.h"
+#include "platform/AtomicFile.h"
+
+namespace tvx {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kEnding = ".cfg";
+constexpr std::string_view kDelayPrompt =
+    "Give autostart time delay (standard =10 seconds).\r\n"
+    "Delay is the time (in seconds) the program waits with start-up after simulator is detected as running.";
+
+std::string BackupOf(const std::string& name) {
+  return name + ".bak";
+}
+
+// Keeps a copy of the file, where there is one.
+bool KeepOld(const std::string& name) {
+  std::error_code code;
+  if (!fs::exists(name, code) && !code) return true;
+  std::string error;
+  const auto old = ReadWholeFile(name, error);
+  return old && ReplaceFile(BackupOf(name), *old, error);
+}
+
+// What the user types for a time: a number of seconds.
+std::optional<std::int16_t> SecondsOf(std::string text) {
+  text.erase(0, text.find_first_not_of(" \t"));
+  text.erase(text.find_last_not_of(" \t") + 1);
+  const auto number = ParseReal<double>(text);
+  const auto seconds = number ? RoundTo<std::int16_t>(*number) : std::nullopt;
+  return seconds && *seconds >= 0 ? seconds : std::nullopt;
+}
+
+// A file's own questions are no matter for a check of what was written.
+class Unasked final : public MessageBoxes {
+ public:
+  void Show(std::string_view) override {}
+  int Ask(std::string_view) override { return kAnswerYes; }
+};
+
+// Whether the model, written down, can be read again.
+bool ReadsBack(const ConfigModel& model) {
+  const auto read = std::make_unique<ConfigModel>();
+  Unasked boxes;
+  std::string error;
+  return ReadConfigText(WriteConfigText(model), *read, boxes, error, ConfigReadExtent::UpToPlates) ==
+             ConfigReadResult::Loaded &&
+         read->IOModuleInputs.size() == model.IOModuleInputs.size() &&
+         read->Plates.size() == model.Plates.size();
+}
+
+}  // namespace
+
+bool IsConfigFileName(const std::string& name) {
+  if (name.size() < kEnding.size()) return false;
+  return std::equal(kEnding.rbegin(), kEnding.rend(), name.rbegin(), [](char expected, char found) {
+    return expected == std::tolower(static_cast<unsigned char>(found));
+  });
+}
+
+std::vector<std::string> ConfigFilesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  std::error_code code;
+  for (fs::directory_iterator entry(folder.empty() ? "." : folder, code), end; !code && entry != end;
+       entry.increment(code)) {
+    const std::string name = entry->path().filename().string();
+    std::error_code ignored;
+    if (IsConfigFileName(name) && entry->is_regular_file(ignored)) names.push_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+SavePresenter::SavePresenter(ConfigModel& model, ConfigFile& file, MessageBoxes& boxes,
+                             std::function<std::string()> header)
+    : model_(model), file_(file), boxes_(boxes), header_(std::move(header)) {}
+
+bool SavePresenter::NameAccepted(const std::string& name) {
+  if (name.empty()) {
+    boxes_.Show("No filename");
+    return false;
+  }
+  if (IsConfigFileName(name)) return true;
+  boxes_.Show("Filetype incorrect or missing; must be: ****.cfg");
+  return false;
+}
+
+bool SavePresenter::Save(const std::string& name) {
+  if (!NameAccepted(name)) return false;
+  const std::string oldHeader = model_.General.ConfigHeader;
+  const std::string oldName = model_.ConfigFileName;
+  model_.ConfigLoadFailed = false;
+  model_.General.ConfigHeader = header_();
+  model_.ConfigFileName = name;
+  if (!WriteKeepingOld()) {
+    model_.General.ConfigHeader = oldHeader;
+    model_.ConfigFileName = oldName;
+    return false;
+  }
+  boxes_.Show("File saved as: " + name);
+  return true;
+}
+
+// The check comes first: a configuration that could not be read again must not replace one that can.
+bool SavePresenter::WriteKeepingOld() {
+  model_.ConfigLoadFailed = !ReadsBack(model_);
+  if (model_.ConfigLoadFailed) {
+    boxes_.Show("Configuration corrupt; Cannot save");
+    return false;
+  }
+  if (KeepOld(model_.ConfigFileName) && file_.SaveConfigFile()) return true;
+  boxes_.Show("file cannot be overwritten");
+  return false;
+}
+
+bool SavePresenter::Load(const std::string& name) {
+  if (name.empty()) {
+    boxes_.Show("No filename");
+    return false;
+  }
+  if (boxes_.Ask("This will overwrite the current configuration! Continue?") == kAnswerNo) return false;
+  const std::string before = std::exchange(model_.ConfigFileName, name);
+  file_.LoadConfigFile();
+  if (file_.LastLoad() == ConfigReadResult::Unopened) {
+    model_.ConfigFileName = before;
+  } else if (file_.LastLoad() != ConfigReadResult::Loaded) {
+    // After half a load the model is neither the old configuration nor the file's.
+    model_.ConfigChanged = true;
+  }
+  return !model_.ConfigLoadFailed;
+}
+
+bool SavePresenter::Delete(const std::string& name) {
+  if (!NameAccepted(name)) return false;
+  if (boxes_.Ask("This will delete the file: " + name + " ; Are you sure? ") == kAnswerNo) return false;
+  std::error_code code;
+  fs::rename(name, BackupOf(name), code);
+  if (code) boxes_.Show("File cannot be deleted: " + name);
+  return !code;
+}
+
+bool SavePresenter::SetAsStartup(const std::string& name) {
+  if (name.empty()) {
+    boxes_.Show("File Name missing.");
+    return false;
+  }
+  const auto answer = boxes_.AskText(kDelayPrompt, std::to_string(model_.StartDelay));
+  if (!answer) return false;
+  const auto seconds = SecondsOf(*answer);
+  const std::int16_t before = model_.StartDelay;
+  if (seconds) model_.StartDelay = *seconds;
+  if (seconds && WriteStartFile(model_, name)) return true;
+  model_.StartDelay = before;
+  boxes_.Show("Error in file/time input");
+  return false;
+}
+
+bool SavePresenter::ImportPartial(const std::string& name, const ImportChoice& chosen) {
+  if (name.empty()) {
+    boxes_.Show("No file selected");
+    return false;
+  }
+  if (boxes_.Ask("This will overwrite the selected sections in the currently loaded configuration!\r\n"
+                 "Configuration chapters will be imported from: " +
+                 name + "\r\nContinue?") == kAnswerNo) {
+    return false;
+  }
+  std::string error;
+  const auto text = ReadWholeFile(name, error);
+  const auto result =
+      text ? ImportConfigText(*text, chosen, model_, boxes_, error) : ConfigReadResult::Failed;
+  const bool any = std::find(chosen.begin(), chosen.end(), true) != chosen.end();
+  // A read error may come after sections that were taken over.
+  if (text && any && (result == ConfigReadResult::Loaded || result == ConfigReadResult::Failed)) {
+    model_.ConfigChanged = true;
+  }
+  if (result == ConfigReadResult::Failed) boxes_.Show("Error in Configuration file");
+  if (result != ConfigReadResult::Loaded) return false;
+  boxes_.Show("Configuration chapters imported into file: " + model_.ConfigFileName);
+  return true;
+}
+
+}  // namespace tvx

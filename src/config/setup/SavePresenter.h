@@ -1,0 +1,49 @@
+// The save form's logic: configuration files saved, loaded, deleted, imported in part, made the start-up one.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "config/ConfigFile.h"
+#include "config/PartialImport.h"
+
+namespace tvx {
+
+// File names are paths, relative ones to the working folder. Each operation shows its own messages and
+// returns true when it did what it is for; a refusal leaves model and files as they were.
+class SavePresenter {
+ public:
+  // `header`: the header line for a file saved now (BuildConfigHeader).
+  SavePresenter(ConfigModel& model, ConfigFile& file, MessageBoxes& boxes,
+                std::function<std::string()> header);
+
+  // Saves the model under this name, which becomes the file in use. The file that was there is kept beside it
+  // as "<name>.bak".
+  bool Save(const std::string& name);
+  // Asks, then loads the file, which becomes the one in use; one that cannot be opened does not.
+  bool Load(const std::string& name);
+  // Asks, then renames the file to "<name>.bak".
+  bool Delete(const std::string& name);
+  // Asks for the delay and writes the start-up file.
+  bool SetAsStartup(const std::string& name);
+  // Asks, then takes the chosen chapters over.
+  bool ImportPartial(const std::string& name, const ImportChoice& chosen);
+
+ private:
+  bool NameAccepted(const std::string& name);
+  bool WriteKeepingOld();
+
+  ConfigModel& model_;
+  ConfigFile& file_;
+  MessageBoxes& boxes_;
+  std::function<std::string()> header_;
+};
+
+// True where the name ends in a point followed by "cfg", in capitals or not.
+bool IsConfigFileName(const std::string& name);
+
+// The configuration files of a folder (empty: the working folder), by name.
+std::vector<std::string> ConfigFilesIn(const std::string& folder);
+
+}  // namespace tvx

@@ -1,0 +1,132 @@
+#include "config/setup/forms/AdaptersForm.h"
+
+#include <QHBoxLayout>
+#include <algorithm>
+
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kFirstFreeNumber = 5;  // COM 1 to 4 are the computer's own ports
+constexpr int kOfferedPorts = 16;
+
+QString NumbersText(const std::vector<int>& numbers) {
+  QStringList texts;
+  for (const int number : numbers) texts << "COM " + QString::number(number);
+  return texts.join(", ");
+}
+
+}  // namespace
+
+AdaptersForm::AdaptersForm(Surroundings surroundings, MessageBoxes& boxes, QWidget* parent)
+    : Form("frmAdapters", parent), surroundings_(std::move(surroundings)), boxes_(boxes) {
+  setWindowTitle(tr("Serial adapters"));
+  if (parent != nullptr) setWindowModality(Qt::WindowModal);
+  ListAdapters = new QTreeWidget;
+  ListAdapters->setObjectName("ListAdapters");
+  ListAdapters->setToolTip(tr("The serial adapters that are plugged in"));
+  ListAdapters->setRootIsDecorated(false);
+  ListAdapters->setAllColumnsShowFocus(true);
+  ListAdapters->setHeaderLabels({tr("Adapter"), tr("Serial number"), tr("Device"), tr("Port"), tr("State")});
+  ListAdapters->setMinimumSize(look::Margin() * 50, look::Margin() * 10);
+  ComboAssign = new QComboBox;
+  ComboAssign->setObjectName("ComboAssign");
+  ComboAssign->setToolTip(tr("The COM number that is to lead to the chosen adapter"));
+  for (int number = 1; number <= kOfferedPorts; ++number)
+    ComboAssign->addItem("COM " + QString::number(number), number);
+  ComboAssign->setCurrentIndex(kFirstFreeNumber - 1);
+  cmdAssign =
+      MakeButton("cmdAssignAdapter", tr("&Assign"),
+                 tr("From now on this COM number leads to the chosen adapter, whichever socket it is in"));
+  look::SetRole(cmdAssign, "primary");
+  LabelAdvice = MakeLabel("LabelAdvice");
+  LabelAdvice->setWordWrap(true);
+  LabelAdvice->setMinimumHeight(2 * LabelAdvice->fontMetrics().lineSpacing());
+  LabelAdvice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
+  QPushButton* refresh = MakeButton("cmdRefresh", tr("&Refresh"), tr("Looks again what is plugged in"));
+  QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
+  QLabel* caption = MakeLabel("ComboAssignCaption", tr("Chosen adapter becomes &port"));
+  caption->setBuddy(ComboAssign);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(caption);
+  row->addWidget(ComboAssign);
+  row->addWidget(cmdAssign);
+  row->addStretch(1);
+  row->addWidget(refresh);
+  row->addWidget(close);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addWidget(ListAdapters, 1);
+  column->addWidget(LabelAdvice);
+  column->addLayout(row);
+  connect(ListAdapters, &QTreeWidget::currentItemChanged, this, &AdaptersForm::ShowChosen);
+  connect(cmdAssign, &QPushButton::clicked, this, &AdaptersForm::cmdAssign_Click);
+  connect(refresh, &QPushButton::clicked, this, &AdaptersForm::Refresh);
+  connect(close, &QPushButton::clicked, this, &AdaptersForm::Unload);
+  Refresh();
+  ListAdapters->setFocus();
+}
+
+// The chosen adapter stays chosen.
+void AdaptersForm::Refresh() {
+  const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
+  const std::string chosen = row < 0 ? std::string() : found_[static_cast<std::size_t>(row)].path;
+  ListAdapters->clear();
+  found_ = surroundings_.devices.List();
+  for (const SerialDevice& device : found_) {
+    auto* item = new QTreeWidgetItem({ToText(device.adapter), ToText(device.serialNumber),
+                                      ToText(device.path), NumbersText(surroundings_.comNumbersOf(device)),
+                                      device.mayOpen ? ToText(device.StateWords()) : tr("no permission")});
+    ListAdapters->addTopLevelItem(item);
+    if (device.path == chosen) ListAdapters->setCurrentItem(item);
+  }
+  if (ListAdapters->currentItem() == nullptr) ListAdapters->setCurrentItem(ListAdapters->topLevelItem(0));
+  for (int column = 0; column < ListAdapters->columnCount(); ++column)
+    ListAdapters->resizeColumnToContents(column);
+  ShowChosen();
+}
+
+void AdaptersForm::ShowChosen() {
+  const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
+  cmdAssign->setEnabled(row >= 0);
+  if (row < 0) {
+    SetTextIfChanged(LabelAdvice, tr("No serial adapter is plugged in."));
+    return;
+  }
+  const SerialDevice& device = found_[static_cast<std::size_t>(row)];
+  OfferNumber(device);
+  SetTextIfChanged(LabelAdvice, device.Words() + ": " + device.StateWords());
+}
+
+// The number that leads to it already, otherwise the first one that leads to no other adapter.
+void AdaptersForm::OfferNumber(const SerialDevice& device) {
+  std::vector<int> taken;
+  for (const SerialDevice& other : found_) {
+    const auto numbers = surroundings_.comNumbersOf(other);
+    if (other.path != device.path) taken.insert(taken.end(), numbers.begin(), numbers.end());
+  }
+  const auto own = surroundings_.comNumbersOf(device);
+  int number = own.empty() ? kFirstFreeNumber : own.front();
+  while (own.empty() && std::find(taken.begin(), taken.end(), number) != taken.end()) ++number;
+  ComboAssign->setCurrentIndex(ComboAssign->findData(std::min(number, kOfferedPorts)));
+}
+
+void AdaptersForm::cmdAssign_Click() {
+  const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
+  if (row < 0) return;
+  const SerialDevice device = found_[static_cast<std::size_t>(row)];
+  const QString assigned = ComboAssign->currentText();
+  std::string error;
+  if (!surroundings_.devices.Assign(ComboAssign->currentData().toInt(), device, error)) {
+    boxes_.Show("The adapter could not be assigned. " + error);
+    return;
+  }
+  surroundings_.changed();
+  Refresh();
+  SetTextIfChanged(LabelAdvice, assigned + tr(" leads to ") + ToText(device.Words()));
+}
+
+}  // namespace tvx

@@ -1,0 +1,260 @@
+#include "config/setup/forms/MainConfigureForm.h"
+
+#include <QPointer>
+#include <QSignalBlocker>
+
+#include "config/NameTables.h"
+#include "config/setup/MainConfigurePresenter.h"
+#include "ui/FieldGrid.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kSlowInterval = 250;
+constexpr int kTickMs = 50;
+
+}  // namespace
+
+MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
+                                     QWidget* parent)
+    : Form("FrmMainConfigure", parent), model_(model), boxes_(boxes), surroundings_(std::move(surroundings)) {
+  setWindowTitle(tr("Configuration"));
+  if (parent != nullptr) setWindowModality(Qt::WindowModal);
+  CurrentConfigFile = MakeLabel("CurrentConfigFile");
+  CurrentConfigFile->setWordWrap(true);
+  auto* left = new QVBoxLayout;
+  left->setSpacing(look::Gap());
+  PanelCom = MakeComPanel();
+  left->addWidget(PanelCom);
+  left->addStretch(1);
+  auto* right = new QVBoxLayout;
+  right->setSpacing(look::Gap());
+  PanelUdp = new UdpPanel(model_);
+  right->addWidget(PanelUdp);
+  right->addWidget(MakeTimingPanel());
+  right->addStretch(1);
+  auto* top = new QHBoxLayout;
+  top->setSpacing(look::Gap());
+  top->addLayout(left, 3);
+  top->addLayout(right, 2);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addWidget(CurrentConfigFile);
+  column->addLayout(top);
+  column->addWidget(MakeGaugePanel(), 1);
+  column->addLayout(MakeOpeners());
+  column->addLayout(MakeButtons());
+  Timer1.setObjectName("Timer1");
+  connect(&Timer1, &QTimer::timeout, this, [this] { surroundings_.tick(); });
+  Timer1.start(kTickMs);
+  Rebuild();
+  ShowSearch({});
+  resize(std::max(sizeHint().width(), look::Margin() * 80), look::Margin() * 58);
+  PanelCom->First()->setFocus();
+}
+
+ComPortsPanel* MainConfigureForm::MakeComPanel() {
+  ComPortsPanel::Surroundings s;
+  s.deviceOf = surroundings_.deviceOf;
+  s.troubleOf = surroundings_.troubleOf;
+  s.lookAgain = surroundings_.lookAgain;
+  s.withPortsClosed = surroundings_.withPortsClosed;
+  s.adapters = surroundings_.adapters;
+  s.changed = [this] { ShowBus(); };
+  return new ComPortsPanel(model_, std::move(s));
+}
+
+QWidget* MainConfigureForm::MakeTimingPanel() {
+  QFrame* panel = MakePanel("PanelTiming");
+  QGridLayout* grid = MakeTitledGrid(panel, tr("Instruments"), "LabelTiming");
+  SliderXferTtimerProcess = new QSlider(Qt::Horizontal);
+  SliderXferTtimerProcess->setObjectName("SliderXferTtimerProcess");
+  SliderXferTtimerProcess->setRange(10, 1000);
+  SliderXferTtimerProcess->setSingleStep(10);
+  SliderXferTtimerProcess->setPageStep(50);
+  SliderXferTtimerProcess->setToolTip(
+      tr("How often the instruments get new values, in milliseconds; shorter is smoother"));
+  BoxXferTimerProcess = MakeLabel("BoxXferTimerProcess");
+  BoxXferTimerProcess->setMinimumWidth(BoxXferTimerProcess->fontMetrics().horizontalAdvance("32767"));
+  BoxXferTimerProcess->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  QPushButton* slow = MakeButton("CmdSet250", tr("250"), tr("Sets the interval to 250 milliseconds"));
+  QLabel* caption = MakeLabel("LabelXferTimer", tr("Transfer interval, &ms"));
+  caption->setBuddy(SliderXferTtimerProcess);
+  ComboLights = new QComboBox;
+  ComboLights->setObjectName("ComboLights");
+  ComboLights->setToolTip(tr("Which lights of the aircraft light the faces of the instruments"));
+  for (const LightsMode& mode : kLightsModes) ComboLights->addItem(ToText(mode.name));
+  QLabel* lights = MakeLabel("LabelLights", tr("Lig&hts of the instruments"));
+  lights->setBuddy(ComboLights);
+  grid->addWidget(caption, 1, 0);
+  grid->addWidget(SliderXferTtimerProcess, 1, 1);
+  grid->addWidget(BoxXferTimerProcess, 1, 2);
+  grid->addWidget(slow, 1, 3);
+  grid->addWidget(lights, 2, 0);
+  grid->addWidget(ComboLights, 2, 1, 1, 3);
+  grid->setColumnStretch(1, 1);
+  connect(slow, &QPushButton::clicked, this, [this] { SliderXferTtimerProcess->setValue(kSlowInterval); });
+  connect(SliderXferTtimerProcess, &QSlider::valueChanged, this, [this](int milliseconds) {
+    model_.General.TransferInterval = static_cast<std::int16_t>(milliseconds);
+    model_.ConfigChanged = true;
+    BoxXferTimerProcess->setText(QString::number(milliseconds));
+  });
+  connect(ComboLights, &QComboBox::activated, this, [this](int index) {
+    if (index >= 0) SetLightsMode(model_, static_cast<std::size_t>(index));
+  });
+  return panel;
+}
+
+QWidget* MainConfigureForm::MakeGaugePanel() {
+  QFrame* panel = MakePanel("PanelGauges");
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  Configlist = new GaugeTable("Configlist");
+  Configlist->setMinimumHeight(look::Margin() * 8);
+  Configlist->SetOpened([this](int gaugeID) {
+    if (!searching_) surroundings_.openGauge(gaugeID);
+  });
+  QLabel* caption = MakeLabel("LabelGauges", tr("Gauges of this coc&kpit"), "caption");
+  caption->setBuddy(Configlist);
+  column->addWidget(caption);
+  column->addWidget(Configlist, 1);
+  column->addLayout(MakeSearchRow());
+  LabelSearch = MakeLabel("LabelSearch");
+  LabelSearch->setWordWrap(true);
+  LabelSearch->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  column->addWidget(LabelSearch);
+  return panel;
+}
+
+QLayout* MainConfigureForm::MakeSearchRow() {
+  cmdStartTest = MakeButton("cmdStartTest", tr("&Find gauges"),
+                            tr("Asks every address of the gauge bus, 0 to 255; about 20 seconds"));
+  connect(cmdStartTest, &QPushButton::clicked, this, &MainConfigureForm::cmdStartTest_Click);
+  ProgressBar1 = new QProgressBar;
+  ProgressBar1->setObjectName("ProgressBar1");
+  ProgressBar1->setToolTip(tr("Addresses that have been asked, of 256"));
+  LabelBus = MakeLabel("LabelBus", {}, "caption");
+  QPushButton* clear = MakeButton("cmdClearConfig", tr("Clea&r all gauges..."),
+                                  tr("Takes every gauge out of the configuration; asks first"));
+  connect(clear, &QPushButton::clicked, this, &MainConfigureForm::cmdClearConfig_Click);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(cmdStartTest);
+  row->addWidget(ProgressBar1, 1);
+  row->addWidget(LabelBus, 1);
+  Opener(row, "cmdTestGauges", tr("Test a gauge..."), tr("Talks to one address by hand"),
+         surroundings_.testGauges);
+  row->addWidget(clear);
+  return row;
+}
+
+void MainConfigureForm::Opener(QBoxLayout* row, const char* name, const QString& text, const QString& tip,
+                               const std::function<void()>& open) {
+  QPushButton* button = MakeButton(name, text, tip);
+  connect(button, &QPushButton::clicked, this, [open] {
+    if (open) open();
+  });
+  button->setVisible(static_cast<bool>(open));
+  row->addWidget(button);
+}
+
+QLayout* MainConfigureForm::MakeOpeners() {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  Opener(row, "cmdGetOffset", tr("Fun&ctions..."), tr("The values that are exchanged with the simulator"),
+         surroundings_.functions);
+  Opener(row, "cmdPlates", tr("Pla&tes..."), tr("The calibrations of the gauge faces"), surroundings_.plates);
+  Opener(row, "cmdGotoIOM", tr("IO module 1..."), tr("Its switches, inputs and outputs"),
+         surroundings_.ioModule1);
+  Opener(row, "cmdGotoIOM2", tr("IO module 2..."), tr("Its switches, inputs and outputs"),
+         surroundings_.ioModule2);
+  Opener(row, "cmdGotoEC", tr("Engine cluster..."), tr("Its channels"), surroundings_.engineCluster);
+  Opener(row, "cmdGotoFFB", tr("Yokes..."), tr("The force-feedback yokes"), surroundings_.yokes);
+  Opener(row, "cmdTestXplaneInterface", tr("Test &X-Plane..."),
+         tr("The link to the simulator, datagram by datagram"), surroundings_.testXplane);
+  row->addStretch(1);
+  return row;
+}
+
+QLayout* MainConfigureForm::MakeButtons() {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(MakeThemeButton());
+  row->addStretch(1);
+  Opener(row, "cmdSaveConfig", tr("&Save and load..."),
+         tr("Configuration files: save, load, delete, import, start-up"), surroundings_.saveConfig);
+  QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the start form (Escape)"));
+  connect(close, &QPushButton::clicked, this, &MainConfigureForm::CmdClose_Click);
+  row->addWidget(close);
+  return row;
+}
+
+void MainConfigureForm::cmdStartTest_Click() {
+  searching_ ? surroundings_.cancelSearch() : surroundings_.startSearch();
+}
+
+void MainConfigureForm::ShowSearch(const SearchView& view) {
+  searching_ = view.running;
+  cmdStartTest->setText(view.running ? tr("Cancel") : tr("&Find gauges"));
+  ProgressBar1->setVisible(view.running);
+  ProgressBar1->setRange(0, view.addresses);
+  ProgressBar1->setValue(view.done);
+  LabelBus->setVisible(!view.running);
+  ShowBus();
+  std::string text = view.summary;
+  for (const std::string& remark : view.remarks) text += "\n" + remark;
+  if (text.empty() && Configlist->topLevelItemCount() == 0) {
+    text = "No gauge yet: give the gauge bus its port, then find the gauges.";
+  }
+  SetTextIfChanged(LabelSearch, text);
+  LabelSearch->setVisible(!text.empty());
+  Configlist->Fill(model_);
+}
+
+void MainConfigureForm::Rebuild() {
+  FillNameTables(model_);
+  const GeneralRecord& general = model_.General;
+  CurrentConfigFile->setText(tr("Configuration file: ") + ToText(model_.ConfigFileName));
+  PanelCom->ShowModel();
+  PanelUdp->ShowModel();
+  {
+    const QSignalBlocker quiet(SliderXferTtimerProcess);
+    SliderXferTtimerProcess->setValue(general.TransferInterval);
+  }
+  BoxXferTimerProcess->setText(QString::number(general.TransferInterval));
+  const auto mode = LightsModeIndex(model_);
+  ComboLights->setCurrentIndex(mode ? static_cast<int>(*mode) : -1);
+  Configlist->Fill(model_);
+  ShowBus();
+}
+
+void MainConfigureForm::ShowBus() {
+  SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
+}
+
+void MainConfigureForm::cmdClearConfig_Click() {
+  if (boxes_.Ask("This will clear all gauge assignments and settings!\r\nContinue anyway?") == kAnswerNo)
+    return;
+  surroundings_.cancelSearch();
+  ClearAllGauges(model_);
+  Rebuild();
+}
+
+void MainConfigureForm::CmdClose_Click() {
+  if (asking_) return;
+  asking_ = true;
+  // What was chosen or typed and never set would be lost as well.
+  const bool unsaved = model_.ConfigChanged || PanelCom->Pending() || PanelUdp->Pending();
+  const QPointer<MainConfigureForm> self(this);
+  const bool stay = unsaved && boxes_.Ask("Updates are not saved; Continue anyway?") == kAnswerNo;
+  if (!self) return;
+  asking_ = false;
+  if (stay || Unloading()) return;
+  Unload();
+  surroundings_.closed();
+}
+
+}  // namespace tvx

@@ -1,0 +1,146 @@
+#include "config/setup/forms/SaveConfigForm.h"
+
+#include <QDir>
+#include <QGridLayout>
+#include <QPointer>
+
+#include "config/StartFile.h"
+#include "ui/FieldGrid.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr const char* kChapters[kImportChapters] = {"General: ports, link, interval",
+                                                    "IOM: inputs and outputs",
+                                                    "Functions 0 to 50",
+                                                    "Functions 51 to 300",
+                                                    "Gaugetypes",
+                                                    "Gauges",
+                                                    "Plates",
+                                                    "Engine Cluster Settings"};
+
+}  // namespace
+
+SaveConfigForm::SaveConfigForm(ConfigModel& model, SavePresenter& save, std::function<void()> changed,
+                               QWidget* parent)
+    : Form("SaveConfig", parent), model_(model), save_(save), changed_(std::move(changed)) {
+  setWindowTitle(tr("Configuration files"));
+  if (parent != nullptr) setWindowModality(Qt::WindowModal);
+  auto* panels = new QHBoxLayout;
+  panels->setSpacing(look::Gap());
+  panels->addWidget(MakeFilePanel(), 3);
+  panels->addWidget(MakeImportPanel(), 2);
+  QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
+  connect(close, &QPushButton::clicked, this, &SaveConfigForm::Unload);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addLayout(panels, 1);
+  column->addWidget(close, 0, Qt::AlignRight);
+  FileName->setText(ToText(model_.ConfigFileName));
+  Refresh();
+  FileName->setFocus();
+}
+
+QWidget* SaveConfigForm::MakeFilePanel() {
+  QFrame* panel = MakePanel("PanelFiles");
+  QVBoxLayout* column = MakeTitledColumn(
+      panel, tr("Configuration files in ") + QDir::toNativeSeparators(QDir::currentPath()), "LabelFolder");
+  FileList = new PickList("FileList");
+  FileList->setToolTip(tr("The configuration files of the working folder"));
+  FileList->setMinimumSize(look::Margin() * 44, look::Margin() * 12);
+  FileList->SetPicked([this](const QString& name) { FileName->setText(name); });
+  FileName = new QLineEdit;
+  FileName->setObjectName("FileName");
+  FileName->setToolTip(tr("The file that the buttons below work on; its name ends in .cfg"));
+  QLabel* caption = MakeLabel("FileNameCaption", tr("File &name"));
+  caption->setBuddy(FileName);
+  auto* name = new QHBoxLayout;
+  name->addWidget(caption);
+  name->addWidget(FileName, 1);
+  LabelCurrent = MakeLabel("LabelCurrent");
+  LabelStartup = MakeLabel("LabelStartup");
+  auto* buttons = new QGridLayout;
+  buttons->setSpacing(look::Gap());
+  QPushButton* save =
+      MakeButton("cmdSave", tr("&Save"),
+                 tr("Writes the configuration to this file; the previous file is kept as *.bak"));
+  look::SetRole(save, "primary");
+  QPushButton* load =
+      MakeButton("cmdLoad", tr("&Load"), tr("Replaces the configuration by this file; asks first"));
+  QPushButton* erase =
+      MakeButton("cmdDelete", tr("&Delete"), tr("Deletes this file; asks first, and keeps it as *.bak"));
+  QPushButton* startup = MakeButton("cmdSetAsStartup", tr("Set as s&tart-up..."),
+                                    tr("The program loads this file at its start, after a delay in seconds"));
+  buttons->addWidget(save, 0, 0);
+  buttons->addWidget(load, 0, 1);
+  buttons->addWidget(erase, 0, 2);
+  buttons->addWidget(startup, 0, 3);
+  connect(save, &QPushButton::clicked, this, [this] { Do(&SavePresenter::Save); });
+  connect(load, &QPushButton::clicked, this, [this] { Do(&SavePresenter::Load); });
+  connect(erase, &QPushButton::clicked, this, [this] { Do(&SavePresenter::Delete); });
+  connect(startup, &QPushButton::clicked, this, [this] { Do(&SavePresenter::SetAsStartup); });
+  column->addWidget(FileList, 1);
+  column->addLayout(name);
+  column->addLayout(buttons);
+  column->addWidget(LabelCurrent);
+  column->addWidget(LabelStartup);
+  return panel;
+}
+
+QWidget* SaveConfigForm::MakeImportPanel() {
+  QFrame* panel = MakePanel("PanelImport");
+  QVBoxLayout* column = MakeTitledColumn(panel, tr("Take over single chapters of this file"), "LabelImport");
+  for (std::size_t i = 0; i < kImportChapters; ++i) {
+    ChkImportPartial[i] = new QCheckBox(tr(kChapters[i]));
+    ChkImportPartial[i]->setObjectName("ChkImportPartial" + QString::number(i));
+    ChkImportPartial[i]->setToolTip(tr("Replaces this chapter of the loaded configuration"));
+    column->addWidget(ChkImportPartial[i]);
+  }
+  column->addStretch(1);
+  QPushButton* import = MakeButton("cmdImportPartial", tr("&Import the ticked chapters"),
+                                   tr("Reads them from this file; asks first"));
+  connect(import, &QPushButton::clicked, this, &SaveConfigForm::cmdImportPartial_Click);
+  column->addWidget(import);
+  return panel;
+}
+
+std::string SaveConfigForm::ChosenFile() const {
+  return FileName->text().trimmed().toStdString();
+}
+
+// A question may stand while the program ends; the form is gone then.
+void SaveConfigForm::Do(bool (SavePresenter::*operation)(const std::string&)) {
+  const QPointer<SaveConfigForm> self(this);
+  (save_.*operation)(ChosenFile());
+  if (!self || Unloading()) return;
+  Refresh();
+  changed_();
+}
+
+void SaveConfigForm::cmdImportPartial_Click() {
+  ImportChoice chosen{};
+  for (std::size_t i = 0; i < kImportChapters; ++i) chosen[i] = ChkImportPartial[i]->isChecked();
+  const QPointer<SaveConfigForm> self(this);
+  save_.ImportPartial(ChosenFile(), chosen);
+  if (!self || Unloading()) return;
+  Refresh();
+  changed_();
+}
+
+void SaveConfigForm::Refresh() {
+  FileList->clear();
+  for (const std::string& name : ConfigFilesIn({})) FileList->addItem(ToText(name));
+  FileList->Mark(FileName->text());
+  SetTextIfChanged(LabelCurrent,
+                   tr("In use: ") + ToText(model_.ConfigFileName) +
+                       (model_.ConfigChanged ? tr(", with changes that are not saved") : QString()));
+  ConfigModel start;
+  const std::string path = ReadStartFile(start);
+  SetTextIfChanged(
+      LabelStartup,
+      tr("Start-up: %1, %2 s after the simulator answers").arg(ToText(path)).arg(start.StartDelay));
+}
+
+}  // namespace tvx

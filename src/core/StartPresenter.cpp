@@ -1,0 +1,247 @@
+#include "core/StartPresenter.h"
+
+#include <cmath>
+
+#include "config/StartFile.h"
+#include "core/StatusPresenter.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kVersionFunction = 300;
+constexpr int kTicksPerSecond = 20;
+constexpr std::string_view kSimulatorName = "X-Plane";
+constexpr std::string_view kCountdownText = "Program will autostart with Selected Config in: ";
+constexpr std::string_view kWaitingText = "                            Waiting for X-Plane ready: ";
+
+// The states of the probe.
+enum : std::int16_t { kOpenLink = 0, kOpenPort = 1, kReadVersion = 2, kCloseLink = 3, kProbeDone = 4 };
+
+bool IsPort(Port port) {
+  return static_cast<std::int16_t>(port) >= 0;
+}
+
+}  // namespace
+
+std::string SimulatorVersionText(float version) {
+  const std::string digits = FormatNumberText(std::trunc(static_cast<double>(version)), "0");
+  const auto pair = [&digits](std::size_t at) {
+    return at < digits.size() ? digits.substr(at, 2) : std::string();
+  };
+  return pair(0) + "." + pair(2) + "." + pair(4);
+}
+
+StartPresenter::StartPresenter(ConfigModel& model, ConfigFile& file, SimCom& sim, MessageBoxes& boxes,
+                               Shell& shell, StatusPresenter& run, Timers timers)
+    : model_(model), file_(file), sim_(sim), boxes_(boxes), shell_(shell), run_(run), timers_(timers) {}
+
+void StartPresenter::Activate() {
+  const bool first = !firstLoadDone_;
+  firstLoadDone_ = true;
+  probeState_ = kOpenLink;
+  if (first) model_.ProgramTitle = std::string(kProgramTitle);
+  if (!first) ShowCountdown(false);
+  view_.FileName = model_.ConfigFileName = ReadStartFile(model_);
+  if (first) {
+    view_.TextAutostart = std::string(kCountdownText);
+    timers_.TimerWaitForFS.SetEnabled(false);
+    ShowCountdown(true);
+    view_.BoxAutoStartTime = model_.StartDelay;
+    Changed();
+    file_.LoadConfigFile();
+    timers_.WaitForAutostart.SetEnabled(true);
+  }
+  Changed();
+}
+
+void StartPresenter::WaitForAutostart_Tick() {
+  // A question about the file that is being loaded holds the countdown.
+  if (file_.Loading()) return;
+  ++probeTicks_;
+  ProbeDuringCountdown();
+  if (probeTicks_ < kTicksPerSecond) return;
+  probeTicks_ = 0;
+  if (--view_.BoxAutoStartTime < 1) {
+    if (simVersion_ > 0) {
+      AutoStartRun();
+      return;
+    }
+    view_.BoxAutoStartTime = 0;
+    timers_.TimerWaitForFS.SetEnabled(true);
+    // The waiting begins: no further step of the countdown may restart it.
+    timers_.WaitForAutostart.SetEnabled(false);
+    CloseProbe();
+    probeState_ = kOpenLink;
+  }
+  Changed();
+}
+
+void StartPresenter::ProbeDuringCountdown() {
+  switch (probeState_) {
+    case kOpenLink:
+      sim_.OpenUDP();
+      sim_.DataReceived = 0;
+      probeState_ = kOpenPort;
+      break;
+    case kOpenPort:
+      probeState_ = OpenProbePort() ? kReadVersion : kCloseLink;
+      break;
+    case kReadVersion:
+      if (!ReadVersion()) break;
+      ShowSimulator();
+      probeState_ = kCloseLink;
+      break;
+    case kCloseLink:
+      CloseProbe();
+      probeState_ = kProbeDone;
+      break;
+    default:
+      break;
+  }
+}
+
+void StartPresenter::TimerWaitForFS_Tick() {
+  if (file_.Loading()) return;
+  view_.TextAutostart = std::string(kWaitingText);
+  ShowCountdown(true);
+  ++view_.BoxAutoStartTime;
+  switch (probeState_) {
+    case kOpenLink:
+      sim_.OpenUDP();
+      probeState_ = kOpenPort;
+      break;
+    case kOpenPort:
+      if (OpenProbePort()) {
+        probeState_ = kReadVersion;
+        break;
+      }
+      CloseProbe();
+      timers_.TimerWaitForFS.SetEnabled(false);
+      timers_.WaitForAutostart.SetEnabled(false);
+      boxes_.Show("Cannot detect X-Plane status.");
+      break;
+    case kReadVersion:
+      if (ReadVersion()) {
+        ShowSimulator();
+        AutoStartRun();
+        return;
+      }
+      probeState_ = kOpenLink;
+      CloseProbe();
+      break;
+    default:
+      probeState_ = kOpenLink;
+      break;
+  }
+  Changed();
+}
+
+bool StartPresenter::OpenProbePort() {
+  sim_.CurrentOpener = opener::kInternal;
+  probePort_ = sim_.OpenSimPort(kVersionFunction, 1);
+  if (!IsPort(probePort_)) return false;
+  sim_.EnableReadSimPort(probePort_);
+  return true;
+}
+
+bool StartPresenter::ReadVersion() {
+  simVersion_ = 0;
+  sim_.GetPort(probePort_, simVersion_);
+  return simVersion_ > 0;
+}
+
+void StartPresenter::ShowSimulator() {
+  view_.SimulatorName = std::string(kSimulatorName);
+  view_.LabelXplaneVersion = SimulatorVersionText(simVersion_);
+}
+
+void StartPresenter::CloseProbe() {
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  sim_.CloseUDP();
+}
+
+void StartPresenter::butOK_Click() {
+  if (file_.Loading()) return;
+  view_.SimulatorName = std::string(kSimulatorName);
+  Changed();
+  if (view_.FileName.empty()) {
+    boxes_.Show("No Configuration file selected ");
+    return;
+  }
+  model_.ConfigFileName = view_.FileName;
+  file_.LoadConfigFile();
+  if (model_.ConfigLoadFailed) return;
+  HandOver();
+  shell_.UnloadStartForm();
+}
+
+void StartPresenter::AutoStartRun() {
+  timers_.TimerWaitForFS.SetEnabled(false);
+  timers_.WaitForAutostart.SetEnabled(false);
+  model_.ConfigFileName = view_.FileName;
+  file_.LoadConfigFile();
+  if (model_.ConfigLoadFailed) {
+    run_.SetCurrentConfig(view_.FileName);
+    boxes_.Show("No or incorrect Start-Up file.File name is Case sensitive");
+    Changed();
+    return;
+  }
+  timers_.TimerCheckForSilence.SetEnabled(false);
+  HandOver();
+  run_.cmdRun_Click();
+  shell_.UnloadStartForm();
+}
+
+void StartPresenter::HandOver() {
+  run_.Load();
+  run_.SetCurrentConfig(view_.FileName);
+  shell_.ShowStatusForm();
+  timers_.WaitForAutostart.SetEnabled(false);
+  timers_.TimerWaitForFS.SetEnabled(false);
+  ShowCountdown(false);
+  CloseProbe();
+  run_.Form_Activate();
+  Changed();
+}
+
+void StartPresenter::FileBox_Click(const std::string& name) {
+  if (file_.Loading()) return;
+  ShowCountdown(false);
+  view_.FileName = model_.ConfigFileName = name;
+  run_.SetCurrentConfig(name);
+  Changed();
+  file_.LoadConfigFile();
+  Changed();
+}
+
+void StartPresenter::FileName_Change(const std::string& name) {
+  view_.FileName = name;
+}
+
+void StartPresenter::CmdConfigure_Click() {
+  timers_.WaitForAutostart.SetEnabled(false);
+  timers_.TimerWaitForFS.SetEnabled(false);
+  // The configuration may give the link another address; what is tried there opens it anew.
+  if (sim_.UdpOpen()) CloseProbe();
+  probeState_ = kOpenLink;
+  shell_.ShowMainConfiguration();
+}
+
+void StartPresenter::Exit_Click() {
+  timers_.WaitForAutostart.SetEnabled(false);
+  timers_.TimerWaitForFS.SetEnabled(false);
+  if (sim_.UdpOpen()) CloseProbe();
+  shell_.UnloadStartForm();
+  shell_.EndProgram();
+}
+
+void StartPresenter::ShowCountdown(bool visible) {
+  view_.CountdownVisible = view_.SecondsVisible = visible;
+}
+
+void StartPresenter::Changed() {
+  if (changed_) changed_();
+}
+
+}  // namespace tvx

@@ -1,0 +1,81 @@
+// The start form's logic: the configuration to use, the countdown, the probe of the simulator, the hand-over.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "config/ConfigFile.h"
+#include "core/Shell.h"
+#include "platform/Host.h"
+#include "simlink/SimCom.h"
+
+namespace tvx {
+
+class StatusPresenter;
+
+// What the start form shows.
+struct StartView {
+  std::string FileName;
+  std::string TextAutostart;
+  bool CountdownVisible = false;  // TextAutostart and Textseconds
+  bool SecondsVisible = false;    // BoxAutoStartTime
+  int BoxAutoStartTime = 0;       // seconds left, or seconds waited
+  std::string SimulatorName;      // "X-Plane" once it is known
+  std::string LabelXplaneVersion;
+};
+
+// "11.55.01" for 115501: the digits two by two, cut where they end ("97.00." for 9700).
+std::string SimulatorVersionText(float version);
+
+class StartPresenter {
+ public:
+  struct Timers {
+    Timer& WaitForAutostart;      // 50 ms
+    Timer& TimerWaitForFS;        // 1 s
+    Timer& TimerCheckForSilence;  // has no effect
+  };
+  StartPresenter(ConfigModel& model, ConfigFile& file, SimCom& sim, MessageBoxes& boxes, Shell& shell,
+                 StatusPresenter& run, Timers timers);
+
+  // Called after every change of View().
+  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  const StartView& View() const { return view_; }
+
+  void Activate();  // the start form was shown
+  void WaitForAutostart_Tick();
+  void TimerWaitForFS_Tick();
+  void butOK_Click();
+  void FileBox_Click(const std::string& name);
+  void FileName_Change(const std::string& name);  // the user typed another name
+  void CmdConfigure_Click();
+  void Exit_Click();
+
+ private:
+  void ProbeDuringCountdown();
+  bool OpenProbePort();  // false: no port for the simulator's version
+  bool ReadVersion();    // true once the simulator has told its version
+  void ShowSimulator();
+  void CloseProbe();
+  void AutoStartRun();
+  void HandOver();  // to the status form, halted
+  void ShowCountdown(bool visible);
+  void Changed();
+
+  ConfigModel& model_;
+  ConfigFile& file_;
+  SimCom& sim_;
+  MessageBoxes& boxes_;
+  Shell& shell_;
+  StatusPresenter& run_;
+  Timers timers_;
+  std::function<void()> changed_;
+  StartView view_;
+  bool firstLoadDone_ = false;
+  std::int16_t probeState_ = 0;   // 0..4
+  std::uint16_t probeTicks_ = 0;  // since the last step of the countdown
+  Port probePort_ = kNoPort;
+  float simVersion_ = 0;
+};
+
+}  // namespace tvx

@@ -1,0 +1,312 @@
+#include "core/StatusPresenter.h"
+
+#include <algorithm>
+#include <ctime>
+#include <exception>
+
+#include "config/NameTables.h"
+#include "core/Dump.h"
+#include "core/LinkWords.h"
+#include "hwbus/SerialWords.h"
+#include "platform/AtomicFile.h"
+
+namespace tvx {
+namespace {
+
+constexpr std::int16_t kYokeInterval = 40;  // ms, whatever the configuration says
+constexpr int kShortestInterval = 10;  // ms; a configuration with less would leave no time for anything else
+constexpr std::int64_t kRenewAfterMs = 3000;  // of silence, and again after each such time
+
+std::size_t IndexOf(PeripheralKind kind) {
+  return static_cast<std::size_t>(kind);
+}
+
+}  // namespace
+
+StatusPresenter::StatusPresenter(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes,
+                                 Shell& shell, const Clock& clock, Peripherals& peripherals, Timers timers)
+    : model_(model),
+      sim_(sim),
+      serial_(serial),
+      boxes_(boxes),
+      shell_(shell),
+      clock_(clock),
+      peripherals_(peripherals),
+      timers_(timers),
+      special_(sim, boxes, clock),
+      cycle_(model, sim, serial, special_),
+      receiver_(model, serial, cycle_, sim, special_) {
+  sim_.SetSocketErrorHandler([this](int code) {
+    DumpTVX("UDP Error, Stopcode: ", static_cast<std::int16_t>(std::clamp(code, -32768, 32767)), "0");
+    cmdStop_Click();
+  });
+  serial_.PortOf(HardwareGroup::GaugeBus).SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+}
+
+void StatusPresenter::Load() {
+  activated_ = running_ = false;
+  EditingConfiguration = false;
+  const std::string currentConfig = view_.BoxCurrentConfig;
+  view_ = {};
+  view_.BoxCurrentConfig = currentConfig;
+  view_.Caption = model_.ProgramTitle;
+  view_.LabelVersion = "Version: " + std::string(kProgramVersion);
+  view_.UdpRateVisible = model_.ProgramTitle == kProgramTitle;
+  FillNameTables(model_);
+  timers_.Timer1.SetEnabled(true);
+  Changed();
+}
+
+void StatusPresenter::SetCurrentConfig(const std::string& name) {
+  view_.BoxCurrentConfig = name;
+  Changed();
+}
+
+void StatusPresenter::Form_Activate() {
+  if (activated_) return;
+  activated_ = true;
+  OpenStandardPorts();
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  sim_.CloseUDP();
+  cycle_.StandardPort.fill(kNoPort);
+  LoadPeripherals();
+  if (model_.HasYoke1() || model_.HasYoke2()) model_.General.TransferInterval = kYokeInterval;
+  view_.Notice = model_.HasIOModule1() || model_.HasIOModule2() ? keystrokeTrouble_ : std::string();
+  view_.TransferInterval = EffectiveInterval();
+  timers_.ProcessTimer.SetInterval(EffectiveInterval());
+  serial_.OpenComPorts();
+  sim_.OpenSimCom();
+  linkOpenedMs_ = clock_.MonotonicMs();
+  OpenStandardPorts();
+  cycle_.PrepareGauges();
+  view_.boxNrofOffsets = sim_.PortCount();
+  timers_.WriteCmdDuringConfig.SetEnabled(true);
+  UpdateLinkWords();
+  Changed();
+}
+
+void StatusPresenter::OpenStandardPorts() {
+  try {
+    sim_.CurrentOpener = opener::kInternal;
+    for (int function = 1; function <= 9; ++function) {
+      OpenStandardPort(static_cast<std::size_t>(function), function, 1, true);
+    }
+    OpenStandardPort(10, 10, 1, false);
+    OpenStandardPort(11, 13, 1, false);
+    OpenStandardPort(12, 14, 1, true);
+    OpenStandardPort(13, 16, 1, true);
+    OpenStandardPort(14, 9, 2, true);
+    ForEachConfigured({PeripheralKind::Yokes, PeripheralKind::EngineCluster, PeripheralKind::IOModule1,
+                       PeripheralKind::IOModule2},
+                      [](Peripheral& peripheral) { peripheral.OpenPorts(); });
+  } catch (const std::exception&) {
+    boxes_.Show("Error Opening Standard Ports");
+  }
+}
+
+void StatusPresenter::OpenStandardPort(std::size_t entry, int function, int sequenceNr, bool enable) {
+  cycle_.StandardPort[entry] = sim_.OpenSimPort(function, sequenceNr);
+  if (enable && cycle_.StandardPort[entry] != kNoPort) sim_.EnableReadSimPort(cycle_.StandardPort[entry]);
+}
+
+template <typename Operation>
+void StatusPresenter::ForEachConfigured(std::initializer_list<PeripheralKind> kinds, Operation operation) {
+  for (const PeripheralKind kind : kinds) {
+    Peripheral* peripheral = peripherals_[IndexOf(kind)];
+    if (peripheral != nullptr && peripheral->Configured()) operation(*peripheral);
+  }
+}
+
+void StatusPresenter::LoadPeripherals() {
+  const auto load = [this](PeripheralKind kind) {
+    Peripheral* peripheral = peripherals_[IndexOf(kind)];
+    if (peripheral == nullptr) return false;
+    if (peripheral->Configured()) {
+      peripheral->Load();
+    } else {
+      peripheral->Unload();
+    }
+    return peripheral->Configured();
+  };
+  view_.ShowEngineCluster = load(PeripheralKind::EngineCluster);
+  view_.ShowIOModule1 = load(PeripheralKind::IOModule1);
+  view_.ShowIOModule2 = load(PeripheralKind::IOModule2);
+  view_.ShowYokes = load(PeripheralKind::Yokes);
+}
+
+void StatusPresenter::UnloadPeripherals() {
+  for (Peripheral* peripheral : peripherals_) {
+    if (peripheral != nullptr) peripheral->Unload();
+  }
+}
+
+void StatusPresenter::cmdRun_Click() {
+  if (running_) return;
+  shell_.UnloadConfigurationForms();
+  view_.BoxRun = "Running";
+  view_.BoxRunColour = kColourRunning;
+  timers_.WriteCmdDuringConfig.SetEnabled(false);
+  serial_.OpenComPorts();
+  serial_.TickTransmit();
+  timers_.ProcessTimer.SetEnabled(true);
+  running_ = true;
+  cycle_.StartRun();
+  ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
+                     PeripheralKind::Yokes},
+                    [](Peripheral& peripheral) { peripheral.Run(); });
+  view_.TransferInterval = EffectiveInterval();
+  sim_.RunSimcom();
+  sim_.DataReceived = 0;
+  linkOpenedMs_ = lastRenewedMs_ = clock_.MonotonicMs();
+  UpdateLinkWords();
+  Changed();
+}
+
+void StatusPresenter::cmdStop_Click() {
+  if (!running_) return;
+  running_ = false;
+  sim_.StopSimcom();
+  timers_.ProcessTimer.SetEnabled(false);
+  view_.BoxRun = "Halted";
+  view_.BoxRunColour = kColourHalted;
+  timers_.WriteCmdDuringConfig.SetEnabled(true);
+  StopPeripherals();
+  UpdateLinkWords();
+  Changed();
+}
+
+// The yokes still have to be told to let go while their lines are open, and the simulator to take its
+// controls back.
+void StatusPresenter::StopPeripherals() {
+  ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
+                     PeripheralKind::Yokes},
+                    [](Peripheral& peripheral) { peripheral.Stop(); });
+}
+
+void StatusPresenter::CmdConfig_Click() {
+  if (running_) StopPeripherals();
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  serial_.CloseComPorts();
+  cmdStop_Click();
+  timers_.Timer1.SetEnabled(false);
+  EditingConfiguration = true;
+  shell_.ShowStartForm();
+  shell_.ShowMainConfiguration();
+  UnloadPeripherals();
+  shell_.UnloadStatusForm();
+}
+
+void StatusPresenter::cmdExit_Click() {
+  if (running_) StopPeripherals();
+  running_ = false;
+  timers_.ProcessTimer.SetEnabled(false);
+  timers_.Timer1.SetEnabled(false);
+  timers_.WriteCmdDuringConfig.SetEnabled(false);
+  serial_.CloseComPorts();
+  UnloadPeripherals();
+  shell_.UnloadStatusForm();
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  serial_.CloseComPorts();
+  sim_.CloseUDP();
+  shell_.EndProgram();
+}
+
+void StatusPresenter::SliderXferTimer_Change(int milliseconds) {
+  model_.General.TransferInterval =
+      static_cast<std::int16_t>(std::clamp(milliseconds, kShortestInterval, 32767));
+  view_.TransferInterval = EffectiveInterval();
+  timers_.ProcessTimer.SetInterval(EffectiveInterval());
+  Changed();
+}
+
+void StatusPresenter::MSComm1_OnComm(SerialEvent event) {
+  receiver_.OnComm(event, running_);
+}
+
+void StatusPresenter::DumpTVX(const std::string& module, std::int16_t code, const std::string& value) {
+  std::string error;
+  const std::string text = DumpText({module, code, value, activated_, running_}, model_, sim_);
+  boxes_.Show(ReplaceFile(std::string(kDumpFileName), text, error)
+                  ? "A dump is generated; File name: " + std::string(kDumpFileName)
+                  : "Error writing Dump");
+}
+
+// Date and time in the system's short formats.
+void StatusPresenter::cmdDumpTVX_Click() {
+  const std::tm now = clock_.LocalTime();
+  char date[64] = "", time[64] = "";
+  std::strftime(date, sizeof date, "%x", &now);
+  std::strftime(time, sizeof time, "%X", &now);
+  DumpTVX("Dump on User Request, Date: " + std::string(date) + ", Time: " + time, 0, "0");
+}
+
+void StatusPresenter::ShowPeripheral(PeripheralKind kind) {
+  ForEachConfigured({kind}, [](Peripheral& peripheral) { peripheral.Show(); });
+}
+
+void StatusPresenter::ProcessTimer_Tick() {
+  if (running_) cycle_.Tick();
+}
+
+void StatusPresenter::Timer1_Tick() {
+  view_.frmXferCount = cycle_.TickCount;
+  view_.boxUDPrate = sim_.PacketsReceived;
+  view_.boxNrofOffsets = sim_.PortCount();
+  cycle_.TickCount = 0;
+  sim_.PacketsReceived = 0;
+  WatchLinks();
+  UpdateLinkWords();
+  Changed();
+}
+
+void StatusPresenter::WriteCmdDuringConfig_Tick() {
+  serial_.TickTransmit();
+}
+
+int StatusPresenter::EffectiveInterval() const {
+  return std::max<int>(model_.General.TransferInterval, kShortestInterval);
+}
+
+// An unattended run comes back by itself: after an adapter was unplugged, and after the simulator was
+// restarted and has forgotten what it was asked for.
+void StatusPresenter::WatchLinks() {
+  if (!activated_) return;
+  if (serial_.ReopenLostPorts()) cycle_.ResendAll();
+  if (!running_) return;
+  const std::int64_t now = clock_.MonotonicMs();
+  const std::int64_t silent = sim_.SilentForMs().value_or(now - linkOpenedMs_);
+  if (silent < kRenewAfterMs || now - lastRenewedMs_ < kRenewAfterMs) return;
+  lastRenewedMs_ = now;
+  if (!sim_.UdpOpen()) sim_.OpenUDP();
+  sim_.RenewSubscriptions();
+}
+
+void StatusPresenter::UpdateLinkWords() {
+  const auto silent = sim_.SilentForMs();
+  SimulatorLinkState state;
+  state.Running = running_;
+  state.SocketOpen = sim_.UdpOpen();
+  state.SocketError = sim_.LinkError();
+  state.EverAnswered = silent.has_value();
+  state.SilentMs = silent.value_or(clock_.MonotonicMs() - linkOpenedMs_);
+  state.RemoteHost = model_.General.RemoteIP;
+  state.RemotePort = model_.General.RemotePort;
+  state.LocalPort = model_.General.LocalPort;
+  view_.Simulator.Text = SimulatorLinkWords(state, view_.Simulator.Trouble);
+  const int comNumber = serial_.ComNumber(HardwareGroup::GaugeBus);
+  const SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
+  view_.GaugeBus.Text = SerialWords(comNumber, bus);
+  view_.GaugeBus.Trouble = SerialTrouble(comNumber, bus.State());
+  if (cycle_.DroppedBatches() > 0 && bus.IsOpen()) {
+    view_.GaugeBus.Text += ", " + std::to_string(cycle_.DroppedBatches()) + " batches dropped";
+  }
+}
+
+void StatusPresenter::Changed() {
+  if (changed_) changed_();
+}
+
+}  // namespace tvx

@@ -1,0 +1,123 @@
+// The status form's logic: prepares a run, runs it, halts it, and knows what the form shows.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+
+#include "config/Model.h"
+#include "core/GaugeReceiver.h"
+#include "core/Peripheral.h"
+#include "core/ProcessCycle.h"
+#include "core/Shell.h"
+#include "hwbus/Serial.h"
+#include "platform/Host.h"
+#include "simlink/SimCom.h"
+
+namespace tvx {
+
+// Colours of BoxRun, as red + 256 green + 65536 blue.
+inline constexpr std::int32_t kColourRunning = 255;   // red
+inline constexpr std::int32_t kColourHalted = 49152;  // green
+
+// What the status form shows beside the flight values (ProcessCycle::Boxes()).
+struct StatusView {
+  std::string Caption;
+  std::string LabelVersion;
+  std::string BoxCurrentConfig;
+  std::string BoxRun = "Halted";
+  std::int32_t BoxRunColour = kColourHalted;
+  int TransferInterval = 0;    // BoxXferProcessTimer, SliderXferTimer, ms
+  int frmXferCount = 0;        // ticks in the last second
+  int boxUDPrate = 0;          // packets in the last second
+  bool UdpRateVisible = true;  // boxUDPrate, Label3, Label4
+  int boxNrofOffsets = 0;      // simulator ports in use
+  bool ShowEngineCluster = false, ShowIOModule1 = false, ShowIOModule2 = false,
+       ShowYokes = false;  // their buttons
+  // The state of each link in words, and whether it needs the user's attention.
+  struct Link {
+    std::string Text;
+    bool Trouble = false;
+  };
+  Link Simulator;
+  Link GaugeBus;
+  std::string Notice;  // what the user must know and do once; empty when there is nothing
+};
+
+class StatusPresenter {
+ public:
+  struct Timers {
+    Timer& ProcessTimer;          // TransferInterval
+    Timer& Timer1;                // 1 s
+    Timer& WriteCmdDuringConfig;  // 20 ms
+  };
+  StatusPresenter(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes, Shell& shell,
+                  const Clock& clock, Peripherals& peripherals, Timers timers);
+
+  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  const StatusView& View() const { return view_; }
+  const ProcessCycle& Cycle() const { return cycle_; }
+  GaugeReceiver& Receiver() { return receiver_; }
+  bool Running() const { return running_; }
+  bool Activated() const { return activated_; }
+
+  // The status form was loaded: a new life of it begins.
+  void Load();
+  void SetCurrentConfig(const std::string& name);  // BoxCurrentConfig
+  // What to tell on the status form where an IO module is configured: why keystrokes cannot be sent. Empty:
+  // nothing.
+  void SetKeystrokeTrouble(std::string words) { keystrokeTrouble_ = std::move(words); }
+  void Form_Activate();
+  void cmdRun_Click();
+  void cmdStop_Click();
+  void cmdExit_Click();
+  void CmdConfig_Click();
+  void SliderXferTimer_Change(int milliseconds);
+  void MSComm1_OnComm(SerialEvent event);
+  // Writes the dump to "TVXDumpFile.txt" in the working folder, whole or not at all, and says which.
+  void DumpTVX(const std::string& module, std::int16_t code, const std::string& value);
+  void cmdDumpTVX_Click();
+  void ShowPeripheral(PeripheralKind kind);
+
+  void ProcessTimer_Tick();
+  void Timer1_Tick();
+  void WriteCmdDuringConfig_Tick();
+
+  // Set while the configuration forms are open instead of the status form.
+  bool EditingConfiguration = false;
+
+ private:
+  void OpenStandardPorts();
+  void OpenStandardPort(std::size_t entry, int function, int sequenceNr, bool enable);
+  template <typename Operation>
+  void ForEachConfigured(std::initializer_list<PeripheralKind> kinds, Operation operation);
+  void LoadPeripherals();
+  void UnloadPeripherals();
+  void StopPeripherals();
+  int EffectiveInterval() const;
+  void WatchLinks();
+  void UpdateLinkWords();
+  void Changed();
+
+  ConfigModel& model_;
+  SimCom& sim_;
+  Serial& serial_;
+  MessageBoxes& boxes_;
+  Shell& shell_;
+  const Clock& clock_;
+  Peripherals& peripherals_;
+  Timers timers_;
+  std::function<void()> changed_;
+  StatusView view_;
+  std::string keystrokeTrouble_;
+  SpecialValues special_;
+  ProcessCycle cycle_;
+  GaugeReceiver receiver_;
+  bool activated_ = false;
+  bool running_ = false;
+  std::int64_t linkOpenedMs_ = 0;   // when the run started to listen
+  std::int64_t lastRenewedMs_ = 0;  // when the subscriptions were last sent again
+};
+
+}  // namespace tvx

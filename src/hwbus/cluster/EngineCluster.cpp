@@ -1,0 +1,218 @@
+#include "hwbus/cluster/EngineCluster.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/Rounding.h"
+#include "config/plates/PlateLookup.h"
+#include "hwbus/SerialWords.h"
+
+namespace tvx {
+namespace {
+
+constexpr std::size_t kOptionsSetting = 8;
+constexpr std::int16_t kModeNormal = 0, kModeRequested = 1, kModeInProgress = 2;
+constexpr int kHoldSeconds = 5;
+constexpr int kShortestProcessTimer = 10;  // ms
+constexpr int kSecond = 1000;              // ms
+constexpr Byte kKeptOfOneShot = kECBacklightAlwaysOn;
+
+}  // namespace
+
+EngineCluster::EngineCluster(const ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes,
+                             Timers timers)
+    : model_(model), sim_(sim), serial_(serial), boxes_(boxes), timers_(timers) {
+  ports_.fill(kNoPort);
+  serial_.PortOf(HardwareGroup::EngineCluster).SetHandler([this](SerialEvent event) {
+    MSComm1_OnComm(event);
+  });
+  timers_.Timer1000ms.SetInterval(kSecond);
+}
+
+void EngineCluster::OpenCommPort() {
+  SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
+  if (port.IsOpen() || !Configured()) return;
+  port.SetReceiveThreshold(kECReplySize);
+  if (!port.Open(serial_.ComNumber(HardwareGroup::EngineCluster))) {
+    boxes_.Show("Comm Port for Engine Cluster not found");
+    return;
+  }
+  port.DiscardOutput();
+  port.DiscardInput();
+}
+
+void EngineCluster::OpenPorts() {
+  ReadOptions();
+  ForgetPorts();
+  portsOpen_ = true;
+  FollowFunctions();
+}
+
+void EngineCluster::ForgetPorts() {
+  portsOpen_ = false;
+  ports_.fill(kNoPort);
+  portFunction_.fill(0);
+}
+
+// A port that is not needed any more stays open until all are closed: others may read the same data group.
+void EngineCluster::FollowFunctions() {
+  if (!portsOpen_) return;
+  sim_.CurrentOpener = opener::kEngineCluster;
+  for (int k = 0; k < kECChannels; ++k) {
+    const auto index = static_cast<std::size_t>(k);
+    const std::int16_t function = Channel(k).Value2;
+    if (!ChannelEnabled(k) || function == portFunction_[index]) continue;
+    portFunction_[index] = function;
+    ports_[index] = function == 0 ? kNoPort : sim_.OpenSimPort(function, 1);
+    if (ports_[index] != kNoPort) sim_.EnableReadSimPort(ports_[index]);
+  }
+}
+
+void EngineCluster::TakeSettings() {
+  ReadOptions();
+  if (running_) FollowFunctions();
+}
+
+void EngineCluster::ReadOptions() {
+  const EngineClusterRecord& options = model_.EngineCluster[kOptionsSetting];
+  lighting_.Extra = static_cast<Byte>(options.Value3 & 0xFF);
+  lighting_.OneShot = static_cast<Byte>((lighting_.OneShot & ~kKeptOfOneShot) |
+                                        (options.Value2 != 0 ? kECBacklightAlwaysOn : 0));
+}
+
+bool EngineCluster::ChannelEnabled(int channel) const {
+  return Channel(channel).Value1 != 0;
+}
+
+bool EngineCluster::DualEngine() const {
+  return model_.EngineCluster[kOptionsSetting].Value1 == 1;
+}
+
+void EngineCluster::cmdRun_Click() {
+  OpenCommPort();
+  running_ = true;
+  TakeSettings();
+  timers_.ProcessTimer.SetInterval(std::max<int>(model_.General.TransferInterval, kShortestProcessTimer));
+  timers_.ProcessTimer.SetEnabled(true);
+  timers_.Timer1000ms.SetEnabled(true);
+}
+
+void EngineCluster::cmdStop_Click() {
+  running_ = false;
+  timers_.ProcessTimer.SetEnabled(false);
+}
+
+std::string EngineCluster::StatusText() const {
+  const SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
+  const int comNumber = serial_.ComNumber(HardwareGroup::EngineCluster);
+  std::string text = running_ ? "Running" : "Halted";
+  if (SerialTrouble(comNumber, port.State())) return text + "; " + SerialWords(comNumber, port);
+  if (Recalibrating()) text += "; recalibrating";
+  return text;
+}
+
+void EngineCluster::SetLighting(bool instrumentLights, bool powered) {
+  lighting_.FlagA = instrumentLights;
+  lighting_.FlagB = !powered;
+}
+
+void EngineCluster::MoveSingleNeedle(int needle, int value) {
+  const auto raw = static_cast<std::uint16_t>(std::clamp(value, 0, 65535));
+  const auto frame = SingleNeedleFrame(needle, raw, lighting_);
+  if (!frame) return;
+  OpenCommPort();
+  serial_.PortOf(HardwareGroup::EngineCluster).Write(*frame);
+}
+
+void EngineCluster::Recalibrate() {
+  ecMode_ = kModeRequested;
+}
+
+int EngineCluster::PositionOf(int channel, double value) const {
+  const PlateRecord* plate = model_.PlateOf(Channel(channel).Value3);
+  if (plate != nullptr) return NeedlePosition(*plate, value);
+  return static_cast<int>(RoundHalfEven(std::clamp(value, 0.0, kNeedlePositions - 1.0)));
+}
+
+std::optional<double> EngineCluster::Value(int channel) const {
+  float read = 0;
+  const bool live = running_ && ChannelEnabled(channel);
+  if (!live || !sim_.GetPort(ports_[static_cast<std::size_t>(channel)], read) || !std::isfinite(read)) {
+    return std::nullopt;
+  }
+  return static_cast<double>(read);
+}
+
+void EngineCluster::FillNeedles(ECFrame& frame) {
+  for (int k = 0; k < kECChannels; ++k) {
+    if (!ChannelEnabled(k)) continue;
+    const auto index = static_cast<std::size_t>(k);
+    const double value = Value(k).value_or(0.0);
+    boxValue_[index] = FormatNumber(value, "###00.00");
+    position_[index] = PositionOf(k, value);
+    PutECNeedle(frame, NeedleOf(k), static_cast<std::uint16_t>(position_[index]));
+  }
+}
+
+void EngineCluster::ProcessTimer_Tick() {
+  if (!running_) return;
+  if (ecVersion_.length == 2) {
+    boxUnitReply_.assign("Version: ")
+        .append(1, ecVersion_.chars[0])
+        .append(".")
+        .append(1, ecVersion_.chars[1]);
+  }
+  ECFrame frame = EmptyECFrame();
+  FillNeedles(frame);
+  const std::int16_t mode = ecMode_;
+  if (mode == kModeInProgress) {
+    FillECFrame(frame, 'F', 0x00);
+    ecMode_ = kModeNormal;
+  } else if (mode == kModeRequested) {
+    FillECFrame(frame, 'A', 0x10);
+    ecMode_ = kModeInProgress;
+    hold_ = kHoldSeconds;
+  }
+  FinishECFrame(frame, lighting_);
+  DiscardRemnant();
+  if (!serial_.PortOf(HardwareGroup::EngineCluster).Write(frame)) {
+    ecMode_ = mode;  // a step of a recalibration that did not leave is taken again
+    return;
+  }
+  lighting_.OneShot &= kKeptOfOneShot;
+}
+
+// Discards what is left over of earlier input before a frame is sent. An answer that is coming in just now is
+// no remnant: it has grown since the last frame, and is left to become whole.
+void EngineCluster::DiscardRemnant() {
+  SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
+  const std::size_t waiting = port.Waiting();
+  if (waiting != 0 && waiting == waitingBefore_) {
+    port.DiscardInput();
+    waitingBefore_ = 0;
+    return;
+  }
+  waitingBefore_ = waiting;
+}
+
+void EngineCluster::Timer1000ms_Tick() {
+  if (hold_ > 0) --hold_;
+}
+
+void EngineCluster::MSComm1_OnComm(SerialEvent event) {
+  SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
+  if (event != SerialEvent::Received) {
+    port.DiscardInput();
+    return;
+  }
+  std::array<Byte, kECReplySize> read{};
+  const std::size_t length = port.Read(read);
+  ecVersion_ = {};
+  const auto version = ReadECVersion(ByteView(read).first(length));
+  if (!version) return;
+  ecVersion_ = *version;
+  ECReplyReceived = 1;
+  port.DiscardOutput();
+}
+
+}  // namespace tvx

@@ -1,0 +1,97 @@
+// The engine cluster: many needles on a port of its own, all of them in one frame a tick.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/NumberFormat.h"
+#include "config/Model.h"
+#include "hwbus/Serial.h"
+#include "hwbus/cluster/EngineClusterFrame.h"
+#include "simlink/SimCom.h"
+
+namespace tvx {
+
+class EngineCluster {
+ public:
+  struct Timers {
+    Timer& ProcessTimer;  // TransferInterval; while running
+    Timer& Timer1000ms;
+  };
+  EngineCluster(const ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes, Timers timers);
+
+  bool Configured() const { return serial_.ComNumber(HardwareGroup::EngineCluster) > 0; }
+  // Opens the serial port unless it is open; says so where there is none.
+  void OpenCommPort();
+  // Opens the simulator port of each enabled channel, under the cluster's opener code.
+  void OpenPorts();
+  // The simulator's ports are closed by whoever closes them all; from here on none is this cluster's.
+  void ForgetPorts();
+  void cmdRun_Click();
+  void cmdStop_Click();
+  // Moves one needle, 0..14, at once; its value is the raw one. Nothing for another needle.
+  void MoveSingleNeedle(int needle, int value);
+  // The next cycle sends the recalibration frame, the one after it zeroes.
+  void Recalibrate();
+  // The next frame asks the cluster to start anew.
+  void ResetCluster() { lighting_.OneShot |= kECReset; }
+  // The cockpit's lighting: the instrument lights are on; the bus has power.
+  void SetLighting(bool instrumentLights, bool powered);
+  // Takes the edited configuration over: the options at once, a channel's other Function while running or by
+  // the next run. Enabled, Plate and version are read from the model each tick.
+  void TakeSettings();
+
+  void MSComm1_OnComm(SerialEvent event);
+  void ProcessTimer_Tick();
+  void Timer1000ms_Tick();
+
+  // --- what the forms show ---
+  bool Running() const { return running_; }
+  std::string StatusText() const;
+  const ShortText& boxValue(int channel) const { return boxValue_[static_cast<std::size_t>(channel)]; }
+  const std::string& boxUnitReply() const { return boxUnitReply_; }
+  bool ChannelEnabled(int channel) const;
+  // The position last sent to a channel's needle.
+  int Position(int channel) const { return position_[static_cast<std::size_t>(channel)]; }
+  bool DualEngine() const;
+  int NeedleOf(int channel) const { return ECNeedleOfChannel(channel, DualEngine()); }
+  // What an enabled channel's Function says now; nothing while halted and where it has no value.
+  std::optional<double> Value(int channel) const;
+  // The needle position 0..1079 for a value: its place on the channel's Plate; without a Plate the value
+  // itself.
+  int PositionOf(int channel, double value) const;
+  bool Recalibrating() const { return ecMode_ != 0 || hold_ > 0; }
+
+  std::int16_t ECReplyReceived = 0;
+
+ private:
+  const EngineClusterRecord& Channel(int channel) const {
+    return model_.EngineCluster[static_cast<std::size_t>(channel)];
+  }
+  void ReadOptions();
+  void FollowFunctions();
+  void FillNeedles(ECFrame& frame);
+  void DiscardRemnant();
+
+  const ConfigModel& model_;
+  SimCom& sim_;
+  Serial& serial_;
+  MessageBoxes& boxes_;
+  Timers timers_;
+  bool running_ = false;
+  std::int16_t ecMode_ = 0;  // 0 normal, 1 recalibration requested, 2 in progress
+  int hold_ = 0;             // seconds for which the cluster is taken to sweep
+  ECLighting lighting_;
+  ECVersionText ecVersion_;
+  std::size_t waitingBefore_ = 0;
+  bool portsOpen_ = false;
+  std::array<Port, kECChannels> ports_{};
+  std::array<std::int16_t, kECChannels> portFunction_{};  // that the port was asked for; 0: none
+  std::array<ShortText, kECChannels> boxValue_{};
+  std::array<int, kECChannels> position_{};
+  std::string boxUnitReply_;
+};
+
+}  // namespace tvx

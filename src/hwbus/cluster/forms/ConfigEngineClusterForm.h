@@ -1,0 +1,59 @@
+// `frmConfigEC`: what each channel of the engine cluster shows, and how; the needles can be tried.
+#pragma once
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QTimer>
+#include <array>
+#include <functional>
+
+#include "hwbus/cluster/EngineClusterPresenter.h"
+#include "hwbus/cluster/forms/EngineClusterOptions.h"
+#include "ui/Form.h"
+#include "ui/SearchCombo.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class ConfigEngineClusterForm : public Form {
+  Q_OBJECT
+ public:
+  // `calibrate` opens the Plates for a channel's needle.
+  ConfigEngineClusterForm(const ConfigModel& model, const EngineCluster& cluster,
+                          EngineClusterPresenter& editor, MessageBoxes& boxes,
+                          std::function<void(int channel)> calibrate);
+  // After anything was edited, here or elsewhere.
+  void Refresh();
+  // What moves by itself; called several times a second while the form can be seen.
+  void ShowLive();
+
+ protected:
+  void CloseAsked() override;
+  void EscapePressed() override { CloseAsked(); }
+
+ private:
+  using Items = std::vector<std::pair<int, std::string>>;
+  struct Row {
+    QCheckBox* enabled;
+    SearchCombo *function, *plate;
+    Items plateItems;
+    QLabel *needle, *reading;
+    std::array<QPushButton*, 3> tries;
+  };
+  QWidget* MakeChannels();
+  void AddRow(QGridLayout* grid, int channel);
+
+  const ConfigModel& model_;
+  const EngineCluster& cluster_;
+  EngineClusterPresenter& editor_;
+  MessageBoxes& boxes_;
+  std::function<void(int)> calibrate_;
+  std::array<Row, kECChannels> rows_{};
+  Items functionItems_;
+  QLabel* status_;
+  EngineClusterOptions* options_;
+  QTimer refresh_;
+  bool asking_ = false;
+};
+
+}  // namespace tvx

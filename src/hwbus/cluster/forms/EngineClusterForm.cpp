@@ -1,0 +1,106 @@
+#include "hwbus/cluster/forms/EngineClusterForm.h"
+
+#include <QGridLayout>
+
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kRefreshMs = 50;  // needles that jump are hard to follow
+constexpr int kPerRow = 4;
+
+QString CaptionOf(const ConfigModel& model, int channel) {
+  const EngineClusterRecord& record = model.EngineCluster[static_cast<std::size_t>(channel)];
+  const FunctionRecord* function = record.Value2 < 1 ? nullptr : model.FunctionOf(record.Value2);
+  return function == nullptr ? EngineClusterForm::tr("Channel %1").arg(channel + 1)
+                             : ToText(function->ShortName);
+}
+
+}  // namespace
+
+EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& model, Ways ways)
+    : Form("frmStatusEC"), cluster_(cluster), model_(model), ways_(std::move(ways)) {
+  setWindowTitle(tr("Engine cluster"));
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  auto* head = new QHBoxLayout;
+  status_ = MakeLabel("LabelStatus", {}, "title");
+  status_->setWordWrap(true);
+  boxUnitReply_ = MakeLabel("boxUnitReply", {}, "caption");
+  head->addWidget(status_, 1);
+  head->addWidget(boxUnitReply_);
+  column->addLayout(head);
+  auto* grid = new QGridLayout;
+  grid->setSpacing(look::Gap());
+  for (int k = 0; k < kECChannels; ++k) {
+    auto* cell = new QVBoxLayout;
+    auto* dial = new NeedleDial(QStringLiteral("Needle%1").arg(k));
+    QLabel* caption = MakeLabel("", {}, "caption");
+    caption->setObjectName(QStringLiteral("Caption%1").arg(k));
+    caption->setAlignment(Qt::AlignCenter);
+    caption->setWordWrap(true);
+    QLabel* value = MakeLabel("", {}, "value");
+    value->setObjectName(QStringLiteral("boxValue%1").arg(k));
+    value->setAlignment(Qt::AlignCenter);
+    cell->addWidget(dial, 1);
+    cell->addWidget(caption);
+    cell->addWidget(value);
+    grid->addLayout(cell, k / kPerRow, k % kPerRow);
+    dials_[static_cast<std::size_t>(k)] = dial;
+    captions_[static_cast<std::size_t>(k)] = caption;
+    values_[static_cast<std::size_t>(k)] = value;
+  }
+  column->addLayout(grid, 1);
+  column->addLayout(MakeButtons());
+  connect(&refresh_, &QTimer::timeout, this, [this] {
+    if (isVisible() && !isMinimized()) ShowState();
+  });
+  refresh_.start(kRefreshMs);
+  ShowChannels();
+  ShowState();
+}
+
+QLayout* EngineClusterForm::MakeButtons() {
+  cmdRun_ = MakeButton("cmdRun", tr("&Run"), tr("Starts moving the needles"));
+  cmdStop_ = MakeButton("cmdStop", tr("&Stop"), tr("Halts; the needles stay where they are"));
+  cmdRecalibrate_ = MakeButton("cmdRecalibrate", tr("Re&calibrate"),
+                               tr("Sweeps every needle once and finds its zero again; while running"));
+  QPushButton* setUp = MakeButton("cmdConfigEC", tr("Set &up..."), tr("What each channel shows, and how"));
+  QPushButton* test = MakeButton("cmdTestEC", tr("&Test..."), tr("Moves single needles"));
+  QPushButton* hide = MakeButton("cmdHide", tr("&Hide"), tr("Hides this window; the cluster goes on"));
+  connect(cmdRun_, &QPushButton::clicked, this, [this] { cluster_.cmdRun_Click(), ShowState(); });
+  connect(cmdStop_, &QPushButton::clicked, this, [this] { cluster_.cmdStop_Click(), ShowState(); });
+  connect(cmdRecalibrate_, &QPushButton::clicked, this, [this] { cluster_.Recalibrate(), ShowState(); });
+  connect(setUp, &QPushButton::clicked, this, [this] { ways_.setUp(); });
+  connect(test, &QPushButton::clicked, this, [this] { ways_.test(); });
+  connect(hide, &QPushButton::clicked, this, [this] { CloseAsked(); });
+  auto* row = new QHBoxLayout;
+  for (QPushButton* button : {cmdRun_, cmdStop_, cmdRecalibrate_, setUp, test}) row->addWidget(button);
+  row->addStretch(1);
+  row->addWidget(hide);
+  return row;
+}
+
+void EngineClusterForm::ShowChannels() {
+  for (int k = 0; k < kECChannels; ++k) {
+    SetTextIfChanged(captions_[static_cast<std::size_t>(k)], CaptionOf(model_, k));
+  }
+}
+
+void EngineClusterForm::ShowState() {
+  SetTextIfChanged(status_, cluster_.StatusText());
+  SetTextIfChanged(boxUnitReply_, cluster_.boxUnitReply());
+  cmdRun_->setEnabled(!cluster_.Running());
+  cmdStop_->setEnabled(cluster_.Running());
+  cmdRecalibrate_->setEnabled(cluster_.Running() && !cluster_.Recalibrating());
+  for (int k = 0; k < kECChannels; ++k) {
+    const auto index = static_cast<std::size_t>(k);
+    dials_[index]->SetPosition(cluster_.Position(k), cluster_.ChannelEnabled(k));
+    SetTextIfChanged(values_[index], cluster_.boxValue(k).View());
+  }
+}
+
+}  // namespace tvx

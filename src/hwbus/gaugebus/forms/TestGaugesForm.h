@@ -1,0 +1,51 @@
+// The gauge test console.
+#pragma once
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTimer>
+#include <functional>
+
+#include "hwbus/gaugebus/GaugeConsolePresenter.h"
+#include "ui/Form.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class TestGaugesForm : public Form {
+  Q_OBJECT
+ public:
+  struct Surroundings {
+    std::function<std::string()> busWords;  // how the gauge bus stands
+    std::function<void()> changed;          // a gauge was added to the configuration
+  };
+  TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& console, Surroundings surroundings,
+                 QWidget* parent);
+  ~TestGaugesForm() override;
+  void ShowView();
+
+ protected:
+  void CloseAsked() override { Close(); }
+  void EscapePressed() override { Close(); }
+
+ private:
+  QWidget* MakePollPanel();
+  QWidget* MakeSendPanel();
+  QWidget* MakeAddPanel();
+  void TakeInputs();
+  void Do(const std::function<void()>& operation);
+  void Close();
+
+  const ConfigModel& model_;
+  GaugeConsolePresenter& console_;
+  Surroundings surroundings_;
+  QTimer PollTimer;
+  QLineEdit *ManualGaugeID = nullptr, *CommandNumber = nullptr, *CommandValue = nullptr,
+            *boxAddModel = nullptr, *boxAddVersion = nullptr;
+  QComboBox* ComboGaugeType = nullptr;
+  QLabel *Text7 = nullptr, *BoxID = nullptr, *BoxType = nullptr, *BoxModel = nullptr, *boxVersion = nullptr,
+         *boxName = nullptr, *ProgressIndicator = nullptr, *LabelBus = nullptr, *LabelTyped = nullptr;
+  QPushButton *cmdPollGauge = nullptr, *cmdStopPoll = nullptr;
+};
+
+}  // namespace tvx

@@ -1,0 +1,284 @@
+#include "hwbus/iomodule/IOModule.h"
+
+#include <algorithm>
+#include <cmath>
+#include <exception>
+
+#include "base/Rounding.h"
+#include "hwbus/SerialWords.h"
+#include "hwbus/iomodule/IOModuleActions.h"
+
+namespace tvx {
+namespace {
+
+constexpr std::size_t kShortestRead = 20;
+constexpr int kTransmitInterval = 20;      // ms
+constexpr int kShortestProcessTimer = 10;  // ms
+constexpr int kSecond = 1000;              // ms
+
+}  // namespace
+
+IOModule::IOModule(const ConfigModel& model, SimCom& sim, Serial& serial, Keystrokes& keystrokes,
+                   MessageBoxes& boxes, EventLoop& loop, const IOModuleParameters& parameters, Timers timers)
+    : model_(model),
+      sim_(sim),
+      serial_(serial),
+      keystrokes_(keystrokes),
+      boxes_(boxes),
+      loop_(loop),
+      parameters_(parameters),
+      timers_(timers) {
+  serial_.PortOf(parameters_.Group).SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+  serial_.SetModuleCommand(parameters_.Group, [this](int gaugeID, int command, std::int32_t value) {
+    ComposeCmd(gaugeID, command, value);
+  });
+  timers_.WriteCmdDuringConfig.SetInterval(kTransmitInterval);
+  timers_.TimerSeconds.SetInterval(kSecond);
+}
+
+void IOModule::ReadDefinitions() {
+  switchDefinitionNr_.fill(0);
+  analogueDefinitionNr_.fill(0);
+  lampDefinitionNr_.fill(0);
+  for (int number = 1; number <= model_.IOMCount(); ++number) {
+    const auto input = IOModuleInputOf(Definition(number).Input);
+    if (!input || input->Module != parameters_.Number) continue;
+    const auto index = static_cast<std::size_t>(input->Index);
+    int& slot = input->Kind == IOModuleKind::Switch     ? switchDefinitionNr_[index]
+                : input->Kind == IOModuleKind::Analogue ? analogueDefinitionNr_[index]
+                                                        : lampDefinitionNr_[index];
+    if (slot == 0) slot = number;  // the first definition of an input counts
+  }
+  ports_.assign(static_cast<std::size_t>(model_.IOMCount()), kNoPort);
+}
+
+void IOModule::OpenCommPort() {
+  if (Configured() && !OpenQuietly()) boxes_.Show(parameters_.OpenError);
+}
+
+bool IOModule::OpenQuietly() {
+  SerialPort& port = serial_.PortOf(parameters_.Group);
+  if (port.IsOpen()) return true;
+  port.SetReceiveThreshold(kReplySize);
+  if (!Configured() || !port.Open(serial_.ComNumber(parameters_.Group))) return false;
+  port.DiscardOutput();
+  port.DiscardInput();
+  return true;
+}
+
+void IOModule::OpenPorts() {
+  ReadDefinitions();
+  sim_.CurrentOpener = parameters_.Opener;
+  for (std::size_t i = 0; i < ports_.size(); ++i) {
+    const IOModuleRecord& definition = model_.IOModuleInputs[i];
+    const auto input = IOModuleInputOf(definition.Input);
+    if (!input || input->Module != parameters_.Number || definition.FunctionNr == 0) continue;
+    if (input->Kind == IOModuleKind::Switch && ActionOf(definition) != IOModuleAction::WriteValue) continue;
+    ports_[i] = sim_.OpenSimPort(definition.FunctionNr, definition.SequenceNr);
+    const bool reads =
+        input->Kind == IOModuleKind::Lamp || (input->Kind == IOModuleKind::Switch && IsRelative(definition));
+    if (reads && ports_[i] != kNoPort) sim_.EnableReadSimPort(ports_[i]);
+  }
+}
+
+void IOModule::cmdRun_Click() {
+  OpenCommPort();
+  running_ = true;
+  secondsSilent_ = -1;  // the first tick comes at once
+  ForgetSent();
+  timers_.WriteCmdDuringConfig.SetEnabled(false);
+  timers_.ProcessTimer.SetInterval(std::max<int>(model_.General.TransferInterval, kShortestProcessTimer));
+  timers_.ProcessTimer.SetEnabled(true);
+  timers_.TimerSeconds.SetEnabled(true);
+  TimerSeconds_Tick();
+}
+
+void IOModule::cmdStop_Click() {
+  running_ = false;
+  timers_.ProcessTimer.SetEnabled(false);
+  timers_.TimerSeconds.SetEnabled(false);
+  timers_.WriteCmdDuringConfig.SetEnabled(true);
+}
+
+std::string IOModule::StatusText() const {
+  const SerialPort& port = serial_.PortOf(parameters_.Group);
+  const int comNumber = serial_.ComNumber(parameters_.Group);
+  std::string text = running_ ? "Running" : "Halted";
+  if (SerialTrouble(comNumber, port.State())) return text + "; " + SerialWords(comNumber, port);
+  if (running_ && !Answering()) text += "; the module does not answer";
+  return text;
+}
+
+double IOModule::CurrentValue(int definitionNr) const {
+  float value = 0;
+  const bool known = definitionNr >= 1 && static_cast<std::size_t>(definitionNr) <= ports_.size() &&
+                     sim_.GetPort(ports_[static_cast<std::size_t>(definitionNr - 1)], value);
+  return known && std::isfinite(value) ? static_cast<double>(value) : 0.0;
+}
+
+const FunctionRecord* IOModule::FunctionOf(const IOModuleRecord& definition) const {
+  return definition.FunctionNr < 1 ? nullptr : model_.FunctionOf(definition.FunctionNr);
+}
+
+// --- reports ---
+
+void IOModule::MSComm1_OnComm(SerialEvent event) {
+  SerialPort& port = serial_.PortOf(parameters_.Group);
+  if (event != SerialEvent::Received) {
+    port.DiscardInput();
+    return;
+  }
+  std::array<Byte, kReplySize> read{};
+  const std::size_t length = port.Read(read);
+  if (length < kShortestRead) return;
+  if (!IsReplyEnvelope(ByteView(read).first(length))) {
+    port.DiscardInput();
+    return;
+  }
+  ReplyReceived = 1;
+  if (!Answering()) ForgetSent();  // it may have been without power
+  secondsSilent_ = 0;
+  const IOModuleReport report = ReadIOModuleReport(ReplyView(read));
+  if (observer_) observer_(report);
+  if (running_) TakeReport(report);
+}
+
+void IOModule::TakeReport(const IOModuleReport& report) {
+  if (!switchesKnown_ || report.Groups != switchText_) TakeSwitches(report);
+  TakeAnalogue(report);
+}
+
+void IOModule::TakeSwitches(const IOModuleReport& report) {
+  // Remembered first: an action may let the event loop run, and with it the next report.
+  switchText_ = report.Groups;
+  switchesKnown_ = true;
+  for (int i = 0; i < kIOModuleSwitches; ++i) {
+    const auto index = static_cast<std::size_t>(i);
+    switchState_[index] = report.On(i) ? 1 : 0;
+    if (switchState_[index] == lastSwitchState_[index]) continue;
+    lastSwitchState_[index] = switchState_[index];
+    if (switchDefinitionNr_[index] != 0) RunSwitchAction(switchDefinitionNr_[index], report.On(i));
+  }
+}
+
+void IOModule::TakeAnalogue(const IOModuleReport& report) {
+  analogueValue_ = report.Analogue;
+  for (std::size_t j = 0; j < analogueValue_.size(); ++j) {
+    const int definitionNr = analogueDefinitionNr_[j];
+    const int change = std::abs(analogueValue_[j] - lastAnalogueValue_[j]);
+    if (definitionNr == 0 || change == 0) continue;
+    // ODDITY: remembered even where it stays within the dead band, so an axis that creeps sends nothing.
+    lastAnalogueValue_[j] = analogueValue_[j];
+    const IOModuleRecord& definition = Definition(definitionNr);
+    const FunctionRecord* function = FunctionOf(definition);
+    if (change <= definition.DeadBand || function == nullptr) continue;
+    const float value = tvx::AnalogueValue(definition, *function, analogueValue_[j]);
+    if (!std::isfinite(value)) continue;
+    analogueOut_ = value;
+    Put(definitionNr, value);
+  }
+}
+
+void IOModule::RunSwitchAction(int definitionNr, bool on) {
+  const IOModuleRecord& definition = Definition(definitionNr);
+  const FunctionRecord* function = FunctionOf(definition);
+  const IOModuleEffect effect = SwitchEffect(definition, function, on, CurrentValue(definitionNr));
+  switch (effect.What) {
+    case IOModuleEffect::Kind::Keystroke:
+      keystrokes_.SendKeystroke(effect.Keystroke);
+      break;
+    case IOModuleEffect::Kind::Value:
+      Put(definitionNr, effect.Value);
+      break;
+    case IOModuleEffect::Kind::Command:
+      if (function != nullptr) sim_.SendXplaneCommand(function->FullName, effect.Entry);
+      break;
+    case IOModuleEffect::Kind::Nothing:
+      break;
+  }
+}
+
+void IOModule::Put(int definitionNr, float value) {
+  sim_.PutPort(ports_[static_cast<std::size_t>(definitionNr - 1)], value);
+}
+
+// --- commands ---
+
+void IOModule::ComposeCmd(int, int command, std::int32_t value) {
+  const auto frame = BuildGaugeFrame(kIOModuleBusAddress, command, value);
+  if (!frame) throw RangeError("IO module command value " + std::to_string(value) + " does not fit");
+  while (transmitPending_ == 1) {
+    if (loop_.Ending()) return;
+    loop_.Yield();
+  }
+  transmitBuffer_ = *frame;
+  transmitPending_ = 1;
+}
+
+void IOModule::WriteCmdDuringConfig_Tick() {
+  if (transmitPending_ != 1) return;
+  OpenQuietly();
+  serial_.PortOf(parameters_.Group).Write(transmitBuffer_);
+  transmitPending_ = 0;
+}
+
+void IOModule::ForgetSent() {
+  sentLampsLow_ = sentLampsHigh_ = sentBrightness_ = sentLighting_ = -1;
+}
+
+void IOModule::AppendCommand(int command, std::int32_t value) {
+  const auto frame = BuildGaugeFrame(kIOModuleBusAddress, command, value);
+  if (!frame || batchSize_ + frame->size() > batch_.size()) return;
+  std::copy(frame->begin(), frame->end(), batch_.begin() + static_cast<std::ptrdiff_t>(batchSize_));
+  batchSize_ += frame->size();
+}
+
+void IOModule::AppendIfChanged(std::int32_t& sent, int command, std::int32_t value) {
+  if (sent == value) return;
+  sent = value;
+  AppendCommand(command, value);
+}
+
+void IOModule::RefreshLamps() {
+  lamps_ = 0;
+  for (std::size_t i = 0; i < lampDefinitionNr_.size(); ++i) {
+    const int definitionNr = lampDefinitionNr_[i];
+    if (definitionNr == 0) continue;
+    const IOModuleRecord& definition = Definition(definitionNr);
+    const FunctionRecord* function = FunctionOf(definition);
+    float value = 0;
+    // A value that is not known lights nothing, not even the lamp of "equals its minimum".
+    const bool known = sim_.GetPort(ports_[static_cast<std::size_t>(definitionNr - 1)], value);
+    if (function != nullptr && known && LampLit(definition, *function, static_cast<double>(value))) {
+      lamps_ |= 1u << i;
+    }
+  }
+}
+
+void IOModule::ProcessTimer_Tick() {
+  if (!running_) return;
+  batchSize_ = 0;
+  if (transmitPending_ == 1) {
+    std::copy(transmitBuffer_.begin(), transmitBuffer_.end(), batch_.begin());
+    batchSize_ = transmitBuffer_.size();
+    transmitPending_ = 0;
+  }
+  RefreshLamps();
+  AppendIfChanged(sentLampsLow_, iom_command::kLampsLow, static_cast<std::int32_t>(lamps_ & 0xFFFF));
+  AppendIfChanged(sentLampsHigh_, iom_command::kLampsHigh, static_cast<std::int32_t>(lamps_ >> 16));
+  AppendIfChanged(sentBrightness_, iom_command::kBrightness, lighting_ >> 4 & 0xF);
+  AppendIfChanged(sentLighting_, kCommandLighting, lighting_);
+  if (batchSize_ == 0) return;
+  // What the line did not take, the module does not know: the next tick sends it again.
+  if (!serial_.PortOf(parameters_.Group).Write(ByteView(batch_).first(batchSize_))) ForgetSent();
+}
+
+// Asks for a report, so that a module that was plugged in late, or a report that was lost, is made good.
+void IOModule::TimerSeconds_Tick() {
+  if (!running_) return;
+  if (secondsSilent_ < kSilentSeconds) ++secondsSilent_;
+  if (transmitPending_ == 1) return;
+  ComposeCmd(0, kCommandReportState, 0);
+}
+
+}  // namespace tvx

@@ -1,0 +1,136 @@
+// An IO module on a port of its own: switches, encoders, analogue inputs and lamps. One class for both
+// modules.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/Model.h"
+#include "hwbus/Serial.h"
+#include "hwbus/iomodule/IOModuleReport.h"
+#include "simlink/SimCom.h"
+#include "simlink/keys/Keystroke.h"
+
+namespace tvx {
+
+// In what the two modules differ.
+struct IOModuleParameters {
+  int Number;  // 1 or 2
+  HardwareGroup Group;
+  std::int16_t Opener;
+  std::string_view OpenError;
+};
+inline constexpr IOModuleParameters kIOModule1Parameters{1, HardwareGroup::IOModule1, opener::kIOModule1,
+                                                         "Error opening Com Port for IO Module #1."};
+inline constexpr IOModuleParameters kIOModule2Parameters{2, HardwareGroup::IOModule2, opener::kIOModule2,
+                                                         "Error opening Com Port for IO Module #2."};
+
+class IOModule {
+ public:
+  struct Timers {
+    Timer& ProcessTimer;          // TransferInterval; while running
+    Timer& WriteCmdDuringConfig;  // 20 ms; while halted
+    Timer& TimerSeconds;          // 1 s
+  };
+  IOModule(const ConfigModel& model, SimCom& sim, Serial& serial, Keystrokes& keystrokes, MessageBoxes& boxes,
+           EventLoop& loop, const IOModuleParameters& parameters, Timers timers);
+
+  const IOModuleParameters& Parameters() const { return parameters_; }
+  bool Configured() const { return serial_.ComNumber(parameters_.Group) > 0; }
+
+  // Reads the definitions: which switch, axis and lamp has which. To be called again after they were edited.
+  void ReadDefinitions();
+  // Opens the module's serial port unless it is open; shows the module's message where it cannot.
+  void OpenCommPort();
+  // Opens the simulator port of each definition, under the module's opener code.
+  void OpenPorts();
+  void cmdRun_Click();
+  void cmdStop_Click();
+  // Queues a command for the module; waits for a free slot, yielding to the event loop. `gaugeID` is not
+  // used. Throws RangeError when |value| is above 65535.
+  void ComposeCmd(int gaugeID, int command, std::int32_t value);
+  // The cockpit's lighting: its word, whose bits 4..7 are the lamps' brightness.
+  void SetLighting(std::int32_t word) { lighting_ = word; }
+
+  void MSComm1_OnComm(SerialEvent event);
+  void ProcessTimer_Tick();
+  void WriteCmdDuringConfig_Tick();
+  void TimerSeconds_Tick();
+
+  // --- what the forms show ---
+  bool Running() const { return running_; }
+  std::string StatusText() const;  // "Running" or "Halted", and the port's state where it is in trouble
+  const std::array<Byte, kIOModuleSwitches>& SwitchState() const { return switchState_; }
+  bool SwitchesKnown() const { return switchesKnown_; }
+  const std::array<std::int16_t, kIOModuleAnalogues>& AnalogueValue() const { return analogueValue_; }
+  std::uint32_t Lamps() const { return lamps_; }  // bit n: lamp n is lit
+  float AnalogueOut() const { return analogueOut_; }
+  // The definition's number, 0 for none.
+  int SwitchDefinitionNr(int index) const { return switchDefinitionNr_[static_cast<std::size_t>(index)]; }
+  int AnalogueDefinitionNr(int index) const { return analogueDefinitionNr_[static_cast<std::size_t>(index)]; }
+  int LampDefinitionNr(int index) const { return lampDefinitionNr_[static_cast<std::size_t>(index)]; }
+  // The value that a definition's Function has now; 0 where it has none.
+  double CurrentValue(int definitionNr) const;
+  std::int16_t ReplyReceived = 0;  // 1: a well-formed report came
+  bool Answering() const { return secondsSilent_ < kSilentSeconds; }
+  // Told of every well-formed report, running or not: for learning by touch. May be empty.
+  void SetReportObserver(std::function<void(const IOModuleReport&)> observer) {
+    observer_ = std::move(observer);
+  }
+
+  static constexpr int kSilentSeconds = 3;
+
+ private:
+  const IOModuleRecord& Definition(int definitionNr) const {
+    return model_.IOModuleInputs[static_cast<std::size_t>(definitionNr - 1)];
+  }
+  const FunctionRecord* FunctionOf(const IOModuleRecord& definition) const;
+  bool OpenQuietly();  // false where the port cannot be opened
+  void TakeReport(const IOModuleReport& report);
+  void TakeSwitches(const IOModuleReport& report);
+  void TakeAnalogue(const IOModuleReport& report);
+  void RunSwitchAction(int definitionNr, bool on);
+  void Put(int definitionNr, float value);
+  void RefreshLamps();
+  void AppendCommand(int command, std::int32_t value);
+  void AppendIfChanged(std::int32_t& sent, int command, std::int32_t value);
+  void ForgetSent();
+
+  const ConfigModel& model_;
+  SimCom& sim_;
+  Serial& serial_;
+  Keystrokes& keystrokes_;
+  MessageBoxes& boxes_;
+  EventLoop& loop_;
+  const IOModuleParameters parameters_;
+  Timers timers_;
+  std::function<void(const IOModuleReport&)> observer_;
+
+  bool running_ = false;
+  int secondsSilent_ = 0;
+  std::array<Byte, kIOModuleSwitches> switchState_{}, lastSwitchState_{};
+  std::array<Byte, 6> switchText_{};
+  bool switchesKnown_ = false;
+  std::array<std::int16_t, kIOModuleAnalogues> analogueValue_{}, lastAnalogueValue_{};
+  std::array<int, kIOModuleSwitches> switchDefinitionNr_{};
+  std::array<int, kIOModuleAnalogues> analogueDefinitionNr_{};
+  std::array<int, kIOModuleLamps> lampDefinitionNr_{};
+  std::vector<Port> ports_;  // simulator port of each definition, by its number less 1
+  float analogueOut_ = 0;
+
+  std::uint32_t lamps_ = 0;
+  std::int32_t lighting_ = 0;
+  // What the module was told last; -1: not known.
+  std::int32_t sentLampsLow_ = -1, sentLampsHigh_ = -1, sentBrightness_ = -1, sentLighting_ = -1;
+
+  GaugeFrame transmitBuffer_{};
+  std::int16_t transmitPending_ = 0;
+  std::array<Byte, 6 * sizeof(GaugeFrame)> batch_{};
+  std::size_t batchSize_ = 0;
+};
+
+}  // namespace tvx

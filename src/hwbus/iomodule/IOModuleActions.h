@@ -1,0 +1,45 @@
+// What a definition makes of a switch that moved, an axis, or a value: pure decisions, for the module that
+// acts and for the dialogs that show beforehand what would be sent.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "hwbus/iomodule/IOModuleInput.h"
+
+namespace tvx {
+
+struct IOModuleEffect {
+  enum class Kind { Nothing, Keystroke, Value, Command };
+  Kind What = Kind::Nothing;
+  std::int16_t Keystroke = 0;  // a keystroke code
+  float Value = 0;             // for PutPort
+  int Entry = 0;               // of the Function's command text
+};
+
+IOModuleAction ActionOf(const IOModuleRecord& definition);
+// Whether the switch steps its Function up or down, and so needs its current value.
+bool IsRelative(const IOModuleRecord& definition);
+
+// The effect of an edge (`on`: Off->On). `function` may be nothing; `current` is the Function's value now,
+// used by relative definitions only.
+IOModuleEffect SwitchEffect(const IOModuleRecord& definition, const FunctionRecord* function, bool on,
+                            double current);
+
+// The scaled value of a raw one; it is no finite number where the definition divides by zero.
+float AnalogueValue(const IOModuleRecord& definition, const FunctionRecord& function, int raw);
+
+// Whether the lamp of a definition is lit at `value`.
+bool LampLit(const IOModuleRecord& definition, const FunctionRecord& function, double value);
+
+// The action in the words of the list of actions: "No Action ", "Data Float", "Xplane CMND", "KB Stroke" and
+// so on.
+std::string ActionName(const IOModuleRecord& definition, const FunctionRecord* function);
+
+// What the definition would send on an edge, or at a raw value, in one line.
+std::string SwitchPreview(const IOModuleRecord& definition, const FunctionRecord* function, bool on,
+                          double current);
+std::string AnaloguePreview(const IOModuleRecord& definition, const FunctionRecord* function, int raw);
+
+}  // namespace tvx

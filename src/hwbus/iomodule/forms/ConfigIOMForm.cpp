@@ -1,0 +1,187 @@
+#include "hwbus/iomodule/forms/ConfigIOMForm.h"
+
+#include <QSpinBox>
+#include <exception>
+
+#include "hwbus/iomodule/IOModuleActions.h"
+#include "hwbus/iomodule/forms/ConfigAnalogueForm.h"
+#include "hwbus/iomodule/forms/ConfigSwitchForm.h"
+#include "hwbus/iomodule/forms/IOModuleStatusForm.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+constexpr int kPollMs = 500;  // a module that reports by itself needs none
+constexpr int kInputs = kIOModuleSwitches + kIOModuleAnalogues + kIOModuleLamps;
+constexpr int kUsualDebounce = 5;
+
+IOModuleInput InputAt(int module, int row) {
+  if (row < kIOModuleSwitches) return {module, IOModuleKind::Switch, row};
+  if (row < kIOModuleSwitches + kIOModuleAnalogues)
+    return {module, IOModuleKind::Analogue, row - kIOModuleSwitches};
+  return {module, IOModuleKind::Lamp, row - kIOModuleSwitches - kIOModuleAnalogues};
+}
+
+int RowOf(const IOModuleInput& input) {
+  const int base = input.Kind == IOModuleKind::Switch     ? 0
+                   : input.Kind == IOModuleKind::Analogue ? kIOModuleSwitches
+                                                          : kIOModuleSwitches + kIOModuleAnalogues;
+  return base + input.Index;
+}
+
+}  // namespace
+
+ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes,
+                             std::function<void()> closed, QWidget* parent)
+    : Form("ConfigIOM", parent),
+      model_(model),
+      module_(module),
+      boxes_(boxes),
+      closed_(std::move(closed)),
+      touch_(module.Parameters().Number),
+      list_(new QListWidget),
+      status_(MakeLabel("LabelStatus", {}, "caption")) {
+  setWindowTitle(tr("IO module %1: set-up").arg(module.Parameters().Number));
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  status_->setWordWrap(true);
+  column->addWidget(MakeLabel("LabelTouch", tr("Move a switch or an axis, and it is selected."), "title"));
+  column->addWidget(status_);
+  list_->setObjectName("ListInputs");
+  column->addWidget(list_, 1);
+  QPushButton* edit =
+      MakeButton("cmdEdit", tr("&Define..."), tr("Opens the definition of the selected input"));
+  QPushButton* close = MakeButton("cmdClose", tr("&Close"), tr("Closes the set-up"));
+  look::SetRole(edit, "primary");
+  connect(edit, &QPushButton::clicked, this, [this] { Edit(); });
+  connect(list_, &QListWidget::itemActivated, this, [this] { Edit(); });
+  connect(close, &QPushButton::clicked, this, [this] { CloseAsked(); });
+  column->addWidget(MakeSetUp());
+  auto* row = new QHBoxLayout;
+  row->addWidget(edit);
+  row->addStretch(1);
+  row->addWidget(close);
+  column->addLayout(row);
+  module_.ReadDefinitions();
+  FillList();
+  list_->setCurrentRow(0);
+  module_.SetReportObserver([this](const IOModuleReport& report) { TakeReport(report); });
+  connect(&poll_, &QTimer::timeout, this, [this] {
+    SetTextIfChanged(status_, module_.StatusText());
+    Command(kCommandReportState, 0);
+  });
+  poll_.start(kPollMs);
+}
+
+ConfigIOMForm::~ConfigIOMForm() {
+  if (!Unloading()) module_.SetReportObserver({});
+}
+
+QWidget* ConfigIOMForm::MakeSetUp() {
+  QFrame* panel = MakePanel("PanelSetUp");
+  auto* row = new QHBoxLayout(panel);
+  auto* address = new QSpinBox;
+  address->setObjectName("boxAddress");
+  address->setRange(0, 255);
+  address->setValue(kIOModuleBusAddress);
+  QPushButton* setAddress = MakeButton("cmdSetAddress", tr("Set &address"),
+                                       tr("The address of a module that hangs on the gauge bus"));
+  QPushButton* test =
+      MakeButton("cmdLampTest", tr("&Lamp test"), tr("Lights every lamp while it is pressed in"));
+  test->setCheckable(true);
+  QPushButton* debounce = MakeButton("cmdDebounceAll", tr("Usual de&bounce"),
+                                     tr("Gives every switch the usual debounce time of 5"));
+  connect(setAddress, &QPushButton::clicked, this,
+          [this, address] { Command(iom_command::kAddress, address->value()); });
+  connect(test, &QPushButton::toggled, this,
+          [this](bool on) { Command(iom_command::kLampTest, on ? iom_command::kAllLamps : 0); });
+  connect(debounce, &QPushButton::clicked, this,
+          [this] { Command(iom_command::kDebounce, iom_command::kAllSwitches * 256 + kUsualDebounce); });
+  row->addWidget(test);
+  row->addWidget(debounce);
+  row->addStretch(1);
+  row->addWidget(address);
+  row->addWidget(setAddress);
+  return panel;
+}
+
+void ConfigIOMForm::Command(int command, std::int32_t value) {
+  try {
+    module_.ComposeCmd(0, command, value);
+  } catch (const std::exception&) {
+    // Every value that stands in a control fits.
+  }
+}
+
+void ConfigIOMForm::TakeReport(const IOModuleReport& report) {
+  if (editor_) editor_->TakeReport(report);
+  if (const auto touched = touch_.Take(report)) Select(*touched);
+}
+
+void ConfigIOMForm::Select(const IOModuleInput& input) {
+  list_->setCurrentRow(RowOf(input));
+}
+
+IOModuleInput ConfigIOMForm::Selected() const {
+  return InputAt(module_.Parameters().Number, std::max(0, list_->currentRow()));
+}
+
+void ConfigIOMForm::Edit() {
+  const IOModuleInput input = Selected();
+  if (editor_ && editor_->Input() != input) {
+    editor_->Unload();
+    editor_ = nullptr;
+  }
+  if (!editor_) {
+    const InputForm::Callbacks callbacks{[this] {
+                                           module_.ReadDefinitions();
+                                           FillList();
+                                         },
+                                         [this] { editor_ = nullptr; }};
+    if (input.Kind == IOModuleKind::Switch) {
+      editor_ = new ConfigSwitchForm(model_, module_, boxes_, input, callbacks, this);
+    } else if (input.Kind == IOModuleKind::Analogue) {
+      editor_ = new ConfigAnalogueForm(model_, module_, boxes_, input, callbacks, this);
+    } else {
+      editor_ = new ConfigLampForm(model_, module_, boxes_, input, callbacks, this);
+    }
+  }
+  editor_->show();
+  editor_->raise();
+}
+
+QString ConfigIOMForm::LineFor(const IOModuleInput& input) const {
+  const int number = input.Kind == IOModuleKind::Switch     ? module_.SwitchDefinitionNr(input.Index)
+                     : input.Kind == IOModuleKind::Analogue ? module_.AnalogueDefinitionNr(input.Index)
+                                                            : module_.LampDefinitionNr(input.Index);
+  const QString name = input.Kind == IOModuleKind::Switch     ? tr("Switch %1").arg(SwitchName(input.Index))
+                       : input.Kind == IOModuleKind::Analogue ? tr("Axis %1").arg(input.Index + 1)
+                                                              : tr("Lamp %1").arg(input.Index + 1);
+  if (number == 0) return name;
+  const IOModuleRecord& definition = model_.IOModuleInputs[static_cast<std::size_t>(number - 1)];
+  const FunctionRecord* function =
+      definition.FunctionNr < 1 ? nullptr : model_.FunctionOf(definition.FunctionNr);
+  QString line = name + ":  ";
+  if (input.Kind == IOModuleKind::Switch) line += ToText(ActionName(definition, function)).trimmed() + "  ";
+  return function == nullptr ? line : line + ToText(function->ShortName);
+}
+
+void ConfigIOMForm::FillList() {
+  const int row = list_->currentRow();
+  list_->clear();
+  for (int i = 0; i < kInputs; ++i) list_->addItem(LineFor(InputAt(module_.Parameters().Number, i)));
+  list_->setCurrentRow(std::max(0, row));
+}
+
+void ConfigIOMForm::CloseAsked() {
+  poll_.stop();
+  module_.SetReportObserver({});
+  if (editor_) editor_->Unload();
+  const auto closed = closed_;
+  Unload();
+  if (closed) closed();
+}
+
+}  // namespace tvx

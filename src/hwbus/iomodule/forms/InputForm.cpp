@@ -1,0 +1,129 @@
+#include "hwbus/iomodule/forms/InputForm.h"
+
+#include <QLocale>
+
+#include "ui/Look.h"
+
+namespace tvx {
+
+std::optional<double> NumberIn(const QLineEdit* box) {
+  bool good = false;
+  const double value = QLocale::c().toDouble(box->text().trimmed().replace(',', '.'), &good);
+  return good && value - value == 0.0 ? std::optional<double>(value) : std::nullopt;
+}
+
+InputForm::InputForm(const char* name, ConfigModel& model, IOModulePresenter editor,
+                     const IOModuleInput& input, Callbacks callbacks, QWidget* parent)
+    : Form(name, parent),
+      model_(model),
+      editor_(editor),
+      input_(input),
+      callbacks_(std::move(callbacks)),
+      definition_(editor_.DefinitionOf(input)),
+      rows_(new QFormLayout),
+      comboFunction_(new QComboBox),
+      comboSequence_(new QComboBox),
+      preview_(MakeLabel("LabelPreview")) {
+  comboFunction_->setObjectName("ComboFunction");
+  comboFunction_->addItem(tr("none"), 0);
+  for (int number = 1; number < kFunctions; ++number) {
+    const FunctionRecord& function = model_.Functions[static_cast<std::size_t>(number)];
+    if (function.ShortName.empty()) continue;
+    comboFunction_->addItem(
+        QStringLiteral("%1  ").arg(number, 3, 10, QChar('0')) + ToText(function.ShortName), number);
+  }
+  comboFunction_->setCurrentIndex(std::max(0, comboFunction_->findData(definition_.FunctionNr)));
+  comboSequence_->setObjectName("ComboSequence");
+  for (int sequence = 1; sequence <= 4; ++sequence) comboSequence_->addItem(QString::number(sequence));
+  comboSequence_->setCurrentIndex(std::clamp<int>(definition_.SequenceNr, 1, 4) - 1);
+  rows_->addRow(tr("&Function"), comboFunction_);
+  rows_->addRow(tr("Se&quence number"), comboSequence_);
+  connect(comboFunction_, &QComboBox::currentIndexChanged, this, [this] { ShowPreview(); });
+}
+
+void InputForm::Finish() {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addLayout(rows_);
+  column->addWidget(preview_);
+  column->addStretch(1);
+  QPushButton* store = MakeButton("cmdStore", tr("&Store"), tr("Checks the definition and keeps it"));
+  QPushButton* remove = MakeButton("cmdDelete", tr("&Delete"), tr("Takes the definition away"));
+  QPushButton* close = MakeButton("cmdClose", tr("&Close"), tr("Leaves it as it was stored"));
+  look::SetRole(store, "primary");
+  connect(store, &QPushButton::clicked, this, [this] { Store(); });
+  connect(remove, &QPushButton::clicked, this, [this] { Delete(); });
+  connect(close, &QPushButton::clicked, this, [this] { CloseAsked(); });
+  auto* row = new QHBoxLayout;
+  row->addWidget(remove);
+  row->addStretch(1);
+  row->addWidget(store);
+  row->addWidget(close);
+  column->addLayout(row);
+  SetDefaultButton(store);
+  ShowPreview();
+}
+
+QLineEdit* InputForm::NumberBox(const char* name, double value, const QString& toolTip) {
+  auto* box = new QLineEdit(QLocale::c().toString(value, 'g', 7));
+  box->setObjectName(QString::fromLatin1(name));
+  box->setToolTip(toolTip);
+  connect(box, &QLineEdit::textChanged, this, [this] { ShowPreview(); });
+  return box;
+}
+
+QLineEdit* InputForm::AddNumber(const char* name, const QString& caption, double value,
+                                const QString& toolTip) {
+  QLineEdit* box = NumberBox(name, value, toolTip);
+  rows_->addRow(caption, box);
+  return box;
+}
+
+bool InputForm::ReadAll(IOModuleRecord& definition) const {
+  definition = definition_;
+  definition.FunctionNr = static_cast<std::int16_t>(comboFunction_->currentData().toInt());
+  definition.SequenceNr = static_cast<std::int16_t>(comboSequence_->currentIndex() + 1);
+  return ReadControls(definition);
+}
+
+void InputForm::ShowPreview() {
+  IOModuleRecord definition;
+  if (!ReadAll(definition)) {
+    SetTextIfChanged(preview_, tr("One of the numbers is not a number yet."));
+    return;
+  }
+  const FunctionRecord* function =
+      definition.FunctionNr < 1 ? nullptr : model_.FunctionOf(definition.FunctionNr);
+  const std::string_view wrong = editor_.Check(definition);
+  QString text = Preview(definition, function);
+  if (!wrong.empty()) text += "\n" + ToText(wrong);
+  SetTextIfChanged(preview_, text);
+}
+
+void InputForm::Store() {
+  IOModuleRecord definition;
+  // What is no number is out of limits for whoever checks.
+  if (!ReadAll(definition)) {
+    if (Boxes != nullptr) Boxes->Show("One of the definitions is incorrect or out of limits");
+    return;
+  }
+  if (!editor_.Store(definition)) return;
+  definition_ = definition;
+  Stored(definition);
+  if (callbacks_.Stored) callbacks_.Stored();
+}
+
+void InputForm::Delete() {
+  editor_.Remove(input_);
+  if (callbacks_.Stored) callbacks_.Stored();
+  CloseAsked();
+}
+
+void InputForm::CloseAsked() {
+  const auto closed = callbacks_.Closed;
+  Unload();
+  if (closed) closed();
+}
+
+}  // namespace tvx

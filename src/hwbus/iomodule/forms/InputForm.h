@@ -1,0 +1,67 @@
+// What the dialogs for one input of an IO module share: its Function, a live preview, store and delete.
+#pragma once
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <functional>
+
+#include "hwbus/iomodule/IOModule.h"
+#include "hwbus/iomodule/IOModulePresenter.h"
+#include "ui/Form.h"
+#include "ui/Widgets.h"
+
+namespace tvx {
+
+class InputForm : public Form {
+  Q_OBJECT
+ public:
+  // Told when a definition was stored or deleted, and when the form is closed.
+  struct Callbacks {
+    std::function<void()> Stored;
+    std::function<void()> Closed;
+  };
+  InputForm(const char* name, ConfigModel& model, IOModulePresenter editor, const IOModuleInput& input,
+            Callbacks callbacks, QWidget* parent);
+
+  const IOModuleInput& Input() const { return input_; }
+  // The module reported: what the preview says may have changed.
+  virtual void TakeReport(const IOModuleReport&) {}
+
+ protected:
+  // Reads the form's controls into a definition; false where a number is none.
+  virtual bool ReadControls(IOModuleRecord& definition) const = 0;
+  virtual QString Preview(const IOModuleRecord& definition, const FunctionRecord* function) const = 0;
+  virtual void Stored(const IOModuleRecord&) {}
+
+  // To be called by the derived form when its own controls stand in `Rows()`.
+  void Finish();
+  void ShowPreview();
+  void CloseAsked() override;
+  void EscapePressed() override { CloseAsked(); }
+
+  QFormLayout* Rows() const { return rows_; }
+  QLineEdit* NumberBox(const char* name, double value, const QString& toolTip);
+  QLineEdit* AddNumber(const char* name, const QString& caption, double value, const QString& toolTip);
+  IOModuleRecord& Definition() { return definition_; }
+  MessageBoxes* Boxes = nullptr;
+
+ private:
+  bool ReadAll(IOModuleRecord& definition) const;
+  void Store();
+  void Delete();
+
+  ConfigModel& model_;
+  IOModulePresenter editor_;
+  IOModuleInput input_;
+  Callbacks callbacks_;
+  IOModuleRecord definition_;
+  QFormLayout* rows_;
+  QComboBox *comboFunction_, *comboSequence_;
+  QLabel* preview_;
+};
+
+// The number in a box; nothing where it is none. A comma counts as a point.
+std::optional<double> NumberIn(const QLineEdit* box);
+
+}  // namespace tvx

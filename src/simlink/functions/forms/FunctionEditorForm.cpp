@@ -1,0 +1,236 @@
+#include "simlink/functions/forms/FunctionEditorForm.h"
+
+#include <QSignalBlocker>
+
+#include "config/NameTables.h"
+#include "simlink/PortValue.h"
+#include "simlink/references/FunctionEntries.h"
+#include "ui/Look.h"
+
+namespace tvx {
+namespace {
+
+void OpenBeside(QWidget* form) {
+  form->show();
+  form->raise();
+  form->activateWindow();
+}
+
+}  // namespace
+
+FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, QWidget* parent,
+                                       ReferencePanel::ChooseFolder chooseFolder)
+    : Form("frmFunctionEditor", parent), model_(model), sim_(sim), boxes_(boxes), edit_(model, boxes) {
+  setWindowTitle(tr("Function editor"));
+  if (parent != nullptr) setWindowModality(Qt::WindowModal);
+  FillNameTables(model_);
+  references_ = new ReferencePanel(boxes_, std::move(chooseFolder));
+  auto* row = new QHBoxLayout;
+  row->setSpacing(look::Gap());
+  row->addWidget(MakeFunctionPanel());
+  row->addWidget(MakeFieldsPanel());
+  row->addWidget(MakeReferenceColumn(), 1);
+  LampHint = new StateLamp("LampHint");
+  LabelHint = MakeLabel("LabelHint");
+  LabelHint->setWordWrap(true);
+  LabelHint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  LabelHint->setMinimumHeight(LabelHint->fontMetrics().lineSpacing() * 2);
+  auto* hint = new QHBoxLayout;
+  hint->addWidget(LampHint);
+  hint->addWidget(LabelHint, 1);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  column->setSpacing(look::Gap());
+  column->addLayout(row, 1);
+  column->addLayout(hint);
+  column->addLayout(MakeButtons());
+  FillNumbers();
+  LoadFields();
+  KeepWide(this);
+  OpenWide(this, 105);
+  ListFunctions->setFocus();
+}
+
+void FunctionEditorForm::FillNumbers() {
+  const QString search = SearchFunction->text().trimmed();
+  numbers_.clear();
+  int row = -1;
+  for (int number = 1; number < kFunctions; ++number) {
+    if (!search.isEmpty() && !ToText(edit_.Line(number)).contains(search, Qt::CaseInsensitive)) continue;
+    if (number == edit_.Number()) row = static_cast<int>(numbers_.size());
+    numbers_.push_back(number);
+  }
+  loading_ = true;
+  ListFunctions->Refresh();
+  ListFunctions->SetRow(row);
+  loading_ = false;
+}
+
+void FunctionEditorForm::Choose(int function) {
+  if (asking_ || function == edit_.Number()) return;
+  asking_ = true;
+  const bool went = edit_.Choose(function);
+  asking_ = false;
+  FillNumbers();
+  if (!went) return;
+  LoadFields();
+  if (testForm_) testForm_->Choose(function);
+}
+
+void FunctionEditorForm::LoadFields() {
+  const FunctionDraft& draft = edit_.Draft();
+  loading_ = true;
+  LabelNumber->setText(edit_.Editable() ? tr("Function %1").arg(edit_.Number())
+                                        : tr("Function %1, for the program itself").arg(edit_.Number()));
+  for (QLineEdit* field : fields_) {
+    field->setText(ToText(draft.At(field->objectName().toStdString())));
+    field->setReadOnly(!edit_.Editable());
+  }
+  for (QComboBox* choice : choices_) {
+    const int code = ToText(draft.At(choice->objectName().toStdString())).toInt();
+    choice->setCurrentIndex(code < choice->count() ? code : -1);
+    choice->setEnabled(edit_.Editable());
+  }
+  FullName->setPlainText(ToText(draft.At("FullName")));
+  FullName->setReadOnly(!edit_.Editable());
+  loading_ = false;
+  ShowDataType();
+  ShowState();
+}
+
+void FunctionEditorForm::TakeField(const char* name, const QString& text) {
+  if (loading_) return;
+  edit_.Set(name, text.toStdString());
+  ShowDataType();
+  ShowState();
+}
+
+void FunctionEditorForm::ShowDataType() {
+  const Byte type = edit_.DataTypeCode();
+  if (type == shownType_) return;
+  shownType_ = type;
+  const bool dataref = type == static_cast<Byte>(DataType::XplaneDataref);
+  const bool command = type == static_cast<Byte>(DataType::XplaneCmnd);
+  LabelFullName->setText(CaptionOfLines(static_cast<DataType>(type)));
+  const bool group = ReadsDataGroup(type);
+  LabelXPindex->setText(tr("Data group"));
+  LabelXPVal->setText(dataref ? tr("Times per second") : tr("Value in it, 0 to 7"));
+  LabelXPindex->setVisible(group);
+  LabelSources->setVisible(group || dataref);
+  LabelXPVal->setVisible(group || dataref);
+  for (QLineEdit* field : fields_) {
+    const bool index = field->objectName().startsWith("XPindex");
+    if (!index && !field->objectName().startsWith("XPVal")) continue;
+    field->setVisible(group || (dataref && !index));
+    findChild<QLabel*>(field->objectName() + "Caption")->setVisible(group || dataref);
+  }
+  sources_->setColumnStretch(1, group ? 1 : 0);
+  listOrWords_->setCurrentIndex(dataref || command ? 1 : 0);
+  if (dataref) references_->Show(kReferencesFile);
+  if (command) references_->Show(kCommandsFile);
+}
+
+// What a field is called beside its box.
+QString FunctionEditorForm::CaptionOf(const QString& field) const {
+  if (field.startsWith("XPVal")) {
+    const bool group = ReadsDataGroup(edit_.DataTypeCode());
+    return (group ? tr("#%1, value") : tr("#%1, times per second")).arg(field.back());
+  }
+  const auto* caption = findChild<QLabel*>(field + "Caption");
+  return caption == nullptr ? field : caption->text().remove('&');
+}
+
+QString FunctionEditorForm::Advice() const {
+  const std::string advice = edit_.Advice();
+  const ReferenceList& list = references_->List();
+  if (!advice.empty() || EntryLimit(edit_.DataTypeCode()) == 0 || !list.Found()) return ToText(advice);
+  for (const std::string_view path : EntryPaths(edit_.Draft().At("FullName"))) {
+    // An array is listed by its first element.
+    if (list.Holds(path) || list.Holds(WithElement(path, 0))) continue;
+    return tr("X-Plane's list does not have %1: only a plugin would know it.").arg(ToText(path));
+  }
+  return {};
+}
+
+void FunctionEditorForm::ShowState() {
+  const auto path = references_->Path();
+  boxElement->setEnabled(path && IsElement(*path));
+  cmdCopyEntry->setEnabled(edit_.Editable());
+  CmdSave->setEnabled(edit_.Editable() && edit_.Changed());
+  const auto problem = edit_.Editable() ? edit_.Problem() : std::nullopt;
+  QString hint;
+  auto lamp = StateLamp::State::Off;
+  if (!edit_.Editable()) {
+    hint = tr("This Function serves the program itself; 51 to 269 are yours to define.");
+  } else if (problem && edit_.Changed()) {
+    hint = CaptionOf(ToText(problem->field)) + ": " + ToText(problem->words);
+    lamp = StateLamp::State::Trouble;
+  } else if (const QString advice = problem ? QString() : Advice(); !advice.isEmpty()) {
+    hint = advice;
+    lamp = StateLamp::State::Trouble;
+  } else if (edit_.Changed()) {
+    hint = tr("Not saved yet.");
+  }
+  for (QLineEdit* field : fields_) {
+    MarkWrong(field, problem && edit_.Changed() && field->objectName() == ToText(problem->field));
+  }
+  LampHint->SetState(lamp);
+  SetTextIfChanged(LabelHint, hint);
+}
+
+void FunctionEditorForm::CopyEntry() {
+  if (!edit_.Editable() || !edit_.CopyEntry(references_->Path(), boxElement->value())) return;
+  LoadFields();
+}
+
+void FunctionEditorForm::CmdSave_Click() {
+  if (const auto problem = edit_.Save()) {
+    if (auto* field = findChild<QWidget*>(ToText(problem->field))) field->setFocus();
+    return;
+  }
+  FillNumbers();
+  LoadFields();
+  if (listForm_) listForm_->Refresh();
+  saved_();
+}
+
+void FunctionEditorForm::Refresh() {
+  edit_.Refresh();
+  FillNumbers();
+  LoadFields();
+}
+
+void FunctionEditorForm::ShowList() {
+  if (!listForm_) {
+    listForm_ = new ListFunctionsForm(model_, boxes_,
+                                      {[this](int function) {
+                                         Choose(function);
+                                         OpenBeside(this);
+                                       },
+                                       [this] {
+                                         Refresh();
+                                         saved_();
+                                       }},
+                                      this);
+  }
+  OpenBeside(listForm_);
+}
+
+void FunctionEditorForm::ShowTest() {
+  if (!testForm_) testForm_ = new TestFunctionForm(model_, sim_, boxes_, this);
+  testForm_->Choose(edit_.Number());
+  OpenBeside(testForm_);
+}
+
+void FunctionEditorForm::CloseAsked() {
+  if (asking_) return;
+  asking_ = true;
+  const bool close = edit_.MayLeave() && (!listForm_ || listForm_->MayClose());
+  asking_ = false;
+  if (!close) return;
+  if (listForm_) listForm_->Unload();
+  if (testForm_) testForm_->close();
+  Unload();
+}
+
+}  // namespace tvx

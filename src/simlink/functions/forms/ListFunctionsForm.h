@@ -1,0 +1,63 @@
+// The list of all Functions, with its filters, and the fields that can be changed in it.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QTreeWidget>
+#include <functional>
+
+#include "simlink/functions/FunctionListPresenter.h"
+#include "ui/Form.h"
+#include "ui/LineList.h"
+
+namespace tvx {
+
+// Opened by the Function editor.
+class ListFunctionsForm : public Form {
+  Q_OBJECT
+ public:
+  struct Surroundings {
+    std::function<void(int function)> edit;  // the user wants to see this Function in the editor
+    std::function<void()> saved;             // edits were put into the model
+  };
+  ListFunctionsForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
+                    QWidget* parent = nullptr);
+
+  // Reads the Functions anew.
+  void Refresh();
+  // True where nothing is unsaved, or the user says that it may be lost.
+  bool MayClose() { return list_.MayClose(); }
+
+ protected:
+  void CloseAsked() override;
+  void EscapePressed() override { CloseAsked(); }
+
+ private:
+  QWidget* MakeFilterPanel();
+  QWidget* MakeList();
+  QWidget* MakeEditPanel();
+  QLayout* MakeButtons();
+  FunctionFilter Filter() const;
+  int Chosen() const;  // Function number; 0 none
+  void ShowChosen();
+  void TakeEdit();
+  void ShowFilters();
+  void ShowChanged();
+  void CmdSave_Click();
+
+  const ConfigModel& model_;
+  FunctionListPresenter list_;
+  Surroundings surroundings_;
+  bool loading_ = false, asking_ = false;
+  bool byClass_ = false, byType_ = false;  // filters that are on
+  QComboBox *ComboFilterClass, *ComboFilterType;
+  QPushButton *CmdFilterClassOn, *cmdFilterClassOff, *CmdFilterTypeOn, *CmdFilterTypeOff;
+  QCheckBox* CheckDefinedOnly;
+  QTreeWidget* ListFunctions;
+  QLineEdit *ShortName, *FullName;
+  QComboBox *ComboClass, *FuncType;
+  QLabel* LabelChosen;
+  QPushButton *cmdEditFunction, *CmdSave;
+};
+
+}  // namespace tvx

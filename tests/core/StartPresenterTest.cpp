@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "config/StartFile.h"
+#include "core/StartPresenter.h"
+#include "tests/core/ProgramRig.h"
+#include "tests/fakes/ScratchFolder.h"
+
+namespace tvx {
+namespace {
+
+// Works in a folder of its own that holds a start-up file and a configuration whose Function 300 is the
+// version.
+class StartControlTest : public testing::Test {
+ protected:
+  // Writes Test.cfg, with or without a version Function, and a start-up file that names it.
+  void Prepare(int delay, bool withVersion = true) {
+    CockpitRig writer;
+    writer.model.ConfigFileName = "Test.cfg";
+    writer.model.General.ConfigHeader = BuildConfigHeader("", "", "today");
+    writer.AddPlate(0, 1, 1);
+    if (withVersion) writer.Define(300);
+    ConfigFile(writer.model, writer.boxes).SaveConfigFile();
+    writer.model.StartDelay = static_cast<std::int16_t>(delay);
+    WriteStartFile(writer.model, "Test.cfg");
+  }
+  void CountdownTicks(int count) {
+    for (int i = 0; i < count && rig.autostart.enabled; ++i) rig.start.WaitForAutostart_Tick();
+  }
+
+  const ScratchFolder folder;
+  ProgramRig rig;
+};
+
+TEST(SimulatorVersionText, CutsTheDigitsTwoByTwo) {
+  EXPECT_EQ(SimulatorVersionText(115501), "11.55.01");
+  EXPECT_EQ(SimulatorVersionText(9700), "97.00.");
+}
+
+TEST_F(StartControlTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) {
+  Prepare(2);
+  rig.start.Activate();
+  EXPECT_EQ(rig.start.View().FileName, "Test.cfg");
+  EXPECT_TRUE(rig.start.View().CountdownVisible);
+  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 2);
+  EXPECT_TRUE(rig.boxes.shown.empty()) << rig.boxes.shown[0];
+  CountdownTicks(3);
+  rig.Set(300, 115501);
+  CountdownTicks(1);
+  EXPECT_EQ(rig.start.View().SimulatorName, "X-Plane");
+  EXPECT_EQ(rig.start.View().LabelXplaneVersion, "11.55.01");
+  CountdownTicks(35);
+  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 1);
+  EXPECT_FALSE(rig.run.Running());
+  EXPECT_EQ(rig.sim.PortCount(), 0) << "nothing of the probe stays open";
+  CountdownTicks(1);
+  EXPECT_TRUE(rig.run.Running());
+  EXPECT_EQ(rig.shell.log, (std::vector<std::string>{"show status", "unload configuration", "unload start"}));
+  EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Test.cfg");
+}
+
+TEST_F(StartControlTest, ADelayOfZeroStartsAfterTwentyTicks) {
+  Prepare(0);
+  rig.start.Activate();
+  CountdownTicks(3);
+  rig.Set(300, 121100);
+  CountdownTicks(16);
+  EXPECT_FALSE(rig.run.Running());
+  CountdownTicks(1);
+  EXPECT_TRUE(rig.run.Running());
+}
+
+TEST_F(StartControlTest, WaitsForASilentSimulatorAndStartsWhenItAnswers) {
+  Prepare(1);
+  rig.start.Activate();
+  CountdownTicks(20);
+  EXPECT_TRUE(rig.waitForFS.enabled);
+  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 0);
+  for (int second = 1; second <= 7; ++second) {
+    rig.start.TimerWaitForFS_Tick();
+    EXPECT_EQ(rig.start.View().BoxAutoStartTime, second);
+  }
+  EXPECT_FALSE(rig.run.Running());
+  rig.start.TimerWaitForFS_Tick();  // opens the port again
+  rig.Set(300, 121100);
+  rig.start.TimerWaitForFS_Tick();
+  EXPECT_TRUE(rig.run.Running());
+  EXPECT_FALSE(rig.waitForFS.enabled);
+}
+
+TEST_F(StartControlTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
+  Prepare(1, false);
+  rig.start.Activate();
+  CountdownTicks(20);
+  rig.start.TimerWaitForFS_Tick();
+  rig.start.TimerWaitForFS_Tick();
+  EXPECT_EQ(rig.boxes.shown, (std::vector<std::string>{"Cannot detect X-Plane status."}));
+  EXPECT_FALSE(rig.waitForFS.enabled);
+  rig.start.butOK_Click();
+  EXPECT_TRUE(rig.run.Activated());
+  EXPECT_FALSE(rig.run.Running()) << "a start by OK leaves the status form halted";
+  EXPECT_EQ(rig.shell.log.back(), "unload start");
+}
+
+TEST_F(StartControlTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
+  Prepare(1);
+  std::filesystem::copy_file("Test.cfg", "Other.cfg");
+  rig.start.Activate();
+  rig.start.FileBox_Click("Other.cfg");
+  EXPECT_FALSE(rig.start.View().CountdownVisible);
+  CountdownTicks(3);
+  rig.Set(300, 121100);
+  CountdownTicks(17);
+  EXPECT_TRUE(rig.run.Running());
+  EXPECT_EQ(rig.model.ConfigFileName, "Other.cfg");
+  EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Other.cfg");
+}
+
+TEST_F(StartControlTest, LaterActivationsCountNothingDown) {
+  Prepare(9);
+  rig.start.Activate();
+  rig.start.WaitForAutostart_Tick();
+  EXPECT_TRUE(rig.sim.UdpOpen());
+  rig.start.CmdConfigure_Click();
+  EXPECT_FALSE(rig.autostart.enabled);
+  EXPECT_FALSE(rig.sim.UdpOpen()) << "the configuration may give the link another address";
+  rig.start.Activate();
+  EXPECT_FALSE(rig.start.View().CountdownVisible);
+  EXPECT_FALSE(rig.autostart.enabled);
+  EXPECT_EQ(rig.start.View().FileName, "Test.cfg");
+}
+
+TEST_F(StartControlTest, SaysWhatIsMissing) {
+  rig.start.Activate();  // neither start-up file nor configuration
+  EXPECT_EQ(rig.start.View().FileName, "Default.cfg");
+  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 10);
+  ASSERT_EQ(rig.boxes.shown.size(), 1u);
+  EXPECT_EQ(rig.boxes.shown[0].find("Error Configuration file. "), 0u);
+  rig.start.butOK_Click();
+  EXPECT_FALSE(rig.run.Activated());
+  rig.start.FileName_Change("");
+  rig.start.butOK_Click();
+  EXPECT_EQ(rig.boxes.shown.back(), "No Configuration file selected ");
+}
+
+TEST_F(StartControlTest, AnUnreadableFileStopsTheAutomaticStart) {
+  Prepare(1);
+  rig.start.Activate();
+  CountdownTicks(3);
+  rig.Set(300, 121100);
+  std::filesystem::remove("Test.cfg");
+  CountdownTicks(17);
+  EXPECT_FALSE(rig.run.Activated());
+  EXPECT_EQ(rig.boxes.shown.back(), "No or incorrect Start-Up file.File name is Case sensitive");
+  EXPECT_FALSE(rig.autostart.enabled);
+}
+
+TEST_F(StartControlTest, AQuestionAboutTheFileHoldsTheCountdown) {
+  Prepare(1);
+  CockpitRig writer;
+  writer.model.ConfigFileName = "Old.cfg";
+  writer.model.General.ConfigHeader = "another program";
+  ConfigFile(writer.model, writer.boxes).SaveConfigFile();
+  rig.start.Activate();
+  CountdownTicks(19);
+  rig.boxes.whileAsking = [this] { CountdownTicks(100); };
+  rig.start.FileBox_Click("Old.cfg");
+  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 1);
+  EXPECT_EQ(rig.boxes.asked.size(), 1u);
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include "core/StatusPresenter.h"
+#include "tests/core/ProgramRig.h"
+
+namespace tvx {
+namespace {
+
+using Log = std::vector<std::string>;
+
+// A rig with one needle gauge, loaded and activated.
+struct ActivatedRig : ProgramRig {
+  ActivatedRig() {
+    for (const int n : {1, 2, 14, 51}) Define(n);
+    GaugeRecord& gauge = AddGauge(12, 1);
+    gauge.GaugeFunction1 = 51;
+    gauge.GaugeSetting3 = static_cast<Byte>(AddPlate(0, 100, 1000));
+    model.General.TransferInterval = 120;
+    run.Load();
+    run.Form_Activate();
+  }
+};
+
+TEST(StatusPresenter, ActivationPreparesOnceAndLeavesTheFormHalted) {
+  ActivatedRig rig;
+  EXPECT_TRUE(rig.run.Activated());
+  EXPECT_FALSE(rig.run.Running());
+  EXPECT_EQ(rig.processTimer.interval, 120);
+  EXPECT_FALSE(rig.processTimer.enabled);
+  EXPECT_TRUE(rig.writeTimer.enabled);
+  EXPECT_TRUE(rig.Bus().IsOpen());
+  const int ports = rig.sim.PortCount();
+  EXPECT_EQ(ports, 4) << "Functions 1, 2, 14 and the gauge's";
+  EXPECT_EQ(rig.sim.PortAt(3).OpenedBy, 12);
+  EXPECT_EQ(rig.sim.PortAt(0).OpenedBy, opener::kInternal);
+  rig.run.Form_Activate();
+  EXPECT_EQ(rig.sim.PortCount(), ports);
+  rig.run.ProcessTimer_Tick();
+  EXPECT_TRUE(rig.Bus().Writes.empty()) << "a late tick while halted does nothing";
+  rig.run.SliderXferTimer_Change(0);
+  EXPECT_EQ(rig.model.General.TransferInterval, 10);
+}
+
+TEST(StatusPresenter, RunAndStopAreGuarded) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  EXPECT_EQ(rig.run.View().BoxRun, "Running");
+  EXPECT_EQ(rig.run.View().BoxRunColour, 255);
+  EXPECT_TRUE(rig.processTimer.enabled);
+  EXPECT_FALSE(rig.writeTimer.enabled);
+  const auto opened = rig.Bus().CountOf("open 5");
+  rig.run.cmdRun_Click();
+  EXPECT_EQ(rig.Bus().CountOf("open 5"), opened);
+  rig.Set(51, 50);
+  rig.run.ProcessTimer_Tick();
+  ASSERT_EQ(rig.Bus().Writes.size(), 1u);
+  EXPECT_EQ(CommandsOf(rig.Bus().Writes[0]), (std::vector<SentCommand>{{12, 5, 500}}));
+
+  rig.run.cmdStop_Click();
+  EXPECT_EQ(rig.run.View().BoxRun, "Halted");
+  EXPECT_EQ(rig.run.View().BoxRunColour, 49152);
+  EXPECT_FALSE(rig.processTimer.enabled);
+  EXPECT_TRUE(rig.writeTimer.enabled);
+  EXPECT_FALSE(rig.sim.UdpOpen());
+  const int closes = rig.socket.Closes;
+  rig.run.cmdStop_Click();
+  EXPECT_EQ(rig.socket.Closes, closes);
+}
+
+TEST(StatusPresenter, AFrameQueuedWhileHaltedIsSentWhenTheRunStarts) {
+  ActivatedRig rig;
+  rig.serial.WriteGaugeCommand(12, 3, 7);
+  rig.run.cmdRun_Click();
+  ASSERT_EQ(rig.Bus().Writes.size(), 1u);
+  EXPECT_EQ(CommandsOf(rig.Bus().Writes[0]), (std::vector<SentCommand>{{12, 3, 7}}));
+  EXPECT_EQ(rig.serial.TransmitPending, 0);
+}
+
+TEST(StatusPresenter, PeripheralsFollowInTheirOrders) {
+  ProgramRig rig;
+  for (auto& p : rig.peripheral) p.configured = p.name != "IOM2";
+  rig.model.General.ComPortYoke2 = 9;
+  rig.run.Load();
+  rig.run.Form_Activate();
+  const Log ports{"yokes ports", "EC ports", "IOM1 ports"};
+  Log expected = ports;
+  for (const char* entry : {"EC load", "IOM1 load", "IOM2 unload", "yokes load"})
+    expected.emplace_back(entry);
+  expected.insert(expected.end(), ports.begin(), ports.end());
+  EXPECT_EQ(rig.peripheralLog, expected);
+  EXPECT_EQ(rig.run.View().TransferInterval, 40) << "with a yoke, whatever the configuration says";
+  EXPECT_EQ(rig.processTimer.interval, 40);
+
+  rig.peripheralLog.clear();
+  rig.run.cmdRun_Click();
+  rig.run.cmdStop_Click();
+  rig.run.cmdExit_Click();
+  EXPECT_EQ(rig.peripheralLog, (Log{"EC run", "IOM1 run", "yokes run", "EC stop", "IOM1 stop", "yokes stop",
+                                    "EC unload", "IOM1 unload", "IOM2 unload", "yokes unload"}));
+}
+
+TEST(StatusPresenter, ExitClosesUnsubscribesAndEnds) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  rig.socket.TakeSent();
+  rig.run.cmdExit_Click();
+  EXPECT_FALSE(rig.Bus().IsOpen());
+  EXPECT_EQ(rig.sim.PortCount(), 0);
+  EXPECT_FALSE(rig.sim.UdpOpen());
+  EXPECT_EQ(rig.socket.TakeSent().size(), 136u) << "every group is unselected";
+  EXPECT_EQ(rig.shell.log, (Log{"unload configuration", "unload status", "end"}));
+}
+
+TEST(StatusPresenter, GoingToTheConfigurationHaltsAndMakesRoomForANewLife) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  rig.run.CmdConfig_Click();
+  EXPECT_FALSE(rig.run.Running());
+  EXPECT_TRUE(rig.run.EditingConfiguration);
+  EXPECT_FALSE(rig.Bus().IsOpen());
+  EXPECT_EQ(rig.shell.log,
+            (Log{"unload configuration", "show start", "show configuration", "unload status"}));
+  rig.run.Load();
+  EXPECT_FALSE(rig.run.Activated());
+  rig.run.Form_Activate();
+  EXPECT_TRUE(rig.Bus().IsOpen());
+  EXPECT_EQ(rig.sim.PortCount(), 4);
+}
+
+TEST(StatusPresenter, RatesAreShownAndCleared) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  for (int i = 0; i < 8; ++i) rig.run.ProcessTimer_Tick();
+  for (int i = 0; i < 3; ++i) rig.Set(1, 80);
+  rig.run.Timer1_Tick();
+  EXPECT_EQ(rig.run.View().frmXferCount, 7) << "a tick of lighting alone does not count";
+  EXPECT_EQ(rig.run.View().boxUDPrate, 3);
+  EXPECT_EQ(rig.run.View().boxNrofOffsets, 4);
+  rig.run.Timer1_Tick();
+  EXPECT_EQ(rig.run.View().boxUDPrate, 0);
+}
+
+TEST(StatusPresenter, ASilentSimulatorIsAskedAgainEveryThreeSeconds) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  EXPECT_FALSE(rig.run.View().Simulator.Trouble) << "it has only just been asked";
+  rig.Set(1, 80);
+  rig.socket.TakeSent();
+  int renewals = 0;
+  for (int second = 1; second <= 9; ++second) {
+    rig.clock.Advance(1000);
+    rig.run.Timer1_Tick();
+    if (!rig.socket.TakeSent().empty()) ++renewals;
+  }
+  EXPECT_EQ(renewals, 3);
+  EXPECT_TRUE(rig.run.View().Simulator.Trouble);
+  rig.Set(1, 81);
+  rig.run.Timer1_Tick();
+  EXPECT_FALSE(rig.run.View().Simulator.Trouble);
+}
+
+TEST(StatusPresenter, AnUnpluggedAdapterComesBackByItselfWithEveryValue) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  for (int i = 0; i < 3; ++i) rig.run.ProcessTimer_Tick();
+  rig.Bus().Unplug();
+  rig.run.ProcessTimer_Tick();
+  rig.run.Timer1_Tick();
+  EXPECT_TRUE(rig.run.View().GaugeBus.Trouble);
+  rig.Bus().OpenResult = SerialState::Open;
+  rig.run.Timer1_Tick();
+  EXPECT_FALSE(rig.run.View().GaugeBus.Trouble);
+  rig.Bus().Writes.clear();
+  rig.run.ProcessTimer_Tick();
+  rig.run.ProcessTimer_Tick();
+  ASSERT_EQ(rig.Bus().Writes.size(), 2u);
+  EXPECT_EQ(CommandsOf(rig.Bus().Writes[0]), (std::vector<SentCommand>{{12, 8, 0}}));
+  EXPECT_EQ(CommandsOf(rig.Bus().Writes[1]), (std::vector<SentCommand>{{12, 5, 0}}));
+}
+
+}  // namespace
+}  // namespace tvx

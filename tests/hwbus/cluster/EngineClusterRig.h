@@ -1,0 +1,63 @@
+// An engine cluster on ports in memory: Function 60 + k is group 10 + k of the simulator, and Plate 0 goes
+// straight from 0..100 to 0..1000.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "hwbus/cluster/EngineCluster.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeSerialPort.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/SimData.h"
+
+namespace tvx {
+
+using Bytes = std::map<int, int>;  // by their place in the frame, counted from 1; those that are 0 left out
+
+inline Bytes NotZero(ByteView frame) {
+  Bytes bytes;
+  for (std::size_t i = 0; i < frame.size(); ++i) {
+    if (frame[i] != 0) bytes[static_cast<int>(i) + 1] = frame[i];
+  }
+  return bytes;
+}
+
+struct EngineClusterRig : testing::Test {
+  EngineClusterRig() {
+    model.General.ComPortEC = 7;
+    PlateRecord& plate = model.Plates.emplace_back();
+    plate.Value[3] = plate.Value[5] = 100;
+    plate.Position[3] = plate.Position[5] = 1000;
+    model.Plates.emplace_back().Name = "Second";
+    for (int k = 0; k < kECChannels; ++k) DefineFunction(model, 60 + k, DataType::Float, 10 + k);
+  }
+  void Enable(int channel, int plate = 0) {
+    model.EngineCluster[static_cast<std::size_t>(channel)] = {1, static_cast<std::int16_t>(60 + channel),
+                                                              static_cast<std::int16_t>(plate)};
+  }
+  void Start() {
+    sim.OpenUDP();
+    cluster.OpenPorts();
+    cluster.cmdRun_Click();
+  }
+  void Set(int channel, float value) { socket.Deliver(DataDatagram({{10 + channel, value}})); }
+  Bytes Tick() {
+    port.Writes.clear();
+    cluster.ProcessTimer_Tick();
+    return port.Writes.size() == 1 && port.Writes[0].size() == 40 ? NotZero(port.Writes[0]) : Bytes{};
+  }
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeEventLoop loop;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  FakeSerialPort port, other;
+  FakeTimer process, second;
+  SimCom sim{model, socket, boxes, clock};
+  Serial serial{model, {&other, &port, &other, &other, &other, &other}, boxes, loop};
+  EngineCluster cluster{model, sim, serial, boxes, {process, second}};
+};
+
+}  // namespace tvx

@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "tests/hwbus/cluster/EngineClusterRig.h"
+
+namespace tvx {
+namespace {
+
+TEST(EngineClusterFrame, EveryNeedleAtItsPlace) {
+  const int positions[] = {2, 4, 6, 22, 8, 12, 14, 16, 16, 18, 20, 10, 24, 26, 28, 30};
+  for (int needle = 0; needle < 16; ++needle) {
+    ECFrame frame = EmptyECFrame();
+    PutECNeedle(frame, needle, 0x1234);
+    EXPECT_EQ(NotZero(frame), (Bytes{{1, 'F'}, {positions[needle], 0x12}, {positions[needle] + 1, 0x34}}));
+  }
+  ECFrame frame = EmptyECFrame();
+  PutECNeedle(frame, 7, 0x1111);
+  PutECNeedle(frame, 8, 0x2222);
+  EXPECT_EQ(NotZero(frame), (Bytes{{1, 'F'}, {16, 0x22}, {17, 0x22}}));
+  PutECNeedle(frame, 16, 0x3333);
+  PutECNeedle(frame, -1, 0x3333);
+  EXPECT_EQ(NotZero(frame).size(), 3u);
+}
+
+TEST(EngineClusterFrame, LightingBytes) {
+  const struct {
+    ECLighting lighting;
+    int byte38, byte39;
+  } cases[] = {{{false, true, 0, 0}, 0, 0},
+               {{true, true, 0, 1}, 1, 1},
+               {{false, false, 0, 3}, 2, 3},
+               {{true, false, 0xF0, 0x80}, 0xF3, 0x80}};
+  for (const auto& c : cases) {
+    ECFrame frame = EmptyECFrame();
+    FinishECFrame(frame, c.lighting);
+    EXPECT_EQ(frame[37], c.byte38);
+    EXPECT_EQ(frame[38], c.byte39);
+    EXPECT_EQ(frame[39], 0xAA);
+    const auto single = SingleNeedleFrame(14, 1079, c.lighting);
+    ASSERT_TRUE(single);
+    Bytes expected{{1, 'F'}, {28, 0x04}, {29, 0x37}, {39, 0xAA}, {40, 0xAA}};
+    if (c.byte38 != 0) expected[38] = c.byte38;
+    EXPECT_EQ(NotZero(*single), expected);
+  }
+  EXPECT_FALSE(SingleNeedleFrame(15, 1, {}));
+  EXPECT_FALSE(SingleNeedleFrame(-1, 1, {}));
+}
+
+struct EngineClusterTest : EngineClusterRig {
+  static std::vector<Byte> Reply(char major = '2', char minor = '7') {
+    std::vector<Byte> reply(16, 0x20);
+    reply[0] = 0xFF;
+    reply[14] = static_cast<Byte>(major);
+    reply[15] = static_cast<Byte>(minor);
+    return reply;
+  }
+};
+
+TEST_F(EngineClusterTest, EveryEnabledChannelInOneFrame) {
+  Enable(0);
+  Enable(3);
+  Enable(5, 99);  // no such Plate
+  Start();
+  Set(0, 50);
+  Set(3, 1000);
+  Set(5, 258);
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {2, 1}, {3, 0xF4}, {22, 3}, {23, 0xE8}, {12, 1}, {13, 2}, {40, 0xAA}}));
+  EXPECT_EQ(cluster.boxValue(0).View(), "50.00");
+  EXPECT_EQ(cluster.Position(0), 500);
+  Set(0, -5);
+  Set(3, NAN);
+  Set(5, 1e30f);
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {12, 4}, {13, 0x37}, {40, 0xAA}})) << "limited to the needle's range";
+}
+
+TEST_F(EngineClusterTest, TheDualVersionHasItsOwnNeedles) {
+  model.EngineCluster[8].Value1 = 1;
+  for (int k = 0; k < kECChannels; ++k) Enable(k, 99);
+  Start();
+  for (int k = 0; k < kECChannels; ++k) Set(k, static_cast<float>(k + 1));
+  EXPECT_EQ(
+      Tick(),
+      (Bytes{{1, 'F'}, {3, 1}, {5, 2}, {7, 3}, {23, 4}, {17, 5}, {19, 6}, {21, 7}, {11, 8}, {40, 0xAA}}));
+}
+
+TEST_F(EngineClusterTest, RecalibrationIsOneFrameAThenZeroes) {
+  Enable(0);
+  Start();
+  Set(0, 50);
+  cluster.SetLighting(true, true);
+  cluster.Recalibrate();
+  const Bytes request = Tick();
+  EXPECT_EQ(request.size(), 39u) << "all but byte 39";
+  EXPECT_EQ(request.at(1), 'A');
+  for (int i = 2; i <= 37; ++i) EXPECT_EQ(request.at(i), 0x10);
+  EXPECT_EQ(request.at(38), 3);
+  EXPECT_TRUE(cluster.Recalibrating());
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 3}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {2, 1}, {3, 0xF4}, {38, 3}, {40, 0xAA}}));
+  for (int i = 0; i < 5; ++i) cluster.Timer1000ms_Tick();
+  EXPECT_FALSE(cluster.Recalibrating());
+}
+
+TEST_F(EngineClusterTest, ARecalibrationThatTheLineDidNotTakeIsNotLost) {
+  Start();
+  cluster.Recalibrate();
+  port.RefuseWrites = true;
+  Tick();
+  port.RefuseWrites = false;
+  EXPECT_EQ(Tick()[1], 'A');
+  EXPECT_EQ(Tick()[1], 'F');
+}
+
+TEST_F(EngineClusterTest, OfTheOneShotByteOnlyTheBacklightStays) {
+  model.EngineCluster[8].Value2 = 1;
+  model.EngineCluster[8].Value3 = 0x40;
+  Start();
+  cluster.ResetCluster();
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 0x40}, {39, 3}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 0x40}, {39, 1}, {40, 0xAA}}));
+}
+
+TEST_F(EngineClusterTest, VersionOfTheReply) {
+  Start();
+  port.Arrive(Reply());
+  EXPECT_EQ(cluster.ECReplyReceived, 1);
+  EXPECT_EQ(port.CountOf("discard output"), 2u) << "once on opening, once now";
+  Tick();
+  EXPECT_EQ(cluster.boxUnitReply(), "Version: 2.7");
+
+  cluster.ECReplyReceived = 0;
+  auto bad = Reply('3', '0');
+  bad[0] = 0xFE;
+  port.Arrive(bad);
+  EXPECT_EQ(cluster.ECReplyReceived, 0);
+  for (const std::size_t length : {1u, 7u, 8u, 15u}) {
+    EXPECT_EQ(ReadECVersion(ByteView(Reply()).first(length)).has_value(), length >= 8) << length;
+  }
+}
+
+TEST_F(EngineClusterTest, AnAnswerThatIsHalfInIsNotThrownAway_ARemnantIs) {
+  Start();
+  const auto reply = Reply();
+  port.Arrive(ByteView(reply).first(5));
+  Tick();
+  port.Arrive(ByteView(reply).subspan(5, 5));
+  Tick();
+  port.Arrive(ByteView(reply).subspan(10));
+  EXPECT_EQ(cluster.ECReplyReceived, 1);
+
+  port.Arrive(ByteView(reply).first(5));
+  Tick();
+  EXPECT_EQ(port.Waiting(), 5u);
+  Tick();
+  EXPECT_EQ(port.Waiting(), 0u) << "nothing more came of it";
+  port.Arrive(ByteView(reply).first(5));
+  port.Raise(SerialEvent::Framing);
+  EXPECT_EQ(port.Waiting(), 0u);
+}
+
+TEST_F(EngineClusterTest, HaltedSendsNothing) {
+  Start();
+  cluster.cmdStop_Click();
+  EXPECT_EQ(Tick(), Bytes{});
+}
+
+TEST_F(EngineClusterTest, WithoutItsPortSaysSo) {
+  port.OpenResult = SerialState::NotFound;
+  Start();
+  EXPECT_EQ(boxes.shown, (std::vector<std::string>{"Comm Port for Engine Cluster not found"}));
+  EXPECT_TRUE(process.enabled) << "it goes on when the adapter is plugged in";
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,121 @@
+// An IO module over fakes, with a simulator whose values a test sets.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "hwbus/iomodule/IOModule.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeKeyInjector.h"
+#include "tests/fakes/FakeSerialPort.h"
+#include "tests/fakes/FakeUdpSocket.h"
+#include "tests/fakes/SentCommands.h"
+#include "tests/fakes/SimData.h"
+
+namespace tvx {
+
+struct IOModuleRig {
+  ConfigModel model;
+  FakeMessageBoxes boxes;
+  FakeEventLoop loop;
+  FakeClock clock;
+  FakeUdpSocket socket;
+  FakeKeyInjector injector;
+  std::array<FakeSerialPort, kHardwareGroups> ports;
+  FakeTimer process, write, seconds;
+  SimCom sim{model, socket, boxes, clock};
+  Serial serial{model, PointersTo(ports), boxes, loop};
+  Keystrokes keystrokes{injector, boxes, [] { return true; }};
+  const IOModuleParameters parameters;
+  IOModule module;
+
+  explicit IOModuleRig(const IOModuleParameters& p)
+      : parameters(p), module(model, sim, serial, keystrokes, boxes, loop, p, {process, write, seconds}) {
+    model.General.ComPortIOM1 = 6;
+    model.General.ComPortIOM2 = 8;
+    for (int number = 60; number < 64; ++number) {
+      FunctionRecord& f = DefineFunction(model, number, DataType::Float, number);
+      f.FullName = "#1:sim/a\r\n#2:sim/b\r\n";
+      f.boxMaximumValue = 100;
+    }
+  }
+  FakeSerialPort& Port() { return ports[static_cast<std::size_t>(parameters.Group)]; }
+
+  IOModuleRecord& Define(IOModuleKind kind, int index, int function) {
+    IOModuleRecord& d = model.IOModuleInputs[model.IOModuleInputs.size() - 1];
+    d.Input = IOModuleInputNumber({parameters.Number, kind, index});
+    d.FunctionNr = static_cast<std::int16_t>(function);
+    d.ActionKind = 'v';
+    d.RawMaximum = 4000;
+    model.IOModuleInputs.emplace_back();
+    return model.IOModuleInputs[model.IOModuleInputs.size() - 2];
+  }
+  void Start() {
+    sim.OpenUDP();
+    module.OpenPorts();
+    module.cmdRun_Click();
+    socket.Sent.clear();
+    Port().Writes.clear();
+  }
+  // The value number 0 of the Function's group arrives.
+  void Set(int function, float value) { socket.Deliver(DataDatagram({{function, value}})); }
+  static std::array<Byte, kReplySize> Frame(std::array<Byte, 6> groups,
+                                            std::array<int, kIOModuleAnalogues> analogue = {}) {
+    std::array<Byte, kReplySize> frame{};
+    frame[1] = 10;
+    frame[2] = 10;
+    std::copy(groups.begin(), groups.end(), frame.begin() + 5);
+    for (std::size_t j = 0; j < analogue.size(); ++j) {
+      const int high = analogue[j] >> 8;
+      frame[12 + j / 2] |= static_cast<Byte>(j % 2 == 0 ? high << 4 : high);
+      frame[16 + j] = static_cast<Byte>(analogue[j] & 0xFF);
+    }
+    frame[24] = 0xFF;
+    return frame;
+  }
+  void Report(std::array<Byte, 6> groups, std::array<int, kIOModuleAnalogues> analogue = {}) {
+    Port().Arrive(Frame(groups, analogue));
+  }
+  // What was written to the simulator since the last call: group and value of each DATA packet, or the text
+  // of another one.
+  std::vector<std::string> Sent() {
+    std::vector<std::string> all;
+    for (const std::string& bytes : socket.TakeSent()) {
+      if (bytes.size() != kDataSize || bytes.substr(0, 4) != "DATA") {
+        all.push_back(bytes);
+        continue;
+      }
+      all.push_back(std::to_string(static_cast<Byte>(bytes[5])) + "=" +
+                    std::to_string(FloatAt(bytes, 9)).substr(0, 5));
+    }
+    return all;
+  }
+  // A report, and what it made the program write.
+  std::vector<std::string> SentAfter(std::array<Byte, 6> groups,
+                                     std::array<int, kIOModuleAnalogues> analogue = {}) {
+    Report(groups, analogue);
+    return Sent();
+  }
+  // A tick, and what the module was sent.
+  std::vector<std::pair<int, int>> Tick() {
+    module.ProcessTimer_Tick();
+    return TakeCommands();
+  }
+  // What the module was sent: command and value of each frame.
+  std::vector<std::pair<int, int>> TakeCommands() {
+    std::vector<std::pair<int, int>> all;
+    for (const auto& bytes : Port().Writes) {
+      for (const SentCommand& sent : CommandsOf(bytes)) {
+        EXPECT_EQ(sent.gauge, 10);
+        all.emplace_back(sent.command, sent.value);
+      }
+    }
+    Port().Writes.clear();
+    return all;
+  }
+};
+
+}  // namespace tvx

@@ -1,0 +1,175 @@
+#include <gtest/gtest.h>
+
+#include "base/Rounding.h"
+#include "hwbus/iomodule/IOModule.h"
+#include "tests/hwbus/iomodule/IOModuleRig.h"
+
+namespace tvx {
+namespace {
+
+using Groups = std::array<Byte, 6>;
+using Texts = std::vector<std::string>;
+using Commands = std::vector<std::pair<int, int>>;
+
+// Both modules, one class.
+struct IOModuleTest : testing::TestWithParam<int>, IOModuleRig {
+  IOModuleTest() : IOModuleRig(GetParam() == 1 ? kIOModule1Parameters : kIOModule2Parameters) {}
+};
+INSTANTIATE_TEST_SUITE_P(Both, IOModuleTest, testing::Values(1, 2));
+
+TEST_P(IOModuleTest, FirstSwitchIsTheTopBitOfGroupAAndTheLastTheLowBitOfF) {
+  Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
+  Define(IOModuleKind::Switch, 47, 61).OffOnValue = 50;
+  Start();
+  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{"60=40.00"});
+  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0x01}), Texts{"61=50.00"});
+  EXPECT_EQ(SentAfter(Groups{0, 0, 0, 0, 0, 0x01}), Texts{"60=0.000"});
+}
+
+TEST_P(IOModuleTest, DeadBandIsTheLargestChangeThatIsIgnored) {
+  Define(IOModuleKind::Analogue, 0, 60).DeadBand = 8;
+  Start();
+  EXPECT_EQ(SentAfter({}, {8}), Texts{});
+  EXPECT_EQ(SentAfter({}, {17}), Texts{"60=0.425"});
+  // An axis that creeps never leaves the dead band: each place is remembered.
+  for (int raw = 18; raw < 200; raw += 8) Report({}, {raw});
+  EXPECT_EQ(Sent(), Texts{});
+}
+
+TEST_P(IOModuleTest, EncoderStepsFromTheValueOfTheSimulator) {
+  for (const int index : {8, 9}) {
+    IOModuleRecord& d = Define(IOModuleKind::Switch, index, 60);
+    d.SwitchType = static_cast<std::int16_t>(index - 7);
+    d.IncrementFlags = kIOModuleStepOffOn;
+    d.OffOnValue = index == 8 ? 5.0f : -5.0f;
+  }
+  Start();
+  Set(60, 50);
+  Report(Groups{0, 0x80, 0, 0, 0, 0});
+  EXPECT_EQ(SentAfter(Groups{}), Texts{"60=55.00"});
+}
+
+TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {
+  Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
+  Start();
+  module.cmdStop_Click();
+  int seen = 0;
+  module.SetReportObserver([&](const IOModuleReport& report) { seen += report.On(0) ? 1 : 0; });
+  Report(Groups{0x80, 0, 0, 0, 0, 0});
+  EXPECT_EQ(module.ReplyReceived, 1);
+  EXPECT_EQ(seen, 1);
+  EXPECT_EQ(Sent(), Texts{});
+  module.cmdRun_Click();
+  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{"60=40.00"})
+      << "the switch stands differently than when it was last acted upon";
+}
+
+TEST_P(IOModuleTest, ADefinitionOfTheOtherModuleIsNotOurs) {
+  IOModuleRecord& d = Define(IOModuleKind::Switch, 0, 60);
+  d.Input = static_cast<std::int16_t>((3 - parameters.Number) * 1000);
+  d.ActionKind = 'c';
+  d.OffOnValue = 1;
+  Start();
+  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{});
+}
+
+TEST_P(IOModuleTest, PortsAreOpenedUnderTheModulesCode) {
+  Define(IOModuleKind::Switch, 0, 60);
+  Define(IOModuleKind::Lamp, 0, 61);
+  Start();
+  ASSERT_EQ(sim.PortCount(), 2);
+  EXPECT_EQ(sim.PortAt(0).OpenedBy, parameters.Number * 1000);
+  EXPECT_EQ(sim.PortAt(0).ReadEnabled, 0) << "an absolute switch only writes";
+  EXPECT_EQ(sim.PortAt(1).ReadEnabled, 1);
+}
+
+TEST_P(IOModuleTest, BadInputIsDiscarded) {
+  Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
+  Start();
+  auto frame = Frame(Groups{0x80, 0, 0, 0, 0, 0});
+  for (const std::size_t end : {0u, 24u}) {
+    auto bad = frame;
+    bad[end] ^= 1;
+    const std::size_t before = Port().CountOf("discard input");
+    Port().Arrive(bad);
+    EXPECT_EQ(Port().CountOf("discard input"), before + 1);
+  }
+  Port().Arrive(ByteView(frame).first(10));
+  Port().Raise(SerialEvent::Break);
+  EXPECT_EQ(Port().Waiting(), 0u);
+  EXPECT_EQ(Sent(), Texts{});
+  // A report in two halves is whole in the end: nothing was thrown away between.
+  Port().Arrive(ByteView(frame).first(10));
+  Port().Arrive(ByteView(frame).subspan(10));
+  EXPECT_EQ(Sent(), Texts{"60=40.00"});
+}
+
+TEST_P(IOModuleTest, LampsFollowAndOnlyChangesAreSent) {
+  Define(IOModuleKind::Lamp, 0, 60).IncrementFlags = kIOModuleLitAtMaximum;
+  Define(IOModuleKind::Lamp, 31, 61).IncrementFlags = kIOModuleLitAtMinimum;
+  module.SetLighting(0xB7);
+  Start();
+  Set(60, 1);
+  Set(61, 1);
+  EXPECT_EQ(Tick(), (Commands{{7, 0}, {4, 0}, {5, 0}, {6, 11}, {8, 0xB7}}))
+      << "the first tick tells everything";
+  EXPECT_EQ(Tick(), Commands{});
+  Set(60, 100);
+  EXPECT_EQ(Tick(), (Commands{{4, 1}}));
+  Set(61, 0);
+  module.SetLighting(0x27);
+  EXPECT_EQ(Tick(), (Commands{{5, 0x8000}, {6, 2}, {8, 0x27}}));
+  EXPECT_EQ(module.Lamps(), 0x80000001u);
+}
+
+TEST_P(IOModuleTest, WhatTheLineDidNotTakeIsSentAgain) {
+  Start();
+  Tick();
+  module.SetLighting(0x30);
+  Port().RefuseWrites = true;
+  module.ProcessTimer_Tick();
+  Port().RefuseWrites = false;
+  EXPECT_EQ(Tick(), (Commands{{4, 0}, {5, 0}, {6, 3}, {8, 0x30}}));
+}
+
+TEST_P(IOModuleTest, AModuleThatComesBackIsToldEverything) {
+  Start();
+  Report(Groups{});
+  Tick();
+  for (int i = 0; i < IOModule::kSilentSeconds; ++i) module.TimerSeconds_Tick();
+  EXPECT_EQ(module.StatusText(), "Running; the module does not answer");
+  Tick();
+  Report(Groups{});
+  EXPECT_EQ(Tick(), (Commands{{4, 0}, {5, 0}, {6, 0}, {8, 0}}));
+}
+
+TEST_P(IOModuleTest, CommandsHaveASlotOfTheirOwn) {
+  serial.OpenComPorts();
+  serial.WriteGaugeCommand(parameters.Number * 1000, 11, 300);
+  EXPECT_EQ(TakeCommands(), Commands{});
+  module.WriteCmdDuringConfig_Tick();
+  EXPECT_EQ(TakeCommands(), (Commands{{11, 300}}));
+  module.WriteCmdDuringConfig_Tick();
+  EXPECT_EQ(TakeCommands(), Commands{});
+
+  // A second one waits until the first has gone.
+  module.ComposeCmd(0, 11, 1);
+  loop.onYield = [this] { module.WriteCmdDuringConfig_Tick(); };
+  module.ComposeCmd(0, 11, 2);
+  EXPECT_EQ(TakeCommands(), (Commands{{11, 1}}));
+  EXPECT_THROW(module.ComposeCmd(0, 11, 65536), RangeError);
+  module.cmdRun_Click();
+  EXPECT_EQ(Tick().front(), (std::pair{11, 2}));
+  EXPECT_TRUE(ports[0].Writes.empty()) << "nothing of it goes to the gauge bus";
+}
+
+TEST_P(IOModuleTest, APortThatCannotBeOpenedIsToldWithTheModulesNumber) {
+  Port().OpenResult = SerialState::NotFound;
+  module.cmdRun_Click();
+  EXPECT_EQ(boxes.shown, Texts{"Error opening Com Port for IO Module #" + std::to_string(GetParam()) + "."});
+  EXPECT_TRUE(process.enabled);
+  EXPECT_NE(module.StatusText().find("Running; COM "), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tvx

@@ -1,0 +1,180 @@
+#include <set>
+
+#include "instruments/InstrumentPresenter.h"
+#include "instruments/Registry.h"
+#include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
+
+namespace tvx {
+namespace {
+
+class InstrumentControlTest : public HaltedBusTest {
+ protected:
+  InstrumentControlTest() {
+    model.Gauges[7] = {.GaugeType = 101, .GaugeFunction2 = 8, .GaugeSetting5 = 0x80, .GaugeSetting6 = 3};
+    model.Plates.resize(300);
+    loop.onYield = [this] {
+      serial.TickTransmit();
+      serial.TickReplyCountdown();
+      if (answers && !Bus().Writes.empty()) {
+        const int sentTo = Bus().Writes.back()[1];
+        const bool other = sentTo != answersAt && othersLeft-- > 0;
+        reply = Reply(other ? otherID : sentTo, 101, 2);
+        serial.ReplyReceived = 1;
+      }
+    };
+  }
+  ByteView LastReply() const { return reply; }
+
+  bool answers = true;
+  int answersAt = 7, otherID = 9, othersLeft = 1000;
+  std::array<Byte, kReplySize> reply{};
+  InstrumentPresenter control{model, serial, boxes, [this] { return LastReply(); }};
+};
+
+TEST_F(InstrumentControlTest, RefusesWhatTheRecordCannotHold) {
+  control.Open(7);
+  EXPECT_FALSE(control.SetFunction(1, 301) || control.SetFunction(1, -1) || control.SetSequence(1, 5) ||
+               control.SetPlate(1, 256) || control.SetPlate(1, -1) || control.SetModel(256) ||
+               control.SetSetting6(301));
+  EXPECT_FALSE(model.ConfigChanged);
+  EXPECT_TRUE(control.SetFunction(2, 300) && control.SetSequence(2, 4) && control.SetPlate(2, 255) &&
+              control.SetOption(3, 2));
+  const GaugeRecord& gauge = model.Gauges[7];
+  EXPECT_EQ((std::array<int, 6>{gauge.GaugeFunction1, gauge.GaugeFunction2, gauge.GaugeInstance2,
+                                gauge.GaugeSetting3, gauge.GaugeSetting4, gauge.GaugeSetting5}),
+            (std::array<int, 6>{0, 300, 4, 0, 255, 0x82}));
+  EXPECT_TRUE(model.ConfigChanged);
+}
+
+TEST_F(InstrumentControlTest, ReadsTheLiveInstrument) {
+  control.Open(7);
+  EXPECT_TRUE(control.Read());
+  EXPECT_EQ(control.Identity(), "Digital/Analogue Altimeter, model 2, version 20");
+  ASSERT_EQ(control.Readings().size(), 2u);
+  EXPECT_EQ(control.Readings()[0].label, "Pressure setting");
+  EXPECT_EQ(model.GaugeState[7], GaugeConnection::Connected);
+
+  // A reply to something asked before: the gauge is asked again.
+  const std::size_t asked = Bus().Writes.size();
+  answersAt = -1;
+  othersLeft = 1;
+  EXPECT_TRUE(control.Read());
+  EXPECT_EQ(Bus().Writes.size(), asked + 2);
+  EXPECT_TRUE(boxes.shown.empty());
+  answersAt = -1;  // another one speaks up, again and again
+  othersLeft = 9;
+  EXPECT_FALSE(control.Read());
+  EXPECT_EQ(boxes.shown.back(), "Gauge 009 answered instead of 007.");
+  answers = false;
+  boxes.shown.clear();
+  EXPECT_FALSE(control.Read());
+  EXPECT_EQ(boxes.shown, std::vector<std::string>{"Gauge with ID: 7 doesn't respond."});
+  EXPECT_EQ(model.GaugeState[7], GaugeConnection::NotConnected);
+}
+
+TEST_F(InstrumentControlTest, ANewAddressIsCheckedWrittenAndReadBack) {
+  model.Gauges[12].GaugeType = 1;
+  model.GaugeState[13] = GaugeConnection::Connected;
+  control.Open(7);
+  const struct {
+    const char *text, *message;
+  } rows[] = {
+      {"256", "A GaugeID is a whole number from 0 to 255."},
+      {"7", "This is the gauge's GaugeID."},
+      {"12", "GaugeID 012 is used by another gauge."},
+      {"13", "GaugeID 013 is used by another gauge."},
+      {"20", "Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge"}};
+  for (const auto& row : rows) {
+    EXPECT_FALSE(control.WriteNewGaugeID(row.text));
+    EXPECT_EQ(boxes.shown.back(), row.message);
+  }
+  serial.TickTransmit();
+  EXPECT_TRUE(Bus().Writes.empty());
+  model.GaugeState[7] = GaugeConnection::Connected;
+  answersAt = 20;
+  EXPECT_TRUE(control.WriteNewGaugeID("20"));
+  EXPECT_EQ(Bus().Writes.front(), (std::vector<Byte>{0, 7, 0x2C, 20, 0xAA, 0xFF, 0x20}));
+  EXPECT_EQ(model.Gauges[7].GaugeType, 0);
+  EXPECT_EQ(model.Gauges[20].GaugeType, 101);
+  EXPECT_EQ(model.Gauges[20].GaugeSetting6, 3);
+  EXPECT_EQ(control.GaugeID(), 20);
+  EXPECT_EQ(model.GaugeState[20], GaugeConnection::Connected);
+
+  // A gauge that does not answer at its new address: its settings stay, unless the user knows better.
+  answers = false;
+  boxes.answers = {kAnswerNo, kAnswerYes};
+  EXPECT_FALSE(control.WriteNewGaugeID("21"));
+  EXPECT_EQ(boxes.asked.size(), 1u);
+  EXPECT_EQ(control.GaugeID(), 20);
+  EXPECT_EQ(model.Gauges[20].GaugeType, 101);
+  EXPECT_EQ(model.Gauges[21].GaugeType, 0);
+  model.GaugeState[20] = GaugeConnection::Connected;
+  EXPECT_FALSE(control.WriteNewGaugeID("21"));
+  EXPECT_EQ(control.GaugeID(), 21);
+  EXPECT_EQ(model.Gauges[20].GaugeType, 0);
+  EXPECT_EQ(model.Gauges[21].GaugeType, 101);
+  EXPECT_EQ(model.GaugeState[21], GaugeConnection::Unknown);
+}
+
+TEST_F(InstrumentControlTest, RemovalAsksAndTrialsStayInTheirRange) {
+  control.Open(7);
+  const TrialField altitude{"Altitude", 4, -100, 5000, "ft"};
+  EXPECT_FALSE(control.Try(altitude, 5001));
+  EXPECT_TRUE(control.Try(altitude, -100));
+  EXPECT_EQ(serial.TransmitBuffer[2] >> 4, 4);
+  serial.CloseComPorts();
+  EXPECT_FALSE(control.Try(altitude, 0));
+  EXPECT_EQ(boxes.shown.back(), "COM 5 closed");
+  boxes.answers = {kAnswerNo, kAnswerYes};
+  EXPECT_FALSE(control.Remove());
+  EXPECT_EQ(model.Gauges[7].GaugeType, 101);
+  EXPECT_TRUE(control.Remove());
+  EXPECT_EQ(model.Gauges[7].GaugeType, 0);
+}
+
+// What a dialog is built from must fit the record and the frames.
+TEST(Descriptions, FitRecordAndFrames) {
+  ConfigModel model;
+  FillNameTables(model);
+  for (int code = 1; code < 256; ++code) {
+    const Instrument* kind = InstrumentOf(code);
+    if (kind == nullptr) continue;
+    const InstrumentDescription d = kind->Describe(code);
+    EXPECT_LE(d.plates.size(), 2u) << code;
+    EXPECT_TRUE(d.plates.size() < 1 || !d.function1.label.empty()) << code;
+    EXPECT_TRUE(d.plates.size() < 2 || code == 8 || !d.function2.label.empty()) << code;
+    int used = kOptionUnlit;
+    for (const OptionField& option : d.options) {
+      EXPECT_EQ(used & option.mask, 0) << code << ' ' << option.label;
+      used |= option.mask;
+      for (const OptionChoice& choice : option.choices) EXPECT_EQ(choice.value & ~option.mask, 0) << code;
+    }
+    for (const TrialField& trial : d.trials) {
+      EXPECT_LT(trial.lowest, trial.highest) << code << ' ' << trial.label;
+      EXPECT_TRUE(BuildGaugeFrame(1, trial.command, trial.lowest).has_value()) << code;
+      EXPECT_TRUE(BuildGaugeFrame(1, trial.command, trial.highest).has_value()) << code;
+      EXPECT_TRUE(trial.command != kCommandReportState && trial.command != kCommandLighting) << code;
+    }
+    std::array<Byte, kReplySize> anything{};
+    anything.fill(0xFF);
+    for (const ReadingField& reading : d.readings) EXPECT_FALSE(reading.text(anything).empty()) << code;
+  }
+}
+
+TEST(Descriptions, CalibrationKnowsEveryNeedleWithAPlate) {
+  ConfigModel model;
+  FillNameTables(model);
+  const int types[] = {1, 2, 3, 8, 101, 77};
+  for (std::size_t i = 0; i < 6; ++i) model.Gauges[i + 1].GaugeType = static_cast<Byte>(types[i]);
+  std::vector<std::array<int, 3>> found;
+  for (const CalibrationTarget& t : CalibrationTargets(model))
+    found.push_back({t.gaugeID, t.needle, t.command});
+  EXPECT_EQ(found, (std::vector<std::array<int, 3>>{
+                       {1, 1, 5}, {2, 1, 5}, {3, 1, 5}, {3, 2, 6}, {4, 1, 4}, {4, 2, 5}}));
+  model.General.ComPortEC = 6;
+  EXPECT_EQ(CalibrationTargets(model).size(), 14u);
+  EXPECT_TRUE(CalibrationTargets(model).back().IsEngineCluster());
+}
+
+}  // namespace
+}  // namespace tvx

@@ -22,8 +22,16 @@ function(tvx_qt_module name folder)
   endif()
 endfunction()
 
+# One precompiled header, built once, for every target that uses Qt.
+file(WRITE ${CMAKE_BINARY_DIR}/QtHeaders.cpp "// Carries the precompiled header.\n")
+function(tvx_qt_headers)
+  add_library(tvx_qt_headers STATIC ${CMAKE_BINARY_DIR}/QtHeaders.cpp)
+  target_link_libraries(tvx_qt_headers PRIVATE tvx_flags Qt6::Widgets Qt6::Network)
+  target_precompile_headers(tvx_qt_headers PRIVATE ${CMAKE_SOURCE_DIR}/cmake/QtHeaders.h)
+endfunction()
+
 # What every target that uses Qt needs: its meta-object compiler and the precompiled header.
 function(tvx_use_qt target)
   set_target_properties(${target} PROPERTIES AUTOMOC ON AUTORCC ON)
-  target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/QtHeaders.h)
+  target_precompile_headers(${target} REUSE_FROM tvx_qt_headers)
 endfunction()

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QUrl>
 #include <ctime>
@@ -19,11 +20,9 @@ constexpr int kCountdownTickMs = 50;
 constexpr int kSecondMs = 1000;
 constexpr int kTransmitTickMs = 20;
 
-// Where the documentation is, seen from the program: beside it, installed with it, or in the sources that it
-// was built from; otherwise on the web.
-constexpr const char* kReadmePlaces[] = {"README.md", "../share/doc/torvex-control/manual.md",
-                                         "../share/doc/torvex-control/README.md", "../../docs/manual.md"};
-constexpr const char* kWebPage = "https://example.org/torvex-control";
+// The manual as it was installed with the program, or in the sources that it was built from.
+constexpr const char* kManualPlaces[] = {"../share/doc/torvex-control/manual.md", "../../docs/manual.md",
+                                         "manual.md"};
 
 std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> MakePorts() {
   std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> ports;
@@ -224,13 +223,14 @@ void Program::ShowPorts() {
 
 void Program::OpenWebPage() {
   const QString folder = QCoreApplication::applicationDirPath() + '/';
-  for (const char* place : kReadmePlaces) {
-    const QFileInfo readme(folder + QString::fromLatin1(place));
-    if (!readme.isFile()) continue;
-    QDesktopServices::openUrl(QUrl::fromLocalFile(readme.canonicalFilePath()));
+  for (const char* place : kManualPlaces) {
+    const QFileInfo manual(folder + QString::fromLatin1(place));
+    if (!manual.isFile()) continue;
+    QDesktopServices::openUrl(QUrl::fromLocalFile(manual.canonicalFilePath()));
     return;
   }
-  QDesktopServices::openUrl(QUrl(QString::fromLatin1(kWebPage)));
+  const QFileInfo expected(folder + QString::fromLatin1(kManualPlaces[0]));
+  boxes_.Show("The manual was not found: " + QDir::cleanPath(expected.absoluteFilePath()).toStdString());
 }
 
 void Program::EndProgram() {

@@ -1,5 +1,5 @@
-// The records of the configuration. Each lists its fields once, in the order of the configuration file;
-// reader, writer and dump walk that list (`Fields`). A field's C++ type is its type in the file: std::string
+// The records of the configuration. Each names its fields in the order of the configuration file (`Fields`);
+// reader, writer and dump walk that list. A field's C++ type is its type in the file: std::string
 // text, Byte 0..255, std::int16_t integer, float single, double double.
 #pragma once
 

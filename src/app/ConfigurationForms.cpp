@@ -4,7 +4,7 @@
 #include <system_error>
 
 #include "hwbus/SerialWords.h"
-#include "instruments/Description.h"
+#include "instruments/setup/CalibrationTargets.h"
 #include "platform/linux/ComPortMap.h"
 
 namespace tvx {

@@ -15,8 +15,8 @@
 #include "hwbus/gaugebus/GaugeSearch.h"
 #include "hwbus/gaugebus/LiveNeedle.h"
 #include "hwbus/gaugebus/forms/TestGaugesForm.h"
-#include "instruments/InstrumentPresenter.h"
-#include "instruments/forms/InstrumentForm.h"
+#include "instruments/setup/InstrumentPresenter.h"
+#include "instruments/setup/forms/InstrumentForm.h"
 
 namespace tvx {
 

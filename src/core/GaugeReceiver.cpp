@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "instruments/Registry.h"
+#include "instruments/kinds/Registry.h"
 
 namespace tvx {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <exception>
 
-#include "instruments/Registry.h"
+#include "instruments/kinds/Registry.h"
 
 namespace tvx {
 namespace {

@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "config/plates/PlatePresenter.h"
 #include "hwbus/GaugeFrame.h"
 
 namespace tvx {
@@ -58,9 +57,5 @@ struct InstrumentDescription {
   std::vector<TrialField> trials{};
   std::vector<ReadingField> readings{};
 };
-
-// Every needle on the gauge bus that has a Plate, and the channels of the engine cluster where it is
-// configured.
-std::vector<CalibrationTarget> CalibrationTargets(const ConfigModel& model);
 
 }  // namespace tvx

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "base/Rounding.h"
-#include "instruments/Kinds.h"
 
 namespace tvx {
 namespace {

@@ -18,6 +18,9 @@ namespace tvx {
 
 class Instrument;
 
+// Largest magnitude that a command frame carries.
+inline constexpr std::int32_t kLargestValue = 65535;
+
 // An installed gauge while the status form lives. Made at activation; nothing in it allocates afterwards.
 struct ActiveGauge {
   static constexpr std::size_t kSlots = 24;

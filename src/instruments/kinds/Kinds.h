@@ -9,9 +9,6 @@
 
 namespace tvx {
 
-// Largest magnitude that a command frame carries.
-inline constexpr std::int32_t kLargestValue = 65535;
-
 const Instrument& NeedleGaugeKind();             // 1..6
 const Instrument& ClusterGaugeKind();            // 8
 const Instrument& IOModuleGaugeKind();           // 10

@@ -1,7 +1,7 @@
 // Cessna engine cluster on the gauge bus, Gaugetype 8: four housings of two needles each, the gauge's mode
 // telling which of the eight engine values this housing shows.
 #include "config/plates/PlateLookup.h"
-#include "instruments/Kinds.h"
+#include "instruments/kinds/Kinds.h"
 
 namespace tvx {
 namespace {

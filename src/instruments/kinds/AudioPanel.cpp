@@ -1,7 +1,7 @@
 // Audio panel, Gaugetype 125: the marker beacon lamps, and the selector buttons.
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

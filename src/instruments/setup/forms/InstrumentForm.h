@@ -8,7 +8,7 @@
 #include <functional>
 #include <vector>
 
-#include "instruments/InstrumentPresenter.h"
+#include "instruments/setup/InstrumentPresenter.h"
 #include "ui/Form.h"
 #include "ui/SearchCombo.h"
 #include "ui/Widgets.h"

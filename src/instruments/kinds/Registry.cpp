@@ -1,6 +1,6 @@
-#include "instruments/Registry.h"
+#include "instruments/kinds/Registry.h"
 
-#include "instruments/Kinds.h"
+#include "instruments/kinds/Kinds.h"
 
 namespace tvx {
 namespace {

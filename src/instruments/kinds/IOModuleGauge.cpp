@@ -2,8 +2,8 @@
 // time.
 #include <cstdlib>
 
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
 
 namespace tvx {
 namespace {

@@ -1,5 +1,5 @@
 // Attitude indicator, Gaugetype 103: pitch and bank of the program's own flight values.
-#include "instruments/Kinds.h"
+#include "instruments/kinds/Kinds.h"
 
 namespace tvx {
 namespace {

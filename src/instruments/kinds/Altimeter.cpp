@@ -2,9 +2,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

@@ -1,7 +1,8 @@
 #include <set>
 
-#include "instruments/InstrumentPresenter.h"
-#include "instruments/Registry.h"
+#include "instruments/kinds/Registry.h"
+#include "instruments/setup/CalibrationTargets.h"
+#include "instruments/setup/InstrumentPresenter.h"
 #include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
 
 namespace tvx {

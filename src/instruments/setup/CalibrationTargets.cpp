@@ -1,8 +1,8 @@
-#include "instruments/Description.h"
+#include "instruments/setup/CalibrationTargets.h"
 
 #include "base/NumberFormat.h"
 #include "config/setup/GaugeList.h"
-#include "instruments/Registry.h"
+#include "instruments/kinds/Registry.h"
 
 namespace tvx {
 namespace {

@@ -1,9 +1,9 @@
 // Motorized trim wheel, Gaugetype 140: follows the simulator's trim, and trims when it is turned by hand.
 #include <cstdlib>
 
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

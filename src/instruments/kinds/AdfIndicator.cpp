@@ -1,7 +1,7 @@
 // ADF indicator, Gaugetype 108: the pointer, the card, and the knob that turns the card.
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

@@ -1,4 +1,4 @@
-#include "instruments/InstrumentPresenter.h"
+#include "instruments/setup/InstrumentPresenter.h"
 
 #include <algorithm>
 
@@ -7,7 +7,7 @@
 #include "config/ValueText.h"
 #include "config/setup/GaugeList.h"
 #include "hwbus/SerialWords.h"
-#include "instruments/Registry.h"
+#include "instruments/kinds/Registry.h"
 
 namespace tvx {
 namespace {

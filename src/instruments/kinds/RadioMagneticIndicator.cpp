@@ -1,6 +1,6 @@
 // Radio magnetic indicator, Gaugetype 130: a compass card, two pointers, and a distance window.
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
 
 namespace tvx {
 namespace {

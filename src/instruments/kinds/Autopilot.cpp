@@ -1,8 +1,8 @@
 // Autopilot panel, Gaugetype 124: status lamps, altitude preselect, vertical speed and trim; eight buttons,
 // two knobs.
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

@@ -1,4 +1,4 @@
-#include "instruments/forms/InstrumentForm.h"
+#include "instruments/setup/forms/InstrumentForm.h"
 
 #include <QCheckBox>
 #include <QIntValidator>

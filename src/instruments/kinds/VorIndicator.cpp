@@ -1,8 +1,8 @@
 // VOR indicators, Gaugetypes 106 (first receiver) and 107 (second): course and glide slope needles, flags,
 // course knob.
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

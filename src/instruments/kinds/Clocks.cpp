@@ -1,7 +1,7 @@
 // Clocks: Gaugetypes 104 (UTC, local time and date) and 109 (outside temperature and voltage as well).
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/NumberFormat.h"
-#include "instruments/ReplyNumbers.h"
+#include "instruments/kinds/ReplyNumbers.h"
 
 namespace tvx {
 

@@ -1,8 +1,8 @@
 // Radio modules, Gaugetypes 110, 111 (COM, NAV or ADF by their options) and 121 (ADF): an active and a
 // standby frequency.
-#include "instruments/Kinds.h"
-#include "instruments/ReplyNumbers.h"
-#include "instruments/ReplyTexts.h"
+#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/ReplyNumbers.h"
+#include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {

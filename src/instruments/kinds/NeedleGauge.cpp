@@ -1,6 +1,6 @@
 // Needle gauges: Gaugetypes 1..6, one or two needles through Plates; type 2 shows digits as well.
 #include "config/plates/PlateLookup.h"
-#include "instruments/Kinds.h"
+#include "instruments/kinds/Kinds.h"
 
 namespace tvx {
 namespace {

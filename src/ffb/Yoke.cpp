@@ -134,7 +134,7 @@ void Yoke::ComposeForces(const ForceCommand& command, double speed) {
   } else {
     const double scale = std::min(std::abs(roll.scale), std::abs(pitch.scale));
     Line.ComposeCmd(YokeCommand::Servo, rollPlace, pitchPlace, SpeedParameter(speed / scale),
-                    FractionParameter(std::max(r.gradient, p.gradient)));
+                    FractionParameter(r.gradient));  // that of both axes
   }
   Line.ComposeCmd(YokeCommand::Bias, SignedParameter(RawForce(r.bias, roll)),
                   SignedParameter(RawForce(p.bias, pitch)), FractionParameter(command.limit),

@@ -118,10 +118,12 @@ TEST(StatusPresenter, GoingToTheConfigurationHaltsAndMakesRoomForANewLife) {
   EXPECT_FALSE(rig.run.Running());
   EXPECT_TRUE(rig.run.EditingConfiguration);
   EXPECT_FALSE(rig.Bus().IsOpen());
+  EXPECT_FALSE(rig.timer1.enabled) << "it would open the ports again";
   EXPECT_EQ(rig.shell.log,
             (Log{"unload configuration", "show start", "show configuration", "unload status"}));
   rig.run.Load();
   EXPECT_FALSE(rig.run.Activated());
+  EXPECT_TRUE(rig.timer1.enabled);
   rig.run.Form_Activate();
   EXPECT_TRUE(rig.Bus().IsOpen());
   EXPECT_EQ(rig.sim.PortCount(), 4);
@@ -157,6 +159,19 @@ TEST(StatusPresenter, ASilentSimulatorIsAskedAgainEveryThreeSeconds) {
   rig.Set(1, 81);
   rig.run.Timer1_Tick();
   EXPECT_FALSE(rig.run.View().Simulator.Trouble);
+}
+
+TEST(StatusPresenter, ALocalPortThatBecomesFreeLaterIsOpened) {
+  ProgramRig rig;  // asks for no values, so that no subscription opens the socket on the way
+  rig.run.Load();
+  rig.run.Form_Activate();
+  rig.socket.SetUpError = "local port 49003 is in use by another program";
+  rig.run.cmdRun_Click();
+  EXPECT_FALSE(rig.sim.UdpOpen());
+  rig.socket.SetUpError.clear();
+  rig.clock.Advance(3000);
+  rig.run.Timer1_Tick();
+  EXPECT_TRUE(rig.sim.UdpOpen());
 }
 
 TEST(StatusPresenter, AnUnpluggedAdapterComesBackByItselfWithEveryValue) {

@@ -132,6 +132,7 @@ TEST(Modes, FollowsTheAutopilotAndGivesTheControlsBackMeanwhile) {
   EXPECT_EQ(rig.Override("joystick_pitch"), 0);
   EXPECT_NEAR(rig.pair.Of(1).Line.RollPosition, 255, 20);
   EXPECT_NEAR(rig.pair.Of(1).Line.PitchPosition, -128, 20);
+  EXPECT_NEAR(rig.hardware[0].force, 0.6 * 0.8, 0.001) << "a pilot can overpower the servo";
   rig.SetValue(1, 0);  // it lets go: no jump from its place
   const double last = 0.5;
   rig.Cycle();
@@ -219,6 +220,18 @@ TEST(Roles, LagAndLateCyclesAreNoGrip) {
   EXPECT_EQ(rig.pair.Master(), 1);
   rig.Run(400);
   EXPECT_EQ(rig.pair.Master(), 2);
+}
+
+TEST(Roles, AYokeThatIsSwitchedOffStaysOffAtAHandOver) {
+  YokeRig rig(2);
+  rig.Start(2000);
+  rig.pair.SelectMode(1, YokeMode::Off);
+  rig.Run(400);
+  rig.pair.HandOver(2);
+  rig.Run(1000);
+  EXPECT_EQ(rig.pair.RoleText(1), "Slave, OFF mode");
+  EXPECT_EQ(rig.pair.RoleText(2), "Master, FFB Mode");
+  EXPECT_TRUE(rig.hardware[0].released);
 }
 
 TEST(Roles, TheOtherYokeTakesOverFromOneThatIsGone) {

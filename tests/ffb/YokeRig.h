@@ -83,6 +83,7 @@ struct FakeYoke {
       centre = {counts(p[0]), counts(p[1])};
       gradient = {p[2] / 2048.0, p[3] / 2048.0};
       servoSpeed_ = p[2] * 16 / 50.0;
+      force = p[3] / 16383.0;
     } else if (command == 2) {
       limit = p[2] / 16383.0;
       holdMs = p[3];

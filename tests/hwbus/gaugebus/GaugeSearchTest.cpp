@@ -57,6 +57,10 @@ TEST_F(GaugeSearchTest, AsksEveryAddressAndTakesNewGaugesIn) {
   EXPECT_EQ(model.GaugeState[17], GaugeConnection::NotConnected);
   EXPECT_EQ(search.Summary(), "Search done: 3 gauges found; configured, but silent: 017.");
   EXPECT_TRUE(search.Remarks().empty());
+
+  model.ConfigChanged = false;
+  RunToEnd();
+  EXPECT_FALSE(model.ConfigChanged) << "the same gauges again";
 }
 
 TEST_F(GaugeSearchTest, NamesWhatIsWrong) {

@@ -21,6 +21,7 @@ packages_for() {
     fuzz) echo clang libclang-rt-14-dev ;;
     bench) echo libbenchmark-dev ;;
     tidy) echo clang clang-tidy ;;
+    mutate) echo python3 ;;
     package) echo dpkg-dev file ;;
     *) fail "packages_for: no purpose named '$1'" ;;
   esac

@@ -1,0 +1,348 @@
+"""Puts small faults into the logic, one at a time, and says which of them the tests notice. scripts/mutate calls it."""
+
+import argparse
+import contextlib
+import dataclasses
+import difflib
+import json
+import os
+import random
+import re
+import resource
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+import faults
+
+ROOT = Path(__file__).resolve().parents[2]
+HERE = ROOT / "build" / "mutate"
+TREE = HERE / "tree"
+BUILD = HERE / "build"
+LAST = HERE / "last.json"
+SURVIVORS = HERE / "survivors.txt"
+QUICK = 2.0  # seconds; longer end-to-end tests come last
+LARGEST_FILE = 64 << 20  # bytes that a faulty test may write to one file
+LARGEST_MEMORY = 8 << 30
+
+
+def say(text=""):
+    print(text, flush=True)
+
+
+# Which faults
+
+
+def is_logic(path):
+    """Whether a source file is logic: neither a window nor what windows stand on."""
+    folders = path.parts[1:-1]
+    return not ("forms" in folders or "qt" in folders or folders[0] in ("app", "ui"))
+
+
+def rooms():
+    """The logic folders of src/, each with its faults and its lines of code."""
+    result = {}
+    for path in sorted(ROOT.glob("src/**/*")):
+        relative = path.relative_to(ROOT)
+        if path.suffix not in (".cpp", ".h") or len(relative.parts) < 3 or not is_logic(relative):
+            continue
+        text = path.read_text()
+        room = result.setdefault("/".join(relative.parts[1:-1]), {"faults": [], "lines": 0})
+        room["faults"] += faults.find(str(relative), text)
+        room["lines"] += sum(1 for line in text.splitlines() if line.strip() and not line.strip().startswith("//"))
+    return result
+
+
+def draw(name, found, seed):
+    """The faults of one room in an order that depends on seed and room alone; at most one for a line."""
+    chance = random.Random(f"{seed}/{name}")
+    left = {kind: [f for f in found if f.kind == kind] for kind in faults.KINDS}
+    taken = set()
+    while any(left.values()):
+        kinds = [kind for kind in faults.KINDS if left[kind]]
+        kind = chance.choices(kinds, [faults.KINDS[k] for k in kinds])[0]
+        fault = left[kind].pop(chance.randrange(len(left[kind])))
+        if (fault.file, fault.line) not in taken:
+            taken.add((fault.file, fault.line))
+            yield fault
+
+
+def shares(sizes, count):
+    """How many of `count` faults each room gets: by its size, and one at least where there are enough."""
+    least = 1 if count >= len(sizes) else 0
+    whole = sum(sizes.values())
+    exact = {name: max(least, count * size / whole) for name, size in sizes.items()}
+    result = {name: int(value) for name, value in exact.items()}
+    by_rest = sorted(exact, key=lambda name: (result[name] - exact[name], name))
+    while sum(result.values()) < count:
+        result[by_rest[0]] += 1
+        by_rest.append(by_rest.pop(0))
+    while sum(result.values()) > count:
+        result[max(result, key=lambda name: (result[name], name))] -= 1
+    return result
+
+
+# The copy of the tree, and its build
+
+
+def copy_tree():
+    """Brings the copy up to date; a file that did not change keeps its time, so that it is not built again."""
+    command = ["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"]
+    listed = subprocess.run(command, cwd=ROOT, capture_output=True, text=True, check=True).stdout
+    wanted = {name for name in listed.split("\0") if name and (ROOT / name).is_file()}
+    for path in TREE.glob("**/*"):
+        if path.is_file() and str(path.relative_to(TREE)) not in wanted:
+            path.unlink()
+    for name in wanted:
+        source, target = ROOT / name, TREE / name
+        if not target.exists() or target.read_bytes() != source.read_bytes():
+            target.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copyfile(source, target)
+            target.chmod(source.stat().st_mode)
+
+
+def configure():
+    """Without optimisation and warnings, which would only take time; a step beyond a container's end stops a test."""
+    subprocess.run(
+        ["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "--log-level=WARNING", "-DCMAKE_BUILD_TYPE=None"]
+        + ["-DCMAKE_CXX_FLAGS=-O0 -w -D_GLIBCXX_ASSERTIONS"],
+        check=True,
+    )
+
+
+def ninja(targets, jobs):
+    done = subprocess.run(["ninja", "-C", BUILD, f"-j{jobs}", *targets], capture_output=True, text=True)
+    return done.returncode == 0, done.stdout + done.stderr
+
+
+def programs():
+    """The test programs, each with the libraries of the project that are linked into it."""
+
+    def asked(*question):
+        command = ["ninja", "-C", BUILD, "-t", *question]
+        return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+    names = re.findall(r"^tests/(\w+_tests): CXX_EXECUTABLE", asked("targets", "all"), re.M)
+    return {n: set(re.findall(r"libtvx_(\w+)\.a$", asked("inputs", f"tests/{n}"), re.M)) for n in names}
+
+
+# Running tests
+
+
+@dataclasses.dataclass
+class Step:
+    """A test program, or some tests of it, with the time that it took without a fault."""
+
+    program: str
+    tests: str = "*"
+    seconds: float = 0.0
+
+    def limit(self):
+        return 15 + 6 * self.seconds
+
+
+def run(step, environment):
+    """Whether the tests pass, and the test that failed or why they ended."""
+    command = [BUILD / "tests" / step.program, "--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={step.tests}"]
+
+    def own_limits():
+        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+        resource.setrlimit(resource.RLIMIT_FSIZE, (LARGEST_FILE, LARGEST_FILE))
+        resource.setrlimit(resource.RLIMIT_AS, (LARGEST_MEMORY, LARGEST_MEMORY))
+
+    with tempfile.TemporaryDirectory(dir=HERE) as folder, open(f"{folder}/output", "w+b") as output:
+        process = subprocess.Popen(
+            command, cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=output, stderr=output,
+            start_new_session=True, preexec_fn=own_limits,
+        )  # fmt: skip
+        try:
+            status = process.wait(step.limit())
+        except subprocess.TimeoutExpired:
+            status = None
+        with contextlib.suppress(ProcessLookupError):  # whatever the tests started ends with them
+            os.killpg(process.pid, signal.SIGKILL)
+        process.wait()
+        output.seek(0)
+        text = output.read().decode(errors="replace")
+    if status == 0:
+        return True, ""
+    failed = re.search(r"^\[  FAILED  \] ([\w./]+)", text, re.M)
+    if failed:
+        return False, failed.group(1)
+    return False, "time limit" if status is None else f"signal {-status}" if status < 0 else f"status {status}"
+
+
+def test_seconds(program, environment):
+    """How long each test of a program takes; the program has to pass."""
+    done = subprocess.run([BUILD / "tests" / program], cwd=HERE, env=environment, capture_output=True, text=True)
+    if done.returncode != 0:
+        sys.exit(f"{program} fails without a fault:\n{done.stdout[-3000:]}{done.stderr[-1000:]}")
+    found = re.findall(r"^\[       OK \] (\S+?)(?:,.*)? \((\d+) ms\)$", done.stdout, re.M)
+    return {name: int(milliseconds) / 1000 for name, milliseconds in found}
+
+
+class Bench:
+    """The copy of the tree, into which one fault after another is put."""
+
+    def __init__(self, jobs):
+        self.jobs = jobs
+        self.environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TVX_SOURCE_DIR=str(TREE))
+        HERE.mkdir(parents=True, exist_ok=True)
+        copy_tree()
+        configure()
+        say("Building the tests without a fault, and running them once ...")
+        self.programs = programs()
+        well, output = ninja([f"tests/{name}" for name in self.programs], jobs)
+        if not well:
+            sys.exit(output[-3000:])
+        self.steps = {}
+        for name in self.programs:
+            times = test_seconds(name, self.environment)
+            self.steps[name] = [Step(name, "*", sum(times.values()))]
+            if name == "e2e_tests":
+                quick = {test for test, seconds in times.items() if seconds < QUICK}
+                parts = [quick, times.keys() - quick]
+                self.steps[name] = [Step(name, ":".join(sorted(p)), sum(times[t] for t in p)) for p in parts if p]
+
+    def order(self, room):
+        """The steps for a fault in a room: its own tests, those of rooms that use it, the end-to-end ones."""
+        library = room.replace("/", "_")
+        own = ("platform" if room.startswith("platform") else library) + "_tests"
+        known = any(library in linked for linked in self.programs.values())
+        users = [name for name, linked in self.programs.items() if not known or library in linked or name == own]
+        users.sort(key=lambda name: (name != own, name == "e2e_tests", sum(s.seconds for s in self.steps[name])))
+        return [step for name in users for step in self.steps[name]]
+
+    def try_fault(self, room, fault):
+        """What noticed the fault; empty where it survived; None where it does not compile."""
+        path = TREE / fault.file
+        text = (ROOT / fault.file).read_text()
+        path.write_text(text[: fault.start] + fault.after + text[fault.end :])
+        try:
+            for step in self.order(room):
+                if not ninja([f"tests/{step.program}"], self.jobs)[0]:
+                    return None
+                passed, why = run(step, self.environment)
+                # A test with real sockets may fail on a busy machine: it must fail twice.
+                if not passed and step.program == "e2e_tests":
+                    passed, why = run(step, self.environment)
+                if not passed:
+                    return f"{step.program}: {why}"
+            return ""
+        finally:
+            path.write_text(text)
+
+
+# What is told
+
+
+def fragment(text):
+    text = " ".join(text.split())
+    return text if len(text) <= 60 else text[:57] + "..."
+
+
+def change(fault):
+    """Before and after, with what stands beside it where that is short."""
+    text = (ROOT / fault.file).read_text()
+    around = 0 if len(fault.before) > 15 else 15
+    left = text[max(text.rfind("\n", 0, fault.start) + 1, fault.start - around) : fault.start]
+    right = text[fault.end : min(text.find("\n", fault.end), fault.end + around)]
+    return f"`{fragment(left + fault.before + right)}` -> `{fragment(left + fault.after + right)}`"
+
+
+def difference(fault):
+    text = (ROOT / fault.file).read_text()
+    faulty = text[: fault.start] + fault.after + text[fault.end :]
+    lines = difflib.unified_diff(text.splitlines(), faulty.splitlines(), fault.file, fault.file, lineterm="", n=2)
+    return "\n".join(lines)
+
+
+def tell(number, count, fault, verdict=None):
+    head = f"[{number:3}/{count}] {fault.file}:{fault.line}  {fault.kind}"
+    end = "" if verdict is None else "  SURVIVED" if verdict == "" else f"  noticed, {verdict}"
+    say(f"{head}  {change(fault)}{end}")
+
+
+def key(fault, text):
+    """What finds a fault again after its file was changed elsewhere."""
+    return [fault.file, text.splitlines()[fault.line - 1].strip(), fault.kind, fault.before, fault.after]
+
+
+def survivors_of_last_time(found):
+    wanted = json.loads(LAST.read_text())["survivors"] if LAST.exists() else []
+    for name, room in found.items():
+        for fault in room["faults"]:
+            if key(fault, (ROOT / fault.file).read_text()) in wanted:
+                yield name, fault
+
+
+def chosen(options, found):
+    """A list of rooms, each with its number of faults and the faults in their order."""
+    if options.again:
+        again = list(survivors_of_last_time(found))
+        names = dict.fromkeys(name for name, _ in again)
+        return [(name, sum(n == name for n, _ in again), [f for n, f in again if n == name]) for name in names]
+    if options.room:
+        if options.room not in found:
+            sys.exit(f"There is no room {options.room}; there are {', '.join(found)}.")
+        found = {options.room: found[options.room]}
+    share = shares({name: room["lines"] for name, room in found.items()}, options.count)
+    return [(name, share[name], list(draw(name, room["faults"], options.seed))) for name, room in found.items()]
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="scripts/mutate", description=__doc__)
+    parser.add_argument("--seed", type=int, default=1, help="another seed chooses other faults (1)")
+    parser.add_argument("--count", type=int, default=200, help="how many faults (200)")
+    parser.add_argument("--room", help="only in this folder of src/, such as simlink/keys")
+    parser.add_argument("--list", action="store_true", help="only list the faults that are chosen")
+    parser.add_argument("--again", action="store_true", help="only those that survived last time")
+    parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="compilers at a time")
+    options = parser.parse_args()
+
+    plan = chosen(options, rooms())
+    count = sum(share for _, share, _ in plan)
+    if options.list:
+        for number, fault in enumerate((f for _, share, order in plan for f in order[:share]), 1):
+            tell(number, count, fault)
+        return
+    bench = Bench(options.jobs)
+    tried, survived, broken, started = 0, [], 0, time.monotonic()
+    try:
+        for name, share, order in plan:
+            well = 0
+            for fault in order:
+                if well == share:
+                    break
+                verdict = bench.try_fault(name, fault)
+                if verdict is None:
+                    broken += 1
+                    continue
+                well, tried = well + 1, tried + 1
+                tell(tried, count, fault, verdict)
+                if verdict == "":
+                    survived.append(fault)
+    except KeyboardInterrupt:
+        say("Stopped.")
+    finish(tried, survived, broken, time.monotonic() - started)
+
+
+def finish(tried, survived, broken, seconds):
+    SURVIVORS.write_text("\n\n".join(map(difference, survived)) + "\n")
+    keys = [key(fault, (ROOT / fault.file).read_text()) for fault in survived]
+    LAST.write_text(json.dumps({"survivors": keys}, indent=1))
+    for fault in survived:
+        say("\n" + difference(fault))
+    if tried:
+        noticed = tried - len(survived)
+        say(f"\n{noticed} of {tried} faults were noticed: {100 * noticed / tried:.1f} %.")
+        say(f"{broken} more did not compile. It took {seconds / 60:.0f} minutes.")
+        say(f"The survivors are in {SURVIVORS.relative_to(ROOT)}.")
+
+
+if __name__ == "__main__":
+    main()

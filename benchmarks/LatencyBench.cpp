@@ -68,9 +68,10 @@ void DatagramToFrame(benchmark::State& state) {
   QtUdpSocket socket;
   SimCom sim(fakes.model, socket, fakes.boxes, fakes.clock);
   LinuxSerialPort line(std::make_unique<QtFdWatcher>());
-  Serial::Ports ports{&line,           &fakes.ports[1], &fakes.ports[2],
-                      &fakes.ports[3], &fakes.ports[4], &fakes.ports[5]};
-  Serial serial(fakes.model, ports, fakes.boxes, fakes.loop);
+  HardwarePorts::Ports ports{&line,           &fakes.ports[1], &fakes.ports[2],
+                             &fakes.ports[3], &fakes.ports[4], &fakes.ports[5]};
+  HardwarePorts hardware(fakes.model, ports);
+  Serial serial(hardware, fakes.boxes, fakes.loop);
   SpecialValues special(sim, fakes.boxes, fakes.clock);
   ProcessCycle cycle(fakes.model, sim, serial, special);
   sim.OpenUDP();

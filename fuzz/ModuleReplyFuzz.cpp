@@ -60,10 +60,10 @@ struct Lines {
   FakeSerialPort modulePort, clusterPort, other;
   FakeTimer timer;
   SimCom sim{model, socket, boxes, clock};
-  Serial serial{model, {&other, &clusterPort, &modulePort, &other, &other, &other}, boxes, loop};
+  HardwarePorts hardware{model, {&other, &clusterPort, &modulePort, &other, &other, &other}};
   Keystrokes keystrokes{keys, boxes, [] { return true; }};
-  IOModule module{model, sim, serial, keystrokes, boxes, loop, kIOModule1Parameters, {timer, timer, timer}};
-  EngineCluster cluster{model, sim, serial, boxes, {timer, timer}};
+  IOModule module{model, sim, hardware, keystrokes, boxes, loop, kIOModule1Parameters, {timer, timer, timer}};
+  EngineCluster cluster{model, sim, hardware, boxes, {timer, timer}};
 };
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "hwbus/SerialWords.h"
 #include "instruments/setup/CalibrationTargets.h"
 #include "platform/linux/ComPortMap.h"
 
@@ -57,7 +56,7 @@ MainConfigureForm::Surroundings ConfigurationForms::MainSurroundings() {
   s.busWords = [this] { return BusWords(); };
   s.tick = [this] { parts_.serial.TickReplyCountdown(); };
   s.startSearch = [this] {
-    parts_.serial.ReopenLostPorts();  // an adapter that was plugged in since
+    parts_.serial.Ports().ReopenLost();  // an adapter that was plugged in since
     search_.Start();
   };
   s.cancelSearch = [this] { search_.Cancel(); };
@@ -138,14 +137,12 @@ std::vector<int> ConfigurationForms::ComNumbersOf(const SerialDevice& device) co
 }
 
 std::string ConfigurationForms::TroubleOf(HardwareGroup group) const {
-  const int number = parts_.serial.ComNumber(group);
-  const SerialPort& port = parts_.serial.PortOf(group);
-  return SerialTrouble(number, port.State()) ? SerialWords(number, port) : std::string();
+  const HardwarePorts& ports = parts_.serial.Ports();
+  return ports.InTrouble(group) ? ports.WordsOf(group) : std::string();
 }
 
 std::string ConfigurationForms::BusWords() const {
-  return SerialWords(parts_.serial.ComNumber(HardwareGroup::GaugeBus),
-                     parts_.serial.PortOf(HardwareGroup::GaugeBus));
+  return parts_.serial.LineWords();
 }
 
 void ConfigurationForms::OpenGauge(int gaugeID) {
@@ -206,7 +203,7 @@ void ConfigurationForms::FileChanged() {
 std::array<int, kHardwareGroups> ConfigurationForms::PortNumbers() const {
   std::array<int, kHardwareGroups> numbers{};
   for (std::size_t group = 0; group < kHardwareGroups; ++group)
-    numbers[group] = parts_.serial.ComNumber(static_cast<HardwareGroup>(group));
+    numbers[group] = parts_.serial.Ports().ComNumber(static_cast<HardwareGroup>(group));
   return numbers;
 }
 

@@ -16,7 +16,7 @@ namespace tvx {
 
 class EngineClusterPeripheral final : public Peripheral {
  public:
-  EngineClusterPeripheral(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes,
+  EngineClusterPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
                           std::function<std::int32_t()> lightingWord);
   ~EngineClusterPeripheral() override;
 

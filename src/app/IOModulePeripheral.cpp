@@ -13,8 +13,11 @@ IOModulePeripheral::IOModulePeripheral(ConfigModel& model, SimCom& sim, Serial& 
       processTimer_(QStringLiteral("IOM%1.ProcessTimer").arg(parameters.Number)),
       writeTimer_(QStringLiteral("IOM%1.WriteCmdDuringConfig").arg(parameters.Number)),
       secondsTimer_(QStringLiteral("IOM%1.TimerSeconds").arg(parameters.Number)),
-      module_(model, sim, serial, keystrokes, boxes, loop, parameters,
+      module_(model, sim, serial.Ports(), keystrokes, boxes, loop, parameters,
               {processTimer_, writeTimer_, secondsTimer_}) {
+  serial_.SetModuleCommand(parameters.Group, [this](int gaugeID, int command, std::int32_t value) {
+    module_.ComposeCmd(gaugeID, command, value);
+  });
   processTimer_.OnTick([this] {
     module_.SetLighting(lightingWord_());
     module_.ProcessTimer_Tick();
@@ -25,6 +28,7 @@ IOModulePeripheral::IOModulePeripheral(ConfigModel& model, SimCom& sim, Serial& 
 
 IOModulePeripheral::~IOModulePeripheral() {
   StopTimers();
+  serial_.SetModuleCommand(module_.Parameters().Group, {});
   module_.SetReportObserver({});
   delete form_;
   delete configuration_;
@@ -65,10 +69,10 @@ void IOModulePeripheral::ShowConfiguration(QWidget* parent) {
           configuration_ = nullptr;
           if (form_) return;  // the module serves a run
           StopTimers();
-          serial_.PortOf(module_.Parameters().Group).Close();
+          serial_.Ports().PortOf(module_.Parameters().Group).Close();
         },
         parent);
-    if (!serial_.PortOf(module_.Parameters().Group).IsOpen()) module_.OpenCommPort();
+    if (!serial_.Ports().PortOf(module_.Parameters().Group).IsOpen()) module_.OpenCommPort();
     writeTimer_.SetEnabled(!module_.Running());
   }
   configuration_->show();

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "core/Peripheral.h"
+#include "hwbus/gaugebus/Serial.h"
 #include "hwbus/iomodule/IOModule.h"
 #include "hwbus/iomodule/forms/ConfigIOMForm.h"
 #include "hwbus/iomodule/forms/IOModuleStatusForm.h"

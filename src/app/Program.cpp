@@ -30,8 +30,8 @@ std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> MakePorts() {
   return ports;
 }
 
-Serial::Ports PortsOf(const std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups>& owned) {
-  Serial::Ports ports{};
+HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups>& owned) {
+  HardwarePorts::Ports ports{};
   for (std::size_t i = 0; i < owned.size(); ++i) ports[i] = owned[i].get();
   return ports;
 }
@@ -56,7 +56,8 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
       file_(model_, boxes_),
       sim_(model_, socket_, boxes_, clock_),
       ports_(MakePorts()),
-      serial_(model_, PortsOf(ports_), boxes_, loop_),
+      hardware_(model_, PortsOf(ports_)),
+      serial_(hardware_, boxes_, loop_),
       ownKeys_(keys == nullptr ? MakeKeyInjector() : nullptr),
       keys_(keys == nullptr ? *ownKeys_ : *keys),
       // A keystroke meant for the simulator must not land in the program's own window.
@@ -67,8 +68,9 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
       ioModule2_(model_, sim_, serial_, keystrokes_, boxes_, loop_, kIOModule2Parameters,
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
-      engineCluster_(model_, sim_, serial_, boxes_, [this] { return run_.Cycle().CockpitLighting().Word(); }),
-      yokes_(model_, sim_, serial_, boxes_, clock_),
+      engineCluster_(model_, sim_, hardware_, boxes_,
+                     [this] { return run_.Cycle().CockpitLighting().Word(); }),
+      yokes_(model_, sim_, hardware_, boxes_, clock_),
       start_(model_, file_, sim_, boxes_, *this, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,

@@ -17,7 +17,7 @@
 #include "core/StatusPresenter.h"
 #include "core/forms/StartForm.h"
 #include "core/forms/StatusForm.h"
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxSerialDevices.h"
 #include "platform/linux/LinuxSerialPort.h"
@@ -99,6 +99,7 @@ class Program final : private Shell {
   QtUdpSocket socket_;
   SimCom sim_;
   std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> ports_;
+  HardwarePorts hardware_;
   Serial serial_;
   std::unique_ptr<KeyInjector> ownKeys_;
   KeyInjector& keys_;

@@ -2,11 +2,11 @@
 
 namespace tvx {
 
-YokesPeripheral::YokesPeripheral(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes,
-                                 const Clock& clock)
+YokesPeripheral::YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware,
+                                 MessageBoxes& boxes, const Clock& clock)
     : model_(model),
       boxes_(boxes),
-      pair_(model, sim, serial.PortOf(HardwareGroup::Yoke1), serial.PortOf(HardwareGroup::Yoke2), boxes,
+      pair_(model, sim, hardware.PortOf(HardwareGroup::Yoke1), hardware.PortOf(HardwareGroup::Yoke2), boxes,
             clock, joystick_, processTimer_) {
   processTimer_.OnTick([this] { pair_.ProcessTimer_Tick(); });
 }

@@ -8,7 +8,7 @@
 #include "ffb/YokePair.h"
 #include "ffb/forms/FfbStatusForm.h"
 #include "ffb/forms/YokeConfigForm.h"
-#include "hwbus/Serial.h"
+#include "hwbus/HardwarePorts.h"
 #include "platform/linux/SdlJoystick.h"
 #include "platform/qt/QtHost.h"
 
@@ -16,7 +16,8 @@ namespace tvx {
 
 class YokesPeripheral final : public Peripheral {
  public:
-  YokesPeripheral(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes, const Clock& clock);
+  YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
+                  const Clock& clock);
   ~YokesPeripheral() override;
 
   bool Configured() const override { return pair_.Configured(1) || pair_.Configured(2); }

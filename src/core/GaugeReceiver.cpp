@@ -15,7 +15,7 @@ constexpr std::size_t kAirPressureEntry = 8;  // of the program's own ports
 }  // namespace
 
 void GaugeReceiver::OnComm(SerialEvent event, bool running) {
-  SerialPort& port = serial_.PortOf(HardwareGroup::GaugeBus);
+  SerialPort& port = serial_.Line();
   if (event != SerialEvent::Received) {
     port.DiscardInput();
     return;
@@ -30,7 +30,7 @@ void GaugeReceiver::OnComm(SerialEvent event, bool running) {
   }
   replyText_ = read;
   replyLength_ = length;
-  serial_.ReplyReceived = 1;
+  serial_.NoteReply();
   if (running) Dispatch(ReplyView(replyText_));
   if (listener_) listener_(ReplyView(replyText_));
 }

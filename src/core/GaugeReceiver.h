@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "core/ProcessCycle.h"
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 
 namespace tvx {
 

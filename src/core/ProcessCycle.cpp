@@ -81,8 +81,7 @@ void ProcessCycle::Tick() {
     ++tickNumber_;
     batchSent_ = false;
     sideFrameSet_ = false;
-    // A frame that was queued outside the cycle and still waits goes out at the head of the batch.
-    if (serial_.TransmitPending == 0) serial_.TransmitBuffer.clear();
+    serial_.BeginBatch();
     lightingInBatch_ = false;
     if (resend_) {
       resend_ = false;
@@ -177,7 +176,6 @@ void ProcessCycle::ServeGauges() {
 }
 
 void ProcessCycle::EndPolling() {
-  std::vector<Byte>& batch = serial_.TransmitBuffer;
   if (pollSlot_ >= kModuleTick) {
     int turn = 0;
     for (ActiveGauge& gauge : gauges_) {
@@ -189,9 +187,7 @@ void ProcessCycle::EndPolling() {
     pollSlot_ -= kModuleTick;
     return;
   }
-  if (sideFrameSet_ && batch.size() + sideFrame_.size() <= Serial::kBatchLimit) {
-    batch.insert(batch.end(), sideFrame_.begin(), sideFrame_.end());
-  }
+  if (sideFrameSet_) serial_.AppendToBatch(sideFrame_);
   const int highest = pollSlotMax_ >= 0 ? pollSlotMax_ : 1;
   pollSlot_ = pollSlot_ < highest ? pollSlot_ + 1 : 0;
   if (ioModuleGaugeCount_ > 0) pollSlot_ += kModuleTick;
@@ -200,25 +196,19 @@ void ProcessCycle::EndPolling() {
 void ProcessCycle::SendBatch() {
   cycleStage_ = kSending;
   batchSent_ = true;
-  SerialPort& port = serial_.PortOf(HardwareGroup::GaugeBus);
-  serial_.TransmitPending = 0;
-  if (port.IsOpen()) port.DiscardInput();
-  if (serial_.TransmitBuffer.empty() || serial_.ComNumber(HardwareGroup::GaugeBus) <= 0) return;
-  if (port.IsOpen() && port.Write(serial_.TransmitBuffer)) return;
+  const Serial::BatchResult result = serial_.SendBatch();
+  if (result == Serial::BatchResult::Sent) return;
   ++droppedBatches_;
   // A dead line gets everything again when it comes back. A line that is full gets what it missed on the next
   // tick, from the newest values; the lighting only behind them, or it could hold up the values for ever.
-  if (!port.IsOpen()) return;
+  if (result == Serial::BatchResult::Closed) return;
   resend_ = true;
   if (lightingInBatch_) lightingDue_ = true;
 }
 
 bool ProcessCycle::Queue(int gaugeID, int command, std::int32_t value) {
   const auto frame = BuildGaugeFrame(gaugeID, command, value);
-  std::vector<Byte>& batch = serial_.TransmitBuffer;
-  if (!frame || batch.size() + frame->size() > Serial::kBatchLimit) return false;
-  batch.insert(batch.end(), frame->begin(), frame->end());
-  return true;
+  return frame && serial_.AppendToBatch(*frame);
 }
 
 bool ProcessCycle::PrepareSide(int gaugeID, int command, std::int32_t value) {

@@ -7,7 +7,7 @@
 
 #include "config/Model.h"
 #include "core/Lighting.h"
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 #include "instruments/Instrument.h"
 #include "simlink/SimCom.h"
 

@@ -7,7 +7,6 @@
 #include "config/NameTables.h"
 #include "core/Dump.h"
 #include "core/LinkWords.h"
-#include "hwbus/SerialWords.h"
 #include "platform/AtomicFile.h"
 
 namespace tvx {
@@ -40,7 +39,7 @@ StatusPresenter::StatusPresenter(ConfigModel& model, SimCom& sim, Serial& serial
     DumpTVX("UDP Error, Stopcode: ", static_cast<std::int16_t>(std::clamp(code, -32768, 32767)), "0");
     cmdStop_Click();
   });
-  serial_.PortOf(HardwareGroup::GaugeBus).SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+  serial_.Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
 }
 
 void StatusPresenter::Load() {
@@ -274,7 +273,7 @@ int StatusPresenter::EffectiveInterval() const {
 // restarted and has forgotten what it was asked for.
 void StatusPresenter::WatchLinks() {
   if (!activated_) return;
-  if (serial_.ReopenLostPorts()) cycle_.ResendAll();
+  if (serial_.Ports().ReopenLost()) cycle_.ResendAll();
   if (!running_) return;
   const std::int64_t now = clock_.MonotonicMs();
   const std::int64_t silent = sim_.SilentForMs().value_or(now - linkOpenedMs_);
@@ -296,11 +295,9 @@ void StatusPresenter::UpdateLinkWords() {
   state.RemotePort = model_.General.RemotePort;
   state.LocalPort = model_.General.LocalPort;
   view_.Simulator.Text = SimulatorLinkWords(state, view_.Simulator.Trouble);
-  const int comNumber = serial_.ComNumber(HardwareGroup::GaugeBus);
-  const SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
-  view_.GaugeBus.Text = SerialWords(comNumber, bus);
-  view_.GaugeBus.Trouble = SerialTrouble(comNumber, bus.State());
-  if (cycle_.DroppedBatches() > 0 && bus.IsOpen()) {
+  view_.GaugeBus.Text = serial_.LineWords();
+  view_.GaugeBus.Trouble = serial_.Ports().InTrouble(HardwareGroup::GaugeBus);
+  if (cycle_.DroppedBatches() > 0 && serial_.Line().IsOpen()) {
     view_.GaugeBus.Text += ", " + std::to_string(cycle_.DroppedBatches()) + " batches dropped";
   }
 }

@@ -11,7 +11,7 @@
 #include "core/Peripheral.h"
 #include "core/ProcessCycle.h"
 #include "core/Shell.h"
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 #include "platform/Host.h"
 #include "simlink/SimCom.h"
 

@@ -1,7 +1,9 @@
-// The frames of the gauge bus, as pure functions over bytes.
+// The frames that gauges and IO modules have in common, as pure functions over bytes: the command of six
+// bytes and the envelope of the 25-byte reply.
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 
 #include "base/Bytes.h"
@@ -12,15 +14,15 @@ namespace tvx {
 inline constexpr int kCommandReportState = 7;
 inline constexpr int kCommandLighting = 8;
 
+inline constexpr Byte kFrameStart = 0x00;
+inline constexpr Byte kFrameEnd = 0xFF;
+inline constexpr int kHighestGaugeID = 255;
+
 using GaugeFrame = std::array<Byte, 6>;
-using NewGaugeIDFrame = std::array<Byte, 7>;
 
-// A command frame. gaugeID 0..255; command is cut to its low four bits; nothing when |value| is above 65535.
+// A command frame. gaugeID 0..255; command is cut to its low four bits. std::nullopt when gaugeID is outside
+// its range or |value| is above 65535.
 std::optional<GaugeFrame> BuildGaugeFrame(int gaugeID, int command, std::int32_t value);
-
-// The frame that gives a gauge a new address, its seventh byte a blank. Nothing when an address is outside
-// 0..255.
-std::optional<NewGaugeIDFrame> BuildNewGaugeIDFrame(int gaugeID, int newGaugeID);
 
 // A reply's envelope.
 inline constexpr std::size_t kReplySize = 25;

@@ -177,7 +177,7 @@ TEST(Cycle, AFrameQueuedOutsideTheCycleGoesOutWithTheBatch) {
   rig.Start();
   rig.serial.WriteGaugeCommand(9, 3, -300);
   EXPECT_EQ(rig.Tick(), (Commands{{9, 3, -300}}));
-  EXPECT_EQ(rig.serial.TransmitPending, 0);
+  EXPECT_FALSE(rig.serial.TransmitPending());
 }
 
 TEST(Cycle, WorksWithoutAnyGaugeOrPort) {

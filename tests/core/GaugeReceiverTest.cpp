@@ -38,7 +38,7 @@ TEST(GaugeReceiver, KeepsWellFormedRepliesAndDiscardsTheRest) {
   for (const auto& c : cases) {
     ReceiverRig rig;
     rig.Bus().Arrive(c.bytes);
-    EXPECT_EQ(rig.serial.ReplyReceived, c.kept ? 1 : 0) << c.what;
+    EXPECT_EQ(rig.serial.ReplyReceived(), c.kept) << c.what;
     EXPECT_EQ(rig.receiver.ReplyText().size(), c.kept ? kReplySize : 0) << c.what;
     EXPECT_EQ(rig.Bus().Waiting(), c.left) << c.what;
   }
@@ -61,7 +61,7 @@ TEST(GaugeReceiver, BreakAndFramingErrorsDiscardWhatWaits) {
     EXPECT_EQ(rig.Bus().Waiting(), 0u);
     rig.Bus().Arrive({1, 2, 3, 4, 5, 6, 7});
     rig.Bus().Raise(SerialEvent::Received);  // out of turn: seven bytes are no reply
-    EXPECT_EQ(rig.serial.ReplyReceived, 0);
+    EXPECT_FALSE(rig.serial.ReplyReceived());
     EXPECT_EQ(rig.Bus().Waiting(), 0u);
   }
 }

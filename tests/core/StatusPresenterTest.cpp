@@ -73,7 +73,7 @@ TEST(StatusPresenter, AFrameQueuedWhileHaltedIsSentWhenTheRunStarts) {
   rig.run.cmdRun_Click();
   ASSERT_EQ(rig.Bus().Writes.size(), 1u);
   EXPECT_EQ(CommandsOf(rig.Bus().Writes[0]), (std::vector<SentCommand>{{12, 3, 7}}));
-  EXPECT_EQ(rig.serial.TransmitPending, 0);
+  EXPECT_FALSE(rig.serial.TransmitPending());
 }
 
 TEST(StatusPresenter, PeripheralsFollowInTheirOrders) {

@@ -33,6 +33,8 @@ TEST_F(ModulesTest, ASwitchActsAndItsLampFollows) {
   Board().SetSwitch(kParkingBrakeSwitch, false);
   EXPECT_TRUE(Eventually([&] { return Dataref(kBrakeDataref) == 0.0 && !Board().Lamp(0); }));
   EXPECT_EQ(Module().StatusText(), "Running");
+  flight.TheProgram().HardwareBus().WriteGaugeCommand(kIOModule1Address, iom_command::kDebounce, 256 * 3 + 7);
+  EXPECT_TRUE(Eventually([&] { return Board().Debounce(3) == 7; })) << "a gauge command for the module";
 }
 
 TEST_F(ModulesTest, EncoderAxisCommandAndKeystroke) {

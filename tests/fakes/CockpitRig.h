@@ -25,7 +25,8 @@ struct CockpitRig {
   FakeUdpSocket socket;
   std::array<FakeSerialPort, kHardwareGroups> ports;
   SimCom sim{model, socket, boxes, clock};
-  Serial serial{model, PointersTo(ports), boxes, loop};
+  HardwarePorts hardware{model, PointersTo(ports)};
+  Serial serial{hardware, boxes, loop};
   SpecialValues special{sim, boxes, clock};
   ProcessCycle cycle{model, sim, serial, special};
 

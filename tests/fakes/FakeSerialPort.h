@@ -110,7 +110,7 @@ class FakeSerialPort final : public SerialPort {
   std::vector<Byte> input_;
 };
 
-// As Serial takes its ports.
+// As HardwarePorts takes them.
 template <std::size_t kCount>
 std::array<SerialPort*, kCount> PointersTo(std::array<FakeSerialPort, kCount>& ports) {
   std::array<SerialPort*, kCount> pointers{};

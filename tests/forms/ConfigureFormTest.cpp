@@ -86,7 +86,7 @@ TEST_F(ConfigureFormTest, TheSaveFormLoadsWithOtherPortsAndImports) {
   other.General.TransferInterval = 250;
   WriteConfig("Other.cfg", other);
   Open();
-  const SerialPort& bus = program_->HardwareBus().PortOf(HardwareGroup::GaugeBus);
+  const SerialPort& bus = program_->HardwareBus().Line();
   EXPECT_EQ(bus.State(), SerialState::Closed);
   Click("cmdSaveConfig");
   QWidget* save = Other("SaveConfig");

@@ -44,8 +44,6 @@ TEST(GaugeFrame, WhatDoesNotFitGivesNoFrame) {
   EXPECT_FALSE(BuildGaugeFrame(1, 5, -65536));
   EXPECT_FALSE(BuildGaugeFrame(-1, 5, 0));
   EXPECT_FALSE(BuildGaugeFrame(256, 5, 0));
-  EXPECT_FALSE(BuildNewGaugeIDFrame(256, 1));
-  EXPECT_FALSE(BuildNewGaugeIDFrame(1, -1));
 }
 
 TEST(GaugeFrame, ReplyEnvelope) {

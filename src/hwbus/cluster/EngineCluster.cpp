@@ -5,7 +5,6 @@
 
 #include "base/Rounding.h"
 #include "config/plates/PlateLookup.h"
-#include "hwbus/SerialWords.h"
 
 namespace tvx {
 namespace {
@@ -19,21 +18,18 @@ constexpr Byte kKeptOfOneShot = kECBacklightAlwaysOn;
 
 }  // namespace
 
-EngineCluster::EngineCluster(const ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes,
-                             Timers timers)
-    : model_(model), sim_(sim), serial_(serial), boxes_(boxes), timers_(timers) {
+EngineCluster::EngineCluster(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware,
+                             MessageBoxes& boxes, Timers timers)
+    : model_(model), sim_(sim), hardware_(hardware), boxes_(boxes), timers_(timers) {
   ports_.fill(kNoPort);
-  serial_.PortOf(HardwareGroup::EngineCluster).SetHandler([this](SerialEvent event) {
-    MSComm1_OnComm(event);
-  });
+  Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
   timers_.Timer1000ms.SetInterval(kSecond);
 }
 
 void EngineCluster::OpenCommPort() {
-  SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
+  SerialPort& port = Line();
   if (port.IsOpen() || !Configured()) return;
-  port.SetReceiveThreshold(kECReplySize);
-  if (!port.Open(serial_.ComNumber(HardwareGroup::EngineCluster))) {
+  if (!hardware_.Open(HardwareGroup::EngineCluster)) {
     boxes_.Show("Comm Port for Engine Cluster not found");
     return;
   }
@@ -103,10 +99,10 @@ void EngineCluster::cmdStop_Click() {
 }
 
 std::string EngineCluster::StatusText() const {
-  const SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
-  const int comNumber = serial_.ComNumber(HardwareGroup::EngineCluster);
   std::string text = running_ ? "Running" : "Halted";
-  if (SerialTrouble(comNumber, port.State())) return text + "; " + SerialWords(comNumber, port);
+  if (hardware_.InTrouble(HardwareGroup::EngineCluster)) {
+    return text + "; " + hardware_.WordsOf(HardwareGroup::EngineCluster);
+  }
   if (Recalibrating()) text += "; recalibrating";
   return text;
 }
@@ -121,7 +117,7 @@ void EngineCluster::MoveSingleNeedle(int needle, int value) {
   const auto frame = SingleNeedleFrame(needle, raw, lighting_);
   if (!frame) return;
   OpenCommPort();
-  serial_.PortOf(HardwareGroup::EngineCluster).Write(*frame);
+  Line().Write(*frame);
 }
 
 void EngineCluster::Recalibrate() {
@@ -175,7 +171,7 @@ void EngineCluster::ProcessTimer_Tick() {
   }
   FinishECFrame(frame, lighting_);
   DiscardRemnant();
-  if (!serial_.PortOf(HardwareGroup::EngineCluster).Write(frame)) {
+  if (!Line().Write(frame)) {
     ecMode_ = mode;  // a step of a recalibration that did not leave is taken again
     return;
   }
@@ -185,7 +181,7 @@ void EngineCluster::ProcessTimer_Tick() {
 // Discards what is left over of earlier input before a frame is sent. An answer that is coming in just now is
 // no remnant: it has grown since the last frame, and is left to become whole.
 void EngineCluster::DiscardRemnant() {
-  SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
+  SerialPort& port = Line();
   const std::size_t waiting = port.Waiting();
   if (waiting != 0 && waiting == waitingBefore_) {
     port.DiscardInput();
@@ -200,7 +196,7 @@ void EngineCluster::Timer1000ms_Tick() {
 }
 
 void EngineCluster::MSComm1_OnComm(SerialEvent event) {
-  SerialPort& port = serial_.PortOf(HardwareGroup::EngineCluster);
+  SerialPort& port = Line();
   if (event != SerialEvent::Received) {
     port.DiscardInput();
     return;

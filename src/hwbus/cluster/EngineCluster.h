@@ -8,8 +8,9 @@
 
 #include "base/NumberFormat.h"
 #include "config/Model.h"
-#include "hwbus/Serial.h"
+#include "hwbus/HardwarePorts.h"
 #include "hwbus/cluster/EngineClusterFrame.h"
+#include "platform/Host.h"
 #include "simlink/SimCom.h"
 
 namespace tvx {
@@ -20,9 +21,10 @@ class EngineCluster {
     Timer& ProcessTimer;  // TransferInterval; while running
     Timer& Timer1000ms;
   };
-  EngineCluster(const ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes, Timers timers);
+  EngineCluster(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
+                Timers timers);
 
-  bool Configured() const { return serial_.ComNumber(HardwareGroup::EngineCluster) > 0; }
+  bool Configured() const { return hardware_.Configured(HardwareGroup::EngineCluster); }
   // Opens the serial port unless it is open; says so where there is none.
   void OpenCommPort();
   // Opens the simulator port of each enabled channel, under the cluster's opener code.
@@ -67,6 +69,7 @@ class EngineCluster {
   std::int16_t ECReplyReceived = 0;
 
  private:
+  SerialPort& Line() { return hardware_.PortOf(HardwareGroup::EngineCluster); }
   const EngineClusterRecord& Channel(int channel) const {
     return model_.EngineCluster[static_cast<std::size_t>(channel)];
   }
@@ -77,7 +80,7 @@ class EngineCluster {
 
   const ConfigModel& model_;
   SimCom& sim_;
-  Serial& serial_;
+  HardwarePorts& hardware_;
   MessageBoxes& boxes_;
   Timers timers_;
   bool running_ = false;

@@ -57,7 +57,7 @@ void GaugeConsolePresenter::PollTimer_Tick() {
     Changed();
   }
   const auto gaugeID = GaugeID();
-  if (!gaugeID || serial_.TransmitPending == 1) return;
+  if (!gaugeID || serial_.TransmitPending()) return;
   replied_ = false;
   serial_.WriteGaugeCommand(*gaugeID, kCommandReportState, 0);
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "config/Model.h"
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 
 namespace tvx {
 

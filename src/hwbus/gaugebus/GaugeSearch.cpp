@@ -2,7 +2,6 @@
 
 #include "base/NumberFormat.h"
 #include "config/setup/GaugeList.h"
-#include "hwbus/SerialWords.h"
 
 namespace tvx {
 namespace {
@@ -18,10 +17,8 @@ GaugeSearch::GaugeSearch(ConfigModel& model, Serial& serial, MessageBoxes& boxes
 
 bool GaugeSearch::Start() {
   if (running_) return false;
-  const SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
-  if (!bus.IsOpen()) {
-    boxes_.Show("The gauge bus cannot be searched. " +
-                SerialWords(serial_.ComNumber(HardwareGroup::GaugeBus), bus));
+  if (!serial_.Line().IsOpen()) {
+    boxes_.Show("The gauge bus cannot be searched. " + serial_.LineWords());
     return false;
   }
   seen_.fill({});
@@ -29,7 +26,7 @@ bool GaugeSearch::Start() {
   running_ = true;
   cancelled_ = false;
   address_ = found_ = 0;
-  serial_.PortOf(HardwareGroup::GaugeBus).DiscardInput();
+  serial_.Line().DiscardInput();
   Ask();
   Changed();
   return true;
@@ -45,29 +42,28 @@ void GaugeSearch::Cancel() {
 // Where the slot is taken, the turn waits for the next tick.
 void GaugeSearch::Ask() {
   ticksLeft_ = 0;
-  if (serial_.TransmitPending == 1) return;
+  if (serial_.TransmitPending()) return;
   serial_.WriteGaugeCommand(address_, kCommandReportState, 0);
   ticksLeft_ = kReplyTicks;
 }
 
 void GaugeSearch::Tick() {
   if (!running_) return;
-  const SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
-  if (!bus.IsOpen()) {
+  if (!serial_.Line().IsOpen()) {
     Cancel();
-    boxes_.Show("The search has ended. " + SerialWords(serial_.ComNumber(HardwareGroup::GaugeBus), bus));
+    boxes_.Show("The search has ended. " + serial_.LineWords());
     return;
   }
   if (ticksLeft_ == 0) {
     Ask();
     return;
   }
-  if (serial_.TransmitPending == 1 || --ticksLeft_ > 0) return;
+  if (serial_.TransmitPending() || --ticksLeft_ > 0) return;
   CloseTurn();
 }
 
 void GaugeSearch::CloseTurn() {
-  SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
+  SerialPort& bus = serial_.Line();
   // Less than a whole reply raises no event: two that met on the line, or a damaged one.
   if (bus.Waiting() > 0) {
     bus.DiscardInput();

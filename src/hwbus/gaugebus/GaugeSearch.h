@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "config/Model.h"
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 
 namespace tvx {
 

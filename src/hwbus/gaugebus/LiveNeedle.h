@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 
 namespace tvx {
 
@@ -19,7 +19,7 @@ class LiveNeedle {
   }
   // After Serial::TickTransmit.
   void Tick() {
-    if (!due_ || serial_.TransmitPending == 1) return;
+    if (!due_ || serial_.TransmitPending()) return;
     due_ = false;
     serial_.WriteGaugeCommand(wanted_.gaugeID, wanted_.command, wanted_.position);
   }

@@ -5,7 +5,6 @@
 #include <exception>
 
 #include "base/Rounding.h"
-#include "hwbus/SerialWords.h"
 #include "hwbus/iomodule/IOModuleActions.h"
 
 namespace tvx {
@@ -18,20 +17,17 @@ constexpr int kSecond = 1000;              // ms
 
 }  // namespace
 
-IOModule::IOModule(const ConfigModel& model, SimCom& sim, Serial& serial, Keystrokes& keystrokes,
+IOModule::IOModule(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, Keystrokes& keystrokes,
                    MessageBoxes& boxes, EventLoop& loop, const IOModuleParameters& parameters, Timers timers)
     : model_(model),
       sim_(sim),
-      serial_(serial),
+      hardware_(hardware),
       keystrokes_(keystrokes),
       boxes_(boxes),
       loop_(loop),
       parameters_(parameters),
       timers_(timers) {
-  serial_.PortOf(parameters_.Group).SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
-  serial_.SetModuleCommand(parameters_.Group, [this](int gaugeID, int command, std::int32_t value) {
-    ComposeCmd(gaugeID, command, value);
-  });
+  Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
   timers_.WriteCmdDuringConfig.SetInterval(kTransmitInterval);
   timers_.TimerSeconds.SetInterval(kSecond);
 }
@@ -57,10 +53,9 @@ void IOModule::OpenCommPort() {
 }
 
 bool IOModule::OpenQuietly() {
-  SerialPort& port = serial_.PortOf(parameters_.Group);
+  SerialPort& port = Line();
   if (port.IsOpen()) return true;
-  port.SetReceiveThreshold(kReplySize);
-  if (!Configured() || !port.Open(serial_.ComNumber(parameters_.Group))) return false;
+  if (!Configured() || !hardware_.Open(parameters_.Group)) return false;
   port.DiscardOutput();
   port.DiscardInput();
   return true;
@@ -101,10 +96,8 @@ void IOModule::cmdStop_Click() {
 }
 
 std::string IOModule::StatusText() const {
-  const SerialPort& port = serial_.PortOf(parameters_.Group);
-  const int comNumber = serial_.ComNumber(parameters_.Group);
   std::string text = running_ ? "Running" : "Halted";
-  if (SerialTrouble(comNumber, port.State())) return text + "; " + SerialWords(comNumber, port);
+  if (hardware_.InTrouble(parameters_.Group)) return text + "; " + hardware_.WordsOf(parameters_.Group);
   if (running_ && !Answering()) text += "; the module does not answer";
   return text;
 }
@@ -123,7 +116,7 @@ const FunctionRecord* IOModule::FunctionOf(const IOModuleRecord& definition) con
 // --- reports ---
 
 void IOModule::MSComm1_OnComm(SerialEvent event) {
-  SerialPort& port = serial_.PortOf(parameters_.Group);
+  SerialPort& port = Line();
   if (event != SerialEvent::Received) {
     port.DiscardInput();
     return;
@@ -218,7 +211,7 @@ void IOModule::ComposeCmd(int, int command, std::int32_t value) {
 void IOModule::WriteCmdDuringConfig_Tick() {
   if (transmitPending_ != 1) return;
   OpenQuietly();
-  serial_.PortOf(parameters_.Group).Write(transmitBuffer_);
+  Line().Write(transmitBuffer_);
   transmitPending_ = 0;
 }
 
@@ -270,7 +263,7 @@ void IOModule::ProcessTimer_Tick() {
   AppendIfChanged(sentLighting_, kCommandLighting, lighting_);
   if (batchSize_ == 0) return;
   // What the line did not take, the module does not know: the next tick sends it again.
-  if (!serial_.PortOf(parameters_.Group).Write(ByteView(batch_).first(batchSize_))) ForgetSent();
+  if (!Line().Write(ByteView(batch_).first(batchSize_))) ForgetSent();
 }
 
 // Asks for a report, so that a module that was plugged in late, or a report that was lost, is made good.

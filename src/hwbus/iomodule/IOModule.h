@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "config/Model.h"
-#include "hwbus/Serial.h"
+#include "hwbus/GaugeFrame.h"
+#include "hwbus/HardwarePorts.h"
 #include "hwbus/iomodule/IOModuleReport.h"
+#include "platform/Host.h"
 #include "simlink/SimCom.h"
 #include "simlink/keys/Keystroke.h"
 
@@ -36,11 +38,11 @@ class IOModule {
     Timer& WriteCmdDuringConfig;  // 20 ms; while halted
     Timer& TimerSeconds;          // 1 s
   };
-  IOModule(const ConfigModel& model, SimCom& sim, Serial& serial, Keystrokes& keystrokes, MessageBoxes& boxes,
-           EventLoop& loop, const IOModuleParameters& parameters, Timers timers);
+  IOModule(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, Keystrokes& keystrokes,
+           MessageBoxes& boxes, EventLoop& loop, const IOModuleParameters& parameters, Timers timers);
 
   const IOModuleParameters& Parameters() const { return parameters_; }
-  bool Configured() const { return serial_.ComNumber(parameters_.Group) > 0; }
+  bool Configured() const { return hardware_.Configured(parameters_.Group); }
 
   // Reads the definitions: which switch, axis and lamp has which. To be called again after they were edited.
   void ReadDefinitions();
@@ -89,6 +91,7 @@ class IOModule {
     return model_.IOModuleInputs[static_cast<std::size_t>(definitionNr - 1)];
   }
   const FunctionRecord* FunctionOf(const IOModuleRecord& definition) const;
+  SerialPort& Line() { return hardware_.PortOf(parameters_.Group); }
   bool OpenQuietly();  // false where the port cannot be opened
   void TakeReport(const IOModuleReport& report);
   void TakeSwitches(const IOModuleReport& report);
@@ -102,7 +105,7 @@ class IOModule {
 
   const ConfigModel& model_;
   SimCom& sim_;
-  Serial& serial_;
+  HardwarePorts& hardware_;
   Keystrokes& keystrokes_;
   MessageBoxes& boxes_;
   EventLoop& loop_;

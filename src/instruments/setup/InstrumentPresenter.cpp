@@ -6,7 +6,6 @@
 #include "base/Rounding.h"
 #include "config/ValueText.h"
 #include "config/setup/GaugeList.h"
-#include "hwbus/SerialWords.h"
 #include "instruments/kinds/Registry.h"
 
 namespace tvx {
@@ -172,9 +171,8 @@ bool InstrumentPresenter::WriteNewGaugeID(const std::string& text) {
 }
 
 bool InstrumentPresenter::Try(const TrialField& trial, int value) {
-  const SerialPort& bus = serial_.PortOf(HardwareGroup::GaugeBus);
-  if (!bus.IsOpen()) {
-    boxes_.Show(SerialWords(serial_.ComNumber(HardwareGroup::GaugeBus), bus));
+  if (!serial_.Line().IsOpen()) {
+    boxes_.Show(serial_.LineWords());
     return false;
   }
   if (value < trial.lowest || value > trial.highest) return false;

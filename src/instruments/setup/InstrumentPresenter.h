@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 #include "instruments/Description.h"
 
 namespace tvx {

@@ -50,14 +50,13 @@ struct EngineClusterRig : testing::Test {
   }
   ConfigModel model;
   FakeMessageBoxes boxes;
-  FakeEventLoop loop;
   FakeClock clock;
   FakeUdpSocket socket;
   FakeSerialPort port, other;
   FakeTimer process, second;
   SimCom sim{model, socket, boxes, clock};
-  Serial serial{model, {&other, &port, &other, &other, &other, &other}, boxes, loop};
-  EngineCluster cluster{model, sim, serial, boxes, {process, second}};
+  HardwarePorts hardware{model, {&other, &port, &other, &other, &other, &other}};
+  EngineCluster cluster{model, sim, hardware, boxes, {process, second}};
 };
 
 }  // namespace tvx

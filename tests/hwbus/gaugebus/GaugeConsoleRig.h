@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "config/NameTables.h"
-#include "hwbus/Serial.h"
+#include "hwbus/gaugebus/Serial.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 
@@ -33,7 +33,8 @@ class HaltedBusTest : public testing::Test {
   FakeMessageBoxes boxes;
   FakeEventLoop loop;
   std::array<FakeSerialPort, kHardwareGroups> ports;
-  Serial serial{model, PointersTo(ports), boxes, loop};
+  HardwarePorts hardware{model, PointersTo(ports)};
+  Serial serial{hardware, boxes, loop};
 };
 
 }  // namespace tvx

@@ -27,13 +27,13 @@ struct IOModuleRig {
   std::array<FakeSerialPort, kHardwareGroups> ports;
   FakeTimer process, write, seconds;
   SimCom sim{model, socket, boxes, clock};
-  Serial serial{model, PointersTo(ports), boxes, loop};
+  HardwarePorts hardware{model, PointersTo(ports)};
   Keystrokes keystrokes{injector, boxes, [] { return true; }};
   const IOModuleParameters parameters;
   IOModule module;
 
   explicit IOModuleRig(const IOModuleParameters& p)
-      : parameters(p), module(model, sim, serial, keystrokes, boxes, loop, p, {process, write, seconds}) {
+      : parameters(p), module(model, sim, hardware, keystrokes, boxes, loop, p, {process, write, seconds}) {
     model.General.ComPortIOM1 = 6;
     model.General.ComPortIOM2 = 8;
     for (int number = 60; number < 64; ++number) {

@@ -20,7 +20,7 @@ class InstrumentControlTest : public HaltedBusTest {
         const int sentTo = Bus().Writes.back()[1];
         const bool other = sentTo != answersAt && othersLeft-- > 0;
         reply = Reply(other ? otherID : sentTo, 101, 2);
-        serial.ReplyReceived = 1;
+        serial.NoteReply();
       }
     };
   }
@@ -122,7 +122,7 @@ TEST_F(InstrumentControlTest, RemovalAsksAndTrialsStayInTheirRange) {
   const TrialField altitude{"Altitude", 4, -100, 5000, "ft"};
   EXPECT_FALSE(control.Try(altitude, 5001));
   EXPECT_TRUE(control.Try(altitude, -100));
-  EXPECT_EQ(serial.TransmitBuffer[2] >> 4, 4);
+  EXPECT_EQ(serial.TransmitBuffer()[2] >> 4, 4);
   serial.CloseComPorts();
   EXPECT_FALSE(control.Try(altitude, 0));
   EXPECT_EQ(boxes.shown.back(), "COM 5 closed");

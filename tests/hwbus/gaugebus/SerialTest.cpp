@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "base/Rounding.h"
-#include "hwbus/Serial.h"
-#include "hwbus/SerialWords.h"
+#include "hwbus/gaugebus/NewGaugeIDFrame.h"
+#include "hwbus/gaugebus/Serial.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 
@@ -14,88 +14,46 @@ using Texts = std::vector<std::string>;
 
 class SerialTest : public testing::Test {
  protected:
-  SerialTest() {
-    const char* names[] = {"gauges", "engines", "iom1", "iom2", "yoke1", "yoke2"};
-    for (std::size_t i = 0; i < kHardwareGroups; ++i) {
-      ports[i].Name = names[i];
-      ports[i].SharedLog = &log;
-    }
-    model.General.ComPortGS = 5;
-  }
-  void ConfigureAll() {
-    model.General.ComPortEC = 6;
-    model.General.ComPortIOM1 = 7;
-    model.General.ComPortIOM2 = 8;
-    model.General.ComPortYoke1 = 9;
-    model.General.ComPortYoke2 = 10;
-  }
+  SerialTest() { model.General.ComPortGS = 5; }
   FakeSerialPort& Gauges() { return ports[0]; }
-  Bytes TransmitBuffer() const { return serial.TransmitBuffer; }
+  Bytes TransmitBuffer() const {
+    const ByteView held = serial.TransmitBuffer();
+    return {held.begin(), held.end()};
+  }
 
   ConfigModel model;
   FakeMessageBoxes boxes;
   FakeEventLoop loop;
-  Texts log;
   std::array<FakeSerialPort, kHardwareGroups> ports;
-  Serial serial{model, PointersTo(ports), boxes, loop};
+  HardwarePorts hardware{model, PointersTo(ports)};
+  Serial serial{hardware, boxes, loop};
 };
 
 const char* const kNoPower = "No Power on CIM; Check Power Switch and Fuses";
 
-TEST_F(SerialTest, OpensEveryPortTwiceInOrderWithItsThreshold) {
-  ConfigureAll();
-  serial.OpenComPorts();
-  const struct {
-    const char* name;
-    int com, threshold;
-  } order[] = {{"gauges", 5, 25}, {"engines", 6, 16}, {"iom1", 7, 25},
-               {"iom2", 8, 25},   {"yoke1", 9, 25},   {"yoke2", 10, 25}};
-  Texts expected;
-  for (const auto& port : order) {
-    const std::string name = port.name;
-    const std::string open = name + " open " + std::to_string(port.com);
-    for (const std::string& entry :
-         {name + " threshold " + std::to_string(port.threshold), open, name + " close", open,
-          name + " discard output", name + " discard input"}) {
-      expected.push_back(entry);
-    }
-  }
-  EXPECT_EQ(log, expected);
-  EXPECT_EQ(TransmitBuffer(), Bytes(40, ' '));
-  serial.CloseComPorts();
-  serial.CloseComPorts();
-  EXPECT_EQ(log.size(), expected.size() + 6);  // closed ports are left alone
-}
-
-TEST_F(SerialTest, APortThatFailsHoldsNothingUp) {
-  ConfigureAll();
-  Gauges().OpenResult = SerialState::NoPermission;
-  serial.OpenComPorts();
-  EXPECT_TRUE(serial.PortOf(HardwareGroup::Yoke2).IsOpen());
-  EXPECT_TRUE(SerialTrouble(5, Gauges().State()));
-  EXPECT_FALSE(SerialTrouble(0, Gauges().State())) << "not used";
-}
-
 TEST_F(SerialTest, MissingPowerIsToldOnceAnOpeningAndForTheGaugeBusOnly) {
-  ConfigureAll();
+  model.General.ComPortEC = 6;
   for (auto& port : ports) port.Carrier = true;
   serial.OpenComPorts();
   EXPECT_EQ(boxes.shown, Texts{kNoPower});
   EXPECT_TRUE(Gauges().IsOpen());
+  EXPECT_EQ(TransmitBuffer(), Bytes(40, ' '));
   Gauges().Carrier = false;
   serial.OpenComPorts();
   EXPECT_EQ(boxes.shown.size(), 1u);
+  serial.CloseComPorts();
+  EXPECT_FALSE(Gauges().IsOpen() || ports[1].IsOpen());
 }
 
 TEST_F(SerialTest, AFrameGoesOutOnTheTickAndOnce) {
   serial.OpenComPorts();
   serial.WriteGaugeCommand(12, 3, -300);
-  EXPECT_EQ(serial.TransmitPending, 1);
+  EXPECT_TRUE(serial.TransmitPending());
   EXPECT_TRUE(Gauges().Writes.empty());
   serial.TickTransmit();
   serial.TickTransmit();
   EXPECT_EQ(Gauges().Writes, (std::vector<Bytes>{{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF}}));
-  EXPECT_EQ(serial.TransmitPending, 0);
+  EXPECT_FALSE(serial.TransmitPending());
 
   serial.WriteNewGaugeID(3, 200);
   serial.TickTransmit();
@@ -133,7 +91,7 @@ TEST_F(SerialTest, ValuesThatDoNotFitAreTheCallersErrorAndTouchNothing) {
   EXPECT_THROW(serial.WriteGaugeCommand(-1, 5, 0), RangeError);
   EXPECT_THROW(serial.WriteNewGaugeID(1, 256), RangeError);
   EXPECT_EQ(TransmitBuffer(), queued);
-  EXPECT_EQ(serial.TransmitPending, 1);
+  EXPECT_TRUE(serial.TransmitPending());
   EXPECT_EQ(loop.yields, 0);
 }
 
@@ -152,7 +110,7 @@ TEST_F(SerialTest, PseudoAddressesGoToTheirModules) {
   serial.WriteGaugeCommand(2000, 5, 6);
   for (const int nobody : {256, 999, 1001, 3000}) serial.WriteGaugeCommand(nobody, 5, 70000);
   EXPECT_EQ(calls, (Texts{"one 1000 4 -70000", "two 2000 5 6"}));
-  EXPECT_EQ(serial.TransmitPending, 0);
+  EXPECT_FALSE(serial.TransmitPending());
 }
 
 TEST_F(SerialTest, AQueryWithoutReplyEndsAfterTwentyTicksWithOneMessage) {
@@ -176,29 +134,37 @@ TEST_F(SerialTest, TheTickOpensAClosedPortAndADeadLineLosesTheFrame) {
   Gauges().Unplug();
   serial.WriteGaugeCommand(2, 5, 1);
   serial.TickTransmit();
-  EXPECT_EQ(serial.TransmitPending, 0);
+  EXPECT_FALSE(serial.TransmitPending());
   EXPECT_EQ(Gauges().Sent.size(), 6u);
 }
 
-TEST_F(SerialTest, LostPortsComeBackQuietlyAndOthersAreNotTouched) {
-  ConfigureAll();
-  for (auto& port : ports) port.Carrier = true;
+TEST_F(SerialTest, ABatchGoesOutWholeOrSaysWhyNot) {
+  using Result = Serial::BatchResult;
+  const Bytes frame{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF};
+  serial.BeginBatch();
+  EXPECT_EQ(serial.SendBatch(), Result::Sent) << "there was none to send";
+  serial.AppendToBatch(frame);
+  EXPECT_EQ(serial.SendBatch(), Result::Closed);
   serial.OpenComPorts();
-  boxes.shown.clear();
-  log.clear();
-  EXPECT_FALSE(serial.ReopenLostPorts());
-  EXPECT_TRUE(log.empty());
+  serial.BeginBatch();
+  std::size_t frames = 0;
+  while (serial.AppendToBatch(frame)) ++frames;
+  EXPECT_EQ(frames, FrameBuffer::kRoom / frame.size()) << "what does not fit is refused whole";
+  Gauges().RefuseWrites = true;
+  EXPECT_EQ(serial.SendBatch(), Result::Full);
+  Gauges().RefuseWrites = false;
+  EXPECT_EQ(serial.SendBatch(), Result::Sent);
+  ASSERT_EQ(Gauges().Writes.size(), 1u);
+  EXPECT_EQ(Gauges().Writes[0].size(), frames * frame.size());
+  model.General.ComPortGS = 0;
+  EXPECT_EQ(serial.SendBatch(), Result::Sent) << "no gauge bus is configured";
+  EXPECT_EQ(Gauges().Writes.size(), 1u);
+}
 
-  Gauges().Unplug();
-  ports[4].Unplug();
-  EXPECT_FALSE(serial.ReopenLostPorts());
-  Gauges().OpenResult = ports[4].OpenResult = SerialState::Open;
-  Gauges().Log.clear();
-  EXPECT_TRUE(serial.ReopenLostPorts());
-  EXPECT_EQ(Gauges().CountOf("open 5"), 1u);
-  EXPECT_TRUE(ports[4].IsOpen());
-  EXPECT_FALSE(serial.ReopenLostPorts());
-  EXPECT_TRUE(boxes.shown.empty());
+TEST(NewGaugeIDFrame, AddressesMustBeInTheirRange) {
+  EXPECT_FALSE(BuildNewGaugeIDFrame(256, 1));
+  EXPECT_FALSE(BuildNewGaugeIDFrame(1, -1));
+  EXPECT_TRUE(BuildNewGaugeIDFrame(0, 255));
 }
 
 }  // namespace

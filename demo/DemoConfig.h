@@ -47,6 +47,7 @@ enum FunctionNumber : std::int16_t {
   kGyroDrift,
   kAdfActive,
   kAdfStandby,
+  kDmeSource,
 };
 
 }  // namespace tvx::demo

@@ -132,7 +132,7 @@ constexpr GaugeRow kGaugeRows[] = {
     {16, 106, 1, 13, kCourse1},
     {17, 107, 1, 13, kCourse1, 0, 0, 0, 0, 2},
     {18, 108, 1, 10},
-    {19, 113, 1, 10},
+    {19, 113, 1, 10, 0, 0, kDmeSource},
     // the engine
     {20, 1, 1, 11, kEngineSpeed, kEngineSpeedFace},
     {21, 2, 1, 11, kManifoldPressure, kManifoldFace},

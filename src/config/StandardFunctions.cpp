@@ -28,9 +28,13 @@ struct Scale {
   float add = 0, multiply = 1, divide = 1;
 };
 constexpr Scale kAsItIs{};
-constexpr Scale kFahrenheit{17.777779f, 9, 5};  // of degrees Celsius
-constexpr Scale kGallons{0, 1, 6};              // of avgas, from pounds
-constexpr Scale kVorNeedle{0, 127, 2.5f};       // 127 at full deflection, from dots
+constexpr Scale kFahrenheit{17.777779f, 9, 5};       // of degrees Celsius
+constexpr Scale kGallons{0, 1, 2.721554f};           // of avgas, from kilograms
+constexpr Scale kGallonsAnHour{0, 3600, 2.721554f};  // of avgas, from kilograms a second
+constexpr Scale kTenKilohertz{0, 1, 10};  // from kHz: the radios count in steps of 10 kHz, with a rest
+constexpr Scale kFromOne{1, 1, 1};        // X-Plane counts from 0
+constexpr Scale kHoursOfSeconds{0, 1, 3600};
+constexpr Scale kVorNeedle{0, 127, 2.5f};  // 127 at full deflection, from dots
 constexpr Scale kPercent{0, 100, 1};
 constexpr Scale kLampLevel{0, 1023, 1};  // from 0..1
 constexpr Scale kInchesOfSuction{0, 5.1f, 1};
@@ -45,24 +49,11 @@ struct Row {
   float minimum, maximum;
 };
 
-// A value of a data group; the unit stands in the name.
-struct GroupRow : Row {
-  std::string_view fullName;
-  std::int16_t group;
-  Byte value;  // 0..7
-};
-
 // Datarefs of one kind: up to four sources, for sequence numbers 1..4.
 struct DatarefRow : Row {
   Byte frequency;  // per second
   std::array<std::string_view, 4> datarefs;
 };
-
-constexpr GroupRow Group(std::int16_t number, std::string_view shortName, std::string_view fullName, Use use,
-                         Category category, std::int16_t group, Byte value, Scale scale, float minimum,
-                         float maximum) {
-  return {{number, shortName, use, category, scale, minimum, maximum}, fullName, group, value};
-}
 
 constexpr DatarefRow Dataref(std::int16_t number, std::string_view shortName, Use use, Category category,
                              Byte frequency, Scale scale, float minimum, float maximum,
@@ -71,28 +62,21 @@ constexpr DatarefRow Dataref(std::int16_t number, std::string_view shortName, Us
 }
 
 // What each is in X-Plane 11 and 12. Numbers to 50 and above 269 are the program's own; the others are a
-// single-engine light aircraft's, to begin with.
-constexpr GroupRow kGroups[] = {
-    Group(1, "Airspeed", "Indicated airspeed, kt", Use::Gauge, kPlane, 3, 0, kAsItIs, 0, 200),
-    Group(3, "Heading", "Magnetic heading, degrees", Use::Gauge, kPlane, 17, 3, kAsItIs, 0, 360),
-    Group(4, "Bank", "Bank, degrees, right positive", Use::Gauge, kPlane, 17, 1, kAsItIs, -180, 180),
-    Group(5, "Pitch", "Pitch, degrees, up positive", Use::Gauge, kPlane, 17, 0, kAsItIs, -90, 90),
-    Group(6, "Vert. speed", "Vertical speed, ft/min", Use::Gauge, kPlane, 4, 2, kAsItIs, -2000, 2000),
-    Group(13, "Outside temp.", "Outside temperature, degrees C", Use::DedicatedGauge, kPlane, 6, 1, kAsItIs,
-          -60, 60),
-    Group(51, "Fuel left", "Fuel in the left tank, US gal", Use::Gauge, kFuel, 62, 0, kGallons, 0, 26),
-    Group(52, "Fuel right", "Fuel in the right tank, US gal", Use::Gauge, kFuel, 62, 1, kGallons, 0, 26),
-    Group(53, "Oil temp.", "Oil temperature, degrees F, of an aircraft that tells it in degrees C",
-          Use::Gauge, kEngines, 50, 0, kFahrenheit, 75, 245),
-    Group(54, "Oil pressure", "Oil pressure, psi", Use::Gauge, kEngines, 49, 0, kAsItIs, 0, 115),
-    Group(55, "EGT", "Exhaust gas temperature, degrees F, of an aircraft that tells it in degrees C",
-          Use::Gauge, kEngines, 47, 0, kFahrenheit, 900, 1700),
-    Group(56, "Fuel flow", "Fuel flow, US gal/h", Use::Gauge, kFuel, 45, 0, kGallons, 0, 20),
-};
-
+// single-engine light aircraft's, to begin with. Names that both versions answer to are used throughout, so
+// that nothing has to be switched on in X-Plane; docs/functions.md has the reasons for those that look odd.
 constexpr DatarefRow kDatarefs[] = {
+    Dataref(1, "Airspeed", Use::Gauge, kPlane, 20, kAsItIs, 0, 200,
+            {"sim/cockpit2/gauges/indicators/airspeed_kts_pilot"}),
     Dataref(2, "Altitude", Use::Gauge, kPlane, 20, kAsItIs, -1000, 20000,
             {"sim/cockpit2/gauges/indicators/altitude_ft_pilot"}),
+    Dataref(3, "Heading", Use::Gauge, kPlane, 20, kAsItIs, 0, 360,
+            {"sim/cockpit2/gauges/indicators/heading_AHARS_deg_mag_pilot"}),
+    Dataref(4, "Bank", Use::Gauge, kPlane, 20, kAsItIs, -180, 180,
+            {"sim/cockpit2/gauges/indicators/roll_AHARS_deg_pilot"}),
+    Dataref(5, "Pitch", Use::Gauge, kPlane, 20, kAsItIs, -90, 90,
+            {"sim/cockpit2/gauges/indicators/pitch_AHARS_deg_pilot"}),
+    Dataref(6, "Vert. speed", Use::Gauge, kPlane, 20, kAsItIs, -2000, 2000,
+            {"sim/cockpit2/gauges/indicators/vvi_fpm_pilot"}),
     Dataref(7, "Compass", Use::Gauge, kPlane, 10, kAsItIs, 0, 360,
             {"sim/cockpit2/gauges/indicators/compass_heading_deg_mag"}),
     Dataref(8, "Air pressure", Use::Gauge, kPlane, 5, kAsItIs, 28, 31,
@@ -100,29 +84,33 @@ constexpr DatarefRow kDatarefs[] = {
              "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_copilot"}),
     Dataref(9, "Voltage", Use::Gauge, kCockpit, 2, kAsItIs, 0, 32,
             {"sim/cockpit2/electrical/bus_volts[0]", "sim/cockpit2/electrical/bus_volts[1]"}),
+    Dataref(10, "Time of day", Use::DedicatedGauge, kCockpit, 2, kHoursOfSeconds, 0, 24,
+            {"sim/time/zulu_time_sec", "sim/time/local_time_sec"}),
+    Dataref(13, "Outside temp.", Use::DedicatedGauge, kPlane, 2, kAsItIs, -60, 60,
+            {"sim/cockpit2/temperature/outside_air_temp_degc"}),
     Dataref(14, "Instr. lights", Use::OutputLed, kCockpit, 5, kLampLevel, 0, 1023,
             {"sim/cockpit2/switches/instrument_brightness_ratio[0]"}),
     Dataref(16, "Nav. lights", Use::SwitchAndLed, kExternal, 5, kAsItIs, 0, 1,
             {"sim/cockpit2/switches/navigation_lights_on"}),
-    Dataref(20, "COM1 active", Use::DedicatedGauge, kRadios, 5, kAsItIs, 11800, 13697,
-            {"sim/cockpit/radios/com1_freq_hz"}),
-    Dataref(21, "COM2 active", Use::DedicatedGauge, kRadios, 5, kAsItIs, 11800, 13697,
-            {"sim/cockpit/radios/com2_freq_hz"}),
-    Dataref(22, "COM1 standby", Use::DedicatedGauge, kRadios, 5, kAsItIs, 11800, 13697,
-            {"sim/cockpit/radios/com1_stdby_freq_hz"}),
-    Dataref(23, "COM2 standby", Use::DedicatedGauge, kRadios, 5, kAsItIs, 11800, 13697,
-            {"sim/cockpit/radios/com2_stdby_freq_hz"}),
+    Dataref(20, "COM1 active", Use::DedicatedGauge, kRadios, 5, kTenKilohertz, 11800, 13699,
+            {"sim/cockpit2/radios/actuators/com1_frequency_hz_833"}),
+    Dataref(21, "COM2 active", Use::DedicatedGauge, kRadios, 5, kTenKilohertz, 11800, 13699,
+            {"sim/cockpit2/radios/actuators/com2_frequency_hz_833"}),
+    Dataref(22, "COM1 standby", Use::DedicatedGauge, kRadios, 5, kTenKilohertz, 11800, 13699,
+            {"sim/cockpit2/radios/actuators/com1_standby_frequency_hz_833"}),
+    Dataref(23, "COM2 standby", Use::DedicatedGauge, kRadios, 5, kTenKilohertz, 11800, 13699,
+            {"sim/cockpit2/radios/actuators/com2_standby_frequency_hz_833"}),
     Dataref(24, "NAV active", Use::DedicatedGauge, kRadios, 5, kAsItIs, 10800, 11795,
             {"sim/cockpit/radios/nav1_freq_hz", "sim/cockpit/radios/nav2_freq_hz"}),
     Dataref(25, "NAV standby", Use::DedicatedGauge, kRadios, 5, kAsItIs, 10800, 11795,
             {"sim/cockpit/radios/nav1_stdby_freq_hz", "sim/cockpit/radios/nav2_stdby_freq_hz"}),
-    Dataref(26, "Transponder", Use::DedicatedGauge, kRadios, 5, kAsItIs, 0, 7777,
-            {"sim/cockpit2/radios/actuators/transponder_code"}),
+    Dataref(
+        26, "Transponder", Use::DedicatedGauge, kRadios, 5, kAsItIs, 0, 7777,
+        {"sim/cockpit2/radios/actuators/transponder_code", "sim/cockpit2/radios/actuators/transponder_code"}),
     Dataref(27, "DME distance", Use::DedicatedGauge, kRadios, 5, kAsItIs, 0, 200,
             {"sim/cockpit2/radios/indicators/nav1_dme_distance_nm",
              "sim/cockpit2/radios/indicators/nav2_dme_distance_nm",
-             "sim/cockpit2/radios/indicators/dme_dme_distance_nm",
-             "sim/cockpit2/radios/actuators/DME_slave_source"}),
+             "sim/cockpit2/radios/indicators/dme_dme_distance_nm"}),
     Dataref(28, "DME speed", Use::DedicatedGauge, kRadios, 5, kAsItIs, 0, 999,
             {"sim/cockpit2/radios/indicators/nav1_dme_speed_kts",
              "sim/cockpit2/radios/indicators/nav2_dme_speed_kts"}),
@@ -155,6 +143,17 @@ constexpr DatarefRow kDatarefs[] = {
              "sim/cockpit2/radios/indicators/inner_marker_lit"}),
     Dataref(47, "XPDR mode", Use::DedicatedGauge, kRadios, 5, kAsItIs, 0, 4,
             {"sim/cockpit2/radios/actuators/transponder_mode"}),
+    Dataref(51, "Fuel left", Use::Gauge, kFuel, 5, kGallons, 0, 26, {"sim/cockpit2/fuel/fuel_quantity[0]"}),
+    Dataref(52, "Fuel right", Use::Gauge, kFuel, 5, kGallons, 0, 26, {"sim/cockpit2/fuel/fuel_quantity[1]"}),
+    // Temperatures in degrees F, of an aircraft that tells them in degrees C.
+    Dataref(53, "Oil temp.", Use::Gauge, kEngines, 5, kFahrenheit, 75, 245,
+            {"sim/cockpit2/engine/indicators/oil_temperature_deg_C[0]"}),
+    Dataref(54, "Oil pressure", Use::Gauge, kEngines, 5, kAsItIs, 0, 115,
+            {"sim/cockpit2/engine/indicators/oil_pressure_psi[0]"}),
+    Dataref(55, "EGT", Use::Gauge, kEngines, 5, kFahrenheit, 900, 1700,
+            {"sim/cockpit2/engine/indicators/EGT_deg_C[0]", "sim/cockpit2/engine/indicators/EGT_deg_cel[0]"}),
+    Dataref(56, "Fuel flow", Use::Gauge, kFuel, 5, kGallonsAnHour, 0, 20,
+            {"sim/cockpit2/engine/indicators/fuel_flow_kg_sec[0]"}),
     Dataref(57, "Vacuum", Use::Gauge, kEngines, 5, kInchesOfSuction, 3, 7,
             {"sim/cockpit2/gauges/indicators/suction_1_ratio"}),
     Dataref(58, "Battery amps", Use::Gauge, kEngines, 5, kAsItIs, -60, 60,
@@ -164,7 +163,7 @@ constexpr DatarefRow kDatarefs[] = {
     Dataref(60, "Manifold press", Use::Gauge, kEngines, 10, kAsItIs, 10, 35,
             {"sim/cockpit2/engine/indicators/MPR_in_hg[0]"}),
     Dataref(61, "CHT", Use::Gauge, kEngines, 5, kFahrenheit, 100, 500,
-            {"sim/cockpit2/engine/indicators/CHT_deg_cel[0]"}),
+            {"sim/cockpit2/engine/indicators/CHT_deg_C[0]", "sim/cockpit2/engine/indicators/CHT_deg_cel[0]"}),
     Dataref(62, "Flaps", Use::Gauge, kSurfaces, 10, kPercent, 0, 100,
             {"sim/cockpit2/controls/flap_handle_deploy_ratio"}),
     Dataref(63, "Turn rate", Use::Gauge, kPlane, 10, kAsItIs, -30, 30,
@@ -172,7 +171,7 @@ constexpr DatarefRow kDatarefs[] = {
     Dataref(64, "Low volts", Use::OutputLed, kCockpit, 5, kAsItIs, 0, 1,
             {"sim/cockpit2/annunciators/low_voltage"}),
     Dataref(65, "Parking brake", Use::OutputLed, kCockpit, 5, kPercent, 0, 100,
-            {"sim/cockpit2/controls/parking_brake_ratio"}),
+            {"sim/flightmodel/controls/parkbrake"}),
     Dataref(66, "Course", Use::DedicatedGauge, kRadios, 5, kAsItIs, 0, 360,
             {"sim/cockpit2/radios/actuators/nav1_obs_deg_mag_pilot",
              "sim/cockpit2/radios/actuators/nav2_obs_deg_mag_pilot"}),
@@ -184,6 +183,8 @@ constexpr DatarefRow kDatarefs[] = {
             {"sim/cockpit/radios/adf1_freq_hz"}),
     Dataref(70, "ADF standby", Use::DedicatedGauge, kRadios, 5, kAsItIs, 190, 1799,
             {"sim/cockpit/radios/adf1_stdby_freq_hz"}),
+    Dataref(71, "DME source", Use::DedicatedGauge, kRadios, 5, kFromOne, 1, 2,
+            {"sim/cockpit2/radios/actuators/DME_slave_source"}),
     // The autopilot panel's block.
     Dataref(91, "AP state", Use::DedicatedGauge, kAutopilot, 5, kAsItIs, 0, 2,
             {"sim/cockpit/autopilot/autopilot_mode"}),
@@ -240,18 +241,6 @@ std::string Entry(std::size_t number, std::string_view text) {
   return '#' + std::to_string(number) + ':' + std::string(text) + "\r\n";
 }
 
-// The time of day stands twice in one group: UTC and local.
-void DefineTime(ConfigModel& model) {
-  constexpr GroupRow kTime = Group(10, "Time of day", "Time of day, hours; sequence number 1 UTC, 2 local",
-                                   Use::DedicatedGauge, kCockpit, 1, 5, kAsItIs, 0, 24);
-  FunctionRecord* record = Define(model, kTime, DataType::Float);
-  if (record == nullptr) return;
-  record->FullName = kTime.fullName;
-  record->XPindex1 = record->XPindex2 = kTime.group;
-  record->XPVal1 = kTime.value;
-  record->XPVal2 = 6;
-}
-
 // A list of commands, run by their numbers.
 void DefineCommands(ConfigModel& model, std::int16_t number, std::string_view shortName, Category category,
                     std::initializer_list<std::string_view> commands) {
@@ -266,13 +255,6 @@ void DefineCommands(ConfigModel& model, std::int16_t number, std::string_view sh
 }  // namespace
 
 void FillStandardFunctions(ConfigModel& model) {
-  for (const auto& row : kGroups) {
-    if (FunctionRecord* record = Define(model, row, DataType::Float)) {
-      record->FullName = row.fullName;
-      record->XPindex1 = row.group;
-      record->XPVal1 = row.value;
-    }
-  }
   for (const auto& row : kDatarefs) {
     FunctionRecord* record = Define(model, row, DataType::XplaneDataref);
     if (record == nullptr) continue;
@@ -283,7 +265,6 @@ void FillStandardFunctions(ConfigModel& model) {
       *frequencies[i] = row.frequency;
     }
   }
-  DefineTime(model);
   DefineCommands(model, 46, "XPDR ident", kRadios, {"sim/transponder/transponder_ident"});
   // The buttons of the autopilot panel, in the order of their bits.
   DefineCommands(model, 92, "AP buttons", kAutopilot,

@@ -78,7 +78,7 @@ class Flight {
   void Run() {
     Start();
     program_->Run().cmdRun_Click();
-    EXPECT_TRUE(Eventually([this] { return Sim().Client().has_value(); }));
+    EXPECT_TRUE(Eventually([this] { return Sim().Subscriptions() > 0; }));
   }
 
   Program& TheProgram() { return *program_; }

@@ -7,7 +7,7 @@ namespace {
 // The demonstration's definitions: switches A1 parking brake, A5 flaps by command, A7 a keystroke, B1/B2 an
 // encoder of the heading bug; axis 1 the throttle; lamp 1 the parking brake.
 constexpr int kParkingBrakeSwitch = 0, kFlapsSwitch = 4, kKeySwitch = 6, kHeadingEncoder = 8;
-const char* const kBrakeDataref = "sim/cockpit2/controls/parking_brake_ratio";
+const char* const kBrakeDataref = "sim/flightmodel/controls/parkbrake";
 const char* const kHeadingDataref = "sim/cockpit2/autopilot/heading_dial_deg_mag_pilot";
 const char* const kThrottleDataref = "sim/cockpit2/engine/actuators/throttle_ratio_all";
 

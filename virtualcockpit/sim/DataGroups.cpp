@@ -34,7 +34,7 @@ constexpr FeedRow kFeeds[] = {
     {5, 0, "sim/weather/barometer_sealevel_inhg", 1},
     {5, 4, "sim/weather/aircraft/wind_now_direction_degt", 1},
     {6, 0, "vc/ambient_pressure_inhg", 1},
-    {6, 1, "vc/ambient_temperature_c", 1},
+    {6, 1, "sim/cockpit2/temperature/outside_air_temp_degc", 1},
     {7, 0, "sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot", 1},
     {7, 2, "sim/cockpit2/gauges/indicators/suction_1_ratio", 1},
     {7, 3, "sim/cockpit2/gauges/indicators/suction_2_ratio", 1},

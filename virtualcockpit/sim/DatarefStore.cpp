@@ -47,7 +47,9 @@ DatarefStore::DatarefStore() {
     const int other = Find(row.other);
     if (one == kNone || other == kNone) continue;
     entries_[static_cast<std::size_t>(one)].twin = other;
+    entries_[static_cast<std::size_t>(one)].twinScale = row.scale;
     entries_[static_cast<std::size_t>(other)].twin = one;
+    entries_[static_cast<std::size_t>(other)].twinScale = 1 / row.scale;
   }
 }
 
@@ -77,13 +79,18 @@ void DatarefStore::Define(std::string_view name) {
   Add(std::string(name), Entry{});
 }
 
+double DatarefStore::TwinValue(const Entry& entry) {
+  const double value = entry.value * entry.twinScale;
+  return entry.twinScale < 1 ? std::floor(value) : value;  // the coarser name has no room for the rest
+}
+
 bool DatarefStore::Write(int place, double value) {
   if (place < 0 || place >= static_cast<int>(entries_.size()) || !std::isfinite(value)) return false;
   Entry& entry = entries_[static_cast<std::size_t>(place)];
   if (entry.source == Source::Flown) return false;
   entry.value = value;
   entry.written = true;
-  if (entry.twin != kNone) entries_[static_cast<std::size_t>(entry.twin)].value = value;
+  if (entry.twin != kNone) entries_[static_cast<std::size_t>(entry.twin)].value = TwinValue(entry);
   if (entry.source != Source::Scripted) return true;
   // The older and the newer name of one switch go together.
   for (Entry& twin : entries_) {

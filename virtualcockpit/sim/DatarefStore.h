@@ -58,9 +58,11 @@ class DatarefStore {
     Source source = Source::Free;
     double value = 0;
     bool written = false;
-    int twin = kNone;  // the place of the same value's other name
+    int twin = kNone;      // the place of the same value's other name
+    double twinScale = 1;  // the other's value is this one's times it
   };
   int Add(std::string name, const Entry& entry);
+  static double TwinValue(const Entry& entry);
 
   std::vector<Entry> entries_;
   std::unordered_map<std::string, int> places_;

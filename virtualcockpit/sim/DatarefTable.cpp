@@ -231,6 +231,10 @@ constexpr DatarefRow kRows[] = {
     {"sim/cockpit/radios/com1_stdby_freq_hz", nullptr, 12170, Free},
     {"sim/cockpit/radios/com2_freq_hz", nullptr, 12345, Free},
     {"sim/cockpit/radios/com2_stdby_freq_hz", nullptr, 12780, Free},
+    {"sim/cockpit2/radios/actuators/com1_frequency_hz_833", nullptr, 118500, Free},
+    {"sim/cockpit2/radios/actuators/com1_standby_frequency_hz_833", nullptr, 121705, Free},
+    {"sim/cockpit2/radios/actuators/com2_frequency_hz_833", nullptr, 123450, Free},
+    {"sim/cockpit2/radios/actuators/com2_standby_frequency_hz_833", nullptr, 127800, Free},
     {"sim/cockpit/radios/nav1_freq_hz", nullptr, 11030, Free},
     {"sim/cockpit/radios/nav1_stdby_freq_hz", nullptr, 11340, Free},
     {"sim/cockpit/radios/nav2_freq_hz", nullptr, 11560, Free},
@@ -291,12 +295,17 @@ constexpr DatarefRow kRows[] = {
     {"sim/cockpit2/annunciators/fuel_quantity", &S::lowFuel, 1, Flown},
     {"sim/cockpit2/annunciators/generator", &S::lowVolts, 1, Flown},
     {"vc/ambient_pressure_inhg", &S::ambientPressure, 1, Flown},
-    {"vc/ambient_temperature_c", &S::ambientTemperature, 1, Flown},
+    {"sim/cockpit2/temperature/outside_air_temp_degc", &S::ambientTemperature, 1, Flown},
     {"sim/weather/aircraft/wind_now_direction_degt", &S::windDirection, 1, Flown},
 };
 
-// Both names in the same unit.
 constexpr TwinRow kTwins[] = {
+    {"sim/cockpit/radios/com1_freq_hz", "sim/cockpit2/radios/actuators/com1_frequency_hz_833", 10},
+    {"sim/cockpit/radios/com1_stdby_freq_hz", "sim/cockpit2/radios/actuators/com1_standby_frequency_hz_833",
+     10},
+    {"sim/cockpit/radios/com2_freq_hz", "sim/cockpit2/radios/actuators/com2_frequency_hz_833", 10},
+    {"sim/cockpit/radios/com2_stdby_freq_hz", "sim/cockpit2/radios/actuators/com2_standby_frequency_hz_833",
+     10},
     {"sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot", "sim/cockpit/misc/barometer_setting"},
     {"sim/cockpit/radios/nav1_obs_degm", "sim/cockpit2/radios/actuators/nav1_obs_deg_mag_pilot"},
     {"sim/cockpit/radios/nav2_obs_degm", "sim/cockpit2/radios/actuators/nav2_obs_deg_mag_pilot"},

@@ -172,7 +172,8 @@ TEST(AdviceOnFunctions, SaysWhatWillHardlyWork) {
     const char* lines;
     Byte rate1, rate2;
     float factor;
-    const char* words;  // none: nothing is wrong
+    const char* words;  // empty: there is no advice
+    FunctionUse use = FunctionUse::Gauge;
   } rows[] = {{XplaneDataref, "Left tank\r\n#1:a/b\r\n", 10, 0, 1, ""},
               {XplaneDataref, "#1:a/b\r\n", 0, 0, 1, "#1 is written only"},
               {XplaneDataref, "#1:a/b\r\n", 10, 5, 1, "no line #2:"},
@@ -182,6 +183,9 @@ TEST(AdviceOnFunctions, SaysWhatWillHardlyWork) {
               {XplaneCmnd, "#1:a/b\r\n", 0, 0, 0, ""},
               {Float, "", 0, 0, 1, ""},
               {Float, "", 0, 0, 0, "0"},
+              {Float, "", 0, 0, 1, "", FunctionUse::InputSwitch},
+              {Integer, "", 0, 0, 1, ""},
+              {Integer, "", 0, 0, 1, "high byte first", FunctionUse::InputSwitch},
               {XplaneDataref, "#1 a/b\r\n", 10, 0, 1, "goes on with"},
               {XplaneDataref, "#1:a/b\r\n#5:a/c\r\n", 10, 0, 1, "#5: is never"},
               {XplaneDataref, "#1:a/b \r\n", 10, 0, 1, "#1: is followed by no path"},
@@ -189,6 +193,7 @@ TEST(AdviceOnFunctions, SaysWhatWillHardlyWork) {
   for (const auto& row : rows) {
     FunctionRecord f{.ShortName = "F", .FullName = row.lines};
     f.ComboDT = static_cast<Byte>(row.type);
+    f.FuncType = static_cast<Byte>(row.use);
     f.XPVal1 = row.rate1;
     f.XPVal2 = row.rate2;
     f.Multiplier = f.Devider = row.factor;

@@ -1,63 +1,95 @@
 #include "virtualcockpit/Options.h"
 
+#include <QCommandLineParser>
 #include <charconv>
 
 namespace tvx::vc {
 namespace {
 
+const QString kConfig = QStringLiteral("config"), kPort = QStringLiteral("port"),
+              kSpeed = QStringLiteral("speed"), kPrint = QStringLiteral("print"),
+              kSeconds = QStringLiteral("seconds"), kScreenshot = QStringLiteral("screenshot"),
+              kFolder = QStringLiteral("folder");
+constexpr int kHighestPort = 65535, kMostSeconds = 1000000;
+constexpr double kSlowest = 0.1, kFastest = 50;
+
+// A number and no blank beside it.
 template <typename Number>
-bool ReadNumber(const std::string& text, Number least, Number most, Number& number) {
+bool ReadNumber(const QString& value, Number least, Number most, Number& number) {
+  const std::string text = value.toStdString();
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size() && number >= least && number <= most;
 }
 
-}  // namespace
-
-std::string UsageText() {
-  return "virtual-cockpit [--config FILE] [--port N] [--speed X] [--print] [--seconds N]\n"
-         "                [--screenshot FILE] [--folder DIR]\n"
-         "\n"
-         "  --config FILE      the configuration whose cockpit is shown (else the start-up file's)\n"
-         "  --port N           where the simulator listens, 0 for any free port (else the configuration's)\n"
-         "  --speed X          speed of the flight, 0.1 to 50\n"
-         "  --print            prints once a second what simulator and instruments show\n"
-         "  --seconds N        ends by itself after N seconds\n"
-         "  --screenshot FILE  keeps a picture of the window, taken shortly before the end\n"
-         "  --folder DIR       the working folder, where comports/ is\n";
+void Describe(QCommandLineParser& parser) {
+  // Words with one dash, as -platform, are Qt's: they are not a row of letters.
+  parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+  parser.setApplicationDescription(QStringLiteral("A stand-in for the simulator and for the instruments."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  parser.addOptions({
+      {kConfig, QStringLiteral("The configuration whose cockpit is shown (else the start-up file's)."),
+       QStringLiteral("FILE")},
+      {kPort, QStringLiteral("Where the simulator listens, 0 for any free port (else the configuration's)."),
+       QStringLiteral("N")},
+      {kSpeed, QStringLiteral("Speed of the flight, 0.1 to 50."), QStringLiteral("X")},
+      {kPrint, QStringLiteral("Prints once a second what simulator and instruments show.")},
+      {kSeconds, QStringLiteral("Ends by itself after N seconds."), QStringLiteral("N")},
+      {kScreenshot, QStringLiteral("Keeps a picture of the window, taken shortly before the end."),
+       QStringLiteral("FILE")},
+      {kFolder, QStringLiteral("The working folder, where comports/ is."), QStringLiteral("DIR")},
+  });
 }
 
-bool ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& error) {
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& name = arguments[i];
-    if (name == "--print") {
-      options.print = true;
-      continue;
-    }
-    if (name == "--help" || name == "-h") {
-      options.help = true;
-      continue;
-    }
-    const bool known = name == "--config" || name == "--port" || name == "--speed" || name == "--seconds" ||
-                       name == "--screenshot" || name == "--folder";
-    if (!known || i + 1 >= arguments.size()) {
-      error = known ? name + " needs a value" : "unknown option " + name;
-      return false;
-    }
-    const std::string& value = arguments[++i];
-    bool good = !value.empty();
-    int number = 0;
-    if (name == "--config") options.config = value;
-    if (name == "--screenshot") options.screenshot = value;
-    if (name == "--folder") options.folder = value;
-    if (name == "--port" && (good = ReadNumber(value, 0, 65535, number))) options.port = number;
-    if (name == "--seconds" && (good = ReadNumber(value, 1, 1000000, number))) options.seconds = number;
-    if (name == "--speed") good = ReadNumber(value, 0.1, 50.0, options.speed);
-    if (!good) {
-      error = name + ": \"" + value + "\" is not possible";
-      return false;
-    }
+// Reads the values; false with the name of the first option whose value is not possible.
+bool TakeValues(const QCommandLineParser& parser, Options& options, QString& wrong) {
+  const auto text = [&](const QString& name, auto& into) {
+    if (!parser.isSet(name)) return true;
+    into = parser.value(name).toStdString();
+    wrong = name;
+    return !parser.value(name).isEmpty();
+  };
+  const auto whole = [&](const QString& name, int least, int most, std::optional<int>& into) {
+    if (!parser.isSet(name)) return true;
+    wrong = name;
+    return ReadNumber(parser.value(name), least, most, into.emplace());
+  };
+  if (!text(kConfig, options.config) || !text(kScreenshot, options.screenshot) ||
+      !text(kFolder, options.folder) || !whole(kPort, 0, kHighestPort, options.port) ||
+      !whole(kSeconds, 1, kMostSeconds, options.seconds)) {
+    return false;
   }
-  return true;
+  wrong = kSpeed;
+  return !parser.isSet(kSpeed) || ReadNumber(parser.value(kSpeed), kSlowest, kFastest, options.speed);
+}
+
+}  // namespace
+
+bool ParseOptions(const QStringList& arguments, Options& options, QString& error) {
+  QCommandLineParser parser;
+  Describe(parser);
+  const bool known = parser.parse(arguments);
+  options.help = parser.isSet(QStringLiteral("help"));
+  options.version = parser.isSet(QStringLiteral("version"));
+  options.print = parser.isSet(kPrint);
+  if (!known) {
+    error = parser.errorText();
+    return false;
+  }
+  if (!parser.positionalArguments().isEmpty()) {
+    error = QStringLiteral("\"%1\" is no option.").arg(parser.positionalArguments().first());
+    return false;
+  }
+  QString wrong;
+  if (TakeValues(parser, options, wrong)) return true;
+  error = QStringLiteral("--%1: \"%2\" is not possible.").arg(wrong, parser.value(wrong));
+  return false;
+}
+
+QString HelpText() {
+  QCommandLineParser parser;
+  Describe(parser);
+  return parser.helpText();
 }
 
 }  // namespace tvx::vc

@@ -1,9 +1,9 @@
 // The command line of the virtual cockpit.
 #pragma once
 
+#include <QStringList>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tvx::vc {
 
@@ -12,14 +12,16 @@ struct Options {
   std::optional<int> port;  // 0: any free one
   double speed = 1;
   bool print = false;
-  std::optional<int> seconds;  // ends by itself after these
+  std::optional<int> seconds;  // after which it ends by itself
   std::optional<std::string> screenshot;
   std::string folder = ".";
-  bool help = false;
+  bool help = false, version = false;
 };
 
-// False with the reason in words for an unknown option, a missing value or one that is no sensible number.
-bool ParseOptions(const std::vector<std::string>& arguments, Options& options, std::string& error);
-std::string UsageText();
+// `arguments` begin with the program's own name. False with the reason in words for an unknown option, a
+// missing value or a number out of range; `help` and `version` are set all the same where they stand.
+bool ParseOptions(const QStringList& arguments, Options& options, QString& error);
+// All options with what they do. Needs an application object of any kind, but no display.
+QString HelpText();
 
 }  // namespace tvx::vc

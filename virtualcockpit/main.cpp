@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "base/Version.h"
 #include "virtualcockpit/Cockpit.h"
 #include "virtualcockpit/EndSignals.h"
 #include "virtualcockpit/Options.h"
@@ -19,6 +20,22 @@ constexpr int kPictureBeforeEndMs = 300;
 
 void Say(const std::string& text) {
   std::fprintf(stderr, "virtual-cockpit: %s\n", text.c_str());
+}
+
+QString Utf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// What --help and --version print; std::nullopt when neither was asked for. Needs no display.
+std::optional<QString> AnswerWithoutWindow(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  vc::Options options;
+  QString ignored;  // Qt's own options, as -platform, are still among the arguments
+  vc::ParseOptions(QCoreApplication::arguments(), options, ignored);
+  if (options.help) return vc::HelpText();
+  if (!options.version) return std::nullopt;
+  return QCoreApplication::applicationName() + QStringLiteral(" ") + QCoreApplication::applicationVersion() +
+         QStringLiteral("\n");
 }
 
 // Prints, ends and takes the picture at the times that the options name.
@@ -44,22 +61,19 @@ void Schedule(const vc::Options& options, vc::PanelWindow& window, QApplication&
 
 int main(int argc, char** argv) {
   vc::EndSignals::HoldBack();
-  QApplication application(argc, argv);
-  QApplication::setApplicationName(QStringLiteral("virtual-cockpit"));
-  vc::Options options;
-  std::string error;
-  QStringList words = QApplication::arguments();
-  words.removeFirst();
-  std::vector<std::string> arguments;
-  for (const QString& word : words) arguments.push_back(word.toStdString());
-  if (!vc::ParseOptions(arguments, options, error)) {
-    Say(error);
-    std::fputs(vc::UsageText().c_str(), stderr);
-    return kBadCommandLine;
-  }
-  if (options.help) {
-    std::fputs(vc::UsageText().c_str(), stdout);
+  QCoreApplication::setApplicationName(QStringLiteral("virtual-cockpit"));
+  QCoreApplication::setApplicationVersion(Utf8(kProgramVersion));
+  if (const auto answer = AnswerWithoutWindow(argc, argv)) {
+    std::fputs(qUtf8Printable(*answer), stdout);
     return 0;
+  }
+  QApplication application(argc, argv);
+  vc::Options options;
+  QString reason;
+  if (!vc::ParseOptions(QCoreApplication::arguments(), options, reason)) {
+    Say(reason.toStdString());
+    std::fputs(qUtf8Printable(vc::HelpText()), stderr);
+    return kBadCommandLine;
   }
   // Files are named from where the program was called, whatever folder it then works in.
   for (std::optional<std::string>* file : {&options.config, &options.screenshot}) {
@@ -73,6 +87,7 @@ int main(int argc, char** argv) {
   }
 
   ConfigModel model;
+  std::string error;
   const bool loaded =
       vc::LoadConfiguration(options.config ? *options.config : vc::DefaultConfiguration(), model, error);
   if (!loaded) Say(error);

@@ -37,20 +37,24 @@ TEST(Cockpit, NeverTakesALinkThatLeadsToARealDevice) {
 
 TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
   Options options;
-  std::string error;
-  EXPECT_TRUE(ParseOptions({"--config", "a.cfg", "--port", "0", "--speed", "2.5", "--print", "--seconds",
-                            "30", "--screenshot", "b.png", "--folder", "demo"},
+  QString error;
+  EXPECT_TRUE(ParseOptions({"vc", "--config", "a.cfg", "--port", "0", "--speed", "2.5", "--print",
+                            "--seconds", "30", "--screenshot", "b.png", "--folder", "demo"},
                            options, error));
   EXPECT_EQ(options.speed, 2.5);
-  using Words = std::vector<std::string>;
-  const Words wrong[] = {{"--port"},         {"--port", "65536"}, {"--port", "x"},    {"--port", "1 "},
-                         {"--speed", "nan"}, {"--speed", "0"},    {"--seconds", "0"}, {"--config", ""},
-                         {"--what"},         {"file.cfg"}};
-  for (const Words& bad : wrong) {
+  EXPECT_EQ(options.port, 0);
+  EXPECT_EQ(options.folder, "demo");
+  const QStringList wrong[] = {{"--port"},         {"--port", "65536"}, {"--port", "x"},    {"--port", "1 "},
+                               {"--speed", "nan"}, {"--speed", "0"},    {"--seconds", "0"}, {"--config", ""},
+                               {"--what"},         {"file.cfg"}};
+  for (const QStringList& bad : wrong) {
     error.clear();
-    EXPECT_FALSE(ParseOptions(bad, options, error));
-    EXPECT_NE(error.find(bad[0]), std::string::npos);
+    EXPECT_FALSE(ParseOptions(QStringList("vc") + bad, options, error));
+    EXPECT_TRUE(error.contains(QString(bad[0]).remove("--"))) << error.toStdString();
   }
+  options = {};
+  EXPECT_FALSE(ParseOptions({"vc", "--help", "-platform", "offscreen"}, options, error));
+  EXPECT_TRUE(options.help) << "also beside words that only Qt knows";
 }
 
 }  // namespace

@@ -77,8 +77,8 @@ Cockpit::Cockpit(const ConfigModel& model, Settings settings, QObject* parent)
   const auto lineFor = [this](Unit& unit, int comNumber) {
     return comNumber > 0 ? std::make_unique<UnitLine>(unit, LinkOf(comNumber, settings_)) : nullptr;
   };
-  ioLines_[0] = lineFor(boards_[0], model.General.ComPortIOM1);
-  ioLines_[1] = lineFor(boards_[1], model.General.ComPortIOM2);
+  ioModuleLines_[0] = lineFor(ioModules_[0], model.General.ComPortIOM1);
+  ioModuleLines_[1] = lineFor(ioModules_[1], model.General.ComPortIOM2);
   clusterLine_ = lineFor(cluster_, model.General.ComPortEC);
   const bool voltageKnown = !model.Functions[kVoltage].ShortName.empty();
   for (int id = 1; id < kGauges; ++id) {
@@ -95,7 +95,7 @@ bool Cockpit::Start() {
   const int port = settings_.port.value_or(PortOf(model_));
   const bool simulator = simulation_.Start(static_cast<std::uint16_t>(port));
   bool lines = !HasGaugeBus() || gaugeLine_.Plug();
-  for (UnitLine* line : {IoLine(1), IoLine(2), ClusterLine()})
+  for (UnitLine* line : {IOModuleLine(1), IOModuleLine(2), ClusterLine()})
     lines = (line == nullptr || line->Plug()) && lines;
   return simulator && lines;
 }
@@ -103,7 +103,7 @@ bool Cockpit::Start() {
 void Cockpit::Stop() {
   simulation_.Stop();
   gaugeLine_.Unplug();
-  for (UnitLine* line : {IoLine(1), IoLine(2), ClusterLine()}) {
+  for (UnitLine* line : {IOModuleLine(1), IOModuleLine(2), ClusterLine()}) {
     if (line != nullptr) line->Unplug();
   }
 }

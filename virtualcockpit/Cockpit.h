@@ -10,7 +10,7 @@
 #include "config/Model.h"
 #include "virtualcockpit/bus/GaugeBusLine.h"
 #include "virtualcockpit/lines/ClusterUnit.h"
-#include "virtualcockpit/lines/IoBoard.h"
+#include "virtualcockpit/lines/IOModuleUnit.h"
 #include "virtualcockpit/lines/UnitLine.h"
 #include "virtualcockpit/sim/SimulatorService.h"
 
@@ -25,8 +25,9 @@ std::string DefaultConfiguration();
 class Cockpit : public QObject {
  public:
   struct Settings {
-    std::optional<int>
-        port;  // of the simulator; nothing: the configuration's, otherwise 49000; 0: any free one
+    // Where the simulator listens, 0 for any free port. std::nullopt: the configuration's remote port,
+    // otherwise 49000.
+    std::optional<int> port;
     std::string folder = ".";  // where comports/ is
     bool links = true;         // whether comports/com<n> is made
   };
@@ -45,10 +46,10 @@ class Cockpit : public QObject {
   Simulator& Sim() { return simulation_.Sim(); }
   GaugeBusLine& GaugeLine() { return gaugeLine_; }
   GaugeBus& Gauges() { return gaugeLine_.Bus(); }
-  // IO module 1 or 2 and the engine cluster; the lines are nothing where the configuration names no port.
-  IoBoard& Board(int module) { return boards_[module == 1 ? 0 : 1]; }
+  // IO module 1 or 2 and the engine cluster; their lines are nullptr where the configuration names no port.
+  IOModuleUnit& IOModuleOf(int module) { return ioModules_[module == 1 ? 0 : 1]; }
   ClusterUnit& Cluster() { return cluster_; }
-  UnitLine* IoLine(int module) { return ioLines_[module == 1 ? 0 : 1].get(); }
+  UnitLine* IOModuleLine(int module) { return ioModuleLines_[module == 1 ? 0 : 1].get(); }
   UnitLine* ClusterLine() { return clusterLine_.get(); }
   // False where the configuration names no port for the gauges: there is no line then.
   bool HasGaugeBus() const { return model_.General.ComPortGS > 0; }
@@ -58,9 +59,9 @@ class Cockpit : public QObject {
   Settings settings_;
   SimulatorService simulation_;
   GaugeBusLine gaugeLine_;
-  std::array<IoBoard, 2> boards_;
+  std::array<IOModuleUnit, 2> ioModules_;
   ClusterUnit cluster_;
-  std::array<std::unique_ptr<UnitLine>, 2> ioLines_;
+  std::array<std::unique_ptr<UnitLine>, 2> ioModuleLines_;
   std::unique_ptr<UnitLine> clusterLine_;
 };
 

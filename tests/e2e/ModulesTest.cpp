@@ -17,7 +17,7 @@ struct ModulesTest : testing::Test {
     flight.Run();
   }
   double Dataref(const char* name) { return flight.Sim().Datarefs().ValueOf(name).value_or(-1); }
-  vc::IoBoard& Board() { return flight.TheCockpit().Board(1); }
+  vc::IOModuleUnit& Hardware() { return flight.TheCockpit().IOModuleOf(1); }
   vc::ClusterUnit& Cluster() { return flight.TheCockpit().Cluster(); }
   IOModule& Module() { return flight.TheProgram().IOModule1().Module(); }
 
@@ -27,14 +27,14 @@ struct ModulesTest : testing::Test {
 
 TEST_F(ModulesTest, ASwitchActsAndItsLampFollows) {
   ASSERT_TRUE(Eventually([&] { return Module().SwitchesKnown(); }));
-  Board().SetSwitch(kParkingBrakeSwitch, true);
+  Hardware().SetSwitch(kParkingBrakeSwitch, true);
   EXPECT_TRUE(Eventually([&] { return Dataref(kBrakeDataref) == 1.0; }));
-  EXPECT_TRUE(Eventually([&] { return Board().Lamp(0); })) << "the lamp shows what the simulator says";
-  Board().SetSwitch(kParkingBrakeSwitch, false);
-  EXPECT_TRUE(Eventually([&] { return Dataref(kBrakeDataref) == 0.0 && !Board().Lamp(0); }));
+  EXPECT_TRUE(Eventually([&] { return Hardware().Lamp(0); })) << "the lamp shows what the simulator says";
+  Hardware().SetSwitch(kParkingBrakeSwitch, false);
+  EXPECT_TRUE(Eventually([&] { return Dataref(kBrakeDataref) == 0.0 && !Hardware().Lamp(0); }));
   EXPECT_EQ(Module().StatusText(), "Running");
   flight.TheProgram().HardwareBus().WriteGaugeCommand(kIOModule1Address, iom_command::kDebounce, 256 * 3 + 7);
-  EXPECT_TRUE(Eventually([&] { return Board().Debounce(3) == 7; })) << "a gauge command for the module";
+  EXPECT_TRUE(Eventually([&] { return Hardware().Debounce(3) == 7; })) << "a gauge command for the module";
 }
 
 TEST_F(ModulesTest, EncoderAxisCommandAndKeystroke) {
@@ -43,26 +43,26 @@ TEST_F(ModulesTest, EncoderAxisCommandAndKeystroke) {
   ASSERT_TRUE(Eventually([&] { return Module().SwitchesKnown(); }));
   const int definition = Module().SwitchDefinitionNr(kHeadingEncoder);
   ASSERT_TRUE(Eventually([&] { return Module().CurrentValue(definition) == 90; }));
-  Board().Click(kHeadingEncoder, false);
+  Hardware().Click(kHeadingEncoder, false);
   EXPECT_TRUE(Eventually([&] { return Dataref(kHeadingDataref) == 89; }));
-  Board().SetAxis(0, vc::IoBoard::kTop);
+  Hardware().SetAxis(0, vc::IOModuleUnit::kTop);
   EXPECT_TRUE(Eventually([&] { return Dataref(kThrottleDataref) == 1.0; }));
-  Board().SetSwitch(kFlapsSwitch, true);
+  Hardware().SetSwitch(kFlapsSwitch, true);
   EXPECT_TRUE(Eventually([&] { return flight.Sim().LastCommand() == "sim/flight_controls/flaps_down"; }));
-  Board().SetSwitch(kKeySwitch, true);
+  Hardware().SetSwitch(kKeySwitch, true);
   ASSERT_TRUE(Eventually([&] { return !flight.boxes.shown.empty(); }));
   EXPECT_EQ(flight.boxes.shown[0],
             "Keystroke received from IO module: w\r\nTo send to FS this window must be minimized");
 }
 
 TEST_F(ModulesTest, AModuleThatWasUnpluggedIsLitAgain) {
-  Board().SetSwitch(kParkingBrakeSwitch, true);
-  ASSERT_TRUE(Eventually([&] { return Board().Lamp(0); }));
-  flight.TheCockpit().IoLine(1)->Unplug();
+  Hardware().SetSwitch(kParkingBrakeSwitch, true);
+  ASSERT_TRUE(Eventually([&] { return Hardware().Lamp(0); }));
+  flight.TheCockpit().IOModuleLine(1)->Unplug();
   ASSERT_TRUE(Eventually([&] { return Module().StatusText().find("unplugged") != std::string::npos; }));
-  Board().SetSwitch(kParkingBrakeSwitch, false);
-  ASSERT_TRUE(flight.TheCockpit().IoLine(1)->Plug());
-  EXPECT_TRUE(Eventually([&] { return Dataref(kBrakeDataref) == 0.0 && !Board().Lamp(0); }));
+  Hardware().SetSwitch(kParkingBrakeSwitch, false);
+  ASSERT_TRUE(flight.TheCockpit().IOModuleLine(1)->Plug());
+  EXPECT_TRUE(Eventually([&] { return Dataref(kBrakeDataref) == 0.0 && !Hardware().Lamp(0); }));
   EXPECT_TRUE(flight.boxes.shown.empty());
 }
 

@@ -66,7 +66,7 @@ NewInstallation::NewInstallation(Look look)
   cockpit_->Sim().RestartFlight(130);  // in cruise
   adapters_.Add("Torvex interface module", "CIM-0417", cockpit_->GaugeLine().Path());
   adapters_.Add("Torvex engine cluster", "TEC-0112", cockpit_->ClusterLine()->Path());
-  adapters_.Add("Torvex IO module", "IOM-0231", cockpit_->IoLine(1)->Path());
+  adapters_.Add("Torvex IO module", "IOM-0231", cockpit_->IOModuleLine(1)->Path());
 }
 
 NewInstallation::~NewInstallation() {

@@ -3,7 +3,7 @@
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/bus/GaugeBus.h"
 #include "virtualcockpit/devices/AltimeterDevice.h"
-#include "virtualcockpit/devices/IoModuleDevice.h"
+#include "virtualcockpit/devices/IOModuleDevice.h"
 #include "virtualcockpit/devices/NeedleDevice.h"
 #include "virtualcockpit/devices/VorDevice.h"
 
@@ -55,7 +55,7 @@ TEST_F(GaugeBusTest, RepliesByteByByte) {
   As<VorDevice>(14).TurnKnob(-91);
   EXPECT_EQ(As<VorDevice>(14).KnobDegrees(), 359);
 
-  auto& module = As<IoModuleDevice>(23);
+  auto& module = As<IOModuleDevice>(23);
   module.SetAnalogue(0, 0xABC);
   module.SetAnalogue(1, 0x123);
   module.SetAnalogue(7, 9999);

@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <QMouseEvent>
+#include <QScreen>
 #include <QWheelEvent>
 
 #include "virtualcockpit/devices/RadioDevice.h"
-#include "virtualcockpit/panel/Faces.h"
+#include "virtualcockpit/faces/MakeFace.h"
+#include "virtualcockpit/faces/dials/Scale.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
 #include "virtualcockpit/panel/PanelWindow.h"
-#include "virtualcockpit/panel/Scale.h"
 
 namespace tvx::vc {
 namespace {
@@ -59,6 +60,45 @@ TEST(Faces, DrawEveryKindWhateverTheBusBrings) {
     const QImage works = face->grab().toImage();
     device->SetFault(DeviceFault::Silent);
     EXPECT_NE(face->grab().toImage(), works) << "a fault is shown, type " << type;
+  }
+}
+
+// Only what has moved is painted again: after any sequence of commands, frames and turns of the knobs the
+// screen shows what a whole painting does.
+TEST(Faces, WhatIsPaintedAgainIsEnough) {
+  ConfigModel model;
+  model.Plates.push_back(PlateOf({{0, 0}, {50, 500}, {100, 1040}}));
+  std::uint32_t seed = 7;
+  const auto random = [&seed](int below) {
+    seed = seed * 1664525u + 1013904223u;
+    return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
+  };
+  for (const int type : {1,   2,   3,   5,   8,   10,  101, 103, 104, 105, 106, 108,
+                         109, 110, 112, 113, 120, 122, 123, 124, 125, 130, 140, 200}) {
+    GaugeRecord& record = model.Gauges[10];
+    record = {};
+    record.GaugeType = static_cast<Byte>(type);
+    record.GaugeFunction1 = record.GaugeFunction2 = 1;
+    const auto device = MakeDevice({10, record.GaugeType, 1, 1});
+    const std::unique_ptr<InstrumentWidget> face(MakeFace(*device, model, nullptr));
+    face->SetBackdrop(QColor(40, 44, 50));
+    face->resize(face->Wide() ? QSize(400, 80) : QSize(180, 180));
+    face->show();
+    for (int step = 0; step < 40; ++step) {
+      const int command = random(8) + (random(2) == 0 ? 0 : 9), size = random(3);  // 8 paints everything
+      device->Receive(command, random(size == 0 ? 16 : size == 1 ? 1100 : 20000) - (size == 2 ? 10000 : 0));
+      if (step % 8 == 5 && !face->Controls().empty()) {
+        const Control& control =
+            face->Controls()[static_cast<std::size_t>(random(static_cast<int>(face->Controls().size())))];
+        if (control.turn) control.turn(1);
+        if (control.press) control.press();
+      }
+      face->Advance(0.04);
+      QCoreApplication::processEvents();
+    }
+    const QImage shown =
+        face->screen()->grabWindow(face->winId()).toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(shown, face->grab().toImage().convertToFormat(QImage::Format_RGB32)) << type;
   }
 }
 

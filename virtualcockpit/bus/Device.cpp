@@ -1,20 +1,25 @@
 #include "virtualcockpit/bus/Device.h"
 
+#include "virtualcockpit/bus/Wire.h"
+
 namespace tvx::vc {
 namespace {
 
-constexpr int kLighting = 8;
+constexpr int kLighting = 8;  // the command
+constexpr std::uint32_t kLitBit = 0x01, kBus1Bit = 0x02, kBus2Bit = 0x04, kInstrumentLightsBit = 0x4000,
+                        kNavigationLightsBit = 0x8000;
+constexpr int kBrightnessShift = 4, kBrightnessMask = 0x0F;
 
 FaceLight LightOf(std::int32_t word) {
   const auto bits = static_cast<std::uint32_t>(word < 0 ? 0 : word);
   FaceLight light;
   light.told = true;
-  light.lit = (bits & 0x01) != 0;
-  light.bus1 = (bits & 0x02) != 0;
-  light.bus2 = (bits & 0x04) != 0;
-  light.brightness = static_cast<int>(bits >> 4 & 0x0F);
-  light.instrumentLights = (bits & 0x4000) != 0;
-  light.navigationLights = (bits & 0x8000) != 0;
+  light.lit = (bits & kLitBit) != 0;
+  light.bus1 = (bits & kBus1Bit) != 0;
+  light.bus2 = (bits & kBus2Bit) != 0;
+  light.brightness = static_cast<int>(bits >> kBrightnessShift & kBrightnessMask);
+  light.instrumentLights = (bits & kInstrumentLightsBit) != 0;
+  light.navigationLights = (bits & kNavigationLightsBit) != 0;
   return light;
 }
 
@@ -41,7 +46,11 @@ std::string_view FaultText(DeviceFault fault) {
 void Device::Receive(int command, std::int32_t value) {
   lastCommand_ = command;
   lastValue_ = value;
-  ++changes_;
+  ++heard_;
+  // What it shows already, told once more, is no change.
+  auto& told = told_[static_cast<std::size_t>(command) % told_.size()];
+  if (told != value) ++changes_;
+  told = value;
   if (command == kLighting) {
     light_ = LightOf(value);
   } else {
@@ -50,15 +59,9 @@ void Device::Receive(int command, std::int32_t value) {
 }
 
 Reply Device::Answer() {
-  Reply reply{};
-  reply.front() = 0x00;
-  reply[1] = identity_.gaugeID;
-  reply[2] = identity_.type;
-  reply[3] = identity_.model;
-  reply[4] = identity_.version;
+  Reply reply = EmptyReply(identity_.gaugeID, identity_.type, identity_.model, identity_.version);
   FillReply(reply);
   handMoved_ = false;
-  reply.back() = 0xFF;
   ++answers_;
   return reply;
 }

@@ -1,8 +1,10 @@
 // An instrument on the gauge bus.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "virtualcockpit/bus/Frames.h"
@@ -31,11 +33,13 @@ struct FaceLight {
   int brightness = 0;  // 0..15
   bool bus1 = false, bus2 = false;
   bool instrumentLights = false, navigationLights = false;
+  bool operator==(const FaceLight&) const = default;
 };
 
 class Device {
  public:
-  static constexpr int kReportState = 7;
+  static constexpr int kReportState = 7;  // the command that asks for the answer
+  static constexpr int kCommands = 16;
   struct Identity {
     Byte gaugeID = 0, type = 0, model = 0, version = 0;
     int options = 0;  // the option bits of its configuration
@@ -61,8 +65,10 @@ class Device {
   void FollowBuses(bool follows) { followsBuses_ = follows; }
   // False once the lighting word says that neither bus has power.
   bool Powered() const { return !followsBuses_ || !light_.told || light_.bus1 || light_.bus2; }
-  // Rises with every command: whoever draws the face looks whether it has changed.
+  // Rises with everything that may be seen on the face: new values, a hand at its knobs, a fault.
   std::uint64_t Changes() const { return changes_; }
+  // Rises with every command, also with one that repeats a value.
+  std::uint64_t Heard() const { return heard_; }
   std::uint64_t Answers() const { return answers_; }
   std::int32_t LastCommand() const { return lastCommand_; }  // -1: none yet
   std::int32_t LastValue() const { return lastValue_; }
@@ -70,7 +76,7 @@ class Device {
   DeviceFault Fault() const { return fault_; }
   void SetFault(DeviceFault fault) {
     fault_ = fault;
-    ++changes_;
+    Changed();
   }
 
  protected:
@@ -78,15 +84,19 @@ class Device {
   virtual void OnCommand(int command, std::int32_t value) = 0;
   // Fills bytes 6..24 of the answer; the envelope is filled already.
   virtual void FillReply(Reply&) {}
-  void Changed() { ++changes_; }
+  // The face changes otherwise than by a command.
+  void Changed() {
+    ++changes_;
+    told_ = {};
+  }
   // The hand has set a value that the program sets too.
   void HandMoved() {
     handMoved_ = true;
     handAt_ = now_;
-    ++changes_;
+    Changed();
   }
-  // True until that was told, for three seconds at most: what the program sends meanwhile is older than the
-  // hand.
+  // True until that was reported, for three seconds at most: what the program sends meanwhile is older than
+  // the hand.
   bool HandRules() const { return handMoved_ && now_ - handAt_ < kHandRulesMs; }
 
  private:
@@ -97,7 +107,8 @@ class Device {
   std::int64_t now_ = 0, handAt_ = 0;
   bool handMoved_ = false;
   DeviceFault fault_ = DeviceFault::None;
-  std::uint64_t changes_ = 0, answers_ = 0;
+  std::array<std::optional<std::int32_t>, kCommands> told_{};  // the last value of each command
+  std::uint64_t changes_ = 0, heard_ = 0, answers_ = 0;
   std::int32_t lastCommand_ = -1, lastValue_ = 0;
 };
 

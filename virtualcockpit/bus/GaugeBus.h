@@ -31,7 +31,7 @@ class GaugeBus {
 
   Device& Add(std::unique_ptr<Device> device);
   const std::vector<std::unique_ptr<Device>>& Devices() const { return devices_; }
-  // The first instrument with the address, or nothing.
+  // The first instrument with the address, or nullptr.
   Device* Find(int gaugeID) const;
 
   // Bytes from the line; answers go out through `write` at once, except late ones.

@@ -29,9 +29,10 @@ class PtyLine {
   const std::string& Link() const { return link_; }      // empty where there is none
   const std::string& LastError() const { return error_; }
 
-  // What the program has written, as much as fits; never waits. Empty when there is nothing.
+  // What the program has written, as much as fits into the buffer; never waits. Returns 0 when nothing has
+  // come.
   std::size_t Read(std::span<Byte> buffer);
-  // Writes all or nothing worth waiting for: what the line does not take is dropped and counted.
+  // Writes without waiting: what the line does not take is dropped, and the loss counted.
   void Write(ByteView bytes);
   std::uint64_t Dropped() const { return dropped_; }
 

@@ -2,17 +2,26 @@
 
 #include <algorithm>
 
+#include "virtualcockpit/bus/Wire.h"
+
 namespace tvx::vc {
 namespace {
 
-constexpr int kMostClicks = 100;  // in one answer; the field holds 128 less
-constexpr int kStandardMillibar = 1013, kStandardInches = 2992;
+namespace command {
+constexpr int kFeet = 4, kPressure = 12;
+}
+namespace place {
+constexpr std::size_t kPressure = 7, kReportsClicks = 10, kClicks = 12;
+}
+constexpr int kMostClicks = 100;  // in one answer; the field holds 127
+constexpr int kNoClicks = 128;    // the field's value for them
+constexpr int kStandardMillibar = 1013, kStandardInches = 2992, kHighestPressure = 32767;
 
 }  // namespace
 
-void AltimeterDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4) feet_ = value;
-  if (command == 12) pressure_ = value;
+void AltimeterDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kFeet) feet_ = value;
+  if (number == command::kPressure) pressure_ = value;
 }
 
 void AltimeterDevice::TurnKnob(int clicks) {
@@ -20,17 +29,14 @@ void AltimeterDevice::TurnKnob(int clicks) {
   Changed();
 }
 
-// Always reports clicks of the knob, also none: the pressure alone would be taken as a setting, and a whole
-// millibar that is converted there and back would creep.
+// Always reports clicks of the knob, also when there were none: the pressure alone would be taken as a
+// setting, and a whole millibar that is converted there and back would creep.
 void AltimeterDevice::FillReply(Reply& reply) {
-  const int pressure =
-      std::clamp(pressure_.value_or(Inches() ? kStandardInches : kStandardMillibar), 0, 32767);
-  reply[5] = 'P';
-  reply[6] = static_cast<Byte>(pressure >> 8);
-  reply[7] = static_cast<Byte>(pressure & 0xFF);
-  reply[8] = 'P';
-  reply[9] = 1;
-  reply[11] = static_cast<Byte>(128 + clicks_);
+  const int standard = Inches() ? kStandardInches : kStandardMillibar;
+  PutLetters(reply, 'P', 'P');
+  PutWord(reply, place::kPressure, std::clamp(pressure_.value_or(standard), 0, kHighestPressure));
+  PutByte(reply, place::kReportsClicks, 1);
+  PutByte(reply, place::kClicks, kNoClicks + clicks_);
   clicks_ = 0;
 }
 

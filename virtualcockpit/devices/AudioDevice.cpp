@@ -2,12 +2,26 @@
 
 #include <algorithm>
 
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
+namespace {
 
-void AudioDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4) markers_ = static_cast<std::uint32_t>(std::max(value, 0));
+namespace command {
+constexpr int kMarkers = 4;
+}
+// Bytes of the answer, and the bits in the first two of them.
+namespace place {
+constexpr std::size_t kFirstSelectors = 7, kSecondSelectors = 8, kVolume = 10;
+}
+constexpr int kCom2Bit = 0, kNav2Bit = 1, kCom1Bit = 5;
+constexpr int kNav1Bit = 0, kMarkerBit = 1, kAdfBit = 2, kDmeBit = 3;
+constexpr int kVolumeClick = 8, kLoudest = 255;
+
+}  // namespace
+
+void AudioDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kMarkers) markers_ = static_cast<std::uint32_t>(std::max(value, 0));
 }
 
 void AudioDevice::Toggle(Selector selector) {
@@ -17,16 +31,18 @@ void AudioDevice::Toggle(Selector selector) {
 }
 
 void AudioDevice::TurnVolume(int clicks) {
-  volume_ = std::clamp(volume_ + clicks * 8, 0, 255);
+  volume_ = std::clamp(volume_ + clicks * kVolumeClick, 0, kLoudest);
   Changed();
 }
 
 void AudioDevice::FillReply(Reply& reply) {
-  const auto bit = [this](Selector selector, int place) { return Selected(selector) ? 1 << place : 0; };
-  PutByte(reply, 7, bit(Selector::Com2, 0) | bit(Selector::Nav2, 1) | bit(Selector::Com1, 5));
-  PutByte(reply, 8,
-          bit(Selector::Nav1, 0) | bit(Selector::Marker, 1) | bit(Selector::Adf, 2) | bit(Selector::Dme, 3));
-  PutByte(reply, 10, volume_);
+  const auto bit = [this](Selector selector, int number) { return Selected(selector) ? 1 << number : 0; };
+  PutByte(reply, place::kFirstSelectors,
+          bit(Selector::Com2, kCom2Bit) | bit(Selector::Nav2, kNav2Bit) | bit(Selector::Com1, kCom1Bit));
+  PutByte(reply, place::kSecondSelectors,
+          bit(Selector::Nav1, kNav1Bit) | bit(Selector::Marker, kMarkerBit) | bit(Selector::Adf, kAdfBit) |
+              bit(Selector::Dme, kDmeBit));
+  PutByte(reply, place::kVolume, volume_);
 }
 
 }  // namespace tvx::vc

@@ -2,21 +2,29 @@
 
 #include <algorithm>
 
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
 namespace {
 
-constexpr int kClick = 100;
+namespace command {
+constexpr int kLamps = 4, kAltitude = 5, kVerticalSpeed = 6, kTrim = 12;
+}
+namespace place {
+constexpr std::size_t kButtons = 7, kAltitude = 10, kAltitudeTurned = 12, kVerticalSpeed = 13,
+                      kVerticalSpeedTurned = 15;
+}
+constexpr int kClick = 100;  // ft, ft/min
 constexpr int kHighest = 50000, kFastest = 6000, kFullTrim = 16000;
 
 }  // namespace
 
-void AutopilotDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4) lamps_ = static_cast<std::uint32_t>(std::max(value, 0));
-  if (command == 5 && !HandRules()) altitude_ = std::clamp(value, 0, kHighest);
-  if (command == 6 && !HandRules()) verticalSpeed_ = std::clamp(value, -kFastest, kFastest);
-  if (command == 12) trim_ = std::clamp(value, -kFullTrim, kFullTrim);
+void AutopilotDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kLamps) lamps_ = static_cast<std::uint32_t>(std::max(value, 0));
+  if (number == command::kAltitude && !HandRules()) altitude_ = std::clamp(value, 0, kHighest);
+  if (number == command::kVerticalSpeed && !HandRules())
+    verticalSpeed_ = std::clamp(value, -kFastest, kFastest);
+  if (number == command::kTrim) trim_ = std::clamp(value, -kFullTrim, kFullTrim);
 }
 
 void AutopilotDevice::Press(Button button) {
@@ -39,11 +47,11 @@ void AutopilotDevice::TurnVerticalSpeed(int clicks) {
 // Buttons and turns are told once.
 void AutopilotDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'A', 'V');
-  PutByte(reply, 7, pressed_);
-  PutWord(reply, 10, altitude_);
-  PutByte(reply, 12, altitudeTurned_ ? 1 : 0);
-  PutWord(reply, 13, verticalSpeed_);
-  PutByte(reply, 15, speedTurned_ ? 1 : 0);
+  PutByte(reply, place::kButtons, pressed_);
+  PutWord(reply, place::kAltitude, altitude_);
+  PutByte(reply, place::kAltitudeTurned, altitudeTurned_ ? 1 : 0);
+  PutWord(reply, place::kVerticalSpeed, verticalSpeed_);
+  PutByte(reply, place::kVerticalSpeedTurned, speedTurned_ ? 1 : 0);
   pressed_ = 0;
   altitudeTurned_ = speedTurned_ = false;
 }

@@ -2,12 +2,21 @@
 
 #include <algorithm>
 
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
 namespace {
 
+namespace command {
+constexpr int kUtc = 4, kLocal = 5, kMonthAndDay = 6, kFlags = 11, kYear = 12, kTemperature = 13,
+              kVoltage = 14;
+}
+namespace place {
+constexpr std::size_t kYear = 7, kMonth = 8, kDay = 9, kHour = 11, kMinute = 12, kSecond = 13;
+}
+constexpr int kTimeJumped = 1;  // a flag
 constexpr int kLargest = 65535;
+constexpr int kDayMinutes = 1440;
 
 // The seconds of the day beyond the largest value come as that value less them.
 int SecondsOf(std::int32_t value) {
@@ -17,16 +26,16 @@ int SecondsOf(std::int32_t value) {
 
 }  // namespace
 
-void ClockDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4) utc_ = SecondsOf(value);
-  if (command == 5) local_ = SecondsOf(value);
-  if (command == 6) {
+void ClockDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kUtc) utc_ = SecondsOf(value);
+  if (number == command::kLocal) local_ = SecondsOf(value);
+  if (number == command::kMonthAndDay) {
     monthDay_ = std::clamp(value / 100, 1, 12) * 100 + std::clamp(value % 100, 1, 31);
   }
-  if (command == 11 && (value & 1) != 0) offset_ = 0;
-  if (command == 12) year_ = std::clamp(value, 0, 99);
-  if (command == 13) temperature_ = value;
-  if (command == 14) voltage_ = value;
+  if (number == command::kFlags && (value & kTimeJumped) != 0) offset_ = 0;
+  if (number == command::kYear) year_ = std::clamp(value, 0, 99);
+  if (number == command::kTemperature) temperature_ = value;
+  if (number == command::kVoltage) voltage_ = value;
 }
 
 std::optional<int> ClockDevice::Shown(const std::optional<int>& seconds) const {
@@ -35,18 +44,18 @@ std::optional<int> ClockDevice::Shown(const std::optional<int>& seconds) const {
 }
 
 void ClockDevice::TurnMinutes(int minutes) {
-  offset_ = (offset_ + minutes % 1440 * 60) % kDaySeconds;
+  offset_ = (offset_ + minutes % kDayMinutes * 60) % kDaySeconds;
   Changed();
 }
 
 void ClockDevice::FillReply(Reply& reply) {
   const int seconds = Local().value_or(0);
-  PutByte(reply, 7, year_);
-  PutByte(reply, 8, Month());
-  PutByte(reply, 9, Day());
-  PutByte(reply, 11, seconds / 3600);
-  PutByte(reply, 12, seconds / 60 % 60);
-  PutByte(reply, 13, seconds % 60);
+  PutByte(reply, place::kYear, year_);
+  PutByte(reply, place::kMonth, Month());
+  PutByte(reply, place::kDay, Day());
+  PutByte(reply, place::kHour, seconds / 3600);
+  PutByte(reply, place::kMinute, seconds / 60 % 60);
+  PutByte(reply, place::kSecond, seconds % 60);
 }
 
 }  // namespace tvx::vc

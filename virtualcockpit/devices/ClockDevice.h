@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "virtualcockpit/bus/Device.h"
+#include "virtualcockpit/bus/Gaugetypes.h"
 
 namespace tvx::vc {
 
@@ -12,8 +13,8 @@ class ClockDevice : public Device {
   using Device::Device;
   static constexpr int kDaySeconds = 86400;
 
-  bool HasTemperature() const { return Id().type == 109; }
-  // Seconds of the day; nothing before the first command. What the hand has set is added.
+  bool HasTemperature() const { return Id().type == gaugetype::kClockWithTemperature; }
+  // Seconds of the day; std::nullopt before the first command. What the hand has set is added.
   std::optional<int> Utc() const { return Shown(utc_); }
   std::optional<int> Local() const { return Shown(local_); }
   int Year() const { return 2000 + year_; }
@@ -21,7 +22,7 @@ class ClockDevice : public Device {
   int Day() const { return monthDay_ % 100; }
   const std::optional<std::int32_t>& Temperature() const { return temperature_; }  // 0.1 degrees Celsius
   const std::optional<std::int32_t>& Voltage() const { return voltage_; }          // 0.1 V
-  // Sets the clock by hand, by minutes; a time that jumped in the simulator takes that back.
+  // Sets the clock by hand, by minutes. When the simulator's time jumps, that setting is forgotten.
   void TurnMinutes(int minutes);
 
  protected:

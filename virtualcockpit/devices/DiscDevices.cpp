@@ -5,6 +5,17 @@
 namespace tvx::vc {
 namespace {
 
+// The first and the second needle, pointer or disc; most of these have no other commands.
+namespace command {
+constexpr int kPitch = 4, kBank = 5;
+constexpr int kRmiCard = 4;
+constexpr int kFirst = 5, kSecond = 6;
+constexpr int kDistance = 12;
+}  // namespace command
+namespace place {
+constexpr std::size_t kGyro = 7, kBug = 10, kKnob = 7;
+}
+constexpr int kSteepest = 900, kFullBank = 1800;  // tenths of a degree
 constexpr int kStepsPerDegree = kTurnSteps / 360;
 
 int PointerOf(std::int32_t value) {
@@ -13,15 +24,15 @@ int PointerOf(std::int32_t value) {
 
 }  // namespace
 
-void AttitudeDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4) pitch_ = std::clamp(value, -900, 900);
-  if (command == 5) bank_ = std::clamp(value, -1800, 1800);
-  told_ = told_ || command == 4 || command == 5;
+void AttitudeDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kPitch) pitch_ = std::clamp(value, -kSteepest, kSteepest);
+  if (number == command::kBank) bank_ = std::clamp(value, -kFullBank, kFullBank);
+  told_ = told_ || number == command::kPitch || number == command::kBank;
 }
 
-void HeadingDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 5) disc_ = OnCircle(value);
-  if (command == 6 && !HandRules()) bug_ = OnCircle(value);
+void HeadingDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kFirst) disc_ = OnCircle(value);
+  if (number == command::kSecond && !HandRules()) bug_ = OnCircle(value);
 }
 
 void HeadingDevice::TurnBug(int clicks) {
@@ -35,13 +46,13 @@ void HeadingDevice::TurnGyro(int clicks) {
 }
 
 void HeadingDevice::FillReply(Reply& reply) {
-  PutWord(reply, 7, gyro_);
-  PutWord(reply, 10, bug_);
+  PutWord(reply, place::kGyro, gyro_);
+  PutWord(reply, place::kBug, bug_);
 }
 
-void AdfDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 5) pointer_ = PointerOf(value);
-  if (command == 6 && !HandRules()) card_ = OnCircle(value);
+void AdfDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kFirst) pointer_ = PointerOf(value);
+  if (number == command::kSecond && !HandRules()) card_ = OnCircle(value);
 }
 
 void AdfDevice::TurnCard(int degrees) {
@@ -53,14 +64,14 @@ void AdfDevice::TurnCard(int degrees) {
 
 void AdfDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'C', 'A');
-  PutWord(reply, 7, KnobRaw(knob_));
+  PutWord(reply, place::kKnob, KnobRaw(knob_));
 }
 
-void RmiDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4) card_ = OnCircle(value);
-  if (command == 5) pointer1_ = PointerOf(value);
-  if (command == 6) pointer2_ = PointerOf(value);
-  if (command == 12) distance_ = std::max(value, 0);
+void RmiDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kRmiCard) card_ = OnCircle(value);
+  if (number == command::kFirst) pointer1_ = PointerOf(value);
+  if (number == command::kSecond) pointer2_ = PointerOf(value);
+  if (number == command::kDistance) distance_ = std::max(value, 0);
 }
 
 }  // namespace tvx::vc

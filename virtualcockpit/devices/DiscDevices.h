@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "virtualcockpit/bus/Device.h"
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
 

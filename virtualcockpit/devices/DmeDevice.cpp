@@ -2,20 +2,34 @@
 
 #include <algorithm>
 
+#include "virtualcockpit/bus/Wire.h"
 #include "virtualcockpit/devices/RadioDevice.h"
-#include "virtualcockpit/devices/Wire.h"
 
 namespace tvx::vc {
+namespace {
 
-void DmeDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4) distance_ = std::max(value, 0);
-  if (command == 5) speed_ = std::max(value, 0);
-  if (command == 6) minutes_ = std::max(value, 0);
-  if (command == 11 && value >= 0) {
-    received_ = (value & 1) != 0;
-    toldSource_ = value >> 4 & 0x0F;
+namespace command {
+constexpr int kDistance = 4, kSpeed = 5, kMinutes = 6, kFlags = 11, kFrequency = 12;
+}
+// Flags: whether a station is received, and above that the source that the program shows.
+constexpr int kReceived = 1, kSourceShift = 4, kSourceMask = 0x0F;
+namespace place {
+constexpr std::size_t kSelector = 17, kFrequencyLow = 19, kFrequencyHigh = 20, kSource = 24;
+}
+constexpr int kFirstReceiver = 2, kHasFrequency = 3, kSecondReceiver = 4;  // of the selector's byte
+constexpr int kLargestFrequency = 65535;
+
+}  // namespace
+
+void DmeDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kDistance) distance_ = std::max(value, 0);
+  if (number == command::kSpeed) speed_ = std::max(value, 0);
+  if (number == command::kMinutes) minutes_ = std::max(value, 0);
+  if (number == command::kFlags && value >= 0) {
+    received_ = (value & kReceived) != 0;
+    toldSource_ = value >> kSourceShift & kSourceMask;
   }
-  if (command == 12) frequency_ = std::clamp(value, 0, 65535);
+  if (number == command::kFrequency) frequency_ = std::clamp(value, 0, kLargestFrequency);
 }
 
 void DmeDevice::TurnReceiver(int clicks) {
@@ -48,14 +62,14 @@ void DmeDevice::TurnFine(int clicks) {
 void DmeDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'S', 'D');
   if (!HasFrequency()) {
-    PutByte(reply, 17, receiver_ == 1 ? 2 : 4);
+    PutByte(reply, place::kSelector, receiver_ == 1 ? kFirstReceiver : kSecondReceiver);
     return;
   }
   if (!setByHand_) return;
-  PutByte(reply, 17, 3);
-  PutByte(reply, 19, frequency_);
-  PutByte(reply, 20, frequency_ >> 8);
-  PutByte(reply, 24, static_cast<int>(source_));
+  PutByte(reply, place::kSelector, kHasFrequency);
+  PutByte(reply, place::kFrequencyLow, frequency_);
+  PutByte(reply, place::kFrequencyHigh, frequency_ >> 8);
+  PutByte(reply, place::kSource, static_cast<int>(source_));
 }
 
 }  // namespace tvx::vc

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "virtualcockpit/bus/Device.h"
+#include "virtualcockpit/bus/Gaugetypes.h"
 
 namespace tvx::vc {
 
@@ -10,7 +11,7 @@ class DmeDevice : public Device {
   enum class Source { Dme = 1, Nav1 = 2, Nav2 = 3 };
 
   using Device::Device;
-  bool HasFrequency() const { return Id().type == 123; }
+  bool HasFrequency() const { return Id().type == gaugetype::kDmeWithFrequency; }
   bool Received() const { return received_; }
   std::int32_t Distance() const { return distance_; }  // tenths of a nautical mile
   std::int32_t Speed() const { return speed_; }        // kt
@@ -18,7 +19,7 @@ class DmeDevice : public Device {
   int ToldSource() const { return toldSource_; }  // as the program tells it
   int Frequency() const { return frequency_; }    // kHz above 100 MHz
 
-  // 113: 1 or 2, the receiver.
+  // 113: the chosen receiver, 1 or 2.
   int Receiver() const { return receiver_; }
   void TurnReceiver(int clicks);
   // 123: whom its frequency is for.

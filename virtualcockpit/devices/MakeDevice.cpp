@@ -1,13 +1,14 @@
 // Which instrument stands for which Gaugetype code. A new kind is a line here and a file beside it.
+#include "virtualcockpit/bus/Gaugetypes.h"
+#include "virtualcockpit/bus/PlainDevice.h"
 #include "virtualcockpit/devices/AltimeterDevice.h"
 #include "virtualcockpit/devices/AudioDevice.h"
 #include "virtualcockpit/devices/AutopilotDevice.h"
 #include "virtualcockpit/devices/ClockDevice.h"
 #include "virtualcockpit/devices/DiscDevices.h"
 #include "virtualcockpit/devices/DmeDevice.h"
-#include "virtualcockpit/devices/IoModuleDevice.h"
+#include "virtualcockpit/devices/IOModuleDevice.h"
 #include "virtualcockpit/devices/NeedleDevice.h"
-#include "virtualcockpit/devices/PlainDevice.h"
 #include "virtualcockpit/devices/RadioDevice.h"
 #include "virtualcockpit/devices/TransponderDevice.h"
 #include "virtualcockpit/devices/TrimDevice.h"
@@ -26,16 +27,35 @@ struct Row {
   std::unique_ptr<Device> (*make)(const Device::Identity&);
 };
 constexpr Row kRows[] = {
-    {1, Make<NeedleDevice>},        {2, Make<NeedleDevice>},      {3, Make<NeedleDevice>},
-    {4, Make<NeedleDevice>},        {5, Make<NeedleDevice>},      {6, Make<NeedleDevice>},
-    {8, Make<NeedleDevice>},        {10, Make<IoModuleDevice>},   {101, Make<AltimeterDevice>},
-    {103, Make<AttitudeDevice>},    {104, Make<ClockDevice>},     {105, Make<HeadingDevice>},
-    {106, Make<VorDevice>},         {107, Make<VorDevice>},       {108, Make<AdfDevice>},
-    {109, Make<ClockDevice>},       {110, Make<RadioDevice>},     {111, Make<RadioDevice>},
-    {112, Make<TransponderDevice>}, {113, Make<DmeDevice>},       {114, Make<TransponderDevice>},
-    {120, Make<ComNavDevice>},      {121, Make<RadioDevice>},     {122, Make<TransponderDevice>},
-    {123, Make<DmeDevice>},         {124, Make<AutopilotDevice>}, {125, Make<AudioDevice>},
-    {130, Make<RmiDevice>},         {140, Make<TrimDevice>},
+    {gaugetype::kSmallNeedle, Make<NeedleDevice>},
+    {gaugetype::kNeedleAndDisplay, Make<NeedleDevice>},
+    {gaugetype::kTwoNeedlesBeside, Make<NeedleDevice>},
+    {gaugetype::kLargeNeedle, Make<NeedleDevice>},
+    {gaugetype::kLargeTwoNeedles, Make<NeedleDevice>},
+    {gaugetype::kSmallTwoNeedles, Make<NeedleDevice>},
+    {gaugetype::kClusterHousing, Make<NeedleDevice>},
+    {gaugetype::kIOModule, Make<IOModuleDevice>},
+    {gaugetype::kAltimeter, Make<AltimeterDevice>},
+    {gaugetype::kAttitude, Make<AttitudeDevice>},
+    {gaugetype::kClock, Make<ClockDevice>},
+    {gaugetype::kHeading, Make<HeadingDevice>},
+    {gaugetype::kVor1, Make<VorDevice>},
+    {gaugetype::kVor2, Make<VorDevice>},
+    {gaugetype::kAdf, Make<AdfDevice>},
+    {gaugetype::kClockWithTemperature, Make<ClockDevice>},
+    {gaugetype::kRadioA, Make<RadioDevice>},
+    {gaugetype::kRadioB, Make<RadioDevice>},
+    {gaugetype::kTransponderA, Make<TransponderDevice>},
+    {gaugetype::kDme, Make<DmeDevice>},
+    {gaugetype::kTransponderB, Make<TransponderDevice>},
+    {gaugetype::kComNav, Make<ComNavDevice>},
+    {gaugetype::kAdfRadio, Make<RadioDevice>},
+    {gaugetype::kKeyedTransponder, Make<TransponderDevice>},
+    {gaugetype::kDmeWithFrequency, Make<DmeDevice>},
+    {gaugetype::kAutopilot, Make<AutopilotDevice>},
+    {gaugetype::kAudio, Make<AudioDevice>},
+    {gaugetype::kRmi, Make<RmiDevice>},
+    {gaugetype::kTrim, Make<TrimDevice>},
 };
 
 }  // namespace

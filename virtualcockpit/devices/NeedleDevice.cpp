@@ -5,22 +5,27 @@
 namespace tvx::vc {
 namespace {
 
+namespace command {
+constexpr int kFirst = 5, kSecond = 6, kDisplay = 6, kDisplayControl = 11;
+constexpr int kHousingFirst = 4, kHousingSecond = 5;  // of a cluster's housing
+}  // namespace command
+
 int Position(std::int32_t value) {
   return std::clamp(value, 0, kNeedlePositions - 1);
 }
 
 }  // namespace
 
-void NeedleDevice::OnCommand(int command, std::int32_t value) {
-  const bool cluster = IsCluster();
-  if (command == (cluster ? 4 : 5)) {
+void NeedleDevice::OnCommand(int number, std::int32_t value) {
+  const bool housing = IsCluster();
+  if (number == (housing ? command::kHousingFirst : command::kFirst)) {
     first_ = Position(value);
-  } else if (cluster ? command == 5 : command == 6 && !HasDisplay()) {
-    second_ = Position(value);
-  } else if (command == 6 && HasDisplay()) {
+  } else if (HasDisplay() && number == command::kDisplay) {
     display_ = value;
-  } else if (command == 11 && HasDisplay()) {
+  } else if (HasDisplay() && number == command::kDisplayControl) {
     displayControl_ = value & 0xFF;
+  } else if (number == (housing ? command::kHousingSecond : command::kSecond)) {
+    second_ = Position(value);
   }
 }
 

@@ -2,10 +2,23 @@
 
 #include <algorithm>
 
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Gaugetypes.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
 namespace {
+
+namespace command {
+constexpr int kActive = 4, kStandby = 5;
+}
+namespace place {
+constexpr std::size_t kActive = 7, kStandby = 10;
+constexpr std::size_t kFirstActive = 7, kSecondActive = 10, kFirstStandby = 13, kSecondStandby = 16,
+                      kValid = 23;  // of the unit with two radios
+}  // namespace place
+constexpr int kNotValid = 0x20;
+constexpr int kBandMask = 3, kComBand = 0, kNavBand = 1;  // of the option bits
+constexpr int kLargestFrequency = 65535;
 
 struct BandLimits {
   int lowest, highest;  // of the coarse digits, in coarse steps
@@ -24,15 +37,14 @@ constexpr BandLimits LimitsOf(Band band) {
 }
 
 Band BandOf(const Device::Identity& identity) {
-  constexpr int kAdfRadio = 121;
-  if (identity.type == kAdfRadio) return Band::Adf;
-  const int kind = identity.options & 3;
-  return kind == 0 ? Band::Com : kind == 1 ? Band::Nav : Band::Adf;
+  if (identity.type == gaugetype::kAdfRadio) return Band::Adf;
+  const int kind = identity.options & kBandMask;
+  return kind == kComBand ? Band::Com : kind == kNavBand ? Band::Nav : Band::Adf;
 }
 
 // The simulator counts in 10 kHz: a frequency that comes back without its last 5 kHz is still the same one.
 int Taken(const FrequencyPair& pair, int own, std::int32_t value) {
-  const int told = std::clamp(value, 0, 65535);
+  const int told = std::clamp(value, 0, kLargestFrequency);
   return pair.band != Band::Adf && told / 10 == own / 10 ? own : told;
 }
 
@@ -67,10 +79,10 @@ void FrequencyPair::TurnFine(int clicks) {
 RadioDevice::RadioDevice(const Identity& identity)
     : Device(identity), pair_(FrequencyPair::Standard(BandOf(identity))) {}
 
-void RadioDevice::OnCommand(int command, std::int32_t value) {
+void RadioDevice::OnCommand(int number, std::int32_t value) {
   if (HandRules()) return;
-  if (command == 4) pair_.active = Taken(pair_, pair_.active, value);
-  if (command == 5) pair_.standby = Taken(pair_, pair_.standby, value);
+  if (number == command::kActive) pair_.active = Taken(pair_, pair_.active, value);
+  if (number == command::kStandby) pair_.standby = Taken(pair_, pair_.standby, value);
 }
 
 void RadioDevice::Swap() {
@@ -88,8 +100,8 @@ void RadioDevice::TurnFine(int clicks) {
 
 void RadioDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'A', 'S');
-  PutWord(reply, 7, pair_.active);
-  PutWord(reply, 10, pair_.standby);
+  PutWord(reply, place::kActive, pair_.active);
+  PutWord(reply, place::kStandby, pair_.standby);
 }
 
 ComNavDevice::ComNavDevice(const Identity& identity)
@@ -111,11 +123,11 @@ void ComNavDevice::TurnFine(int number, int clicks) {
 // Without power the frequencies are not valid.
 void ComNavDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'C', 'S');
-  PutWord(reply, 7, radios_[0].active);
-  PutWord(reply, 10, radios_[1].active);
-  PutWord(reply, 13, radios_[0].standby);
-  PutWord(reply, 16, radios_[1].standby);
-  PutByte(reply, 23, Powered() ? 0 : 0x20);
+  PutWord(reply, place::kFirstActive, radios_[0].active);
+  PutWord(reply, place::kSecondActive, radios_[1].active);
+  PutWord(reply, place::kFirstStandby, radios_[0].standby);
+  PutWord(reply, place::kSecondStandby, radios_[1].standby);
+  PutByte(reply, place::kValid, Powered() ? 0 : kNotValid);
 }
 
 }  // namespace tvx::vc

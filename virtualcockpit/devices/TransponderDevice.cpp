@@ -3,23 +3,32 @@
 #include <algorithm>
 #include <array>
 
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
 namespace {
 
 using Mode = TransponderDevice::Mode;
 
-constexpr std::array<int, 4> kPlaces = {1000, 100, 10, 1};
+namespace command {
+constexpr int kCode = 4, kMode = 6, kSecondCode = 12;
+}
+namespace place {
+constexpr std::size_t kCodeHigh = 7, kCodeLow = 8, kIdent = 13, kWhichCode = 15, kKnob = 17;
+}
+constexpr int kHighestCode = 7777, kHighestDigit = 7, kDigits = 4;
+constexpr int kLastMode = static_cast<int>(Mode::Test);
 
-int DigitOf(int code, int place) {
-  return code / kPlaces[static_cast<std::size_t>(place)] % 10;
+constexpr std::array<int, kDigits> kPlaces = {1000, 100, 10, 1};
+
+int DigitOf(int code, int digit) {
+  return code / kPlaces[static_cast<std::size_t>(digit)] % 10;
 }
 
 bool IsCode(std::int32_t value) {
-  if (value < 0 || value > 7777) return false;
-  for (int place = 0; place < 4; ++place) {
-    if (DigitOf(value, place) > 7) return false;
+  if (value < 0 || value > kHighestCode) return false;
+  for (int digit = 0; digit < kDigits; ++digit) {
+    if (DigitOf(value, digit) > kHighestDigit) return false;
   }
   return true;
 }
@@ -30,25 +39,26 @@ constexpr std::array kKeyedKnob = {Mode::Off, Mode::Standby, Mode::Test, Mode::O
 
 }  // namespace
 
-void TransponderDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 4 && IsCode(value) && !HandRules()) code_ = value;
-  if (command == 5 && HasKeys()) flightLevel_ = value;
-  if (command == 6 && value >= 0 && value <= 4 && !HandRules()) mode_ = static_cast<Mode>(value);
-  if (command == 12 && IsCode(value)) secondCode_ = value;
+void TransponderDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kCode && IsCode(value) && !HandRules()) code_ = value;
+  if (number == kFlightLevelCommand && HasKeys()) flightLevel_ = value;
+  if (number == command::kMode && value >= 0 && value <= kLastMode && !HandRules())
+    mode_ = static_cast<Mode>(value);
+  if (number == command::kSecondCode && IsCode(value)) secondCode_ = value;
 }
 
 void TransponderDevice::TurnDigit(int digit, int clicks) {
-  if (digit < 0 || digit > 3) return;
+  if (digit < 0 || digit >= kDigits) return;
   const int old = DigitOf(code_, digit);
-  code_ += (OnCircle(old + clicks, 8) - old) * kPlaces[static_cast<std::size_t>(digit)];
+  code_ += (OnCircle(old + clicks, kHighestDigit + 1) - old) * kPlaces[static_cast<std::size_t>(digit)];
   typed_.clear();
   HandMoved();
 }
 
 void TransponderDevice::Key(int digit) {
-  if (digit < 0 || digit > 7) return;
+  if (digit < 0 || digit > kHighestDigit) return;
   typed_ += static_cast<char>('0' + digit);
-  if (typed_.size() == 4) {
+  if (typed_.size() == kDigits) {
     code_ = std::stoi(typed_);
     typed_.clear();
   }
@@ -63,7 +73,7 @@ void TransponderDevice::ClearKeys() {
 void TransponderDevice::TurnMode(int clicks) {
   const auto& order = HasKeys() ? kKeyedKnob : kKnob;
   const auto at = std::find(order.begin(), order.end(), mode_) - order.begin();
-  mode_ = order[static_cast<std::size_t>(std::clamp(static_cast<int>(at) + clicks, 0, 4))];
+  mode_ = order[static_cast<std::size_t>(std::clamp(static_cast<int>(at) + clicks, 0, kLastMode))];
   HandMoved();
 }
 
@@ -75,16 +85,16 @@ void TransponderDevice::Ident() {
 // The identification button is told once.
 void TransponderDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'X', HasKeys() ? 'F' : 'Y');
-  PutByte(reply, 7, DigitOf(code_, 0) * 16 + DigitOf(code_, 1));
-  PutByte(reply, 8, DigitOf(code_, 2) * 16 + DigitOf(code_, 3));
+  PutByte(reply, place::kCodeHigh, DigitOf(code_, 0) * 16 + DigitOf(code_, 1));
+  PutByte(reply, place::kCodeLow, DigitOf(code_, 2) * 16 + DigitOf(code_, 3));
   if (HasKeys()) {
     const auto at = std::find(kKeyedKnob.begin(), kKeyedKnob.end(), mode_) - kKeyedKnob.begin();
-    PutByte(reply, 17, static_cast<int>(at) + 1);
+    PutByte(reply, place::kKnob, static_cast<int>(at) + 1);
   } else {
-    PutByte(reply, 15, 1);
-    PutByte(reply, 17, static_cast<int>(mode_) + 1);
+    PutByte(reply, place::kWhichCode, 1);
+    PutByte(reply, place::kKnob, static_cast<int>(mode_) + 1);
   }
-  PutByte(reply, 13, ident_ ? 1 : 0);
+  PutByte(reply, place::kIdent, ident_ ? 1 : 0);
   if (ident_) Changed();
   ident_ = false;
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "virtualcockpit/bus/Device.h"
+#include "virtualcockpit/bus/Gaugetypes.h"
 
 namespace tvx::vc {
 
@@ -12,9 +13,11 @@ class TransponderDevice : public Device {
  public:
   enum class Mode { Off = 0, Standby = 1, On = 2, Altitude = 3, Test = 4 };
 
+  static constexpr int kFlightLevelCommand = 5;  // 122 answers it with its reply
+
   using Device::Device;
-  bool HasKeys() const { return Id().type == 122; }  // and shows the flight level
-  int Code() const { return code_; }                 // four octal digits, read as a decimal number
+  bool HasKeys() const { return Id().type == gaugetype::kKeyedTransponder; }  // and shows the flight level
+  int Code() const { return code_; }  // four octal digits, read as a decimal number
   Mode Knob() const { return mode_; }
   const std::optional<std::int32_t>& FlightLevel() const { return flightLevel_; }
   const std::optional<std::int32_t>& SecondCode() const { return secondCode_; }
@@ -27,12 +30,12 @@ class TransponderDevice : public Device {
   void ClearKeys();
   // The keys pressed so far; less than four.
   const std::string& Typed() const { return typed_; }
-  // Goes on in the order of the knob's positions, and stops at its ends.
+  // Turns the mode knob by positions, in their order; it stops at its ends.
   void TurnMode(int clicks);
   void Ident();
 
   bool AnswersTo(int command) const override {
-    return Device::AnswersTo(command) || (HasKeys() && command == 5);
+    return Device::AnswersTo(command) || (HasKeys() && command == kFlightLevelCommand);
   }
 
  protected:

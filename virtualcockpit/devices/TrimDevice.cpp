@@ -2,18 +2,25 @@
 
 #include <algorithm>
 
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
 namespace {
 
-constexpr int kFree = 100, kAgainstMotor = 20;  // a click
+namespace command {
+constexpr int kPosition = 5, kFlags = 11;
+}
+constexpr int kAutopilotFlies = 1;  // a flag
+namespace place {
+constexpr std::size_t kPosition = 7, kByHand = 13;
+}
+constexpr int kFree = 100, kAgainstMotor = 20;  // positions of a click
 
 }  // namespace
 
-void TrimDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 5 && !HandRules()) position_ = std::clamp(value, 0, kFullUp);
-  if (command == 11) resists_ = (value & 1) != 0;
+void TrimDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kPosition && !HandRules()) position_ = std::clamp(value, 0, kFullUp);
+  if (number == command::kFlags) resists_ = (value & kAutopilotFlies) != 0;
 }
 
 void TrimDevice::TurnByHand(int clicks) {
@@ -24,8 +31,8 @@ void TrimDevice::TurnByHand(int clicks) {
 
 void TrimDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'P', 'T');
-  PutWord(reply, 7, position_);
-  PutByte(reply, 13, byHand_ ? 1 : 0);
+  PutWord(reply, place::kPosition, position_);
+  PutByte(reply, place::kByHand, byHand_ ? 1 : 0);
   byHand_ = false;
 }
 

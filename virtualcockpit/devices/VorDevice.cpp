@@ -2,31 +2,44 @@
 
 #include <algorithm>
 
-#include "virtualcockpit/devices/Wire.h"
+#include "virtualcockpit/bus/Wire.h"
 
 namespace tvx::vc {
+namespace {
 
-// The knobs stand where the simulator's courses do at the start.
-VorDevice::VorDevice(const Identity& identity) : Device(identity), knob_(identity.type == 107 ? 60 : 240) {}
+namespace command {
+constexpr int kCourse = 5, kGlide = 6, kFlags = 11;
+}
+// Flags: to or from in the low byte, above it whether a glide slope is received.
+constexpr int kTo = 1, kFrom = 2, kGlideShift = 8;
+namespace place {
+constexpr std::size_t kKnob = 7;
+}
+constexpr int kFirstCourse = 240, kSecondCourse = 60;  // of the stand-in simulator at the start
 
-void VorDevice::OnCommand(int command, std::int32_t value) {
-  if (command == 5) course_ = std::clamp(value, 0, kNeedleSpan);
-  if (command == 6) glide_ = std::clamp(value, 0, kNeedleSpan);
-  if (command == 11) {
+}  // namespace
+
+VorDevice::VorDevice(const Identity& identity)
+    : Device(identity), knob_(identity.type == gaugetype::kVor2 ? kSecondCourse : kFirstCourse) {}
+
+void VorDevice::OnCommand(int number, std::int32_t value) {
+  if (number == command::kCourse) course_ = std::clamp(value, 0, kNeedleSpan);
+  if (number == command::kGlide) glide_ = std::clamp(value, 0, kNeedleSpan);
+  if (number == command::kFlags) {
     const int flag = value & 0xFF;
-    flag_ = flag == 1 ? ToFrom::To : flag == 2 ? ToFrom::From : ToFrom::Off;
-    glideFlag_ = (value >> 8 & 1) == 0;
+    flag_ = flag == kTo ? ToFrom::To : flag == kFrom ? ToFrom::From : ToFrom::Off;
+    glideFlag_ = (value >> kGlideShift & 1) == 0;
   }
 }
 
 void VorDevice::TurnKnob(int degrees) {
-  knob_ = ((knob_ + degrees) % 360 + 360) % 360;
+  knob_ = OnCircle(knob_ + degrees, 360);
   Changed();
 }
 
 void VorDevice::FillReply(Reply& reply) {
   PutLetters(reply, 'C', 'A');
-  PutWord(reply, 7, KnobRaw(knob_));
+  PutWord(reply, place::kKnob, KnobRaw(knob_));
 }
 
 }  // namespace tvx::vc

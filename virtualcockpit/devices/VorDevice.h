@@ -2,6 +2,7 @@
 #pragma once
 
 #include "virtualcockpit/bus/Device.h"
+#include "virtualcockpit/bus/Gaugetypes.h"
 
 namespace tvx::vc {
 
@@ -17,7 +18,7 @@ class VorDevice : public Device {
   // True while no glide slope is received: its flag shows.
   bool GlideFlag() const { return glideFlag_; }
   // 106 shows receiver 1, 107 receiver 2.
-  int Receiver() const { return Id().type == 107 ? 2 : 1; }
+  int Receiver() const { return Id().type == gaugetype::kVor2 ? 2 : 1; }
   // The course under the lubber line, degrees 0..359.
   int KnobDegrees() const { return knob_; }
   // Turns the knob by degrees, right positive.

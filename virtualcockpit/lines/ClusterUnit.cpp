@@ -9,8 +9,19 @@ namespace {
 // Where the needles' values begin, counted from 1.
 constexpr std::array<std::size_t, ClusterUnit::kNeedles> kPlaces{2,  4,  6,  22, 8,  12, 14, 16,
                                                                  16, 18, 20, 10, 24, 26, 28, 30};
-constexpr Byte kEnd = 0xAA;
+constexpr Byte kNeedlesFrame = 'F', kRecalibrationFrame = 'A', kEnd = 0xAA;
+constexpr int kStartAnew = 2;  // a one-shot bit
+namespace place {
+constexpr std::size_t kLighting = 38, kOneShot = 39;
+constexpr std::size_t kMajorVersion = 15, kMinorVersion = 16;  // of the answer
+}  // namespace place
 constexpr std::size_t kAnswerSize = 16;
+constexpr Byte kAnswerStart = 0xFF, kBlank = 0x20;
+constexpr int kEngineNeedles = 8;  // that are put into words
+
+bool BeginsFrame(Byte byte) {
+  return byte == kNeedlesFrame || byte == kRecalibrationFrame;
+}
 
 }  // namespace
 
@@ -24,7 +35,7 @@ int ClusterUnit::Needle(int index) const {
 
 void ClusterUnit::OnBytes(ByteView bytes) {
   for (const Byte byte : bytes) {
-    if (length_ == 0 && byte != 'F' && byte != 'A') continue;
+    if (length_ == 0 && !BeginsFrame(byte)) continue;
     frame_[length_++] = byte;
     if (length_ < kFrame) continue;
     if (frame_.back() == kEnd) {
@@ -33,8 +44,7 @@ void ClusterUnit::OnBytes(ByteView bytes) {
       continue;
     }
     // Not a frame: the next byte that could begin one, and what stands behind it.
-    const auto next =
-        std::find_if(frame_.begin() + 1, frame_.end(), [](Byte b) { return b == 'F' || b == 'A'; });
+    const auto next = std::find_if(frame_.begin() + 1, frame_.end(), BeginsFrame);
     std::copy(next, frame_.end(), frame_.begin());
     length_ = static_cast<std::size_t>(frame_.end() - next);
   }
@@ -42,12 +52,12 @@ void ClusterUnit::OnBytes(ByteView bytes) {
 
 void ClusterUnit::OnFrame() {
   CountFrame();
-  lighting_ = frame_[37];
-  oneShot_ = frame_[38];
+  lighting_ = frame_[place::kLighting - 1];
+  oneShot_ = frame_[place::kOneShot - 1];
   const bool single = oneShot_ == kEnd;  // a frame of one needle carries no one-shot byte
-  if (!single && (oneShot_ & 2) != 0) ++resets_;
+  if (!single && (oneShot_ & kStartAnew) != 0) ++resets_;
   if (single) oneShot_ = 0;
-  if (frame_[0] == 'A') {
+  if (frame_[0] == kRecalibrationFrame) {
     if (!Sweeping()) ++sweeps_;
     sweepStartMs_ = Now();
   } else {
@@ -57,10 +67,10 @@ void ClusterUnit::OnFrame() {
     }
   }
   Changed();
-  std::vector<Byte> answer(kAnswerSize, 0x20);
-  answer[0] = 0xFF;
-  answer[14] = '2';
-  answer[15] = '1';
+  std::vector<Byte> answer(kAnswerSize, kBlank);
+  answer[0] = kAnswerStart;
+  answer[place::kMajorVersion - 1] = '2';
+  answer[place::kMinorVersion - 1] = '1';
   Answer(std::move(answer));
 }
 
@@ -72,7 +82,7 @@ void ClusterUnit::OnTick(std::int64_t nowMs) {
 
 std::string ClusterUnit::Words() const {
   std::string words = Sweeping() ? "engine cluster sweeping" : "engine cluster";
-  for (int i = 0; i < 8; ++i) words += " " + std::to_string(Needle(i));
+  for (int i = 0; i < kEngineNeedles; ++i) words += " " + std::to_string(Needle(i));
   return words;
 }
 

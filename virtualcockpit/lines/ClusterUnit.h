@@ -15,8 +15,8 @@ class ClusterUnit : public Unit {
   // Where a needle stands, 0..1079; needles 7 and 8 are one.
   int Needle(int index) const;
   bool Sweeping() const { return sweepStartMs_ >= 0; }
-  bool Lit() const { return (lighting_ & 1) != 0 || (oneShot_ & 1) != 0; }
-  bool Powered() const { return (lighting_ & 2) != 0; }
+  bool Lit() const { return (lighting_ & kLitBit) != 0 || (oneShot_ & kLitBit) != 0; }
+  bool Powered() const { return (lighting_ & kPowerBit) != 0; }
   std::uint64_t Sweeps() const { return sweeps_; }
   std::uint64_t Resets() const { return resets_; }
   std::string Words() const override;
@@ -28,6 +28,7 @@ class ClusterUnit : public Unit {
 
  private:
   static constexpr std::size_t kFrame = 40;
+  static constexpr int kLitBit = 1, kPowerBit = 2;
   void OnFrame();
 
   std::array<Byte, kFrame> frame_{};

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "virtualcockpit/panel/Theme.h"
+#include "virtualcockpit/widgets/Theme.h"
 
 namespace tvx::vc {
 namespace {
@@ -88,6 +88,8 @@ void InstrumentPanel::Arrange() {
     ArrangeStack(plan, stack);
   }
   ArrangeRounds(plan.rounds, rounds);
+  // Each draws the part of the panel that shows beside it, so that nothing below it is painted.
+  for (InstrumentWidget* instrument : instruments_) instrument->SetBackdrop(Metal(instrument->y()));
 }
 
 void InstrumentPanel::ArrangeRounds(const PanelPlan& plan, const QRectF& room) {
@@ -164,12 +166,16 @@ void InstrumentPanel::Place(const Group& group, const QRectF& block, int columns
   }
 }
 
-void InstrumentPanel::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  QLinearGradient metal(0, 0, 0, height());
+QBrush InstrumentPanel::Metal(int from) const {
+  QLinearGradient metal(0, -from, 0, height() - from);
   metal.setColorAt(0, theme::kPanelTop);
   metal.setColorAt(1, theme::kPanelBottom);
-  painter.fillRect(rect(), metal);
+  return metal;
+}
+
+void InstrumentPanel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), Metal(0));
   if (!instruments_.empty()) return;
   painter.setPen(theme::kDim);
   painter.setFont(theme::FontOf(18));

@@ -6,8 +6,8 @@
 #include <QWidget>
 #include <vector>
 
-#include "virtualcockpit/panel/InstrumentWidget.h"
 #include "virtualcockpit/panel/PanelPlan.h"
+#include "virtualcockpit/widgets/InstrumentWidget.h"
 
 namespace tvx::vc {
 
@@ -33,6 +33,8 @@ class InstrumentPanel : public QWidget {
   using Group = std::vector<InstrumentWidget*>;
   Group GroupOf(bool large, bool wide) const;
   StackPlan Plan(double width, double height) const;
+  // The panel's own colour as seen from `from` pixels below its top.
+  QBrush Metal(int from) const;
   void Arrange();
   void ArrangeRounds(const PanelPlan& plan, const QRectF& room);
   void ArrangeStack(const StackPlan& plan, const QRectF& room);

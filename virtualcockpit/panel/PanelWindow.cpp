@@ -5,8 +5,8 @@
 #include <cmath>
 #include <span>
 
-#include "virtualcockpit/panel/Faces.h"
-#include "virtualcockpit/panel/Theme.h"
+#include "virtualcockpit/faces/MakeFace.h"
+#include "virtualcockpit/widgets/Theme.h"
 
 namespace tvx::vc {
 namespace {
@@ -299,7 +299,7 @@ QString PanelWindow::Words() const {
   QStringList lines = {(all ? parts : TakeTelling(parts, kFlying)).join(QStringLiteral("; "))};
   if (!all) lines << TakeTelling(parts, kNavigating).join(QStringLiteral("; "));
   QStringList units;
-  for (UnitLine* line : {cockpit_.IoLine(1), cockpit_.IoLine(2), cockpit_.ClusterLine()}) {
+  for (UnitLine* line : {cockpit_.IOModuleLine(1), cockpit_.IOModuleLine(2), cockpit_.ClusterLine()}) {
     if (line != nullptr) units << QString::fromStdString(line->Hardware().Words());
   }
   if (!units.isEmpty()) lines << units.join(QStringLiteral("; "));

@@ -12,7 +12,7 @@
 
 #include "virtualcockpit/Cockpit.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
-#include "virtualcockpit/panel/UnitWidgets.h"
+#include "virtualcockpit/panel/UnitShelf.h"
 
 namespace tvx::vc {
 

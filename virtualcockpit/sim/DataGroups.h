@@ -18,7 +18,7 @@ class DataGroups {
  public:
   explicit DataGroups(DatarefStore& store);
 
-  // The eight values of a group 0..138 now; zeros for any other number and for what nothing feeds.
+  // The eight values of a group 0..138 now; zeros for any other number, and for a value without a source.
   std::array<float, kGroupValues> Values(int group) const;
   // Writes one value (slot 0..7): into the named value that feeds it, otherwise into the group itself, where
   // it stays. False for a place that does not exist or that the flight alone decides.

@@ -15,7 +15,7 @@ struct Element {
   std::string_view array;
   int number;
 };
-// "name[7]" in its two parts; nothing for any other text.
+// "name[7]" in its two parts; std::nullopt for any other text.
 std::optional<Element> SplitElement(std::string_view name) {
   const std::size_t open = name.rfind('[');
   if (open == std::string_view::npos || open == 0 || name.back() != ']') return std::nullopt;

@@ -42,7 +42,7 @@ class DatarefStore {
   double Value(int place) const { return entries_[static_cast<std::size_t>(place)].value; }
   // True when the value was taken; NaN and infinities are refused too.
   bool Write(int place, double value);
-  // Value by name, for tests and commands; nothing for an unknown name.
+  // Value by name, for tests and commands; std::nullopt for an unknown name.
   std::optional<double> ValueOf(std::string_view name);
 
   // Takes over the flown values, and the scripted ones that nobody has written.

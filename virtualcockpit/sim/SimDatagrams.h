@@ -24,7 +24,7 @@ struct SelectRequest {
   bool select;
   std::vector<std::int32_t> groups;
 };
-// DATA: one group of eight values; a value that is left alone holds nothing.
+// DATA: one group of eight values; a value that is to be left alone is std::nullopt.
 struct WriteGroup {
   std::int32_t group;
   std::array<std::optional<double>, kGroupValues> values;

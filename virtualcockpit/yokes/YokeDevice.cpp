@@ -8,6 +8,14 @@ namespace tvx::vc {
 namespace {
 
 constexpr std::size_t kFrameSize = 12;
+enum Command { kSpring = 1, kBias = 2, kFeel = 3, kVibration = 4, kServo = 5, kRelease = 6, kReport = 7 };
+// Status bits of the answer.
+constexpr int kHasPower = 1, kStopPressed = 4, kFades = 8;
+constexpr Byte kKind = 200;
+// What a parameter's whole stands for.
+constexpr double kWhole = 16383, kNoForce = 8192, kWholeForce = 8191, kWholeGradient = 2048;
+constexpr double kHalfRange = 32768;  // raw steps at which a whole gradient gives the whole force
+constexpr double kPlaceSteps = 4, kSpeedSteps = 16, kTenths = 10, kThousand = 1000;
 constexpr double kMass = 0.02;        // force that speeds an axis up by one travel a second in a second
 constexpr double kBearing = 0.06;     // force of the bearings' drag at one travel a second
 constexpr double kServoBand = 0.125;  // of the travel: there the servo gives its whole force
@@ -20,11 +28,11 @@ int Parameter(const std::vector<Byte>& frame, int number) {
 }
 
 double PlaceOf(int parameter) {
-  return (parameter * 4.0 - YokeDevice::kRawCentre) / YokeDevice::kRawTravel;
+  return (parameter * kPlaceSteps - YokeDevice::kRawCentre) / YokeDevice::kRawTravel;
 }
 
 double Signed(int parameter) {
-  return (parameter - 8192) / 8191.0;
+  return (parameter - kNoForce) / kWholeForce;
 }
 
 }  // namespace
@@ -75,44 +83,45 @@ void YokeDevice::OnFrame() {
   ++commands_;
   const int p1 = Parameter(frame_, 1), p2 = Parameter(frame_, 2), p3 = Parameter(frame_, 3),
             p4 = Parameter(frame_, 4);
-  switch (frame_[2] & 0x7F) {
-    case 1:
-    case 5:
-      servo_ = (frame_[2] & 0x7F) == 5;
+  const int command = frame_[2] & 0x7F;
+  switch (command) {
+    case kSpring:
+    case kServo:
+      servo_ = command == kServo;
       released_ = false;
       axes_[0].place = PlaceOf(p1);
       axes_[1].place = PlaceOf(p2);
       if (servo_) {
-        servoSpeed_ = p3 * 16.0 / kRawTravel;
-        servoForce_ = p4 / 16383.0;
+        servoSpeed_ = p3 * kSpeedSteps / kRawTravel;
+        servoForce_ = p4 / kWhole;
       } else {
-        axes_[0].gradient = p3 / 2048.0 * kRawTravel / 32768;
-        axes_[1].gradient = p4 / 2048.0 * kRawTravel / 32768;
+        axes_[0].gradient = p3 / kWholeGradient * kRawTravel / kHalfRange;
+        axes_[1].gradient = p4 / kWholeGradient * kRawTravel / kHalfRange;
       }
       break;
-    case 2:
+    case kBias:
       axes_[0].bias = Signed(p1);
       axes_[1].bias = Signed(p2);
-      limit_ = p3 / 16383.0;
-      holdLeft_ = p4 / 1000.0;
+      limit_ = p3 / kWhole;
+      holdLeft_ = p4 / kThousand;
       fadeTime_ = kFadeSeconds;
       if (!released_) fade_ = 1;
       break;
-    case 3:
-      friction_ = p1 / 16383.0;
-      damping_ = p2 / 16383.0;
+    case kFeel:
+      friction_ = p1 / kWhole;
+      damping_ = p2 / kWhole;
       break;
-    case 4:
-      axes_[0].frequency = p1 / 10.0;
-      axes_[0].amplitude = p2 / 16383.0;
-      axes_[1].frequency = p3 / 10.0;
-      axes_[1].amplitude = p4 / 16383.0;
+    case kVibration:
+      axes_[0].frequency = p1 / kTenths;
+      axes_[0].amplitude = p2 / kWhole;
+      axes_[1].frequency = p3 / kTenths;
+      axes_[1].amplitude = p4 / kWhole;
       break;
-    case 6:
+    case kRelease:
       released_ = true;
-      fadeTime_ = std::max(p1 / 1000.0, 0.01);
+      fadeTime_ = std::max(p1 / kThousand, 0.01);
       break;
-    case 7:
+    case kReport:
       Answer();
       break;
     default:
@@ -132,16 +141,16 @@ void YokeDevice::Answer() {
     reply[at + 1] = static_cast<Byte>(value & 0xFF);
   };
   reply[1] = address_;
-  reply[2] = 200;  // what kind of device it is
-  reply[3] = static_cast<Byte>((fault_ == YokeFault::NoPower ? 0 : 1) | (stop_ ? 4 : 0) |
-                               (fade_ < 1 && !released_ ? 8 : 0));
+  reply[2] = kKind;
+  reply[3] = static_cast<Byte>((fault_ == YokeFault::NoPower ? 0 : kHasPower) | (stop_ ? kStopPressed : 0) |
+                               (fade_ < 1 && !released_ ? kFades : 0));
   put(6, RawPosition(0));
   reply[8] = fault_ == YokeFault::Garbled ? '?' : 'P';
   put(9, RawPosition(1));
   reply[11] = 'S';
   put(12, buttons_);
-  put(15, static_cast<int>(std::abs(axes_[0].force) * 1000));
-  put(17, static_cast<int>(std::abs(axes_[1].force) * 1000));
+  put(15, static_cast<int>(std::abs(axes_[0].force) * kThousand));
+  put(17, static_cast<int>(std::abs(axes_[1].force) * kThousand));
   reply[24] = 0xFF;
   ++answers_;
   send_(reply);

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "virtualcockpit/panel/Theme.h"
+#include "virtualcockpit/widgets/Theme.h"
 
 namespace tvx::vc {
 namespace {

@@ -4,7 +4,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include "virtualcockpit/panel/Theme.h"
+#include "virtualcockpit/widgets/Theme.h"
 
 namespace tvx::vc {
 namespace {

@@ -3,12 +3,6 @@
 namespace tvx {
 namespace {
 
-void BringToFront(QWidget* form) {
-  form->show();
-  form->raise();
-  form->activateWindow();
-}
-
 // Bits of the lighting word.
 constexpr std::int32_t kInstrumentLights = 0x4000;
 constexpr std::int32_t kFirstBusPowered = 0x02;
@@ -28,7 +22,7 @@ EngineClusterPeripheral::EngineClusterPeripheral(ConfigModel& model, SimCom& sim
     cluster_.ProcessTimer_Tick();
   });
   secondTimer_.OnTick([this] { cluster_.Timer1000ms_Tick(); });
-  editor_.SetChanged([this] { ShowEdited(); });
+  presenter_.SetChanged([this] { ShowEdited(); });
 }
 
 EngineClusterPeripheral::~EngineClusterPeripheral() {
@@ -44,10 +38,7 @@ void EngineClusterPeripheral::StopTimers() {
 }
 
 void EngineClusterPeripheral::Load() {
-  if (!form_) {
-    form_ =
-        new EngineClusterForm(cluster_, model_, {[this] { ShowConfiguration(); }, [this] { ShowTest(); }});
-  }
+  if (!form_) form_ = new EngineClusterForm(cluster_, model_, *this);
   form_->show();
 }
 
@@ -64,22 +55,24 @@ void EngineClusterPeripheral::Unload() {
 }
 
 void EngineClusterPeripheral::Show() {
-  if (form_) BringToFront(form_);
+  if (form_) form_->BringToFront();
 }
 
 void EngineClusterPeripheral::ShowTest() {
-  if (!test_) test_ = new TestEngineClusterForm(cluster_, editor_);
-  BringToFront(test_);
+  if (!test_) test_ = new TestEngineClusterForm(cluster_, presenter_);
+  test_->BringToFront();
 }
 
-void EngineClusterPeripheral::ShowConfiguration() {
+void EngineClusterPeripheral::ShowSetUp() {
   if (!configuration_ || configuration_->Unloading()) {
     cluster_.OpenCommPort();
-    configuration_ = new ConfigEngineClusterForm(model_, cluster_, editor_, boxes_, [this](int channel) {
-      if (OpenPlates) OpenPlates(channel, configuration_);
-    });
+    configuration_ = new ConfigEngineClusterForm(model_, cluster_, presenter_, boxes_, *this);
   }
-  BringToFront(configuration_);
+  configuration_->BringToFront();
+}
+
+void EngineClusterPeripheral::ShowPlates(int channel) {
+  if (plates_ != nullptr) plates_->OpenClusterPlates(channel, configuration_);
 }
 
 void EngineClusterPeripheral::ShowEdited() {

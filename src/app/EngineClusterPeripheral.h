@@ -14,7 +14,15 @@
 
 namespace tvx {
 
-class EngineClusterPeripheral final : public Peripheral {
+// Opens the Plates for the needle of a channel of the engine cluster, over `parent`: the other channels can
+// be chosen too, no gauge.
+class ClusterPlates {
+ public:
+  virtual ~ClusterPlates() = default;
+  virtual void OpenClusterPlates(int channel, QWidget* parent) = 0;
+};
+
+class EngineClusterPeripheral final : public Peripheral, private EngineClusterWindows {
  public:
   EngineClusterPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
                           std::function<std::int32_t()> lightingWord);
@@ -28,16 +36,16 @@ class EngineClusterPeripheral final : public Peripheral {
   void Run() override { cluster_.cmdRun_Click(); }
   void Stop() override { cluster_.cmdStop_Click(); }
 
-  // Opens the Plates for a channel's needle, over `parent`. Set before the forms are shown.
-  std::function<void(int channel, QWidget* parent)> OpenPlates;
+  // To be set before the forms are shown.
+  void SetPlates(ClusterPlates& plates) { plates_ = &plates; }
 
-  void ShowTest();
+  void ShowTest() override;
   // Opens the set-up, `frmConfigEC`; the cluster's port is open as long as it stands.
-  void ShowConfiguration();
+  void ShowSetUp() override;
   // The configuration was edited elsewhere.
-  void Refresh() { editor_.Refresh(); }
+  void Refresh() { presenter_.Refresh(); }
   // Moves a channel's needle while it is calibrated.
-  void MoveNeedle(int channel, int position) { editor_.MoveNeedle(channel, position); }
+  void MoveNeedle(int channel, int position) { presenter_.MoveNeedle(channel, position); }
   void StopTimers();
 
   EngineCluster& Cluster() { return cluster_; }
@@ -46,14 +54,16 @@ class EngineClusterPeripheral final : public Peripheral {
   ConfigEngineClusterForm* ConfigurationForm() const { return configuration_; }
 
  private:
+  void ShowPlates(int channel) override;
   void ShowEdited();
 
   ConfigModel& model_;
   MessageBoxes& boxes_;
   std::function<std::int32_t()> lightingWord_;
+  ClusterPlates* plates_ = nullptr;
   QtTimer processTimer_{QStringLiteral("EC.ProcessTimer")}, secondTimer_{QStringLiteral("EC.Timer1000ms")};
   EngineCluster cluster_;
-  EngineClusterPresenter editor_{model_, cluster_};
+  EngineClusterPresenter presenter_{model_, cluster_};
   QPointer<EngineClusterForm> form_;
   QPointer<TestEngineClusterForm> test_;
   QPointer<ConfigEngineClusterForm> configuration_;

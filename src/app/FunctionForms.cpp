@@ -1,27 +1,20 @@
 #include "app/FunctionForms.h"
 
 namespace tvx {
-namespace {
 
-void BringToFront(QWidget* form) {
-  form->show();
-  form->raise();
-  form->activateWindow();
-}
-
-}  // namespace
-
-void FunctionForms::ShowEditor(QWidget* parent, std::function<void()> saved) {
-  if (!editor_ || editor_->Unloading()) editor_ = new FunctionEditorForm(model_, sim_, boxes_, parent);
-  editor_->SetSaved(std::move(saved));
-  BringToFront(editor_);
+void FunctionForms::ShowEditor(QWidget* parent, ModelWatcher& watcher) {
+  if (!editor_ || editor_->Unloading()) {
+    editor_ = new FunctionEditorForm(model_, sim_, boxes_, parent);
+    QObject::connect(editor_, &FunctionEditorForm::Saved, editor_, [&watcher] { watcher.ModelChanged(); });
+  }
+  editor_->BringToFront();
 }
 
 void FunctionForms::ShowConsole(QWidget* parent) {
   if (!console_ || console_->Unloading()) {
     console_ = new TestXplaneInterfaceForm(model_, sim_, boxes_, clock_, parent);
   }
-  BringToFront(console_);
+  console_->BringToFront();
 }
 
 }  // namespace tvx

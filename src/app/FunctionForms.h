@@ -2,8 +2,8 @@
 #pragma once
 
 #include <QPointer>
-#include <functional>
 
+#include "config/ModelWatcher.h"
 #include "simlink/console/forms/TestXplaneInterfaceForm.h"
 #include "simlink/functions/forms/FunctionEditorForm.h"
 
@@ -16,8 +16,8 @@ class FunctionForms {
   FunctionForms(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, const Clock& clock)
       : model_(model), sim_(sim), boxes_(boxes), clock_(clock) {}
 
-  // `saved` is told whenever Functions were changed.
-  void ShowEditor(QWidget* parent, std::function<void()> saved);
+  // `watcher` is told whenever Functions were changed; it outlives the form.
+  void ShowEditor(QWidget* parent, ModelWatcher& watcher);
   void ShowConsole(QWidget* parent);
 
   // The forms; nullptr while one is not open.

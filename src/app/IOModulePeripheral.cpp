@@ -55,10 +55,7 @@ void IOModulePeripheral::Unload() {
 }
 
 void IOModulePeripheral::Show() {
-  if (!form_) return;
-  form_->show();
-  form_->raise();
-  form_->activateWindow();
+  if (form_) form_->BringToFront();
 }
 
 void IOModulePeripheral::ShowConfiguration(QWidget* parent) {
@@ -75,9 +72,7 @@ void IOModulePeripheral::ShowConfiguration(QWidget* parent) {
     if (!serial_.Ports().PortOf(module_.Parameters().Group).IsOpen()) module_.OpenCommPort();
     writeTimer_.SetEnabled(!module_.Running());
   }
-  configuration_->show();
-  configuration_->raise();
-  configuration_->activateWindow();
+  configuration_->BringToFront();
 }
 
 }  // namespace tvx

@@ -42,12 +42,6 @@ void UnloadForm(QPointer<FormType>& form) {
   form = nullptr;
 }
 
-void BringToFront(QWidget* form) {
-  form->show();
-  form->raise();
-  form->activateWindow();
-}
-
 }  // namespace
 
 Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
@@ -74,21 +68,10 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
       start_(model_, file_, sim_, boxes_, *this, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
-                      devices == nullptr ? ownDevices_ : *devices, [this] { return HeaderForSaving(); },
-                      [this] { ConfigurationClosed(); }}) {
-  configuration_.OpenFunctions = [this] {
-    functions_.ShowEditor(configuration_.MainForm(), [this] { configuration_.Refresh(); });
-  };
-  configuration_.OpenXplaneTest = [this] { functions_.ShowConsole(configuration_.MainForm()); };
+                      devices == nullptr ? ownDevices_ : *devices, comPorts_, engineCluster_, functions_,
+                      *this}) {
   // Whoever has no configuration yet begins with these.
   FillStandardFunctions(model_);
-  configuration_.MoveClusterNeedle = [this](int channel, int position) {
-    engineCluster_.MoveNeedle(channel, position);
-  };
-  configuration_.ModelChanged = [this] { engineCluster_.Refresh(); };
-  engineCluster_.OpenPlates = [this](int channel, QWidget* parent) {
-    configuration_.OpenClusterPlates(channel, parent);
-  };
   // A form that makes way for the next one must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(ProgramIcon());
@@ -150,7 +133,6 @@ void Program::ConnectTimers() {
   };
   connect(timers_.WaitForAutostart, kCountdownTickMs, [this] { start_.WaitForAutostart_Tick(); });
   connect(timers_.TimerWaitForFS, kSecondMs, [this] { start_.TimerWaitForFS_Tick(); });
-  connect(timers_.TimerCheckForSilence, kSecondMs, [] {});
   connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });
   connect(timers_.Timer1, kSecondMs, [this] { run_.Timer1_Tick(); });
   connect(timers_.WriteCmdDuringConfig, kTransmitTickMs, [this] {
@@ -171,7 +153,7 @@ void Program::Exit() {
 void Program::ShowStartForm() {
   if (ended_) return;
   if (!startForm_) startForm_ = new StartForm(start_, [this] { OpenWebPage(); });
-  BringToFront(startForm_);
+  startForm_->BringToFront();
 }
 
 void Program::UnloadStartForm() {
@@ -183,7 +165,7 @@ void Program::UnloadStartForm() {
 void Program::ShowStatusForm() {
   if (ended_) return;
   if (!statusForm_) statusForm_ = new StatusForm(run_, [this] { ShowPorts(); });
-  BringToFront(statusForm_);
+  statusForm_->BringToFront();
 }
 
 void Program::UnloadStatusForm() {
@@ -205,7 +187,7 @@ void Program::ConfigurationClosed() {
   timers_.WriteCmdDuringConfig.SetEnabled(false);
   if (ended_ || !startForm_) return;
   startForm_->HoldActivation(false);
-  BringToFront(startForm_);
+  startForm_->BringToFront();
   startForm_->Activate();
 }
 
@@ -220,7 +202,7 @@ void Program::ShowPorts() {
   } else {
     portsForm_->Refresh();
   }
-  BringToFront(portsForm_);
+  portsForm_->BringToFront();
 }
 
 void Program::OpenWebPage() {

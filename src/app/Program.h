@@ -18,6 +18,7 @@
 #include "core/forms/StartForm.h"
 #include "core/forms/StatusForm.h"
 #include "hwbus/gaugebus/Serial.h"
+#include "platform/linux/ComPortMap.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxSerialDevices.h"
 #include "platform/linux/LinuxSerialPort.h"
@@ -29,7 +30,7 @@
 namespace tvx {
 
 // Needs a QApplication around it, and works in the current folder. Everything happens in the event loop.
-class Program final : private Shell {
+class Program final : private Shell, private ConfigurationHost {
  public:
   // `boxes`: the message boxes to use; nullptr for those on the screen. `keys`: where keystrokes go; nullptr
   // for the desktop. `devices`: the serial adapters; nullptr for this computer's. All must outlive the
@@ -66,7 +67,7 @@ class Program final : private Shell {
   struct TimerSet {
     QtTimer WaitForAutostart{"WaitForAutostart"};
     QtTimer TimerWaitForFS{"TimerWaitForFS"};
-    QtTimer TimerCheckForSilence{"TimerCheckForSilence"};
+    QtTimer TimerCheckForSilence{"TimerCheckForSilence"};  // has no effect, and is never enabled
     QtTimer ProcessTimer{"ProcessTimer"};
     QtTimer Timer1{"Timer1"};
     QtTimer WriteCmdDuringConfig{"WriteCmdDuringConfig"};
@@ -83,12 +84,13 @@ class Program final : private Shell {
   void UnloadConfigurationForms() override;
   void OpenWebPage() override;
   void EndProgram() override;
+  // ConfigurationHost
+  std::string HeaderForSaving() const override;
+  void ConfigurationClosed() override;
 
   void ConnectTimers();
   void AddPeripherals();
-  void ConfigurationClosed();
   void ShowPorts();
-  std::string HeaderForSaving() const;
 
   std::unique_ptr<MessageBoxes> ownBoxes_;
   MessageBoxes& boxes_;
@@ -112,8 +114,9 @@ class Program final : private Shell {
   YokesPeripheral yokes_;
   StartPresenter start_;
   LinuxSerialDevices ownDevices_;
-  ConfigurationForms configuration_;
+  LinuxComPorts comPorts_;
   FunctionForms functions_{model_, sim_, boxes_, clock_};
+  ConfigurationForms configuration_;
   bool ended_ = false;
 
   QPointer<StartForm> startForm_;

@@ -34,18 +34,13 @@ void YokesPeripheral::Unload() {
 }
 
 void YokesPeripheral::Show() {
-  if (!form_) return;
-  form_->show();
-  form_->raise();
-  form_->activateWindow();
+  if (form_) form_->BringToFront();
 }
 
 void YokesPeripheral::ShowConfiguration(int which) {
   QPointer<YokeConfigForm>& form = configurations_[which == 2 ? 1 : 0];
   if (!form || form->Unloading()) form = new YokeConfigForm(model_, pair_, boxes_, joystick_, which);
-  form->show();
-  form->raise();
-  form->activateWindow();
+  form->BringToFront();
 }
 
 }  // namespace tvx

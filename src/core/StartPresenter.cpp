@@ -237,7 +237,7 @@ void StartPresenter::Exit_Click() {
 }
 
 void StartPresenter::ShowCountdown(bool visible) {
-  view_.CountdownVisible = view_.SecondsVisible = visible;
+  view_.CountdownVisible = visible;
 }
 
 void StartPresenter::Changed() {

@@ -18,8 +18,7 @@ class StatusPresenter;
 struct StartView {
   std::string FileName;
   std::string TextAutostart;
-  bool CountdownVisible = false;  // TextAutostart and Textseconds
-  bool SecondsVisible = false;    // BoxAutoStartTime
+  bool CountdownVisible = false;  // TextAutostart, BoxAutoStartTime and Textseconds
   int BoxAutoStartTime = 0;       // seconds left, or seconds waited
   std::string SimulatorName;      // "X-Plane" once it is known
   std::string LabelXplaneVersion;

@@ -11,8 +11,7 @@ namespace tvx {
 
 QGridLayout* MakeTitledGrid(QFrame* panel, const QString& title, const char* labelName) {
   auto* grid = new QGridLayout(panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  grid->setSpacing(look::Gap());
+  SpacePanel(grid);
   QLabel* label = MakeLabel(labelName, title, "caption");
   if (labelName == nullptr) label->setObjectName(panel->objectName() + "Title");
   grid->addWidget(label, 0, 0, 1, -1);
@@ -21,8 +20,7 @@ QGridLayout* MakeTitledGrid(QFrame* panel, const QString& title, const char* lab
 
 QVBoxLayout* MakeTitledColumn(QFrame* panel, const QString& title, const char* labelName) {
   auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpacePanel(column, look::Margin());
   column->addWidget(MakeLabel(labelName, title, "caption"));
   return column;
 }

@@ -10,9 +10,17 @@ Form::Form(const char* name, QWidget* parent) : QWidget(parent, Qt::Window) {
 }
 
 void Form::Unload() {
+  if (unloading_) return;
   unloading_ = true;
   hide();
   deleteLater();
+  emit Ended();
+}
+
+void Form::BringToFront() {
+  show();
+  raise();
+  activateWindow();
 }
 
 void Form::closeEvent(QCloseEvent* event) {

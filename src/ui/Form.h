@@ -10,6 +10,7 @@ namespace tvx {
 // A window with a given name. Enter presses the focused button, or else the default one; Escape and the
 // window's close button do what the form says. A form never closes by itself: whoever made it unloads it.
 class Form : public QWidget {
+  Q_OBJECT
  public:
   explicit Form(const char* name, QWidget* parent = nullptr);
 
@@ -17,6 +18,11 @@ class Form : public QWidget {
   // loop.
   void Unload();
   bool Unloading() const { return unloading_; }
+  // Shows it above all others, with the focus.
+  void BringToFront();
+
+ signals:
+  void Ended();  // it was unloaded; it still exists, but is not shown any more
 
  protected:
   // The user wants the window closed.

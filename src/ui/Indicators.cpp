@@ -1,15 +1,13 @@
 #include "ui/Indicators.h"
 
 #include <QPainter>
+#include <cmath>
+#include <numbers>
 
 #include "ui/Look.h"
 
 namespace tvx {
 namespace {
-
-QColor FromCode(int colour) {
-  return {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF};
-}
 
 constexpr double kStepsPerDegree = 3.0;
 constexpr double kZeroAngle = 225.0;  // position 0 points to the lower left
@@ -37,7 +35,7 @@ void Indicator::paintEvent(QPaintEvent*) {
   const look::Colours& colours = look::CurrentColours();
   const bool known = colour_ >= 0;
   const bool wide = width() > 2 * height();
-  const QColor colour = known ? FromCode(colour_) : colours.panel;
+  const QColor colour = known ? look::FromCode(colour_) : colours.panel;
   const QColor fill = wide ? colours.panel : colour;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
@@ -56,44 +54,68 @@ void Indicator::paintEvent(QPaintEvent*) {
   painter.drawText(textArea, Qt::AlignCenter, text_);
 }
 
-NeedleDial::NeedleDial(const QString& name) {
+NeedleDial::NeedleDial(const QString& name) : PaintedOnce(look::Ground::Form) {
   setObjectName(name);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void NeedleDial::SetPosition(int position, bool enabled) {
-  if (position_ == position && enabled_ == enabled) return;
-  position_ = position;
-  enabled_ = enabled;
-  update();
+  if (enabled_ != enabled) {
+    position_ = position;
+    enabled_ = enabled;
+    PaintStillAgain();
+  } else if (position_ != position) {
+    QRegion area(NeedleArea());  // where the needle was, and where it will be
+    position_ = position;
+    if (enabled_) update(area | NeedleArea());
+  }
 }
 
 QSize NeedleDial::sizeHint() const {
   return {look::Margin() * 7, look::Margin() * 7};
 }
 
-void NeedleDial::paintEvent(QPaintEvent*) {
+double NeedleDial::Diameter() const {
+  return std::min(width(), height()) - 4.0;
+}
+
+// The place on the line from the middle to the rim at a needle position; `share` of the diameter outwards.
+QPointF NeedleDial::Place(double position, double share) const {
+  const double angle = (kZeroAngle + position / kStepsPerDegree) / 180 * std::numbers::pi;
+  return QRectF(rect()).center() + share * Diameter() * QPointF(std::sin(angle), -std::cos(angle));
+}
+
+QRect NeedleDial::NeedleArea() const {
+  const double hub = Diameter() / 15 + 2;
+  const QPointF middle = QRectF(rect()).center();
+  const double thick = Diameter() / 56 + 2;
+  return QRectF(Place(position_, -0.08), Place(position_, 0.38))
+      .normalized()
+      .adjusted(-thick, -thick, thick, thick)
+      .united(QRectF(middle, QSizeF()).adjusted(-hub, -hub, hub, hub))
+      .toAlignedRect();
+}
+
+void NeedleDial::PaintStill(QPainter& painter) const {
   const look::Colours& colours = look::CurrentColours();
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const double side = std::min(width(), height()) - 4.0;
-  painter.translate(width() / 2.0, height() / 2.0);
   painter.setPen(QPen(colours.line, 2));
   painter.setBrush(colours.panel);
-  painter.drawEllipse(QPointF(0, 0), side / 2, side / 2);
+  painter.drawEllipse(QRectF(rect()).center(), Diameter() / 2, Diameter() / 2);
   painter.setPen(QPen(enabled_ ? colours.dim : colours.line, 2));
+  constexpr double kMarkEvery = 30 * kStepsPerDegree;
   for (int mark = 0; mark <= 9; ++mark) {
-    painter.save();
-    painter.rotate(kZeroAngle + mark * 30.0);
-    painter.drawLine(QPointF(0, -side * 0.46), QPointF(0, -side * 0.39));
-    painter.restore();
+    painter.drawLine(Place(mark * kMarkEvery, 0.46), Place(mark * kMarkEvery, 0.39));
   }
+}
+
+void NeedleDial::PaintMoving(QPainter& painter) const {
   if (!enabled_) return;
-  painter.rotate(kZeroAngle + position_ / kStepsPerDegree);
-  painter.setPen(QPen(colours.accent, side / 28, Qt::SolidLine, Qt::RoundCap));
-  painter.drawLine(QPointF(0, side * 0.08), QPointF(0, -side * 0.38));
+  const look::Colours& colours = look::CurrentColours();
+  painter.setPen(QPen(colours.accent, Diameter() / 28, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(Place(position_, -0.08), Place(position_, 0.38));
+  painter.setPen(Qt::NoPen);
   painter.setBrush(colours.accent);
-  painter.drawEllipse(QPointF(0, 0), side / 22, side / 22);
+  painter.drawEllipse(QRectF(rect()).center(), Diameter() / 15, Diameter() / 15);
 }
 
 }  // namespace tvx

@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QWidget>
 
+#include "ui/PaintedOnce.h"
+
 namespace tvx {
 
 // The colours of a switch indicator, as red + 256 green + 65536 blue.
@@ -12,11 +14,11 @@ inline constexpr int kSwitchOffColour = 65280;
 // Of a lamp.
 inline constexpr int kLampOnColour = 0x00A5FF;
 
-// A cell with a short text and a colour; without a colour while nothing is known.
+// A cell with a short text and a colour; without a colour while its state is not known.
 class Indicator : public QWidget {
  public:
   Indicator(const QString& name, const QString& text);
-  // -1: nothing is known.
+  // As red + 256 green + 65536 blue; -1: the state is not known.
   void SetColour(int colour);
   int Colour() const { return colour_; }
   QSize sizeHint() const override;
@@ -29,8 +31,8 @@ class Indicator : public QWidget {
   int colour_ = -1;
 };
 
-// A round face with one needle that stands where the instrument's needle was sent.
-class NeedleDial : public QWidget {
+// A round face, directly on a form, with one needle that stands where the instrument's needle was sent.
+class NeedleDial : public PaintedOnce {
  public:
   explicit NeedleDial(const QString& name);
   // 0..1079, three to a degree, clockwise from the lower left; a dial that is not lit is drawn dim.
@@ -39,9 +41,14 @@ class NeedleDial : public QWidget {
   QSize sizeHint() const override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  void PaintStill(QPainter& painter) const override;
+  void PaintMoving(QPainter& painter) const override;
 
  private:
+  double Diameter() const;
+  QPointF Place(double position, double share) const;
+  QRect NeedleArea() const;
+
   int position_ = 0;
   bool enabled_ = false;
 };

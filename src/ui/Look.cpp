@@ -127,6 +127,11 @@ Theme CurrentTheme() {
   return currentTheme;
 }
 
+QColor ColourOf(Ground ground) {
+  const Colours& colours = CurrentColours();
+  return ground == Ground::Form ? colours.ground : ground == Ground::Panel ? colours.panel : Qt::transparent;
+}
+
 int TextHeight(int screenHeight) {
   return std::clamp(screenHeight * 15 / 1000, 13, 28);
 }
@@ -149,6 +154,10 @@ int Gap() {
 }
 int Margin() {
   return currentText;
+}
+
+QColor FromCode(std::int32_t code) {
+  return {code & 0xFF, code >> 8 & 0xFF, code >> 16 & 0xFF};
 }
 
 double Contrast(const QColor& a, const QColor& b) {

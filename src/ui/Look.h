@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QWidget>
+#include <cstdint>
 
 class QApplication;
 
@@ -21,6 +22,11 @@ inline const Colours& CurrentColours() {
   return ColoursOf(CurrentTheme());
 }
 
+// What something drawn stands on: the form itself, a framed panel, or something else.
+enum class Ground { Form, Panel, Unknown };
+// Its colour; transparent where it is not known.
+QColor ColourOf(Ground ground);
+
 // Sets palette, font and style sheet of the whole program; may be called again with the other theme.
 void Apply(QApplication& application, Theme theme);
 
@@ -30,6 +36,9 @@ int TextHeight(int screenHeight);
 // Distances, in pixels of the current text size.
 int Gap();     // between controls that belong together
 int Margin();  // around a panel and a form
+
+// A colour that is given as red + 256 green + 65536 blue.
+QColor FromCode(std::int32_t code);
 
 // How well `a` reads on `b`: 1 (not at all) to 21 (black on white).
 double Contrast(const QColor& a, const QColor& b);

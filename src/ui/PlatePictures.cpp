@@ -13,6 +13,7 @@ namespace {
 constexpr double kHighestPosition = 1079;
 constexpr double kPositionUp = 540;
 constexpr double kPositionsToADegree = 3;
+constexpr QRgb kPrint = 0xe8eef3;  // of the numbers on a face
 
 QSize Square() {
   return {look::Margin() * 15, look::Margin() * 14};
@@ -30,7 +31,7 @@ QPointF Direction(double position) {
 
 }  // namespace
 
-PlateCurve::PlateCurve(const char* name) {
+PlateCurve::PlateCurve(const char* name) : PaintedOnce(look::Ground::Panel) {
   setObjectName(QString::fromLatin1(name));
   setToolTip(tr("Needle position over value"));
   setMinimumSize(Square() * 0.7);
@@ -39,7 +40,7 @@ PlateCurve::PlateCurve(const char* name) {
 
 void PlateCurve::SetPoints(std::vector<FacePoint> points) {
   points_ = std::move(points);
-  update();
+  PaintStillAgain();
 }
 
 void PlateCurve::SetNeedle(int position) {
@@ -52,12 +53,22 @@ QSize PlateCurve::sizeHint() const {
   return Square();
 }
 
-void PlateCurve::paintEvent(QPaintEvent*) {
+QRectF PlateCurve::Area() const {
+  const int text = fontMetrics().height();
+  return QRectF(rect()).adjusted(text * 2.2, text / 2.0, -text / 2.0, -text * 1.3);
+}
+
+void PlateCurve::PaintMoving(QPainter& painter) const {
+  const QRectF area = Area();
+  const double y = area.bottom() - needle_ / kHighestPosition * area.height();
+  painter.setPen(QPen(look::CurrentColours().trouble, 1, Qt::DashLine));
+  painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
+}
+
+void PlateCurve::PaintStill(QPainter& painter) const {
   const look::Colours& colours = look::CurrentColours();
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const int text = painter.fontMetrics().height();
-  const QRectF area = QRectF(rect()).adjusted(text * 2.2, text / 2.0, -text / 2.0, -text * 1.3);
+  const int text = fontMetrics().height();
+  const QRectF area = Area();
   painter.setPen(QPen(colours.line, 1));
   painter.setBrush(colours.ground);
   painter.drawRect(area);
@@ -71,8 +82,6 @@ void PlateCurve::paintEvent(QPaintEvent*) {
     painter.drawText(QRectF(0, y(mark) - text / 2.0, area.left() - 3, text),
                      Qt::AlignRight | Qt::AlignVCenter, QString::number(mark));
   }
-  painter.setPen(QPen(colours.trouble, 1, Qt::DashLine));
-  painter.drawLine(QPointF(area.left(), y(needle_)), QPointF(area.right(), y(needle_)));
   if (points_.empty()) {
     painter.setPen(colours.dim);
     painter.drawText(area, Qt::AlignCenter, tr("No points yet"));
@@ -97,7 +106,7 @@ void PlateCurve::paintEvent(QPaintEvent*) {
   for (const QPointF& p : line) painter.drawEllipse(p, 3, 3);
 }
 
-PlateFace::PlateFace(const char* name) {
+PlateFace::PlateFace(const char* name) : PaintedOnce(look::Ground::Panel) {
   setObjectName(QString::fromLatin1(name));
   setToolTip(tr("The face with the points of this Plate, and the needle where it was sent"));
   setMinimumSize(Square() * 0.7);
@@ -106,7 +115,7 @@ PlateFace::PlateFace(const char* name) {
 
 void PlateFace::SetPoints(std::vector<FacePoint> points) {
   points_ = std::move(points);
-  update();
+  PaintStillAgain();
 }
 
 void PlateFace::SetNeedle(int position) {
@@ -119,16 +128,13 @@ QSize PlateFace::sizeHint() const {
   return Square();
 }
 
-void PlateFace::paintEvent(QPaintEvent*) {
-  const look::Colours& colours = look::CurrentColours();
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
+void PlateFace::PaintStill(QPainter& painter) const {
   const double radius = std::min(width(), height()) / 2.0 - 2;
   const QPointF centre = QRectF(rect()).center();
-  painter.setPen(QPen(colours.line, 2));
+  painter.setPen(QPen(look::CurrentColours().line, 2));
   painter.setBrush(QColor(0x0b, 0x0d, 0x10));
   painter.drawEllipse(centre, radius, radius);
-  const QColor print(0xe8, 0xee, 0xf3);
+  const QColor print(kPrint);
   QFont font = painter.font();
   font.setPixelSize(std::max(9, static_cast<int>(radius / 9)));
   painter.setFont(font);
@@ -150,6 +156,11 @@ void PlateFace::paintEvent(QPaintEvent*) {
     painter.setPen(print);
     painter.drawText(place, Qt::AlignCenter, number);
   }
+}
+
+void PlateFace::PaintMoving(QPainter& painter) const {
+  const double radius = std::min(width(), height()) / 2.0 - 2;
+  const QPointF centre = QRectF(rect()).center();
   const QPointF out = Direction(needle_), side(-out.y(), out.x());
   const double thick = std::max(2.0, radius / 40);
   painter.setPen(Qt::NoPen);
@@ -157,7 +168,7 @@ void PlateFace::paintEvent(QPaintEvent*) {
   painter.setBrush(look::ColoursOf(look::Theme::Dark).trouble);
   painter.drawPolygon(QPolygonF{centre + side * thick - out * radius * 0.15,
                                 centre - side * thick - out * radius * 0.15, centre + out * radius * 0.88});
-  painter.setBrush(print);
+  painter.setBrush(QColor(kPrint));
   painter.drawEllipse(centre, thick * 2, thick * 2);
 }
 

@@ -1,8 +1,9 @@
 // Pictures of a gauge face's calibration: its curve, and the face with its needle.
 #pragma once
 
-#include <QWidget>
 #include <vector>
+
+#include "ui/PaintedOnce.h"
 
 namespace tvx {
 
@@ -12,8 +13,8 @@ struct FacePoint {
   double position = 0;
 };
 
-// Positions over values.
-class PlateCurve : public QWidget {
+// Positions over values, in a framed panel.
+class PlateCurve : public PaintedOnce {
  public:
   explicit PlateCurve(const char* name);
   void SetPoints(std::vector<FacePoint> points);
@@ -21,15 +22,19 @@ class PlateCurve : public QWidget {
   QSize sizeHint() const override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  void PaintStill(QPainter& painter) const override;
+  void PaintMoving(QPainter& painter) const override;
 
  private:
+  QRectF Area() const;
+
   std::vector<FacePoint> points_;
   int needle_ = 0;
 };
 
 // The face as it looks from the front: position 540 points up, three positions to a degree, clockwise.
-class PlateFace : public QWidget {
+// In a framed panel.
+class PlateFace : public PaintedOnce {
  public:
   explicit PlateFace(const char* name);
   void SetPoints(std::vector<FacePoint> points);
@@ -37,7 +42,8 @@ class PlateFace : public QWidget {
   QSize sizeHint() const override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  void PaintStill(QPainter& painter) const override;
+  void PaintMoving(QPainter& painter) const override;
 
  private:
   std::vector<FacePoint> points_;

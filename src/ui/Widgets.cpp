@@ -75,57 +75,81 @@ QFrame* MakePanel(const char* name) {
   return panel;
 }
 
+void SpaceForm(QLayout* layout) {
+  layout->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  layout->setSpacing(look::Gap());
+}
+
+void SpacePanel(QLayout* layout, int below) {
+  layout->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), below);
+  layout->setSpacing(look::Gap());
+}
+
 namespace {
 
-// Holds one widget at exactly its own size. A widget of fixed size asks no layout for room when its text
-// changes, which costs more than painting the text.
-class Slot : public QWidget {
+// Paints its text alone, over the ground that it stands on: so nothing below it is painted with it.
+class ReadingLabel : public QLabel {
  public:
-  explicit Slot(QWidget* content) : content_(content) { content->setParent(this); }
+  explicit ReadingLabel(look::Ground ground) : ground_(ground) { setAttribute(Qt::WA_OpaquePaintEvent); }
 
  protected:
-  void resizeEvent(QResizeEvent*) override { content_->setFixedSize(size()); }
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), look::ColourOf(ground_));
+    painter.setPen(look::CurrentColours().text);
+    painter.drawText(rect(), static_cast<int>(alignment()), text());
+  }
 
  private:
-  QWidget* content_;
+  look::Ground ground_;
 };
 
 }  // namespace
 
+Reading::Reading(const QString& name, const QString& widest, Qt::Alignment alignment, look::Ground ground)
+    : widest_(widest), label_(new ReadingLabel(ground)) {
+  label_->setParent(this);
+  label_->setObjectName(name);
+  label_->setTextFormat(Qt::PlainText);
+  label_->setAlignment(alignment);
+  look::SetRole(label_, "value");
+  FitWidest();
+}
+
+void Reading::FitWidest() {
+  label_->ensurePolished();
+  const QFontMetrics metrics = label_->fontMetrics();
+  setMinimumSize(metrics.horizontalAdvance(widest_), metrics.height());
+}
+
+void Reading::resizeEvent(QResizeEvent*) {
+  label_->setFixedSize(size());
+}
+
+void Reading::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) FitWidest();
+}
+
 ValueBox::ValueBox(const char* name, const QString& caption, const QString& unit, const QString& widest)
-    : widest_(widest),
-      caption_(MakeLabel("", caption, "caption")),
-      value_(MakeLabel(name, {}, "value")),
-      unit_(MakeLabel("", unit, "caption")),
-      slot_(new Slot(value_)) {
+    : caption_(MakeLabel("", caption, "caption")),
+      value_(new Reading(QString::fromLatin1(name), widest, Qt::AlignRight | Qt::AlignVCenter,
+                         look::Ground::Panel)),
+      unit_(MakeLabel("", unit, "caption")) {
   const QString base = QString::fromLatin1(name);
   setObjectName(base + "Frame");
   caption_->setObjectName(base + "Caption");
   unit_->setObjectName(base + "Unit");
   look::SetRole(this, "panel");
-  value_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  value_->setTextInteractionFlags(Qt::NoTextInteraction);
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(look::Gap(), look::Gap() / 2, look::Gap(), look::Gap() / 2);
   grid->setVerticalSpacing(0);
   grid->setHorizontalSpacing(look::Gap() / 2);
   grid->addWidget(caption_, 0, 0, 1, 2);
-  grid->addWidget(slot_, 1, 0);
+  grid->addWidget(value_, 1, 0);
   grid->addWidget(unit_, 1, 1, Qt::AlignLeft | Qt::AlignBottom);
   grid->setColumnStretch(0, 1);
   if (unit.isEmpty()) unit_->hide();
-  FitWidest();
-}
-
-void ValueBox::FitWidest() {
-  value_->ensurePolished();
-  const QFontMetrics metrics = value_->fontMetrics();
-  slot_->setMinimumSize(metrics.horizontalAdvance(widest_), metrics.height());
-}
-
-void ValueBox::changeEvent(QEvent* event) {
-  QFrame::changeEvent(event);
-  if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) FitWidest();
 }
 
 StateLamp::StateLamp(const char* name) {

@@ -3,11 +3,14 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QLayout>
 #include <QListWidget>
 #include <QPushButton>
 #include <QString>
 #include <functional>
 #include <string_view>
+
+#include "ui/Look.h"
 
 namespace tvx {
 
@@ -15,8 +18,7 @@ inline QString ToText(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-// Sets the text only when it differs, so that nothing is laid out or painted for nothing. True when it was
-// set.
+// Sets the text only when it differs, so that nothing is laid out and painted in vain. True when it was set.
 bool SetTextIfChanged(QLabel* label, const QString& text);
 inline bool SetTextIfChanged(QLabel* label, std::string_view text) {
   return SetTextIfChanged(label, ToText(text));
@@ -31,6 +33,31 @@ QPushButton* MakeThemeButton();
 // A framed group.
 QFrame* MakePanel(const char* name);
 
+// The room around a layout and between what stands in it: for a whole form or page, and for a framed group,
+// which needs less above its headline and, with a last row that is no list or button, less below.
+void SpaceForm(QLayout* layout);
+void SpacePanel(QLayout* layout, int below = look::Gap());
+
+// A text that changes many times a second, in the letters of a value. It has the size of the widest text that
+// it will show, and asks no layout for room when the text changes, which costs more than painting it.
+class Reading : public QWidget {
+ public:
+  // The label that shows the text gets `name`.
+  Reading(const QString& name, const QString& widest, Qt::Alignment alignment, look::Ground ground);
+  void SetText(std::string_view text) { SetTextIfChanged(label_, text); }
+  QString Text() const { return label_->text(); }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void FitWidest();
+
+  QString widest_;
+  QLabel* label_;
+};
+
 // A value to read from afar: caption above, unit behind. The value's label carries `name`; caption and unit
 // are named after it, "BoxIASCaption" and "BoxIASUnit".
 class ValueBox : public QFrame {
@@ -38,22 +65,15 @@ class ValueBox : public QFrame {
   // `widest`: the widest text the value will have, so that the box never changes its size.
   ValueBox(const char* name, const QString& caption, const QString& unit, const QString& widest);
 
-  void SetValue(std::string_view text) { SetTextIfChanged(value_, text); }
-  QString Value() const { return value_->text(); }
+  void SetValue(std::string_view text) { value_->SetText(text); }
+  QString Value() const { return value_->Text(); }
   QLabel* Caption() const { return caption_; }
   QLabel* Unit() const { return unit_; }
 
- protected:
-  void changeEvent(QEvent* event) override;
-
  private:
-  void FitWidest();
-
-  QString widest_;
   QLabel* caption_;
-  QLabel* value_;
+  Reading* value_;
   QLabel* unit_;
-  QWidget* slot_;  // where the value stands
 };
 
 // A small round lamp.

@@ -30,11 +30,11 @@ QStringList ConfigurationFiles() {
   return QDir().entryList({"*.cfg"}, QDir::Files, QDir::Name | QDir::IgnoreCase);
 }
 
-StartForm::StartForm(StartPresenter& control, std::function<void()> openWebPage)
-    : Form("frmMain"), control_(control) {
+StartForm::StartForm(StartPresenter& presenter, std::function<void()> openWebPage)
+    : Form("frmMain"), presenter_(presenter) {
   setWindowTitle(ToText(kProgramTitle).trimmed());
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
+  SpaceForm(column);
   column->setSpacing(look::Margin());
   column->addWidget(MakeHeader(openWebPage));
   column->addWidget(MakeFilePanel(), 1);
@@ -82,8 +82,7 @@ QWidget* StartForm::MakeHeader(const std::function<void()>& openWebPage) {
 QWidget* StartForm::MakeFilePanel() {
   QFrame* panel = MakePanel("PanelFile");
   auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpacePanel(column, look::Margin());
   QLabel* caption = MakeLabel("LabelFileBox", tr("&Cockpit configuration (files of this folder)"), "caption");
   FileBox = new PickList("FileBox");
   FileBox->setToolTip(tr("Click a file to use it instead of the start-up configuration"));
@@ -110,8 +109,7 @@ QWidget* StartForm::MakeFilePanel() {
 QWidget* StartForm::MakeCountdownPanel() {
   QFrame* panel = MakePanel("PanelCountdown");
   auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  column->setSpacing(look::Gap());
+  SpacePanel(column);
   TextAutostart = MakeLabel("TextAutostart");
   TextAutostart->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   BoxAutoStartTime = MakeLabel("BoxAutoStartTime", "0", "value");
@@ -160,16 +158,16 @@ QWidget* StartForm::MakeButtons() {
 }
 
 void StartForm::Connect() {
-  FileBox->SetPicked([this](const QString& name) { control_.FileBox_Click(name.toStdString()); });
+  FileBox->SetPicked([this](const QString& name) { presenter_.FileBox_Click(name.toStdString()); });
   connect(FileName, &QLineEdit::textEdited, this,
-          [this](const QString& name) { control_.FileName_Change(name.toStdString()); });
-  connect(butOK, &QPushButton::clicked, this, [this] { control_.butOK_Click(); });
-  connect(CmdConfigure, &QPushButton::clicked, this, [this] { control_.CmdConfigure_Click(); });
-  connect(Exit, &QPushButton::clicked, this, [this] { control_.Exit_Click(); });
+          [this](const QString& name) { presenter_.FileName_Change(name.toStdString()); });
+  connect(butOK, &QPushButton::clicked, this, [this] { presenter_.butOK_Click(); });
+  connect(CmdConfigure, &QPushButton::clicked, this, [this] { presenter_.CmdConfigure_Click(); });
+  connect(Exit, &QPushButton::clicked, this, [this] { presenter_.Exit_Click(); });
 }
 
 void StartForm::ShowView() {
-  const StartView& view = control_.View();
+  const StartView& view = presenter_.View();
   const QString name = ToText(view.FileName);
   if (FileName->text() != name) FileName->setText(name);
   FileBox->Mark(name);
@@ -177,7 +175,7 @@ void StartForm::ShowView() {
   SetTextIfChanged(BoxAutoStartTime, QString::number(view.BoxAutoStartTime));
   TextAutostart->setVisible(view.CountdownVisible);
   Textseconds->setVisible(view.CountdownVisible);
-  BoxAutoStartTime->setVisible(view.SecondsVisible);
+  BoxAutoStartTime->setVisible(view.CountdownVisible);
   const bool found = !view.LabelXplaneVersion.empty();
   LampSimulator->SetState(found ? StateLamp::State::Good : StateLamp::State::Off);
   SimulatorHint->setVisible(!found);
@@ -189,7 +187,7 @@ void StartForm::ShowView() {
 
 void StartForm::Activate() {
   RefreshFiles();
-  control_.Activate();
+  presenter_.Activate();
   if (!Unloading()) ShowView();
 }
 

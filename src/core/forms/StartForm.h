@@ -18,7 +18,7 @@ QStringList ConfigurationFiles();
 class StartForm : public Form {
   Q_OBJECT
  public:
-  StartForm(StartPresenter& control, std::function<void()> openWebPage);
+  StartForm(StartPresenter& presenter, std::function<void()> openWebPage);
 
   // Shows what the logic holds now.
   void ShowView();
@@ -30,8 +30,8 @@ class StartForm : public Form {
 
  protected:
   void showEvent(QShowEvent* event) override;
-  void CloseAsked() override { control_.Exit_Click(); }
-  void EscapePressed() override { control_.Exit_Click(); }
+  void CloseAsked() override { presenter_.Exit_Click(); }
+  void EscapePressed() override { presenter_.Exit_Click(); }
 
  private:
   QWidget* MakeHeader(const std::function<void()>& openWebPage);
@@ -41,7 +41,7 @@ class StartForm : public Form {
   void Connect();
   void RefreshFiles();
 
-  StartPresenter& control_;
+  StartPresenter& presenter_;
   bool held_ = false;
 
   LogoFace* Logo;

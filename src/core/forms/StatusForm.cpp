@@ -7,11 +7,10 @@
 
 namespace tvx {
 
-StatusForm::StatusForm(StatusPresenter& control, std::function<void()> showPorts)
-    : Form("frmStatus"), control_(control), showPorts_(std::move(showPorts)) {
+StatusForm::StatusForm(StatusPresenter& presenter, std::function<void()> showPorts)
+    : Form("frmStatus"), presenter_(presenter), showPorts_(std::move(showPorts)) {
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(MakeRunPanel());
   column->addWidget(MakeLinksPanel());
   LabelNotice = MakeLabel("LabelNotice");
@@ -34,7 +33,7 @@ StatusForm::StatusForm(StatusPresenter& control, std::function<void()> showPorts
 QWidget* StatusForm::MakeRunPanel() {
   QFrame* panel = MakePanel("PanelRun");
   auto* row = new QHBoxLayout(panel);
-  row->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
+  SpacePanel(row);
   row->setSpacing(look::Margin());
   BoxRun = MakeLabel("BoxRun", {}, "title");
   BoxRun->setMinimumWidth(look::Margin() * 8);
@@ -63,8 +62,7 @@ QWidget* StatusForm::MakeRunPanel() {
 QWidget* StatusForm::MakeLinksPanel() {
   QFrame* panel = MakePanel("PanelLinks");
   auto* grid = new QGridLayout(panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  grid->setSpacing(look::Gap());
+  SpacePanel(grid);
   LampSimulator = new StateLamp("LampSimulator");
   LampGaugeBus = new StateLamp("LampGaugeBus");
   LabelSimulator = MakeLabel("LabelSimulator");
@@ -115,8 +113,7 @@ QLayout* StatusForm::MakeFlightValues() {
 QWidget* StatusForm::MakeTransferPanel() {
   QFrame* panel = MakePanel("PanelTransfer");
   auto* row = new QHBoxLayout(panel);
-  row->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  row->setSpacing(look::Gap());
+  SpacePanel(row);
   QLabel* caption = MakeLabel("LabelXferTimer", tr("&Transfer interval, milliseconds"), "caption");
   SliderXferTimer = new QSlider(Qt::Horizontal);
   SliderXferTimer->setObjectName("SliderXferTimer");
@@ -174,26 +171,26 @@ void StatusForm::Connect() {
   const auto on = [this](QPushButton* button, auto&& action) {
     connect(button, &QPushButton::clicked, this, std::forward<decltype(action)>(action));
   };
-  on(cmdRun, [this] { control_.cmdRun_Click(); });
-  on(cmdStop, [this] { control_.cmdStop_Click(); });
-  on(CmdConfig, [this] { control_.CmdConfig_Click(); });
-  on(CmdExit, [this] { control_.cmdExit_Click(); });
-  on(cmdDumpTVX, [this] { control_.cmdDumpTVX_Click(); });
+  on(cmdRun, [this] { presenter_.cmdRun_Click(); });
+  on(cmdStop, [this] { presenter_.cmdStop_Click(); });
+  on(CmdConfig, [this] { presenter_.CmdConfig_Click(); });
+  on(CmdExit, [this] { presenter_.cmdExit_Click(); });
+  on(cmdDumpTVX, [this] { presenter_.cmdDumpTVX_Click(); });
   on(cmdHide, [this] { showMinimized(); });
   on(cmdShowPorts, [this] { showPorts_(); });
-  on(cmdShowIOM, [this] { control_.ShowPeripheral(PeripheralKind::IOModule1); });
-  on(cmdShowIOM2, [this] { control_.ShowPeripheral(PeripheralKind::IOModule2); });
-  on(cmdShowECStatus, [this] { control_.ShowPeripheral(PeripheralKind::EngineCluster); });
-  on(cmdShowYokes, [this] { control_.ShowPeripheral(PeripheralKind::Yokes); });
+  on(cmdShowIOM, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule1); });
+  on(cmdShowIOM2, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule2); });
+  on(cmdShowECStatus, [this] { presenter_.ShowPeripheral(PeripheralKind::EngineCluster); });
+  on(cmdShowYokes, [this] { presenter_.ShowPeripheral(PeripheralKind::Yokes); });
   connect(SliderXferTimer, &QSlider::valueChanged, this,
-          [this](int milliseconds) { control_.SliderXferTimer_Change(milliseconds); });
+          [this](int milliseconds) { presenter_.SliderXferTimer_Change(milliseconds); });
   connect(&flightValuesTimer_, &QTimer::timeout, this, [this] {
     if (isVisible() && !isMinimized()) ShowFlightValues();
   });
 }
 
 void StatusForm::ShowView() {
-  const StatusView& view = control_.View();
+  const StatusView& view = presenter_.View();
   if (windowTitle() != ToText(view.Caption)) setWindowTitle(ToText(view.Caption));
   SetTextIfChanged(LabelVersion, view.LabelVersion);
   if (SetTextIfChanged(BoxCurrentConfig, view.BoxCurrentConfig)) {
@@ -203,8 +200,8 @@ void StatusForm::ShowView() {
   ShowRunButtons();
   if (runColour_ != view.BoxRunColour) {
     runColour_ = view.BoxRunColour;
-    const QColor colour(runColour_ & 0xff, (runColour_ >> 8) & 0xff, (runColour_ >> 16) & 0xff);
-    BoxRun->setStyleSheet("color: " + look::Legible(colour, look::CurrentColours().panel).name());
+    const QColor colour = look::Legible(look::FromCode(runColour_), look::CurrentColours().panel);
+    BoxRun->setStyleSheet("color: " + colour.name());
   }
   SetTextIfChanged(BoxXferProcessTimer, QString::number(view.TransferInterval));
   if (SliderXferTimer->value() != view.TransferInterval) {
@@ -227,8 +224,8 @@ void StatusForm::ShowView() {
 
 // The button that would do nothing now is greyed; the focus follows to the one that does something.
 void StatusForm::ShowRunButtons() {
-  QPushButton* useful = control_.Running() ? cmdStop : cmdRun;
-  QPushButton* idle = control_.Running() ? cmdRun : cmdStop;
+  QPushButton* useful = presenter_.Running() ? cmdStop : cmdRun;
+  QPushButton* idle = presenter_.Running() ? cmdRun : cmdStop;
   useful->setEnabled(true);
   if (idle->hasFocus() || focusWidget() == idle) useful->setFocus();
   idle->setEnabled(false);
@@ -242,7 +239,7 @@ void StatusForm::ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link
 }
 
 void StatusForm::ShowFlightValues() {
-  const FlightBoxes& boxes = control_.Cycle().Boxes();
+  const FlightBoxes& boxes = presenter_.Cycle().Boxes();
   BoxIAS->SetValue(boxes.BoxIAS.View());
   BoxAltitude->SetValue(boxes.BoxAltitude.View());
   BoxHea->SetValue(boxes.BoxHea.View());

@@ -15,7 +15,7 @@ class StatusForm : public Form {
   Q_OBJECT
  public:
   // `showPorts` opens the list of the simulator ports in use.
-  StatusForm(StatusPresenter& control, std::function<void()> showPorts);
+  StatusForm(StatusPresenter& presenter, std::function<void()> showPorts);
 
   // Shows what the logic holds now, the flight values apart: these are read a few times a second, no faster
   // than an eye follows.
@@ -27,7 +27,7 @@ class StatusForm : public Form {
  protected:
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
-  void CloseAsked() override { control_.cmdExit_Click(); }
+  void CloseAsked() override { presenter_.cmdExit_Click(); }
 
  private:
   QWidget* MakeRunPanel();
@@ -39,7 +39,7 @@ class StatusForm : public Form {
   void ShowRunButtons();
   void ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link);
 
-  StatusPresenter& control_;
+  StatusPresenter& presenter_;
   QTimer flightValuesTimer_;
   std::int32_t runColour_ = -1;
   bool built_ = false;

@@ -9,8 +9,7 @@ FfbStatusForm::FfbStatusForm(YokePair& pair, std::function<void(int)> configure)
     : Form("frmStatusFFB"), pair_(pair), configure_(std::move(configure)) {
   setWindowTitle(tr("Force-feedback yokes"));
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   auto* sides = new QHBoxLayout;
   for (const int which : {1, 2}) sides->addWidget(MakeSide(which), 1);
   column->addLayout(sides, 1);
@@ -48,8 +47,7 @@ QWidget* FfbStatusForm::MakeSide(int which) {
   const auto name = [which](const char* stem) { return QByteArray(stem) + QByteArray::number(which); };
   side.panel = MakePanel(name("PanelYoke"));
   auto* column = new QVBoxLayout(side.panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  column->setSpacing(look::Gap());
+  SpacePanel(column);
   auto* grid = new QGridLayout;
   grid->setSpacing(look::Gap());
   side.lamp = new StateLamp(name("LampYoke"));

@@ -10,7 +10,7 @@
 
 namespace tvx {
 
-ForceCurveWidget::ForceCurveWidget(const char* name) {
+ForceCurveWidget::ForceCurveWidget(const char* name) : PaintedOnce(look::Ground::Unknown) {
   setObjectName(QString::fromLatin1(name));
   setFocusPolicy(Qt::StrongFocus);
   setMinimumSize(look::Margin() * 16, look::Margin() * 9);
@@ -57,10 +57,8 @@ void ForceCurveWidget::DrawCurve(QPainter& painter) const {
   painter.drawPolyline(line);
 }
 
-void ForceCurveWidget::paintEvent(QPaintEvent*) {
+void ForceCurveWidget::PaintStill(QPainter& painter) const {
   const look::Colours& colours = look::CurrentColours();
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
   const QRectF field = Field();
   painter.fillRect(field, colours.panel);
   const int text = fontMetrics().height();
@@ -80,6 +78,10 @@ void ForceCurveWidget::paintEvent(QPaintEvent*) {
     painter.drawText(QRectF(0, at.y() - text, field.left() - text / 2.0, 2 * text),
                      Qt::AlignRight | Qt::AlignVCenter, QString::number(force) + " %");
   }
+}
+
+void ForceCurveWidget::PaintMoving(QPainter& painter) const {
+  const look::Colours& colours = look::CurrentColours();
   if (airspeed_ >= 0) {
     painter.setPen(QPen(colours.good, 2));
     painter.drawLine(PlaceOf({airspeed_, 0}), PlaceOf({airspeed_, 100}));

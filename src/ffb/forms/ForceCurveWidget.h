@@ -1,17 +1,17 @@
 // A force profile over airspeed, to be dragged point by point.
 #pragma once
 
-#include <QWidget>
 #include <array>
 #include <functional>
 
 #include "ffb/forces/Forces.h"
+#include "ui/PaintedOnce.h"
 
 namespace tvx {
 
 // Thirteen points of airspeed (kt) and force (%). With the mouse: take a point and drag it. With the
 // keyboard: Page Up and Down choose a point, the cursor keys move it, with Shift in steps of ten.
-class ForceCurveWidget : public QWidget {
+class ForceCurveWidget : public PaintedOnce {
  public:
   using Points = std::array<QPointF, 13>;
   using Moved = std::function<void(std::size_t point, double airspeed, double force)>;
@@ -28,7 +28,8 @@ class ForceCurveWidget : public QWidget {
   static constexpr double kFastest = 300;  // kt, at the right edge
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  void PaintStill(QPainter& painter) const override;
+  void PaintMoving(QPainter& painter) const override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -37,7 +38,7 @@ class ForceCurveWidget : public QWidget {
  private:
   QRectF Field() const;
   void Move(QPointF point);
-  void DrawCurve(class QPainter& painter) const;
+  void DrawCurve(QPainter& painter) const;
 
   Points points_{};
   std::size_t chosen_ = 0;

@@ -30,15 +30,13 @@ double Share(int raw) {
 
 QGridLayout* PageGrid(QWidget* page) {
   auto* grid = new QGridLayout(page);
-  grid->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
+  SpaceForm(grid);
   return grid;
 }
 
 QVBoxLayout* PageColumn(QWidget* page) {
   auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   return column;
 }
 
@@ -46,7 +44,7 @@ YokeConfigForm::YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes&
                                JoystickDevice& joystick, int which)
     : Form(which == 2 ? "frmConfigY2" : "frmConfigY1"),
       pair_(pair),
-      editor_(model, pair, boxes, joystick, which) {
+      presenter_(model, pair, boxes, joystick, which) {
   setWindowTitle(tr("Yoke %1").arg(which));
   auto* tabs = new QTabWidget;
   tabs->setObjectName("TabsYoke");
@@ -90,7 +88,7 @@ QWidget* YokeConfigForm::MakeModePage() {
     modes_[i]->setObjectName(QString::fromLatin1(kModes[i].name));
     modes_[i]->setToolTip(tr(kModes[i].toolTip));
     connect(modes_[i], &QRadioButton::clicked, this, [this, i] {
-      editor_.SetMode(static_cast<YokeMode>(i));
+      presenter_.SetMode(static_cast<YokeMode>(i));
       Refresh();
     });
     modes->addWidget(modes_[i]);
@@ -126,7 +124,7 @@ QPushButton* YokeConfigForm::MakePlaceButton(const YokePresenter::Place& place) 
   const QByteArray name = "cmdSet" + QByteArray(place.name.data(), static_cast<qsizetype>(place.name.size()));
   QPushButton* button = MakeButton(name.constData(), tr("Set"), tr("Takes the position of now"));
   connect(button, &QPushButton::clicked, this, [this, &place] {
-    editor_.SetPlace(place);
+    presenter_.SetPlace(place);
     Refresh();
   });
   return button;
@@ -176,8 +174,8 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
     grid->addWidget(box, line, 1);
     connect(box, &QComboBox::currentIndexChanged, this, [this] {
       if (loading_) return;
-      editor_.SetJoystick(ComboJoystick->currentIndex(), ComboRudderAxis->currentIndex(),
-                          ComboLeftBrakeAxis->currentIndex(), ComboRightBrakeAxis->currentIndex());
+      presenter_.SetJoystick(ComboJoystick->currentIndex(), ComboRudderAxis->currentIndex(),
+                             ComboLeftBrakeAxis->currentIndex(), ComboRightBrakeAxis->currentIndex());
       Refresh();
     });
     return box;
@@ -213,7 +211,7 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
   QPushButton* check =
       MakeButton("cmdCheckJoystick", tr("Chec&k"), tr("Says what is wrong with these settings"));
   connect(check, &QPushButton::clicked, this, [this] {
-    if (editor_.CheckJoystickSettings()) LabelJoystick->setText(tr("The settings are complete"));
+    if (presenter_.CheckJoystickSettings()) LabelJoystick->setText(tr("The settings are complete"));
   });
   grid->addWidget(check, line, 2);
   grid->setColumnStretch(4, 1);
@@ -222,8 +220,8 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
 }
 
 void YokeConfigForm::Refresh() {
-  const int which = editor_.Which();
-  const Yoke& yoke = editor_.TheYoke();
+  const int which = presenter_.Which();
+  const Yoke& yoke = presenter_.TheYoke();
   SetTextIfChanged(LabelRole, pair_.RoleText(which));
   SetTextIfChanged(LabelState, pair_.StateText(which));
   SetTextIfChanged(ReceivedMessage, yoke.Line.ReceivedMessage());
@@ -236,8 +234,7 @@ void YokeConfigForm::Refresh() {
   if (!mode->isChecked()) mode->setChecked(true);
   if (colour_ != yoke.ModeColour()) {
     colour_ = yoke.ModeColour();
-    ModeIndicator->setStyleSheet(
-        QString("background: %1").arg(QColor(colour_ & 255, colour_ >> 8 & 255, colour_ >> 16 & 255).name()));
+    ModeIndicator->setStyleSheet("background: " + look::FromCode(colour_).name());
   }
   const ForceCommand& command = yoke.Commanded();
   const auto position = yoke.Position();
@@ -254,8 +251,8 @@ void YokeConfigForm::Refresh() {
 }
 
 void YokeConfigForm::RefreshCalibration() {
-  const YokeRecord& record = editor_.Record();
-  const Yoke& yoke = editor_.TheYoke();
+  const YokeRecord& record = presenter_.Record();
+  const Yoke& yoke = presenter_.TheYoke();
   for (const PlaceLine& line : places_) {
     SetTextIfChanged(line.stored, QString::number(RawOf(record.*line.place->field)));
   }
@@ -271,15 +268,15 @@ void YokeConfigForm::RefreshCalibration() {
 }
 
 void YokeConfigForm::RefreshJoystick() {
-  const YokeRecord& record = editor_.Record();
-  const bool there = editor_.JoystickThere();
+  const YokeRecord& record = presenter_.Record();
+  const bool there = presenter_.JoystickThere();
   SetTextIfChanged(LabelJoystick, there ? tr("The device is there") : tr("There is no such device"));
   using Source = YokePresenter::Place::Source;
   const float ratios[] = {
-      RudderRatio(editor_.RawNow(Source::Rudder), record),
-      BrakeRatio(editor_.RawNow(Source::LeftBrake), RawOf(record.LeftBrakeReleased),
+      RudderRatio(presenter_.RawNow(Source::Rudder), record),
+      BrakeRatio(presenter_.RawNow(Source::LeftBrake), RawOf(record.LeftBrakeReleased),
                  RawOf(record.LeftBrakePressed)),
-      BrakeRatio(editor_.RawNow(Source::RightBrake), RawOf(record.RightBrakeReleased),
+      BrakeRatio(presenter_.RawNow(Source::RightBrake), RawOf(record.RightBrakeReleased),
                  RawOf(record.RightBrakePressed)),
   };
   for (std::size_t i = 0; i < pedals_.size(); ++i) {

@@ -76,7 +76,7 @@ class YokeConfigForm : public Form {
   };
 
   YokePair& pair_;
-  YokePresenter editor_;
+  YokePresenter presenter_;
   QTimer timer_;
   bool loading_ = false;
 

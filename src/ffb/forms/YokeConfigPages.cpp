@@ -83,11 +83,12 @@ QWidget* YokeConfigForm::MakeForcesPage() {
   column->addWidget(MakeLevels());
   connect(OptionCurveRoll, &QRadioButton::toggled, this, [this] { ShowCurve(); });
   connect(standard, &QPushButton::clicked, this, [this] {
-    editor_.SetStandardForces();
+    presenter_.SetStandardForces();
     LoadPages();
   });
   ForceCurvePicture->SetMoved([this](std::size_t point, double airspeed, double force) {
-    editor_.SetForcePoint(OptionCurvePitch->isChecked() ? Axis::Pitch : Axis::Roll, point, airspeed, force);
+    presenter_.SetForcePoint(OptionCurvePitch->isChecked() ? Axis::Pitch : Axis::Roll, point, airspeed,
+                             force);
   });
   return page;
 }
@@ -107,19 +108,19 @@ QWidget* YokeConfigForm::MakeLevels() {
     levels_.push_back({box, row.field});
     add(tr(row.caption), box);
     connect(box, &QSpinBox::valueChanged, this, [this, field = row.field](int value) {
-      if (!loading_) editor_.SetLevel(field, value);
+      if (!loading_) presenter_.SetLevel(field, value);
     });
   }
   boxGripThreshold = MakeSpin("boxGripThreshold", 0, kYokeTravel, {});
   boxGripThreshold->setToolTip(tr("How far a hand must push the following yoke off its place; 0: never"));
   add(tr("Grip takes over at"), boxGripThreshold);
   connect(boxGripThreshold, &QSpinBox::valueChanged, this, [this](int value) {
-    if (!loading_) editor_.SetGripThreshold(value);
+    if (!loading_) presenter_.SetGripThreshold(value);
   });
   boxForceLevel = MakeSpin("boxForceLevel", 1, 100, " %");
   add(tr("Share that this yoke gives"), boxForceLevel);
   connect(boxForceLevel, &QSpinBox::valueChanged, this, [this](int value) {
-    if (!loading_) editor_.SetForceLevel(value);
+    if (!loading_) presenter_.SetForceLevel(value);
   });
   grid->setColumnStretch(0, 1);
   grid->setColumnStretch(2, 1);
@@ -129,7 +130,7 @@ QWidget* YokeConfigForm::MakeLevels() {
 QWidget* YokeConfigForm::MakeButtonsPage() {
   auto* inner = new QWidget;
   auto* grid = PageGrid(inner);
-  for (std::size_t i = 0; i < editor_.Record().Buttons.size(); ++i) {
+  for (std::size_t i = 0; i < presenter_.Record().Buttons.size(); ++i) {
     ButtonLine line{};
     line.lamp = MakeLabel("");
     line.action = new QComboBox;
@@ -142,7 +143,7 @@ QWidget* YokeConfigForm::MakeButtonsPage() {
       if (loading_) return;
       const ButtonLine& now = buttons_[i];
       const auto action = static_cast<ButtonAction>(now.action->currentIndex());
-      editor_.SetButton(i, action, now.text->text().toStdString());
+      presenter_.SetButton(i, action, now.text->text().toStdString());
       now.text->setEnabled(action == ButtonAction::Command);
     };
     connect(line.action, &QComboBox::currentIndexChanged, this, changed);
@@ -172,7 +173,7 @@ QWidget* YokeConfigForm::MakeOptionsPage() {
     options_.emplace_back(row.bit, check);
     grid->addWidget(check, line++, 0, 1, 3);
     connect(check, &QCheckBox::toggled, this, [this, bit = row.bit](bool on) {
-      if (!loading_) editor_.SetOption(bit, on);
+      if (!loading_) presenter_.SetOption(bit, on);
     });
   }
   ComboStartMode = new QComboBox;
@@ -181,14 +182,14 @@ QWidget* YokeConfigForm::MakeOptionsPage() {
   grid->addWidget(MakeLabel("", tr("Mode after the start"), "caption"), line, 0);
   grid->addWidget(ComboStartMode, line++, 1);
   connect(ComboStartMode, &QComboBox::currentIndexChanged, this, [this](int mode) {
-    if (!loading_) editor_.SetStartMode(static_cast<YokeMode>(mode));
+    if (!loading_) presenter_.SetStartMode(static_cast<YokeMode>(mode));
   });
   boxAddress = MakeSpin("boxAddress", 0, 255, {});
   boxAddress->setToolTip(tr("The yoke's address in its frames; 0 takes answers from any"));
   grid->addWidget(MakeLabel("", tr("Address"), "caption"), line, 0);
   grid->addWidget(boxAddress, line++, 1);
   connect(boxAddress, &QSpinBox::valueChanged, this, [this](int address) {
-    if (!loading_) editor_.SetAddress(address);
+    if (!loading_) presenter_.SetAddress(address);
   });
   grid->setColumnStretch(2, 1);
   grid->setRowStretch(line, 1);
@@ -197,8 +198,8 @@ QWidget* YokeConfigForm::MakeOptionsPage() {
 
 void YokeConfigForm::LoadPages() {
   loading_ = true;
-  const YokeRecord& record = editor_.Record();
-  const GeneralFFBRecord general = editor_.General();
+  const YokeRecord& record = presenter_.Record();
+  const GeneralFFBRecord general = presenter_.General();
   for (const Level& level : levels_) level.box->setValue(general.*level.field);
   boxGripThreshold->setValue(general.GripThreshold);
   boxForceLevel->setValue(record.ForceLevel == 0 ? 100 : record.ForceLevel);
@@ -221,7 +222,7 @@ void YokeConfigForm::LoadPages() {
 }
 
 void YokeConfigForm::ShowCurve() {
-  const GeneralFFBRecord general = editor_.General();
+  const GeneralFFBRecord general = presenter_.General();
   const bool pitch = OptionCurvePitch->isChecked();
   ForceCurveWidget::Points points;
   for (std::size_t i = 0; i < points.size(); ++i) {

@@ -42,7 +42,7 @@ QWidget* YokeConfigForm::MakeEffectsPage() {
     grid->addWidget(MakeLabel("", tr(row.caption), "caption"), line, 0);
     grid->addWidget(box, line++, 1);
     connect(box, &QSpinBox::valueChanged, this, [this, field = row.field](int value) {
-      if (!loading_) editor_.SetShared(field, value);
+      if (!loading_) presenter_.SetShared(field, value);
     });
   }
   grid->addWidget(MakeLabel("", tr("Roll"), "caption"), line, 1, 1, 2);
@@ -64,7 +64,7 @@ QWidget* YokeConfigForm::MakeEffectsPage() {
     effects_.push_back({frequency, level});
     const auto changed = [this, place] {
       if (!loading_) {
-        editor_.SetEffect(place, effects_[place].frequency->value(), effects_[place].level->value());
+        presenter_.SetEffect(place, effects_[place].frequency->value(), effects_[place].level->value());
       }
     };
     connect(frequency, &QSpinBox::valueChanged, this, changed);
@@ -76,7 +76,7 @@ QWidget* YokeConfigForm::MakeEffectsPage() {
 }
 
 void YokeConfigForm::LoadEffects() {
-  const YokeRecord shared = editor_.Shared();
+  const YokeRecord shared = presenter_.Shared();
   for (const SharedLine& line : shared_) line.box->setValue(shared.*line.field);
   for (std::size_t place = 0; place < effects_.size(); ++place) {
     effects_[place].frequency->setValue(static_cast<int>(shared.Effects[place].Frequency));

@@ -7,7 +7,7 @@
 
 namespace tvx {
 
-YokePicture::YokePicture(const char* name) {
+YokePicture::YokePicture(const char* name) : PaintedOnce(look::Ground::Unknown) {
   setObjectName(QString::fromLatin1(name));
   setMinimumSize(look::Margin() * 9, look::Margin() * 9);
 }
@@ -25,6 +25,7 @@ void YokePicture::SetPosition(QPointF where, QPointF rests, bool live) {
 }
 
 void YokePicture::SetRaw(const Raw& roll, const Raw& pitch) {
+  if (rulers_ && roll == roll_ && pitch == pitch_) return;
   roll_ = roll;
   pitch_ = pitch;
   rulers_ = true;
@@ -53,23 +54,30 @@ void YokePicture::DrawRuler(QPainter& painter, const QRectF& field, const Raw& r
   painter.drawEllipse(at(raw.now), away / 2, away / 2);
 }
 
-void YokePicture::paintEvent(QPaintEvent*) {
-  const look::Colours& colours = look::CurrentColours();
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
+QRectF YokePicture::Field() const {
   const double edge = look::Gap() * 2;
   const double side = std::min(width(), height()) - 2 * edge;
-  const QRectF field((width() - side) / 2, (height() - side) / 2, side, side);
+  return {(width() - side) / 2, (height() - side) / 2, side, side};
+}
+
+void YokePicture::PaintStill(QPainter& painter) const {
+  const look::Colours& colours = look::CurrentColours();
+  const QRectF field = Field();
   painter.setPen(QPen(colours.line, 1));
   painter.setBrush(colours.panel);
   painter.drawRect(field);
   painter.drawLine(QPointF(field.center().x(), field.top()), QPointF(field.center().x(), field.bottom()));
   painter.drawLine(QPointF(field.left(), field.center().y()), QPointF(field.right(), field.center().y()));
+}
+
+void YokePicture::PaintMoving(QPainter& painter) const {
+  const look::Colours& colours = look::CurrentColours();
+  const QRectF field = Field();
   const auto place = [&](QPointF share) {
-    return QPointF(field.center().x() + std::clamp(share.x(), -1.0, 1.0) * side / 2,
-                   field.center().y() + std::clamp(share.y(), -1.0, 1.0) * side / 2);
+    return QPointF(field.center().x() + std::clamp(share.x(), -1.0, 1.0) * field.width() / 2,
+                   field.center().y() + std::clamp(share.y(), -1.0, 1.0) * field.height() / 2);
   };
-  const double arm = side / 14;
+  const double arm = field.width() / 14;
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(colours.dim, 2));
   painter.drawEllipse(place(rests_), arm, arm);

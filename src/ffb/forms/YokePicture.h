@@ -2,11 +2,12 @@
 #pragma once
 
 #include <QPointF>
-#include <QWidget>
+
+#include "ui/PaintedOnce.h"
 
 namespace tvx {
 
-class YokePicture : public QWidget {
+class YokePicture : public PaintedOnce {
  public:
   explicit YokePicture(const char* name);
   // Shares of the travel, -1..1, right and back positive; `where` it is, `rests` where its forces drive it.
@@ -14,15 +15,18 @@ class YokePicture : public QWidget {
   // Raw positions of both axes, and the three calibrated ones of each, all 0..1 of the raw range.
   struct Raw {
     double now = 0.5, low = 0.5, centre = 0.5, high = 0.5;
+    bool operator==(const Raw&) const = default;
   };
   void SetRaw(const Raw& roll, const Raw& pitch);
   QSize sizeHint() const override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  void PaintStill(QPainter& painter) const override;
+  void PaintMoving(QPainter& painter) const override;
 
  private:
-  void DrawRuler(class QPainter& painter, const QRectF& field, const Raw& raw, bool upright) const;
+  QRectF Field() const;
+  void DrawRuler(QPainter& painter, const QRectF& field, const Raw& raw, bool upright) const;
 
   QPointF where_, rests_;
   bool live_ = false;

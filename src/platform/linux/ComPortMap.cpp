@@ -31,4 +31,22 @@ ComPortTarget FindComPort(int comNumber) {
   return {link, leadsSomewhere && target.front() == '/' ? target : link + " -> " + target, true};
 }
 
+bool LinuxComPorts::LeadsTo(int comNumber, const SerialDevice& adapter) const {
+  const std::string path = FindComPort(comNumber).path;
+  std::error_code error;
+  const std::string link = fs::read_symlink(path, error).string();
+  const std::string real = fs::canonical(path, error).string();
+  const auto isIt = [&adapter](const std::string& name) {
+    return !name.empty() && (name == adapter.path || name == adapter.stableName);
+  };
+  return isIt(path) || isIt(link) || isIt(real);
+}
+
+std::string LinuxComPorts::DeviceOf(int comNumber) const {
+  const ComPortTarget target = FindComPort(comNumber);
+  std::error_code error;
+  if (fs::exists(target.path, error)) return target.device;
+  return target.linked ? target.device + ", not there" : std::string();
+}
+
 }  // namespace tvx

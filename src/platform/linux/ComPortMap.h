@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/ComPorts.h"
+
 namespace tvx {
 
 // The path to open for a COM number (1 or more), and the words for it.
@@ -16,5 +18,12 @@ struct ComPortTarget {
 // (the user chose that adapter, and it is not plugged in); /dev/ttyS<n-1> for 1..4; /dev/ttyUSB<n-5> for 5
 // and more. The path is empty for numbers below 1.
 ComPortTarget FindComPort(int comNumber);
+
+// The same as the configuration forms ask for it. Looks at the file system at each call.
+class LinuxComPorts final : public ComPorts {
+ public:
+  bool LeadsTo(int comNumber, const SerialDevice& adapter) const override;
+  std::string DeviceOf(int comNumber) const override;
+};
 
 }  // namespace tvx

@@ -29,8 +29,7 @@ PortsForm::PortsForm(const ConfigModel& model, const SimCom& sim)
   buttons->addWidget(refresh);
   buttons->addWidget(close);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(LabelPorts);
   column->addWidget(OffsetsList, 1);
   column->addWidget(LabelDetails);

@@ -18,17 +18,17 @@ QString PlateText(int number, const std::string& name) {
 
 }  // namespace
 
-CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
-                             const CalibrationTarget& first, QWidget* parent)
+CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, std::vector<CalibrationTarget> targets,
+                             const CalibrationTarget& first, LiveNeedleAccess& needle, QWidget* parent)
     : Form("frmCalibrate", parent),
       model_(model),
       boxes_(boxes),
-      surroundings_(std::move(surroundings)),
-      plates_(model, boxes) {
+      targets_(std::move(targets)),
+      needle_(needle),
+      presenter_(model, boxes) {
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
+  SpaceForm(grid);
   grid->addWidget(MakePlatePanel(), 0, 0);
   grid->addWidget(MakePointPanel(), 0, 1);
   grid->addWidget(MakePicturePanel(), 0, 2);
@@ -50,15 +50,15 @@ CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundin
 }
 
 void CalibrateForm::BeginWith(const CalibrationTarget& first) {
-  for (std::size_t i = 0; i < surroundings_.targets.size(); ++i) {
-    const CalibrationTarget& target = surroundings_.targets[i];
+  for (std::size_t i = 0; i < targets_.size(); ++i) {
+    const CalibrationTarget& target = targets_[i];
     if (!target.SameNeedle(first)) continue;
-    plates_.SetTarget(target);
+    presenter_.SetTarget(target);
     ComboTarget->SetValue(static_cast<int>(i));
-    plates_.Select(plates_.TargetPlate());
+    presenter_.Select(presenter_.TargetPlate());
     return;
   }
-  plates_.Select(0);
+  presenter_.Select(0);
 }
 
 void CalibrateForm::ShowAll() {
@@ -79,10 +79,10 @@ void CalibrateForm::ShowPlates() {
 
 void CalibrateForm::ShowBoxes() {
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
-    boxValue[box]->setText(ToText(plates_.Boxes.value[box]));
-    boxNeedle[box]->setText(ToText(plates_.Boxes.needle[box]));
+    boxValue[box]->setText(ToText(presenter_.Boxes.value[box]));
+    boxNeedle[box]->setText(ToText(presenter_.Boxes.needle[box]));
   }
-  PlateName->setText(ToText(plates_.Name));
+  PlateName->setText(ToText(presenter_.Name));
   ShowPoints();
 }
 
@@ -90,52 +90,53 @@ void CalibrateForm::ShowBoxes() {
 void CalibrateForm::ShowPoints() {
   std::vector<FacePoint> points;
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
-    const auto value = BoxNumber(plates_.Boxes.value[box]), needle = BoxNumber(plates_.Boxes.needle[box]);
+    const auto value = BoxNumber(presenter_.Boxes.value[box]),
+               needle = BoxNumber(presenter_.Boxes.needle[box]);
     if (value && needle) points.push_back({*value, *needle});
   }
   Curve->SetPoints(points);
   Face->SetPoints(points);
-  const bool empty = plates_.Boxes == PlateBoxes{};
-  const PlateVerdict verdict = CheckPlateBoxes(plates_.Boxes);
+  const bool empty = presenter_.Boxes == PlateBoxes{};
+  const PlateVerdict verdict = CheckPlateBoxes(presenter_.Boxes);
   SetTextIfChanged(LabelCheck, empty || verdict.good ? QString() : ToText(verdict.text));
 }
 
 void CalibrateForm::ShowTarget() {
-  const CalibrationTarget& target = plates_.Target();
+  const CalibrationTarget& target = presenter_.Target();
   const bool any = target.IsGauge() || target.IsEngineCluster();
-  const PlateRecord* plate = model_.PlateOf(plates_.TargetPlate());
-  SetTextIfChanged(LabelFunction, any ? ToText(plates_.FunctionLabel()) : QString());
+  const PlateRecord* plate = model_.PlateOf(presenter_.TargetPlate());
+  SetTextIfChanged(LabelFunction, any ? ToText(presenter_.FunctionLabel()) : QString());
   SetTextIfChanged(LabelAssigned, !any ? QString()
                                   : plate == nullptr
                                       ? tr("No Plate")
-                                      : tr("Plate ") + PlateText(plates_.TargetPlate(), plate->Name));
+                                      : tr("Plate ") + PlateText(presenter_.TargetPlate(), plate->Name));
   ComboFunction->setEnabled(any);
-  ComboFunction->SetValue(plates_.TargetFunction());
+  ComboFunction->SetValue(presenter_.TargetFunction());
 }
 
 void CalibrateForm::ShowMode() {
-  const auto mode = plates_.CurrentMode();
+  const auto mode = presenter_.CurrentMode();
   const bool editing = mode != PlatePresenter::Mode::Viewing;
-  setWindowTitle(QString::fromLatin1(plates_.Caption()));
+  setWindowTitle(QString::fromLatin1(presenter_.Caption()));
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
     boxValue[box]->setReadOnly(!editing);
     boxNeedle[box]->setReadOnly(!editing);
   }
-  cmdUpdate->setEnabled(!editing && plates_.PlateNumber() >= 0);
+  cmdUpdate->setEnabled(!editing && presenter_.PlateNumber() >= 0);
   cmdSaveNew->setVisible(mode != PlatePresenter::Mode::Updating);
   cmdSaveNew->setEnabled(mode == PlatePresenter::Mode::Creating);
   cmdSave->setVisible(mode == PlatePresenter::Mode::Updating);
   cmdLinear->setEnabled(editing);
   cmdTake->setEnabled(editing);
-  cmdAssign->setEnabled(plates_.PlateNumber() >= 0 && ComboTarget->Value() >= 0);
+  cmdAssign->setEnabled(presenter_.PlateNumber() >= 0 && ComboTarget->Value() >= 0);
   const QSignalBlocker quiet(PlateList);
-  PlateList->setCurrentRow(plates_.PlateNumber());
+  PlateList->setCurrentRow(presenter_.PlateNumber());
 }
 
 void CalibrateForm::TakeBoxes() {
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
-    plates_.Boxes.value[box] = boxValue[box]->text().toStdString();
-    plates_.Boxes.needle[box] = boxNeedle[box]->text().toStdString();
+    presenter_.Boxes.value[box] = boxValue[box]->text().toStdString();
+    presenter_.Boxes.needle[box] = boxNeedle[box]->text().toStdString();
   }
 }
 
@@ -143,7 +144,7 @@ void CalibrateForm::PointEdited(std::size_t box, bool needle) {
   TakeBoxes();
   ShowPoints();
   lastBox_ = box;
-  const auto position = needle ? BoxNumber(plates_.Boxes.needle[box]) : std::nullopt;
+  const auto position = needle ? BoxNumber(presenter_.Boxes.needle[box]) : std::nullopt;
   if (position) SliderMoveNeedle->setValue(static_cast<int>(*position));
 }
 
@@ -151,8 +152,8 @@ void CalibrateForm::MoveNeedle(int position) {
   SetTextIfChanged(BoxPosition, QString::number(position));
   Face->SetNeedle(position);
   Curve->SetNeedle(position);
-  const CalibrationTarget& target = plates_.Target();
-  if (target.IsGauge() || target.IsEngineCluster()) surroundings_.moveNeedle(target, position);
+  const CalibrationTarget& target = presenter_.Target();
+  if (target.IsGauge() || target.IsEngineCluster()) needle_.MoveNeedle(target, position);
 }
 
 void CalibrateForm::Jog(int by) {
@@ -171,34 +172,35 @@ bool CalibrateForm::MayLeave() {
   if (asking_) return false;
   asking_ = true;
   const QPointer<CalibrateForm> self(this);
-  const bool leave = !plates_.Unsaved() || boxes_.Ask("Updates are not saved; Continue anyway?") != kAnswerNo;
+  const bool leave =
+      !presenter_.Unsaved() || boxes_.Ask("Updates are not saved; Continue anyway?") != kAnswerNo;
   if (!self || Unloading()) return false;
   asking_ = false;
   return leave;
 }
 
 void CalibrateForm::PickPlate(int row) {
-  if (MayLeave()) plates_.Select(row);
+  if (MayLeave()) presenter_.Select(row);
   if (!Unloading()) ShowAll();
 }
 
 void CalibrateForm::CmdCreateNewPlate_Click() {
   if (!MayLeave()) return;
-  plates_.CmdCreateNewPlate();
+  presenter_.CmdCreateNewPlate();
   lastBox_ = 0;
   ShowAll();
   boxValue[0]->setFocus();
 }
 
 void CalibrateForm::CmdUpdatePlate_Click() {
-  plates_.CmdUpdatePlate();
+  presenter_.CmdUpdatePlate();
   ShowMode();
   boxValue[0]->setFocus();
 }
 
 void CalibrateForm::CmdSaveNewPlate_Click() {
   TakeBoxes();
-  if (!plates_.CmdSaveNewPlate()) return;
+  if (!presenter_.CmdSaveNewPlate()) return;
   ShowPlates();
   ShowAll();
 }
@@ -206,11 +208,11 @@ void CalibrateForm::CmdSaveNewPlate_Click() {
 void CalibrateForm::cmdSavePlate_Click() {
   TakeBoxes();
   const QPointer<CalibrateForm> self(this);
-  if (plates_.cmdSavePlate() && self && !Unloading()) ShowAll();
+  if (presenter_.cmdSavePlate() && self && !Unloading()) ShowAll();
 }
 
 void CalibrateForm::cmdSetNewName_Click() {
-  if (!plates_.cmdSetNewName()) return;
+  if (!presenter_.cmdSetNewName()) return;
   ShowPlates();
   ShowTarget();
   ShowMode();
@@ -218,24 +220,22 @@ void CalibrateForm::cmdSetNewName_Click() {
 
 void CalibrateForm::cmdSetCheck_Click() {
   TakeBoxes();
-  plates_.cmdSetCheck();
+  presenter_.cmdSetCheck();
 }
 
 void CalibrateForm::cmdLinearVal_Click() {
   TakeBoxes();
-  plates_.cmdLinearVal();
+  presenter_.cmdLinearVal();
   ShowBoxes();
 }
 
 void CalibrateForm::cmdAssignPlate_Click() {
-  plates_.Assign();
+  presenter_.Assign();
   ShowTarget();
 }
 
 void CalibrateForm::CmdClose_Click() {
-  if (!MayLeave()) return;
-  Unload();
-  surroundings_.closed();
+  if (MayLeave()) Unload();
 }
 
 }  // namespace tvx

@@ -5,9 +5,9 @@
 #include <QListWidget>
 #include <QSlider>
 #include <array>
-#include <functional>
 #include <vector>
 
+#include "config/plates/LiveNeedleAccess.h"
 #include "config/plates/PlatePresenter.h"
 #include "ui/Form.h"
 #include "ui/PlatePictures.h"
@@ -19,15 +19,10 @@ namespace tvx {
 class CalibrateForm : public Form {
   Q_OBJECT
  public:
-  struct Surroundings {
-    std::vector<CalibrationTarget> targets;
-    // Moves the target's live needle to a position 0..1079; never waits.
-    std::function<void(const CalibrationTarget&, int)> moveNeedle;
-    std::function<void()> closed;
-  };
-  // `first`: the needle to begin with, one of the targets; another one: none.
-  CalibrateForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
-                const CalibrationTarget& first, QWidget* parent);
+  // `targets`: the needles to choose from. `first`: the one to begin with; no needle where it is none of
+  // them.
+  CalibrateForm(ConfigModel& model, MessageBoxes& boxes, std::vector<CalibrationTarget> targets,
+                const CalibrationTarget& first, LiveNeedleAccess& needle, QWidget* parent);
 
  protected:
   void CloseAsked() override { CmdClose_Click(); }
@@ -67,8 +62,9 @@ class CalibrateForm : public Form {
 
   ConfigModel& model_;
   MessageBoxes& boxes_;
-  Surroundings surroundings_;
-  PlatePresenter plates_;
+  const std::vector<CalibrationTarget> targets_;
+  LiveNeedleAccess& needle_;
+  PlatePresenter presenter_;
   std::size_t lastBox_ = 0;  // the point that was worked on last
   bool asking_ = false;
 

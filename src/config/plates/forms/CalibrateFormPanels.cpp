@@ -41,7 +41,7 @@ QWidget* CalibrateForm::MakePlatePanel() {
   PlateName->setPlaceholderText(tr("Name"));
   PlateName->setToolTip(tr("Name of the Plate: what the face shows, and its range"));
   connect(PlateName, &QLineEdit::textEdited, this,
-          [this](const QString& text) { plates_.Name = text.toStdString(); });
+          [this](const QString& text) { presenter_.Name = text.toStdString(); });
   column->addWidget(PlateList, 1);
   column->addWidget(PlateName);
   column->addWidget(Command("cmdSetNewName", tr("&Rename"), tr("Gives the chosen Plate this name"),
@@ -142,16 +142,15 @@ QWidget* CalibrateForm::MakeTargetPanel() {
   grid->setSpacing(look::Gap());
   ComboTarget = new SearchCombo("ComboTarget", tr("The needle that is moved, and that gets the Plate"));
   std::vector<std::pair<int, std::string>> items{{-1, "(none)"}};
-  for (std::size_t i = 0; i < surroundings_.targets.size(); ++i) {
-    items.emplace_back(static_cast<int>(i), surroundings_.targets[i].name);
+  for (std::size_t i = 0; i < targets_.size(); ++i) {
+    items.emplace_back(static_cast<int>(i), targets_[i].name);
   }
   ComboTarget->SetItems(items);
   ComboTarget->SetValue(-1);
   ComboTarget->SetPicked([this](int index) {
-    plates_.SetTarget(index < 0 ? CalibrationTarget{}
-                                : surroundings_.targets[static_cast<std::size_t>(index)]);
-    const bool viewing = plates_.CurrentMode() == PlatePresenter::Mode::Viewing;
-    if (viewing && !plates_.Unsaved()) plates_.Select(plates_.TargetPlate());
+    presenter_.SetTarget(index < 0 ? CalibrationTarget{} : targets_[static_cast<std::size_t>(index)]);
+    const bool viewing = presenter_.CurrentMode() == PlatePresenter::Mode::Viewing;
+    if (viewing && !presenter_.Unsaved()) presenter_.Select(presenter_.TargetPlate());
     ShowAll();
   });
   ComboFunction =
@@ -159,7 +158,7 @@ QWidget* CalibrateForm::MakeTargetPanel() {
   ComboFunction->SetItems(FunctionItems(model_));
   ComboFunction->SetPicked([this](int function) {
     const QPointer<CalibrateForm> self(this);
-    plates_.ChangeFunction(function);
+    presenter_.ChangeFunction(function);
     if (self && !Unloading()) ShowAll();
   });
   LabelFunction = MakeLabel("LabelFunction");

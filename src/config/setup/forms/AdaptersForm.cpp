@@ -19,8 +19,9 @@ QString NumbersText(const std::vector<int>& numbers) {
 
 }  // namespace
 
-AdaptersForm::AdaptersForm(Surroundings surroundings, MessageBoxes& boxes, QWidget* parent)
-    : Form("frmAdapters", parent), surroundings_(std::move(surroundings)), boxes_(boxes) {
+AdaptersForm::AdaptersForm(SerialDevices& devices, const ComPorts& numbers, MessageBoxes& boxes,
+                           QWidget* parent)
+    : Form("frmAdapters", parent), devices_(devices), numbers_(numbers), boxes_(boxes) {
   setWindowTitle(tr("Serial adapters"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   ListAdapters = new QTreeWidget;
@@ -57,8 +58,7 @@ AdaptersForm::AdaptersForm(Surroundings surroundings, MessageBoxes& boxes, QWidg
   row->addWidget(refresh);
   row->addWidget(close);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(ListAdapters, 1);
   column->addWidget(LabelAdvice);
   column->addLayout(row);
@@ -75,10 +75,10 @@ void AdaptersForm::Refresh() {
   const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
   const std::string chosen = row < 0 ? std::string() : found_[static_cast<std::size_t>(row)].path;
   ListAdapters->clear();
-  found_ = surroundings_.devices.List();
+  found_ = devices_.List();
   for (const SerialDevice& device : found_) {
     auto* item = new QTreeWidgetItem({ToText(device.adapter), ToText(device.serialNumber),
-                                      ToText(device.path), NumbersText(surroundings_.comNumbersOf(device)),
+                                      ToText(device.path), NumbersText(numbers_.NumbersOf(device)),
                                       device.mayOpen ? ToText(device.StateWords()) : tr("no permission")});
     ListAdapters->addTopLevelItem(item);
     if (device.path == chosen) ListAdapters->setCurrentItem(item);
@@ -105,10 +105,10 @@ void AdaptersForm::ShowChosen() {
 void AdaptersForm::OfferNumber(const SerialDevice& device) {
   std::vector<int> taken;
   for (const SerialDevice& other : found_) {
-    const auto numbers = surroundings_.comNumbersOf(other);
+    const auto numbers = numbers_.NumbersOf(other);
     if (other.path != device.path) taken.insert(taken.end(), numbers.begin(), numbers.end());
   }
-  const auto own = surroundings_.comNumbersOf(device);
+  const auto own = numbers_.NumbersOf(device);
   int number = own.empty() ? kFirstFreeNumber : own.front();
   while (own.empty() && std::find(taken.begin(), taken.end(), number) != taken.end()) ++number;
   ComboAssign->setCurrentIndex(ComboAssign->findData(std::min(number, kOfferedPorts)));
@@ -120,11 +120,11 @@ void AdaptersForm::cmdAssign_Click() {
   const SerialDevice device = found_[static_cast<std::size_t>(row)];
   const QString assigned = ComboAssign->currentText();
   std::string error;
-  if (!surroundings_.devices.Assign(ComboAssign->currentData().toInt(), device, error)) {
+  if (!devices_.Assign(ComboAssign->currentData().toInt(), device, error)) {
     boxes_.Show("The adapter could not be assigned. " + error);
     return;
   }
-  surroundings_.changed();
+  emit Assigned();
   Refresh();
   SetTextIfChanged(LabelAdvice, assigned + tr(" leads to ") + ToText(device.Words()));
 }

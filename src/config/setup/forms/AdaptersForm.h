@@ -3,9 +3,9 @@
 
 #include <QComboBox>
 #include <QTreeWidget>
-#include <functional>
 #include <vector>
 
+#include "platform/ComPorts.h"
 #include "platform/Host.h"
 #include "platform/SerialDevices.h"
 #include "ui/Form.h"
@@ -16,12 +16,10 @@ namespace tvx {
 class AdaptersForm : public Form {
   Q_OBJECT
  public:
-  struct Surroundings {
-    SerialDevices& devices;
-    std::function<std::vector<int>(const SerialDevice&)> comNumbersOf;  // those that lead to the adapter
-    std::function<void()> changed;                                      // a COM number leads elsewhere now
-  };
-  AdaptersForm(Surroundings surroundings, MessageBoxes& boxes, QWidget* parent);
+  AdaptersForm(SerialDevices& devices, const ComPorts& numbers, MessageBoxes& boxes, QWidget* parent);
+
+ signals:
+  void Assigned();  // a COM number leads elsewhere now
 
  protected:
   void CloseAsked() override { Unload(); }
@@ -33,7 +31,8 @@ class AdaptersForm : public Form {
   void OfferNumber(const SerialDevice& device);
   void cmdAssign_Click();
 
-  Surroundings surroundings_;
+  SerialDevices& devices_;
+  const ComPorts& numbers_;
   MessageBoxes& boxes_;
   std::vector<SerialDevice> found_;
   QTreeWidget* ListAdapters;

@@ -56,15 +56,14 @@ class PortCombo : public QComboBox {
 
 }  // namespace
 
-ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
-    : model_(model), surroundings_(std::move(surroundings)) {
+ComPortsPanel::ComPortsPanel(ConfigModel& model, PortAccess& ports) : model_(model), ports_(ports) {
   setObjectName("PanelCom");
   look::SetRole(this, "panel");
   QGridLayout* grid = MakeTitledGrid(this, tr("Serial port of each hardware group"), "LabelCom");
   int row = 1;
   for (const ComRow& com : kRows) {
     auto* choice = new PortCombo([this] {
-      surroundings_.lookAgain();
+      ports_.LookAgain();
       ShowModel();
     });
     choice->setObjectName(QString::fromLatin1(com.choice));
@@ -85,7 +84,7 @@ ComPortsPanel::ComPortsPanel(ConfigModel& model, Surroundings surroundings)
   LabelComAdvice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
   QPushButton* adapters = MakeButton("cmdAdapters", tr("A&dapters..."),
                                      tr("Which adapters are plugged in, and their COM numbers"));
-  connect(adapters, &QPushButton::clicked, this, [this] { surroundings_.adapters(); });
+  connect(adapters, &QPushButton::clicked, this, &ComPortsPanel::AdaptersAsked);
   auto* below = new QHBoxLayout;
   below->setSpacing(look::Gap());
   below->addWidget(LabelComAdvice, 1);
@@ -99,7 +98,7 @@ std::vector<int> ComPortsPanel::OfferedNumbers() const {
   std::vector<int> numbers;
   for (const Line& line : lines_) numbers.push_back(InUse(line));
   for (int number = 0; number <= kHighestComNumber; ++number) {
-    if (number <= kOfferedPorts || !surroundings_.deviceOf(number).empty()) numbers.push_back(number);
+    if (number <= kOfferedPorts || !ports_.DeviceOf(number).empty()) numbers.push_back(number);
   }
   std::sort(numbers.begin(), numbers.end());
   numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
@@ -109,7 +108,7 @@ std::vector<int> ComPortsPanel::OfferedNumbers() const {
 void ComPortsPanel::ShowModel() {
   std::vector<std::pair<int, QString>> offered;
   for (const int number : OfferedNumbers()) {
-    offered.emplace_back(number, number > 0 ? ToText(surroundings_.deviceOf(number)) : QString());
+    offered.emplace_back(number, number > 0 ? ToText(ports_.DeviceOf(number)) : QString());
   }
   for (Line& line : lines_) Fill(line, offered);
   ShowAdvice();
@@ -155,11 +154,11 @@ void ComPortsPanel::OfferSet(const Line& line) {
 void ComPortsPanel::SetPort(std::size_t index) {
   const Line& line = lines_[index];
   const auto number = static_cast<std::int16_t>(Chosen(line));
-  surroundings_.withPortsClosed([this, &line, number] { model_.General.*line.field = number; });
+  ports_.WithPortsClosed([this, &line, number] { model_.General.*line.field = number; });
   model_.ConfigChanged = true;
-  surroundings_.lookAgain();
+  ports_.LookAgain();
   ShowModel();
-  surroundings_.changed();
+  emit PortSet();
 }
 
 // What keeps a group from its port.
@@ -169,7 +168,7 @@ void ComPortsPanel::ShowAdvice() {
     const int number = InUse(lines_[i]);
     const auto sharing = std::find_if(lines_.begin(), lines_.begin() + static_cast<std::ptrdiff_t>(i),
                                       [&](const Line& line) { return InUse(line) == number; });
-    QString words = ToText(surroundings_.troubleOf(static_cast<int>(i)));
+    QString words = ToText(ports_.TroubleOf(static_cast<int>(i)));
     if (number > 0 && &*sharing != &lines_[i])
       words = tr("%1 is given to: %2 as well; only one can have it").arg(PortText(number), sharing->group);
     if (!words.isEmpty()) advice << lines_[i].group + ": " + words;

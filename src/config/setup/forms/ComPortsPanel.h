@@ -2,33 +2,28 @@
 #pragma once
 
 #include <QComboBox>
-#include <functional>
-#include <string>
 #include <vector>
 
 #include "config/Model.h"
+#include "config/setup/PortAccess.h"
 #include "ui/Widgets.h"
 
 namespace tvx {
 
 class ComPortsPanel : public QFrame {
+  Q_OBJECT
  public:
-  struct Surroundings {
-    std::function<std::string(int comNumber)> deviceOf;  // the device behind it and its state; or empty
-    std::function<std::string(int group)> troubleOf;     // what is wrong with a group's port; or empty
-    std::function<void()> lookAgain;                     // what is plugged in may have changed
-    // Runs its argument, which changes a port's number, while no port is open.
-    std::function<void(const std::function<void()>&)> withPortsClosed;
-    std::function<void()> adapters;  // opens the list of adapters
-    std::function<void()> changed;   // a group has another port now
-  };
-  ComPortsPanel(ConfigModel& model, Surroundings surroundings);
+  ComPortsPanel(ConfigModel& model, PortAccess& ports);
   // Shows the model and the devices as they are now. A choice that is not set yet stays, unless the port in
   // use has changed meanwhile.
   void ShowModel();
   // True while a choice differs from what is set.
   bool Pending() const;
   QWidget* First() const { return lines_.front().choice; }
+
+ signals:
+  void PortSet();        // a group has another port now
+  void AdaptersAsked();  // the user wants to see the list of adapters
 
  private:
   // The port in use, the ports to choose from, the button that takes the choice.
@@ -49,7 +44,7 @@ class ComPortsPanel : public QFrame {
   void ShowAdvice();
 
   ConfigModel& model_;
-  Surroundings surroundings_;
+  PortAccess& ports_;
   std::vector<Line> lines_;
   QLabel* LabelComAdvice;
 };

@@ -16,16 +16,19 @@ constexpr int kTickMs = 50;
 
 }  // namespace
 
-MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
-                                     QWidget* parent)
-    : Form("FrmMainConfigure", parent), model_(model), boxes_(boxes), surroundings_(std::move(surroundings)) {
+MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, PortAccess& ports,
+                                     GaugeBusAccess& bus, ConfigurationWindows& windows, QWidget* parent)
+    : Form("FrmMainConfigure", parent), model_(model), boxes_(boxes), bus_(bus), windows_(windows) {
   setWindowTitle(tr("Configuration"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   CurrentConfigFile = MakeLabel("CurrentConfigFile");
   CurrentConfigFile->setWordWrap(true);
   auto* left = new QVBoxLayout;
   left->setSpacing(look::Gap());
-  PanelCom = MakeComPanel();
+  PanelCom = new ComPortsPanel(model_, ports);
+  connect(PanelCom, &ComPortsPanel::PortSet, this, &MainConfigureForm::ShowBus);
+  connect(PanelCom, &ComPortsPanel::AdaptersAsked, this,
+          [this] { windows_.Open(ConfigurationWindow::Adapters); });
   left->addWidget(PanelCom);
   left->addStretch(1);
   auto* right = new QVBoxLayout;
@@ -39,31 +42,19 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Su
   top->addLayout(left, 3);
   top->addLayout(right, 2);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(CurrentConfigFile);
   column->addLayout(top);
   column->addWidget(MakeGaugePanel(), 1);
   column->addLayout(MakeOpeners());
   column->addLayout(MakeButtons());
   Timer1.setObjectName("Timer1");
-  connect(&Timer1, &QTimer::timeout, this, [this] { surroundings_.tick(); });
+  connect(&Timer1, &QTimer::timeout, this, [this] { bus_.TickReplyCountdown(); });
   Timer1.start(kTickMs);
   Rebuild();
   ShowSearch({});
   resize(std::max(sizeHint().width(), look::Margin() * 80), look::Margin() * 58);
   PanelCom->First()->setFocus();
-}
-
-ComPortsPanel* MainConfigureForm::MakeComPanel() {
-  ComPortsPanel::Surroundings s;
-  s.deviceOf = surroundings_.deviceOf;
-  s.troubleOf = surroundings_.troubleOf;
-  s.lookAgain = surroundings_.lookAgain;
-  s.withPortsClosed = surroundings_.withPortsClosed;
-  s.adapters = surroundings_.adapters;
-  s.changed = [this] { ShowBus(); };
-  return new ComPortsPanel(model_, std::move(s));
 }
 
 QWidget* MainConfigureForm::MakeTimingPanel() {
@@ -110,12 +101,11 @@ QWidget* MainConfigureForm::MakeTimingPanel() {
 QWidget* MainConfigureForm::MakeGaugePanel() {
   QFrame* panel = MakePanel("PanelGauges");
   auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpacePanel(column, look::Margin());
   Configlist = new GaugeTable("Configlist");
   Configlist->setMinimumHeight(look::Margin() * 8);
   Configlist->SetOpened([this](int gaugeID) {
-    if (!searching_) surroundings_.openGauge(gaugeID);
+    if (!searching_) windows_.OpenGauge(gaugeID);
   });
   QLabel* caption = MakeLabel("LabelGauges", tr("Gauges of this coc&kpit"), "caption");
   caption->setBuddy(Configlist);
@@ -146,18 +136,15 @@ QLayout* MainConfigureForm::MakeSearchRow() {
   row->addWidget(ProgressBar1, 1);
   row->addWidget(LabelBus, 1);
   Opener(row, "cmdTestGauges", tr("Test a gauge..."), tr("Talks to one address by hand"),
-         surroundings_.testGauges);
+         ConfigurationWindow::GaugeTest);
   row->addWidget(clear);
   return row;
 }
 
 void MainConfigureForm::Opener(QBoxLayout* row, const char* name, const QString& text, const QString& tip,
-                               const std::function<void()>& open) {
+                               ConfigurationWindow window) {
   QPushButton* button = MakeButton(name, text, tip);
-  connect(button, &QPushButton::clicked, this, [open] {
-    if (open) open();
-  });
-  button->setVisible(static_cast<bool>(open));
+  connect(button, &QPushButton::clicked, this, [this, window] { windows_.Open(window); });
   row->addWidget(button);
 }
 
@@ -165,16 +152,17 @@ QLayout* MainConfigureForm::MakeOpeners() {
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
   Opener(row, "cmdGetOffset", tr("Fun&ctions..."), tr("The values that are exchanged with the simulator"),
-         surroundings_.functions);
-  Opener(row, "cmdPlates", tr("Pla&tes..."), tr("The calibrations of the gauge faces"), surroundings_.plates);
+         ConfigurationWindow::Functions);
+  Opener(row, "cmdPlates", tr("Pla&tes..."), tr("The calibrations of the gauge faces"),
+         ConfigurationWindow::Plates);
   Opener(row, "cmdGotoIOM", tr("IO module 1..."), tr("Its switches, inputs and outputs"),
-         surroundings_.ioModule1);
+         ConfigurationWindow::IOModule1);
   Opener(row, "cmdGotoIOM2", tr("IO module 2..."), tr("Its switches, inputs and outputs"),
-         surroundings_.ioModule2);
-  Opener(row, "cmdGotoEC", tr("Engine cluster..."), tr("Its channels"), surroundings_.engineCluster);
-  Opener(row, "cmdGotoFFB", tr("Yokes..."), tr("The force-feedback yokes"), surroundings_.yokes);
+         ConfigurationWindow::IOModule2);
+  Opener(row, "cmdGotoEC", tr("Engine cluster..."), tr("Its channels"), ConfigurationWindow::EngineCluster);
+  Opener(row, "cmdGotoFFB", tr("Yokes..."), tr("The force-feedback yokes"), ConfigurationWindow::Yokes);
   Opener(row, "cmdTestXplaneInterface", tr("Test &X-Plane..."),
-         tr("The link to the simulator, datagram by datagram"), surroundings_.testXplane);
+         tr("The link to the simulator, datagram by datagram"), ConfigurationWindow::XplaneTest);
   row->addStretch(1);
   return row;
 }
@@ -185,7 +173,7 @@ QLayout* MainConfigureForm::MakeButtons() {
   row->addWidget(MakeThemeButton());
   row->addStretch(1);
   Opener(row, "cmdSaveConfig", tr("&Save and load..."),
-         tr("Configuration files: save, load, delete, import, start-up"), surroundings_.saveConfig);
+         tr("Configuration files: save, load, delete, import, start-up"), ConfigurationWindow::SaveAndLoad);
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the start form (Escape)"));
   connect(close, &QPushButton::clicked, this, &MainConfigureForm::CmdClose_Click);
   row->addWidget(close);
@@ -193,7 +181,7 @@ QLayout* MainConfigureForm::MakeButtons() {
 }
 
 void MainConfigureForm::cmdStartTest_Click() {
-  searching_ ? surroundings_.cancelSearch() : surroundings_.startSearch();
+  searching_ ? bus_.CancelSearch() : bus_.StartSearch();
 }
 
 void MainConfigureForm::ShowSearch(const SearchView& view) {
@@ -232,13 +220,13 @@ void MainConfigureForm::Rebuild() {
 }
 
 void MainConfigureForm::ShowBus() {
-  SetTextIfChanged(LabelBus, "Gauge bus: " + surroundings_.busWords());
+  SetTextIfChanged(LabelBus, "Gauge bus: " + bus_.BusWords());
 }
 
 void MainConfigureForm::cmdClearConfig_Click() {
   if (boxes_.Ask("This will clear all gauge assignments and settings!\r\nContinue anyway?") == kAnswerNo)
     return;
-  surroundings_.cancelSearch();
+  bus_.CancelSearch();
   ClearAllGauges(model_);
   Rebuild();
 }
@@ -254,7 +242,7 @@ void MainConfigureForm::CmdClose_Click() {
   asking_ = false;
   if (stay || Unloading()) return;
   Unload();
-  surroundings_.closed();
+  windows_.MainFormClosed();
 }
 
 }  // namespace tvx

@@ -6,11 +6,12 @@
 #include <QProgressBar>
 #include <QSlider>
 #include <QTimer>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "config/Model.h"
+#include "config/setup/ConfigurationWindows.h"
+#include "config/setup/GaugeBusAccess.h"
 #include "config/setup/forms/ComPortsPanel.h"
 #include "config/setup/forms/GaugeTable.h"
 #include "config/setup/forms/UdpPanel.h"
@@ -23,21 +24,6 @@ namespace tvx {
 class MainConfigureForm : public Form {
   Q_OBJECT
  public:
-  // What the form asks of the program around it. Openers of other forms may be empty: their button is hidden.
-  struct Surroundings {
-    std::function<std::string(int)> deviceOf;   // the device behind a COM number, in words
-    std::function<std::string(int)> troubleOf;  // what is wrong with the port of a hardware group, by number
-    std::function<void()> lookAgain;            // what is plugged in may have changed
-    // Runs its argument, which changes a port's number, while no port is open.
-    std::function<void(const std::function<void()>&)> withPortsClosed;
-    std::function<std::string()> busWords;  // how the gauge bus stands
-    std::function<void()> tick;             // every 50 ms
-    std::function<void()> startSearch, cancelSearch;
-    std::function<void(int)> openGauge;  // the dialog of a gauge
-    std::function<void()> saveConfig, functions, plates, testGauges, adapters, testXplane;
-    std::function<void()> ioModule1, ioModule2, engineCluster, yokes;
-    std::function<void()> closed;  // the user has closed the form
-  };
   // How the search stands.
   struct SearchView {
     bool running = false;
@@ -46,7 +32,8 @@ class MainConfigureForm : public Form {
     std::vector<std::string> remarks;
   };
   // `parent`, if there is one, waits until the form is closed.
-  MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings, QWidget* parent);
+  MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, PortAccess& ports, GaugeBusAccess& bus,
+                    ConfigurationWindows& windows, QWidget* parent);
   void ShowSearch(const SearchView& view);
   // Shows the model as it is now, as on opening.
   void Rebuild();
@@ -56,14 +43,13 @@ class MainConfigureForm : public Form {
   void EscapePressed() override { CmdClose_Click(); }
 
  private:
-  ComPortsPanel* MakeComPanel();
   QWidget* MakeTimingPanel();
   QWidget* MakeGaugePanel();
   QLayout* MakeSearchRow();
   QLayout* MakeOpeners();
   QLayout* MakeButtons();
   void Opener(QBoxLayout* row, const char* name, const QString& text, const QString& tip,
-              const std::function<void()>& open);
+              ConfigurationWindow window);
   void ShowBus();
   void cmdClearConfig_Click();
   void cmdStartTest_Click();
@@ -71,7 +57,8 @@ class MainConfigureForm : public Form {
 
   ConfigModel& model_;
   MessageBoxes& boxes_;
-  Surroundings surroundings_;
+  GaugeBusAccess& bus_;
+  ConfigurationWindows& windows_;
   bool asking_ = false;
 
   QLabel* CurrentConfigFile;

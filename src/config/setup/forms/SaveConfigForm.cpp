@@ -22,9 +22,9 @@ constexpr const char* kChapters[kImportChapters] = {"General: ports, link, inter
 
 }  // namespace
 
-SaveConfigForm::SaveConfigForm(ConfigModel& model, SavePresenter& save, std::function<void()> changed,
+SaveConfigForm::SaveConfigForm(const ConfigModel& model, SavePresenter& save, ModelWatcher& watcher,
                                QWidget* parent)
-    : Form("SaveConfig", parent), model_(model), save_(save), changed_(std::move(changed)) {
+    : Form("SaveConfig", parent), model_(model), save_(save), watcher_(watcher) {
   setWindowTitle(tr("Configuration files"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   auto* panels = new QHBoxLayout;
@@ -34,8 +34,7 @@ SaveConfigForm::SaveConfigForm(ConfigModel& model, SavePresenter& save, std::fun
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
   connect(close, &QPushButton::clicked, this, &SaveConfigForm::Unload);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addLayout(panels, 1);
   column->addWidget(close, 0, Qt::AlignRight);
   FileName->setText(ToText(model_.ConfigFileName));
@@ -116,7 +115,7 @@ void SaveConfigForm::Do(bool (SavePresenter::*operation)(const std::string&)) {
   (save_.*operation)(ChosenFile());
   if (!self || Unloading()) return;
   Refresh();
-  changed_();
+  watcher_.ModelChanged();
 }
 
 void SaveConfigForm::cmdImportPartial_Click() {
@@ -126,7 +125,7 @@ void SaveConfigForm::cmdImportPartial_Click() {
   save_.ImportPartial(ChosenFile(), chosen);
   if (!self || Unloading()) return;
   Refresh();
-  changed_();
+  watcher_.ModelChanged();
 }
 
 void SaveConfigForm::Refresh() {

@@ -4,8 +4,8 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <array>
-#include <functional>
 
+#include "config/ModelWatcher.h"
 #include "config/setup/SavePresenter.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
@@ -15,8 +15,8 @@ namespace tvx {
 class SaveConfigForm : public Form {
   Q_OBJECT
  public:
-  // `changed`: the model is another one now (loaded, imported) or was saved.
-  SaveConfigForm(ConfigModel& model, SavePresenter& save, std::function<void()> changed, QWidget* parent);
+  // `watcher` is told after each operation, a save too: the file's name may be another one.
+  SaveConfigForm(const ConfigModel& model, SavePresenter& save, ModelWatcher& watcher, QWidget* parent);
 
  protected:
   void CloseAsked() override { Unload(); }
@@ -30,9 +30,9 @@ class SaveConfigForm : public Form {
   void Refresh();
   std::string ChosenFile() const;
 
-  ConfigModel& model_;
+  const ConfigModel& model_;
   SavePresenter& save_;
-  std::function<void()> changed_;
+  ModelWatcher& watcher_;
   PickList* FileList = nullptr;
   QLineEdit* FileName = nullptr;
   QLabel *LabelCurrent = nullptr, *LabelStartup = nullptr;

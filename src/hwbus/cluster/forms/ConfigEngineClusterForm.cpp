@@ -28,21 +28,20 @@ constexpr TryButton kTries[] = {
 }  // namespace
 
 ConfigEngineClusterForm::ConfigEngineClusterForm(const ConfigModel& model, const EngineCluster& cluster,
-                                                 EngineClusterPresenter& editor, MessageBoxes& boxes,
-                                                 std::function<void(int channel)> calibrate)
+                                                 EngineClusterPresenter& presenter, MessageBoxes& boxes,
+                                                 EngineClusterWindows& windows)
     : Form("frmConfigEC"),
       model_(model),
       cluster_(cluster),
-      editor_(editor),
+      presenter_(presenter),
       boxes_(boxes),
-      calibrate_(std::move(calibrate)),
+      windows_(windows),
       status_(MakeLabel("LabelStatus", {}, "title")),
-      options_(new EngineClusterOptions(editor, EngineClusterOptions::Extent::All)) {
+      options_(new EngineClusterOptions(presenter, EngineClusterOptions::Extent::All)) {
   setWindowTitle(tr("Engine cluster: set-up"));
   status_->setWordWrap(true);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(status_);
   column->addWidget(MakeChannels());
   column->addWidget(options_);
@@ -66,8 +65,7 @@ ConfigEngineClusterForm::ConfigEngineClusterForm(const ConfigModel& model, const
 QWidget* ConfigEngineClusterForm::MakeChannels() {
   QFrame* panel = MakePanel("PanelChannels");
   auto* grid = new QGridLayout(panel);
-  grid->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Margin());
-  grid->setSpacing(look::Gap());
+  SpacePanel(grid, look::Margin());
   const std::pair<int, QString> captions[] = {{0, tr("Shown")},  {1, tr("Function of the simulator")},
                                               {2, tr("Plate")},  {4, tr("Moves")},
                                               {5, tr("Try it")}, {8, tr("Value, needle position")}};
@@ -87,22 +85,22 @@ void ConfigEngineClusterForm::AddRow(QGridLayout* grid, int channel) {
   row.enabled->setObjectName("CheckEnabled" + number);
   row.enabled->setToolTip(tr("The needle follows its Function; otherwise it stands at zero"));
   connect(row.enabled, &QCheckBox::clicked, this,
-          [this, channel](bool on) { editor_.SetEnabled(channel, on); });
+          [this, channel](bool on) { presenter_.SetEnabled(channel, on); });
   row.function =
       new SearchCombo("", tr("What the simulator tells for this needle. Type a part of its number or name"));
   row.function->setObjectName("ComboFunction" + number);
-  row.function->SetPicked([this, channel](int function) { editor_.SetFunction(channel, function); });
+  row.function->SetPicked([this, channel](int function) { presenter_.SetFunction(channel, function); });
   row.plate =
       new SearchCombo("", tr("The calibration of the face: values and needle positions, 0 to 1079. Without "
                              "one the value itself is the position"));
   row.plate->setObjectName("ComboPlate" + number);
-  row.plate->SetPicked([this, channel](int plate) { editor_.SetPlate(channel, plate); });
+  row.plate->SetPicked([this, channel](int plate) { presenter_.SetPlate(channel, plate); });
   row.function->setMinimumContentsLength(kFunctionLetters);
   row.plate->setMinimumContentsLength(kPlateLetters);
   QPushButton* calibrate =
       MakeButton("", tr("Calibrate..."), tr("Edits the Plates with this needle beside them"));
   calibrate->setObjectName("cmdCalibrate" + number);
-  connect(calibrate, &QPushButton::clicked, this, [this, channel] { calibrate_(channel); });
+  connect(calibrate, &QPushButton::clicked, this, [this, channel] { windows_.ShowPlates(channel); });
   row.needle = MakeLabel("", {}, "caption");
   row.needle->setObjectName("LabelNeedle" + number);
   row.reading = MakeLabel("");
@@ -120,7 +118,7 @@ void ConfigEngineClusterForm::AddRow(QGridLayout* grid, int channel) {
     button->setObjectName(QString::fromLatin1(one.name) + number);
     look::SetRole(button, "small");
     connect(button, &QPushButton::clicked, this, [this, channel, spot = one.spot] {
-      editor_.Try(channel, spot);
+      presenter_.Try(channel, spot);
       ShowLive();
     });
     row.tries[static_cast<std::size_t>(at - 5)] = button;
@@ -136,18 +134,18 @@ void ConfigEngineClusterForm::Refresh() {
   functionItems_ = functions;
   for (int k = 0; k < kECChannels; ++k) {
     Row& row = rows_[static_cast<std::size_t>(k)];
-    const EngineClusterRecord& record = editor_.Channel(k);
+    const EngineClusterRecord& record = presenter_.Channel(k);
     row.enabled->setChecked(record.Value1 != 0);
     if (otherFunctions) row.function->SetItems(functions);
     row.function->SetValue(record.Value2);
-    Items plates = editor_.PlateItemsOf(k);
+    Items plates = presenter_.PlateItemsOf(k);
     if (plates != row.plateItems) row.plate->SetItems(plates);
     row.plateItems = std::move(plates);
-    row.plate->SetValue(editor_.PlateOf(k));
+    row.plate->SetValue(presenter_.PlateOf(k));
     // A channel without a Function has no value to place.
     row.plate->setEnabled(record.Value2 != 0);
     if (record.Value2 == 0) row.plate->setEditText({});
-    SetTextIfChanged(row.needle, editor_.NeedleName(k));
+    SetTextIfChanged(row.needle, presenter_.NeedleName(k));
   }
   options_->Refresh();
   ShowLive();
@@ -158,8 +156,8 @@ void ConfigEngineClusterForm::ShowLive() {
   for (int k = 0; k < kECChannels; ++k) {
     const Row& row = rows_[static_cast<std::size_t>(k)];
     for (QPushButton* button : row.tries) button->setEnabled(!cluster_.Running());
-    const std::string reading = editor_.Reading(k);
-    SetTextIfChanged(row.reading, reading.empty() ? ToText(editor_.Remark(k)) : ToText(reading));
+    const std::string reading = presenter_.Reading(k);
+    SetTextIfChanged(row.reading, reading.empty() ? ToText(presenter_.Remark(k)) : ToText(reading));
   }
 }
 

@@ -5,10 +5,10 @@
 #include <QGridLayout>
 #include <QTimer>
 #include <array>
-#include <functional>
 
 #include "hwbus/cluster/EngineClusterPresenter.h"
 #include "hwbus/cluster/forms/EngineClusterOptions.h"
+#include "hwbus/cluster/forms/EngineClusterWindows.h"
 #include "ui/Form.h"
 #include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
@@ -18,10 +18,9 @@ namespace tvx {
 class ConfigEngineClusterForm : public Form {
   Q_OBJECT
  public:
-  // `calibrate` opens the Plates for a channel's needle.
   ConfigEngineClusterForm(const ConfigModel& model, const EngineCluster& cluster,
-                          EngineClusterPresenter& editor, MessageBoxes& boxes,
-                          std::function<void(int channel)> calibrate);
+                          EngineClusterPresenter& presenter, MessageBoxes& boxes,
+                          EngineClusterWindows& windows);
   // After anything was edited, here or elsewhere.
   void Refresh();
   // What moves by itself; called several times a second while the form can be seen.
@@ -45,9 +44,9 @@ class ConfigEngineClusterForm : public Form {
 
   const ConfigModel& model_;
   const EngineCluster& cluster_;
-  EngineClusterPresenter& editor_;
+  EngineClusterPresenter& presenter_;
   MessageBoxes& boxes_;
-  std::function<void(int)> calibrate_;
+  EngineClusterWindows& windows_;
   std::array<Row, kECChannels> rows_{};
   Items functionItems_;
   QLabel* status_;

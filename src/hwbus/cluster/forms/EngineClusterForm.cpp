@@ -9,6 +9,7 @@ namespace {
 
 constexpr int kRefreshMs = 50;  // needles that jump are hard to follow
 constexpr int kPerRow = 4;
+constexpr const char* kWidestValue = "-00000.00";
 
 QString CaptionOf(const ConfigModel& model, int channel) {
   const EngineClusterRecord& record = model.EngineCluster[static_cast<std::size_t>(channel)];
@@ -19,13 +20,13 @@ QString CaptionOf(const ConfigModel& model, int channel) {
 
 }  // namespace
 
-EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& model, Ways ways)
-    : Form("frmStatusEC"), cluster_(cluster), model_(model), ways_(std::move(ways)) {
+EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& model,
+                                     EngineClusterWindows& windows)
+    : Form("frmStatusEC"), cluster_(cluster), model_(model), windows_(windows) {
   setWindowTitle(tr("Engine cluster"));
   setAttribute(Qt::WA_ShowWithoutActivating);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   auto* head = new QHBoxLayout;
   status_ = MakeLabel("LabelStatus", {}, "title");
   status_->setWordWrap(true);
@@ -42,9 +43,8 @@ EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& 
     caption->setObjectName(QStringLiteral("Caption%1").arg(k));
     caption->setAlignment(Qt::AlignCenter);
     caption->setWordWrap(true);
-    QLabel* value = MakeLabel("", {}, "value");
-    value->setObjectName(QStringLiteral("boxValue%1").arg(k));
-    value->setAlignment(Qt::AlignCenter);
+    auto* value =
+        new Reading(QStringLiteral("boxValue%1").arg(k), kWidestValue, Qt::AlignCenter, look::Ground::Form);
     cell->addWidget(dial, 1);
     cell->addWidget(caption);
     cell->addWidget(value);
@@ -74,8 +74,8 @@ QLayout* EngineClusterForm::MakeButtons() {
   connect(cmdRun_, &QPushButton::clicked, this, [this] { cluster_.cmdRun_Click(), ShowState(); });
   connect(cmdStop_, &QPushButton::clicked, this, [this] { cluster_.cmdStop_Click(), ShowState(); });
   connect(cmdRecalibrate_, &QPushButton::clicked, this, [this] { cluster_.Recalibrate(), ShowState(); });
-  connect(setUp, &QPushButton::clicked, this, [this] { ways_.setUp(); });
-  connect(test, &QPushButton::clicked, this, [this] { ways_.test(); });
+  connect(setUp, &QPushButton::clicked, this, [this] { windows_.ShowSetUp(); });
+  connect(test, &QPushButton::clicked, this, [this] { windows_.ShowTest(); });
   connect(hide, &QPushButton::clicked, this, [this] { CloseAsked(); });
   auto* row = new QHBoxLayout;
   for (QPushButton* button : {cmdRun_, cmdStop_, cmdRecalibrate_, setUp, test}) row->addWidget(button);
@@ -99,7 +99,7 @@ void EngineClusterForm::ShowState() {
   for (int k = 0; k < kECChannels; ++k) {
     const auto index = static_cast<std::size_t>(k);
     dials_[index]->SetPosition(cluster_.Position(k), cluster_.ChannelEnabled(k));
-    SetTextIfChanged(values_[index], cluster_.boxValue(k).View());
+    values_[index]->SetText(cluster_.boxValue(k).View());
   }
 }
 

@@ -3,9 +3,9 @@
 
 #include <QTimer>
 #include <array>
-#include <functional>
 
 #include "hwbus/cluster/EngineCluster.h"
+#include "hwbus/cluster/forms/EngineClusterWindows.h"
 #include "ui/Form.h"
 #include "ui/Indicators.h"
 #include "ui/Widgets.h"
@@ -15,11 +15,7 @@ namespace tvx {
 class EngineClusterForm : public Form {
   Q_OBJECT
  public:
-  // What its buttons open.
-  struct Ways {
-    std::function<void()> setUp, test;
-  };
-  EngineClusterForm(EngineCluster& cluster, const ConfigModel& model, Ways ways);
+  EngineClusterForm(EngineCluster& cluster, const ConfigModel& model, EngineClusterWindows& windows);
   void ShowState();
   // The channels' captions, after they were edited.
   void ShowChannels();
@@ -33,10 +29,11 @@ class EngineClusterForm : public Form {
 
   EngineCluster& cluster_;
   const ConfigModel& model_;
-  Ways ways_;
+  EngineClusterWindows& windows_;
   QLabel *status_ = nullptr, *boxUnitReply_ = nullptr;
   std::array<NeedleDial*, kECChannels> dials_{};
-  std::array<QLabel*, kECChannels> captions_{}, values_{};
+  std::array<QLabel*, kECChannels> captions_{};
+  std::array<Reading*, kECChannels> values_{};
   QPushButton *cmdRun_ = nullptr, *cmdStop_ = nullptr, *cmdRecalibrate_ = nullptr;
   QTimer refresh_;
 };

@@ -8,8 +8,8 @@
 
 namespace tvx {
 
-EngineClusterOptions::EngineClusterOptions(EngineClusterPresenter& editor, Extent extent)
-    : editor_(editor),
+EngineClusterOptions::EngineClusterOptions(EngineClusterPresenter& presenter, Extent extent)
+    : presenter_(presenter),
       OptionSingleEngine_(new QRadioButton(tr("&Single engine"))),
       OptionDualEngine_(new QRadioButton(tr("&Dual engine"))),
       CheckBacklight_(new QCheckBox(tr("&Backlight always on"))) {
@@ -21,9 +21,9 @@ EngineClusterOptions::EngineClusterOptions(EngineClusterPresenter& editor, Exten
   OptionDualEngine_->setToolTip(tr("The last four channels are the second engine's"));
   CheckBacklight_->setObjectName("CheckBacklight");
   CheckBacklight_->setToolTip(tr("The face is lit whatever the cockpit's lighting says"));
-  connect(OptionSingleEngine_, &QRadioButton::clicked, this, [this] { editor_.SetDual(false); });
-  connect(OptionDualEngine_, &QRadioButton::clicked, this, [this] { editor_.SetDual(true); });
-  connect(CheckBacklight_, &QCheckBox::clicked, this, [this](bool on) { editor_.SetBacklight(on); });
+  connect(OptionSingleEngine_, &QRadioButton::clicked, this, [this] { presenter_.SetDual(false); });
+  connect(OptionDualEngine_, &QRadioButton::clicked, this, [this] { presenter_.SetDual(true); });
+  connect(CheckBacklight_, &QCheckBox::clicked, this, [this](bool on) { presenter_.SetBacklight(on); });
   auto* row = new QHBoxLayout(this);
   row->setSpacing(look::Gap());
   for (QWidget* widget : {static_cast<QWidget*>(OptionSingleEngine_),
@@ -70,7 +70,7 @@ void EngineClusterOptions::TakeBits() {
   const std::string text = boxExtraBits_->text().toStdString();
   if (!EngineClusterPresenter::ReadExtraBits(text)) return;
   bitsEdited_ = false;
-  editor_.SetExtraBits(text);
+  presenter_.SetExtraBits(text);
 }
 
 void EngineClusterOptions::ShowBitsRemark() {
@@ -80,14 +80,14 @@ void EngineClusterOptions::ShowBitsRemark() {
 
 bool EngineClusterOptions::Untaken() const {
   return bitsEdited_ && EngineClusterPresenter::ReadExtraBits(boxExtraBits_->text().toStdString()) !=
-                            std::optional<int>(editor_.ExtraBits());
+                            std::optional<int>(presenter_.ExtraBits());
 }
 
 void EngineClusterOptions::Refresh() {
-  (editor_.Dual() ? OptionDualEngine_ : OptionSingleEngine_)->setChecked(true);
-  CheckBacklight_->setChecked(editor_.Backlight());
+  (presenter_.Dual() ? OptionDualEngine_ : OptionSingleEngine_)->setChecked(true);
+  CheckBacklight_->setChecked(presenter_.Backlight());
   if (boxExtraBits_ == nullptr) return;
-  if (!bitsEdited_) boxExtraBits_->setText(QString::number(editor_.ExtraBits()));
+  if (!bitsEdited_) boxExtraBits_->setText(QString::number(presenter_.ExtraBits()));
   ShowBitsRemark();
 }
 

@@ -15,7 +15,7 @@ namespace tvx {
 class EngineClusterOptions : public QFrame {
  public:
   enum class Extent { VersionAndBacklight, All };
-  EngineClusterOptions(EngineClusterPresenter& editor, Extent extent);
+  EngineClusterOptions(EngineClusterPresenter& presenter, Extent extent);
   // Shows what the model holds. A text that was typed and is not taken stays.
   void Refresh();
   // Something was typed that the model does not hold.
@@ -26,7 +26,7 @@ class EngineClusterOptions : public QFrame {
   void TakeBits();
   void ShowBitsRemark();
 
-  EngineClusterPresenter& editor_;
+  EngineClusterPresenter& presenter_;
   QRadioButton *OptionSingleEngine_, *OptionDualEngine_;
   QCheckBox* CheckBacklight_;
   QLineEdit* boxExtraBits_ = nullptr;

@@ -7,14 +7,13 @@
 
 namespace tvx {
 
-TestEngineClusterForm::TestEngineClusterForm(EngineCluster& cluster, EngineClusterPresenter& editor)
+TestEngineClusterForm::TestEngineClusterForm(EngineCluster& cluster, EngineClusterPresenter& presenter)
     : Form("frmTestEC"),
       cluster_(cluster),
-      options_(new EngineClusterOptions(editor, EngineClusterOptions::Extent::VersionAndBacklight)) {
+      options_(new EngineClusterOptions(presenter, EngineClusterOptions::Extent::VersionAndBacklight)) {
   setWindowTitle(tr("Engine cluster: test and set-up"));
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(options_);
   column->addWidget(MakeNeedles(), 1);
   auto* row = new QHBoxLayout;

@@ -13,7 +13,7 @@ namespace tvx {
 class TestEngineClusterForm : public Form {
   Q_OBJECT
  public:
-  TestEngineClusterForm(EngineCluster& cluster, EngineClusterPresenter& editor);
+  TestEngineClusterForm(EngineCluster& cluster, EngineClusterPresenter& presenter);
   // After the options were edited.
   void Refresh() { options_->Refresh(); }
 

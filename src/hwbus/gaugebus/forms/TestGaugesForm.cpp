@@ -20,43 +20,39 @@ QLineEdit* AddNumber(QGridLayout* grid, int row, int column, const char* name, c
 
 }  // namespace
 
-TestGaugesForm::TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& console,
-                               Surroundings surroundings, QWidget* parent)
-    : Form("frmTestGauges", parent),
-      model_(model),
-      console_(console),
-      surroundings_(std::move(surroundings)) {
+TestGaugesForm::TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& presenter,
+                               const GaugeBusAccess& bus, ModelWatcher& watcher, QWidget* parent)
+    : Form("frmTestGauges", parent), model_(model), presenter_(presenter), bus_(bus), watcher_(watcher) {
   setWindowTitle(tr("Gauge test console"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   PollTimer.setObjectName("PollTimer");
   PollTimer.setInterval(GaugeConsolePresenter::kPollMs);
   // A running poll follows the address as it is typed.
   connect(&PollTimer, &QTimer::timeout, this, [this] {
-    console_.ManualGaugeID = ManualGaugeID->text().toStdString();
-    console_.PollTimer_Tick();
+    presenter_.ManualGaugeID = ManualGaugeID->text().toStdString();
+    presenter_.PollTimer_Tick();
   });
   LabelBus = MakeLabel("LabelBus");
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
   connect(close, &QPushButton::clicked, this, &TestGaugesForm::Close);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(MakePollPanel());
   column->addWidget(MakeSendPanel());
   column->addWidget(MakeAddPanel());
   column->addStretch(1);
   column->addWidget(LabelBus);
   column->addWidget(close, 0, Qt::AlignRight);
-  console_.SetChanged([this] { ShowView(); });
+  presenter_.SetChanged([this] { ShowView(); });
   ShowView();
-  ManualGaugeID->setText(ToText(console_.ManualGaugeID));
+  ManualGaugeID->setText(ToText(presenter_.ManualGaugeID));
   connect(ManualGaugeID, &QLineEdit::returnPressed, cmdPollGauge, &QPushButton::click);
   ManualGaugeID->setFocus();
   KeepWide(this);
 }
 
 TestGaugesForm::~TestGaugesForm() {
-  console_.SetChanged({});
+  presenter_.SetChanged({});
 }
 
 QWidget* TestGaugesForm::MakePollPanel() {
@@ -81,8 +77,8 @@ QWidget* TestGaugesForm::MakePollPanel() {
     look::SetRole(button, "small");
     connect(button, &QPushButton::clicked, this, [this, by = step.by] {
       Do([this, by] {
-        console_.Step(by);
-        ManualGaugeID->setText(ToText(console_.ManualGaugeID));
+        presenter_.Step(by);
+        ManualGaugeID->setText(ToText(presenter_.ManualGaugeID));
       });
     });
     line->addWidget(button);
@@ -90,8 +86,8 @@ QWidget* TestGaugesForm::MakePollPanel() {
   cmdPollGauge = MakeButton("cmdPollGauge", tr("&Poll"), tr("Asks this address four times a second"));
   look::SetRole(cmdPollGauge, "primary");
   cmdStopPoll = MakeButton("cmdStopPoll", tr("S&top"), tr("Ends the asking"));
-  connect(cmdPollGauge, &QPushButton::clicked, this, [this] { Do([this] { console_.cmdPollGauge(); }); });
-  connect(cmdStopPoll, &QPushButton::clicked, this, [this] { Do([this] { console_.cmdStopPoll(); }); });
+  connect(cmdPollGauge, &QPushButton::clicked, this, [this] { Do([this] { presenter_.cmdPollGauge(); }); });
+  connect(cmdStopPoll, &QPushButton::clicked, this, [this] { Do([this] { presenter_.cmdStopPoll(); }); });
   line->addWidget(cmdPollGauge);
   line->addWidget(cmdStopPoll);
   ProgressIndicator = MakeLabel("ProgressIndicator");
@@ -141,7 +137,7 @@ QWidget* TestGaugesForm::MakeSendPanel() {
       CommandValue,
       [](const std::string& text) { return std::string(GaugeConsolePresenter::ValueProblem(text)); }, said);
   QPushButton* send = MakeButton("SendGaugeCommand", tr("&Send"), tr("Sends command and value once"));
-  connect(send, &QPushButton::clicked, this, [this] { Do([this] { console_.SendGaugeCommand(); }); });
+  connect(send, &QPushButton::clicked, this, [this] { Do([this] { presenter_.SendGaugeCommand(); }); });
   LabelTyped = MakeLabel("LabelTyped", {}, "caption");
   for (QLineEdit* edit : {CommandNumber, CommandValue})
     connect(edit, &QLineEdit::returnPressed, send, &QPushButton::click);
@@ -171,7 +167,7 @@ QWidget* TestGaugesForm::MakeAddPanel() {
       MakeButton("cmdAddToConfig", tr("&Add..."), tr("Adds it without having seen it; asks first"));
   connect(add, &QPushButton::clicked, this, [this] {
     Do([this] {
-      if (console_.cmdAddToConfig()) surroundings_.changed();
+      if (presenter_.cmdAddToConfig()) watcher_.ModelChanged();
     });
   });
   grid->addWidget(MakeCaption(ComboGaugeType, tr("&Kind")), 1, 0);
@@ -182,12 +178,12 @@ QWidget* TestGaugesForm::MakeAddPanel() {
 }
 
 void TestGaugesForm::TakeInputs() {
-  console_.ManualGaugeID = ManualGaugeID->text().toStdString();
-  console_.CommandNumber = CommandNumber->text().toStdString();
-  console_.CommandValue = CommandValue->text().toStdString();
-  console_.ComboGaugeType = ComboGaugeType->currentData().toInt();
-  console_.boxAddModel = boxAddModel->text().toStdString();
-  console_.boxAddVersion = boxAddVersion->text().toStdString();
+  presenter_.ManualGaugeID = ManualGaugeID->text().toStdString();
+  presenter_.CommandNumber = CommandNumber->text().toStdString();
+  presenter_.CommandValue = CommandValue->text().toStdString();
+  presenter_.ComboGaugeType = ComboGaugeType->currentData().toInt();
+  presenter_.boxAddModel = boxAddModel->text().toStdString();
+  presenter_.boxAddVersion = boxAddVersion->text().toStdString();
 }
 
 // An operation may ask, and the form be gone when the answer comes.
@@ -199,7 +195,7 @@ void TestGaugesForm::Do(const std::function<void()>& operation) {
 }
 
 void TestGaugesForm::ShowView() {
-  const GaugeConsoleView& view = console_.View();
+  const GaugeConsoleView& view = presenter_.View();
   SetTextIfChanged(Text7, view.Text7);
   SetTextIfChanged(BoxID, view.BoxID);
   SetTextIfChanged(BoxType, view.BoxType);
@@ -207,15 +203,15 @@ void TestGaugesForm::ShowView() {
   SetTextIfChanged(boxVersion, view.boxVersion);
   SetTextIfChanged(boxName, view.boxName);
   SetTextIfChanged(ProgressIndicator, view.ProgressIndicator);
-  SetTextIfChanged(LabelBus, QString("Gauge bus: ") + ToText(surroundings_.busWords()));
-  cmdStopPoll->setEnabled(console_.Polling());
-  if (console_.Polling() != PollTimer.isActive()) {
-    console_.Polling() ? PollTimer.start() : PollTimer.stop();
+  SetTextIfChanged(LabelBus, QString("Gauge bus: ") + ToText(bus_.BusWords()));
+  cmdStopPoll->setEnabled(presenter_.Polling());
+  if (presenter_.Polling() != PollTimer.isActive()) {
+    presenter_.Polling() ? PollTimer.start() : PollTimer.stop();
   }
 }
 
 void TestGaugesForm::Close() {
-  console_.cmdStopPoll();
+  presenter_.cmdStopPoll();
   Unload();
 }
 

@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <functional>
 
+#include "config/ModelWatcher.h"
+#include "config/setup/GaugeBusAccess.h"
 #include "hwbus/gaugebus/GaugeConsolePresenter.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
@@ -15,12 +17,9 @@ namespace tvx {
 class TestGaugesForm : public Form {
   Q_OBJECT
  public:
-  struct Surroundings {
-    std::function<std::string()> busWords;  // how the gauge bus stands
-    std::function<void()> changed;          // a gauge was added to the configuration
-  };
-  TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& console, Surroundings surroundings,
-                 QWidget* parent);
+  // `watcher` is told when a gauge was added to the configuration.
+  TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& presenter, const GaugeBusAccess& bus,
+                 ModelWatcher& watcher, QWidget* parent);
   ~TestGaugesForm() override;
   void ShowView();
 
@@ -37,8 +36,9 @@ class TestGaugesForm : public Form {
   void Close();
 
   const ConfigModel& model_;
-  GaugeConsolePresenter& console_;
-  Surroundings surroundings_;
+  GaugeConsolePresenter& presenter_;
+  const GaugeBusAccess& bus_;
+  ModelWatcher& watcher_;
   QTimer PollTimer;
   QLineEdit *ManualGaugeID = nullptr, *CommandNumber = nullptr, *CommandValue = nullptr,
             *boxAddModel = nullptr, *boxAddVersion = nullptr;

@@ -5,9 +5,8 @@
 namespace tvx {
 
 ConfigAnalogueForm::ConfigAnalogueForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes,
-                                       const IOModuleInput& input, Callbacks callbacks, QWidget* parent)
-    : InputForm("ConfigAnalogue", model, IOModulePresenter(model, boxes), input, std::move(callbacks),
-                parent),
+                                       const IOModuleInput& input, QWidget* parent)
+    : InputForm("ConfigAnalogue", model, IOModulePresenter(model, boxes), input, parent),
       raw_(module.AnalogueValue()[static_cast<std::size_t>(input.Index)]) {
   Boxes = &boxes;
   setWindowTitle(tr("Axis %1 of IO module %2").arg(input.Index + 1).arg(input.Module));
@@ -58,8 +57,8 @@ QString ConfigAnalogueForm::Preview(const IOModuleRecord& definition, const Func
 }
 
 ConfigLampForm::ConfigLampForm(ConfigModel& model, IOModule&, MessageBoxes& boxes, const IOModuleInput& input,
-                               Callbacks callbacks, QWidget* parent)
-    : InputForm("ConfigLamp", model, IOModulePresenter(model, boxes), input, std::move(callbacks), parent) {
+                               QWidget* parent)
+    : InputForm("ConfigLamp", model, IOModulePresenter(model, boxes), input, parent) {
   Boxes = &boxes;
   setWindowTitle(tr("Lamp %1 of IO module %2").arg(input.Index + 1).arg(input.Module));
   const IOModuleRecord& definition = Definition();

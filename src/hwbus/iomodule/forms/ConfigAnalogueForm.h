@@ -12,7 +12,7 @@ class ConfigAnalogueForm : public InputForm {
   Q_OBJECT
  public:
   ConfigAnalogueForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes, const IOModuleInput& input,
-                     Callbacks callbacks, QWidget* parent);
+                     QWidget* parent);
   void TakeReport(const IOModuleReport& report) override;
 
  protected:
@@ -31,7 +31,7 @@ class ConfigLampForm : public InputForm {
   Q_OBJECT
  public:
   ConfigLampForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes, const IOModuleInput& input,
-                 Callbacks callbacks, QWidget* parent);
+                 QWidget* parent);
 
  protected:
   bool ReadControls(IOModuleRecord& definition) const override;

@@ -44,8 +44,7 @@ ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes&
       status_(MakeLabel("LabelStatus", {}, "caption")) {
   setWindowTitle(tr("IO module %1: set-up").arg(module.Parameters().Number));
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   status_->setWordWrap(true);
   column->addWidget(MakeLabel("LabelTouch", tr("Move a switch or an axis, and it is selected."), "title"));
   column->addWidget(status_);
@@ -132,24 +131,22 @@ void ConfigIOMForm::Edit() {
   const IOModuleInput input = Selected();
   if (editor_ && editor_->Input() != input) {
     editor_->Unload();
-    editor_ = nullptr;
   }
   if (!editor_) {
-    const InputForm::Callbacks callbacks{[this] {
-                                           module_.ReadDefinitions();
-                                           FillList();
-                                         },
-                                         [this] { editor_ = nullptr; }};
     if (input.Kind == IOModuleKind::Switch) {
-      editor_ = new ConfigSwitchForm(model_, module_, boxes_, input, callbacks, this);
+      editor_ = new ConfigSwitchForm(model_, module_, boxes_, input, this);
     } else if (input.Kind == IOModuleKind::Analogue) {
-      editor_ = new ConfigAnalogueForm(model_, module_, boxes_, input, callbacks, this);
+      editor_ = new ConfigAnalogueForm(model_, module_, boxes_, input, this);
     } else {
-      editor_ = new ConfigLampForm(model_, module_, boxes_, input, callbacks, this);
+      editor_ = new ConfigLampForm(model_, module_, boxes_, input, this);
     }
+    connect(editor_, &InputForm::DefinitionChanged, this, [this] {
+      module_.ReadDefinitions();
+      FillList();
+    });
+    connect(editor_, &Form::Ended, this, [this] { editor_ = nullptr; });
   }
-  editor_->show();
-  editor_->raise();
+  editor_->BringToFront();
 }
 
 QString ConfigIOMForm::LineFor(const IOModuleInput& input) const {

@@ -24,9 +24,8 @@ constexpr const char* kTypeNames[] = {"Toggle switch", "Encoder A", "Encoder B"}
 }  // namespace
 
 ConfigSwitchForm::ConfigSwitchForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes,
-                                   const IOModuleInput& input, Callbacks callbacks, QWidget* parent)
-    : InputForm("ConfigSwitch", model, IOModulePresenter(model, boxes), input, std::move(callbacks), parent),
-      module_(module) {
+                                   const IOModuleInput& input, QWidget* parent)
+    : InputForm("ConfigSwitch", model, IOModulePresenter(model, boxes), input, parent), module_(module) {
   Boxes = &boxes;
   setWindowTitle(tr("Switch %1 of IO module %2").arg(SwitchName(input.Index)).arg(input.Module));
   MakeAction();

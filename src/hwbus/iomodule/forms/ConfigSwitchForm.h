@@ -14,7 +14,7 @@ class ConfigSwitchForm : public InputForm {
   Q_OBJECT
  public:
   ConfigSwitchForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes, const IOModuleInput& input,
-                   Callbacks callbacks, QWidget* parent);
+                   QWidget* parent);
 
  protected:
   bool ReadControls(IOModuleRecord& definition) const override;

@@ -34,8 +34,7 @@ IOModuleStatusForm::IOModuleStatusForm(IOModule& module, const ConfigModel& mode
   setWindowTitle(tr("IO module %1").arg(module.Parameters().Number));
   setAttribute(Qt::WA_ShowWithoutActivating);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   status_ = MakeLabel("LabelStatus", {}, "title");
   status_->setWordWrap(true);
   column->addWidget(status_);

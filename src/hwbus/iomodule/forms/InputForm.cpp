@@ -12,14 +12,13 @@ std::optional<double> NumberIn(const QLineEdit* box) {
   return good && value - value == 0.0 ? std::optional<double>(value) : std::nullopt;
 }
 
-InputForm::InputForm(const char* name, ConfigModel& model, IOModulePresenter editor,
-                     const IOModuleInput& input, Callbacks callbacks, QWidget* parent)
+InputForm::InputForm(const char* name, const ConfigModel& model, IOModulePresenter presenter,
+                     const IOModuleInput& input, QWidget* parent)
     : Form(name, parent),
       model_(model),
-      editor_(editor),
+      presenter_(presenter),
       input_(input),
-      callbacks_(std::move(callbacks)),
-      definition_(editor_.DefinitionOf(input)),
+      definition_(presenter_.DefinitionOf(input)),
       rows_(new QFormLayout),
       comboFunction_(new QComboBox),
       comboSequence_(new QComboBox),
@@ -43,8 +42,7 @@ InputForm::InputForm(const char* name, ConfigModel& model, IOModulePresenter edi
 
 void InputForm::Finish() {
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addLayout(rows_);
   column->addWidget(preview_);
   column->addStretch(1);
@@ -54,7 +52,7 @@ void InputForm::Finish() {
   look::SetRole(store, "primary");
   connect(store, &QPushButton::clicked, this, [this] { Store(); });
   connect(remove, &QPushButton::clicked, this, [this] { Delete(); });
-  connect(close, &QPushButton::clicked, this, [this] { CloseAsked(); });
+  connect(close, &QPushButton::clicked, this, [this] { Unload(); });
   auto* row = new QHBoxLayout;
   row->addWidget(remove);
   row->addStretch(1);
@@ -95,7 +93,7 @@ void InputForm::ShowPreview() {
   }
   const FunctionRecord* function =
       definition.FunctionNr < 1 ? nullptr : model_.FunctionOf(definition.FunctionNr);
-  const std::string_view wrong = editor_.Check(definition);
+  const std::string_view wrong = presenter_.Check(definition);
   QString text = Preview(definition, function);
   if (!wrong.empty()) text += "\n" + ToText(wrong);
   SetTextIfChanged(preview_, text);
@@ -108,22 +106,16 @@ void InputForm::Store() {
     if (Boxes != nullptr) Boxes->Show("One of the definitions is incorrect or out of limits");
     return;
   }
-  if (!editor_.Store(definition)) return;
+  if (!presenter_.Store(definition)) return;
   definition_ = definition;
   Stored(definition);
-  if (callbacks_.Stored) callbacks_.Stored();
+  emit DefinitionChanged();
 }
 
 void InputForm::Delete() {
-  editor_.Remove(input_);
-  if (callbacks_.Stored) callbacks_.Stored();
-  CloseAsked();
-}
-
-void InputForm::CloseAsked() {
-  const auto closed = callbacks_.Closed;
+  presenter_.Remove(input_);
+  emit DefinitionChanged();
   Unload();
-  if (closed) closed();
 }
 
 }  // namespace tvx

@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
-#include <functional>
 
 #include "hwbus/iomodule/IOModule.h"
 #include "hwbus/iomodule/IOModulePresenter.h"
@@ -16,17 +15,15 @@ namespace tvx {
 class InputForm : public Form {
   Q_OBJECT
  public:
-  // Told when a definition was stored or deleted, and when the form is closed.
-  struct Callbacks {
-    std::function<void()> Stored;
-    std::function<void()> Closed;
-  };
-  InputForm(const char* name, ConfigModel& model, IOModulePresenter editor, const IOModuleInput& input,
-            Callbacks callbacks, QWidget* parent);
+  InputForm(const char* name, const ConfigModel& model, IOModulePresenter presenter,
+            const IOModuleInput& input, QWidget* parent);
 
   const IOModuleInput& Input() const { return input_; }
   // The module reported: what the preview says may have changed.
   virtual void TakeReport(const IOModuleReport&) {}
+
+ signals:
+  void DefinitionChanged();  // it was stored or deleted
 
  protected:
   // Reads the form's controls into a definition; false where a number is none.
@@ -37,8 +34,8 @@ class InputForm : public Form {
   // To be called by the derived form when its own controls stand in `Rows()`.
   void Finish();
   void ShowPreview();
-  void CloseAsked() override;
-  void EscapePressed() override { CloseAsked(); }
+  void CloseAsked() override { Unload(); }
+  void EscapePressed() override { Unload(); }
 
   QFormLayout* Rows() const { return rows_; }
   QLineEdit* NumberBox(const char* name, double value, const QString& toolTip);
@@ -51,17 +48,16 @@ class InputForm : public Form {
   void Store();
   void Delete();
 
-  ConfigModel& model_;
-  IOModulePresenter editor_;
+  const ConfigModel& model_;
+  IOModulePresenter presenter_;
   IOModuleInput input_;
-  Callbacks callbacks_;
   IOModuleRecord definition_;
   QFormLayout* rows_;
   QComboBox *comboFunction_, *comboSequence_;
   QLabel* preview_;
 };
 
-// The number in a box; nothing where it is none. A comma counts as a point.
+// The number in a box; std::nullopt where the text is no number. A comma counts as a point.
 std::optional<double> NumberIn(const QLineEdit* box);
 
 }  // namespace tvx

@@ -27,20 +27,20 @@ void AddCaption(QGridLayout* grid, int row, const QString& text, QWidget* buddy)
 
 }  // namespace
 
-InstrumentForm::InstrumentForm(ConfigModel& model, InstrumentPresenter& control, Surroundings surroundings,
-                               QWidget* parent)
+InstrumentForm::InstrumentForm(const ConfigModel& model, InstrumentPresenter& presenter,
+                               ConfigurationWindows& windows, ModelWatcher& watcher, QWidget* parent)
     : Form("frmInstrument", parent),
       model_(model),
-      control_(control),
-      surroundings_(std::move(surroundings)) {
+      presenter_(presenter),
+      windows_(windows),
+      watcher_(watcher) {
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   LabelGauge = MakeLabel("LabelGauge", {}, "title");
   LabelGauge->setWordWrap(true);  // long names, wide fonts
-  QLabel* purpose = MakeLabel("LabelPurpose", ToText(control_.Description().purpose));
+  QLabel* purpose = MakeLabel("LabelPurpose", ToText(presenter_.Description().purpose));
   purpose->setWordWrap(true);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(LabelGauge);
   column->addWidget(purpose);
   column->addWidget(MakeSettingsPanel());
@@ -57,7 +57,7 @@ InstrumentForm::InstrumentForm(ConfigModel& model, InstrumentPresenter& control,
 QWidget* InstrumentForm::MakeSettingsPanel() {
   QFrame* panel = MakePanel("PanelSettings");
   QGridLayout* grid = GridIn(panel, tr("What it shows and does"), "LabelSettings");
-  const InstrumentDescription& d = control_.Description();
+  const InstrumentDescription& d = presenter_.Description();
   int row = 1;
   for (const int needle : {1, 2}) {
     const FunctionField& function = needle == 1 ? d.function1 : d.function2;
@@ -80,12 +80,12 @@ int InstrumentForm::AddFunction(QGridLayout* grid, int row, int needle, const Fu
   sequence->setPrefix(tr("# "));
   sequence->setToolTip(tr("Sequence number, 1 to 4: which source of the Function; 0 counts as 1"));
   connect(sequence, &QSpinBox::valueChanged, this, [this, needle](int value) {
-    control_.SetSequence(needle, value);
-    surroundings_.changed();
+    presenter_.SetSequence(needle, value);
+    watcher_.ModelChanged();
   });
   refreshers_.emplace_back([this, sequence, needle] {
     const QSignalBlocker quiet(sequence);
-    sequence->setValue(needle == 2 ? control_.Record().GaugeInstance2 : control_.Record().GaugeInstance1);
+    sequence->setValue(needle == 2 ? presenter_.Record().GaugeInstance2 : presenter_.Record().GaugeInstance1);
   });
   if (!field.number) {
     sequence->setToolTip(ToText(field.tip));
@@ -96,8 +96,8 @@ int InstrumentForm::AddFunction(QGridLayout* grid, int row, int needle, const Fu
   auto* function = new SearchCombo("", ToText(field.tip) + tr(". Type a part of its number or name"));
   function->setObjectName("ComboFunction" + suffix);
   function->SetPicked([this, needle](int number) {
-    control_.SetFunction(needle, number);
-    surroundings_.changed();
+    presenter_.SetFunction(needle, number);
+    watcher_.ModelChanged();
   });
   refreshers_.emplace_back([this, function, needle, offset = field.offset] {
     auto items = FunctionItems(model_);
@@ -106,7 +106,7 @@ int InstrumentForm::AddFunction(QGridLayout* grid, int row, int needle, const Fu
       for (auto& item : items) item.first -= item.first == 0 ? 0 : offset;
     }
     function->SetItems(items);
-    function->SetValue(needle == 2 ? control_.Record().GaugeFunction2 : control_.Record().GaugeFunction1);
+    function->SetValue(needle == 2 ? presenter_.Record().GaugeFunction2 : presenter_.Record().GaugeFunction1);
   });
   AddCaption(grid, row, ToText(field.label), function);
   grid->addWidget(function, row, 1);
@@ -118,21 +118,21 @@ int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const Plate
   auto* plate = new SearchCombo("", tr("The calibration of the face: values and needle positions"));
   plate->setObjectName("ComboPlate" + QString::number(needle));
   plate->SetPicked([this, needle](int number) {
-    control_.SetPlate(needle, number);
-    surroundings_.changed();
+    presenter_.SetPlate(needle, number);
+    watcher_.ModelChanged();
   });
   refreshers_.emplace_back([this, plate, needle] {
     auto items = PlateItems(model_);
     items.resize(std::min(items.size(), kAssignablePlates));
     if (items.empty()) items.emplace_back(0, "(none yet: Calibrate makes one)");
     plate->SetItems(items);
-    plate->SetValue(needle == 2 ? control_.Record().GaugeSetting4 : control_.Record().GaugeSetting3);
+    plate->SetValue(needle == 2 ? presenter_.Record().GaugeSetting4 : presenter_.Record().GaugeSetting3);
   });
   QPushButton* calibrate =
       MakeButton("", tr("Calibrate..."), tr("Edits the Plate with the live needle beside it"));
   calibrate->setObjectName("CmdCalibrate" + QString::number(needle));
   connect(calibrate, &QPushButton::clicked, this,
-          [this, needle] { surroundings_.calibrate(control_.GaugeID(), needle); });
+          [this, needle] { windows_.OpenCalibration(presenter_.GaugeID(), needle); });
   AddCaption(grid, row, tr("Plate, ") + ToText(field.label), plate);
   grid->addWidget(plate, row, 1);
   grid->addWidget(calibrate, row, 2);
@@ -146,11 +146,11 @@ int InstrumentForm::AddOption(QGridLayout* grid, int row, const OptionField& fie
     box->setObjectName(name);
     box->setToolTip(ToText(field.tip));
     connect(box, &QCheckBox::clicked, this, [this, mask = field.mask](bool on) {
-      control_.SetOption(mask, on ? mask : 0);
-      surroundings_.changed();
+      presenter_.SetOption(mask, on ? mask : 0);
+      watcher_.ModelChanged();
     });
     refreshers_.emplace_back(
-        [this, box, mask = field.mask] { box->setChecked((control_.Record().GaugeSetting5 & mask) != 0); });
+        [this, box, mask = field.mask] { box->setChecked((presenter_.Record().GaugeSetting5 & mask) != 0); });
     grid->addWidget(box, row, 1, 1, 2);
     return row + 1;
   }
@@ -159,11 +159,11 @@ int InstrumentForm::AddOption(QGridLayout* grid, int row, const OptionField& fie
   list->setToolTip(ToText(field.tip));
   for (const OptionChoice& choice : field.choices) list->addItem(ToText(choice.name), choice.value);
   connect(list, &QComboBox::activated, this, [this, list, mask = field.mask](int index) {
-    control_.SetOption(mask, list->itemData(index).toInt());
-    surroundings_.changed();
+    presenter_.SetOption(mask, list->itemData(index).toInt());
+    watcher_.ModelChanged();
   });
   refreshers_.emplace_back([this, list, mask = field.mask] {
-    list->setCurrentIndex(list->findData(control_.Record().GaugeSetting5 & mask));
+    list->setCurrentIndex(list->findData(presenter_.Record().GaugeSetting5 & mask));
   });
   AddCaption(grid, row, ToText(field.label), list);
   grid->addWidget(list, row, 1, 1, 2);
@@ -172,18 +172,18 @@ int InstrumentForm::AddOption(QGridLayout* grid, int row, const OptionField& fie
 
 // The model where it matters, and the number of GaugeSetting6 where the instrument has one.
 int InstrumentForm::AddNumbers(QGridLayout* grid, int row) {
-  const InstrumentDescription& d = control_.Description();
+  const InstrumentDescription& d = presenter_.Description();
   if (!d.models.empty()) {
     auto* models = new QComboBox;
     models->setObjectName("ComboModel");
     models->setToolTip(tr("The model that the instrument reports"));
     for (const OptionChoice& choice : d.models) models->addItem(ToText(choice.name), choice.value);
     connect(models, &QComboBox::activated, this, [this, models](int index) {
-      control_.SetModel(models->itemData(index).toInt());
-      surroundings_.changed();
+      presenter_.SetModel(models->itemData(index).toInt());
+      watcher_.ModelChanged();
     });
     refreshers_.emplace_back(
-        [this, models] { models->setCurrentIndex(models->findData(control_.Record().GaugeSetting1)); });
+        [this, models] { models->setCurrentIndex(models->findData(presenter_.Record().GaugeSetting1)); });
     AddCaption(grid, row, tr("Model"), models);
     grid->addWidget(models, row++, 1, 1, 2);
   }
@@ -193,12 +193,12 @@ int InstrumentForm::AddNumbers(QGridLayout* grid, int row) {
     number->setRange(0, kFunctions - 1);
     number->setToolTip(ToText(d.setting6));
     connect(number, &QSpinBox::valueChanged, this, [this](int value) {
-      control_.SetSetting6(value);
-      surroundings_.changed();
+      presenter_.SetSetting6(value);
+      watcher_.ModelChanged();
     });
     refreshers_.emplace_back([this, number] {
       const QSignalBlocker quiet(number);
-      number->setValue(control_.Record().GaugeSetting6);
+      number->setValue(presenter_.Record().GaugeSetting6);
     });
     AddCaption(grid, row, ToText(d.setting6), number);
     grid->addWidget(number, row++, 1, Qt::AlignLeft);
@@ -236,14 +236,14 @@ QWidget* InstrumentForm::MakeLivePanel() {
   AddCaption(grid, 3, tr("New &GaugeID"), boxNewGaugeID);
   grid->addLayout(address, 3, 1);
   grid->addWidget(cmdSetNewGaugeID, 3, 2);
-  if (!control_.Description().trials.empty()) AddTrial(grid, 4);
+  if (!presenter_.Description().trials.empty()) AddTrial(grid, 4);
   return panel;
 }
 
 // Says at once why an address cannot be given.
 void InstrumentForm::CheckNewGaugeID() {
   const QString typed = boxNewGaugeID->text();
-  const std::string fault = control_.NewGaugeIDFault(typed.toStdString());
+  const std::string fault = presenter_.NewGaugeIDFault(typed.toStdString());
   SetTextIfChanged(LabelNewGaugeID, typed.isEmpty() ? QString() : fault.empty() ? tr("free") : ToText(fault));
   cmdSetNewGaugeID->setEnabled(fault.empty());
 }
@@ -252,15 +252,15 @@ void InstrumentForm::AddTrial(QGridLayout* grid, int row) {
   ComboTrial = new QComboBox;
   ComboTrial->setObjectName("ComboTrial");
   ComboTrial->setToolTip(tr("What to try on the live instrument"));
-  for (const TrialField& trial : control_.Description().trials) ComboTrial->addItem(ToText(trial.label));
+  for (const TrialField& trial : presenter_.Description().trials) ComboTrial->addItem(ToText(trial.label));
   boxTrialValue = new QSpinBox;
   boxTrialValue->setObjectName("boxTrialValue");
   LabelTrialUnit = MakeLabel("LabelTrialUnit", {}, "caption");
   QPushButton* send = MakeButton("cmdTry", tr("&Try"), tr("Shows this value on the live instrument"));
   connect(ComboTrial, &QComboBox::currentIndexChanged, this, &InstrumentForm::ShowTrial);
   connect(send, &QPushButton::clicked, this, [this] {
-    const auto& trials = control_.Description().trials;
-    control_.Try(trials[static_cast<std::size_t>(ComboTrial->currentIndex())], boxTrialValue->value());
+    const auto& trials = presenter_.Description().trials;
+    presenter_.Try(trials[static_cast<std::size_t>(ComboTrial->currentIndex())], boxTrialValue->value());
   });
   auto* line = new QHBoxLayout;
   line->addWidget(ComboTrial);
@@ -274,7 +274,7 @@ void InstrumentForm::AddTrial(QGridLayout* grid, int row) {
 
 void InstrumentForm::ShowTrial() {
   const TrialField& trial =
-      control_.Description().trials[static_cast<std::size_t>(std::max(0, ComboTrial->currentIndex()))];
+      presenter_.Description().trials[static_cast<std::size_t>(std::max(0, ComboTrial->currentIndex()))];
   boxTrialValue->setRange(trial.lowest, trial.highest);
   boxTrialValue->setToolTip(tr("%1 to %2 %3").arg(trial.lowest).arg(trial.highest).arg(ToText(trial.unit)));
   SetTextIfChanged(LabelTrialUnit, trial.unit);
@@ -294,8 +294,8 @@ QLayout* InstrumentForm::MakeButtons() {
 }
 
 void InstrumentForm::Refresh() {
-  SetTextIfChanged(LabelGauge, ToText(control_.Title()));
-  setWindowTitle(tr("Gauge ") + ToText(control_.Title()));
+  SetTextIfChanged(LabelGauge, ToText(presenter_.Title()));
+  setWindowTitle(tr("Gauge ") + ToText(presenter_.Title()));
   for (const auto& refresh : refreshers_) refresh();
   CheckNewGaugeID();
   ShowReadings();
@@ -303,9 +303,9 @@ void InstrumentForm::Refresh() {
 
 void InstrumentForm::ShowReadings() {
   SetTextIfChanged(LabelIdentity,
-                   control_.Identity().empty() ? tr("Not read yet") : ToText(control_.Identity()));
+                   presenter_.Identity().empty() ? tr("Not read yet") : ToText(presenter_.Identity()));
   QStringList lines;
-  for (const auto& reading : control_.Readings())
+  for (const auto& reading : presenter_.Readings())
     lines << ToText(reading.label) + ": " + ToText(reading.text);
   SetTextIfChanged(LabelReadings, lines.join("    "));
   LabelReadings->setVisible(!lines.isEmpty());
@@ -315,30 +315,30 @@ void InstrumentForm::ShowReadings() {
 void InstrumentForm::cmdRead_Click() {
   const QPointer<InstrumentForm> self(this);
   setEnabled(false);
-  control_.Read();
+  presenter_.Read();
   if (!self || Unloading()) return;
   setEnabled(true);
   ShowReadings();
-  surroundings_.changed();
+  watcher_.ModelChanged();
 }
 
 void InstrumentForm::cmdSetNewID_Click() {
   const QPointer<InstrumentForm> self(this);
   setEnabled(false);
-  const bool written = control_.WriteNewGaugeID(boxNewGaugeID->text().toStdString());
+  const bool written = presenter_.WriteNewGaugeID(boxNewGaugeID->text().toStdString());
   if (!self || Unloading()) return;
   setEnabled(true);
   if (written) boxNewGaugeID->clear();
   Refresh();
-  surroundings_.changed();
+  watcher_.ModelChanged();
 }
 
 void InstrumentForm::cmdDelete_Click() {
   const QPointer<InstrumentForm> self(this);
-  const bool removed = control_.Remove();
+  const bool removed = presenter_.Remove();
   if (!removed || !self || Unloading()) return;
   Unload();
-  surroundings_.changed();
+  watcher_.ModelChanged();
 }
 
 }  // namespace tvx

@@ -8,6 +8,8 @@
 #include <functional>
 #include <vector>
 
+#include "config/ModelWatcher.h"
+#include "config/setup/ConfigurationWindows.h"
 #include "instruments/setup/InstrumentPresenter.h"
 #include "ui/Form.h"
 #include "ui/SearchCombo.h"
@@ -18,13 +20,10 @@ namespace tvx {
 class InstrumentForm : public Form {
   Q_OBJECT
  public:
-  struct Surroundings {
-    std::function<void(int gaugeID, int needle)> calibrate;
-    std::function<void()> changed;  // the gauge's record was edited, read, moved or removed
-  };
-  // Shows the gauge that `control` has open.
-  InstrumentForm(ConfigModel& model, InstrumentPresenter& control, Surroundings surroundings,
-                 QWidget* parent);
+  // Shows the gauge that `presenter` has open. `watcher` is told when its record was edited, read, moved or
+  // removed.
+  InstrumentForm(const ConfigModel& model, InstrumentPresenter& presenter, ConfigurationWindows& windows,
+                 ModelWatcher& watcher, QWidget* parent);
   // Reads the record and the lists anew.
   void Refresh();
 
@@ -48,9 +47,10 @@ class InstrumentForm : public Form {
   void cmdSetNewID_Click();
   void cmdDelete_Click();
 
-  ConfigModel& model_;
-  InstrumentPresenter& control_;
-  Surroundings surroundings_;
+  const ConfigModel& model_;
+  InstrumentPresenter& presenter_;
+  ConfigurationWindows& windows_;
+  ModelWatcher& watcher_;
   std::vector<std::function<void()>> refreshers_;  // one for each field
   QLabel *LabelGauge = nullptr, *LabelIdentity = nullptr, *LabelReadings = nullptr, *LabelTrialUnit = nullptr,
          *LabelNewGaugeID = nullptr;

@@ -32,7 +32,7 @@ TestXplaneInterfaceForm::Choosers TestXplaneInterfaceForm::DesktopChoosers() {
 TestXplaneInterfaceForm::TestXplaneInterfaceForm(ConfigModel& model, SimCom& sim, MessageBoxes& boxes,
                                                  const Clock& clock, QWidget* parent, Choosers choosers)
     : Form("frmTestXplaneInterface", parent),
-      console_(model, sim, boxes, clock),
+      presenter_(model, sim, boxes, clock),
       choosers_(std::move(choosers)) {
   setWindowTitle(tr("X-Plane interface test"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
@@ -52,15 +52,14 @@ TestXplaneInterfaceForm::TestXplaneInterfaceForm(ConfigModel& model, SimCom& sim
   row->addLayout(left);
   row->addLayout(right, 1);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addLayout(row, 1);
   column->addLayout(MakeBottom());
   references_->Show(kReferencesFile, kConsoleReferencesMissing);
   DisplayTimer.setObjectName("DisplayTimer");
   DisplayTimer.setInterval(kDisplayIntervalMs);
   connect(&DisplayTimer, &QTimer::timeout, this, [this] {
-    if (!console_.DisplayTimer_Tick()) return;
+    if (!presenter_.DisplayTimer_Tick()) return;
     ShowSubscriptions();
     ShowView();
   });
@@ -96,7 +95,7 @@ QPushButton* TestXplaneInterfaceForm::AddButton(const char* name, const QString&
 }
 
 void TestXplaneInterfaceForm::TakeEndpoint() {
-  console_.Endpoint = {TextOf(boxRemoteIP), TextOf(boxRemotePort), TextOf(boxLocalPort)};
+  presenter_.Endpoint = {TextOf(boxRemoteIP), TextOf(boxRemotePort), TextOf(boxLocalPort)};
 }
 
 QWidget* TestXplaneInterfaceForm::MakeLinkPanel() {
@@ -107,19 +106,19 @@ QWidget* TestXplaneInterfaceForm::MakeLinkPanel() {
       AddEdit(grid, 1, 2, "boxRemotePort", tr("Its &port"), tr("On which X-Plane listens: 49000"));
   boxLocalPort =
       AddEdit(grid, 1, 4, "boxLocalPort", tr("&Our port"), tr("To which X-Plane sends, for example 49003"));
-  boxRemoteIP->setText(ToText(console_.Endpoint.RemoteIP));
-  boxRemotePort->setText(ToText(console_.Endpoint.RemotePort));
-  boxLocalPort->setText(ToText(console_.Endpoint.LocalPort));
+  boxRemoteIP->setText(ToText(presenter_.Endpoint.RemoteIP));
+  boxRemotePort->setText(ToText(presenter_.Endpoint.RemotePort));
+  boxLocalPort->setText(ToText(presenter_.Endpoint.LocalPort));
   KeepSmall({boxRemotePort, boxLocalPort});
   for (QLineEdit* box : {boxRemoteIP, boxRemotePort, boxLocalPort}) {
     connect(box, &QLineEdit::textChanged, this, &TestXplaneInterfaceForm::TakeEndpoint);
   }
   cmdStartUDP =
       AddButton("cmdStartUDP", tr("&Start"), tr("Shows what arrives; the instruments rest meanwhile"),
-                [this] { console_.cmdStartUDP_Click(); });
+                [this] { presenter_.cmdStartUDP_Click(); });
   look::SetRole(cmdStartUDP, "primary");
   CmdStopUDP = AddButton("CmdStopUDP", tr("S&top"), tr("Ends the display of what arrives"),
-                         [this] { console_.CmdStopUDP_Click(); });
+                         [this] { presenter_.CmdStopUDP_Click(); });
   LampUDP = new StateLamp("LampUDP");
   LabelStatus = MakeLabel("LabelStatus");
   OptionByteOrderNormal = new QRadioButton(tr("&Normal"));
@@ -129,9 +128,9 @@ QWidget* TestXplaneInterfaceForm::MakeLinkPanel() {
   OptionByteOrderReverse = new QRadioButton(tr("Re&verse"));
   OptionByteOrderReverse->setObjectName("OptionByteOrderReverse");
   OptionByteOrderReverse->setToolTip(tr("Values that come with their highest byte first"));
-  (console_.ReverseByteOrder ? OptionByteOrderReverse : OptionByteOrderNormal)->setChecked(true);
+  (presenter_.ReverseByteOrder ? OptionByteOrderReverse : OptionByteOrderNormal)->setChecked(true);
   connect(OptionByteOrderReverse, &QRadioButton::toggled, this,
-          [this](bool reverse) { console_.ReverseByteOrder = reverse; });
+          [this](bool reverse) { presenter_.ReverseByteOrder = reverse; });
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
   for (QWidget* widget : std::initializer_list<QWidget*>{cmdStartUDP, CmdStopUDP, LampUDP, LabelStatus}) {
@@ -166,28 +165,28 @@ QWidget* TestXplaneInterfaceForm::MakeDataPanel() {
   };
   addRow(1, 2, 3,
          {AddButton("cmdDSEL", tr("&DSEL: send it to us"), tr("X-Plane sends the group from now on"),
-                    [this] { console_.cmdDSEL_Click(TextOf(boxIndex)); }),
+                    [this] { presenter_.cmdDSEL_Click(TextOf(boxIndex)); }),
           AddButton("cmdUSEL", tr("&USEL: stop it"), tr("X-Plane sends the group no more"),
-                    [this] { console_.cmdUSEL_Click(TextOf(boxIndex)); }),
+                    [this] { presenter_.cmdUSEL_Click(TextOf(boxIndex)); }),
           AddButton("cmdUSELall", tr("USEL all"), tr("Stops groups 0 to 135"),
-                    [this] { console_.cmdUSELall_Click(); })});
+                    [this] { presenter_.cmdUSELall_Click(); })});
   addRow(2, 4, 1,
          {AddButton("cmdDataUdp", tr("Send Data(&float)"), tr("Writes the value of the group as a float"),
                     [this] {
-                      console_.cmdDataUdp_Click(TextOf(boxIndex), TextOf(boxReferenceIndex),
-                                                TextOf(boxValue));
+                      presenter_.cmdDataUdp_Click(TextOf(boxIndex), TextOf(boxReferenceIndex),
+                                                  TextOf(boxValue));
                     }),
           AddButton("cmdSendDataInteger", tr("Send Data(&integer)"),
                     tr("Writes the value of the group as a whole number"), [this] {
-                      console_.cmdSendDataInteger_Click(TextOf(boxIndex), TextOf(boxReferenceIndex),
-                                                        TextOf(boxValue));
+                      presenter_.cmdSendDataInteger_Click(TextOf(boxIndex), TextOf(boxReferenceIndex),
+                                                          TextOf(boxValue));
                     })});
   addRow(3, 2, 3,
          {AddButton("cmdSendCharacter", tr("Send key"),
                     tr("Types the character in X-Plane (version 10 and older)"),
-                    [this] { console_.cmdSendCharacter_Click(boxCharacter->text().toStdString()); }),
+                    [this] { presenter_.cmdSendCharacter_Click(boxCharacter->text().toStdString()); }),
           AddButton("cmdStopAll", tr("Stop all groups"), tr("Stops groups 0 to 135"),
-                    [this] { console_.cmdStopAll_Click(); })});
+                    [this] { presenter_.cmdStopAll_Click(); })});
   grid->setColumnStretch(3, 1);
   return panel;
 }
@@ -226,13 +225,13 @@ QWidget* TestXplaneInterfaceForm::MakeDrefPanel() {
   boxRREFFrequency->setText("5");
   grid->addWidget(
       AddButton("cmdSendDREF", tr("DREF: &write it"), tr("Writes the value"),
-                [this] { console_.cmdSendDREF_Click(TextOf(SelectedReference), TextOf(boxDREFValue)); }),
+                [this] { presenter_.cmdSendDREF_Click(TextOf(SelectedReference), TextOf(boxDREFValue)); }),
       2, 4, 1, 2);
   grid->addWidget(
       AddButton("cmdSelectRREF", tr("&RREF: send it to us"), tr("X-Plane sends the value from now on"),
                 [this] {
-                  console_.cmdSelectRREF_Click(TextOf(SelectedReference), TextOf(boxRREFIdentifier),
-                                               TextOf(boxRREFFrequency));
+                  presenter_.cmdSelectRREF_Click(TextOf(SelectedReference), TextOf(boxRREFIdentifier),
+                                                 TextOf(boxRREFFrequency));
                   ShowSubscriptions();
                 }),
       3, 4, 1, 2);
@@ -240,7 +239,7 @@ QWidget* TestXplaneInterfaceForm::MakeDrefPanel() {
       AddButton(
           "cmdCopyToFunction", tr("&Copy to Function"),
           tr("Makes the path the data reference of sequence number 1"),
-          [this] { console_.cmdCopyToFunction_Click(TextOf(boxFunctionNr), TextOf(SelectedReference)); }),
+          [this] { presenter_.cmdCopyToFunction_Click(TextOf(boxFunctionNr), TextOf(SelectedReference)); }),
       4, 4, 1, 2);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
@@ -263,14 +262,14 @@ QWidget* TestXplaneInterfaceForm::MakeSubscriptionPanel() {
   grid->addWidget(AddButton("cmdDeleteRREF", tr("Cancel one"),
                             tr("Cancels the subscription with the identifier on the left"),
                             [this] {
-                              console_.cmdDeleteRREF_Click(TextOf(SelectedReference),
-                                                           TextOf(boxRREFIdentifier));
+                              presenter_.cmdDeleteRREF_Click(TextOf(SelectedReference),
+                                                             TextOf(boxRREFIdentifier));
                               ShowSubscriptions();
                             }),
                   2, 1);
   grid->addWidget(AddButton("CmdClearAllRREFs", tr("Cancel all"), tr("Cancels every subscription"),
                             [this] {
-                              console_.CmdClearAllRREFs_Click();
+                              presenter_.CmdClearAllRREFs_Click();
                               ShowSubscriptions();
                             }),
                   2, 2);
@@ -295,9 +294,9 @@ QWidget* TestXplaneInterfaceForm::MakeRawPanel() {
   boxUDPRaw->setMinimumSize(rowWidth + look::Margin() * 3, look::Margin() * 6);
   boxUDPRaw->setPlaceholderText(tr("Start shows the bytes of what arrives here."));
   grid->addWidget(boxUDPRaw, 1, 0, 1, 2);
-  grid->addWidget(
-      AddButton("cmdClearRaw", tr("Clear"), tr("Empties this box"), [this] { console_.cmdClearRaw_Click(); }),
-      2, 0, Qt::AlignLeft);
+  grid->addWidget(AddButton("cmdClearRaw", tr("Clear"), tr("Empties this box"),
+                            [this] { presenter_.cmdClearRaw_Click(); }),
+                  2, 0, Qt::AlignLeft);
   LabelArrived = MakeLabel("LabelArrived", {}, "caption");
   grid->addWidget(LabelArrived, 2, 1);
   grid->setColumnStretch(1, 1);
@@ -309,24 +308,24 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
   QFrame* panel = MakePanel("PanelLog");
   QGridLayout* grid = MakeTitledGrid(panel, tr("Log: the last 1000 lines"));
   ListUDPProcessed = new LineList(
-      "ListUDPProcessed", [this] { return console_.Log().Size(); },
-      [this](std::size_t line) { return ToText(console_.Log().At(line)); });
+      "ListUDPProcessed", [this] { return presenter_.Log().Size(); },
+      [this](std::size_t line) { return ToText(presenter_.Log().At(line)); });
   ListUDPProcessed->setToolTip(tr("What arrived, newest last; Ctrl+C copies the chosen lines"));
   ListUDPProcessed->setMinimumHeight(look::Margin() * 8);
   grid->addWidget(ListUDPProcessed, 1, 0, 1, -1);
   auto* keep = new QHBoxLayout;
   keep->setSpacing(look::Gap());
   keep->addWidget(AddButton("cmdClearConverted", tr("Clear"), tr("Empties the log"),
-                            [this] { console_.cmdClearConverted_Click(); }));
+                            [this] { presenter_.cmdClearConverted_Click(); }));
   keep->addWidget(AddButton("cmdSaveLog", tr("Save log..."), tr("Writes these lines to a file"), [this] {
     const QString file = choosers_.logFile(this);
-    if (!file.isEmpty()) console_.cmdSaveLog_Click(file.toStdString());
+    if (!file.isEmpty()) presenter_.cmdSaveLog_Click(file.toStdString());
   }));
   grid->addLayout(keep, 0, 0, 1, -1, Qt::AlignRight);  // beside the title
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
   cmdStopLog = AddButton("cmdStopLog", {}, tr("Logs every datagram, until it is stopped"),
-                         [this] { console_.cmdStopLog_Click(); });
+                         [this] { presenter_.cmdStopLog_Click(); });
   boxFrames = new QSpinBox;
   boxFrames->setObjectName("boxFrames");
   boxFrames->setRange(2, 1000);
@@ -336,9 +335,9 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
   for (QWidget* widget : std::initializer_list<QWidget*>{
            cmdStopLog,
            AddButton("cmdSingleLog", tr("Log one"), tr("Logs the next datagram"),
-                     [this] { console_.cmdSingleLog_Click(); }),
+                     [this] { presenter_.cmdSingleLog_Click(); }),
            AddButton("cmdMultiFrame", tr("Log so&me"), tr("Logs so many datagrams"),
-                     [this] { console_.cmdMultiFrame_Click(boxFrames->value()); }),
+                     [this] { presenter_.cmdMultiFrame_Click(boxFrames->value()); }),
            boxFrames, LabelLogStatus}) {
     row->addWidget(widget);
   }
@@ -353,7 +352,7 @@ QLayout* TestXplaneInterfaceForm::MakeBottom() {
   LabelNote->setWordWrap(true);
   LabelNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   QPushButton* help =
-      AddButton("cmdHelp", tr("&Help"), tr("A short explanation"), [this] { console_.cmdHelp_Click(); });
+      AddButton("cmdHelp", tr("&Help"), tr("A short explanation"), [this] { presenter_.cmdHelp_Click(); });
   QPushButton* close =
       MakeButton("CmdClose", tr("Close"), tr("Ends the display and gives the link back (Escape)"));
   connect(close, &QPushButton::clicked, this, &TestXplaneInterfaceForm::CloseAsked);
@@ -366,12 +365,12 @@ QLayout* TestXplaneInterfaceForm::MakeBottom() {
 }
 
 void TestXplaneInterfaceForm::ShowSubscriptions() {
-  subscriptions_ = console_.cmdShowRREF_Click();
+  subscriptions_ = presenter_.cmdShowRREF_Click();
   ListRREF->Refresh();
 }
 
 void TestXplaneInterfaceForm::ShowView() {
-  const LinkConsolePresenter::View& view = console_.Shown();
+  const LinkConsolePresenter::View& view = presenter_.Shown();
   const bool running = view.Status == "Running";
   SetTextIfChanged(LabelStatus, view.Status);
   SetTextIfChanged(LabelLogStatus, view.LogStatus);
@@ -391,7 +390,7 @@ void TestXplaneInterfaceForm::ShowView() {
 
 void TestXplaneInterfaceForm::CloseAsked() {
   DisplayTimer.stop();
-  console_.Close();
+  presenter_.Close();
   Unload();
 }
 

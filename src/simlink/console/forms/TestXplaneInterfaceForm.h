@@ -1,7 +1,4 @@
 // The X-Plane interface test console: sends every kind of datagram by hand, shows and logs what arrives.
-//
-// For the form with the button `cmdTestXplaneInterface`: make one with the configuration form as its parent,
-// show() it, and keep a QPointer. It unloads itself.
 #pragma once
 
 #include <QPlainTextEdit>
@@ -50,7 +47,7 @@ class TestXplaneInterfaceForm : public Form {
   void ShowView();
   void ShowSubscriptions();
 
-  LinkConsolePresenter console_;
+  LinkConsolePresenter presenter_;
   Choosers choosers_;
   QTimer DisplayTimer{this};
   std::vector<std::string> subscriptions_;

@@ -8,19 +8,10 @@
 #include "ui/Look.h"
 
 namespace tvx {
-namespace {
-
-void OpenBeside(QWidget* form) {
-  form->show();
-  form->raise();
-  form->activateWindow();
-}
-
-}  // namespace
 
 FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, QWidget* parent,
                                        ReferencePanel::ChooseFolder chooseFolder)
-    : Form("frmFunctionEditor", parent), model_(model), sim_(sim), boxes_(boxes), edit_(model, boxes) {
+    : Form("frmFunctionEditor", parent), model_(model), sim_(sim), boxes_(boxes), presenter_(model, boxes) {
   setWindowTitle(tr("Function editor"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   FillNameTables(model_);
@@ -39,8 +30,7 @@ FunctionEditorForm::FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageB
   hint->addWidget(LampHint);
   hint->addWidget(LabelHint, 1);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addLayout(row, 1);
   column->addLayout(hint);
   column->addLayout(MakeButtons());
@@ -56,8 +46,8 @@ void FunctionEditorForm::FillNumbers() {
   numbers_.clear();
   int row = -1;
   for (int number = 1; number < kFunctions; ++number) {
-    if (!search.isEmpty() && !ToText(edit_.Line(number)).contains(search, Qt::CaseInsensitive)) continue;
-    if (number == edit_.Number()) row = static_cast<int>(numbers_.size());
+    if (!search.isEmpty() && !ToText(presenter_.Line(number)).contains(search, Qt::CaseInsensitive)) continue;
+    if (number == presenter_.Number()) row = static_cast<int>(numbers_.size());
     numbers_.push_back(number);
   }
   loading_ = true;
@@ -67,9 +57,9 @@ void FunctionEditorForm::FillNumbers() {
 }
 
 void FunctionEditorForm::Choose(int function) {
-  if (asking_ || function == edit_.Number()) return;
+  if (asking_ || function == presenter_.Number()) return;
   asking_ = true;
-  const bool went = edit_.Choose(function);
+  const bool went = presenter_.Choose(function);
   asking_ = false;
   FillNumbers();
   if (!went) return;
@@ -78,21 +68,22 @@ void FunctionEditorForm::Choose(int function) {
 }
 
 void FunctionEditorForm::LoadFields() {
-  const FunctionDraft& draft = edit_.Draft();
+  const FunctionDraft& draft = presenter_.Draft();
   loading_ = true;
-  LabelNumber->setText(edit_.Editable() ? tr("Function %1").arg(edit_.Number())
-                                        : tr("Function %1, for the program itself").arg(edit_.Number()));
+  LabelNumber->setText(presenter_.Editable()
+                           ? tr("Function %1").arg(presenter_.Number())
+                           : tr("Function %1, for the program itself").arg(presenter_.Number()));
   for (QLineEdit* field : fields_) {
     field->setText(ToText(draft.At(field->objectName().toStdString())));
-    field->setReadOnly(!edit_.Editable());
+    field->setReadOnly(!presenter_.Editable());
   }
   for (QComboBox* choice : choices_) {
     const int code = ToText(draft.At(choice->objectName().toStdString())).toInt();
     choice->setCurrentIndex(code < choice->count() ? code : -1);
-    choice->setEnabled(edit_.Editable());
+    choice->setEnabled(presenter_.Editable());
   }
   FullName->setPlainText(ToText(draft.At("FullName")));
-  FullName->setReadOnly(!edit_.Editable());
+  FullName->setReadOnly(!presenter_.Editable());
   loading_ = false;
   ShowDataType();
   ShowState();
@@ -100,13 +91,13 @@ void FunctionEditorForm::LoadFields() {
 
 void FunctionEditorForm::TakeField(const char* name, const QString& text) {
   if (loading_) return;
-  edit_.Set(name, text.toStdString());
+  presenter_.Set(name, text.toStdString());
   ShowDataType();
   ShowState();
 }
 
 void FunctionEditorForm::ShowDataType() {
-  const Byte type = edit_.DataTypeCode();
+  const Byte type = presenter_.DataTypeCode();
   if (type == shownType_) return;
   shownType_ = type;
   const bool dataref = type == static_cast<Byte>(DataType::XplaneDataref);
@@ -133,7 +124,7 @@ void FunctionEditorForm::ShowDataType() {
 // What a field is called beside its box.
 QString FunctionEditorForm::CaptionOf(const QString& field) const {
   if (field.startsWith("XPVal")) {
-    const bool group = ReadsDataGroup(edit_.DataTypeCode());
+    const bool group = ReadsDataGroup(presenter_.DataTypeCode());
     return (group ? tr("#%1, value") : tr("#%1, times per second")).arg(field.back());
   }
   const auto* caption = findChild<QLabel*>(field + "Caption");
@@ -141,10 +132,10 @@ QString FunctionEditorForm::CaptionOf(const QString& field) const {
 }
 
 QString FunctionEditorForm::Advice() const {
-  const std::string advice = edit_.Advice();
+  const std::string advice = presenter_.Advice();
   const ReferenceList& list = references_->List();
-  if (!advice.empty() || EntryLimit(edit_.DataTypeCode()) == 0 || !list.Found()) return ToText(advice);
-  for (const std::string_view path : EntryPaths(edit_.Draft().At("FullName"))) {
+  if (!advice.empty() || EntryLimit(presenter_.DataTypeCode()) == 0 || !list.Found()) return ToText(advice);
+  for (const std::string_view path : EntryPaths(presenter_.Draft().At("FullName"))) {
     // An array is listed by its first element.
     if (list.Holds(path) || list.Holds(WithElement(path, 0))) continue;
     return tr("X-Plane's list does not have %1: only a plugin would know it.").arg(ToText(path));
@@ -155,77 +146,76 @@ QString FunctionEditorForm::Advice() const {
 void FunctionEditorForm::ShowState() {
   const auto path = references_->Path();
   boxElement->setEnabled(path && IsElement(*path));
-  cmdCopyEntry->setEnabled(edit_.Editable());
-  CmdSave->setEnabled(edit_.Editable() && edit_.Changed());
-  const auto problem = edit_.Editable() ? edit_.Problem() : std::nullopt;
+  cmdCopyEntry->setEnabled(presenter_.Editable());
+  CmdSave->setEnabled(presenter_.Editable() && presenter_.Changed());
+  const auto problem = presenter_.Editable() ? presenter_.Problem() : std::nullopt;
   QString hint;
   auto lamp = StateLamp::State::Off;
-  if (!edit_.Editable()) {
+  if (!presenter_.Editable()) {
     hint = tr("This Function serves the program itself; 51 to 269 are yours to define.");
-  } else if (problem && edit_.Changed()) {
+  } else if (problem && presenter_.Changed()) {
     hint = CaptionOf(ToText(problem->field)) + ": " + ToText(problem->words);
     lamp = StateLamp::State::Trouble;
   } else if (const QString advice = problem ? QString() : Advice(); !advice.isEmpty()) {
     hint = advice;
     lamp = StateLamp::State::Trouble;
-  } else if (edit_.Changed()) {
+  } else if (presenter_.Changed()) {
     hint = tr("Not saved yet.");
   }
   for (QLineEdit* field : fields_) {
-    MarkWrong(field, problem && edit_.Changed() && field->objectName() == ToText(problem->field));
+    MarkWrong(field, problem && presenter_.Changed() && field->objectName() == ToText(problem->field));
   }
   LampHint->SetState(lamp);
   SetTextIfChanged(LabelHint, hint);
 }
 
 void FunctionEditorForm::CopyEntry() {
-  if (!edit_.Editable() || !edit_.CopyEntry(references_->Path(), boxElement->value())) return;
+  if (!presenter_.Editable() || !presenter_.CopyEntry(references_->Path(), boxElement->value())) return;
   LoadFields();
 }
 
 void FunctionEditorForm::CmdSave_Click() {
-  if (const auto problem = edit_.Save()) {
+  if (const auto problem = presenter_.Save()) {
     if (auto* field = findChild<QWidget*>(ToText(problem->field))) field->setFocus();
     return;
   }
   FillNumbers();
   LoadFields();
   if (listForm_) listForm_->Refresh();
-  saved_();
+  emit Saved();
 }
 
 void FunctionEditorForm::Refresh() {
-  edit_.Refresh();
+  presenter_.Refresh();
   FillNumbers();
   LoadFields();
 }
 
 void FunctionEditorForm::ShowList() {
   if (!listForm_) {
-    listForm_ = new ListFunctionsForm(model_, boxes_,
-                                      {[this](int function) {
-                                         Choose(function);
-                                         OpenBeside(this);
-                                       },
-                                       [this] {
-                                         Refresh();
-                                         saved_();
-                                       }},
-                                      this);
+    listForm_ = new ListFunctionsForm(model_, boxes_, this);
+    connect(listForm_, &ListFunctionsForm::EditAsked, this, [this](int function) {
+      Choose(function);
+      BringToFront();
+    });
+    connect(listForm_, &ListFunctionsForm::Saved, this, [this] {
+      Refresh();
+      emit Saved();
+    });
   }
-  OpenBeside(listForm_);
+  listForm_->BringToFront();
 }
 
 void FunctionEditorForm::ShowTest() {
   if (!testForm_) testForm_ = new TestFunctionForm(model_, sim_, boxes_, this);
-  testForm_->Choose(edit_.Number());
-  OpenBeside(testForm_);
+  testForm_->Choose(presenter_.Number());
+  testForm_->BringToFront();
 }
 
 void FunctionEditorForm::CloseAsked() {
   if (asking_) return;
   asking_ = true;
-  const bool close = edit_.MayLeave() && (!listForm_ || listForm_->MayClose());
+  const bool close = presenter_.MayLeave() && (!listForm_ || listForm_->MayClose());
   asking_ = false;
   if (!close) return;
   if (listForm_) listForm_->Unload();

@@ -1,8 +1,5 @@
 // The Function editor: every field of a Function, beside the simulator's lists of commands and data
 // references.
-//
-// For the form with the button `cmdGetOffset`: make one with the configuration form as its parent, show() it,
-// and keep a QPointer. It unloads itself; Refresh() follows changes of the model made elsewhere.
 #pragma once
 
 #include <QComboBox>
@@ -28,14 +25,15 @@ class FunctionEditorForm : public Form {
   FunctionEditorForm(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, QWidget* parent = nullptr,
                      ReferencePanel::ChooseFolder chooseFolder = &ChooseXplaneFolder);
 
-  // Told whenever Functions were put into the model.
-  void SetSaved(std::function<void()> saved) { saved_ = std::move(saved); }
-  // Takes the Functions anew from the model; what is unsaved stays.
+  // Takes the Functions anew from the model, after another form has changed it; what is unsaved stays.
   void Refresh();
   // Goes to a Function, 1..300; asks where something is unsaved.
   void Choose(int function);
   ListFunctionsForm* ListWindow() const { return listForm_; }
   TestFunctionForm* TestWindow() const { return testForm_; }
+
+ signals:
+  void Saved();  // Functions were put into the model
 
  protected:
   void CloseAsked() override;
@@ -70,7 +68,7 @@ class FunctionEditorForm : public Form {
   ConfigModel& model_;
   SimCom& sim_;
   MessageBoxes& boxes_;
-  FunctionPresenter edit_;
+  FunctionPresenter presenter_;
   bool loading_ = true;  // the fields are being filled: nobody edits them
   bool asking_ = false;
   std::vector<int> numbers_;  // of the Functions listed
@@ -88,7 +86,6 @@ class FunctionEditorForm : public Form {
   QGridLayout* sources_;
   QSpinBox* boxElement;
   QPushButton *cmdCopyEntry, *CmdSave;
-  std::function<void()> saved_ = [] {};
   QPointer<ListFunctionsForm> listForm_;
   QPointer<TestFunctionForm> testForm_;
 };

@@ -30,7 +30,7 @@ QWidget* FunctionEditorForm::MakeFunctionPanel() {
   SearchFunction->setClearButtonEnabled(true);
   ListFunctions = new LineList(
       "ListFunctions", [this] { return numbers_.size(); },
-      [this](std::size_t line) { return ToText(edit_.Line(numbers_[line])); });
+      [this](std::size_t line) { return ToText(presenter_.Line(numbers_[line])); });
   ListFunctions->setSelectionMode(QAbstractItemView::SingleSelection);
   ListFunctions->setMinimumSize(look::Margin() * 17, look::Margin() * 12);
   ListFunctions->setToolTip(tr("51 to 269 are yours to define"));
@@ -75,8 +75,7 @@ QLineEdit* FunctionEditorForm::AddField(QGridLayout* grid, int row, int column, 
 QWidget* FunctionEditorForm::MakeFieldsPanel() {
   QFrame* panel = MakePanel("PanelFields");
   auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  column->setSpacing(look::Gap());
+  SpacePanel(column);
   LabelNumber = MakeLabel("LabelNumber", {}, "title");
   column->addWidget(LabelNumber);
   for (const auto add :

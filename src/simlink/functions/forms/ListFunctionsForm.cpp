@@ -22,16 +22,11 @@ void Offer(QComboBox* box, const Names& names) {
 
 }  // namespace
 
-ListFunctionsForm::ListFunctionsForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
-                                     QWidget* parent)
-    : Form("frmListFunctions", parent),
-      model_(model),
-      list_(model, boxes),
-      surroundings_(std::move(surroundings)) {
+ListFunctionsForm::ListFunctionsForm(ConfigModel& model, MessageBoxes& boxes, QWidget* parent)
+    : Form("frmListFunctions", parent), model_(model), presenter_(model, boxes) {
   setWindowTitle(tr("List of Functions"));
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(MakeFilterPanel());
   column->addWidget(MakeList(), 1);
   column->addWidget(MakeEditPanel());
@@ -104,7 +99,7 @@ QWidget* ListFunctionsForm::MakeList() {
   ListFunctions->setMinimumSize(look::Margin() * 54, look::Margin() * 20);
   connect(ListFunctions, &QTreeWidget::currentItemChanged, this, &ListFunctionsForm::ShowChosen);
   connect(ListFunctions, &QTreeWidget::itemActivated, this, [this] {
-    if (Chosen() != 0) surroundings_.edit(Chosen());
+    if (Chosen() != 0) emit EditAsked(Chosen());
   });
   auto* copy = new QShortcut(QKeySequence::Copy, ListFunctions, nullptr, nullptr, Qt::WidgetShortcut);
   connect(copy, &QShortcut::activated, this, [this] {
@@ -159,7 +154,7 @@ QLayout* ListFunctionsForm::MakeButtons() {
   row->addWidget(CmdSave);
   row->addWidget(close);
   connect(cmdEditFunction, &QPushButton::clicked, this, [this] {
-    if (Chosen() != 0) surroundings_.edit(Chosen());
+    if (Chosen() != 0) emit EditAsked(Chosen());
   });
   connect(CmdSave, &QPushButton::clicked, this, &ListFunctionsForm::CmdSave_Click);
   connect(close, &QPushButton::clicked, this, &ListFunctionsForm::CloseAsked);
@@ -190,7 +185,7 @@ void ListFunctionsForm::Refresh() {
   {
     const QSignalBlocker quiet(ListFunctions);
     ListFunctions->clear();
-    for (const FunctionLine& line : list_.Lines(Filter())) {
+    for (const FunctionLine& line : presenter_.Lines(Filter())) {
       const QString text = ToText(line.text);
       auto* item = new QTreeWidgetItem(ListFunctions, text.split('\t'));
       item->setData(0, kNumberRole, line.number);
@@ -206,9 +201,9 @@ void ListFunctionsForm::Refresh() {
 void ListFunctionsForm::ShowChosen() {
   const int number = Chosen();
   const bool editable = FunctionListPresenter::Editable(number);
-  const bool description = editable && list_.DescriptionEditable(number);
+  const bool description = editable && presenter_.DescriptionEditable(number);
   loading_ = true;
-  const ListedFunction fields = number != 0 ? list_.Fields(number) : ListedFunction{};
+  const ListedFunction fields = number != 0 ? presenter_.Fields(number) : ListedFunction{};
   ShortName->setText(ToText(fields.shortName));
   FullName->setText(ToText(fields.fullName).simplified());
   MarkWrong(ShortName, false);
@@ -231,9 +226,9 @@ void ListFunctionsForm::ShowChosen() {
 void ListFunctionsForm::TakeEdit() {
   const int number = Chosen();
   if (loading_ || number == 0) return;
-  list_.Edit(number, {ShortName->text().toStdString(), FullName->text().toStdString(),
-                      ComboClass->currentIndex(), FuncType->currentIndex()});
-  for (const FunctionLine& line : list_.Lines({})) {
+  presenter_.Edit(number, {ShortName->text().toStdString(), FullName->text().toStdString(),
+                           ComboClass->currentIndex(), FuncType->currentIndex()});
+  for (const FunctionLine& line : presenter_.Lines({})) {
     if (line.number != number) continue;
     const QStringList columns = ToText(line.text).split('\t');
     QTreeWidgetItem* item = ListFunctions->currentItem();
@@ -246,14 +241,14 @@ void ListFunctionsForm::TakeEdit() {
 }
 
 void ListFunctionsForm::ShowChanged() {
-  CmdSave->setEnabled(list_.Changed());
+  CmdSave->setEnabled(presenter_.Changed());
 }
 
 void ListFunctionsForm::CmdSave_Click() {
-  const auto bad = list_.CmdSave();
+  const auto bad = presenter_.CmdSave();
   if (!bad) {
     Refresh();
-    surroundings_.saved();
+    emit Saved();
     return;
   }
   for (int i = 0; i < ListFunctions->topLevelItemCount(); ++i) {
@@ -266,7 +261,7 @@ void ListFunctionsForm::CmdSave_Click() {
 void ListFunctionsForm::CloseAsked() {
   if (asking_) return;
   asking_ = true;
-  const bool close = list_.MayClose();
+  const bool close = presenter_.MayClose();
   asking_ = false;
   if (close) Unload();
 }

@@ -4,7 +4,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QTreeWidget>
-#include <functional>
 
 #include "simlink/functions/FunctionListPresenter.h"
 #include "ui/Form.h"
@@ -16,17 +15,16 @@ namespace tvx {
 class ListFunctionsForm : public Form {
   Q_OBJECT
  public:
-  struct Surroundings {
-    std::function<void(int function)> edit;  // the user wants to see this Function in the editor
-    std::function<void()> saved;             // edits were put into the model
-  };
-  ListFunctionsForm(ConfigModel& model, MessageBoxes& boxes, Surroundings surroundings,
-                    QWidget* parent = nullptr);
+  ListFunctionsForm(ConfigModel& model, MessageBoxes& boxes, QWidget* parent = nullptr);
 
   // Reads the Functions anew.
   void Refresh();
   // True where nothing is unsaved, or the user says that it may be lost.
-  bool MayClose() { return list_.MayClose(); }
+  bool MayClose() { return presenter_.MayClose(); }
+
+ signals:
+  void EditAsked(int function);  // the user wants to see this Function in the editor
+  void Saved();                  // edits were put into the model
 
  protected:
   void CloseAsked() override;
@@ -46,8 +44,7 @@ class ListFunctionsForm : public Form {
   void CmdSave_Click();
 
   const ConfigModel& model_;
-  FunctionListPresenter list_;
-  Surroundings surroundings_;
+  FunctionListPresenter presenter_;
   bool loading_ = false, asking_ = false;
   bool byClass_ = false, byType_ = false;  // filters that are on
   QComboBox *ComboFilterClass, *ComboFilterType;

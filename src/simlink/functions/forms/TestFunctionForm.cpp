@@ -14,11 +14,10 @@ constexpr int kWriteIntervalMs = 200;
 
 TestFunctionForm::TestFunctionForm(const ConfigModel& model, SimCom& sim, MessageBoxes& boxes,
                                    QWidget* parent)
-    : Form("frmTestFunction", parent), model_(model), test_(model, sim, boxes) {
+    : Form("frmTestFunction", parent), model_(model), presenter_(model, sim, boxes) {
   setWindowTitle(tr("Test of a Function"));
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Margin(), look::Margin(), look::Margin());
-  column->setSpacing(look::Gap());
+  SpaceForm(column);
   column->addWidget(MakeChoicePanel());
   column->addWidget(MakeReadPanel());
   column->addWidget(MakeWritePanel());
@@ -34,11 +33,11 @@ TestFunctionForm::TestFunctionForm(const ConfigModel& model, SimCom& sim, Messag
   ReadTimer.setInterval(kReadIntervalMs);
   IntervalTimer.setObjectName("IntervalTimer");
   connect(&ReadTimer, &QTimer::timeout, this, [this] {
-    test_.Read_Tick();
+    presenter_.Read_Tick();
     ShowView();
   });
   connect(&IntervalTimer, &QTimer::timeout, this, [this] {
-    test_.IntervalTimer_Tick();
+    presenter_.IntervalTimer_Tick();
     ShowView();
   });
   connect(close, &QPushButton::clicked, this, &TestFunctionForm::CloseAsked);
@@ -81,11 +80,11 @@ QWidget* TestFunctionForm::MakeReadPanel() {
   grid->addWidget(LabelReadStatus, 2, 2, 1, 2);
   for (const int column : {2, 3, 4, 5}) grid->setColumnStretch(column, 1);
   connect(CmdRead, &QPushButton::clicked, this, [this] {
-    test_.CmdRead_Click();
+    presenter_.CmdRead_Click();
     ShowView();
   });
   connect(CmdStopRead, &QPushButton::clicked, this, [this] {
-    test_.CmdStopRead_Click();
+    presenter_.CmdStopRead_Click();
     ShowView();
   });
   return panel;
@@ -134,7 +133,7 @@ QWidget* TestFunctionForm::MakeWritePanel() {
   };
   for (QLineEdit* box : {BoxWriteLowerLimit, BoxWriteUpperLimit, BoxWriteValue}) {
     checkAgain_.push_back(CheckAsTyped(
-        box, [this, words](const std::string& text) { return words(test_.ProblemOf(text)); }, said));
+        box, [this, words](const std::string& text) { return words(presenter_.ProblemOf(text)); }, said));
   }
   CheckAsTyped(
       boxIncrDecr,
@@ -144,17 +143,18 @@ QWidget* TestFunctionForm::MakeWritePanel() {
       },
       said);
   connect(CmdWriteOnce, &QPushButton::clicked, this, [this] {
-    test_.CmdWriteOnce_Click(BoxWriteValue->text().toStdString());
+    presenter_.CmdWriteOnce_Click(BoxWriteValue->text().toStdString());
     ShowView();
   });
   connect(BoxWriteValue, &QLineEdit::returnPressed, CmdWriteOnce, &QPushButton::click);
   connect(CmdWriteInterval, &QPushButton::clicked, this, [this] {
-    test_.CmdWriteInterval_Click(BoxWriteLowerLimit->text().toStdString(),
-                                 BoxWriteUpperLimit->text().toStdString(), boxIncrDecr->text().toStdString());
+    presenter_.CmdWriteInterval_Click(BoxWriteLowerLimit->text().toStdString(),
+                                      BoxWriteUpperLimit->text().toStdString(),
+                                      boxIncrDecr->text().toStdString());
     ShowView();
   });
   connect(CmdStopWrite, &QPushButton::clicked, this, [this] {
-    test_.CmdStopWrite_Click();
+    presenter_.CmdStopWrite_Click();
     ShowView();
   });
   connect(BoxInterval, &QSpinBox::valueChanged, this, [this](int ms) { IntervalTimer.setInterval(ms); });
@@ -168,7 +168,7 @@ void TestFunctionForm::Choose(int function) {
 }
 
 void TestFunctionForm::TakeChoice() {
-  test_.Choose(BoxFunctionNr->text().toStdString(), BoxSeqNr->text().toStdString());
+  presenter_.Choose(BoxFunctionNr->text().toStdString(), BoxSeqNr->text().toStdString());
   const FunctionRecord* function = model_.FunctionOf(BoxFunctionNr->text().toInt());
   const bool defined = function != nullptr && !function->ShortName.empty();
   LabelName->setText(defined ? ToText(function->ShortName) : tr("not defined"));
@@ -184,7 +184,7 @@ void TestFunctionForm::TakeChoice() {
 }
 
 void TestFunctionForm::ShowView() {
-  const FunctionTrialPresenter::View& view = test_.Shown();
+  const FunctionTrialPresenter::View& view = presenter_.Shown();
   SetTextIfChanged(LabelDataType, view.DataTypeName);
   SetTextIfChanged(LabelReadStatus, view.Status);
   SetTextIfChanged(LabelWriteStatus, view.WriteStatus);
@@ -197,18 +197,18 @@ void TestFunctionForm::ShowView() {
       : view.Written.empty()
           ? tr("Nothing written yet")
           : tr("Written: %1, sent raw as %2").arg(ToText(view.Written), ToText(view.WrittenRaw)));
-  CmdStopRead->setEnabled(test_.Reading());
-  CmdStopWrite->setEnabled(test_.Writing());
+  CmdStopRead->setEnabled(presenter_.Reading());
+  CmdStopWrite->setEnabled(presenter_.Writing());
   const auto run = [](QTimer& timer, bool wanted) {
     if (wanted && !timer.isActive()) timer.start();
     if (!wanted) timer.stop();
   };
-  run(ReadTimer, test_.Reading());
-  run(IntervalTimer, test_.Writing());
+  run(ReadTimer, presenter_.Reading());
+  run(IntervalTimer, presenter_.Writing());
 }
 
 void TestFunctionForm::CloseAsked() {
-  test_.Close();
+  presenter_.Close();
   ShowView();
   Unload();
 }

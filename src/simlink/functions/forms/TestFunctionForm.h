@@ -32,7 +32,7 @@ class TestFunctionForm : public Form {
   void ShowView();
 
   const ConfigModel& model_;
-  FunctionTrialPresenter test_;
+  FunctionTrialPresenter presenter_;
   QTimer ReadTimer{this}, IntervalTimer{this};
   QLineEdit *BoxFunctionNr, *BoxSeqNr;
   QLabel *LabelName, *LabelDataType, *LabelReadStatus, *LabelWriteStatus, *LabelNote, *LabelWritten;

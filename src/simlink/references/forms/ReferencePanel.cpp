@@ -73,8 +73,7 @@ ReferencePanel::ReferencePanel(MessageBoxes& boxes, ChooseFolder chooseFolder)
   top->addWidget(LabelList, 1);
   top->addWidget(ComboFilter);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(look::Margin(), look::Gap(), look::Margin(), look::Gap());
-  column->setSpacing(look::Gap());
+  SpacePanel(column);
   column->addLayout(top);
   column->addLayout(searchRow);
   column->addWidget(ListXplaneReferences, 1);

@@ -1,0 +1,61 @@
+// The hardware while the configuration is edited: the serial ports, the gauge bus with its search, and the
+// needle that is calibrated.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "config/plates/LiveNeedleAccess.h"
+#include "config/setup/GaugeBusAccess.h"
+#include "config/setup/PortAccess.h"
+#include "hwbus/gaugebus/GaugeSearch.h"
+#include "hwbus/gaugebus/LiveNeedle.h"
+#include "hwbus/gaugebus/Serial.h"
+#include "platform/ComPorts.h"
+
+namespace tvx {
+
+class EngineClusterPeripheral;
+
+class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, public LiveNeedleAccess {
+ public:
+  ConfigurationHardware(ConfigModel& model, Serial& serial, MessageBoxes& boxes, const SerialDevices& devices,
+                        const ComPorts& numbers, EngineClusterPeripheral& cluster);
+
+  GaugeSearch& Search() { return search_; }
+  void OpenPorts();
+  // Closes the ports and opens them again: a COM number leads elsewhere now.
+  void OpenPortsAnew();
+  // A file that was loaded or imported may name other ports than those that are open. Does the same then.
+  void FollowPortNumbers();
+  // About every 20 ms, after Serial::TickTransmit.
+  void Tick();
+
+  // PortAccess
+  std::string DeviceOf(int comNumber) const override;
+  std::string TroubleOf(int group) const override;
+  void LookAgain() override { listed_ = devices_.List(); }
+  void WithPortsClosed(const std::function<void()>& change) override;
+  // GaugeBusAccess
+  std::string BusWords() const override { return serial_.LineWords(); }
+  void StartSearch() override;
+  void CancelSearch() override { search_.Cancel(); }
+  void TickReplyCountdown() override { serial_.TickReplyCountdown(); }
+  // LiveNeedleAccess
+  void MoveNeedle(const CalibrationTarget& target, int position) override;
+
+ private:
+  using PortNumbers = std::array<int, kHardwareGroups>;
+  PortNumbers Numbers() const;
+
+  Serial& serial_;
+  const SerialDevices& devices_;
+  const ComPorts& numbers_;
+  EngineClusterPeripheral& cluster_;
+  GaugeSearch search_;
+  LiveNeedle needle_;
+  std::vector<SerialDevice> listed_;  // the adapters, as they were when they were last looked for
+  PortNumbers opened_{};              // the COM numbers that the ports were opened with
+};
+
+}  // namespace tvx

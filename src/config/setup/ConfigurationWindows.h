@@ -1,0 +1,30 @@
+// The windows that are opened from the main configuration form and from each other.
+#pragma once
+
+namespace tvx {
+
+enum class ConfigurationWindow {
+  SaveAndLoad,
+  Functions,
+  Plates,
+  GaugeTest,
+  Adapters,
+  XplaneTest,
+  IOModule1,
+  IOModule2,
+  EngineCluster,
+  Yokes
+};
+
+class ConfigurationWindows {
+ public:
+  virtual ~ConfigurationWindows() = default;
+  virtual void Open(ConfigurationWindow window) = 0;
+  virtual void OpenGauge(int gaugeID) = 0;  // the dialog of a gauge, 0..255
+  // The Plates, for a needle of a gauge: 1 or 2.
+  virtual void OpenCalibration(int gaugeID, int needle) = 0;
+  // The user has closed the main configuration form.
+  virtual void MainFormClosed() = 0;
+};
+
+}  // namespace tvx

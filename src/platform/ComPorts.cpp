@@ -1,0 +1,20 @@
+#include "platform/ComPorts.h"
+
+namespace tvx {
+
+std::vector<int> ComPorts::NumbersOf(const SerialDevice& adapter) const {
+  std::vector<int> numbers;
+  for (int number = 1; number <= kHighestComNumber; ++number) {
+    if (LeadsTo(number, adapter)) numbers.push_back(number);
+  }
+  return numbers;
+}
+
+std::string ComPorts::WordsFor(int comNumber, const std::vector<SerialDevice>& adapters) const {
+  for (const SerialDevice& adapter : adapters) {
+    if (LeadsTo(comNumber, adapter)) return adapter.Words() + ", " + adapter.StateWords();
+  }
+  return DeviceOf(comNumber);
+}
+
+}  // namespace tvx

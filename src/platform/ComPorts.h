@@ -1,0 +1,26 @@
+// What the COM numbers of the configuration lead to.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/SerialDevices.h"
+
+namespace tvx {
+
+class ComPorts {
+ public:
+  virtual ~ComPorts() = default;
+  // True where COM `comNumber` leads to this adapter. False for numbers below 1.
+  virtual bool LeadsTo(int comNumber, const SerialDevice& adapter) const = 0;
+  // The device that a COM number leads to, whatever it is: its path, for a link that leads nowhere "link ->
+  // device, not there". Empty where there is no device, and for numbers below 1.
+  virtual std::string DeviceOf(int comNumber) const = 0;
+
+  // The COM numbers 1..kHighestComNumber that lead to the adapter, rising.
+  std::vector<int> NumbersOf(const SerialDevice& adapter) const;
+  // One line on what a COM number leads to: one of `adapters` with its name and state, or else DeviceOf.
+  std::string WordsFor(int comNumber, const std::vector<SerialDevice>& adapters) const;
+};
+
+}  // namespace tvx

@@ -9,7 +9,7 @@ class QSocketNotifier;
 namespace tvx {
 
 // While it lives, both signals call `ended` from the event loop, once for each signal; a second signal while
-// the first is still being handled changes nothing. One object at a time.
+// the first is still being handled has no effect. One object at a time.
 class TerminationSignals {
  public:
   explicit TerminationSignals(std::function<void()> ended);

@@ -237,7 +237,7 @@ void YokePair::Press(int which, std::size_t button) {
     case ButtonAction::Command: {
       if (!running_) break;
       const YokeRecord& record = which == 2 ? model_.Yoke2 : model_.Yoke1;
-      sim_.SendXplaneCommand("#1:" + record.Buttons[button].Text + "\r\n", 1);
+      sim_.SendCommandPath(record.Buttons[button].Text);
       break;
     }
     default:

@@ -119,10 +119,13 @@ void SimCom::SendDataChar(int character) {
 }
 
 void SimCom::SendXplaneCommand(std::string_view commandList, int entry) {
-  Datagram packet;
   if (entry < 0 || entry > 255) return;
-  const auto path = CutEntry(commandList, entry);
-  if (path && BuildCMND(*path, packet)) SendAsItIs(packet);
+  if (const auto path = CutEntry(commandList, entry)) SendCommandPath(*path);
+}
+
+void SimCom::SendCommandPath(std::string_view path) {
+  Datagram packet;
+  if (BuildCMND(path, packet)) SendAsItIs(packet);
 }
 
 void SimCom::SendXplaneDREF(std::string_view dataref, float value) {

@@ -63,7 +63,9 @@ class SimCom {
   void SendDataFloat(int group, int valueNumber, float value);
   void SendDataInt(int group, int valueNumber, std::int32_t value);
   void SendDataChar(int character);  // 0..255
+  // Sends the command in line `entry` of a Function's list; none where the list has no such line.
   void SendXplaneCommand(std::string_view commandList, int entry);
+  void SendCommandPath(std::string_view path);  // "sim/..."
   void SendXplaneDREF(std::string_view dataref, float value);
   // With registerIt 1 and a frequency of 1 or more the subscription is recorded first; an identifier that is
   // recorded already is refused with a message.

@@ -14,7 +14,8 @@ class SearchCombo : public QComboBox {
  public:
   SearchCombo(const char* name, const QString& toolTip);
   void SetItems(const std::vector<std::pair<int, std::string>>& items);
-  // Shows the item with this number; a number that none has is shown as it stands. Nobody is told.
+  // Shows the item with this number; a number that none has is shown as it stands. Does not call what
+  // SetPicked gave.
   void SetValue(int value);
   int Value() const { return value_; }
   // Called when the user has picked another item.

@@ -97,7 +97,7 @@ class PickList : public QListWidget {
  public:
   explicit PickList(const char* name);
   void SetPicked(std::function<void(const QString&)> picked) { picked_ = std::move(picked); }
-  // Marks the line with this text, or none; nobody is told.
+  // Marks the line with this text, or no line where none has it. Does not call what SetPicked gave.
   void Mark(const QString& text);
 
  protected:

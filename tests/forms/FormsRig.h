@@ -146,7 +146,7 @@ class FormsTest : public testing::Test {
   QTemporaryDir folder_;
   QString before_;
   FakeMessageBoxes boxes_;
-  SerialDevices* devices_ = nullptr;  // nothing: this computer's
+  SerialDevices* devices_ = nullptr;  // null: this computer's
   std::unique_ptr<Program> program_;
 };
 

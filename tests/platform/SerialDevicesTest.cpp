@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/linux/ComPortMap.h"
 #include "platform/linux/LinuxSerialDevices.h"
 #include "tests/fakes/ScratchFolder.h"
 
@@ -34,6 +35,28 @@ TEST_F(SerialDevicesTest, NamesEachAdapterItsUserAndItsState) {
   EXPECT_EQ(devices[2].Words(), "FT232R USB UART, serial A50285BI, /dev/ttyUSB0");
   EXPECT_EQ(devices[2].StateWords(), "free");
   EXPECT_TRUE(LinuxSerialDevices(Path() + "/nowhere").List().empty());
+}
+
+// A number leads to an adapter by its path, by its stable name, and by a link to either.
+TEST_F(SerialDevicesTest, ComNumbersLeadToAdapters) {
+  SerialDevice adapter, other;
+  adapter.path = Path() + "/dev/ttyUSB3";
+  adapter.stableName = Path() + "/dev/serial/by-id/x";
+  other.path = "/dev/ttyUSB7";
+  Put(adapter.path);
+  Link(adapter.path, adapter.stableName);
+  Link(adapter.path, "comports/com6");
+  Link(adapter.stableName, "comports/com8");
+  Link("comports/com6", "alias");
+  Link(Path() + "/alias", "comports/com99");
+  Link(Path() + "/gone", "comports/com9");
+  const LinuxComPorts numbers;
+  EXPECT_EQ(numbers.NumbersOf(adapter), (std::vector<int>{6, 8, 99}));
+  EXPECT_EQ(numbers.NumbersOf(other), std::vector<int>{12});
+  EXPECT_EQ(numbers.WordsFor(8, {other, adapter}), adapter.path + ", " + adapter.StateWords());
+  EXPECT_EQ(numbers.WordsFor(8, {other}), adapter.stableName);
+  EXPECT_EQ(numbers.WordsFor(9, {adapter}), "comports/com9 -> " + Path() + "/gone, not there");
+  EXPECT_EQ(numbers.WordsFor(0, {adapter}), "");
 }
 
 TEST_F(SerialDevicesTest, AssigningPointsTheLink) {

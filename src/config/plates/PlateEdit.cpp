@@ -63,7 +63,7 @@ PlateBoxes BoxesOfPlate(const PlateRecord& plate) {
   double previous = 0;
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
     const double value = plate.Value[box + kFirstEntry];
-    // What does not rise was never a point.
+    // The values of used entries rise; an entry whose value does not is unused.
     if (box > 0 && !(value > previous)) continue;
     boxes.value[box] = TextOf(value);
     boxes.needle[box] = TextOf(plate.Position[box + kFirstEntry]);

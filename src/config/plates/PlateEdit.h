@@ -19,7 +19,7 @@ struct PlateBoxes {
   bool operator==(const PlateBoxes&) const = default;
 };
 
-// The number that a box holds; nothing for an empty box and for text that is no number.
+// The number that a box holds; std::nullopt for an empty box and for text that is no number.
 std::optional<double> BoxNumber(std::string_view text);
 // The last box whose value is a number; 0 where none beyond the minimum is.
 std::size_t LastUsedBox(const PlateBoxes& boxes);
@@ -27,10 +27,9 @@ std::size_t LastUsedBox(const PlateBoxes& boxes);
 // A stored Plate in boxes.
 PlateBoxes BoxesOfPlate(const PlateRecord& plate);
 // The boxes as a Plate's points: box b in entry b + 4, the minimum box in entry 2 as well, the last used box
-// in entry
-// 3. A box that is empty between used ones gets the point of the straight line over it, so that the lookup,
-// which walks over all entries, finds them in rising order. Needle positions are rounded; one that is no
-// number is 0.
+// in entry 3. A box that is empty between used ones gets the point of the straight line over it, so that the
+// lookup, which walks over all entries, finds them in rising order. Needle positions are rounded; a text that
+// is no number counts as 0.
 PlateRecord PlateOfBoxes(const PlateBoxes& boxes, const std::string& name);
 
 // The words of the check: the first fault, or that there is none (`good` tells which).
@@ -40,8 +39,8 @@ struct PlateVerdict {
 };
 PlateVerdict CheckPlateBoxes(const PlateBoxes& boxes);
 
-// Fills the value boxes between the minimum and the last used box in equal steps. Nothing changes, and the
-// fault is told, where one of the two is missing or both are equal.
+// Fills the value boxes between the minimum and the last used box in equal steps. Where one of the two is
+// missing, or both are equal, the boxes stay as they are and the verdict names the fault.
 PlateVerdict FillLinear(PlateBoxes& boxes);
 
 // Whether the file can hold the name and a list can show it: something beside blanks, no double quote, no

@@ -64,7 +64,7 @@ bool PlatePresenter::cmdSavePlate() {
   if (boxes_.Ask("This will update the current plate settings. Continue?") == kAnswerNo) return false;
   PlateRecord& plate = model_.Plates[static_cast<std::size_t>(plate_)];
   plate = PlateOfBoxes(Boxes, plate.Name);
-  // A name that was typed and not given yet waits for its own button.
+  // A new name that was typed stays in its box until it is given with cmdSetNewName.
   const std::string typed = Name;
   Stored(plate_);
   Name = typed;

@@ -23,7 +23,7 @@ inline constexpr std::array<LightsMode, 5> kLightsModes{{{"With the instrument l
                                                          {"With the navigation lights", 1, 0},
                                                          {"With any light", 63, 0}}};
 
-// The entry whose pair the model holds; nothing when none does.
+// The entry whose pair the model holds; std::nullopt where none does.
 std::optional<std::size_t> LightsModeIndex(const ConfigModel& model);
 void SetLightsMode(ConfigModel& model, std::size_t index);  // index below kLightsModes.size()
 
@@ -41,7 +41,7 @@ struct UdpSettings {
 };
 UdpSettings UdpOf(const ConfigModel& model);
 void SetUdp(ConfigModel& model, const UdpSettings& settings);
-// What is wrong with them, in words; empty: nothing is.
+// What is wrong with them, in words; empty where they are right.
 std::string_view UdpFault(const UdpSettings& settings);
 
 }  // namespace tvx

@@ -222,7 +222,7 @@ void StatusForm::ShowView() {
   ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
 }
 
-// The button that would do nothing now is greyed; the focus follows to the one that does something.
+// Run is grey while running, Stop while halted; the focus moves to the one that can be pressed.
 void StatusForm::ShowRunButtons() {
   QPushButton* useful = presenter_.Running() ? cmdStop : cmdRun;
   QPushButton* idle = presenter_.Running() ? cmdRun : cmdStop;

@@ -106,7 +106,7 @@ void ForceCurveWidget::Move(QPointF point) {
 
 void ForceCurveWidget::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
-  double nearest = 20;  // pixels: farther away nothing is taken
+  double nearest = 20;  // in pixels; a press farther from every point takes none
   for (std::size_t i = 0; i < points_.size(); ++i) {
     const QPointF away = PlaceOf(points_[i]) - event->position();
     const double distance = std::hypot(away.x(), away.y());

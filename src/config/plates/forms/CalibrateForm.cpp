@@ -86,7 +86,7 @@ void CalibrateForm::ShowBoxes() {
   ShowPoints();
 }
 
-// The first fault shows while one types; the check itself shows it in a box.
+// The first fault stands below the boxes while the user types; the button Check shows it in a message box.
 void CalibrateForm::ShowPoints() {
   std::vector<FacePoint> points;
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
@@ -167,7 +167,7 @@ void CalibrateForm::cmdTakeNeedle_Click() {
   if (lastBox_ + 1 < PlateBoxes::kBoxes) boxValue[lastBox_ + 1]->setFocus();
 }
 
-// True when nothing is lost, or the user does not mind.
+// True where no edit would be lost, or the user agrees to lose it.
 bool CalibrateForm::MayLeave() {
   if (asking_) return false;
   asking_ = true;

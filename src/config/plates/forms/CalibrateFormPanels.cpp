@@ -217,7 +217,7 @@ QLayout* CalibrateForm::MakeJog() {
         tr("Moves the needle by this many steps (%1)").arg(jog.key.toString(QKeySequence::NativeText)));
     look::SetRole(button, "small");
     button->setAutoRepeat(true);
-    // Not the button's own: that one takes no second press while it is still shown pressed.
+    // Not the button's own shortcut, which ignores a second press while the button is still drawn pressed.
     connect(new QShortcut(jog.key, this), &QShortcut::activated, this, [this, by = jog.by] { Jog(by); });
     connect(button, &QPushButton::clicked, this, [this, by = jog.by] { Jog(by); });
     row->addWidget(button);

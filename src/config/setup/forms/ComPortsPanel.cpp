@@ -145,7 +145,7 @@ bool ComPortsPanel::Pending() const {
                      [this](const Line& line) { return Chosen(line) != InUse(line); });
 }
 
-// Only a choice that differs from what is set is worth a press.
+// "Set" can be pressed only where that would change something.
 void ComPortsPanel::OfferSet(const Line& line) {
   line.set->setEnabled(Chosen(line) >= 0 && Chosen(line) != InUse(line));
   line.choice->setToolTip(tr("COM number of: %1. Chosen: %2").arg(line.group, line.choice->currentText()));
@@ -161,7 +161,7 @@ void ComPortsPanel::SetPort(std::size_t index) {
   emit PortSet();
 }
 
-// What keeps a group from its port.
+// Says which groups cannot use their port, and why.
 void ComPortsPanel::ShowAdvice() {
   QStringList advice;
   for (std::size_t i = 0; i < lines_.size(); ++i) {

@@ -75,7 +75,7 @@ void GaugeTable::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// Choosing several lines for copying opens nothing.
+// A click that adds to the chosen lines, with Ctrl or Shift, opens no gauge.
 void GaugeTable::mouseReleaseEvent(QMouseEvent* event) {
   QTreeWidget::mouseReleaseEvent(event);
   const bool plain = event->modifiers() == Qt::NoModifier && event->button() == Qt::LeftButton;

@@ -109,7 +109,7 @@ std::string SaveConfigForm::ChosenFile() const {
   return FileName->text().trimmed().toStdString();
 }
 
-// A question may stand while the program ends; the form is gone then.
+// The operation may ask the user, and the form may be gone when the answer comes.
 void SaveConfigForm::Do(bool (SavePresenter::*operation)(const std::string&)) {
   const QPointer<SaveConfigForm> self(this);
   (save_.*operation)(ChosenFile());

@@ -72,7 +72,7 @@ void UdpPanel::ShowModel() {
   OfferSet();
 }
 
-// Only what is right and differs from what is set is worth a press.
+// "Set" can be pressed only where the settings are right and differ from those in use.
 void UdpPanel::OfferSet() {
   const std::string_view fault = Pending() ? UdpFault(Typed()) : std::string_view();
   cmdSetUDP->setEnabled(Pending() && fault.empty());

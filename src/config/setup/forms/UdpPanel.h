@@ -1,4 +1,4 @@
-// The link to the simulator: addresses, ports, byte order. Nothing is taken before "Set".
+// The link to the simulator: addresses, ports, byte order. No edit is taken before "Set" is pressed.
 #pragma once
 
 #include <QCheckBox>

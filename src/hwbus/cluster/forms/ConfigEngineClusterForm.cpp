@@ -128,7 +128,7 @@ void ConfigEngineClusterForm::AddRow(QGridLayout* grid, int channel) {
 }
 
 void ConfigEngineClusterForm::Refresh() {
-  // A list is filled anew only where it changed: it may be this list that was just picked from.
+  // A list is filled anew only where its items have changed: the user may just have picked from it.
   const Items functions = FunctionItems(model_);
   const bool otherFunctions = functions != functionItems_;
   functionItems_ = functions;
@@ -161,7 +161,7 @@ void ConfigEngineClusterForm::ShowLive() {
   }
 }
 
-// Only what is typed and cannot be taken would be lost.
+// Edits are taken at once. Only a typed text that cannot be taken would be lost.
 void ConfigEngineClusterForm::CloseAsked() {
   if (asking_) return;
   asking_ = true;

@@ -7,7 +7,7 @@
 namespace tvx {
 namespace {
 
-constexpr int kRefreshMs = 50;  // needles that jump are hard to follow
+constexpr int kRefreshMs = 50;  // slower, one would see the needles jump
 constexpr int kPerRow = 4;
 constexpr const char* kWidestValue = "-00000.00";
 

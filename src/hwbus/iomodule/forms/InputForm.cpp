@@ -101,7 +101,7 @@ void InputForm::ShowPreview() {
 
 void InputForm::Store() {
   IOModuleRecord definition;
-  // What is no number is out of limits for whoever checks.
+  // The check works on numbers; a text that is none gets the message that the check would give.
   if (!ReadAll(definition)) {
     if (Boxes != nullptr) Boxes->Show("One of the definitions is incorrect or out of limits");
     return;

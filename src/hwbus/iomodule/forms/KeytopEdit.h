@@ -14,7 +14,7 @@ class KeytopEdit : public QWidget {
  public:
   explicit KeytopEdit(const QString& name);
   void SetCode(std::int16_t code);
-  // 0 where nothing is chosen, or a character is to be typed and none stands there.
+  // 0 where no key is chosen, or "character" is chosen and its box is empty.
   std::int16_t Code() const;
   void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
 

@@ -19,7 +19,7 @@ class ListFunctionsForm : public Form {
 
   // Reads the Functions anew.
   void Refresh();
-  // True where nothing is unsaved, or the user says that it may be lost.
+  // True where every edit is saved, or the user says that it may be lost.
   bool MayClose() { return presenter_.MayClose(); }
 
  signals:

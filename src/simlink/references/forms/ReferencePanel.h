@@ -24,7 +24,7 @@ class ReferencePanel : public QFrame {
   // Shows a list file; `missing` is the line shown where it cannot be read.
   void Show(const ListFile& file, std::string_view missing);
   void Show(const ListFile& file) { Show(file, file.missing); }
-  // The path in the chosen line; nothing where none is chosen or it is a message.
+  // The path in the chosen line; std::nullopt where no line is chosen, or the line is a message.
   std::optional<std::string> Path() const;
   const ReferenceList& List() const { return list_; }
 

@@ -150,7 +150,6 @@ void Program::ConnectTimers() {
   };
   connect(timers_.WaitForAutostart, kCountdownTickMs, [this] { start_.WaitForAutostart_Tick(); });
   connect(timers_.TimerWaitForFS, kSecondMs, [this] { start_.TimerWaitForFS_Tick(); });
-  connect(timers_.TimerCheckForSilence, kSecondMs, [] {});
   connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });
   connect(timers_.Timer1, kSecondMs, [this] { run_.Timer1_Tick(); });
   connect(timers_.WriteCmdDuringConfig, kTransmitTickMs, [this] {

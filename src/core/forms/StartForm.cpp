@@ -177,7 +177,7 @@ void StartForm::ShowView() {
   SetTextIfChanged(BoxAutoStartTime, QString::number(view.BoxAutoStartTime));
   TextAutostart->setVisible(view.CountdownVisible);
   Textseconds->setVisible(view.CountdownVisible);
-  BoxAutoStartTime->setVisible(view.SecondsVisible);
+  BoxAutoStartTime->setVisible(view.CountdownVisible);
   const bool found = !view.LabelXplaneVersion.empty();
   LampSimulator->SetState(found ? StateLamp::State::Good : StateLamp::State::Off);
   SimulatorHint->setVisible(!found);

@@ -26,8 +26,8 @@ inline void FloatToLittleEndian(float value, std::span<Byte, 4> out) {
   for (std::size_t i = 0; i < 4; ++i) out[i] = static_cast<Byte>(bits >> (8 * i));
 }
 
-// Reads a span from its start. Each read returns nothing when fewer bytes are left than it needs, and then
-// the cursor does not move.
+// Reads a span from its start. A read that needs more bytes than are left gives std::nullopt (Skip: false)
+// and does not move the cursor.
 class ByteReader {
  public:
   explicit ByteReader(ByteView bytes) : left_(bytes) {}

@@ -26,8 +26,8 @@ inline double RoundHalfEven(double value) {
   return std::fmod(down, 2.0) == 0.0 ? down : down + 1.0;
 }
 
-// `value` rounded to the integer type T (at most 32 bits); nothing for NaN, an infinity, or a value outside
-// T.
+// `value` rounded to the integer type T (at most 32 bits); std::nullopt for NaN, an infinity, or a
+// value outside T.
 template <typename T>
 std::optional<T> RoundTo(double value) {
   static_assert(std::is_integral_v<T> && sizeof(T) <= 4);
@@ -39,7 +39,7 @@ std::optional<T> RoundTo(double value) {
   return static_cast<T>(rounded);
 }
 
-// As RoundTo; throws RangeError where RoundTo gives nothing.
+// As RoundTo; throws RangeError where RoundTo gives std::nullopt.
 template <typename T>
 T RoundToOrThrow(double value) {
   const auto result = RoundTo<T>(value);

@@ -48,11 +48,11 @@ struct ConfigModel {
   // Number of IO module records.
   int IOMCount() const { return static_cast<int>(IOModuleInputs.size()) - 1; }
   int PlateCount() const { return static_cast<int>(Plates.size()); }
-  // The Plate, or nothing for a number that no Plate has.
+  // The Plate; null for a number that no Plate has.
   const PlateRecord* PlateOf(int number) const {
     return number >= 0 && number < PlateCount() ? &Plates[static_cast<std::size_t>(number)] : nullptr;
   }
-  // The Function, or nothing for a number outside 0..300.
+  // The Function; null for a number outside 0..300.
   const FunctionRecord* FunctionOf(int number) const {
     return number >= 0 && number < kFunctions ? &Functions[static_cast<std::size_t>(number)] : nullptr;
   }

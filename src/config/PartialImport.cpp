@@ -3,23 +3,23 @@
 #include <algorithm>
 #include <memory>
 
+#include "config/FunctionNumbers.h"
+
 namespace tvx {
 namespace {
-
-constexpr std::ptrdiff_t kFirstUserFunction = 51;
 
 void TakeOver(const ConfigModel& read, const ImportChoice& chosen, ConfigModel& model) {
   const auto isChosen = [&chosen](ImportChapter chapter) {
     return chosen[static_cast<std::size_t>(chapter)];
   };
-  const auto userFunctions = read.Functions.begin() + kFirstUserFunction;
+  const auto userFunctions = read.Functions.begin() + functions::kFirstOfUser;
   if (isChosen(ImportChapter::General)) model.General = read.General;
   if (isChosen(ImportChapter::IOModules)) model.IOModuleInputs = read.IOModuleInputs;
   if (isChosen(ImportChapter::StandardFunctions)) {
     std::copy(read.Functions.begin(), userFunctions, model.Functions.begin());
   }
   if (isChosen(ImportChapter::UserFunctions)) {
-    std::copy(userFunctions, read.Functions.end(), model.Functions.begin() + kFirstUserFunction);
+    std::copy(userFunctions, read.Functions.end(), model.Functions.begin() + functions::kFirstOfUser);
   }
   if (isChosen(ImportChapter::Gaugetypes)) model.Gaugetypes = read.Gaugetypes;
   if (isChosen(ImportChapter::Gauges)) model.Gauges = read.Gauges;

@@ -143,7 +143,7 @@ struct FunctionRecord {
     std::int16_t index;  // data group
     Byte value;          // value number 0..7, or RREF frequency
   };
-  // Sequence numbers 1..4; 0 counts as 1. Nothing checks more: any other number gives slot 4.
+  // Sequence numbers 1..4; 0 counts as 1, and any other number as 4.
   Slot SlotOf(Byte sequenceNr) const {
     switch (sequenceNr) {
       case 0:
@@ -295,9 +295,9 @@ struct GeneralFFBRecord {
 };
 
 // The settings of one yoke. `Head` goes up to and including the line of option bits and is the same for both;
-// the rest of the section differs between the yokes and between reading and writing (ConfigReader.cpp), so
-// yoke 1 keeps there what both yokes share, and yoke 2 nothing. Raw positions 0..65535 of the yoke's and the
-// joystick's axes are kept less 32768, so that they fit; 0 is the middle.
+// the rest of the section differs between the yokes and between reading and writing (ConfigReader.cpp). So
+// that rest is used in yoke 1's record only, for what both yokes share. Raw positions 0..65535 of the yoke's
+// and the joystick's axes are kept less 32768, so that they fit; 0 is the middle.
 struct YokeRecord {
   struct Button {
     Byte Action = 0;   // what pressing it does (ffb/YokeSettings.h)

@@ -11,13 +11,13 @@
 namespace tvx {
 
 // A number in decimal notation, with an optional sign, fraction and exponent ("0.5", ".5", "-1.25E-03"). A
-// value too small for T becomes 0 or the nearest denormal. Nothing for other text, for infinities and NaN,
-// and for a value too large for T. T is float or double.
+// value too small for T becomes 0 or the nearest denormal. std::nullopt for other text, for infinities and
+// NaN, and for a value too large for T. T is float or double.
 template <typename T>
 std::optional<T> ParseReal(std::string_view text);
 
-// The same, rounded to the nearest whole number, halves to the even one; nothing where that does not fit T. T
-// is Byte or std::int16_t.
+// The same, rounded to the nearest whole number, halves to the even one; std::nullopt where that does not fit
+// T. T is Byte or std::int16_t.
 template <typename T>
 std::optional<T> ParseInteger(std::string_view text);
 

@@ -10,7 +10,6 @@ namespace {
 constexpr std::size_t kIgnoredLength = 7;
 constexpr int kLowestReplyType = 10;
 constexpr int kHighestReplyType = 140;
-constexpr std::size_t kAirPressureEntry = 8;  // of the program's own ports
 
 }  // namespace
 
@@ -38,11 +37,10 @@ void GaugeReceiver::OnComm(SerialEvent event, bool running) {
 void GaugeReceiver::Dispatch(ReplyView reply) {
   const int type = ReplyGaugetype(reply);
   if (type < kLowestReplyType || type > kHighestReplyType) return;
-  const Instrument* kind = InstrumentOf(type);
-  ActiveGauge* gauge = cycle_.GaugeWithID(ReplyGaugeID(reply));
-  if (kind == nullptr || gauge == nullptr) return;
+  const ActiveGauge* gauge = cycle_.GaugeWithID(ReplyGaugeID(reply));
+  if (gauge == nullptr || gauge->Driver == nullptr || gauge->Kind != InstrumentOf(type)) return;
   try {
-    kind->HandleReply(*gauge, reply, *this);
+    gauge->Driver->HandleReply(reply, *this);
   } catch (const std::exception&) {
     // A value that the simulator's port does not take ends the handling of this reply.
   }
@@ -51,7 +49,7 @@ void GaugeReceiver::Dispatch(ReplyView reply) {
 void GaugeReceiver::PutAirPressure(float inches) {
   cycle_.HoldBarometricSetting();
   float sent = inches;
-  sim_.PutPort(cycle_.StandardPort[kAirPressureEntry], sent);
+  sim_.PutPort(cycle_.StandardPort(StandardValue::AirPressure), sent);
 }
 
 }  // namespace tvx

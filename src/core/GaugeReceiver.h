@@ -19,11 +19,12 @@ class GaugeReceiver final : private GaugeReply {
 
   // One event of the gauge bus port. A break, a framing error or a reply whose envelope is wrong discards
   // what waits; a read of 7 bytes or fewer is ignored. `running` false: only the raw text and the reply flag
-  // change.
+  // change. True: the gauge whose GaugeID it carries handles it, unless the configuration says that this is
+  // another kind of instrument.
   void OnComm(SerialEvent event, bool running);
 
-  // Told of every well-formed reply, and (nothing) of every read that was refused; for the searches and
-  // consoles of the configuration.
+  // Told of every well-formed reply, and with std::nullopt of every read that was refused; for the searches
+  // and consoles of the configuration.
   using Listener = std::function<void(std::optional<ReplyView>)>;
   void SetListener(Listener listener) { listener_ = std::move(listener); }
 

@@ -19,8 +19,14 @@ constexpr double kNavigationOn = 0.5;
 // Lights of the simulator, as the lights mode's mask names them.
 constexpr int kMaskNavigation = 1;
 constexpr int kMaskInstruments = 32;
-constexpr int kModeAlwaysLit = 1;
-constexpr int kModeNeverLit = 2;
+
+// Bits of the lighting word.
+constexpr std::int32_t kWordFacesLit = 0x0001;
+constexpr std::int32_t kWordBus1 = 0x0002;
+constexpr std::int32_t kWordBus2 = 0x0004;
+constexpr std::int32_t kWordOneStep = 0x0010;
+constexpr std::int32_t kWordInstrumentLights = 0x4000;
+constexpr std::int32_t kWordNavigationLights = 0x8000;
 
 // The full level of 1023 divides to 16, which four bits cannot hold; it counts as the brightest step, not as
 // dark.
@@ -44,14 +50,15 @@ bool Lighting::Update(double level, double bus1, double bus2, double navigationL
     storedLevel_ = newLevel;
   }
   const int step = StepOf(storedLevel_);
-  const bool navigation = navigationLights >= kNavigationOn;
-  const int sources = (navigation ? kMaskNavigation : 0) | (step > 0 ? kMaskInstruments : 0);
-  const bool lit = setting2 == kModeAlwaysLit || (setting2 != kModeNeverLit && (sources & setting1) != 0);
+  instrumentLights_ = step > 0;
+  navigationLights_ = navigationLights >= kNavigationOn;
+  const int sources = (navigationLights_ ? kMaskNavigation : 0) | (instrumentLights_ ? kMaskInstruments : 0);
+  const bool lit = setting2 == kLightsAlways || (setting2 != kLightsNever && (sources & setting1) != 0);
 
-  lightByte_ = (step > 0 ? 0x40 : 0) | (navigation ? 0x80 : 0);
-  const int lightingByte =
-      step * 16 | (lit ? 1 : 0) | (Powered(storedBus1_, bus1) ? 2 : 0) | (Powered(storedBus2_, bus2) ? 4 : 0);
-  const std::int32_t word = lightingByte | (lightByte_ << 8);
+  const std::int32_t word =
+      step * kWordOneStep | (lit ? kWordFacesLit : 0) | (Powered(storedBus1_, bus1) ? kWordBus1 : 0) |
+      (Powered(storedBus2_, bus2) ? kWordBus2 : 0) | (instrumentLights_ ? kWordInstrumentLights : 0) |
+      (navigationLights_ ? kWordNavigationLights : 0);
   const bool changed = word != word_ || repeat_;
   word_ = word;
   repeat_ = false;

@@ -21,7 +21,7 @@ class Peripheral {
   virtual void Stop() = 0;
 };
 
-// By PeripheralKind; nothing where the program has no such part.
+// By PeripheralKind; null where the program has no such part.
 using Peripherals = std::array<Peripheral*, kPeripherals>;
 
 }  // namespace tvx

@@ -10,21 +10,12 @@ namespace tvx {
 namespace {
 
 constexpr int kGaugetypeIOModule = 10;
-constexpr int kModuleTick = 100;  // added to the poll slot for a tick of the IO modules
 constexpr std::int16_t kTickCountLimit = 1000;
-constexpr int kModeAlwaysLit = 1;
-
-// Entries of StandardPort beside those whose number is their Function's.
-enum : std::size_t { kInstrumentLights = 12, kNavigationLights = 13, kVoltage2 = 14 };
-
-// Stages of a tick.
-enum : int { kStart = 1, kBoxes = 2, kServing = 3, kSending = 7, kEnd = 8 };
 
 }  // namespace
 
 ProcessCycle::ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial, SpecialValues& special)
     : model_(model), sim_(sim), serial_(serial), special_(special) {
-  StandardPort.fill(kNoPort);
   gauges_.reserve(kGauges);
 }
 
@@ -33,7 +24,7 @@ void ProcessCycle::PrepareGauges() {
   lighting_ = {};
   ioModuleGaugeCount_ = ioModuleTurn_ = pollSlot_ = 0;
   pollSlotMax_ = -1;
-  resend_ = false;
+  moduleTick_ = resend_ = false;
   droppedBatches_ = 0;
   for (int id = 1; id < kGauges; ++id) {
     const GaugeRecord& record = model_.Gauges[static_cast<std::size_t>(id)];
@@ -42,18 +33,17 @@ void ProcessCycle::PrepareGauges() {
     gauge.GaugeID = static_cast<Byte>(id);
     gauge.Record = &record;
     gauge.Kind = InstrumentOf(record.GaugeType);
-    gauge.Unlit = (record.GaugeSetting5 & kOptionUnlit) != 0;
     if (record.GaugeType == kGaugetypeIOModule) ++ioModuleGaugeCount_;
     if (gauge.Kind == nullptr) continue;
     sim_.CurrentOpener = static_cast<std::int16_t>(id);
-    gauge.Kind->OpenPorts(gauge, model_, sim_);
+    gauge.Driver = gauge.Kind->Activate({gauge.GaugeID, record, model_, sim_});
     if (gauge.Kind->Polled()) gauge.PollSlot = ++pollSlotMax_;
   }
 }
 
 void ProcessCycle::StartRun() {
   for (ActiveGauge& gauge : gauges_) {
-    if (gauge.Kind != nullptr) gauge.Kind->StartRun(gauge);
+    if (gauge.Driver != nullptr) gauge.Driver->StartRun();
   }
   lightingDue_ = true;
 }
@@ -65,7 +55,7 @@ void ProcessCycle::ResendAll() {
 
 void ProcessCycle::ForgetGauges() {
   for (ActiveGauge& gauge : gauges_) {
-    if (gauge.Kind != nullptr) gauge.Kind->Forget(gauge);
+    if (gauge.Driver != nullptr) gauge.Driver->Forget();
   }
 }
 
@@ -77,9 +67,7 @@ ActiveGauge* ProcessCycle::GaugeWithID(int gaugeID) {
 
 void ProcessCycle::Tick() {
   try {
-    cycleStage_ = kStart;
     ++tickNumber_;
-    batchSent_ = false;
     sideFrameSet_ = false;
     serial_.BeginBatch();
     lightingInBatch_ = false;
@@ -89,9 +77,7 @@ void ProcessCycle::Tick() {
     }
     ReadFlightValues();
     if (SendLighting()) return;
-    cycleStage_ = kBoxes;
     FillBoxes();
-    cycleStage_ = kServing;
     special_.GetTimeAndDate();
     ServeGauges();
     special_.TimeJumped = false;
@@ -100,7 +86,7 @@ void ProcessCycle::Tick() {
     EndPolling();
     SendBatch();
     if (lightingDue_) {
-      // Faces that were left lit or dark by an earlier run follow on the tick after the first values.
+      // An earlier run may have left the faces lit or dark: the tick after the first values tells them.
       lighting_.Repeat();
       lightingDue_ = false;
     }
@@ -108,46 +94,44 @@ void ProcessCycle::Tick() {
   } catch (const std::exception&) {
     // One bad value never stops the timer; the next tick starts anew.
   }
-  cycleStage_ = kEnd;
 }
 
 void ProcessCycle::ReadFlightValues() {
-  const auto value = [this](std::size_t entry) { return ValueOf(StandardPort[entry]); };
-  flight_.Airspeed = value(1);
-  flight_.Altitude = value(2);
-  flight_.Heading = value(3);
-  flight_.Bank = value(4);
-  flight_.Pitch = value(5);
-  flight_.VerticalSpeed = value(6);
-  flight_.Compass = value(7);
-  flight_.AirPressureHg = value(8);
-  flight_.Voltage = value(9);
-  flight_.InstrumentLights = value(kInstrumentLights);
-  flight_.NavigationLights = value(kNavigationLights);
-  flight_.Voltage2 = value(kVoltage2);
+  using enum StandardValue;
+  const auto value = [this](StandardValue which) { return ValueOf(standardPorts_[which]); };
+  flight_.Airspeed = value(Airspeed);
+  flight_.Altitude = value(Altitude);
+  flight_.Heading = value(Heading);
+  flight_.Bank = value(Bank);
+  flight_.Pitch = value(Pitch);
+  flight_.VerticalSpeed = value(VerticalSpeed);
+  flight_.Compass = value(Compass);
+  flight_.AirPressureHg = value(AirPressure);
+  flight_.Voltage = value(Voltage);
+  flight_.Voltage2 = value(SecondVoltage);
+  flight_.InstrumentLights = value(InstrumentLights);
+  flight_.NavigationLights = value(NavigationLights);
   flight_.ShownAltitude = std::round(flight_.Altitude);
   if (tickNumber_ >= barometricHeldUntil_) barometricSetting_ = static_cast<float>(flight_.AirPressureHg);
 }
 
 bool ProcessCycle::SendLighting() {
   const GeneralRecord& general = model_.General;
-  bool changed = lighting_.Update(flight_.InstrumentLights, flight_.Voltage, flight_.Voltage2,
-                                  flight_.NavigationLights, general.LightsSetting1, general.LightsSetting2);
+  const bool changed =
+      lighting_.Update(flight_.InstrumentLights, flight_.Voltage, flight_.Voltage2, flight_.NavigationLights,
+                       general.LightsSetting1, general.LightsSetting2);
   if (!changed) return false;
-  const bool alwaysLit = general.LightsSetting2 == kModeAlwaysLit;
+  const bool alwaysLit = general.LightsSetting2 == kLightsAlways;
   lightingInBatch_ = true;
-  int served = -1;
   for (const ActiveGauge& gauge : gauges_) {
-    if (gauge.GaugeID == served) continue;
-    served = gauge.GaugeID;
-    Queue(gauge.GaugeID, kCommandLighting, gauge.Unlit && !alwaysLit ? 0 : lighting_.Word());
+    const bool unlit = !alwaysLit && (gauge.Record->GaugeSetting5 & kOptionUnlit) != 0;
+    Queue(gauge.GaugeID, kCommandLighting, unlit ? 0 : lighting_.Word());
   }
   // Faces that are always lit do not cost a tick: the values go out behind the lighting.
   if (alwaysLit) return false;
   boxes_.BoxInstrLights = lighting_.InstrumentLights() ? "ON" : "OFF";
   boxes_.boxNavLights = lighting_.NavigationLights() ? "ON" : "OFF";
   SendBatch();
-  cycleStage_ = kEnd;
   return true;
 }
 
@@ -166,9 +150,10 @@ void ProcessCycle::FillBoxes() {
 
 void ProcessCycle::ServeGauges() {
   for (ActiveGauge& gauge : gauges_) {
-    if (gauge.Kind == nullptr) continue;
+    if (gauge.Driver == nullptr) continue;
     try {
-      gauge.Kind->Serve(gauge, *this);
+      if (!moduleTick_ && gauge.PollSlot == pollSlot_) gauge.Driver->Poll(*this);
+      gauge.Driver->Serve(*this);
     } catch (const std::exception&) {
       // A value that does not fit costs this gauge its turn, not the others theirs.
     }
@@ -176,26 +161,27 @@ void ProcessCycle::ServeGauges() {
 }
 
 void ProcessCycle::EndPolling() {
-  if (pollSlot_ >= kModuleTick) {
-    int turn = 0;
-    for (ActiveGauge& gauge : gauges_) {
-      if (gauge.Record->GaugeType == kGaugetypeIOModule && turn++ == ioModuleTurn_) {
-        gauge.Kind->ServeModuleTurn(gauge, *this);
-      }
-    }
-    ioModuleTurn_ = ioModuleTurn_ + 1 < ioModuleGaugeCount_ ? ioModuleTurn_ + 1 : 0;
-    pollSlot_ -= kModuleTick;
+  if (moduleTick_) {
+    ServeModule();
+    moduleTick_ = false;
     return;
   }
   if (sideFrameSet_) serial_.AppendToBatch(sideFrame_);
   const int highest = pollSlotMax_ >= 0 ? pollSlotMax_ : 1;
   pollSlot_ = pollSlot_ < highest ? pollSlot_ + 1 : 0;
-  if (ioModuleGaugeCount_ > 0) pollSlot_ += kModuleTick;
+  moduleTick_ = ioModuleGaugeCount_ > 0;
+}
+
+void ProcessCycle::ServeModule() {
+  int turn = 0;
+  for (ActiveGauge& gauge : gauges_) {
+    if (gauge.Record->GaugeType != kGaugetypeIOModule || turn++ != ioModuleTurn_) continue;
+    gauge.Driver->ServeModuleTurn(*this);
+  }
+  ioModuleTurn_ = ioModuleTurn_ + 1 < ioModuleGaugeCount_ ? ioModuleTurn_ + 1 : 0;
 }
 
 void ProcessCycle::SendBatch() {
-  cycleStage_ = kSending;
-  batchSent_ = true;
   const Serial::BatchResult result = serial_.SendBatch();
   if (result == Serial::BatchResult::Sent) return;
   ++droppedBatches_;
@@ -222,10 +208,6 @@ bool ProcessCycle::PrepareSide(int gaugeID, int command, std::int32_t value) {
 
 std::uint32_t ProcessCycle::TicksPerSecond() const {
   return static_cast<std::uint32_t>(1000 / std::clamp<int>(model_.General.TransferInterval, 10, 1000));
-}
-
-bool ProcessCycle::PollTurn(const ActiveGauge& gauge) const {
-  return gauge.PollSlot == pollSlot_;
 }
 
 }  // namespace tvx

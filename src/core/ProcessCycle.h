@@ -7,6 +7,7 @@
 
 #include "config/Model.h"
 #include "core/Lighting.h"
+#include "core/StandardPorts.h"
 #include "hwbus/gaugebus/Serial.h"
 #include "instruments/Instrument.h"
 #include "simlink/SimCom.h"
@@ -17,11 +18,14 @@ class ProcessCycle final : private GaugeTick {
  public:
   ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial, SpecialValues& special);
 
-  // Activation: forgets everything of an earlier life, lists the installed gauges, opens the ports that each
-  // needs, gives out the poll slots. The standard ports must be open already.
+  // The ports of the program's own values, under sim.CurrentOpener.
+  void OpenStandardPorts() { standardPorts_.Open(sim_); }
+  // The simulator link has closed them.
+  void ClearStandardPorts() { standardPorts_.Clear(); }
+  Port StandardPort(StandardValue value) const { return standardPorts_[value]; }
+  // Activation: forgets everything of an earlier life, lists the installed gauges, lets each open its ports,
+  // gives out the poll slots. The standard ports must be open already.
   void PrepareGauges();
-  // Entries 0..15 of the program's own ports, opened by run control.
-  std::array<Port, 16> StandardPort{};
   // Run was pressed: the last sent values start anew, so that the first tick sends every value, and the tick
   // after it the lighting.
   void StartRun();
@@ -33,13 +37,11 @@ class ProcessCycle final : private GaugeTick {
   // Installed gauges; ActiveGaugeCount is at least 1 even where the list is empty.
   const std::vector<ActiveGauge>& ActiveGauges() const { return gauges_; }
   int ActiveGaugeCount() const { return gauges_.empty() ? 1 : static_cast<int>(gauges_.size()); }
-  int IOModuleGaugeCount() const { return ioModuleGaugeCount_; }
   ActiveGauge* GaugeWithID(int gaugeID);
 
   const FlightBoxes& Boxes() const { return boxes_; }
   const FlightValues& Values() const { return flight_; }
   const Lighting& CockpitLighting() const { return lighting_; }
-  int CycleStage() const { return cycleStage_; }
   std::int16_t TickCount = 0;  // ticks since the last rate display; 0 again above 1000
   // Ticks since the program started, and how many make a second at the present interval.
   std::uint32_t TickNumber() const override { return tickNumber_; }
@@ -55,7 +57,6 @@ class ProcessCycle final : private GaugeTick {
   // GaugeTick
   bool Queue(int gaugeID, int command, std::int32_t value) override;
   bool PrepareSide(int gaugeID, int command, std::int32_t value) override;
-  bool PollTurn(const ActiveGauge& gauge) const override;
   const ConfigModel& Model() const override { return model_; }
   SimCom& Sim() override { return sim_; }
   SpecialValues& Special() override { return special_; }
@@ -65,6 +66,7 @@ class ProcessCycle final : private GaugeTick {
   void FillBoxes();
   bool SendLighting();
   void ServeGauges();
+  void ServeModule();
   void EndPolling();
   void SendBatch();
   void ForgetGauges();
@@ -73,13 +75,13 @@ class ProcessCycle final : private GaugeTick {
   SimCom& sim_;
   Serial& serial_;
   SpecialValues& special_;
+  StandardPorts standardPorts_;
   std::vector<ActiveGauge> gauges_;
   int ioModuleGaugeCount_ = 0;
   int pollSlotMax_ = -1;  // -1: no gauge is polled
   int pollSlot_ = 0;
+  bool moduleTick_ = false;  // this tick an IO module has its turn, and no gauge is polled
   int ioModuleTurn_ = 0;
-  int cycleStage_ = 0;
-  bool batchSent_ = false;
   std::array<Byte, 7> sideFrame_{};
   bool sideFrameSet_ = false;
   FlightValues flight_;

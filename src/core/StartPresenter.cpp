@@ -2,20 +2,17 @@
 
 #include <cmath>
 
+#include "config/FunctionNumbers.h"
 #include "config/StartFile.h"
 #include "core/StatusPresenter.h"
 
 namespace tvx {
 namespace {
 
-constexpr int kVersionFunction = 300;
 constexpr int kTicksPerSecond = 20;
 constexpr std::string_view kSimulatorName = "X-Plane";
 constexpr std::string_view kCountdownText = "Program will autostart with Selected Config in: ";
 constexpr std::string_view kWaitingText = "                            Waiting for X-Plane ready: ";
-
-// The states of the probe.
-enum : std::int16_t { kOpenLink = 0, kOpenPort = 1, kReadVersion = 2, kCloseLink = 3, kProbeDone = 4 };
 
 bool IsPort(Port port) {
   return static_cast<std::int16_t>(port) >= 0;
@@ -38,7 +35,7 @@ StartPresenter::StartPresenter(ConfigModel& model, ConfigFile& file, SimCom& sim
 void StartPresenter::Activate() {
   const bool first = !firstLoadDone_;
   firstLoadDone_ = true;
-  probeState_ = kOpenLink;
+  probeState_ = ProbeState::OpenLink;
   if (first) model_.ProgramTitle = std::string(kProgramTitle);
   if (!first) ShowCountdown(false);
   view_.FileName = model_.ConfigFileName = ReadStartFile(model_);
@@ -71,29 +68,29 @@ void StartPresenter::WaitForAutostart_Tick() {
     // The waiting begins: no further step of the countdown may restart it.
     timers_.WaitForAutostart.SetEnabled(false);
     CloseProbe();
-    probeState_ = kOpenLink;
+    probeState_ = ProbeState::OpenLink;
   }
   Changed();
 }
 
 void StartPresenter::ProbeDuringCountdown() {
   switch (probeState_) {
-    case kOpenLink:
+    case ProbeState::OpenLink:
       sim_.OpenUDP();
       sim_.DataReceived = 0;
-      probeState_ = kOpenPort;
+      probeState_ = ProbeState::OpenPort;
       break;
-    case kOpenPort:
-      probeState_ = OpenProbePort() ? kReadVersion : kCloseLink;
+    case ProbeState::OpenPort:
+      probeState_ = OpenProbePort() ? ProbeState::ReadVersion : ProbeState::CloseLink;
       break;
-    case kReadVersion:
+    case ProbeState::ReadVersion:
       if (!ReadVersion()) break;
       ShowSimulator();
-      probeState_ = kCloseLink;
+      probeState_ = ProbeState::CloseLink;
       break;
-    case kCloseLink:
+    case ProbeState::CloseLink:
       CloseProbe();
-      probeState_ = kProbeDone;
+      probeState_ = ProbeState::Done;
       break;
     default:
       break;
@@ -106,13 +103,13 @@ void StartPresenter::TimerWaitForFS_Tick() {
   ShowCountdown(true);
   ++view_.BoxAutoStartTime;
   switch (probeState_) {
-    case kOpenLink:
+    case ProbeState::OpenLink:
       sim_.OpenUDP();
-      probeState_ = kOpenPort;
+      probeState_ = ProbeState::OpenPort;
       break;
-    case kOpenPort:
+    case ProbeState::OpenPort:
       if (OpenProbePort()) {
-        probeState_ = kReadVersion;
+        probeState_ = ProbeState::ReadVersion;
         break;
       }
       CloseProbe();
@@ -120,17 +117,17 @@ void StartPresenter::TimerWaitForFS_Tick() {
       timers_.WaitForAutostart.SetEnabled(false);
       boxes_.Show("Cannot detect X-Plane status.");
       break;
-    case kReadVersion:
+    case ProbeState::ReadVersion:
       if (ReadVersion()) {
         ShowSimulator();
         AutoStartRun();
         return;
       }
-      probeState_ = kOpenLink;
+      probeState_ = ProbeState::OpenLink;
       CloseProbe();
       break;
     default:
-      probeState_ = kOpenLink;
+      probeState_ = ProbeState::OpenLink;
       break;
   }
   Changed();
@@ -138,7 +135,7 @@ void StartPresenter::TimerWaitForFS_Tick() {
 
 bool StartPresenter::OpenProbePort() {
   sim_.CurrentOpener = opener::kInternal;
-  probePort_ = sim_.OpenSimPort(kVersionFunction, 1);
+  probePort_ = sim_.OpenSimPort(functions::kSimulatorVersion, 1);
   if (!IsPort(probePort_)) return false;
   sim_.EnableReadSimPort(probePort_);
   return true;
@@ -187,6 +184,7 @@ void StartPresenter::AutoStartRun() {
     Changed();
     return;
   }
+  // ODDITY: a timer that nobody starts is stopped. It is one of the start form's timers and has no effect.
   timers_.TimerCheckForSilence.SetEnabled(false);
   HandOver();
   run_.cmdRun_Click();
@@ -224,7 +222,7 @@ void StartPresenter::CmdConfigure_Click() {
   timers_.TimerWaitForFS.SetEnabled(false);
   // The configuration may give the link another address; what is tried there opens it anew.
   if (sim_.UdpOpen()) CloseProbe();
-  probeState_ = kOpenLink;
+  probeState_ = ProbeState::OpenLink;
   shell_.ShowMainConfiguration();
 }
 

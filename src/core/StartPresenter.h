@@ -32,7 +32,7 @@ class StartPresenter {
   struct Timers {
     Timer& WaitForAutostart;      // 50 ms
     Timer& TimerWaitForFS;        // 1 s
-    Timer& TimerCheckForSilence;  // has no effect
+    Timer& TimerCheckForSilence;  // never runs
   };
   StartPresenter(ConfigModel& model, ConfigFile& file, SimCom& sim, MessageBoxes& boxes, Shell& shell,
                  StatusPresenter& run, Timers timers);
@@ -51,6 +51,9 @@ class StartPresenter {
   void Exit_Click();
 
  private:
+  // The steps of looking for the simulator.
+  enum class ProbeState { OpenLink, OpenPort, ReadVersion, CloseLink, Done };
+
   void ProbeDuringCountdown();
   bool OpenProbePort();  // false: no port for the simulator's version
   bool ReadVersion();    // true once the simulator has told its version
@@ -71,7 +74,7 @@ class StartPresenter {
   std::function<void()> changed_;
   StartView view_;
   bool firstLoadDone_ = false;
-  std::int16_t probeState_ = 0;   // 0..4
+  ProbeState probeState_ = ProbeState::OpenLink;
   std::uint16_t probeTicks_ = 0;  // since the last step of the countdown
   Port probePort_ = kNoPort;
   float simVersion_ = 0;

@@ -12,8 +12,8 @@
 namespace tvx {
 namespace {
 
-constexpr std::int16_t kYokeInterval = 40;  // ms, whatever the configuration says
-constexpr int kShortestInterval = 10;  // ms; a configuration with less would leave no time for anything else
+constexpr std::int16_t kYokeInterval = 40;    // ms, whatever the configuration says
+constexpr int kShortestInterval = 10;         // ms; less would leave no time for anything else
 constexpr std::int64_t kRenewAfterMs = 3000;  // of silence, and again after each such time
 
 std::size_t IndexOf(PeripheralKind kind) {
@@ -64,11 +64,13 @@ void StatusPresenter::SetCurrentConfig(const std::string& name) {
 void StatusPresenter::Form_Activate() {
   if (activated_) return;
   activated_ = true;
+  // ODDITY: the standard ports are opened, closed, and opened again below. The simulator and the peripherals
+  // have always been asked twice.
   OpenStandardPorts();
   sim_.ClearAllRREF();
   sim_.CloseAllPorts();
   sim_.CloseUDP();
-  cycle_.StandardPort.fill(kNoPort);
+  cycle_.ClearStandardPorts();
   LoadPeripherals();
   if (model_.HasYoke1() || model_.HasYoke2()) model_.General.TransferInterval = kYokeInterval;
   view_.Notice = model_.HasIOModule1() || model_.HasIOModule2() ? keystrokeTrouble_ : std::string();
@@ -88,25 +90,13 @@ void StatusPresenter::Form_Activate() {
 void StatusPresenter::OpenStandardPorts() {
   try {
     sim_.CurrentOpener = opener::kInternal;
-    for (int function = 1; function <= 9; ++function) {
-      OpenStandardPort(static_cast<std::size_t>(function), function, 1, true);
-    }
-    OpenStandardPort(10, 10, 1, false);
-    OpenStandardPort(11, 13, 1, false);
-    OpenStandardPort(12, 14, 1, true);
-    OpenStandardPort(13, 16, 1, true);
-    OpenStandardPort(14, 9, 2, true);
+    cycle_.OpenStandardPorts();
     ForEachConfigured({PeripheralKind::Yokes, PeripheralKind::EngineCluster, PeripheralKind::IOModule1,
                        PeripheralKind::IOModule2},
                       [](Peripheral& peripheral) { peripheral.OpenPorts(); });
   } catch (const std::exception&) {
     boxes_.Show("Error Opening Standard Ports");
   }
-}
-
-void StatusPresenter::OpenStandardPort(std::size_t entry, int function, int sequenceNr, bool enable) {
-  cycle_.StandardPort[entry] = sim_.OpenSimPort(function, sequenceNr);
-  if (enable && cycle_.StandardPort[entry] != kNoPort) sim_.EnableReadSimPort(cycle_.StandardPort[entry]);
 }
 
 template <typename Operation>

@@ -42,7 +42,7 @@ struct StatusView {
   };
   Link Simulator;
   Link GaugeBus;
-  std::string Notice;  // what the user must know and do once; empty when there is nothing
+  std::string Notice;  // what the user must know and do once; empty where there is none
 };
 
 class StatusPresenter {
@@ -65,8 +65,8 @@ class StatusPresenter {
   // The status form was loaded: a new life of it begins.
   void Load();
   void SetCurrentConfig(const std::string& name);  // BoxCurrentConfig
-  // What to tell on the status form where an IO module is configured: why keystrokes cannot be sent. Empty:
-  // nothing.
+  // What to tell on the status form where an IO module is configured: why keystrokes cannot be sent. Empty
+  // where they can.
   void SetKeystrokeTrouble(std::string words) { keystrokeTrouble_ = std::move(words); }
   void Form_Activate();
   void cmdRun_Click();
@@ -89,7 +89,6 @@ class StatusPresenter {
 
  private:
   void OpenStandardPorts();
-  void OpenStandardPort(std::size_t entry, int function, int sequenceNr, bool enable);
   template <typename Operation>
   void ForEachConfigured(std::initializer_list<PeripheralKind> kinds, Operation operation);
   void LoadPeripherals();

@@ -16,7 +16,7 @@ struct FunctionField {
   std::string_view label;
   std::string_view tip;
   bool number = true;  // false: only the sequence number counts
-  int offset = 0;      // the Function used is the configured number and this
+  int offset = 0;      // the Function used is the configured number plus this
 };
 // The needle that a Plate calibrates, and the command that moves the needle to a position 0..1079.
 struct PlateField {
@@ -53,7 +53,7 @@ struct InstrumentDescription {
   std::vector<PlateField> plates{};  // at most two: of the first and the second Function
   std::vector<OptionField> options{};
   std::vector<OptionChoice> models{};  // where the model changes what is shown
-  std::string_view setting6{};         // what the number in GaugeSetting6 means, where it means something
+  std::string_view setting6{};         // what the number in GaugeSetting6 means; empty where it is not used
   std::vector<TrialField> trials{};
   std::vector<ReadingField> readings{};
 };

@@ -51,11 +51,13 @@ TEST_F(StartControlTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) 
   EXPECT_EQ(rig.start.View().SimulatorName, "X-Plane");
   EXPECT_EQ(rig.start.View().LabelXplaneVersion, "11.55.01");
   CountdownTicks(35);
+  rig.silence.enabled = true;
   EXPECT_EQ(rig.start.View().BoxAutoStartTime, 1);
   EXPECT_FALSE(rig.run.Running());
   EXPECT_EQ(rig.sim.PortCount(), 0) << "nothing of the probe stays open";
   CountdownTicks(1);
   EXPECT_TRUE(rig.run.Running());
+  EXPECT_FALSE(rig.silence.enabled);
   EXPECT_EQ(rig.shell.log, (std::vector<std::string>{"show status", "unload configuration", "unload start"}));
   EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Test.cfg");
 }

@@ -41,6 +41,23 @@ TEST(StatusPresenter, ActivationPreparesOnceAndLeavesTheFormHalted) {
   EXPECT_EQ(rig.model.General.TransferInterval, 10);
 }
 
+TEST(StatusPresenter, StandardPortsAreOpenedTwiceInTheirOrder) {
+  ProgramRig rig;
+  for (int n = 1; n <= 16; ++n) rig.Define(n);
+  rig.run.Load();
+  rig.run.Form_Activate();
+  std::string opened;
+  for (int port = 0; port < rig.sim.PortCount(); ++port) {
+    const PortRow& row = rig.sim.PortAt(port);
+    opened +=
+        std::to_string(row.FunctionNr) + '/' + std::to_string(row.SeqNr) + (row.ReadEnabled ? " " : "- ");
+  }
+  EXPECT_EQ(opened, "1/1 2/1 3/1 4/1 5/1 6/1 7/1 8/1 9/1 10/1- 13/1- 14/1 16/1 9/2 ");
+  const std::vector<std::string> sent = rig.socket.TakeSent();
+  ASSERT_EQ(sent.front().substr(0, 4), "DSEL");
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), sent.front()), 2);
+}
+
 TEST(StatusPresenter, RunAndStopAreGuarded) {
   ActivatedRig rig;
   rig.run.cmdRun_Click();

@@ -1,8 +1,10 @@
 #include "tests/e2e/RecordedFlight.h"
 
 #include <sstream>
+#include <utility>
 
 #include "config/ConfigFile.h"
+#include "config/FunctionNumbers.h"
 
 namespace tvx::e2e {
 namespace {
@@ -58,7 +60,16 @@ std::vector<RecordedTick> ReadRecording(const std::string& text) {
 bool RecordedCockpit::Load(const std::string& configFile) {
   model.ConfigFileName = configFile;
   ConfigFile(model, boxes).LoadConfigFile();
-  Start();
+  OpenLinks();
+  // The recorded datagrams carry the numbers of ports, of a time when the cockpit of the tests did not open
+  // these two Functions among the standard ports.
+  FunctionRecord &time = model.Functions[functions::kTimeOfDay],
+                 &temperature = model.Functions[functions::kOutsideTemperature];
+  const FunctionRecord theTime = std::exchange(time, {}), theTemperature = std::exchange(temperature, {});
+  cycle.OpenStandardPorts();
+  time = theTime;
+  temperature = theTemperature;
+  StartCycle();
   return !model.ConfigLoadFailed;
 }
 

@@ -69,13 +69,17 @@ struct CockpitRig {
   }
   // Opens the bus and the standard ports as run control does, and prepares the gauges.
   void Start() {
+    OpenLinks();
+    cycle.OpenStandardPorts();
+    StartCycle();
+  }
+  // The two parts of Start around the standard ports.
+  void OpenLinks() {
     sim.OpenUDP();
     serial.OpenComPorts();
     sim.CurrentOpener = opener::kInternal;
-    for (int n = 1; n <= 9; ++n) OpenStandard(static_cast<std::size_t>(n), n, 1);
-    OpenStandard(12, 14, 1);
-    OpenStandard(13, 16, 1);
-    OpenStandard(14, 9, 2);
+  }
+  void StartCycle() {
     cycle.PrepareGauges();
     cycle.StartRun();
   }
@@ -98,11 +102,6 @@ struct CockpitRig {
   }
 
  private:
-  void OpenStandard(std::size_t entry, int function, int sequenceNr) {
-    cycle.StandardPort[entry] = sim.OpenSimPort(function, sequenceNr);
-    if (cycle.StandardPort[entry] != kNoPort) sim.EnableReadSimPort(cycle.StandardPort[entry]);
-  }
-
   std::array<std::array<float, 8>, 150> groups_{};
 };
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/SerialPort.h"
+#include "tests/fakes/AllocationCount.h"
 
 namespace tvx {
 
@@ -29,7 +30,7 @@ class FakeSerialPort final : public SerialPort {
   // Bytes come in. Received is raised as the real port raises it.
   void Arrive(ByteView bytes) {
     if (state_ != SerialState::Open) return;
-    input_.insert(input_.end(), bytes.begin(), bytes.end());
+    Take(bytes);
     RaiseWhileWaiting();
   }
   void Arrive(std::initializer_list<Byte> bytes) { Arrive(ByteView(bytes.begin(), bytes.size())); }
@@ -70,6 +71,7 @@ class FakeSerialPort final : public SerialPort {
   std::string Device() const override { return device_; }
   bool Write(ByteView bytes) override {
     if (state_ != SerialState::Open || RefuseWrites) return false;
+    const AllocationPause recording;
     Writes.emplace_back(bytes.begin(), bytes.end());
     Sent.insert(Sent.end(), bytes.begin(), bytes.end());
     return true;
@@ -83,6 +85,7 @@ class FakeSerialPort final : public SerialPort {
   }
   std::size_t Waiting() const override { return input_.size(); }
   void DiscardInput() override {
+    const AllocationPause recording;
     Note("discard input");
     input_.clear();
   }
@@ -92,6 +95,10 @@ class FakeSerialPort final : public SerialPort {
   }
 
  private:
+  void Take(ByteView bytes) {
+    const AllocationPause recording;
+    input_.insert(input_.end(), bytes.begin(), bytes.end());
+  }
   void RaiseWhileWaiting() {
     while (state_ == SerialState::Open && input_.size() >= Threshold) {
       const std::size_t before = input_.size();

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/UdpSocket.h"
+#include "tests/fakes/AllocationCount.h"
 
 namespace tvx {
 
@@ -52,6 +53,7 @@ class FakeUdpSocket final : public UdpSocket {
     error_ = std::move(error);
   }
   bool SetUp(const UdpEndpoints& endpoints) override {
+    const AllocationPause recording;
     SetUps.push_back(endpoints);
     open_ = SetUpError.empty();
     lastError_ = SetUpError;
@@ -59,6 +61,7 @@ class FakeUdpSocket final : public UdpSocket {
     return open_;
   }
   void SetRemotePort(std::int32_t remotePort) override {
+    const AllocationPause recording;
     RemotePorts.push_back(remotePort);
     endpoints_.remotePort = remotePort;
   }
@@ -69,6 +72,7 @@ class FakeUdpSocket final : public UdpSocket {
   bool IsOpen() const override { return open_; }
   bool Send(ByteView datagram) override {
     if (!open_) return false;
+    const AllocationPause recording;
     Sent.push_back({std::string(datagram.begin(), datagram.end()), endpoints_});
     return true;
   }

@@ -9,13 +9,12 @@
 #include <vector>
 
 #include "simlink/SimCom.h"
+#include "tests/fakes/AllocationCount.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeUdpSocket.h"
 #include "tests/fakes/SimData.h"
 
 namespace tvx {
-
-extern std::size_t allocations;  // of the whole test program, AllocationCount.cpp
 
 // "44 53 00" as bytes.
 inline std::string Hex(std::string_view text) {

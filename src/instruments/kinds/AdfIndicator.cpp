@@ -1,19 +1,43 @@
 // ADF indicator, Gaugetype 108: the pointer, the card, and the knob that turns the card.
-#include "instruments/kinds/Kinds.h"
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {
 
-// Slots of Ports: Functions 31 and 32, and the Function that the knob sets where one is configured.
-enum : std::size_t { kPointer, kCard, kKnob };
-constexpr int kBearingFunction = 31;  // relative bearing, degrees
-constexpr int kCardFunction = 32;     // heading under the card's index, degrees
-
 constexpr int kCommandPointer = 5;  // steps, 0..4319
 constexpr int kCommandCard = 6;     // steps, 0..4319
-constexpr std::size_t kSecondInput = 1;
+
+class AdfDriver final : public GaugeDriver {
+ public:
+  explicit AdfDriver(const Activation& a)
+      : GaugeDriver(a),
+        bearing_(Open(a, functions::kAdfBearing, 1)),
+        card_(Open(a, functions::kAdfCard, 1)),
+        knob_(a.record.GaugeFunction2 == 0 ? card_
+                                           : Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2)) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    shown_.pointer.QueueRounded(tick, gaugeID_, DialStepsOf(tick.ValueOf(bearing_)));
+    if (Settled(tick)) shown_.card.QueueRounded(tick, gaugeID_, DialStepsOf(tick.ValueOf(card_)));
+  }
+
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (HasLetters(reply, 'C', 'A')) knob_.Report(world, hold_, KnobAngle(ReplyWord(reply, 7)));
+  }
+
+ private:
+  const Port bearing_;  // relative bearing, degrees
+  const Port card_;     // heading under the card's index, degrees
+  ReportedValue knob_;
+  struct Shown {
+    SentValue pointer{kCommandPointer}, card{kCommandCard};
+  } shown_;
+};
 
 class AdfIndicator final : public Instrument {
  public:
@@ -31,28 +55,8 @@ class AdfIndicator final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const GaugeRecord& record = *gauge.Record;
-    OpenInto(gauge, kPointer, sim, kBearingFunction, 1);
-    OpenInto(gauge, kCard, sim, kCardFunction, 1);
-    OpenInto(gauge, kKnob, sim, record.GaugeFunction2, record.GaugeInstance2);
-    const bool configured = record.GaugeFunction2 != 0;
-    ReportThrough(gauge, kSecondInput, configured ? kKnob : kCard,
-                  configured ? record.GaugeFunction2 : kCardFunction);
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    tick.QueueValueIfChanged(gauge, kPointer, kCommandPointer,
-                             DialStepsOf(tick.ValueOf(gauge.Ports[kPointer])));
-    if (tick.Settled(gauge)) {
-      tick.QueueValueIfChanged(gauge, kCard, kCommandCard, DialStepsOf(tick.ValueOf(gauge.Ports[kCard])));
-    }
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (HasLetters(reply, 'C', 'A')) world.Report(gauge, kSecondInput, KnobAngle(ReplyWord(reply, 7)));
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<AdfDriver>(activation);
   }
 };
 

@@ -1,15 +1,14 @@
 // Digital/analogue altimeter, Gaugetype 101: altitude in feet and the air pressure setting.
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {
-
-enum : std::size_t { kAltitude, kPressure };
 
 constexpr int kCommandAltitude = 4;
 constexpr int kCommandPressure = 12;
@@ -21,6 +20,57 @@ double NumberOf(const ShortText& text) {
   std::from_chars(text.View().data(), text.View().data() + text.length, number);
   return number;
 }
+
+// Altitude and pressure come from the program's own flight values, so that it opens no ports.
+class AltimeterDriver final : public GaugeDriver {
+ public:
+  explicit AltimeterDriver(const Activation& a) : GaugeDriver(a) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    shown_.altitude.QueueRounded(tick, gaugeID_, tick.Flight().ShownAltitude);
+    if (record_.GaugeFunction2 != 0 && Settled(tick)) {
+      shown_.pressure.QueueIfChanged(tick, gaugeID_, PressureValue(tick.Flight().AirPressureHg));
+    }
+  }
+
+  // The pressure knob: steps of a hundredth of an inch, or the setting itself in the unit of the face.
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (!HasLetters(reply, 'P', 'P')) return;
+    float& setting = world.BarometricSetting();
+    if (ReplyByte(reply, 10) == 1) {
+      const int steps = ReplyByte(reply, 12) - 128;
+      if (steps == 0) return;
+      setting += static_cast<float>(steps) * 0.01f;
+    } else {
+      const auto raw = static_cast<std::int16_t>(ReplyWord(reply, 7));
+      const double inches = raw / (ReplyModel(reply) == kModelInches ? 100.0 : kMillibarPerInchHg);
+      // A setting that repeats is known to the simulator; writing it again would undo what was set there.
+      const bool repeated = reportedSetting_ == raw;
+      reportedSetting_ = raw;
+      if (repeated && world.Flight().AirPressureHg > 0) return;
+      setting = static_cast<float>(inches);
+    }
+    hold_.Begin(world);
+    world.PutAirPressure(setting);
+  }
+
+ private:
+  // Whole millibar, or hundredths of an inch, of the pressure as the face shows it.
+  std::int32_t PressureValue(double inches) const {
+    const bool inHg = record_.GaugeSetting1 == kModelInches;
+    const double shown = inHg ? NumberOf(FormatNumber(inches, "00.00")) * 100.0
+                              : NumberOf(FormatNumber(inches * kMillibarPerInchHg, "0000"));
+    // The shown number is a decimal fraction: 29.92 * 100 must not become 2991.
+    return static_cast<std::int32_t>(std::clamp(std::floor(shown + 1e-6), -65535.0, 65535.0));
+  }
+
+  struct Shown {
+    SentValue altitude{kCommandAltitude}, pressure{kCommandPressure};
+  } shown_;
+  std::optional<std::int16_t> reportedSetting_;  // in the unit of the face
+};
 
 class Altimeter final : public Instrument {
  public:
@@ -40,54 +90,8 @@ class Altimeter final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  // Altitude and pressure come from the program's own flight values.
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom&) const override {
-    gauge.LastSent.fill(ActiveGauge::kNeverSent);
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    const double altitude = tick.Flight().ShownAltitude;
-    if (const auto feet = RoundTo<std::int32_t>(altitude)) {
-      tick.QueueIfChanged(gauge, kAltitude, kCommandAltitude, *feet);
-    }
-    if (gauge.Record->GaugeFunction2 != 0 && tick.Settled(gauge)) {
-      tick.QueueIfChanged(gauge, kPressure, kCommandPressure,
-                          PressureValue(gauge, tick.Flight().AirPressureHg));
-    }
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  // The pressure knob: steps of a hundredth of an inch, or the setting itself in the unit of the face.
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (!HasLetters(reply, 'P', 'P')) return;
-    float& setting = world.BarometricSetting();
-    if (ReplyByte(reply, 10) == 1) {
-      const int steps = ReplyByte(reply, 12) - 128;
-      if (steps == 0) return;
-      setting += static_cast<float>(steps) * 0.01f;
-    } else {
-      const auto raw = static_cast<std::int16_t>(ReplyWord(reply, 7));
-      const auto reported = static_cast<float>(raw);
-      const double inches = raw / (ReplyModel(reply) == kModelInches ? 100.0 : kMillibarPerInchHg);
-      // A setting that repeats is known to the simulator; writing it again would undo what was set there.
-      const bool repeated = gauge.LastReported[0] == reported;
-      gauge.LastReported[0] = reported;
-      if (repeated && world.Flight().AirPressureHg > 0) return;
-      setting = static_cast<float>(inches);
-    }
-    gauge.QuietUntil = world.TickNumber() + world.TicksPerSecond();
-    world.PutAirPressure(setting);
-  }
-
- private:
-  // Whole millibar, or hundredths of an inch, of the pressure as the face shows it.
-  static std::int32_t PressureValue(const ActiveGauge& gauge, double inches) {
-    const bool inHg = gauge.Record->GaugeSetting1 == kModelInches;
-    const double shown = inHg ? NumberOf(FormatNumber(inches, "00.00")) * 100.0
-                              : NumberOf(FormatNumber(inches * kMillibarPerInchHg, "0000"));
-    // The shown number is a decimal fraction: 29.92 * 100 must not become 2991.
-    return static_cast<std::int32_t>(std::clamp(std::floor(shown + 1e-6), -65535.0, 65535.0));
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<AltimeterDriver>(activation);
   }
 };
 

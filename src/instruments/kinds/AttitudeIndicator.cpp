@@ -1,14 +1,29 @@
 // Attitude indicator, Gaugetype 103: pitch and bank of the program's own flight values.
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 
 namespace tvx {
 namespace {
 
-enum : std::size_t { kPitch, kBank };
-
 constexpr int kCommandPitch = 4;  // tenths of a degree, up positive
 constexpr int kCommandBank = 5;   // tenths of a degree, right positive
 constexpr double kTenths = 10.0;
+
+class AttitudeDriver final : public GaugeDriver {
+ public:
+  explicit AttitudeDriver(const Activation& a) : GaugeDriver(a) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    shown_.pitch.QueueRounded(tick, gaugeID_, tick.Flight().Pitch * kTenths);
+    shown_.bank.QueueRounded(tick, gaugeID_, tick.Flight().Bank * kTenths);
+  }
+
+ private:
+  struct Shown {
+    SentValue pitch{kCommandPitch}, bank{kCommandBank};
+  } shown_;
+};
 
 class AttitudeIndicator final : public Instrument {
  public:
@@ -23,11 +38,8 @@ class AttitudeIndicator final : public Instrument {
                 {"Bank", kCommandBank, -1800, 1800, "0.1°, right positive"}};
     return d;
   }
-  void OpenPorts(ActiveGauge&, const ConfigModel&, SimCom&) const override {}
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    tick.QueueValueIfChanged(gauge, kPitch, kCommandPitch, tick.Flight().Pitch * kTenths);
-    tick.QueueValueIfChanged(gauge, kBank, kCommandBank, tick.Flight().Bank * kTenths);
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<AttitudeDriver>(activation);
   }
 };
 

@@ -1,32 +1,73 @@
 // Audio panel, Gaugetype 125: the marker beacon lamps, and the selector buttons.
-#include "instruments/kinds/Kinds.h"
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {
 
-// Slots of Ports: Function 38 with sequence numbers 1..3, the outer, middle and inner marker.
-constexpr int kMarkerFunction = 38;
-constexpr std::size_t kMarkers = 3;
+constexpr int kCommandLamps = 4;
+constexpr std::int32_t kLampOuter = 1, kLampMiddle = 2, kLampInner = 4;
 
-constexpr std::size_t kLamps = 0;  // of LastSent
-constexpr int kCommandLamps = 4;   // bit 0 outer, bit 1 middle, bit 2 inner marker
+// Buttons of the report: byte 7, then byte 8.
+constexpr int kCom2 = 0x01, kNav2 = 0x02, kCom1 = 0x20;
+constexpr int kNav1 = 0x01, kMarker = 0x02, kAdf = 0x04, kDme = 0x08;
 
-// Working values.
-enum : std::size_t { kLastSelector, kKeptByte };
-
-// Which bit of the report sets which bit of the selector byte.
+// Which button sets which bit of the selector byte.
 struct SelectorBit {
   std::size_t byte;
-  int bit;
+  int button;
   int selector;
 };
 constexpr SelectorBit kSelectorBits[] = {
-    {7, 0x01, 0x40}, {7, 0x02, 0x08}, {7, 0x20, 0x80}, {8, 0x01, 0x10},
-    {8, 0x02, 0x04}, {8, 0x04, 0x01}, {8, 0x08, 0x02},
+    {7, kCom2, 0x40},   {7, kNav2, 0x08}, {7, kCom1, 0x80}, {8, kNav1, 0x10},
+    {8, kMarker, 0x04}, {8, kAdf, 0x01},  {8, kDme, 0x02},
 };
-constexpr int kBothOnFirst = 0x20;  // byte 7 bit 5 set with bit 0 clear
+constexpr int kCom1Alone = 0x20;  // of the selector byte: COM 1 without COM 2
+
+class AudioPanelDriver final : public GaugeDriver {
+ public:
+  explicit AudioPanelDriver(const Activation& a)
+      : GaugeDriver(a),
+        outer_(Open(a, functions::kMarkerBeacon, 1)),
+        middle_(Open(a, functions::kMarkerBeacon, 2)),
+        inner_(Open(a, functions::kMarkerBeacon, 3)) {}
+
+  void Forget() override { shownLamps_ = SentValue(kCommandLamps); }
+  void StartRun() override {
+    Forget();
+    lastSelector_.reset();
+  }
+
+  void Serve(GaugeTick& tick) override {
+    const auto lit = [&tick](Port marker, std::int32_t bit) { return tick.ValueOf(marker) >= 0.5 ? bit : 0; };
+    const std::int32_t lamps = lit(outer_, kLampOuter) | lit(middle_, kLampMiddle) | lit(inner_, kLampInner);
+    shownLamps_.QueueIfChanged(tick, gaugeID_, lamps);
+  }
+
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    int selector = (ReplyByte(reply, 7) & (kCom1 | kCom2)) == kCom1 ? kCom1Alone : 0;
+    for (const SelectorBit& bit : kSelectorBits) {
+      if ((ReplyByte(reply, bit.byte) & bit.button) != 0) selector |= bit.selector;
+    }
+    volume_ = ReplyByte(reply, 10);
+    if (lastSelector_ == selector) return;
+    lastSelector_ = selector;
+    world.Special().AudioPanelBits = static_cast<std::int16_t>(selector);
+    world.Special().SetSoundSelector();
+  }
+
+  std::string KeptText() const override {
+    return volume_ ? "Volume " + std::to_string(*volume_) : std::string();
+  }
+
+ private:
+  const Port outer_, middle_, inner_;  // the marker beacons
+  SentValue shownLamps_{kCommandLamps};
+  std::optional<int> lastSelector_;  // std::nullopt: none since Run
+  std::optional<int> volume_;        // 0..255
+};
 
 class AudioPanel final : public Instrument {
  public:
@@ -44,36 +85,8 @@ class AudioPanel final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    for (std::size_t i = 0; i < kMarkers; ++i)
-      OpenInto(gauge, i, sim, kMarkerFunction, static_cast<int>(i) + 1);
-  }
-
-  void StartRun(ActiveGauge& gauge) const override {
-    Forget(gauge);
-    gauge.Work[kLastSelector] = -1;
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    std::int32_t lamps = 0;
-    for (std::size_t i = 0; i < kMarkers; ++i) {
-      if (tick.ValueOf(gauge.Ports[i]) >= 0.5) lamps |= 1 << i;
-    }
-    tick.QueueIfChanged(gauge, kLamps, kCommandLamps, lamps);
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    int selector = (ReplyByte(reply, 7) & 0x21) == 0x20 ? kBothOnFirst : 0;
-    for (const SelectorBit& bit : kSelectorBits) {
-      if ((ReplyByte(reply, bit.byte) & bit.bit) != 0) selector |= bit.selector;
-    }
-    gauge.Work[kKeptByte] = ReplyByte(reply, 10);
-    if (gauge.Work[kLastSelector] == selector) return;
-    gauge.Work[kLastSelector] = selector;
-    world.Special().AudioPanelBits = static_cast<std::int16_t>(selector);
-    world.Special().SetSoundSelector();
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<AudioPanelDriver>(activation);
   }
 };
 

@@ -1,6 +1,6 @@
 // Autopilot panel, Gaugetype 124: status lamps, altitude preselect, vertical speed and trim; eight buttons,
 // two knobs.
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
@@ -9,13 +9,8 @@ namespace {
 
 constexpr int kFunctionOffset = 90;  // the panel's configured Function numbers count from here
 
-// Slots of Ports: the block of Functions from the first configured one on, then the second configured one.
-constexpr std::size_t kBlock = SpecialValues::kAutopilotPorts;
-constexpr std::size_t kButtons = 1;  // of the block: the command list that the buttons run
-constexpr std::size_t kPreselect = kBlock;
-
-// Slots of LastSent.
-enum : std::size_t { kStatus, kAltitude, kVerticalSpeed, kTrim };
+constexpr std::size_t kCommandList = 1;  // of the block of Functions: what the buttons run
+constexpr int kButtons = 8;
 
 constexpr int kCommandStatus = 4;         // the status bits
 constexpr int kCommandAltitude = 5;       // ft
@@ -24,6 +19,61 @@ constexpr int kCommandTrim = 12;          // -16000..16000
 
 constexpr int kAutopilotGroup = 118;  // of the simulator's data groups
 constexpr int kVerticalSpeedValue = 2;
+
+class AutopilotDriver final : public GaugeDriver {
+ public:
+  explicit AutopilotDriver(const Activation& a) : GaugeDriver(a) {
+    block_.fill(kNoPort);
+    const GaugeRecord& record = a.record;
+    if (record.GaugeFunction1 != 0) {
+      int function = record.GaugeFunction1 + kFunctionOffset;
+      for (Port& port : block_) port = Open(a, function++, record.GaugeInstance1);
+    }
+    if (record.GaugeFunction2 != 0) {
+      preselect_ = ReportedValue(Open(a, record.GaugeFunction2 + kFunctionOffset, record.GaugeInstance2));
+    }
+  }
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    SpecialValues& special = tick.Special();
+    special.SetAutopilotPorts(block_);
+    special.GetAPvaluesFX();
+    shown_.status.QueueIfChanged(tick, gaugeID_, special.APStatusBits);
+    if (Settled(tick)) {
+      shown_.altitude.QueueRounded(tick, gaugeID_, static_cast<double>(special.APValue16));
+      shown_.verticalSpeed.QueueRounded(tick, gaugeID_, static_cast<double>(special.APValue18));
+    }
+    shown_.trim.QueueIfChanged(tick, gaugeID_, special.APTrim);
+  }
+
+  // Byte 7: buttons pressed since the last report, bit 0 the first entry of the command list. Bytes 10, 11:
+  // altitude preselect in ft, where byte 12 is 1. Bytes 13, 14: vertical speed in ft/min, signed, where byte
+  // 15 is 1.
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (!HasLetters(reply, 'A', 'V')) return;
+    for (int button = 0; button < kButtons; ++button) {
+      if ((ReplyByte(reply, 7) & (1 << button)) == 0) continue;
+      auto entry = static_cast<float>(button + 1);
+      world.Sim().PutPort(block_[kCommandList], entry);
+    }
+    if (ReplyByte(reply, 12) == 1) preselect_.Report(world, hold_, ReplyWord(reply, 10));
+    if (ReplyByte(reply, 15) == 1) {
+      const auto speed = static_cast<std::int16_t>(ReplyWord(reply, 13));
+      world.Sim().SendDataFloat(kAutopilotGroup, kVerticalSpeedValue, static_cast<float>(speed));
+      hold_.Begin(world);
+    }
+  }
+
+ private:
+  SpecialValues::AutopilotPortTable block_;
+  ReportedValue preselect_;  // altitude, ft
+  struct Shown {
+    SentValue status{kCommandStatus}, altitude{kCommandAltitude}, verticalSpeed{kCommandVerticalSpeed},
+        trim{kCommandTrim};
+  } shown_;
+};
 
 class Autopilot final : public Instrument {
  public:
@@ -45,53 +95,8 @@ class Autopilot final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const GaugeRecord& record = *gauge.Record;
-    if (record.GaugeFunction1 != 0) {
-      const int first = record.GaugeFunction1 + kFunctionOffset;
-      for (std::size_t i = 0; i < kBlock; ++i) {
-        OpenInto(gauge, i, sim, first + static_cast<int>(i), record.GaugeInstance1);
-      }
-    }
-    if (record.GaugeFunction2 != 0) {
-      OpenInto(gauge, kPreselect, sim, record.GaugeFunction2 + kFunctionOffset, record.GaugeInstance2);
-      ReportThrough(gauge, 1, kPreselect, record.GaugeFunction2 + kFunctionOffset);
-    }
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    SpecialValues::AutopilotPortTable ports;
-    std::copy_n(gauge.Ports.begin(), kBlock, ports.begin());
-    SpecialValues& special = tick.Special();
-    special.SetAutopilotPorts(ports);
-    special.GetAPvaluesFX();
-    tick.QueueIfChanged(gauge, kStatus, kCommandStatus, special.APStatusBits);
-    if (tick.Settled(gauge)) {
-      tick.QueueValueIfChanged(gauge, kAltitude, kCommandAltitude, static_cast<double>(special.APValue16));
-      tick.QueueValueIfChanged(gauge, kVerticalSpeed, kCommandVerticalSpeed,
-                               static_cast<double>(special.APValue18));
-    }
-    tick.QueueIfChanged(gauge, kTrim, kCommandTrim, special.APTrim);
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  // Byte 7: buttons pressed since the last report, bit 0 the first entry of the command list. Bytes 10, 11:
-  // altitude preselect in ft, where byte 12 is 1. Bytes 13, 14: vertical speed in ft/min, signed, where byte
-  // 15 is 1.
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (!HasLetters(reply, 'A', 'V')) return;
-    for (int button = 0; button < 8; ++button) {
-      if ((ReplyByte(reply, 7) & (1 << button)) == 0) continue;
-      auto entry = static_cast<float>(button + 1);
-      world.Sim().PutPort(gauge.Ports[kButtons], entry);
-    }
-    if (ReplyByte(reply, 12) == 1) world.Report(gauge, 1, ReplyWord(reply, 10));
-    if (ReplyByte(reply, 15) == 1) {
-      const auto speed = static_cast<std::int16_t>(ReplyWord(reply, 13));
-      world.Sim().SendDataFloat(kAutopilotGroup, kVerticalSpeedValue, static_cast<float>(speed));
-      gauge.QuietUntil = world.TickNumber() + world.TicksPerSecond();
-    }
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<AutopilotDriver>(activation);
   }
 };
 

@@ -1,5 +1,6 @@
 // Clocks: Gaugetypes 104 (UTC, local time and date) and 109 (outside temperature and voltage as well).
-#include "instruments/kinds/Kinds.h"
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
@@ -9,22 +10,55 @@ namespace {
 constexpr Byte kBoeingClock = 104;
 constexpr Byte kCessnaClock = 109;
 
-// Slots of Ports. They are opened so that the simulator sends the groups that hold the time and the
-// temperature.
-enum : std::size_t { kTimePort, kTemperaturePort };
-constexpr int kTimeFunction = 10;
-constexpr int kTemperatureFunction = 13;
-
-// Slots of LastSent.
-enum : std::size_t { kUtc, kLocal, kDate, kYear, kTemperature, kVoltage };
-
-constexpr int kCommandUtc = 4;           // seconds of the day; above 65535 as 65535 less the seconds
-constexpr int kCommandLocal = 5;         // the same, local time
-constexpr int kCommandDate = 6;          // month * 100 + day
-constexpr int kCommandFlags = 11;        // bit 0: the time jumped, set the hands at once
+constexpr int kCommandUtc = 4;    // seconds of the day; above 65535 as 65535 less the seconds
+constexpr int kCommandLocal = 5;  // the same, local time
+constexpr int kCommandDate = 6;   // month * 100 + day
+constexpr int kCommandFlags = 11;
+constexpr int kFlagTimeJumped = 1;       // set the hands at once
 constexpr int kCommandYear = 12;         // less 2000
 constexpr int kCommandTemperature = 13;  // tenths of a degree C
 constexpr int kCommandVoltage = 14;      // tenths of a volt
+
+class ClockDriver final : public GaugeDriver {
+ public:
+  // The ports are never read: they make the simulator send the groups that hold the time and the temperature.
+  explicit ClockDriver(const Activation& a)
+      : GaugeDriver(a), hasTemperature_(a.record.GaugeType == kCessnaClock) {
+    Open(a, functions::kTimeOfDay, 1);
+    if (hasTemperature_) Open(a, functions::kOutsideTemperature, 1);
+  }
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    const SpecialValues& now = tick.Special();
+    if (now.TimeJumped) tick.Queue(gaugeID_, kCommandFlags, kFlagTimeJumped);
+    shown_.utc.QueueIfChanged(tick, gaugeID_, now.ZuluSeconds);
+    shown_.local.QueueIfChanged(tick, gaugeID_, now.LocalSeconds);
+    shown_.date.QueueIfChanged(tick, gaugeID_, now.DateMonth * 100 + now.DateDay);
+    shown_.year.QueueIfChanged(tick, gaugeID_, now.DateYear);
+    if (!hasTemperature_) return;
+    shown_.temperature.QueueRounded(tick, gaugeID_, static_cast<double>(now.OutsideTemperature) * 10.0);
+    shown_.voltage.QueueRounded(tick, gaugeID_, tick.Flight().Voltage * 10.0);
+  }
+
+  // The time that was set by hand on the clock.
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (ReplyGaugetype(reply) != kBoeingClock) return;
+    const auto number = [reply](std::size_t byte) {
+      return static_cast<std::int16_t>(ReplyByte(reply, byte));
+    };
+    world.Special().PutTimeAndDate({static_cast<std::int16_t>(number(7) + 2000), number(8), number(9),
+                                    number(11), number(12), number(13)});
+  }
+
+ private:
+  const bool hasTemperature_;  // and the voltage
+  struct Shown {
+    SentValue utc{kCommandUtc}, local{kCommandLocal}, date{kCommandDate}, year{kCommandYear},
+        temperature{kCommandTemperature}, voltage{kCommandVoltage};
+  } shown_;
+};
 
 class ClockGauge final : public Instrument {
  public:
@@ -57,36 +91,8 @@ class ClockGauge final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    OpenInto(gauge, kTimePort, sim, kTimeFunction, 1);
-    if (gauge.Record->GaugeType == kCessnaClock)
-      OpenInto(gauge, kTemperaturePort, sim, kTemperatureFunction, 1);
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    const SpecialValues& now = tick.Special();
-    if (now.TimeJumped) tick.Queue(gauge.GaugeID, kCommandFlags, 1);
-    tick.QueueIfChanged(gauge, kUtc, kCommandUtc, now.ZuluSeconds);
-    tick.QueueIfChanged(gauge, kLocal, kCommandLocal, now.LocalSeconds);
-    tick.QueueIfChanged(gauge, kDate, kCommandDate, now.DateMonth * 100 + now.DateDay);
-    tick.QueueIfChanged(gauge, kYear, kCommandYear, now.DateYear);
-    if (gauge.Record->GaugeType == kCessnaClock) {
-      tick.QueueValueIfChanged(gauge, kTemperature, kCommandTemperature,
-                               static_cast<double>(now.OutsideTemperature) * 10.0);
-      tick.QueueValueIfChanged(gauge, kVoltage, kCommandVoltage, tick.Flight().Voltage * 10.0);
-    }
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  // The time that was set by hand on the clock.
-  void HandleReply(ActiveGauge&, ReplyView reply, GaugeReply& world) const override {
-    if (ReplyGaugetype(reply) != kBoeingClock) return;
-    const auto number = [reply](std::size_t byte) {
-      return static_cast<std::int16_t>(ReplyByte(reply, byte));
-    };
-    world.Special().PutTimeAndDate({static_cast<std::int16_t>(number(7) + 2000), number(8), number(9),
-                                    number(11), number(12), number(13)});
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<ClockDriver>(activation);
   }
 };
 

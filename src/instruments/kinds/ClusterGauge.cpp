@@ -1,7 +1,7 @@
 // Cessna engine cluster on the gauge bus, Gaugetype 8: four housings of two needles each, the gauge's mode
 // telling which of the eight engine values this housing shows.
 #include "config/plates/PlateLookup.h"
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 
 namespace tvx {
 namespace {
@@ -9,12 +9,39 @@ namespace {
 constexpr std::size_t kValues = 8;
 constexpr int kModeMask = 3;  // of the option bits
 
-// First of the two ports that each mode shows: mode 0 the last pair (vacuum, amperes), then fuel left and
+// First of the two values that each mode shows: mode 0 the last pair (vacuum, amperes), then fuel left and
 // right, oil temperature and pressure, exhaust temperature and fuel flow.
-constexpr std::array<std::size_t, 4> kFirstPortOfMode{6, 0, 2, 4};
+constexpr std::array<std::size_t, 4> kFirstValueOfMode{6, 0, 2, 4};
 
 constexpr int kCommandFirst = 4;
 constexpr int kCommandSecond = 5;
+
+class ClusterDriver final : public GaugeDriver {
+ public:
+  explicit ClusterDriver(const Activation& a) : GaugeDriver(a) {
+    values_.fill(kNoPort);
+    int function = a.record.GaugeFunction1;
+    if (function == 0) return;
+    for (Port& port : values_) port = Open(a, function++, a.record.GaugeInstance1);
+  }
+
+  // Every tick sends both needles, moved or not: the housing goes to rest when it hears nothing for a second.
+  void Forget() override {}
+  void Serve(GaugeTick& tick) override {
+    const auto mode = static_cast<std::size_t>(record_.GaugeSetting5 & kModeMask);
+    const std::size_t first = kFirstValueOfMode[mode];
+    SendNeedle(tick, kCommandFirst, record_.GaugeSetting3, values_[first]);
+    SendNeedle(tick, kCommandSecond, record_.GaugeSetting4, values_[first + 1]);
+  }
+
+ private:
+  void SendNeedle(GaugeTick& tick, int command, int plateNumber, Port port) const {
+    const PlateRecord* plate = tick.Model().PlateOf(plateNumber);
+    if (plate != nullptr) tick.Queue(gaugeID_, command, NeedlePosition(*plate, tick.ValueOf(port)));
+  }
+
+  std::array<Port, kValues> values_;  // of eight Functions in a row, the first one configured
+};
 
 class ClusterGauge final : public Instrument {
  public:
@@ -40,30 +67,8 @@ class ClusterGauge final : public Instrument {
                 {"Second needle", kCommandSecond, 0, kNeedlePositions - 1, "steps, 3 to a degree"}};
     return d;
   }
-
-  // Eight Functions in a row, the first one configured.
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const int first = gauge.Record->GaugeFunction1;
-    if (first == 0) return;
-    for (std::size_t i = 0; i < kValues; ++i) {
-      OpenInto(gauge, i, sim, first + static_cast<int>(i), gauge.Record->GaugeInstance1);
-    }
-  }
-
-  // Every tick sends both needles, moved or not: the housing goes to rest when it hears nothing for a second.
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    const auto mode = static_cast<std::size_t>(gauge.Record->GaugeSetting5 & kModeMask);
-    const std::size_t port = kFirstPortOfMode[mode];
-    SendNeedle(gauge, tick, port, kCommandFirst, gauge.Record->GaugeSetting3);
-    SendNeedle(gauge, tick, port + 1, kCommandSecond, gauge.Record->GaugeSetting4);
-  }
-
- private:
-  static void SendNeedle(const ActiveGauge& gauge, GaugeTick& tick, std::size_t slot, int command,
-                         int plateNumber) {
-    const PlateRecord* plate = tick.Model().PlateOf(plateNumber);
-    if (plate == nullptr) return;
-    tick.Queue(gauge.GaugeID, command, NeedlePosition(*plate, tick.ValueOf(gauge.Ports[slot])));
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<ClusterDriver>(activation);
   }
 };
 

@@ -1,17 +1,47 @@
 // COM/NAV radio, Gaugetype 120: two radios in one housing, with their active and standby frequencies.
-#include "instruments/kinds/Kinds.h"
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {
 
-// Slots of Ports, and input numbers: active and standby of the first radio, active and standby of the second.
-enum : std::size_t { kActive1, kStandby1, kActive2, kStandby2 };
-constexpr std::array<int, 4> kFunctionOfSlot{20, 22, 21, 23};
-
 constexpr int kOptionSecondRadio = 4;
 constexpr int kInvalid = 0x20;  // in byte 23: the report is not valid
+
+// It keeps its own frequencies: the cycle only asks it.
+class ComNavDriver final : public GaugeDriver {
+ public:
+  // The gauge's first sequence number tells which unit of a stack it is. The second radio's standby frequency
+  // is opened even where its active one is not.
+  explicit ComNavDriver(const Activation& a)
+      : GaugeDriver(a),
+        sendStandby_((a.record.GaugeSetting5 & kOptionSecondRadio) != 0),
+        active1_(Open(a, functions::kRadio1Active, a.record.GaugeInstance1)),
+        standby1_(Open(a, functions::kRadio1Standby, a.record.GaugeInstance1)),
+        active2_(sendStandby_ ? Open(a, functions::kRadio2Active, a.record.GaugeInstance1) : kNoPort),
+        standby2_(Open(a, functions::kRadio2Standby, a.record.GaugeInstance1)) {}
+
+  void Forget() override {}
+  void Serve(GaugeTick&) override {}
+
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (!HasLetters(reply, 'C', 'S') || (ReplyByte(reply, 23) & kInvalid) != 0) return;
+    const auto report = [&](ReportedValue& frequency, std::size_t byte) {
+      frequency.Report(world, hold_, FrequencyOf(ReplyWord(reply, byte)));
+    };
+    report(active1_, 7);
+    report(standby1_, 13);
+    if (!sendStandby_) return;
+    report(active2_, 10);
+    report(standby2_, 16);
+  }
+
+ private:
+  const bool sendStandby_;  // the second radio
+  ReportedValue active1_, standby1_, active2_, standby2_;
+};
 
 class ComNavRadio final : public Instrument {
  public:
@@ -31,32 +61,8 @@ class ComNavRadio final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  // The gauge's first sequence number tells which unit of a stack it is; none is the first.
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    gauge.SendStandby = (gauge.Record->GaugeSetting5 & kOptionSecondRadio) != 0;
-    for (const std::size_t slot : {kActive1, kStandby1, kActive2, kStandby2}) {
-      if (slot == kActive2 && !gauge.SendStandby) continue;
-      OpenInto(gauge, slot, sim, kFunctionOfSlot[slot], gauge.Record->GaugeInstance1);
-      ReportThrough(gauge, slot, slot, kFunctionOfSlot[slot]);
-    }
-  }
-
-  // It keeps its own frequencies: the cycle only asks it.
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (!HasLetters(reply, 'C', 'S') || (ReplyByte(reply, 23) & kInvalid) != 0) return;
-    const auto report = [&](std::size_t input, std::size_t byte) {
-      world.Report(gauge, input, FrequencyOf(ReplyWord(reply, byte)));
-    };
-    report(kActive1, 7);
-    report(kStandby1, 13);
-    if (!gauge.SendStandby) return;
-    report(kActive2, 10);
-    report(kStandby2, 16);
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<ComNavDriver>(activation);
   }
 };
 

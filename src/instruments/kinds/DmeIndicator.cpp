@@ -1,5 +1,8 @@
 // DME indicators, Gaugetypes 113 and 123: distance, ground speed and time to the station, and a selector.
-#include "instruments/kinds/Kinds.h"
+#include <algorithm>
+
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
@@ -8,18 +11,9 @@ namespace {
 
 constexpr Byte kKing = 123;
 
-// Slots of Ports: Functions 27..30 of the first receiver, the source (27 with sequence number 4), the second
-// receiver where the instrument chooses by itself, and the Function that the selector sets where one is
-// configured.
-enum : std::size_t { kDistance, kSpeed, kTime, kFrequency, kSource, kDistance2, kSpeed2, kTime2, kSelector };
-constexpr int kDistanceFunction = 27;
-constexpr int kSpeedFunction = 28;
-constexpr int kTimeFunction = 29;
-constexpr int kFrequencyFunction = 30;
-constexpr int kSourceSequence = 4;
+constexpr int kSourceSequence = 4;  // of the distance's Function: which receiver is the source
 
 constexpr int kOptionDisplayLocal = 1;
-constexpr std::size_t kSelectorInput = 3;
 
 constexpr int kCommandDistance = 4;  // tenths of a nautical mile
 constexpr int kCommandSpeed = 5;     // kt
@@ -27,12 +21,103 @@ constexpr int kCommandTime = 6;      // min
 constexpr int kCommandFlags = 11;    // bit 0: a station is received; bits 4..7: the source, where it is known
 constexpr int kCommandFrequency = 12;  // raw: kHz above 100 MHz
 
-constexpr float kSecondReceiver = 2.0f;
+constexpr double kLowestFrequency = 10000.0;  // 10 kHz; what is not above it is no frequency
 
-// Slots of LastSent beside those of Ports.
-constexpr std::size_t kFlags = 9;
-// Working values.
-constexpr std::size_t kLastFrequency = 0;
+constexpr int kFirstReceiver = 1, kSecondReceiver = 2;
+constexpr int kSelectorFirst = 2, kSelectorSecond = 4;  // byte 17, Gaugetype 113
+constexpr int kFrequencySet = 3;                        // byte 17, Gaugetype 123
+constexpr int kSourceNav1 = 2, kSourceNav2 = 3;         // byte 24; 0 and 1: the DME receiver
+
+class DmeDriver final : public GaugeDriver {
+ public:
+  explicit DmeDriver(const Activation& a)
+      : GaugeDriver(a), dmeDisplayLocal_((a.record.GaugeSetting5 & kOptionDisplayLocal) != 0) {
+    OpenReceiver(a, first_, 1);
+    frequency_ = Open(a, functions::kDmeFrequency, 1);
+    if (a.model.Functions[functions::kDmeDistance].FunctionSetting != 0) {
+      source_ = Open(a, functions::kDmeDistance, kSourceSequence);
+    }
+    if (dmeDisplayLocal_) OpenReceiver(a, second_, 2);
+    const GaugeRecord& record = a.record;
+    selector_ = ReportedValue(
+        record.GaugeFunction2 == 0 ? source_ : Open(a, record.GaugeFunction2, record.GaugeInstance2));
+  }
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    const Receiver& shown = dmeDisplayLocal_ && selected_ == kSecondReceiver ? second_ : first_;
+    const double distance = tick.ValueOf(shown.distance);
+    shown_.distance.QueueRounded(tick, gaugeID_, distance * 10.0);
+    shown_.speed.QueueRounded(tick, gaugeID_, tick.ValueOf(shown.speed));
+    shown_.time.QueueRounded(tick, gaugeID_, tick.ValueOf(shown.time));
+    const double frequency = tick.ValueOf(frequency_);
+    if (frequency > kLowestFrequency) {
+      shown_.frequency.QueueRounded(tick, gaugeID_, RawFrequencyOf(frequency));
+    }
+    const double source = std::clamp(RoundHalfEven(tick.ValueOf(source_)), 0.0, 15.0);
+    shown_.flags.QueueRounded(tick, gaugeID_, (distance > 0 ? 1.0 : 0.0) + 16.0 * source);
+  }
+
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (!HasLetters(reply, 'S', 'D')) return;
+    if (ReplyGaugetype(reply) == kKing) {
+      HandleFrequency(reply, world);
+    } else {
+      HandleSelector(reply, world);
+    }
+  }
+
+ private:
+  struct Receiver {
+    Port distance = kNoPort, speed = kNoPort, time = kNoPort;
+  };
+
+  void OpenReceiver(const Activation& a, Receiver& receiver, int sequenceNr) {
+    receiver.distance = Open(a, functions::kDmeDistance, sequenceNr);
+    receiver.speed = Open(a, functions::kDmeSpeed, sequenceNr);
+    receiver.time = Open(a, functions::kDmeTime, sequenceNr);
+  }
+
+  void HandleSelector(ReplyView reply, GaugeReply& world) {
+    const int position = ReplyByte(reply, 17);
+    if (position != kSelectorFirst && position != kSelectorSecond) return;
+    const int selected = position == kSelectorFirst ? kFirstReceiver : kSecondReceiver;
+    if (dmeDisplayLocal_) {
+      selected_ = selected;
+    } else {
+      selector_.Report(world, hold_, selected);
+    }
+  }
+
+  void HandleFrequency(ReplyView reply, GaugeReply& world) {
+    const int source = ReplyByte(reply, 24);
+    if (ReplyByte(reply, 17) != kFrequencySet || source > kSourceNav2) return;
+    const int raw = ReplyByte(reply, 20) * 256 + ReplyByte(reply, 19);  // the low byte first, here
+    if (lastFrequency_ == raw) return;
+    lastFrequency_ = raw;
+    const auto frequency = static_cast<float>(raw / 10.0);
+    if (source == kSourceNav1) {
+      world.Special().PutNAV1Frequency(frequency);
+    } else if (source == kSourceNav2) {
+      world.Special().PutNAV2Frequency(frequency);
+    } else {
+      world.Sim().SendXplaneDREF("sim/cockpit/radios/dme_freq_hz", frequency);
+    }
+  }
+
+  const bool dmeDisplayLocal_;  // the display selector stays in the instrument
+  Receiver first_, second_;     // the second only where the instrument chooses by itself
+  Port frequency_ = kNoPort;
+  Port source_ = kNoPort;
+  ReportedValue selector_;
+  int selected_ = kFirstReceiver;     // by the instrument itself
+  std::optional<int> lastFrequency_;  // as it was reported
+  struct Shown {
+    SentValue distance{kCommandDistance}, speed{kCommandSpeed}, time{kCommandTime},
+        frequency{kCommandFrequency}, flags{kCommandFlags};
+  } shown_;
+};
 
 class DmeIndicator final : public Instrument {
  public:
@@ -60,84 +145,8 @@ class DmeIndicator final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel& model, SimCom& sim) const override {
-    const GaugeRecord& record = *gauge.Record;
-    gauge.Work[kLastFrequency] = -1;
-    gauge.DMEDisplayLocal = (record.GaugeSetting5 & kOptionDisplayLocal) != 0;
-    OpenInto(gauge, kDistance, sim, kDistanceFunction, 1);
-    OpenInto(gauge, kSpeed, sim, kSpeedFunction, 1);
-    OpenInto(gauge, kTime, sim, kTimeFunction, 1);
-    OpenInto(gauge, kFrequency, sim, kFrequencyFunction, 1);
-    if (model.Functions[kDistanceFunction].FunctionSetting != 0) {
-      OpenInto(gauge, kSource, sim, kDistanceFunction, kSourceSequence);
-    }
-    if (gauge.DMEDisplayLocal) {
-      OpenInto(gauge, kDistance2, sim, kDistanceFunction, 2);
-      OpenInto(gauge, kSpeed2, sim, kSpeedFunction, 2);
-      OpenInto(gauge, kTime2, sim, kTimeFunction, 2);
-    }
-    OpenInto(gauge, kSelector, sim, record.GaugeFunction2, record.GaugeInstance2);
-    const bool configured = record.GaugeFunction2 != 0;
-    ReportThrough(gauge, kSelectorInput, configured ? kSelector : kSource,
-                  configured ? record.GaugeFunction2 : kDistanceFunction);
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    const bool second = gauge.DMEDisplayLocal && gauge.LastInputValue == kSecondReceiver;
-    const double distance = tick.ValueOf(gauge.Ports[second ? kDistance2 : kDistance]);
-    tick.QueueValueIfChanged(gauge, kDistance, kCommandDistance, distance * 10.0);
-    tick.QueueValueIfChanged(gauge, kSpeed, kCommandSpeed,
-                             tick.ValueOf(gauge.Ports[second ? kSpeed2 : kSpeed]));
-    tick.QueueValueIfChanged(gauge, kTime, kCommandTime, tick.ValueOf(gauge.Ports[second ? kTime2 : kTime]));
-    const double frequency = tick.ValueOf(gauge.Ports[kFrequency]);
-    if (frequency > 10000.0) {
-      tick.QueueValueIfChanged(gauge, kFrequency, kCommandFrequency, RawFrequencyOf(frequency));
-    }
-    const double source = std::clamp(RoundHalfEven(tick.ValueOf(gauge.Ports[kSource])), 0.0, 15.0);
-    tick.QueueValueIfChanged(gauge, kFlags, kCommandFlags, (distance > 0 ? 1.0 : 0.0) + 16.0 * source);
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (!HasLetters(reply, 'S', 'D')) return;
-    if (ReplyGaugetype(reply) == kKing) {
-      HandleFrequency(gauge, reply, world);
-    } else {
-      HandleSelector(gauge, reply, world);
-    }
-  }
-
- private:
-  static void HandleSelector(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) {
-    const int position = ReplyByte(reply, 17);
-    if (position != 2 && position != 4) return;
-    const float selected = position == 2 ? 1.0f : kSecondReceiver;
-    if (gauge.DMEDisplayLocal) {
-      gauge.LastInputValue = selected;
-    } else {
-      world.Report(gauge, kSelectorInput, static_cast<double>(selected));
-    }
-  }
-
-  static void HandleFrequency(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) {
-    const int source = ReplyByte(reply, 24);
-    if (ReplyByte(reply, 17) != 3 || source > 3) return;
-    const int raw = ReplyByte(reply, 20) * 256 + ReplyByte(reply, 19);  // the low byte first, here
-    if (gauge.Work[kLastFrequency] == raw) return;
-    gauge.Work[kLastFrequency] = raw;
-    const auto frequency = static_cast<float>(raw / 10.0);
-    switch (source) {
-      case 2:
-        world.Special().PutNAV1Frequency(frequency);
-        break;
-      case 3:
-        world.Special().PutNAV2Frequency(frequency);
-        break;
-      default:
-        world.Sim().SendXplaneDREF("sim/cockpit/radios/dme_freq_hz", frequency);
-        break;
-    }
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<DmeDriver>(activation);
   }
 };
 

@@ -1,22 +1,51 @@
 // Heading indicator / directional gyro, Gaugetype 105: the heading disc, a bug, and two knobs that report.
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
 namespace tvx {
 namespace {
 
-// Slots of Ports: the heading bug and the gyro's correction, as configured. LastSent: disc and bug.
-enum : std::size_t { kBug, kCorrection, kDisc };
-
 constexpr int kCommandDisc = 5;  // steps of the disc, 0..4319
 constexpr int kCommandBug = 6;   // steps of the bug, 0..4319
 constexpr int kOptionKnobs = 1;  // the knobs report
-constexpr double kFirstLimit = 179.0;
-constexpr double kSecondLimit = 179.5;
+// Knob angles above these count from the other side, degrees.
+constexpr double kBugLimit = 179.0;
+constexpr double kCorrectionLimit = 179.5;
 
-// Input numbers.
-enum : std::size_t { kFirst, kSecond };
+class HeadingDriver final : public GaugeDriver {
+ public:
+  explicit HeadingDriver(const Activation& a)
+      : GaugeDriver(a),
+        inputEnabled_((a.record.GaugeSetting5 & kOptionKnobs) != 0),
+        bug_(Open(a, a.record.GaugeFunction1, a.record.GaugeInstance1)),
+        bugKnob_(bug_),
+        correctionKnob_(Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2)) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    shown_.disc.QueueRounded(tick, gaugeID_, DialStepsOf(tick.Flight().Heading));
+    if (bug_ != kNoPort && Settled(tick)) {
+      shown_.bug.QueueRounded(tick, gaugeID_, DialStepsOf(tick.ValueOf(bug_)));
+    }
+  }
+
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (!inputEnabled_) return;
+    bugKnob_.Report(world, hold_, CountAngle(ReplyWord(reply, 10), kBugLimit));
+    const double correction = CountAngle(ReplyWord(reply, 7), kCorrectionLimit);
+    if (!correctionKnob_.WasLast(correction)) correctionKnob_.Report(world, hold_, correction);
+  }
+
+ private:
+  const bool inputEnabled_;
+  const Port bug_;
+  ReportedValue bugKnob_, correctionKnob_;
+  struct Shown {
+    SentValue disc{kCommandDisc}, bug{kCommandBug};
+  } shown_;
+};
 
 class HeadingIndicator final : public Instrument {
  public:
@@ -37,31 +66,8 @@ class HeadingIndicator final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const GaugeRecord& record = *gauge.Record;
-    OpenInto(gauge, kBug, sim, record.GaugeFunction1, record.GaugeInstance1);
-    OpenInto(gauge, kCorrection, sim, record.GaugeFunction2, record.GaugeInstance2);
-    ReportThrough(gauge, kFirst, kBug, record.GaugeFunction1);
-    ReportThrough(gauge, kSecond, kCorrection, record.GaugeFunction2);
-    gauge.InputEnabled = (record.GaugeSetting5 & kOptionKnobs) != 0;
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    tick.QueueValueIfChanged(gauge, kDisc, kCommandDisc, DialStepsOf(tick.Flight().Heading));
-    if (gauge.Ports[kBug] != kNoPort && tick.Settled(gauge)) {
-      tick.QueueValueIfChanged(gauge, kBug, kCommandBug, DialStepsOf(tick.ValueOf(gauge.Ports[kBug])));
-    }
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (!gauge.InputEnabled) return;
-    world.Report(gauge, kFirst, CountAngle(ReplyWord(reply, 10), kFirstLimit));
-    const double second = CountAngle(ReplyWord(reply, 7), kSecondLimit);
-    if (gauge.InputFunction[kSecond] >= 0 && gauge.LastReported[kSecond] != static_cast<float>(second)) {
-      world.Report(gauge, kSecond, second);
-    }
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<HeadingDriver>(activation);
   }
 };
 

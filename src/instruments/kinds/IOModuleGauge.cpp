@@ -1,26 +1,119 @@
 // Input/output module on the gauge bus, Gaugetype 10: sixteen lamps and a number, refreshed one module at a
 // time.
+#include <algorithm>
 #include <cstdlib>
 
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 
 namespace tvx {
 namespace {
 
-// Slots of Ports: what is shown, then what the eight analogue inputs set.
-enum : std::size_t { kLamps, kNumber, kFirstAnalogue };
-constexpr int kAnalogueInputs = 8;
+constexpr std::size_t kAnalogueInputs = 8;
 constexpr int kAnalogueDeadBand = 4;  // of 4095
 constexpr float kFullAnalogue = 4095.0f;
 
 constexpr int kCommandNumber = 4;
 constexpr int kCommandBrightness = 5;
 constexpr int kCommandLamps = 6;
+constexpr double kLevelsPerStep = 64.0;  // of the instrument lights, 0..1023
+constexpr double kBrightestStep = 15.0;
 
-// Working values of a module.
-enum : std::size_t { kPending, kNumberValue, kBrightness };
-enum : std::int32_t { kNumberPending = 1, kBrightnessPending = 2 };
+// A value that waits for the module's turn, wherever it changed.
+class WaitingValue {
+ public:
+  explicit WaitingValue(int command) : command_(command) {}
+  void Note(std::int32_t value) {
+    if (value_ == value) return;
+    value_ = value;
+    waiting_ = true;
+  }
+  void QueueIfWaiting(GaugeTick& tick, int gaugeID) {
+    if (waiting_ && tick.Queue(gaugeID, command_, *value_)) waiting_ = false;
+  }
+
+ private:
+  int command_;
+  std::optional<std::int32_t> value_;
+  bool waiting_ = false;
+};
+
+class IOModuleDriver final : public GaugeDriver {
+ public:
+  explicit IOModuleDriver(const Activation& a)
+      : GaugeDriver(a),
+        lamps_(Open(a, a.record.GaugeFunction1, a.record.GaugeInstance1)),
+        number_(Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2)) {
+    int function = a.record.GaugeSetting6;
+    if (function <= 0) return;
+    for (AnalogueInput& input : inputs_) {
+      if (function < kFunctions) input.port = Open(a, function, 1);
+      ++function;
+    }
+  }
+
+  void Forget() override { shown_ = {}; }
+
+  // No frame goes out here: it only notes what the module's next turn has to send.
+  void Serve(GaugeTick& tick) override {
+    if (number_ != kNoPort) shown_.number.Note(Limited(tick.ValueOf(number_), -kLargestValue));
+    const double step = tick.Flight().InstrumentLights / kLevelsPerStep;
+    shown_.brightness.Note(static_cast<std::int32_t>(std::clamp(step, 0.0, kBrightestStep)));
+  }
+
+  void ServeModuleTurn(GaugeTick& tick) override {
+    tick.Queue(gaugeID_, kCommandLamps, Limited(tick.ValueOf(lamps_), 0));
+    shown_.number.QueueIfWaiting(tick, gaugeID_);
+    shown_.brightness.QueueIfWaiting(tick, gaugeID_);
+  }
+
+  // Bytes 6..11 are the module's text, bytes 13..24 its eight analogue inputs of 12 bits.
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    std::copy_n(reply.begin() + 5, moduleText_.size(), moduleText_.begin());
+    for (std::size_t k = 0; k < inputs_.size() / 2; ++k) {
+      const int high = ReplyByte(reply, 13 + k);
+      Take(inputs_[2 * k], (high & 0xF0) * 16 + ReplyByte(reply, 17 + 2 * k), world);
+      Take(inputs_[2 * k + 1], (high & 0x0F) * 256 + ReplyByte(reply, 18 + 2 * k), world);
+    }
+  }
+
+  std::string KeptText() const override {
+    std::string text;
+    for (const Byte c : moduleText_) {
+      if (c != 0) text += static_cast<char>(c);
+    }
+    return text;
+  }
+
+ private:
+  struct AnalogueInput {
+    Port port = kNoPort;       // of its own Function: the configured one is the first input's
+    std::optional<int> value;  // 0..4095
+  };
+
+  // An input that moved is written to its Function, spread over that Function's minimum to maximum.
+  static void Take(AnalogueInput& input, int value, GaugeReply& world) {
+    if (input.value && std::abs(value - *input.value) < kAnalogueDeadBand) return;
+    input.value = value;
+    if (input.port == kNoPort) return;
+    const FunctionRecord& function =
+        world.Model().Functions[static_cast<std::size_t>(world.Sim().PortAt(input.port).FunctionNr)];
+    const float span = function.boxMaximumValue - function.boxMinimumValue;
+    float sent = function.boxMinimumValue + static_cast<float>(value) / kFullAnalogue * span;
+    world.Sim().PutPort(input.port, sent);
+  }
+  static std::int32_t Limited(double value, std::int32_t lowest) {
+    return static_cast<std::int32_t>(
+        RoundHalfEven(std::clamp(value, static_cast<double>(lowest), static_cast<double>(kLargestValue))));
+  }
+
+  const Port lamps_, number_;
+  std::array<AnalogueInput, kAnalogueInputs> inputs_;
+  std::array<Byte, 6> moduleText_{};
+  struct Shown {
+    WaitingValue number{kCommandNumber}, brightness{kCommandBrightness};
+  } shown_;
+};
 
 class IOModuleGauge final : public Instrument {
  public:
@@ -39,80 +132,8 @@ class IOModuleGauge final : public Instrument {
                 {"Brightness", kCommandBrightness, 0, 15, "steps"}};
     return d;
   }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const GaugeRecord& record = *gauge.Record;
-    OpenInto(gauge, kLamps, sim, record.GaugeFunction1, record.GaugeInstance1);
-    OpenInto(gauge, kNumber, sim, record.GaugeFunction2, record.GaugeInstance2);
-    if (record.GaugeSetting6 <= 0) return;
-    for (int i = 0; i < kAnalogueInputs; ++i) {
-      const int function = record.GaugeSetting6 + i;
-      if (function < kFunctions)
-        OpenInto(gauge, kFirstAnalogue + static_cast<std::size_t>(i), sim, function, 1);
-    }
-  }
-
-  void Forget(ActiveGauge& gauge) const override {
-    gauge.LastSent.fill(ActiveGauge::kUnknown);
-    gauge.Work.fill(0);
-    gauge.Work[kBrightness] = -1;
-  }
-
-  // Nothing goes out here: it only notes what the module's next turn has to send.
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    if (gauge.Ports[kNumber] != kNoPort) {
-      const std::int32_t number = Limited(tick.ValueOf(gauge.Ports[kNumber]), -kLargestValue);
-      if (static_cast<float>(number) != gauge.LastSent[kNumber]) {
-        gauge.LastSent[kNumber] = static_cast<float>(number);
-        gauge.Work[kNumberValue] = number;
-        gauge.Work[kPending] |= kNumberPending;
-      }
-    }
-    const int step = static_cast<int>(std::clamp(tick.Flight().InstrumentLights / 64.0, 0.0, 15.0));
-    if (step != gauge.Work[kBrightness]) {
-      gauge.Work[kBrightness] = step;
-      gauge.Work[kPending] |= kBrightnessPending;
-    }
-  }
-
-  void ServeModuleTurn(ActiveGauge& gauge, GaugeTick& tick) const override {
-    tick.Queue(gauge.GaugeID, kCommandLamps, Limited(tick.ValueOf(gauge.Ports[kLamps]), 0));
-    if (gauge.Work[kPending] & kNumberPending)
-      tick.Queue(gauge.GaugeID, kCommandNumber, gauge.Work[kNumberValue]);
-    if (gauge.Work[kPending] & kBrightnessPending) {
-      tick.Queue(gauge.GaugeID, kCommandBrightness, gauge.Work[kBrightness]);
-    }
-    gauge.Work[kPending] = 0;
-  }
-
-  // Bytes 6..11 are the module's text, bytes 13..24 its eight analogue inputs of 12 bits. Each input that
-  // moved is written to a Function: the spare setting names the first one, input 0 goes there, input 1 to the
-  // next, and so on.
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    std::copy_n(reply.begin() + 5, gauge.ModuleText.size(), gauge.ModuleText.begin());
-    for (std::size_t k = 0; k < 4; ++k) {
-      const int high = ReplyByte(reply, 13 + k);
-      TakeAnalogue(gauge, 2 * k, (high & 0xF0) * 16 + ReplyByte(reply, 17 + 2 * k), world);
-      TakeAnalogue(gauge, 2 * k + 1, (high & 0x0F) * 256 + ReplyByte(reply, 18 + 2 * k), world);
-    }
-  }
-
- private:
-  static void TakeAnalogue(ActiveGauge& gauge, std::size_t input, int value, GaugeReply& world) {
-    const int before = gauge.AnalogueValue[input];
-    if (before >= 0 && std::abs(value - before) < kAnalogueDeadBand) return;
-    gauge.AnalogueValue[input] = static_cast<std::int16_t>(value);
-    const Port port = gauge.Ports[kFirstAnalogue + input];
-    if (port == kNoPort) return;
-    const FunctionRecord& function =
-        world.Model().Functions[static_cast<std::size_t>(world.Sim().PortAt(port).FunctionNr)];
-    const float span = function.boxMaximumValue - function.boxMinimumValue;
-    float sent = function.boxMinimumValue + static_cast<float>(value) / kFullAnalogue * span;
-    world.Sim().PutPort(port, sent);
-  }
-  static std::int32_t Limited(double value, std::int32_t lowest) {
-    return static_cast<std::int32_t>(
-        RoundHalfEven(std::clamp(value, static_cast<double>(lowest), static_cast<double>(kLargestValue))));
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<IOModuleDriver>(activation);
   }
 };
 

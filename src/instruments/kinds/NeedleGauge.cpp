@@ -1,14 +1,13 @@
 // Needle gauges: Gaugetypes 1..6, one or two needles through Plates; type 2 shows digits as well.
+#include <algorithm>
+
 #include "config/plates/PlateLookup.h"
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 
 namespace tvx {
 namespace {
 
 constexpr Byte kWithDisplay = 2;
-
-// Slots of Ports and LastSent.
-enum : std::size_t { kFirst, kSecond, kDisplay, kDisplayControl };
 
 constexpr int kCommandFirstNeedle = 5;
 constexpr int kCommandSecondNeedle = 6;  // the digits, on a gauge with a display
@@ -21,6 +20,50 @@ constexpr int kOneDecimal = 160;   // below: one decimal
 constexpr bool HasSecondNeedle(int gaugetype) {
   return gaugetype == 3 || gaugetype == 5 || gaugetype == 6;
 }
+
+class NeedleDriver final : public GaugeDriver {
+ public:
+  explicit NeedleDriver(const Activation& a)
+      : GaugeDriver(a),
+        first_(Open(a, a.record.GaugeFunction1, a.record.GaugeInstance1)),
+        second_(Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2)) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    const bool withDisplay = record_.GaugeType == kWithDisplay;
+    if (record_.GaugeFunction1 != 0) {
+      const double value = tick.ValueOf(first_);
+      ServeNeedle(tick, shown_.first, record_.GaugeSetting3, value);
+      if (withDisplay) ServeDisplay(tick, value);
+    }
+    // A gauge with a display has no second needle: its command 6 carries the digits.
+    if (record_.GaugeFunction2 != 0 && !withDisplay) {
+      ServeNeedle(tick, shown_.second, record_.GaugeSetting4, tick.ValueOf(second_));
+    }
+  }
+
+ private:
+  // A gauge whose Plate does not exist stays where it is.
+  void ServeNeedle(GaugeTick& tick, SentValue& needle, int plateNumber, double value) {
+    const PlateRecord* plate = tick.Model().PlateOf(plateNumber);
+    if (plate != nullptr) needle.QueueIfChanged(tick, gaugeID_, NeedlePosition(*plate, value));
+  }
+
+  // The digits show tenths; what five digits cannot hold is shown as the largest number that they can.
+  void ServeDisplay(GaugeTick& tick, double value) {
+    const auto digits =
+        RoundTo<std::int32_t>(value * 10.0).value_or(value < 0 ? -kLargestValue : kLargestValue);
+    shown_.digits.QueueIfChanged(tick, gaugeID_, std::clamp(digits, -kLargestValue, kLargestValue));
+    shown_.displayControl.QueueIfChanged(tick, gaugeID_, value >= 1000.0 ? kWholeNumbers : kOneDecimal);
+  }
+
+  const Port first_, second_;
+  struct Shown {
+    SentValue first{kCommandFirstNeedle}, second{kCommandSecondNeedle};
+    SentValue digits{kCommandSecondNeedle}, displayControl{kCommandDisplayControl};
+  } shown_;
+};
 
 class NeedleGauge final : public Instrument {
  public:
@@ -45,44 +88,8 @@ class NeedleGauge final : public Instrument {
     }
     return d;
   }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const GaugeRecord& record = *gauge.Record;
-    OpenInto(gauge, kFirst, sim, record.GaugeFunction1, record.GaugeInstance1);
-    OpenInto(gauge, kSecond, sim, record.GaugeFunction2, record.GaugeInstance2);
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    const GaugeRecord& record = *gauge.Record;
-    if (record.GaugeFunction1 != 0) {
-      const double value = tick.ValueOf(gauge.Ports[kFirst]);
-      ServeNeedle(gauge, tick, kFirst, kCommandFirstNeedle, record.GaugeSetting3, value);
-      if (record.GaugeType == kWithDisplay) ServeDisplay(gauge, tick, value);
-    }
-    // A gauge with a display has no second needle: its command 6 carries the digits.
-    if (record.GaugeFunction2 != 0 && record.GaugeType != kWithDisplay) {
-      ServeNeedle(gauge, tick, kSecond, kCommandSecondNeedle, record.GaugeSetting4,
-                  tick.ValueOf(gauge.Ports[kSecond]));
-    }
-  }
-
- private:
-  // A gauge whose Plate does not exist stays where it is.
-  static void ServeNeedle(ActiveGauge& gauge, GaugeTick& tick, std::size_t slot, int command, int plateNumber,
-                          double value) {
-    const PlateRecord* plate = tick.Model().PlateOf(plateNumber);
-    if (plate == nullptr) return;
-    tick.QueueIfChanged(gauge, slot, command, NeedlePosition(*plate, value));
-  }
-
-  // The digits show tenths; what five digits cannot hold is shown as the largest number that they can.
-  static void ServeDisplay(ActiveGauge& gauge, GaugeTick& tick, double value) {
-    const auto digits =
-        RoundTo<std::int32_t>(value * 10.0).value_or(value < 0 ? -kLargestValue : kLargestValue);
-    const std::int32_t shown = std::clamp(digits, -kLargestValue, kLargestValue);
-    tick.QueueIfChanged(gauge, kDisplay, kCommandSecondNeedle, shown);
-    const int control = value >= 1000.0 ? kWholeNumbers : kOneDecimal;
-    tick.QueueIfChanged(gauge, kDisplayControl, kCommandDisplayControl, control);
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<NeedleDriver>(activation);
   }
 };
 

@@ -1,18 +1,10 @@
 // Radio magnetic indicator, Gaugetype 130: a compass card, two pointers, and a distance window.
-#include "instruments/kinds/Kinds.h"
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 
 namespace tvx {
 namespace {
-
-// Slots of Ports: the distance, the bearings to two VORs and to two ADF stations, degrees.
-enum : std::size_t { kDistance, kVor1, kVor2, kAdf1, kAdf2 };
-constexpr int kDistanceFunction = 27;
-constexpr int kVorFunction = 143;
-constexpr int kAdfFunction = 144;
-
-// Slots of LastSent.
-enum : std::size_t { kCardSent, kPointer1Sent, kPointer2Sent, kDistanceSent };
 
 // Options: which source each pointer shows.
 constexpr int kOptionPointer1Adf = 1;
@@ -26,6 +18,61 @@ constexpr int kCommandPointer2 = 6;
 constexpr int kCommandDistance = 12;  // tenths of a nautical mile
 
 constexpr int kValidVor1 = 0x02, kValidVor2 = 0x04, kValidAdf1 = 0x08, kValidAdf2 = 0x800;
+
+class RmiDriver final : public GaugeDriver {
+ public:
+  explicit RmiDriver(const Activation& a)
+      : GaugeDriver(a),
+        distance_(Open(a, functions::kDmeDistance, 1)),
+        vor1_(Open(a, functions::kRmiVor, 1)),
+        adf1_(Open(a, functions::kRmiAdf, 1)),
+        vor2_((a.record.GaugeSetting5 & kOptionSecondVor) != 0 ? Open(a, functions::kRmiVor, 2) : kNoPort),
+        adf2_((a.record.GaugeSetting5 & kOptionSecondAdf) != 0 ? Open(a, functions::kRmiAdf, 2) : kNoPort) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    const int options = record_.GaugeSetting5;
+    SpecialValues& rmi = tick.Special();
+    rmi.RmiValid = 0;
+    rmi.RmiHasSecond = (options & kOptionSecondVor) != 0;
+    rmi.RmiHasFourth = (options & kOptionSecondAdf) != 0;
+    rmi.RmiBearing1 = Bearing(tick, vor1_, kValidVor1);
+    rmi.RmiBearing2 = Bearing(tick, vor2_, kValidVor2);
+    rmi.RmiAngle3 = TurnOf(Bearing(tick, adf1_, kValidAdf1));
+    rmi.RmiAngle4 = TurnOf(Bearing(tick, adf2_, kValidAdf2));
+    rmi.getRMIData();
+    shown_.card.QueueRounded(tick, gaugeID_, DialStepsOf(tick.Flight().Heading));
+    shown_.pointer1.QueueIfChanged(tick, gaugeID_,
+                                   OnDial(options & kOptionPointer1Adf ? rmi.RmiPos3 : rmi.RmiPos1));
+    shown_.pointer2.QueueIfChanged(tick, gaugeID_,
+                                   OnDial(options & kOptionPointer2Adf ? rmi.RmiPos4 : rmi.RmiPos2));
+    shown_.distance.QueueRounded(tick, gaugeID_, tick.ValueOf(distance_) * 10.0);
+  }
+
+ private:
+  // The bearing as 0..360 degrees; marks it valid when the simulator has one.
+  static float Bearing(GaugeTick& tick, Port port, int valid) {
+    float degrees = 0;
+    if (!tick.Sim().GetPort(port, degrees) || !(std::fabs(degrees) <= 360.0f)) return 0;
+    SpecialValues& rmi = tick.Special();
+    rmi.RmiValid = static_cast<std::int16_t>(rmi.RmiValid | valid);
+    return degrees < 0 ? degrees + 360.0f : degrees;
+  }
+  static std::int16_t TurnOf(float degrees) {
+    const double turns = RoundHalfEven(static_cast<double>(degrees) / 360.0 * 65536.0);
+    return static_cast<std::int16_t>(static_cast<std::uint16_t>(static_cast<std::int32_t>(turns)));
+  }
+  // A full turn is position 0.
+  static std::int32_t OnDial(std::int16_t position) { return position == kDialSteps ? 0 : position; }
+
+  const Port distance_;
+  const Port vor1_, adf1_, vor2_, adf2_;  // bearings, degrees
+  struct Shown {
+    SentValue card{kCommandCard}, pointer1{kCommandPointer1}, pointer2{kCommandPointer2},
+        distance{kCommandDistance};
+  } shown_;
+};
 
 class RadioMagneticIndicator final : public Instrument {
  public:
@@ -51,51 +98,9 @@ class RadioMagneticIndicator final : public Instrument {
                 {"Distance", kCommandDistance, 0, 9999, "0.1 NM"}};
     return d;
   }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const int options = gauge.Record->GaugeSetting5;
-    OpenInto(gauge, kDistance, sim, kDistanceFunction, 1);
-    OpenInto(gauge, kVor1, sim, kVorFunction, 1);
-    OpenInto(gauge, kAdf1, sim, kAdfFunction, 1);
-    if (options & kOptionSecondVor) OpenInto(gauge, kVor2, sim, kVorFunction, 2);
-    if (options & kOptionSecondAdf) OpenInto(gauge, kAdf2, sim, kAdfFunction, 2);
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<RmiDriver>(activation);
   }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    const int options = gauge.Record->GaugeSetting5;
-    SpecialValues& rmi = tick.Special();
-    rmi.RmiValid = 0;
-    rmi.RmiHasSecond = (options & kOptionSecondVor) != 0;
-    rmi.RmiHasFourth = (options & kOptionSecondAdf) != 0;
-    rmi.RmiBearing1 = Bearing(gauge, tick, kVor1, kValidVor1);
-    rmi.RmiBearing2 = Bearing(gauge, tick, kVor2, kValidVor2);
-    rmi.RmiAngle3 = TurnOf(Bearing(gauge, tick, kAdf1, kValidAdf1));
-    rmi.RmiAngle4 = TurnOf(Bearing(gauge, tick, kAdf2, kValidAdf2));
-    rmi.getRMIData();
-    tick.QueueValueIfChanged(gauge, kCardSent, kCommandCard, DialStepsOf(tick.Flight().Heading));
-    tick.QueueIfChanged(gauge, kPointer1Sent, kCommandPointer1,
-                        OnDial(options & kOptionPointer1Adf ? rmi.RmiPos3 : rmi.RmiPos1));
-    tick.QueueIfChanged(gauge, kPointer2Sent, kCommandPointer2,
-                        OnDial(options & kOptionPointer2Adf ? rmi.RmiPos4 : rmi.RmiPos2));
-    tick.QueueValueIfChanged(gauge, kDistanceSent, kCommandDistance,
-                             tick.ValueOf(gauge.Ports[kDistance]) * 10.0);
-  }
-
- private:
-  // The bearing as 0..360 degrees; marks it valid when the simulator has one.
-  static float Bearing(const ActiveGauge& gauge, GaugeTick& tick, std::size_t slot, int valid) {
-    float degrees = 0;
-    if (!tick.Sim().GetPort(gauge.Ports[slot], degrees) || !(std::fabs(degrees) <= 360.0f)) return 0;
-    SpecialValues& rmi = tick.Special();
-    rmi.RmiValid = static_cast<std::int16_t>(rmi.RmiValid | valid);
-    return degrees < 0 ? degrees + 360.0f : degrees;
-  }
-  static std::int16_t TurnOf(float degrees) {
-    const double turns = RoundHalfEven(static_cast<double>(degrees) / 360.0 * 65536.0);
-    return static_cast<std::int16_t>(static_cast<std::uint16_t>(static_cast<std::int32_t>(turns)));
-  }
-  // A full turn is position 0.
-  static std::int32_t OnDial(std::int16_t position) { return position == kDialSteps ? 0 : position; }
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Radio modules, Gaugetypes 110, 111 (COM, NAV or ADF by their options) and 121 (ADF): an active and a
 // standby frequency.
-#include "instruments/kinds/Kinds.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
@@ -9,14 +9,69 @@ namespace {
 
 constexpr Byte kAdfRadio = 121;
 
-enum : std::size_t { kActive, kStandby };
-
 constexpr int kCommandActive = 4;  // raw: kHz above 100 MHz; an ADF: tenths of a kHz
 constexpr int kCommandStandby = 5;
 
 constexpr int kOptionKind = 3;  // 0 COM, 1 NAV, 2 and 3 ADF
 constexpr int kOptionSendStandby = 4;
-constexpr std::int16_t kAdf = 2;  // and above
+constexpr int kAdf = 2;  // and above
+
+class RadioDriver final : public GaugeDriver {
+ public:
+  explicit RadioDriver(const Activation& a)
+      : GaugeDriver(a),
+        radioKind_(a.record.GaugeType == kAdfRadio ? kAdf : a.record.GaugeSetting5 & kOptionKind),
+        sendStandby_((a.record.GaugeSetting5 & kOptionSendStandby) != 0),
+        active_(Open(a, a.record.GaugeFunction1, a.record.GaugeInstance1)),
+        standby_(Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2)),
+        activeKnob_(active_),
+        standbyKnob_(standby_) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    if (!Settled(tick)) return;
+    Show(tick, shown_.active, active_);
+    Show(tick, shown_.standby, standby_);
+  }
+
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (!HasLetters(reply, 'A', 'S')) return;
+    const int active = ReplyWord(reply, 7);
+    const int standby = ReplyWord(reply, 10);
+    if (radioKind_ >= kAdf) {
+      ReportAdf(activeKnob_, active, false, world);
+      if (sendStandby_) ReportAdf(standbyKnob_, standby, true, world);
+      return;
+    }
+    activeKnob_.Report(world, hold_, FrequencyOf(active));
+    if (sendStandby_) standbyKnob_.Report(world, hold_, FrequencyOf(standby));
+  }
+
+ private:
+  // A frequency of 0 is none: the simulator has not told it yet.
+  void Show(GaugeTick& tick, SentValue& shown, Port port) {
+    const double frequency = tick.ValueOf(port);
+    if (frequency <= 0) return;
+    const double raw = radioKind_ >= kAdf ? frequency * 10.0 : RawFrequencyOf(frequency);
+    if (raw > 0) shown.QueueRounded(tick, gaugeID_, raw);
+  }
+
+  // An ADF's frequency goes to its dataref by name, not through its port.
+  void ReportAdf(ReportedValue& knob, int raw, bool standby, GaugeReply& world) {
+    if (!knob.IsNews(world, hold_, raw / 10.0)) return;
+    const auto digits = FiveDigits(raw);
+    world.Special().PutADF({digits.data(), digits.size()}, standby);
+  }
+
+  const int radioKind_;  // 0 COM, 1 NAV, 2 and 3 ADF
+  const bool sendStandby_;
+  const Port active_, standby_;
+  ReportedValue activeKnob_, standbyKnob_;
+  struct Shown {
+    SentValue active{kCommandActive}, standby{kCommandStandby};
+  } shown_;
+};
 
 class RadioModule final : public Instrument {
  public:
@@ -47,53 +102,8 @@ class RadioModule final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const GaugeRecord& record = *gauge.Record;
-    OpenInto(gauge, kActive, sim, record.GaugeFunction1, record.GaugeInstance1);
-    OpenInto(gauge, kStandby, sim, record.GaugeFunction2, record.GaugeInstance2);
-    ReportThrough(gauge, kActive, kActive, record.GaugeFunction1);
-    ReportThrough(gauge, kStandby, kStandby, record.GaugeFunction2);
-    gauge.RadioKind =
-        record.GaugeType == kAdfRadio ? kAdf : static_cast<std::int16_t>(record.GaugeSetting5 & kOptionKind);
-    gauge.SendStandby = (record.GaugeSetting5 & kOptionSendStandby) != 0;
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    if (tick.Settled(gauge)) {
-      Show(gauge, tick, kActive, kCommandActive);
-      Show(gauge, tick, kStandby, kCommandStandby);
-    }
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-  }
-
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (!HasLetters(reply, 'A', 'S')) return;
-    const int active = ReplyWord(reply, 7);
-    const int standby = ReplyWord(reply, 10);
-    if (gauge.RadioKind >= kAdf) {
-      ReportAdf(gauge, kActive, active, world);
-      if (gauge.SendStandby) ReportAdf(gauge, kStandby, standby, world);
-      return;
-    }
-    world.Report(gauge, kActive, FrequencyOf(active));
-    if (gauge.SendStandby) world.Report(gauge, kStandby, FrequencyOf(standby));
-  }
-
- private:
-  // A frequency of 0 is none: the simulator has not told it yet.
-  static void Show(ActiveGauge& gauge, GaugeTick& tick, std::size_t slot, int command) {
-    const double frequency = tick.ValueOf(gauge.Ports[slot]);
-    if (frequency <= 0) return;
-    const double raw = gauge.RadioKind >= kAdf ? frequency * 10.0 : RawFrequencyOf(frequency);
-    if (raw > 0) tick.QueueValueIfChanged(gauge, slot, command, raw);
-  }
-
-  // An ADF's frequency goes to its dataref by name.
-  static void ReportAdf(ActiveGauge& gauge, std::size_t n, int raw, GaugeReply& world) {
-    if (!world.IsNews(gauge, n, raw / 10.0, gauge.Ports[n])) return;
-    const auto digits = FiveDigits(raw);
-    world.Special().PutADF({digits.data(), digits.size()}, n == kStandby);
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<RadioDriver>(activation);
   }
 };
 

@@ -1,6 +1,6 @@
 #include "instruments/kinds/Registry.h"
 
-#include "instruments/kinds/Kinds.h"
+#include <array>
 
 namespace tvx {
 namespace {
@@ -9,13 +9,11 @@ using Table = std::array<const Instrument*, 256>;
 
 Table BuildTable() {
   Table table{};
-  for (const Instrument* kind :
-       {&NeedleGaugeKind(), &ClusterGaugeKind(), &IOModuleGaugeKind(), &AltimeterKind(),
-        &AttitudeIndicatorKind(), &ClockKind(), &HeadingIndicatorKind(), &VorIndicatorKind(),
-        &AdfIndicatorKind(), &RadioModuleKind(), &TransponderKind(), &DmeIndicatorKind(), &ComNavRadioKind(),
-        &AutopilotKind(), &AudioPanelKind(), &RadioMagneticIndicatorKind(), &TrimWheelKind()}) {
+#define TVX_LIST_KIND(Name) &Name##Kind(),
+  for (const Instrument* kind : {TVX_INSTRUMENT_KINDS(TVX_LIST_KIND)}) {
     for (const Byte code : kind->Gaugetypes()) table[code] = kind;
   }
+#undef TVX_LIST_KIND
   return table;
 }
 

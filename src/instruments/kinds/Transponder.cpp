@@ -1,5 +1,6 @@
 // Transponders, Gaugetypes 112, 114 and 122: code, mode and identification.
-#include "instruments/kinds/Kinds.h"
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
@@ -8,26 +9,98 @@ namespace {
 
 constexpr Byte kKing = 122;
 
-// Slots of Ports.
-enum : std::size_t { kCode, kSecondCode, kMode, kReporting, kIdent };
-constexpr int kCodeFunction = 26;
-constexpr int kIdentFunction = 46;
-constexpr int kModeFunction = 47;  // sequence number 1 the mode, 2 whether it reports the altitude
-
 // Options.
 constexpr int kOptionMode = 1;
 constexpr int kOptionReporting = 2;
 constexpr int kOptionIdent = 4;
 constexpr int kOptionSecond = 8;  // a second transponder shows its code beside
 
-// Input numbers.
-enum : std::size_t { kCodeInput, kModeInput, kReportingInput, kIdentInput };
-
 constexpr int kCommandCode = 4;         // 0..7777
 constexpr int kCommandFlightLevel = 5;  // hundreds of feet
 constexpr int kCommandMode = 6;         // the simulator's mode
 constexpr int kCommandSecondCode = 12;
 constexpr int kModeWithoutReporting = 3;  // the stored mode at which the altitude is not reported
+
+class TransponderDriver final : public GaugeDriver {
+ public:
+  explicit TransponderDriver(const Activation& a)
+      : GaugeDriver(a),
+        king_(a.record.GaugeType == kKing),
+        code_(Open(a, functions::kTransponderCode, 1)),
+        secondCode_(OpenIf(kOptionSecond, a, functions::kTransponderCode, 2)),
+        mode_(king_ ? Open(a, functions::kTransponderMode, 1)
+                    : OpenIf(kOptionMode, a, functions::kTransponderMode, 1)),
+        codeKnob_(code_),
+        modeKnob_(mode_),
+        reporting_(OpenIf(kOptionReporting, a, functions::kTransponderMode, 2)),
+        ident_(OpenIf(kOptionIdent, a, functions::kTransponderIdent, 1)) {}
+
+  void Forget() override { shown_ = {}; }
+
+  void Serve(GaugeTick& tick) override {
+    if (!Settled(tick)) return;
+    shown_.code.QueueRounded(tick, gaugeID_, tick.ValueOf(code_));
+    if (secondCode_ != kNoPort) shown_.secondCode.QueueRounded(tick, gaugeID_, tick.ValueOf(secondCode_));
+    if (mode_ != kNoPort) shown_.mode.QueueRounded(tick, gaugeID_, tick.ValueOf(mode_));
+  }
+
+  // Gaugetype 122 answers with its report to the flight level that it shows.
+  void Poll(GaugeTick& tick) override {
+    if (!king_) {
+      GaugeDriver::Poll(tick);
+      return;
+    }
+    const double hundreds = std::floor(tick.Flight().ShownAltitude / 100.0);
+    if (const auto level = RoundTo<std::int32_t>(hundreds)) {
+      tick.PrepareSide(gaugeID_, kCommandFlightLevel, *level);
+    }
+  }
+
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    const int position = ReplyByte(reply, 17);
+    if (ReplyGaugetype(reply) == kKing) {
+      if (!HasLetters(reply, 'X', 'F')) return;
+      codeKnob_.Report(world, hold_, SquawkOf(ReplyByte(reply, 7), ReplyByte(reply, 8)));
+      if (const int mode = ModeOfKing(position); mode >= 0) {
+        modeKnob_.Report(world, hold_, mode);
+        ReportReporting(mode, world);
+      }
+    } else {
+      if (!HasLetters(reply, 'X', 'Y')) return;
+      const std::size_t at = ReplyByte(reply, 15) == 1 ? 7 : 10;
+      codeKnob_.Report(world, hold_, SquawkOf(ReplyByte(reply, at), ReplyByte(reply, at + 1)));
+      modeKnob_.Report(world, hold_, position - 1);
+      ReportReporting(position, world);
+    }
+    ident_.Report(world, hold_, ReplyByte(reply, 13));
+  }
+
+ private:
+  Port OpenIf(int option, const Activation& a, int function, int sequenceNr) {
+    return (a.record.GaugeSetting5 & option) != 0 ? Open(a, function, sequenceNr) : kNoPort;
+  }
+
+  void ReportReporting(int position, GaugeReply& world) {
+    if (!reporting_.Sends() || lastInputValue_ == position) return;
+    lastInputValue_ = position;
+    reporting_.Report(world, hold_, position == kModeWithoutReporting ? 0.0 : 1.0);
+  }
+
+  // The knob's positions off, standby, test, on, altitude as the simulator counts them: 0 off, 1 standby, 2
+  // on, 3 altitude, 4 test. -1 for a position that the knob does not have.
+  static int ModeOfKing(int position) {
+    constexpr std::array<int, 6> kModes{-1, 0, 1, 4, 2, 3};
+    return position > 0 && position < 6 ? kModes[static_cast<std::size_t>(position)] : -1;
+  }
+
+  const bool king_;
+  const Port code_, secondCode_, mode_;
+  ReportedValue codeKnob_, modeKnob_, reporting_, ident_;
+  std::optional<int> lastInputValue_;  // the knob's position when reporting_ was told of it
+  struct Shown {
+    SentValue code{kCommandCode}, secondCode{kCommandSecondCode}, mode{kCommandMode};
+  } shown_;
+};
 
 class Transponder final : public Instrument {
  public:
@@ -58,76 +131,8 @@ class Transponder final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const int options = gauge.Record->GaugeSetting5;
-    const bool king = gauge.Record->GaugeType == kKing;
-    OpenInto(gauge, kCode, sim, kCodeFunction, 1);
-    if (options & kOptionSecond) OpenInto(gauge, kSecondCode, sim, kCodeFunction, 2);
-    if (king || (options & kOptionMode)) OpenInto(gauge, kMode, sim, kModeFunction, 1);
-    if (options & kOptionReporting) OpenInto(gauge, kReporting, sim, kModeFunction, 2);
-    if (options & kOptionIdent) OpenInto(gauge, kIdent, sim, kIdentFunction, 1);
-    ReportThrough(gauge, kCodeInput, kCode, kCodeFunction);
-    ReportThrough(gauge, kModeInput, kMode, kModeFunction);
-    ReportThrough(gauge, kReportingInput, kReporting, kModeFunction);
-    ReportThrough(gauge, kIdentInput, kIdent, kIdentFunction);
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    if (tick.Settled(gauge)) {
-      tick.QueueValueIfChanged(gauge, kCode, kCommandCode, tick.ValueOf(gauge.Ports[kCode]));
-      if (gauge.Ports[kSecondCode] != kNoPort) {
-        tick.QueueValueIfChanged(gauge, kSecondCode, kCommandSecondCode,
-                                 tick.ValueOf(gauge.Ports[kSecondCode]));
-      }
-      if (gauge.Ports[kMode] != kNoPort) {
-        tick.QueueValueIfChanged(gauge, kMode, kCommandMode, tick.ValueOf(gauge.Ports[kMode]));
-      }
-    }
-    if (!tick.PollTurn(gauge)) return;
-    if (gauge.Record->GaugeType == kKing) {
-      // It answers with its report to the flight level that it shows.
-      const double hundreds = std::floor(tick.Flight().ShownAltitude / 100.0);
-      if (const auto level = RoundTo<std::int32_t>(hundreds)) {
-        tick.PrepareSide(gauge.GaugeID, kCommandFlightLevel, *level);
-      }
-    } else {
-      tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-    }
-  }
-
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    const int position = ReplyByte(reply, 17);
-    if (ReplyGaugetype(reply) == kKing) {
-      if (!HasLetters(reply, 'X', 'F')) return;
-      world.Report(gauge, kCodeInput, SquawkOf(ReplyByte(reply, 7), ReplyByte(reply, 8)));
-      if (const int mode = ModeOfKing(position); mode >= 0) {
-        world.Report(gauge, kModeInput, mode);
-        ReportReporting(gauge, mode, world);
-      }
-    } else {
-      if (!HasLetters(reply, 'X', 'Y')) return;
-      const std::size_t at = ReplyByte(reply, 15) == 1 ? 7 : 10;
-      world.Report(gauge, kCodeInput, SquawkOf(ReplyByte(reply, at), ReplyByte(reply, at + 1)));
-      world.Report(gauge, kModeInput, position - 1);
-      ReportReporting(gauge, position, world);
-    }
-    world.Report(gauge, kIdentInput, ReplyByte(reply, 13));
-  }
-
- private:
-  static void ReportReporting(ActiveGauge& gauge, int position, GaugeReply& world) {
-    const auto stored = static_cast<float>(position);
-    if (gauge.InputFunction[kReportingInput] == -1 || gauge.LastInputValue == stored) return;
-    gauge.LastInputValue = stored;
-    world.Report(gauge, kReportingInput, position == kModeWithoutReporting ? 0.0 : 1.0);
-  }
-
-  // The knob's positions off, standby, test, on, altitude as the simulator counts them: 0 off, 1 standby, 2
-  // on, 3 altitude, 4 test. -1 for a position that the knob does not have.
-  static int ModeOfKing(int position) {
-    constexpr std::array<int, 6> kModes{-1, 0, 1, 4, 2, 3};
-    return position > 0 && position < 6 ? kModes[static_cast<std::size_t>(position)] : -1;
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<TransponderDriver>(activation);
   }
 };
 

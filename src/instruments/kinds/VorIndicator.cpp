@@ -1,6 +1,9 @@
 // VOR indicators, Gaugetypes 106 (first receiver) and 107 (second): course and glide slope needles, flags,
 // course knob.
-#include "instruments/kinds/Kinds.h"
+#include <algorithm>
+
+#include "config/FunctionNumbers.h"
+#include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
 
@@ -9,20 +12,81 @@ namespace {
 
 constexpr Byte kVor2 = 107;
 
-// Slots of Ports: Functions 33..36, and the course that the knob sets. LastSent keeps the values as they were
-// read.
-enum : std::size_t { kCourse, kGlide, kToFrom, kFlags, kKnob };
-constexpr std::array<int, 4> kFunctionOfSlot{33, 34, 35, 36};
-
 constexpr int kCommandCourse = 5;
 constexpr int kCommandGlide = 6;
-constexpr int kCommandFlags = 11;  // to/from + 256 * flags
+constexpr int kCommandFlags = 11;  // to/from + 256 * glide slope received
 
 constexpr double kFullDeflection = 127.0;  // a needle's value
 constexpr double kStepsAtFull = 300.0;     // needle steps from the middle
 constexpr double kLimit = 472.0;           // mechanical stop, steps from the middle
 constexpr float kNeedleAtRun = 127.0f;     // every run starts from these last sent values
-constexpr float kFlagsAtRun = 15.0f;
+constexpr Byte kFlagAtRun = 15;
+
+class VorDriver final : public GaugeDriver {
+ public:
+  explicit VorDriver(const Activation& a)
+      : GaugeDriver(a),
+        receiver_(a.record.GaugeType == kVor2 ? 2 : 1),
+        course_{Open(a, functions::kVorCourse, receiver_), kCommandCourse},
+        glideSlope_{Open(a, functions::kVorGlideSlope, receiver_), kCommandGlide},
+        toFrom_{Open(a, functions::kVorToFrom, receiver_)},
+        glideSlopeReceived_{Open(a, functions::kVorGlideSlopeReceived, receiver_)},
+        courseKnob_(Open(a, a.record.GaugeFunction1, a.record.GaugeInstance1)) {}
+
+  void Forget() override {
+    for (Needle* needle : {&course_, &glideSlope_}) needle->sent.reset();
+    for (Flag* flag : {&toFrom_, &glideSlopeReceived_}) flag->sent.reset();
+  }
+  void StartRun() override {
+    for (Needle* needle : {&course_, &glideSlope_}) needle->sent = kNeedleAtRun;
+    for (Flag* flag : {&toFrom_, &glideSlopeReceived_}) flag->sent = kFlagAtRun;
+  }
+
+  void Serve(GaugeTick& tick) override {
+    ServeNeedle(tick, course_);
+    ServeNeedle(tick, glideSlope_);
+
+    // A flag that is no byte is not sent.
+    const auto toFrom = RoundTo<Byte>(tick.ValueOf(toFrom_.port));
+    const auto received = RoundTo<Byte>(tick.ValueOf(glideSlopeReceived_.port));
+    if (!toFrom || !received || (toFrom_.sent == toFrom && glideSlopeReceived_.sent == received)) return;
+    if (!tick.Queue(gaugeID_, kCommandFlags, *toFrom + 256 * *received)) return;
+    toFrom_.sent = toFrom;
+    glideSlopeReceived_.sent = received;
+  }
+
+  // The course knob; a report that repeats is ignored.
+  void HandleReply(ReplyView reply, GaugeReply& world) override {
+    if (!HasLetters(reply, 'C', 'A')) return;
+    const double angle = KnobAngle(ReplyWord(reply, 7));
+    if (!courseKnob_.WasLast(angle)) courseKnob_.Report(world, hold_, angle);
+  }
+
+ private:
+  // What was sent last is kept as it was read: a value that moves within a step is sent again.
+  struct Needle {
+    Port port;
+    int command;
+    std::optional<float> sent{};
+  };
+  struct Flag {
+    Port port;
+    std::optional<Byte> sent{};
+  };
+
+  void ServeNeedle(GaugeTick& tick, Needle& needle) const {
+    const auto value = static_cast<float>(tick.ValueOf(needle.port));
+    if (needle.sent == value) return;
+    const double d = RoundHalfEven(static_cast<double>(value));
+    const double steps = RoundHalfEven(std::clamp(d / kFullDeflection * kStepsAtFull, -kLimit, kLimit));
+    if (tick.Queue(gaugeID_, needle.command, static_cast<std::int32_t>(steps + kLimit))) needle.sent = value;
+  }
+
+  const int receiver_;  // 1 or 2
+  Needle course_, glideSlope_;
+  Flag toFrom_, glideSlopeReceived_;
+  ReportedValue courseKnob_;
+};
 
 class VorIndicator final : public Instrument {
  public:
@@ -42,50 +106,8 @@ class VorIndicator final : public Instrument {
     return d;
   }
   bool Polled() const override { return true; }
-
-  void OpenPorts(ActiveGauge& gauge, const ConfigModel&, SimCom& sim) const override {
-    const int receiver = gauge.Record->GaugeType == kVor2 ? 2 : 1;
-    for (std::size_t slot = 0; slot < kFunctionOfSlot.size(); ++slot) {
-      OpenInto(gauge, slot, sim, kFunctionOfSlot[slot], receiver);
-    }
-    OpenInto(gauge, kKnob, sim, gauge.Record->GaugeFunction1, gauge.Record->GaugeInstance1);
-    ReportThrough(gauge, 0, kKnob, gauge.Record->GaugeFunction1);
-  }
-
-  void StartRun(ActiveGauge& gauge) const override {
-    gauge.LastSent[kCourse] = gauge.LastSent[kGlide] = kNeedleAtRun;
-    gauge.LastSent[kToFrom] = gauge.LastSent[kFlags] = kFlagsAtRun;
-  }
-
-  void Serve(ActiveGauge& gauge, GaugeTick& tick) const override {
-    if (tick.PollTurn(gauge)) tick.PrepareSide(gauge.GaugeID, kCommandReportState, 0);
-    ServeNeedle(gauge, tick, kCourse, kCommandCourse);
-    ServeNeedle(gauge, tick, kGlide, kCommandGlide);
-
-    const auto toFrom = RoundToOrThrow<Byte>(tick.ValueOf(gauge.Ports[kToFrom]));
-    const auto flags = RoundToOrThrow<Byte>(tick.ValueOf(gauge.Ports[kFlags]));
-    if (gauge.LastSent[kToFrom] == toFrom && gauge.LastSent[kFlags] == flags) return;
-    if (!tick.Queue(gauge.GaugeID, kCommandFlags, toFrom + 256 * flags)) return;
-    gauge.LastSent[kToFrom] = toFrom;
-    gauge.LastSent[kFlags] = flags;
-  }
-
-  // The course knob; a report that repeats is ignored.
-  void HandleReply(ActiveGauge& gauge, ReplyView reply, GaugeReply& world) const override {
-    if (!HasLetters(reply, 'C', 'A')) return;
-    const double angle = KnobAngle(ReplyWord(reply, 7));
-    if (gauge.LastReported[0] == static_cast<float>(angle)) return;
-    world.Report(gauge, 0, angle);
-  }
-
- private:
-  static void ServeNeedle(ActiveGauge& gauge, GaugeTick& tick, std::size_t slot, int command) {
-    const auto value = static_cast<float>(tick.ValueOf(gauge.Ports[slot]));
-    if (value == gauge.LastSent[slot]) return;
-    const double d = RoundHalfEven(static_cast<double>(value));
-    const double steps = RoundHalfEven(std::clamp(d / kFullDeflection * kStepsAtFull, -kLimit, kLimit));
-    if (tick.Queue(gauge.GaugeID, command, static_cast<std::int32_t>(steps + kLimit)))
-      gauge.LastSent[slot] = value;
+  std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
+    return std::make_unique<VorDriver>(activation);
   }
 };
 

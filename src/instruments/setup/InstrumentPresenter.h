@@ -45,7 +45,8 @@ class InstrumentPresenter {
   bool WriteNewGaugeID(const std::string& text);
   // Why `text` cannot be the new address; empty where it can.
   std::string NewGaugeIDFault(const std::string& text) const;
-  // Sends a command to the live gauge, by hand.
+  // Sends one of its commands to the live gauge. False where the gauge bus is not open, with a message, and
+  // where the value is outside the trial's range.
   bool Try(const TrialField& trial, int value);
   // Asks, then takes the gauge out of the configuration.
   bool Remove();

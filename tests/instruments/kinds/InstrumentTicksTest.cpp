@@ -1,30 +1,8 @@
 // What a tick sends to each dedicated instrument.
-#include <gtest/gtest.h>
-
-#include "tests/fakes/CockpitRig.h"
+#include "tests/instruments/kinds/InstrumentRig.h"
 
 namespace tvx {
 namespace {
-
-using Commands = std::vector<SentCommand>;
-
-// A rig with one instrument at 12 whose first tick and lighting are over.
-struct TickRig : CockpitRig {
-  void StartWith(int type, int options = 0, int function1 = 0, int function2 = 0) {
-    for (int n = 1; n <= 50; ++n) Define(n);
-    for (int n = 91; n <= 112; ++n) Define(n);
-    for (const int n : {51, 52, 143, 144, 280, 281}) Define(n);
-    model.Functions[281].boxMinimumValue = -1;
-    model.Functions[281].boxMaximumValue = 1;
-    GaugeRecord& gauge = AddGauge(12, type);
-    gauge.GaugeSetting5 = static_cast<std::int16_t>(options);
-    gauge.GaugeFunction1 = static_cast<std::int16_t>(function1);
-    gauge.GaugeFunction2 = static_cast<std::int16_t>(function2);
-    Start();
-    cycle.Tick();
-    cycle.Tick();
-  }
-};
 
 struct Value {
   int function;
@@ -82,7 +60,7 @@ TEST(InstrumentTicks, SendWhatChangedAndThenNothing) {
       {"trim wheel", 140, 0, 0, 0, {{281, -0.5f}, {280, 1}}, {{12, 5, 2500}, {12, 11, 1}}},
   };
   for (const auto& c : cases) {
-    TickRig rig;
+    InstrumentRig rig;
     rig.StartWith(c.type, c.options, c.function1, c.function2);
     for (const Value& v : c.values) rig.Set(v.function, v.value, v.sequence);
     EXPECT_EQ(rig.TickValues(), c.sent) << c.what;
@@ -92,7 +70,7 @@ TEST(InstrumentTicks, SendWhatChangedAndThenNothing) {
 
 TEST(InstrumentTicks, PolledTypesAreAskedAndTheOthersAreNot) {
   for (int type = 1; type < 256; ++type) {
-    TickRig rig;
+    InstrumentRig rig;
     rig.StartWith(type, 0x7F, 51, 52);
     rig.Set(2, 4290);
     Commands polls;
@@ -110,7 +88,7 @@ TEST(InstrumentTicks, PolledTypesAreAskedAndTheOthersAreNot) {
 }
 
 TEST(InstrumentTicks, ClocksFollowTheSimulatorsTimeAndTheComputersDate) {
-  TickRig rig;
+  InstrumentRig rig;
   rig.model.Functions[13].FullName = "outside temperature";
   rig.StartWith(109);
   // Functions 10 and 13 select the groups; the rig's groups 1 and 6 carry the time and the temperature.
@@ -130,22 +108,25 @@ TEST(InstrumentTicks, ClocksFollowTheSimulatorsTimeAndTheComputersDate) {
 }
 
 TEST(InstrumentTicks, DmeShowsTheReceiverThatItsOwnSelectorChose) {
-  TickRig rig;
+  InstrumentRig rig;
   rig.StartWith(113, 1);
   rig.Set(27, 10, 1);
   rig.Set(27, 20, 2);
   EXPECT_EQ(rig.TickValues(), (Commands{{12, 4, 100}, {12, 11, 1}}));
-  rig.cycle.GaugeWithID(12)->LastInputValue = 2.0f;
+  rig.Reply(113, {{17, 4}}, "SD");
   EXPECT_EQ(rig.TickValues(), (Commands{{12, 4, 200}}));
 }
 
 TEST(InstrumentTicks, ATurnedKnobIsLeftAloneForASecond) {
-  TickRig rig;
+  InstrumentRig rig;
   rig.model.General.TransferInterval = 250;
   rig.StartWith(110, 0, 51);
   rig.Set(51, 11850);
-  rig.cycle.GaugeWithID(12)->QuietUntil = rig.cycle.TickNumber() + rig.cycle.TicksPerSecond();
-  for (int tick = 1; tick < 4; ++tick) EXPECT_EQ(rig.TickValues(), Commands{}) << tick;
+  rig.Reply(110, {{7, 0x49}, {8, 0x3E}}, "AS");
+  for (int tick = 1; tick < 4; ++tick) {
+    EXPECT_FALSE(rig.Driver().Hold().Over(rig.cycle.TickNumber())) << tick;
+    EXPECT_EQ(rig.TickValues(), Commands{}) << tick;
+  }
   EXPECT_EQ(rig.TickValues(), (Commands{{12, 4, 18500}}));
 }
 

@@ -1,14 +1,12 @@
 // Counts every allocation of this test program. A file of its own, so that the compiler cannot inline half of
 // a pair and take the other for a mismatch.
+#include "tests/fakes/AllocationCount.h"
+
 #include <cstdlib>
 #include <new>
 
-#include "tests/simlink/Fixture.h"
-
-std::size_t tvx::allocations = 0;
-
 void* operator new(std::size_t size) {
-  ++tvx::allocations;
+  if (tvx::allocationPauses == 0) ++tvx::allocations;
   if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
   throw std::bad_alloc();
 }

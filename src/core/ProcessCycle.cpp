@@ -45,7 +45,7 @@ void ProcessCycle::PrepareGauges() {
     gauge.Unlit = (record.GaugeSetting5 & kOptionUnlit) != 0;
     if (record.GaugeType == kGaugetypeIOModule) ++ioModuleGaugeCount_;
     if (gauge.Kind == nullptr) continue;
-    sim_.CurrentOpener = static_cast<std::int16_t>(id);
+    const OpenerScope by(sim_, static_cast<std::int16_t>(id));
     gauge.Kind->OpenPorts(gauge, model_, sim_);
     if (gauge.Kind->Polled()) gauge.PollSlot = ++pollSlotMax_;
   }

@@ -80,7 +80,7 @@ void StartPresenter::ProbeDuringCountdown() {
   switch (probeState_) {
     case kOpenLink:
       sim_.OpenUDP();
-      sim_.DataReceived = 0;
+      sim_.ClearDataReceived();
       probeState_ = kOpenPort;
       break;
     case kOpenPort:
@@ -137,7 +137,7 @@ void StartPresenter::TimerWaitForFS_Tick() {
 }
 
 bool StartPresenter::OpenProbePort() {
-  sim_.CurrentOpener = opener::kInternal;
+  const OpenerScope by(sim_, opener::kInternal);
   probePort_ = sim_.OpenSimPort(kVersionFunction, 1);
   if (!IsPort(probePort_)) return false;
   sim_.EnableReadSimPort(probePort_);

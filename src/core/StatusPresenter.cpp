@@ -87,7 +87,7 @@ void StatusPresenter::Form_Activate() {
 
 void StatusPresenter::OpenStandardPorts() {
   try {
-    sim_.CurrentOpener = opener::kInternal;
+    const OpenerScope by(sim_, opener::kInternal);
     for (int function = 1; function <= 9; ++function) {
       OpenStandardPort(static_cast<std::size_t>(function), function, 1, true);
     }
@@ -156,7 +156,7 @@ void StatusPresenter::cmdRun_Click() {
                     [](Peripheral& peripheral) { peripheral.Run(); });
   view_.TransferInterval = EffectiveInterval();
   sim_.RunSimcom();
-  sim_.DataReceived = 0;
+  sim_.ClearDataReceived();
   linkOpenedMs_ = lastRenewedMs_ = clock_.MonotonicMs();
   UpdateLinkWords();
   Changed();
@@ -252,10 +252,9 @@ void StatusPresenter::ProcessTimer_Tick() {
 
 void StatusPresenter::Timer1_Tick() {
   view_.frmXferCount = cycle_.TickCount;
-  view_.boxUDPrate = sim_.PacketsReceived;
+  view_.boxUDPrate = sim_.TakePacketsReceived();
   view_.boxNrofOffsets = sim_.PortCount();
   cycle_.TickCount = 0;
-  sim_.PacketsReceived = 0;
   WatchLinks();
   UpdateLinkWords();
   Changed();

@@ -71,7 +71,7 @@ struct CockpitRig {
   void Start() {
     sim.OpenUDP();
     serial.OpenComPorts();
-    sim.CurrentOpener = opener::kInternal;
+    const OpenerScope by(sim, opener::kInternal);
     for (int n = 1; n <= 9; ++n) OpenStandard(static_cast<std::size_t>(n), n, 1);
     OpenStandard(12, 14, 1);
     OpenStandard(13, 16, 1);

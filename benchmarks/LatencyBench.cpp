@@ -88,12 +88,10 @@ void DatagramToFrame(benchmark::State& state) {
   for (auto _ : state) {
     value = value > 900 ? 10 : value + 10;
     const std::string datagram = GroupDatagram(value);
-    const auto before = sim.PacketsReceived;
     const auto start = SteadyClock::now();
     sender.writeDatagram(datagram.data(), static_cast<qint64>(datagram.size()), QHostAddress::LocalHost,
                          port);
-    while (sim.PacketsReceived == before) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    sim.PacketsReceived = 0;
+    while (sim.TakePacketsReceived() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     cycle.Tick();
     pollfd ready{master, POLLIN, 0};
     poll(&ready, 1, 1000);

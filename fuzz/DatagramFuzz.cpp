@@ -42,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (left.empty()) return 0;
   const unsigned mode = static_cast<Byte>(left[0]);
   left.remove_prefix(1);
-  link.sim.UdpMonitorMode = mode & 1;
+  link.sim.SetUdpMonitorMode((mode & 1) != 0);
   while (!left.empty()) {
     const std::size_t length = std::min<std::size_t>(left.size() - 1, 4u * static_cast<Byte>(left[0]));
     const std::string_view datagram = left.substr(1, length);

@@ -31,7 +31,10 @@ inline double RoundHalfEven(double value) {
 template <typename T>
 std::optional<T> RoundTo(double value) {
   static_assert(std::is_integral_v<T> && sizeof(T) <= 4);
-  const double rounded = RoundHalfEven(value);
+  // A sum of this size has no place for a fraction: adding rounds it away, halves to even. Up to 2^51 that is
+  // exact, and what lies above fits no T.
+  constexpr double kNoFraction = 6755399441055744.0;  // 1.5 * 2^52
+  const double rounded = (value + kNoFraction) - kNoFraction;
   if (!(rounded >= static_cast<double>(std::numeric_limits<T>::min()) &&
         rounded <= static_cast<double>(std::numeric_limits<T>::max()))) {
     return std::nullopt;

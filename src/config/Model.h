@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "base/Version.h"
+#include "config/FunctionTable.h"
 #include "config/Records.h"
 
 namespace tvx {
 
-inline constexpr int kFunctions = 301;  // Function numbers 0..300
 inline constexpr int kGaugetypeSlots = 128;
 inline constexpr int kGauges = 256;  // GaugeIDs 0..255
 inline constexpr int kEngineClusterSettings = 11;
@@ -33,7 +33,7 @@ struct ConfigModel {
   GeneralRecord General;
   std::vector<IOModuleRecord> IOModuleInputs =
       std::vector<IOModuleRecord>(1);  // IOMCount records and one spare
-  std::array<FunctionRecord, kFunctions> Functions{};
+  FunctionTable Functions;
   std::array<GaugetypeRecord, kGaugetypeSlots> Gaugetypes{};
   std::array<std::string, kCategories> Categories{};
   std::array<GaugeRecord, kGauges> Gauges{};

@@ -40,10 +40,10 @@ std::string PortRecord(const ConfigModel& model, const SimCom& sim, int port) {
 
 std::string RrefRecord(const SimCom& sim, std::size_t i) {
   const RrefRow& row = sim.Rrefs()[i];
-  const bool open = row.Identifier >= 0 && row.Identifier < sim.PortCount();
+  const bool open = row.For < sim.PortCount();
   return "RREF#= " + std::to_string(i) + " Freq= " + std::to_string(row.Frequency) +
          " Ident= " + std::to_string(row.Identifier) + " Dataref = " + row.Dataref +
-         "; Value = " + FloatText(open ? sim.PortAt(row.Identifier).FloatValue : 0.0f);
+         "; Value = " + FloatText(open ? sim.PortAt(row.For).FloatValue : 0.0f);
 }
 
 }  // namespace

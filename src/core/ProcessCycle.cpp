@@ -35,7 +35,7 @@ void ProcessCycle::PrepareGauges() {
     gauge.Kind = InstrumentOf(record.GaugeType);
     if (record.GaugeType == kGaugetypeIOModule) ++ioModuleGaugeCount_;
     if (gauge.Kind == nullptr) continue;
-    sim_.CurrentOpener = static_cast<std::int16_t>(id);
+    const OpenerScope by(sim_, static_cast<std::int16_t>(id));
     gauge.Driver = gauge.Kind->Activate({gauge.GaugeID, record, model_, sim_});
     if (gauge.Kind->Polled()) gauge.PollSlot = ++pollSlotMax_;
   }

@@ -77,7 +77,7 @@ void StartPresenter::ProbeDuringCountdown() {
   switch (probeState_) {
     case ProbeState::OpenLink:
       sim_.OpenUDP();
-      sim_.DataReceived = 0;
+      sim_.ClearDataReceived();
       probeState_ = ProbeState::OpenPort;
       break;
     case ProbeState::OpenPort:
@@ -134,7 +134,7 @@ void StartPresenter::TimerWaitForFS_Tick() {
 }
 
 bool StartPresenter::OpenProbePort() {
-  sim_.CurrentOpener = opener::kInternal;
+  const OpenerScope by(sim_, opener::kInternal);
   probePort_ = sim_.OpenSimPort(functions::kSimulatorVersion, 1);
   if (!IsPort(probePort_)) return false;
   sim_.EnableReadSimPort(probePort_);

@@ -89,7 +89,7 @@ void StatusPresenter::Form_Activate() {
 
 void StatusPresenter::OpenStandardPorts() {
   try {
-    sim_.CurrentOpener = opener::kInternal;
+    const OpenerScope by(sim_, opener::kInternal);
     cycle_.OpenStandardPorts();
     ForEachConfigured({PeripheralKind::Yokes, PeripheralKind::EngineCluster, PeripheralKind::IOModule1,
                        PeripheralKind::IOModule2},
@@ -146,7 +146,7 @@ void StatusPresenter::cmdRun_Click() {
                     [](Peripheral& peripheral) { peripheral.Run(); });
   view_.TransferInterval = EffectiveInterval();
   sim_.RunSimcom();
-  sim_.DataReceived = 0;
+  sim_.ClearDataReceived();
   linkOpenedMs_ = lastRenewedMs_ = clock_.MonotonicMs();
   UpdateLinkWords();
   Changed();
@@ -242,10 +242,9 @@ void StatusPresenter::ProcessTimer_Tick() {
 
 void StatusPresenter::Timer1_Tick() {
   view_.frmXferCount = cycle_.TickCount;
-  view_.boxUDPrate = sim_.PacketsReceived;
+  view_.boxUDPrate = sim_.TakePacketsReceived();
   view_.boxNrofOffsets = sim_.PortCount();
   cycle_.TickCount = 0;
-  sim_.PacketsReceived = 0;
   WatchLinks();
   UpdateLinkWords();
   Changed();

@@ -68,7 +68,7 @@ FfbPorts::FfbPorts(const ConfigModel& model, SimCom& sim, MessageBoxes& boxes)
 
 void FfbPorts::Open() {
   Forget();
-  sim_.CurrentOpener = opener::kYokes;
+  const OpenerScope by(sim_, opener::kYokes);
   for (int offset = 0; offset < kFfbOffsets; ++offset) {
     const auto at = static_cast<std::size_t>(offset);
     int function = model_.Yoke1.FfbFunctions[at];

@@ -151,4 +151,24 @@ std::optional<std::string_view> CutEntry(std::string_view lines, int number) {
   return lines.substr(at + 3, lineEnd - (at + 3));
 }
 
+DatagramKind Classify(ByteView datagram) {
+  if (datagram.size() < kSmallestDatagram) return DatagramKind::TooShort;
+  // The fifth byte differs between versions of the simulator and is not looked at.
+  const std::array<char, 4> tag{static_cast<char>(datagram[0]), static_cast<char>(datagram[1]),
+                                static_cast<char>(datagram[2]), static_cast<char>(datagram[3])};
+  const std::string_view text(tag.data(), tag.size());
+  if (text == "DATA") return DatagramKind::Data;
+  if (text == "RREF") return DatagramKind::Rref;
+  if (text == "DREF") return DatagramKind::Dref;
+  return DatagramKind::Other;
+}
+
+int RecordCount(std::size_t bytes, std::size_t recordSize) {
+  if (bytes < kHeaderSize || recordSize == 0) return 0;
+  const std::size_t whole = (bytes - kHeaderSize) / recordSize;
+  const std::size_t rest = (bytes - kHeaderSize) % recordSize;
+  const bool up = 2 * rest > recordSize || (2 * rest == recordSize && whole % 2 == 1);
+  return static_cast<int>(up ? whole + 1 : whole);
+}
+
 }  // namespace tvx

@@ -20,9 +20,6 @@ inline constexpr std::size_t kDrefPathLimit = 500;
 inline constexpr std::size_t kRrefPathLimit = 400;
 inline constexpr std::size_t kCommandPathLimit = 1400;  // what fits one unfragmented datagram
 inline constexpr int kDataValuesPerGroup = 8;
-// Sizes of one record of an RREF reply and of one group of a DATA datagram.
-inline constexpr std::size_t kRrefRecordSize = 8;
-inline constexpr std::size_t kDataGroupSize = 4 + 4 * kDataValuesPerGroup;
 // In a DATA packet: leave this value as it is.
 inline constexpr int kLeaveUnchanged = -999;
 
@@ -48,29 +45,60 @@ int RrefIdentifierOnWire(std::int32_t identifier);
 bool BuildRREF(std::string_view path, std::int32_t frequency, std::int32_t identifier, Datagram& out);
 
 // The text of entry `number` in a list of "#number:text" lines, each ended by CR LF: what stands from 3
-// characters after the key to the next CR LF, searched from 2 characters after it. Nothing when the key or
-// the line end is missing. The fixed distance of 3 fits numbers 1..9; a longer number keeps its ":" in front.
+// characters after the key to the next CR LF, searched from 2 characters after it. std::nullopt when the key
+// or the line end is missing. The fixed distance of 3 fits numbers 1..9; a longer number keeps its ":" in
+// front.
 std::optional<std::string_view> CutEntry(std::string_view lines, int number);
 
-// What a datagram from the simulator is, by its first four bytes.
+// --- what the simulator sends ---
+
+inline constexpr std::size_t kHeaderSize = 5;
+inline constexpr std::size_t kSmallestDatagram = kHeaderSize + 1;
+// Sizes of one record of an RREF reply and of one group of a DATA datagram.
+inline constexpr std::size_t kRrefRecordSize = 8;
+inline constexpr std::size_t kDataGroupSize = 4 + 4 * kDataValuesPerGroup;
+
+// What a datagram is, by its first four bytes.
 enum class DatagramKind { TooShort, Dref, Rref, Data, Other };
 DatagramKind Classify(ByteView datagram);
 
-// Number of records that a datagram of `bytes` bytes holds with `recordSize` bytes each after its five-byte
-// header: the quotient rounded to nearest, halves to even. It can point past the end.
+// Number of records that a datagram of `bytes` bytes holds with `recordSize` bytes each after its header: the
+// quotient rounded to nearest, halves to even. It can point past the end.
 int RecordCount(std::size_t bytes, std::size_t recordSize);
 
-// One record of an RREF reply, one group of a DATA datagram. Nothing when the record does not lie wholly
-// within the datagram.
+// Record `record` of `size` bytes each; std::nullopt when it does not lie wholly within the datagram.
+inline std::optional<ByteView> RecordAt(ByteView datagram, int record, std::size_t size) {
+  if (record < 0) return std::nullopt;
+  const std::size_t at = kHeaderSize + static_cast<std::size_t>(record) * size;
+  if (at > datagram.size() || datagram.size() - at < size) return std::nullopt;
+  return datagram.subspan(at, size);
+}
+
+// One record of an RREF reply; std::nullopt as above.
 struct RrefValue {
-  int identifier;
+  int identifier;  // 0..65535
   float value;
 };
-std::optional<RrefValue> ReadRrefRecord(ByteView datagram, int record);
+inline std::optional<RrefValue> ReadRrefRecord(ByteView datagram, int record) {
+  const auto bytes = RecordAt(datagram, record, kRrefRecordSize);
+  if (!bytes) return std::nullopt;
+  return RrefValue{(*bytes)[0] + 256 * (*bytes)[1], FloatFromLittleEndian(bytes->subspan<4, 4>())};
+}
+
+// One group of a DATA datagram; std::nullopt as above.
 struct DataGroup {
-  int index;
+  int index;  // 0..255
   std::array<float, kDataValuesPerGroup> values;
 };
-std::optional<DataGroup> ReadDataGroup(ByteView datagram, int group);
+inline std::optional<DataGroup> ReadDataGroup(ByteView datagram, int group) {
+  const auto bytes = RecordAt(datagram, group, kDataGroupSize);
+  if (!bytes) return std::nullopt;
+  DataGroup result;
+  result.index = (*bytes)[0];
+  for (std::size_t k = 0; k < result.values.size(); ++k) {
+    result.values[k] = FloatFromLittleEndian(bytes->subspan(4 + 4 * k).first<4>());
+  }
+  return result;
+}
 
 }  // namespace tvx

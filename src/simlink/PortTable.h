@@ -1,49 +1,115 @@
-// The simulator ports: small numbers that bind a Function and a sequence number to value slots.
+// The simulator ports: which values they hold, how values reach them and leave them.
 #pragma once
 
+#include <array>
+#include <bitset>
 #include <cstdint>
-#include <string>
+#include <optional>
+#include <span>
 #include <vector>
 
-#include "base/Bytes.h"
+#include "config/Model.h"
+#include "platform/Host.h"
+#include "simlink/DuePorts.h"
+#include "simlink/LinkSocket.h"
+#include "simlink/Packets.h"
+#include "simlink/PortRow.h"
+#include "simlink/Subscriptions.h"
 
 namespace tvx {
 
-// A port number, 0-based in order of opening.
-using Port = std::uint16_t;
-inline constexpr Port kNoPort = 65535;
+inline constexpr int kDataGroups = 151;  // group index 0..150
 
-// Who opens ports (`CurrentOpener`): a GaugeID 0..255, or one of these.
-namespace opener {
-inline constexpr std::int16_t kIOModule1 = 1000;
-inline constexpr std::int16_t kIOModule2 = 2000;
-inline constexpr std::int16_t kInternal = 3000;
-inline constexpr std::int16_t kEngineCluster = 4000;
-inline constexpr std::int16_t kYokes = 5000;
-// "IOM#1", "IOM#2", "INTRN", "ENGCl", "YOKES" or "ID:" and the GaugeID in three digits.
-std::string Text(std::int16_t code);
-}  // namespace opener
+// Every operation on one port does nothing where that port is not open.
+class PortTable {
+ public:
+  PortTable(const ConfigModel& model, LinkSocket& socket, Subscriptions& subscriptions, MessageBoxes& boxes);
 
-struct PortRow {
-  std::int16_t FunctionNr = 0;
-  Byte SeqNr = 0;        // 1..4; 0 counts as 1
-  Byte ReadEnabled = 0;  // 1: refreshed by the receive path, read by GetPort
-  Byte Blocked = 0;      // non-zero stops reading; reserved for a caller that wants to hold a value
-  Byte ByteValue = 0;
-  std::int16_t IntValue = 0;
-  std::int16_t UIntValue = 0;  // spare
-  std::int32_t LongValue = 0;
-  float FloatValue = 0;
-  std::int16_t OpenedBy = 0;
-  Byte Answered = 0;  // 1: the simulator has sent the port's dataref
-};
+  // --- opening ---
+  // The code that ports opened from now on are marked with, Opener.h.
+  void SetCurrentOpener(std::int16_t opener) { currentOpener_ = opener; }
+  std::int16_t CurrentOpener() const { return currentOpener_; }
+  // Opens a port on a Function (1..300) and sequence number (0 becomes 1, seen by the caller), and asks for
+  // its dataref. `port` becomes its number, or kNoPort when the Function number is below 1, the Function is
+  // not defined or 32767 ports are open. A number above 300 leaves `port` as it was, and so does a dataref
+  // Function without a line for the sequence number, which is not opened. A factor of 0 is opened with a
+  // warning.
+  void OpenSimPort(int function, Byte& sequenceNr, Port& port);
+  // The same for a caller that keeps no sequence number; kNoPort where no port was given.
+  Port OpenSimPort(int function, int sequenceNr);
+  void EnableReadSimPort(Port port);   // selects its data group, unless it is a dataref
+  void DisableReadSimPort(Port port);  // port 0 stays enabled
+  // Reads another source from the next datagram on. Sends nothing: a data group that was not selected yet is
+  // only by the next EnableReadSimPort.
+  void NewSeqNr(Port port, Byte sequenceNr);
+  // Holds the port's value, or lets it be refreshed and read again.
+  void BlockPort(Port port, bool blocked);
+  void Clear();  // closes all ports; sends nothing
 
-// A recorded RREF subscription.
-struct RrefRow {
-  std::int32_t Frequency = 0;   // times per second
-  std::int32_t Identifier = 0;  // the port number
-  std::string Dataref;
-  std::int32_t Word = 0;  // always 0
+  // --- values ---
+  // The value, scaled: (raw + add) * multiply / divide. False, and `value` stays as it was, when the port is
+  // not enabled, blocked, or of a type that has no value. A divide factor of 0, or what the simulator sent,
+  // can make it an infinity or NaN.
+  bool GetPort(Port port, float& value) const;
+  bool GetPortRaw(Port port, float& value) const;
+  // Whether what the port reads has ever come from the simulator: its dataref, or its data group for any
+  // port.
+  bool HasArrived(Port port) const;
+  // Writes a value to the simulator; the raw value sent comes back in `value`: value * divide / multiply -
+  // add. A raw value that is no finite number or does not fit the Function's data type is not sent: then it
+  // gives false, and `value` stays as it was.
+  bool PutPort(Port port, float& value);
+
+  // --- what is known ---
+  int PortCount() const { return static_cast<int>(rows_.size()); }
+  const PortRow& PortAt(int port) const { return rows_[static_cast<std::size_t>(port)]; }
+  std::uint16_t PortsOpened() const { return portsOpened_; }  // ever; stops at 65535
+  float DataValue(int group, int valueNumber) const;          // 0 outside 0..150, 0..7
+  std::int16_t MacroValue() const { return macroValue_; }     // of all ports on macro 3
+  std::vector<int> GroupsRead() const;  // 0..255, each once, in the order of the ports that read them
+
+  // --- what arrives; allocates nothing ---
+  // Take a whole datagram of their kind. False where it stops making sense: what came before that counts.
+  bool DecodeRref(ByteView datagram);
+  bool DecodeData(ByteView datagram);
+
+ private:
+  // What refreshing a port needs, worked out from its row and its Function.
+  struct Reading {
+    static constexpr std::int16_t kNoGroup = -1;          // is not refreshed
+    static constexpr std::int16_t kOutsideTheTable = -2;  // abandons the datagram
+    std::int16_t group = kNoGroup;
+    Byte value = 0;
+    Byte dataType = 0;
+  };
+  PortRow* OpenRow(Port port);  // null for a port that is not open
+  const PortRow* ReadableRow(Port port) const;
+  const FunctionRecord& FunctionOf(const PortRow& row) const;
+  std::optional<float> RawOrMacro(const PortRow& row, const FunctionRecord& function) const;
+  void PutMacro(PortRow& row, const FunctionRecord& function, float value);
+  std::optional<float> SendRaw(PortRow& row, const FunctionRecord& function, float raw);
+  Reading ReadingOf(const PortRow& row) const;
+  void FindReaders();
+  std::span<const Port> ReadersOf(std::size_t group) const;
+  bool Refresh(Port port);
+
+  const ConfigModel& model_;
+  LinkSocket& socket_;
+  Subscriptions& subscriptions_;
+  MessageBoxes& boxes_;
+  std::vector<PortRow> rows_;
+  std::int16_t currentOpener_ = 0;
+  std::int16_t macroValue_ = 0;
+  std::uint16_t portsOpened_ = 0;
+  std::array<std::array<float, kDataValuesPerGroup>, kDataGroups> dataValues_{};
+  std::bitset<kDataGroups> arrivedGroups_;
+  // Who reads which group; found anew after readersKnown_ was cleared or a Function may have changed.
+  bool readersKnown_ = false;
+  std::uint64_t readersRevision_ = 0;
+  std::vector<Reading> readings_;  // by port
+  std::vector<Port> readers_;      // group after group; those of group g end at readersEnd_[g]
+  std::array<std::uint16_t, kDataGroups> readersEnd_{};
+  DuePorts due_;  // whose slot may differ from what their source says
 };
 
 }  // namespace tvx

@@ -1,8 +1,8 @@
-// The link to the simulator: the socket's senders and receive path, and the simulator ports.
+// The link to the simulator: one door to its socket, its subscriptions and its ports, and what is known of
+// arrivals.
 #pragma once
 
 #include <array>
-#include <bitset>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -14,161 +14,135 @@
 #include "config/Model.h"
 #include "platform/Host.h"
 #include "platform/UdpSocket.h"
-#include "simlink/Packets.h"
+#include "simlink/LinkSocket.h"
+#include "simlink/Opener.h"
 #include "simlink/PortTable.h"
+#include "simlink/Subscriptions.h"
 
 namespace tvx {
 
-inline constexpr int kDataGroups = 151;        // group index 0..150
-inline constexpr int kLastStoppedGroup = 135;  // CommandStopAll unselects 0..135
-
 // Everything here traps its own errors: a packet that cannot be built or sent is dropped silently, a datagram
-// that does not decode is abandoned where it stops making sense.
+// that does not decode is abandoned where it stops making sense. What is handed on is described where it is
+// done: LinkSocket.h, Subscriptions.h, PortTable.h.
 class SimCom {
  public:
-  // Told of a socket error after its message was shown: writes the dump and stops the run.
-  using SocketErrorHandler = std::function<void(int code)>;
-
   SimCom(const ConfigModel& model, UdpSocket& socket, MessageBoxes& boxes, const Clock& clock);
 
-  void SetSocketErrorHandler(SocketErrorHandler handler) { socketError_ = std::move(handler); }
-
-  // --- for the test console ---
-  // Where the link leads; nothing: where the configuration says. Counts from the next set-up of the socket.
-  struct Endpoint {
-    std::string RemoteIP, RemotePort, LocalPort;
-    bool operator==(const Endpoint&) const = default;
-  };
-  void UseEndpoint(std::optional<Endpoint> endpoint);
-  // Told of every datagram that arrives in monitor mode, with the sender's port (0: not known).
-  using MonitorHandler = std::function<void(ByteView datagram, std::int32_t senderPort)>;
-  void SetMonitor(MonitorHandler handler) { monitor_ = std::move(handler); }
-
   // --- socket ---
-  // Takes the configured host and ports and binds. False when the ports' texts are no numbers 1..65535, the
-  // host is no IPv4 address, or the local port is taken; LinkError() tells in words.
+  using Endpoint = LinkSocket::Endpoint;
+  void UseEndpoint(std::optional<Endpoint> endpoint) { link_.UseEndpoint(std::move(endpoint)); }
   bool OpenUDP();
-  void CloseUDP();
+  void CloseUDP() { link_.CloseUDP(); }
   void OpenSimCom() { OpenUDP(); }
   void RunSimcom() { OpenUDP(); }
   void StopSimcom() { CloseUDP(); }
-  bool UdpOpen() const { return socket_.IsOpen(); }
-  // Why the last set-up of the socket failed, in words; empty after one that succeeded.
-  std::string LinkError() const;
+  bool UdpOpen() const { return link_.IsOpen(); }
+  std::string LinkError() const { return link_.Error(); }
+  // Told of a socket error after its message was shown: writes the dump and stops the run.
+  using SocketErrorHandler = std::function<void(int code)>;
+  void SetSocketErrorHandler(SocketErrorHandler handler) { socketError_ = std::move(handler); }
 
   // --- senders ---
-  void SendDSEL(int group);  // group 0..255
-  void SendUSEL(int group);  // nothing leaves while the configuration's BlockUSEL is 1
-  void CommandStopAll();     // USEL for groups 0..135; nothing in monitor mode
-  void SendDataFloat(int group, int valueNumber, float value);
-  void SendDataInt(int group, int valueNumber, std::int32_t value);
-  void SendDataChar(int character);  // 0..255
-  // Sends the command in line `entry` of a Function's list; none where the list has no such line.
-  void SendXplaneCommand(std::string_view commandList, int entry);
-  void SendCommandPath(std::string_view path);  // "sim/..."
-  void SendXplaneDREF(std::string_view dataref, float value);
-  // With registerIt 1 and a frequency of 1 or more the subscription is recorded first; an identifier that is
-  // recorded already is refused with a message.
+  void SendDSEL(int group) { link_.SendDSEL(group); }
+  void SendUSEL(int group) { link_.SendUSEL(group); }
+  void CommandStopAll();  // USEL for groups 0..135, or no packet at all in monitor mode
+  void SendDataFloat(int group, int number, float value) { link_.SendDataFloat(group, number, value); }
+  void SendDataInt(int group, int number, std::int32_t value) { link_.SendDataInt(group, number, value); }
+  void SendDataChar(int character) { link_.SendDataChar(character); }
+  void SendXplaneCommand(std::string_view list, int entry) { link_.SendXplaneCommand(list, entry); }
+  void SendCommandPath(std::string_view path) { link_.SendCommandPath(path); }
+  void SendXplaneDREF(std::string_view dataref, float value) { link_.SendXplaneDREF(dataref, value); }
+
+  // --- subscriptions ---
   void SendXplaneRREF(std::string_view dataref, std::int32_t frequency, std::int32_t identifier,
-                      int registerIt);
+                      Register record) {
+    subscriptions_.SendXplaneRREF(dataref, frequency, identifier, record);
+  }
+  void ClearAllRREF() { subscriptions_.ClearAllRREF(); }
+  const std::vector<RrefRow>& Rrefs() const { return subscriptions_.Rrefs(); }
+  // Asks again for all that the open ports read, of a simulator that was restarted and forgot it.
+  void RenewSubscriptions() { subscriptions_.Renew(ports_.GroupsRead()); }
 
   // --- ports ---
-  // Opens a port on a Function (1..300) and sequence number (0 becomes 1, seen by the caller). `port` becomes
-  // its number, or 65535 when the Function number is below 1 or the Function is not defined; a number above
-  // 300 leaves `port` as it was, and so does a dataref Function without a line for the sequence number, which
-  // is not opened. A factor of 0 is opened with a warning. At most 32767 ports; beyond that `port` becomes
-  // 65535.
-  void OpenSimPort(int function, Byte& sequenceNr, Port& port);
-  // The same for a caller that keeps no sequence number; kNoPort where no port was given.
-  Port OpenSimPort(int function, int sequenceNr);
-  // The operations below do nothing for a port that is not open.
-  void EnableReadSimPort(Port port);   // selects its data group, unless it is a dataref
-  void DisableReadSimPort(Port port);  // port 0 stays enabled
-  // Reads another source from the next datagram on. Sends nothing: a data group that was not selected yet is
-  // only by the next EnableReadSimPort.
-  void NewSeqNr(Port port, Byte sequenceNr);
-  // Holds the port's value (non-zero) or lets it be refreshed and read again (0).
-  void BlockPort(Port port, Byte blocked);
-  // The value, scaled: (raw + add) * multiply / divide. False, and `value` untouched, when the port is not
-  // open, not enabled, blocked, or of a type that has no value. A divide factor of 0, or what the simulator
-  // sent, can make it an infinity or NaN.
-  bool GetPort(Port port, float& value) const;
-  bool GetPortRaw(Port port, float& value) const;
-  // Whether what the port reads has ever come from the simulator: its dataref, or its data group for any
-  // port.
-  bool HasArrived(Port port) const;
-  // Writes a value to the simulator; the raw value sent comes back in `value`: value * divide / multiply -
-  // add. A raw value that is no finite number or does not fit the Function's data type is not sent, and
-  // `value` stays as it was: then it gives false.
-  bool PutPort(Port port, float& value);
-  void CloseAllPorts();
-  void ClearAllRREF();
+  void SetCurrentOpener(std::int16_t opener) { ports_.SetCurrentOpener(opener); }
+  std::int16_t CurrentOpener() const { return ports_.CurrentOpener(); }
+  void OpenSimPort(int function, Byte& sequenceNr, Port& port) {
+    ports_.OpenSimPort(function, sequenceNr, port);
+  }
+  Port OpenSimPort(int function, int sequenceNr) { return ports_.OpenSimPort(function, sequenceNr); }
+  void EnableReadSimPort(Port port) { ports_.EnableReadSimPort(port); }
+  void DisableReadSimPort(Port port) { ports_.DisableReadSimPort(port); }
+  void NewSeqNr(Port port, Byte sequenceNr) { ports_.NewSeqNr(port, sequenceNr); }
+  void BlockPort(Port port, bool blocked) { ports_.BlockPort(port, blocked); }
+  bool GetPort(Port port, float& value) const { return ports_.GetPort(port, value); }
+  bool GetPortRaw(Port port, float& value) const { return ports_.GetPortRaw(port, value); }
+  bool HasArrived(Port port) const { return ports_.HasArrived(port); }
+  bool PutPort(Port port, float& value) { return ports_.PutPort(port, value); }
+  void CloseAllPorts();  // CommandStopAll, ClearAllRREF, and no port is open any more
+  int PortCount() const { return ports_.PortCount(); }
+  const PortRow& PortAt(int port) const { return ports_.PortAt(port); }
+  std::uint16_t PortsOpened() const { return ports_.PortsOpened(); }
+  float DataValue(int group, int valueNumber) const { return ports_.DataValue(group, valueNumber); }
+  std::int16_t MacroValue() const { return ports_.MacroValue(); }
 
-  std::int16_t CurrentOpener = 0;
-
-  // --- what the link knows ---
-  int PortCount() const { return static_cast<int>(ports_.size()) - 1; }
-  const PortRow& PortAt(int port) const { return ports_[static_cast<std::size_t>(port)]; }
-  std::uint16_t PortsOpened() const { return portsOpened_; }
-  const std::vector<RrefRow>& Rrefs() const { return rrefs_; }
-  float DataValue(int group, int valueNumber) const;  // 0 outside 0..150, 0..7
-  // Receive state of the link.
-  Byte DataReceived = 0;             // 1 on every arrival; cleared by whoever waits for it
-  Byte PacketArrived = 0;            // 1 on an arrival in monitor mode
-  std::int16_t PacketsReceived = 0;  // counted datagrams since the last rate display; stops at 32767
-  std::int16_t UdpMonitorMode = 0;   // non-zero: datagrams are not decoded
-  std::int16_t MacroValue = 0;       // the internal value of macro 3
-  // The last datagram, for the test console.
-  ByteView LastDatagram() const { return {buffer_.data(), received_}; }
-
-  // Milliseconds since the last datagram; nothing when none came since OpenUDP.
-  std::optional<std::int64_t> SilentForMs() const;
-  // Sends every DSEL and RREF of the open ports again, for a simulator that was restarted and forgot them.
-  void RenewSubscriptions();
-
+  // --- what arrives ---
   // The socket's data-arrival event.
   void WinsockUDP_DataArrival(std::size_t bytesTotal);
+  // Set by every arrival.
+  bool DataReceived() const { return dataReceived_; }
+  void ClearDataReceived() { dataReceived_ = false; }
+  // Datagrams counted since they were taken last; stops at 32767. One that is abandoned is not counted.
+  std::int16_t PacketsReceived() const { return packetsReceived_; }
+  std::int16_t TakePacketsReceived() { return std::exchange(packetsReceived_, std::int16_t{0}); }
+  // Milliseconds since the last datagram; std::nullopt when none came since OpenUDP.
+  std::optional<std::int64_t> SilentForMs() const;
+  ByteView LastDatagram() const { return {buffer_.data(), received_}; }
+
+  // --- monitor mode: arrivals are shown and counted, not decoded ---
+  bool UdpMonitorMode() const { return udpMonitorMode_; }
+  void SetUdpMonitorMode(bool on) { udpMonitorMode_ = on; }
+  // Told of every datagram that arrives in monitor mode, with the sender's port (0: not known).
+  using MonitorHandler = std::function<void(ByteView datagram, std::int32_t senderPort)>;
+  void SetMonitor(MonitorHandler handler) { monitor_ = std::move(handler); }
+  // Set by every arrival in monitor mode.
+  bool PacketArrived() const { return packetArrived_; }
+  void ClearPacketArrived() { packetArrived_ = false; }
 
  private:
-  struct PortNumbers {
-    std::int32_t remote, local;  // 1..65535
-  };
-  bool ConvertPorts();  // the configured texts into numbers_; false when one is no port number
-  bool SetUpSocket();
-  const std::string& RemoteIP() const { return endpoint_ ? endpoint_->RemoteIP : model_.General.RemoteIP; }
-  void SetUpAndSend(const Datagram& datagram);
-  void SendAsItIs(const Datagram& datagram);
-  void OnSocketError(int code, std::string_view description);
-  bool RegisterRref(std::string_view dataref, std::int32_t frequency, std::int32_t identifier);
-  // False where the datagram stops making sense.
-  bool DecodeRref();
-  bool DecodeData();
-  bool RefreshPorts();
+  bool Decode();  // the last datagram; false where it is not to be counted
   void CountPacket();
-  PortRow* OpenRow(Port port);  // nothing for a port that is not open
-  const PortRow* ReadableRow(Port port) const;
-  const FunctionRecord& FunctionOf(const PortRow& row) const;
-  std::optional<float> RawOrMacro(const PortRow& row) const;
-  void PutMacro(PortRow& row, const FunctionRecord& function, float value);
-  std::optional<float> SendRaw(PortRow& row, const FunctionRecord& function, float raw);
+  void OnSocketError(int code, std::string_view description);
 
-  const ConfigModel& model_;
   UdpSocket& socket_;
   MessageBoxes& boxes_;
   const Clock& clock_;
+  LinkSocket link_;
+  Subscriptions subscriptions_;
+  PortTable ports_;
   SocketErrorHandler socketError_;
   MonitorHandler monitor_;
-  std::optional<Endpoint> endpoint_;
-  std::vector<PortRow> ports_ = std::vector<PortRow>(1);  // one spare row at the end
-  std::vector<RrefRow> rrefs_;
-  std::array<std::array<float, kDataValuesPerGroup>, kDataGroups> dataValues_{};
-  std::bitset<kDataGroups> arrivedGroups_;
-  std::uint16_t portsOpened_ = 0;
+  bool udpMonitorMode_ = false;
+  bool dataReceived_ = false;
+  bool packetArrived_ = false;
+  std::int16_t packetsReceived_ = 0;
+  std::optional<std::int64_t> lastArrivalMs_;
   std::array<Byte, 65536> buffer_{};
   std::size_t received_ = 0;
-  std::optional<PortNumbers> numbers_;
-  std::string portTextError_;
-  std::optional<std::int64_t> lastArrivalMs_;
+};
+
+// Ports that are opened while it lives are marked with its opener.
+class OpenerScope {
+ public:
+  OpenerScope(SimCom& sim, std::int16_t opener) : sim_(sim), before_(sim.CurrentOpener()) {
+    sim.SetCurrentOpener(opener);
+  }
+  ~OpenerScope() { sim_.SetCurrentOpener(before_); }
+  OpenerScope(const OpenerScope&) = delete;
+  OpenerScope& operator=(const OpenerScope&) = delete;
+
+ private:
+  SimCom& sim_;
+  std::int16_t before_;
 };
 
 }  // namespace tvx

@@ -23,9 +23,9 @@ TEST(Dump, RecordsAreExactAndTheConfigurationFollows) {
   dataref.ComboDT = static_cast<Byte>(DataType::XplaneDataref);
   dataref.FullName = "#1:sim/a\r\n";
   dataref.XPVal1 = 5;
-  rig.sim.CurrentOpener = 7;
+  rig.sim.SetCurrentOpener(7);
   rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(51, 2));
-  rig.sim.CurrentOpener = opener::kEngineCluster;
+  rig.sim.SetCurrentOpener(opener::kEngineCluster);
   rig.sim.OpenSimPort(52, 1);
   rig.socket.Deliver(std::string("RREF,\x01\0\0\0\0\0\x20\x3F", 13));  // port 1 = 0.625
 

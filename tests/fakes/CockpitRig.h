@@ -70,6 +70,7 @@ struct CockpitRig {
   // Opens the bus and the standard ports as run control does, and prepares the gauges.
   void Start() {
     OpenLinks();
+    const OpenerScope by(sim, opener::kInternal);
     cycle.OpenStandardPorts();
     StartCycle();
   }
@@ -77,7 +78,6 @@ struct CockpitRig {
   void OpenLinks() {
     sim.OpenUDP();
     serial.OpenComPorts();
-    sim.CurrentOpener = opener::kInternal;
   }
   void StartCycle() {
     cycle.PrepareGauges();

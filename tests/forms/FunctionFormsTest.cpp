@@ -240,7 +240,7 @@ TEST_F(FunctionFormsTest, TheConsoleShowsLogsAndGivesTheLinkBack) {
   Click(form, "cmdClearConverted");
   EXPECT_EQ(Rows(form, "ListUDPProcessed"), 0);
   Press(&form, Qt::Key_Escape);
-  EXPECT_EQ(sim.UdpMonitorMode, 0);
+  EXPECT_FALSE(sim.UdpMonitorMode());
   EXPECT_FALSE(sim.UdpOpen());
   console_.release();
 }

@@ -39,10 +39,10 @@ TEST_F(ProgramTest, EndingGivesTheConsolesLinkBack) {
   Control<QPushButton>(Start(), "CmdConfigure")->click();
   Control<QPushButton>(Configuration(), "cmdTestXplaneInterface")->click();
   Control<QPushButton>(program_->Functions().Console(), "cmdStartUDP")->click();
-  EXPECT_NE(program_->Sim().UdpMonitorMode, 0);
+  EXPECT_TRUE(program_->Sim().UdpMonitorMode());
   program_->Exit();
   Settle();
-  EXPECT_EQ(program_->Sim().UdpMonitorMode, 0);
+  EXPECT_FALSE(program_->Sim().UdpMonitorMode());
   EXPECT_FALSE(program_->Sim().UdpOpen());
 }
 

@@ -47,7 +47,7 @@ TEST_F(Link, SomeSendersSetTheSocketUpAndOthersOnlyTheRemotePort) {
   EXPECT_TRUE(socket.Sent.empty());
   sim.SendDSEL(1);
   sim.SendUSEL(1);
-  sim.SendXplaneRREF("a", 1, 0, 0);
+  sim.SendXplaneRREF("a", 1, 0, Register::No);
   EXPECT_EQ(socket.SetUps.size(), 3u);
   socket.RemotePorts.clear();
   sim.SendDataFloat(1, 0, 5);
@@ -73,7 +73,7 @@ TEST_F(Link, WhatDoesNotFitAPacketIsDroppedSilently) {
   sim.SendXplaneCommand("#256:a\r\n", 256);
   sim.SendXplaneCommand("#1:" + std::string(1401, 'p') + "\r\n", 1);
   sim.SendXplaneDREF(std::string(501, 'p'), 1);
-  sim.SendXplaneRREF(std::string(401, 'p'), 1, 5, 0);
+  sim.SendXplaneRREF(std::string(401, 'p'), 1, 5, Register::No);
   EXPECT_TRUE(socket.Sent.empty() && boxes.shown.empty());
 }
 
@@ -83,7 +83,7 @@ TEST_F(Link, CommandStopAllUnselectsGroups0To135) {
   ASSERT_EQ(sent.size(), 136u);
   for (std::size_t i = 0; i < sent.size(); ++i)
     EXPECT_EQ(sent[i].substr(4, 2), std::string("0") + static_cast<char>(i));
-  sim.UdpMonitorMode = 1;
+  sim.SetUdpMonitorMode(true);
   sim.CommandStopAll();
   model.General.BlockUSEL = 1;
   sim.SendUSEL(3);
@@ -92,14 +92,14 @@ TEST_F(Link, CommandStopAllUnselectsGroups0To135) {
 }
 
 TEST_F(Link, RecordsSubscriptionsOnceAndCancelsThem) {
-  sim.SendXplaneRREF("a", 20, 5, 1);
-  sim.SendXplaneRREF("b", 10, 5, 1);  // the identifier is taken
+  sim.SendXplaneRREF("a", 20, 5, Register::Yes);
+  sim.SendXplaneRREF("b", 10, 5, Register::Yes);  // the identifier is taken
   EXPECT_EQ(boxes.shown, std::vector<std::string>{"RREF Indent: 5, already used for: a"});
   EXPECT_EQ(socket.Sent.size(), 1u);
   EXPECT_TRUE(sim.UdpOpen());
-  sim.SendXplaneRREF("c", 0, 5, 1);  // a cancellation is never recorded
-  sim.SendXplaneRREF("c", 9, 5, 0);
-  sim.SendXplaneRREF("d", 1, 6, 1);
+  sim.SendXplaneRREF("c", 0, 5, Register::Yes);  // a cancellation is never recorded
+  sim.SendXplaneRREF("c", 9, 5, Register::No);
+  sim.SendXplaneRREF("d", 1, 6, Register::Yes);
   ASSERT_EQ(sim.Rrefs().size(), 2u);
   EXPECT_EQ(sim.Rrefs()[0].Dataref + sim.Rrefs()[1].Dataref, "ad");
   EXPECT_EQ(socket.TakeSent().size(), 4u);

@@ -13,7 +13,7 @@ using Ports = LinkTest;
 
 TEST_F(Ports, OpeningNumbersThemInOrder) {
   Define(60, Float);
-  sim.CurrentOpener = opener::kYokes;
+  sim.SetCurrentOpener(opener::kYokes);
   Byte sequence = 0;
   Port port = 77;
   sim.OpenSimPort(60, sequence, port);
@@ -93,8 +93,8 @@ TEST_F(Ports, EnablingSelectsAndDisablingUnselectsTheGroup) {
   }
   EXPECT_EQ(socket.TakeSent(), (std::vector<std::string>{"DSEL0\x14" + std::string(3, '\0'),
                                                          "USEL0\x15" + std::string(3, '\0')}));
-  EXPECT_EQ(sim.PortAt(0).ReadEnabled, 1);
-  EXPECT_EQ(sim.PortAt(port).ReadEnabled, 0);
+  EXPECT_TRUE(sim.PortAt(0).ReadEnabled);
+  EXPECT_FALSE(sim.PortAt(port).ReadEnabled);
 }
 
 TEST(PortValue, EveryTypeHasItsRawValue) {
@@ -144,7 +144,7 @@ TEST_F(Ports, WritingSendsWhatTheTypeAsksFor) {
   const struct {
     DataType type;
     float value, after;
-    std::optional<std::int32_t> sent;  // as a DATA integer; nothing: none goes out
+    std::optional<std::int32_t> sent;  // as a DATA integer; std::nullopt: none goes out
   } cases[] = {
       {ByteType, 255.4f, 255.4f, 255},    {ByteType, 256, 256, {}},  {ByteType, -1, -1, {}},
       {Integer, 40000, 32767, 32767},     {Integer, 3.5f, 3.5f, 4},  {Integer, nan, nan, {}},
@@ -206,7 +206,7 @@ TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
     Put(own, -value);
     Put(other, value);
   }
-  EXPECT_EQ(sim.MacroValue, 4);
+  EXPECT_EQ(sim.MacroValue(), 4);
   EXPECT_EQ(Get(shared), 4);
   EXPECT_EQ(Get(own), -4);
   EXPECT_EQ(Get(other), -12345);
@@ -234,7 +234,7 @@ TEST_F(Ports, AreListedWithTheirUsersAndTypes) {
   std::vector<std::string> lines;
   for (const auto& c : cases) {
     Define(c.function, c.type, 10, c.function == 62 ? 0 : 3).FullName = "#1:sim/a\r\n";
-    sim.CurrentOpener = c.opener;
+    sim.SetCurrentOpener(c.opener);
     std::string details;
     for (const std::string& detail : PortDetails(model, sim, sim.OpenSimPort(c.function, 1)))
       details += (details.empty() ? "" : "|") + detail;

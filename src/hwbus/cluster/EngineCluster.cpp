@@ -53,7 +53,7 @@ void EngineCluster::ForgetPorts() {
 // A port that is not needed any more stays open until all are closed: others may read the same data group.
 void EngineCluster::FollowFunctions() {
   if (!portsOpen_) return;
-  sim_.CurrentOpener = opener::kEngineCluster;
+  const OpenerScope by(sim_, opener::kEngineCluster);
   for (int k = 0; k < kECChannels; ++k) {
     const auto index = static_cast<std::size_t>(k);
     const std::int16_t function = Channel(k).Value2;

@@ -63,7 +63,7 @@ bool IOModule::OpenQuietly() {
 
 void IOModule::OpenPorts() {
   ReadDefinitions();
-  sim_.CurrentOpener = parameters_.Opener;
+  const OpenerScope by(sim_, parameters_.Opener);
   for (std::size_t i = 0; i < ports_.size(); ++i) {
     const IOModuleRecord& definition = model_.IOModuleInputs[i];
     const auto input = IOModuleInputOf(definition.Input);

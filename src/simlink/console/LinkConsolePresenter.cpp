@@ -7,6 +7,7 @@
 #include "base/NumberFormat.h"
 #include "config/ValueText.h"
 #include "platform/AtomicFile.h"
+#include "simlink/PortValue.h"
 #include "simlink/references/FunctionEntries.h"
 #include "simlink/references/FunctionTexts.h"
 #include "simlink/references/ReferenceList.h"
@@ -70,15 +71,15 @@ void LinkConsolePresenter::cmdStartUDP_Click() {
   count_ = 0;
   lastCameMs_ = clock_.MonotonicMs();
   sim_.SetMonitor([this](ByteView bytes, std::int32_t port) { OnDatagram(bytes, port); });
-  sim_.PacketArrived = 0;
-  sim_.UdpMonitorMode = 1;
+  sim_.ClearPacketArrived();
+  sim_.SetUdpMonitorMode(true);
   view_.Status = "Running";
   ShowArrivals();
   Note("Listening on port " + Endpoint.LocalPort + ".");
 }
 
 void LinkConsolePresenter::CmdStopUDP_Click() {
-  sim_.UdpMonitorMode = 0;
+  sim_.SetUdpMonitorMode(false);
   sim_.SetMonitor(nullptr);
   StopLog();
   arrived_.clear();
@@ -111,11 +112,11 @@ void LinkConsolePresenter::OnDatagram(ByteView bytes, std::int32_t port) {
 }
 
 bool LinkConsolePresenter::DisplayTimer_Tick() {
-  if (sim_.UdpMonitorMode == 0) return false;
+  if (!sim_.UdpMonitorMode()) return false;
   const bool wasSilent = view_.Silent;
   const bool otherWords = ShowArrivals();
-  if (sim_.PacketArrived == 0 || arrived_.empty()) return otherWords || view_.Silent != wasSilent;
-  sim_.PacketArrived = 0;
+  if (!sim_.PacketArrived() || arrived_.empty()) return otherWords || view_.Silent != wasSilent;
+  sim_.ClearPacketArrived();
   for (const LoggedDatagram& datagram : arrived_) {
     KeepValues(datagram);
     if (framesLeft_ == 0) continue;
@@ -149,8 +150,8 @@ void LinkConsolePresenter::KeepValues(const LoggedDatagram& datagram) {
 
 void LinkConsolePresenter::LogNext(int frames) {
   if (frames < 1 || frames > kMostFrames) return;
-  if (sim_.UdpMonitorMode == 0) cmdStartUDP_Click();
-  if (sim_.UdpMonitorMode == 0) return;
+  if (!sim_.UdpMonitorMode()) cmdStartUDP_Click();
+  if (!sim_.UdpMonitorMode()) return;
   framesLeft_ = frames;
   view_.LogStatus = "Active";
   view_.LogCaption = "Stop Logging";
@@ -279,7 +280,7 @@ void LinkConsolePresenter::cmdSelectRREF_Click(std::string_view path, std::strin
     return;
   }
   if (!OpenLink()) return;
-  sim_.SendXplaneRREF(path, *times, *ident, 0);
+  sim_.SendXplaneRREF(path, *times, *ident, Register::No);
   subscriptions_[*ident] = {std::string(path), *times, 0};
   Note("Asked for " + std::to_string(*times) + " times per second.");
 }
@@ -293,14 +294,14 @@ void LinkConsolePresenter::cmdDeleteRREF_Click(std::string_view path, std::strin
     return;
   }
   if (!OpenLink()) return;
-  sim_.SendXplaneRREF(subscribed, 0, *ident, 0);
+  sim_.SendXplaneRREF(subscribed, 0, *ident, Register::No);
   if (own != subscriptions_.end()) subscriptions_.erase(own);
   Note("Identifier " + std::to_string(*ident) + " is cancelled.");
 }
 
 void LinkConsolePresenter::CancelAll() {
   for (const auto& [identifier, subscription] : subscriptions_) {
-    sim_.SendXplaneRREF(subscription.path, 0, identifier, 0);
+    sim_.SendXplaneRREF(subscription.path, 0, identifier, Register::No);
   }
   subscriptions_.clear();
 }
@@ -315,8 +316,7 @@ void LinkConsolePresenter::CmdClearAllRREFs_Click() {
 std::vector<std::string> LinkConsolePresenter::cmdShowRREF_Click() const {
   std::vector<std::string> lines;
   for (const RrefRow& row : sim_.Rrefs()) {
-    const bool isPort = row.Identifier >= 0 && row.Identifier < sim_.PortCount();
-    const float value = isPort ? sim_.PortAt(row.Identifier).FloatValue : 0.0f;
+    const float value = row.For < sim_.PortCount() ? sim_.PortAt(row.For).FloatValue : 0.0f;
     lines.push_back(SubscriptionLine(row.Identifier, row.Frequency, value, row.Dataref));
   }
   for (const auto& [identifier, subscription] : subscriptions_) {
@@ -334,11 +334,11 @@ bool LinkConsolePresenter::cmdCopyToFunction_Click(std::string_view functionNr, 
   if (!number) return Refuse(functiontext::kOutsideConfigurable);
   std::string lines;
   if (!AppendEntry(lines, path)) return Refuse(functiontext::kCannotBeCopied);
-  FunctionRecord& function = model_.Functions[static_cast<std::size_t>(*number)];
-  if (!function.FullName.empty() &&
+  if (!model_.FunctionOf(*number)->FullName.empty() &&
       boxes_.Ask("The Description field of this function is not empty; Overwrite?") == kAnswerNo) {
     return false;
   }
+  FunctionRecord& function = model_.Functions[static_cast<std::size_t>(*number)];
   function.FullName = lines;
   function.FunctionNr = static_cast<std::int16_t>(*number);
   model_.ConfigChanged = true;

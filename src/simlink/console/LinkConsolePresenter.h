@@ -11,8 +11,8 @@
 
 #include "config/Model.h"
 #include "platform/Host.h"
-#include "simlink/DatagramLog.h"
 #include "simlink/SimCom.h"
+#include "simlink/console/DatagramLog.h"
 #include "simlink/console/LinkConsoleTexts.h"
 
 namespace tvx {

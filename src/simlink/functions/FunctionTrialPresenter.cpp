@@ -94,11 +94,10 @@ Port FunctionTrialPresenter::FindOrOpen() {
       return opened.port;
     }
   }
-  const std::int16_t before = std::exchange(sim_.CurrentOpener, opener::kInternal);
+  const OpenerScope by(sim_, opener::kInternal);
   Byte sequence = static_cast<Byte>(sequenceNr_);
   Port port = kNoPort;
   sim_.OpenSimPort(function_, sequence, port);
-  sim_.CurrentOpener = before;
   if (port != kNoPort) opened_.push_back({function_, static_cast<Byte>(sequenceNr_), port, now});
   return port;
 }
@@ -149,7 +148,7 @@ void FunctionTrialPresenter::Read_Tick() {
 std::string FunctionTrialPresenter::ReadNote() const {
   const FunctionRecord& function = *model_.FunctionOf(function_);
   if (function.IsMacro()) return {};
-  if (sim_.UdpMonitorMode != 0) {
+  if (sim_.UdpMonitorMode()) {
     return "The X-Plane test console takes everything that arrives: stop it to read here.";
   }
   const auto silentMs = sim_.SilentForMs();

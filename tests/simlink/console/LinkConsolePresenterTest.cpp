@@ -79,21 +79,21 @@ TEST_F(LinkConsoleTest, TheDisplayTakesTheLinkFromThePortsAndGivesItBack) {
   const Port port = OpenEnabled(60, DataType::Float, 3, 0);
   console.cmdStartUDP_Click();
   EXPECT_EQ(console.Shown().Status, "Running");
-  EXPECT_NE(sim.UdpMonitorMode, 0);
+  EXPECT_TRUE(sim.UdpMonitorMode());
   socket.Deliver(DataDatagram({{3, 5}}));
   EXPECT_EQ(Get(port), 0);
   EXPECT_TRUE(console.DisplayTimer_Tick());
-  EXPECT_EQ(sim.PacketArrived, 0);
+  EXPECT_FALSE(sim.PacketArrived());
   EXPECT_NE(console.Shown().Raw.find("Packet Length: 41\n0000  44 41 54 41"), std::string::npos);
   console.CmdStopUDP_Click();
   EXPECT_EQ(console.Shown().Status, "Stopped");
-  EXPECT_EQ(sim.UdpMonitorMode, 0);
+  EXPECT_FALSE(sim.UdpMonitorMode());
   socket.Deliver(DataDatagram({{3, 6}}));
   EXPECT_EQ(Get(port), 6);
   EXPECT_FALSE(console.DisplayTimer_Tick());
   console.cmdStartUDP_Click();
   console.Close();
-  EXPECT_EQ(sim.UdpMonitorMode, 0) << "closing must give the link back";
+  EXPECT_FALSE(sim.UdpMonitorMode()) << "closing must give the link back";
 }
 
 TEST_F(LinkConsoleTest, ItsEndpointIsItsOwn) {
@@ -116,7 +116,7 @@ TEST_F(LinkConsoleTest, AnEndpointThatCannotBeUsedIsSaid) {
             Texts{"The link to the simulator cannot be opened: the local port \"none\" is no number "
                   "from 1 to 65535"});
   EXPECT_EQ(console.Shown().Status, "Stopped");
-  EXPECT_EQ(sim.UdpMonitorMode, 0);
+  EXPECT_FALSE(sim.UdpMonitorMode());
   console.Endpoint.LocalPort = "50992";
   console.cmdStartUDP_Click();
   console.Endpoint.RemotePort = "0";

@@ -48,7 +48,7 @@ TEST(SweepOfValues, GoesUpAndDownAndMeetsBothLimits) {
 
 class FunctionTestTest : public LinkTest {
  protected:
-  FunctionTestTest() { sim.CurrentOpener = 42; }
+  FunctionTestTest() { sim.SetCurrentOpener(42); }
   void Choose(int number, const char* sequence = "1") { test.Choose(std::to_string(number), sequence); }
 
   FunctionTrialPresenter test{model, sim, boxes};
@@ -65,11 +65,11 @@ TEST_F(FunctionTestTest, ReadsRawAndCorrectedUntilItIsStopped) {
   EXPECT_EQ(socket.TakeSent(), Texts{Hex("44 53 45 4C 30 03 00 00 00")});
   EXPECT_NE(test.Shown().Note, "");
   EXPECT_EQ(sim.PortAt(0).OpenedBy, opener::kInternal);
-  EXPECT_EQ(sim.CurrentOpener, 42);
+  EXPECT_EQ(sim.CurrentOpener(), 42);
   socket.Deliver(DataDatagram({{3, 8.5f}}));
   test.Read_Tick();
   EXPECT_EQ(test.Shown().Raw + ' ' + test.Shown().Corrected + test.Shown().Note, "10.5000 23.0000");
-  sim.UdpMonitorMode = 1;
+  sim.SetUdpMonitorMode(true);
   test.Read_Tick();
   EXPECT_NE(test.Shown().Note, "");
 }
@@ -133,8 +133,8 @@ TEST_F(FunctionTestTest, LeavesTheLinkAndPortsOfOthersAlone) {
   second.CmdRead_Click();
   second.Close();
   EXPECT_TRUE(sim.UdpOpen());
-  EXPECT_EQ(sim.PortAt(other).ReadEnabled, 1);
-  EXPECT_EQ(sim.PortAt(1).ReadEnabled, 0);
+  EXPECT_TRUE(sim.PortAt(other).ReadEnabled);
+  EXPECT_FALSE(sim.PortAt(1).ReadEnabled);
 }
 
 TEST_F(FunctionTestTest, WhatCannotBeTestedIsSaid) {

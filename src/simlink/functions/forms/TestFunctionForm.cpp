@@ -2,6 +2,7 @@
 
 #include <QIntValidator>
 
+#include "simlink/PortValue.h"
 #include "ui/Look.h"
 
 namespace tvx {

@@ -4,7 +4,6 @@
 #include <QSpinBox>
 #include <QTimer>
 
-#include "simlink/DatagramLog.h"
 #include "simlink/functions/FunctionTrialPresenter.h"
 #include "ui/Form.h"
 #include "ui/LineList.h"

@@ -29,9 +29,6 @@ std::vector<std::string> DescribeDatagram(const LoggedDatagram& datagram, bool r
 // The bytes as rows of 16: offset, hexadecimal, characters. At most 128 rows.
 std::string HexDump(ByteView bytes);
 
-// A received value, in the fewest digits that tell it apart.
-std::string ValueText(float value);
-
 // The last 1000 lines of a log.
 class LogLines {
  public:

@@ -1,12 +1,12 @@
-#include "simlink/DatagramLog.h"
+#include "simlink/console/DatagramLog.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstring>
 #include <span>
 
 #include "simlink/Packets.h"
+#include "simlink/PortValue.h"
 
 namespace tvx {
 namespace {
@@ -110,12 +110,6 @@ void AddData(Lines& lines, ByteView bytes, bool reverse) {
 }
 
 }  // namespace
-
-std::string ValueText(float value) {
-  std::array<char, 32> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), value);
-  return {text.data(), end.ptr};
-}
 
 std::string DatagramHeader(const LoggedDatagram& datagram) {
   return "Time: " + datagram.time + ", Received from port " + std::to_string(datagram.port) +

@@ -105,6 +105,9 @@ picture() {
   [ $some = yes ]
 } 2>>"$logs/pictures.log"
 
+# used PID: hundredths of a second of processor time that it has used.
+used() { awk '{print $14 + $15}' "/proc/$1/stat"; }
+
 # end_program NAME PID LOG: asks it to end. A crash on the way out counts.
 end_program() {
   local status=0

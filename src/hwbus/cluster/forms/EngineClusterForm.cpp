@@ -7,7 +7,8 @@
 namespace tvx {
 namespace {
 
-constexpr int kRefreshMs = 50;  // slower, one would see the needles jump
+constexpr int kRefreshMs = 50;         // slower, one would see the needles jump
+constexpr unsigned kTurnsToAText = 4;  // nobody reads numbers that change faster
 constexpr int kPerRow = 4;
 constexpr const char* kWidestValue = "-00000.00";
 
@@ -56,7 +57,12 @@ EngineClusterForm::EngineClusterForm(EngineCluster& cluster, const ConfigModel& 
   column->addLayout(grid, 1);
   column->addLayout(MakeButtons());
   connect(&refresh_, &QTimer::timeout, this, [this] {
-    if (isVisible() && !isMinimized()) ShowState();
+    if (!isVisible() || isMinimized()) return;
+    if (++turn_ % kTurnsToAText == 0) {
+      ShowState();
+    } else {
+      ShowNeedles();
+    }
   });
   refresh_.start(kRefreshMs);
   ShowChannels();
@@ -96,11 +102,14 @@ void EngineClusterForm::ShowState() {
   cmdRun_->setEnabled(!cluster_.Running());
   cmdStop_->setEnabled(cluster_.Running());
   cmdRecalibrate_->setEnabled(cluster_.Running() && !cluster_.Recalibrating());
-  for (int k = 0; k < kECChannels; ++k) {
-    const auto index = static_cast<std::size_t>(k);
-    dials_[index]->SetPosition(cluster_.Position(k), cluster_.ChannelEnabled(k));
-    values_[index]->SetText(cluster_.boxValue(k).View());
-  }
+  for (int k = 0; k < kECChannels; ++k)
+    values_[static_cast<std::size_t>(k)]->SetText(cluster_.boxValue(k).View());
+  ShowNeedles();
+}
+
+void EngineClusterForm::ShowNeedles() {
+  for (int k = 0; k < kECChannels; ++k)
+    dials_[static_cast<std::size_t>(k)]->SetPosition(cluster_.Position(k), cluster_.ChannelEnabled(k));
 }
 
 }  // namespace tvx

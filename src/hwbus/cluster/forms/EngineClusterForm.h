@@ -26,6 +26,7 @@ class EngineClusterForm : public Form {
 
  private:
   QLayout* MakeButtons();
+  void ShowNeedles();
 
   EngineCluster& cluster_;
   const ConfigModel& model_;
@@ -36,6 +37,7 @@ class EngineClusterForm : public Form {
   std::array<Reading*, kECChannels> values_{};
   QPushButton *cmdRun_ = nullptr, *cmdStop_ = nullptr, *cmdRecalibrate_ = nullptr;
   QTimer refresh_;
+  unsigned turn_ = 0;
 };
 
 }  // namespace tvx

@@ -1,6 +1,7 @@
 #include "ffb/FfbPorts.h"
 
 #include <cmath>
+#include <iterator>
 #include <string>
 
 namespace tvx {
@@ -9,10 +10,11 @@ namespace {
 using V = FfbVariables;
 constexpr float kKnotsPerMetre = 1.943844f;  // kt/(m/s)
 constexpr Byte kFrequency = 25;              // a second: once for each cycle of 40 ms
+constexpr Byte kClassSurfaces = 2;           // the category of a Function
 
-// Offset by offset. The autopilot's mode is 2 while its servos hold the controls, 1 with the flight director
-// only: less 1, the servos are what is above 0, and writing 0 leaves the flight director on.
-constexpr FfbOffset kOffsets[kFfbOffsets] = {
+// In the order of ffboffset. The autopilot's mode is 2 while its servos hold the controls, 1 with the flight
+// director only: less 1, the servos are what is above 0, and writing 0 leaves the flight director on.
+constexpr FfbOffset kOffsets[] = {
     {"On ground", &V::OnGround, nullptr, true, false, "sim/flightmodel/failures/onground_any", 1, 0},
     {"AP servos", &V::AutopilotServos, nullptr, true, true, "sim/cockpit/autopilot/autopilot_mode", 1, -1},
     {"Stall warn.", &V::StallWarning, nullptr, true, false, "sim/cockpit2/annunciators/stall_warning", 1, 0},
@@ -33,6 +35,7 @@ constexpr FfbOffset kOffsets[kFfbOffsets] = {
     {"Left brake", nullptr, &V::LeftBrake, false, true, "sim/cockpit2/controls/left_brake_ratio", 1, 0},
     {"Right brake", nullptr, &V::RightBrake, false, true, "sim/cockpit2/controls/right_brake_ratio", 1, 0},
 };
+static_assert(std::size(kOffsets) == kFfbOffsets && ffboffset::kRightBrake == kFfbOffsets - 1);
 
 }  // namespace
 
@@ -51,7 +54,7 @@ void DefineFfbFunctions(ConfigModel& model) {
     function.FullName = "#1:" + std::string(row.dataref) + "\r\n";
     function.FunctionNr = static_cast<std::int16_t>(number);
     function.ComboDT = static_cast<Byte>(DataType::XplaneDataref);
-    function.ComboClass = 2;  // Surfaces
+    function.ComboClass = kClassSurfaces;
     function.BoxAdd = row.add;
     function.Multiplier = row.multiplier;
     function.Devider = 1;
@@ -98,7 +101,7 @@ void FfbPorts::GetPortFFB(int offset) {
   if (!Has(offset) || !sim_.GetPort(ports_[static_cast<std::size_t>(offset)], value)) return;
   if (!std::isfinite(value)) finite_ = false;
   if (row.flag != nullptr) {
-    Variables.*row.flag = value > 0 ? 1 : 0;
+    Variables.*row.flag = value > 0;
   } else {
     Variables.*row.value = value;
   }
@@ -111,7 +114,7 @@ void FfbPorts::PutPortFFB(int offset) {
   }
   const FfbOffset& row = kOffsets[offset];
   if (!row.written || !Has(offset)) return;
-  float value = row.flag != nullptr ? static_cast<float>(Variables.*row.flag) : Variables.*row.value;
+  float value = row.value != nullptr ? Variables.*row.value : Variables.*row.flag ? 1.0f : 0.0f;
   if (std::isfinite(value)) sim_.PutPort(ports_[static_cast<std::size_t>(offset)], value);
 }
 

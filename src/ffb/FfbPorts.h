@@ -2,11 +2,11 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <span>
 #include <string_view>
 
 #include "config/Model.h"
+#include "ffb/forces/FfbVariables.h"
 #include "platform/Host.h"
 #include "simlink/SimCom.h"
 
@@ -16,33 +16,35 @@ inline constexpr int kFfbOffsets = 18;
 // Functions 282..299 serve the offsets 0..17 where the configuration names no other.
 inline constexpr int kFirstFfbFunction = 282;
 
-// The yoke variables. Ratios are -1..1 (right, nose up positive), speeds indicated knots unless said.
-struct FfbVariables {
-  std::int16_t OnGround = 0;         // switches are 0 or 1
-  std::int16_t AutopilotServos = 0;  // the autopilot holds the controls
-  std::int16_t StallWarning = 0;
-  std::int16_t Paused = 0;
-  float YokeRoll = 0;  // what is written as the simulator's yoke ratio
-  float YokePitch = 0;
-  float Airspeed = 0;
-  float GroundSpeed = 0;  // kt
-  std::int16_t OverspeedWarning = 0;
-  std::int16_t GearDown = 1;
-  float AutopilotRoll = 0;  // the autopilot's place for the yoke
-  float AutopilotPitch = 0;
-  float ElevatorTrim = 0;
-  float AileronTrim = 0;
-  float NormalG = 1;    // load, g
-  float Rudder = 0;     // -1..1
-  float LeftBrake = 0;  // 0..1
-  float RightBrake = 0;
+// The FFB offsets: places in the table.
+namespace ffboffset {
+enum : int {
+  kOnGround,
+  kAutopilotServos,
+  kStallWarning,
+  kPaused,
+  kYokeRoll,
+  kYokePitch,
+  kAirspeed,
+  kGroundSpeed,
+  kOverspeedWarning,
+  kGearDown,
+  kAutopilotRoll,
+  kAutopilotPitch,
+  kElevatorTrim,
+  kAileronTrim,
+  kNormalG,
+  kRudder,
+  kLeftBrake,
+  kRightBrake,
 };
+}  // namespace ffboffset
 
 // One line of the table.
 struct FfbOffset {
   std::string_view name;
-  std::int16_t FfbVariables::*flag;  // a switch, or
-  float FfbVariables::*value;        // a value
+  bool FfbVariables::*flag;    // a switch, or
+  float FfbVariables::*value;  // a value
   bool read, written;
   std::string_view dataref;  // the standard one; empty: none
   float multiplier;
@@ -65,12 +67,12 @@ class FfbPorts {
   void Forget();
   bool Has(int offset) const;
 
-  // Reads the port of an offset (0..17) into its variable: a switch is 1 for a value above 0, otherwise 0. An
-  // offset without a port, or whose port has no value, keeps its variable. A value that is no number is not
-  // taken for one: it is stored, and AllFinite tells.
+  // Reads the port of an offset into its variable: a switch is on for a value above 0. An offset without a
+  // port, or whose port has no value, keeps its variable. A value that is no number is stored as it is, and
+  // AllFinite turns false. Shows a message for an offset that is not in the table.
   void GetPortFFB(int offset);
-  // Writes the variable of offset 1, 4, 5, 12, 13, 15, 16 or 17; others do nothing. Both report an offset
-  // outside 0..17, and a value that is no number is never written.
+  // Writes the variable of an offset that is written (its row says so); for others there is no effect. A
+  // value that is no number is never written. Shows a message for an offset that is not in the table.
   void PutPortFFB(int offset);
 
   // Reads every offset that is read.

@@ -8,6 +8,9 @@
 namespace tvx {
 namespace {
 
+constexpr float kCentredRudder = 0.01f;
+constexpr float kReleasedBrake = 0.02f;
+
 bool CentreInRange(int left, int centre, int right) {
   const int first = centre - left;
   const int second = right - centre;
@@ -21,22 +24,12 @@ bool UsableAxis(Byte place) {
 }  // namespace
 
 int ReadAxis(clsJoy& joystick, int place) {
-  switch (place) {
-    case 1:
-      return joystick.JoyR();
-    case 2:
-      return joystick.JoyX();
-    case 3:
-      return joystick.JoyY();
-    case 4:
-      return joystick.JoyZ();
-    case 5:
-      return joystick.JoyU();
-    case 6:
-      return joystick.JoyV();
-    default:
-      return 0;
-  }
+  // In the order of kJoystickAxes.
+  using Reader = std::int32_t (clsJoy::*)();
+  constexpr std::array<Reader, kJoystickAxes.size()> kReaders = {
+      nullptr, &clsJoy::JoyR, &clsJoy::JoyX, &clsJoy::JoyY, &clsJoy::JoyZ, &clsJoy::JoyU, &clsJoy::JoyV};
+  if (place < 1 || static_cast<std::size_t>(place) >= kReaders.size()) return 0;
+  return (joystick.*kReaders[static_cast<std::size_t>(place)])();
 }
 
 std::vector<std::string_view> CheckJoystick(const YokeRecord& r) {
@@ -63,13 +56,13 @@ float RudderRatio(int raw, const YokeRecord& r) {
   const bool toRight = (raw > centre) == (right > centre);
   const float span = static_cast<float>(toRight ? right - centre : centre - left);
   const float ratio = std::clamp(static_cast<float>(raw - centre) / span, -1.0f, 1.0f);
-  return std::abs(ratio) < 0.01f ? 0 : ratio;
+  return std::abs(ratio) < kCentredRudder ? 0 : ratio;
 }
 
 float BrakeRatio(int raw, int released, int pressed) {
   if (std::abs(pressed - released) < kLeastPedalTravel) return 0;
   const float ratio = static_cast<float>(raw - released) / static_cast<float>(pressed - released);
-  return ratio < 0.02f ? 0 : std::min(ratio, 1.0f);
+  return ratio < kReleasedBrake ? 0 : std::min(ratio, 1.0f);
 }
 
 PedalRatios ReadPedals(clsJoy& joystick, const YokeRecord& r) {

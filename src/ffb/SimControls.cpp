@@ -25,28 +25,29 @@ bool SimControls::Take(Group& group, bool wanted, std::array<std::string_view, 2
   return true;
 }
 
-void SimControls::Put(int offset, float FfbVariables::*variable, double value, bool always) {
+void SimControls::Put(int offset, double value, bool always) {
+  float& variable = ports_.Variables.*FfbOffsets()[static_cast<std::size_t>(offset)].value;
   const auto next = static_cast<float>(value);
   if (!std::isfinite(next)) return;
-  if (!always && std::abs(next - ports_.Variables.*variable) < kSmallestChange) return;
-  ports_.Variables.*variable = next;
+  if (!always && std::abs(next - variable) < kSmallestChange) return;
+  variable = next;
   ports_.PutPortFFB(offset);
 }
 
-void SimControls::Yoke(std::optional<std::array<double, 2>> ratios) {
+void SimControls::Yoke(std::optional<std::array<double, kAxes>> ratios) {
   const bool all = Take(yoke_, ratios.has_value(), kYokeOverrides);
   if (!ratios) return;
   ratios_ = *ratios;
-  Put(4, &FfbVariables::YokeRoll, ratios_[0], all);
-  Put(5, &FfbVariables::YokePitch, ratios_[1], all);
+  Put(ffboffset::kYokeRoll, ratios_[0], all);
+  Put(ffboffset::kYokePitch, ratios_[1], all);
 }
 
 void SimControls::Pedals(const std::optional<PedalRatios>& ratios) {
   const bool all = Take(pedals_, ratios.has_value(), kPedalOverrides);
   if (!ratios) return;
-  Put(15, &FfbVariables::Rudder, ratios->rudder, all);
-  Put(16, &FfbVariables::LeftBrake, ratios->leftBrake, all);
-  Put(17, &FfbVariables::RightBrake, ratios->rightBrake, all);
+  Put(ffboffset::kRudder, ratios->rudder, all);
+  Put(ffboffset::kLeftBrake, ratios->leftBrake, all);
+  Put(ffboffset::kRightBrake, ratios->rightBrake, all);
 }
 
 void SimControls::GiveBack() {

@@ -11,10 +11,10 @@ constexpr double kGripSeconds = 0.2;  // a knock is no grip
 constexpr double kOnItsWay = 150;     // counts/s
 constexpr double kGripCycle = 0.04;   // a late cycle is one look at the yoke, and counts as no more
 constexpr double kServoLag = 0.15;    // s: how far behind a moving place a yoke without a hand may be
-constexpr int kCounterReset = 1000;
+constexpr double kHalfRawRange = 32768;
 
 double HalfRangeGradient(double gradient, const AxisCalibration& axis) {
-  return gradient * std::abs(axis.scale) * 32768 / kYokeTravel;
+  return gradient * std::abs(axis.scale) * kHalfRawRange / kYokeTravel;
 }
 
 double RawForce(double force, const AxisCalibration& axis) {
@@ -31,8 +31,8 @@ void Yoke::Configure(const YokeSettings& settings) {
 
 void Yoke::SelectMode(YokeMode mode) {
   mode_ = mode;
-  counters_ = {kCounterReset, kCounterReset};
-  flags_ = {0, 0, 1, 1};
+  settled_ = gripped_ = false;
+  sendAll_ = true;
   if (mode == YokeMode::Centre) colour_ = kModeRed;
   if (mode == YokeMode::FollowAP) colour_ = kModeGreen;
 }
@@ -74,7 +74,7 @@ ForceCommand Yoke::Wanted(const Cycle& cycle) const {
     case YokeMode::Ffb:
       return flown();
     case YokeMode::FollowAP:
-      if (cycle.values.AutopilotServos == 0) return flown();
+      if (!cycle.values.AutopilotServos) return flown();
       return Feel::Held(forces, cycle.values.AutopilotRoll * double{kYokeTravel},
                         cycle.values.AutopilotPitch * double{kYokeTravel});
     case YokeMode::Servo:
@@ -94,7 +94,8 @@ void Yoke::ProcessTimer_Tick(const Cycle& cycle) {
   const double opening = gate_.Next(cause_, cycle.seconds);
   if (gate_.Shut()) {
     shaper_.Restart();
-    flags_ = {0, 0, 1, 1};
+    settled_ = gripped_ = false;
+    sendAll_ = true;
     Line.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
   } else {
     const double speed = cycle.settings.servoSpeed;
@@ -102,11 +103,10 @@ void Yoke::ProcessTimer_Tick(const Cycle& cycle) {
     const ForceCommand wanted = cycle.cause == SafetyCause::NotANumber ? shaper_.Last() : Wanted(cycle);
     const ForceCommand& command =
         shaper_.Next(wanted, Position(), opening * settings_.forceLevel, speed, cycle.seconds);
-    flags_[kFresh] = 0;
     ComposeForces(command, speed);
     ComposeFeel(command);
     ComposeVibration(command);
-    flags_[kSendAll] = 0;
+    sendAll_ = false;
     WatchGrip(cycle);
   }
   Line.ComposeCmd(YokeCommand::Report);
@@ -143,8 +143,8 @@ void Yoke::ComposeForces(const ForceCommand& command, double speed) {
 
 void Yoke::ComposeFeel(const ForceCommand& command) {
   const std::array<int, 2> feel{FractionParameter(command.friction), FractionParameter(command.damping)};
-  if (++counters_[0] < kResendCycles && flags_[kSendAll] == 0 && feel == sentFeel_) return;
-  counters_[0] = 0;
+  if (++cyclesSinceFeel_ < kResendCycles && !sendAll_ && feel == sentFeel_) return;
+  cyclesSinceFeel_ = 0;
   sentFeel_ = feel;
   Line.ComposeCmd(YokeCommand::Feel, feel[0], feel[1]);
 }
@@ -154,15 +154,15 @@ void Yoke::ComposeVibration(const ForceCommand& command) {
   const AxisForce& p = command.axes[1];
   const std::array<int, 4> vibration{FrequencyParameter(r.frequency), FractionParameter(r.amplitude),
                                      FrequencyParameter(p.frequency), FractionParameter(p.amplitude)};
-  if (++counters_[1] < kResendCycles && flags_[kSendAll] == 0 && vibration == sentVibration_) return;
-  counters_[1] = 0;
+  if (++cyclesSinceVibration_ < kResendCycles && !sendAll_ && vibration == sentVibration_) return;
+  cyclesSinceVibration_ = 0;
   sentVibration_ = vibration;
   Line.ComposeCmd(YokeCommand::Vibration, vibration[0], vibration[1], vibration[2], vibration[3]);
 }
 
 // A grip is a deflection against the servo. The yoke must have been where the master is before: one whose
-// pilot has just given it away, and still holds it, is not gripped. (The servo's place begins where the yoke
-// stands, so being there says nothing.)
+// pilot has just given control away, and still holds it, is not gripped. That it stands where the servo wants
+// it is not enough, since the servo begins at the place where the yoke stands.
 void Yoke::WatchGrip(const Cycle& cycle) {
   const double threshold = cycle.settings.gripThreshold;
   if (mode_ != YokeMode::Servo || !cycle.follow || threshold <= 0 || gate_.Opening() < 1) {
@@ -184,13 +184,13 @@ void Yoke::WatchGrip(const Cycle& cycle) {
   }
   positionBefore_ = position;
   const double lag = cycle.seconds > 0 ? kServoLag * moved / std::min(cycle.seconds, kLongestCycle) : 0;
-  if (off < threshold / 2 && away < threshold / 2) flags_[kSettled] = 1;
-  const bool held = flags_[kSettled] != 0 && off > threshold + lag;
+  if (off < threshold / 2 && away < threshold / 2) settled_ = true;
+  const bool held = settled_ && off > threshold + lag;
   // A yoke that goes to its place by itself is still on its way: no hand holds it.
   const bool onItsWay = towards > kOnItsWay * cycle.seconds;
   if (!held) grippedFor_ = 0;
   if (held && !onItsWay) grippedFor_ += std::min(cycle.seconds, kGripCycle);
-  if (grippedFor_ >= kGripSeconds) flags_[kGripped] = 1;
+  if (grippedFor_ >= kGripSeconds) gripped_ = true;
 }
 
 }  // namespace tvx

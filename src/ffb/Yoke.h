@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "ffb/Feel.h"
 #include "ffb/YokeLine.h"
 #include "ffb/YokeSettings.h"
+#include "ffb/forces/Feel.h"
 #include "ffb/forces/ForceShaper.h"
 #include "ffb/forces/SafetyGate.h"
 
@@ -29,19 +29,19 @@ class Yoke {
   YokeMode Mode() const { return mode_; }
   std::int32_t ModeColour() const { return colour_; }
 
-  // What a cycle goes by.
+  // What a cycle works with.
   struct Cycle {
     const FfbVariables& values;
     const FfbSettings& settings;
     const Feel& feel;
     SafetyCause cause;  // what concerns both yokes: Halted, SimulatorSilent, NotANumber
-    // The other yoke's place in counts, for Servo Mode; nothing to follow gives the forces of Center Mode.
+    // The other yoke's place in counts, for Servo Mode; std::nullopt gives the forces of Center Mode.
     std::optional<std::array<double, kAxes>> follow;
     double seconds;  // since the last cycle
   };
   // One cycle of 40 ms: composes the commands and writes them.
   void ProcessTimer_Tick(const Cycle& cycle);
-  // Tells the yoke to fade by itself, at once: nothing more will come.
+  // Tells the yoke to fade by itself, at once: no more commands will come.
   void Release();
 
   // Why it gives no force now, and how far its gate is open.
@@ -53,7 +53,7 @@ class Yoke {
   // The last command; its forces are those of the docs' table.
   const ForceCommand& Commanded() const { return shaper_.Last(); }
   // In Servo Mode: a hand has held it off its place for a while.
-  bool Gripped() const { return flags_[kGripped] != 0; }
+  bool Gripped() const { return gripped_; }
   // Buttons that went down since the last call, and those that are down. Bit n is button n + 1.
   std::uint16_t TakePressed();
   std::uint16_t Held() const { return Usable() ? Line.LastReply.buttons : std::uint16_t{0}; }
@@ -61,8 +61,6 @@ class Yoke {
   YokeLine Line;
 
  private:
-  enum Flag { kSettled, kGripped, kFresh, kSendAll };
-
   SafetyCause OwnCause() const;
   ForceCommand Wanted(const Cycle& cycle) const;
   void ComposeForces(const ForceCommand& command, double speed);
@@ -76,9 +74,10 @@ class Yoke {
   SafetyGate gate_;
   ForceShaper shaper_;
   SafetyCause cause_ = SafetyCause::Halted;
-  // Cycles since friction and damping, and since the vibration, were sent.
-  std::array<int, 2> counters_{1000, 1000};
-  std::array<int, 4> flags_{0, 0, 1, 1};
+  bool sendAll_ = true;   // the next command is sent whole, whatever was sent before
+  bool settled_ = false;  // in Servo Mode: it has been where the master is
+  bool gripped_ = false;
+  int cyclesSinceFeel_ = 0, cyclesSinceVibration_ = 0;  // since each was sent
   std::array<int, 2> sentFeel_{};
   std::array<int, 4> sentVibration_{};
   double grippedFor_ = 0;                       // s

@@ -10,6 +10,22 @@ namespace {
 
 constexpr int kMiddle = 8192;
 constexpr Byte kMark = 0x80;  // set in every byte but the first, so that none of them looks like a start
+constexpr Byte kFrameEnd = 0xFF;
+
+// Places in a command frame, counted from 0.
+enum : std::size_t { kAddress = 1, kCommand = 2, kParameters = 3, kEnd = 11 };
+// Places in a reply; a word is two bytes, the high one first.
+enum : std::size_t {
+  kSender = 1,
+  kStatus = 3,
+  kRoll = 6,
+  kFirstLetter = 8,
+  kPitch = 9,
+  kSecondLetter = 11,
+  kButtons = 12,
+  kRollLoad = 15,
+  kPitchLoad = 17,
+};
 
 int Within(double value, int lowest, int highest, int otherwise) {
   if (std::isnan(value)) return otherwise;
@@ -25,9 +41,9 @@ int Word(ByteView bytes, std::size_t at) {
 
 std::array<Byte, kYokeFrameSize> YokeFrame(Byte address, Byte command, int p1, int p2, int p3, int p4) {
   std::array<Byte, kYokeFrameSize> frame{};
-  frame[1] = address;
-  frame[2] = command | kMark;
-  std::size_t at = 3;
+  frame[kAddress] = address;
+  frame[kCommand] = command | kMark;
+  std::size_t at = kParameters;
   for (int parameter : {p1, p2, p3, p4}) {
     // ODDITY: a negative parameter becomes the largest, not 0. The yokes' firmware takes 16383 for "no such
     // value", whichever side it left the range on.
@@ -35,7 +51,7 @@ std::array<Byte, kYokeFrameSize> YokeFrame(Byte address, Byte command, int p1, i
     frame[at++] = static_cast<Byte>((parameter & 0x7F) | kMark);
     frame[at++] = static_cast<Byte>(((parameter & 0x3F80) / 128) | kMark);
   }
-  frame[11] = 0xFF;
+  frame[kEnd] = kFrameEnd;
   return frame;
 }
 
@@ -69,15 +85,15 @@ int SpeedParameter(double rawPerSecond) {
 
 YokeReplyKind ReadYokeReply(ByteView bytes, Byte address, YokeReply& reply) {
   if (bytes.size() != kYokeReplySize) return YokeReplyKind::Incomplete;
-  if (bytes[8] != 'P' || bytes[11] != 'S') return YokeReplyKind::Garbled;
-  if (address != 0 && bytes[1] != address) return YokeReplyKind::Wrong;
-  reply.address = bytes[1];
-  reply.status = bytes[3];
-  reply.rawRoll = Word(bytes, 6);
-  reply.rawPitch = bytes[9] * 256 + bytes[10];
-  reply.buttons = static_cast<std::uint16_t>(Word(bytes, 12));
-  reply.rollLoad = Word(bytes, 15);
-  reply.pitchLoad = Word(bytes, 17);
+  if (bytes[kFirstLetter] != 'P' || bytes[kSecondLetter] != 'S') return YokeReplyKind::Garbled;
+  if (address != 0 && bytes[kSender] != address) return YokeReplyKind::Wrong;
+  reply.address = bytes[kSender];
+  reply.status = bytes[kStatus];
+  reply.rawRoll = Word(bytes, kRoll);
+  reply.rawPitch = Word(bytes, kPitch);
+  reply.buttons = static_cast<std::uint16_t>(Word(bytes, kButtons));
+  reply.rollLoad = Word(bytes, kRollLoad);
+  reply.pitchLoad = Word(bytes, kPitchLoad);
   return YokeReplyKind::Correct;
 }
 

@@ -28,9 +28,9 @@ enum class YokeCommand : Byte {
 // One command frame. A parameter outside 0..16383 is sent as 16383, negative ones too.
 std::array<Byte, kYokeFrameSize> YokeFrame(Byte address, Byte command, int p1, int p2, int p3, int p4);
 
-// Parameters from physical values. What is out of range is brought to the nearest end, what is no number to
-// the middle (positions, signed forces) or to 0. The yoke knows nothing of centres and limits: places are
-// raw.
+// Parameters from physical values. What is out of range is brought to the nearest end; what is no number
+// becomes the middle (positions, signed forces) or 0. On the line a yoke does not know its centre and limits,
+// so positions are raw values.
 int PositionParameter(double raw);                // 0..65535, in steps of 4
 int GradientParameter(double forcePerHalfRange);  // 0..8 times the whole force per 32768 raw steps
 int FractionParameter(double share);              // 0..1 -> 0..16383

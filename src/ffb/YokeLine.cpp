@@ -64,8 +64,8 @@ void YokeLine::MSComm1_OnComm(SerialEvent event) {
     case SerialEvent::Received:
       break;
   }
-  // Everything that waits is one reply, or none: after an answer that came in pieces the next one starts on
-  // clean ground.
+  // All that waits is taken as one reply or as none, so that after a damaged reply the next one is read from
+  // its own first byte.
   std::array<Byte, 256> input;
   std::size_t count = port_.Read(input);
   if (count == input.size()) port_.DiscardInput();

@@ -24,20 +24,20 @@ class YokeLine {
   void SetAddress(Byte address) { address_ = address; }
   void SetCalibration(const AxisCalibration& roll, const AxisCalibration& pitch);
 
-  // Appends one command to the queue: its frame and one 0xFF more. A queue that nobody writes stops growing
-  // at kQueueLimit bytes.
+  // Appends one command to the queue: its frame and one 0xFF more. A command that does not fit into
+  // kQueueLimit bytes is left out.
   void ComposeCmd(Byte address, Byte command, int p1, int p2, int p3, int p4);
   void ComposeCmd(YokeCommand command, int p1 = 0, int p2 = 0, int p3 = 0, int p4 = 0) {
     ComposeCmd(address_, static_cast<Byte>(command), p1, p2, p3, p4);
   }
-  // Writes the queue and empties it, also when the line does not take it: forces of the past are worth
-  // nothing. False then.
+  // Writes the queue and empties it. False where the line does not take it: the commands are lost then, since
+  // forces of the past are of no use later.
   bool SendSerial();
   ByteView TransmitQueue() const { return queue_; }
   static constexpr std::size_t kQueueLimit = 1024;
 
-  // Once a cycle, before a reply is asked for: drops the piece of a reply that has stood since the last
-  // cycle, or the rest of every later reply would be taken for the start of the next.
+  // Once a cycle, before a reply is asked for: drops an incomplete reply that has not grown since the last
+  // cycle. Otherwise its bytes would be taken for the start of the next reply, and so on for ever.
   void DropStalePiece();
 
   // The port's events.

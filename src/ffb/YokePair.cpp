@@ -85,9 +85,9 @@ void YokePair::cmdRun_Click() {
 // The master's joystick, or else the other's; each pilot may have pedals.
 void YokePair::StartJoystick() {
   pedals_ = nullptr;
-  for (const int which : {master_, 3 - master_}) {
+  for (const int which : {master_, OtherThan(master_)}) {
     if (!Configured(which) || !Of(which).Settings().Has(yokeoption::kJoystick)) continue;
-    const YokeRecord& record = which == 2 ? model_.Yoke2 : model_.Yoke1;
+    const YokeRecord& record = RecordOf(which);
     if (CheckJoystick(record).empty()) {
       pedals_ = &record;
       return;
@@ -133,7 +133,7 @@ void YokePair::ProcessTimer_Tick() {
 
 void YokePair::WatchRoles(double seconds) {
   if (!running_ || !Paired()) return;
-  const int slave = 3 - master_;
+  const int slave = OtherThan(master_);
   masterLostFor_ = Of(master_).Usable() ? 0 : masterLostFor_ + seconds;
   const bool gripped = Of(slave).Settings().Has(yokeoption::kHandoverByGrip) && Of(slave).Gripped();
   if (gripped || masterLostFor_ > kMasterLostSeconds) HandOver(slave);
@@ -146,21 +146,21 @@ void YokePair::HandOver(int which) {
   Yoke& before = Of(master_);
   const YokeMode mode = before.Mode();
   const bool flew = flew_ && Flies();
-  const std::array<double, 2> ratios = controls_.YokeRatios();
+  const std::array<double, kAxes> ratios = controls_.YokeRatios();
   master_ = which;
   masterLostFor_ = 0;
   next.SelectMode(mode == YokeMode::Servo || mode == YokeMode::Off ? YokeMode::Ffb : mode);
   before.SelectMode(mode == YokeMode::Off ? YokeMode::Off : YokeMode::Servo);
   if (!flew) return;
-  // The simulator's yoke goes on from where it is.
-  const std::array<double, 2> own = MasterRatios();
+  // The simulator's yoke goes on from where it is, and comes to the new master's place by and by.
+  const std::array<double, kAxes> own = MasterRatios();
   for (std::size_t i = 0; i < blend_.size(); ++i) blend_[i] = ratios[i] - own[i];
 }
 
 // Where the master stands, from the middle that trim gives it: the simulator adds the trim itself.
-std::array<double, 2> YokePair::MasterRatios() const {
+std::array<double, kAxes> YokePair::MasterRatios() const {
   const Yoke& master = Of(master_);
-  std::array<double, 2> ratios = master.Position();
+  std::array<double, kAxes> ratios = master.Position();
   for (std::size_t i = 0; i < kAxes; ++i) {
     if (master.Settings().Has(yokeoption::kTrimMovesCentre) && master.Mode() != YokeMode::Centre) {
       ratios[i] -= Feel::TrimCentre(ports_.Variables, settings_.forces, static_cast<Axis>(i));
@@ -170,21 +170,21 @@ std::array<double, 2> YokePair::MasterRatios() const {
   return ratios;
 }
 
-// The master's position goes to the simulator, unless the autopilot moves the yoke, or nobody knows where it
-// is.
+// The master's position goes to the simulator, unless the autopilot moves the yoke or the position cannot be
+// relied on.
 bool YokePair::Flies() const {
   const Yoke& master = Of(master_);
   if (!running_ || !master.Usable() || !master.Settings().Has(yokeoption::kSendPositions)) return false;
   if (master.Mode() == YokeMode::Servo) return false;
-  return master.Mode() != YokeMode::FollowAP || ports_.Variables.AutopilotServos == 0;
+  return master.Mode() != YokeMode::FollowAP || !ports_.Variables.AutopilotServos;
 }
 
 void YokePair::WriteControls(double seconds) {
   const bool flies = Flies();
   if (flies) {
-    std::array<double, 2> ratios = MasterRatios();
+    std::array<double, kAxes> ratios = MasterRatios();
     if (!flew_ && Of(master_).Mode() == YokeMode::FollowAP) {
-      // The autopilot has let go: from its place on.
+      // The autopilot has let go: the ratios go on from its place.
       blend_ = {ports_.Variables.AutopilotRoll - ratios[0], ports_.Variables.AutopilotPitch - ratios[1]};
     }
     for (std::size_t i = 0; i < kAxes; ++i) {
@@ -209,9 +209,10 @@ void YokePair::ServeButtons(double seconds) {
     if (!Configured(which)) continue;
     const unsigned pressed = Of(which).TakePressed();
     const unsigned held = Of(which).Held();
-    for (std::size_t button = 0; button < 16; ++button) {
+    const auto& actions = Of(which).Settings().buttons;
+    for (std::size_t button = 0; button < actions.size(); ++button) {
       if ((pressed >> button & 1u) != 0) Press(which, button);
-      const ButtonAction action = Of(which).Settings().buttons[button];
+      const ButtonAction action = actions[button];
       if ((held >> button & 1u) == 0 || action < ButtonAction::TrimNoseUp || action > ButtonAction::TrimRight)
         continue;
       trimming = true;
@@ -231,13 +232,12 @@ void YokePair::Press(int which, std::size_t button) {
       break;
     case ButtonAction::AutopilotOff:
       if (!running_) break;
-      ports_.Variables.AutopilotServos = 0;
-      ports_.PutPortFFB(1);
+      ports_.Variables.AutopilotServos = false;
+      ports_.PutPortFFB(ffboffset::kAutopilotServos);
       break;
     case ButtonAction::Command: {
       if (!running_) break;
-      const YokeRecord& record = which == 2 ? model_.Yoke2 : model_.Yoke1;
-      sim_.SendCommandPath(record.Buttons[button].Text);
+      sim_.SendCommandPath(RecordOf(which).Buttons[button].Text);
       break;
     }
     default:
@@ -251,11 +251,11 @@ void YokePair::Trim(ButtonAction action, double seconds) {
   const bool up = action == ButtonAction::TrimNoseUp || action == ButtonAction::TrimRight;
   float& variable = roll ? ports_.Variables.AileronTrim : ports_.Variables.ElevatorTrim;
   if (!std::isfinite(variable)) return;
-  std::optional<double>& trim = trim_[roll ? 0 : 1];
+  std::optional<double>& trim = trim_[static_cast<std::size_t>(roll ? Axis::Roll : Axis::Pitch)];
   const double step = (up ? kTrimRate : -kTrimRate) * std::clamp(seconds, 0.0, kLongestCycle);
   trim = std::clamp(trim.value_or(variable) + step, -1.0, 1.0);
   variable = static_cast<float>(*trim);
-  ports_.PutPortFFB(roll ? 13 : 12);
+  ports_.PutPortFFB(roll ? ffboffset::kAileronTrim : ffboffset::kElevatorTrim);
 }
 
 std::string YokePair::RoleText(int which) const {

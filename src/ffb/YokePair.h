@@ -42,7 +42,7 @@ class YokePair {
   int Master() const { return master_; }
   bool IsSlave(int which) const { return Paired() && which != master_; }
   // Makes a yoke the master, without a step in position or force: the new one goes on in the old one's mode
-  // from where it stands, the old one follows in Servo Mode. Nothing where it is master already, is not
+  // from where it stands, the old one follows in Servo Mode. No effect where it is master already, is not
   // configured, or (while running) cannot be relied on.
   void HandOver(int which);
   // Chooses a yoke's mode. A slave that leaves Servo Mode stays slave; it just does not follow.
@@ -59,6 +59,8 @@ class YokePair {
   bool JoystickUsable() const { return pedals_ != nullptr; }
 
  private:
+  static int OtherThan(int which) { return which == 1 ? 2 : 1; }
+  const YokeRecord& RecordOf(int which) const { return which == 2 ? model_.Yoke2 : model_.Yoke1; }
   bool Paired() const { return Configured(1) && Configured(2); }
   SafetyCause CommonCause() const;
   void StartModes();
@@ -68,7 +70,7 @@ class YokePair {
   void Trim(ButtonAction action, double seconds);
   void WatchRoles(double seconds);
   void WriteControls(double seconds);
-  std::array<double, 2> MasterRatios() const;
+  std::array<double, kAxes> MasterRatios() const;
   bool Flies() const;
 
   ConfigModel& model_;
@@ -82,14 +84,14 @@ class YokePair {
   Yoke yoke1_, yoke2_;
   FfbSettings settings_;
   Feel feel_;
-  const YokeRecord* pedals_ = nullptr;  // whose joystick settings are used; nothing: none
+  const YokeRecord* pedals_ = nullptr;  // whose joystick settings are used; nullptr: none
   bool loaded_ = false, running_ = false;
   int master_ = 1;
   std::int64_t lastTickMs_ = 0;
-  double masterLostFor_ = 0;                     // s
-  std::array<double, 2> blend_{};                // added to the ratios, fading: what a hand-over left
-  bool flew_ = false;                            // in the last cycle
-  std::array<std::optional<double>, 2> trim_{};  // what a held button has made of it
+  double masterLostFor_ = 0;                         // s
+  std::array<double, kAxes> blend_{};                // added to the ratios, fading: what a hand-over left
+  bool flew_ = false;                                // in the last cycle
+  std::array<std::optional<double>, kAxes> trim_{};  // what a held button has made of it
 };
 
 }  // namespace tvx

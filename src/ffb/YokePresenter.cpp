@@ -196,7 +196,8 @@ void YokePresenter::SetShared(std::int16_t YokeRecord::*number, int value) {
 void YokePresenter::SetEffect(std::size_t place, double frequency, int percent) {
   if (place >= model_.Yoke1.Effects.size() || std::isnan(frequency)) return;
   if (EffectsAreBlank(model_.Yoke1)) SetStandardEffects(model_.Yoke1);
-  model_.Yoke1.Effects[place] = {static_cast<float>(std::clamp(frequency, 0.0, 50.0)), ToByte(percent, 100)};
+  model_.Yoke1.Effects[place] = {static_cast<float>(std::clamp(frequency, 0.0, kHighestFrequency)),
+                                 ToByte(percent, 100)};
   Changed();
 }
 

@@ -55,7 +55,7 @@ class YokePresenter {
   // What both yokes share in yoke 1's record: the aircraft's speeds and the like, and the effects.
   YokeRecord Shared() const;
   void SetShared(std::int16_t YokeRecord::*number, int value);       // 0: the standard value
-  void SetEffect(std::size_t place, double frequency, int percent);  // 2 e roll, 2 e + 1 pitch
+  void SetEffect(std::size_t place, double frequency, int percent);  // EffectPlace
   void SetStandardForces();
   // Shows every fault of the joystick's settings, and the summary; true when there is none.
   bool CheckJoystickSettings();

@@ -44,7 +44,7 @@ bool CalibrateAxis(int low, int centre, int high, AxisCalibration& calibration) 
 YokeSettings ReadYokeSettings(const YokeRecord& record) {
   YokeSettings settings;
   const int mode = record.StartMode;
-  settings.startMode = mode >= 0 && mode <= 4 ? static_cast<YokeMode>(mode) : YokeMode::Off;
+  settings.startMode = mode >= 0 && mode < kYokeModes ? static_cast<YokeMode>(mode) : YokeMode::Off;
   settings.address = record.Address;
   settings.options = record.OptionBits;
   const bool roll =
@@ -91,8 +91,8 @@ GeneralFFBRecord StandardGeneralFFB() {
 void SetStandardEffects(YokeRecord& yoke1) {
   for (std::size_t i = 0; i < kEffects; ++i) {
     const StandardEffect& effect = kStandardEffects[i];
-    yoke1.Effects[2 * i] = {effect.frequency, effect.roll};
-    yoke1.Effects[2 * i + 1] = {effect.frequency, effect.pitch};
+    yoke1.Effects[EffectPlace(i, Axis::Roll)] = {effect.frequency, effect.roll};
+    yoke1.Effects[EffectPlace(i, Axis::Pitch)] = {effect.frequency, effect.pitch};
   }
 }
 
@@ -103,14 +103,14 @@ FfbSettings ReadFfbSettings(const ConfigModel& model) {
   FfbSettings settings;
   settings.master = general.MasterYoke == 2 ? 2 : 1;
   settings.gripThreshold = std::clamp<int>(general.GripThreshold, 0, kYokeTravel);
-  settings.servoSpeed = OrStandard(tail.ServoSpeed, 600);
+  settings.servoSpeed = OrStandard(tail.ServoSpeed, settings.servoSpeed);
   ForceSettings& forces = settings.forces;
   forces.curves = {MakeForceCurve(general, Axis::Roll), MakeForceCurve(general, Axis::Pitch)};
   for (std::size_t i = 0; i < kEffects; ++i) {
     for (std::size_t axis = 0; axis < kAxes; ++axis) {
-      const auto& effect = tail.Effects[2 * i + axis];
+      const auto& effect = tail.Effects[EffectPlace(i, static_cast<Axis>(axis))];
       const double frequency = std::isfinite(effect.Frequency) ? effect.Frequency : 0;
-      forces.effects[i][axis] = {std::clamp(frequency, 0.0, 50.0), Share(effect.Level)};
+      forces.effects[i][axis] = {std::clamp(frequency, 0.0, kHighestFrequency), Share(effect.Level)};
     }
   }
   forces.maximum = Share(general.MaximumForce);
@@ -118,11 +118,12 @@ FfbSettings ReadFfbSettings(const ConfigModel& model) {
   forces.damping = Share(general.Damping);
   forces.groundForce = Share(general.GroundForce);
   forces.trimRange = {Share(general.RollTrimRange), Share(general.PitchTrimRange)};
-  forces.stallMargin = tail.StallMargin == 0 ? 0.1 : Share(tail.StallMargin);
-  forces.gustTime = tail.GustTime > 0 ? std::clamp<double>(tail.GustTime, 0.1, 10.0) : 0.5;
-  forces.stallSpeed = OrStandard(tail.StallSpeed, 50);
-  forces.neverExceedSpeed = OrStandard(tail.NeverExceedSpeed, 160);
-  forces.bumps = OrStandard(tail.RunwayBumps, 60) / 10;
+  // Where none was set, the values that ForceSettings begins with stay.
+  if (tail.StallMargin != 0) forces.stallMargin = Share(tail.StallMargin);
+  if (tail.GustTime > 0) forces.gustTime = std::clamp<double>(tail.GustTime, 0.1, 10.0);
+  forces.stallSpeed = OrStandard(tail.StallSpeed, forces.stallSpeed);
+  forces.neverExceedSpeed = OrStandard(tail.NeverExceedSpeed, forces.neverExceedSpeed);
+  if (tail.RunwayBumps > 0) forces.bumps = tail.RunwayBumps / 10.0;  // kept in tenths of a metre
   return settings;
 }
 

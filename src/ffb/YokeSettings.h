@@ -1,5 +1,5 @@
 // The yokes' settings as the logic uses them: taken out of the configuration's records, with every value
-// brought into its range and the standard values put where nothing was ever set.
+// brought into its range and the standard values put where none was ever set.
 #pragma once
 
 #include <array>
@@ -13,6 +13,7 @@
 namespace tvx {
 
 enum class YokeMode : std::int16_t { Centre = 0, Ffb = 1, FollowAP = 2, Servo = 3, Off = 4 };
+inline constexpr int kYokeModes = 5;
 
 // Bits of YokeRecord::OptionBits.
 namespace yokeoption {
@@ -59,10 +60,16 @@ constexpr int RawOf(std::int16_t stored) {
 }
 
 // Centre and scale from an axis's two ends and its centre, as raw values. The scale is that of the shorter
-// side, so that both ends reach the full position; falling values give a negative scale. Nothing is
-// calibrated (false) unless the centre lies between the ends, at least kLeastTravel away from each.
+// side, so that both ends reach the full position; falling values give a negative scale. False, and
+// `calibration` as it was, unless the centre lies between the ends, at least kLeastTravel away from each.
 bool CalibrateAxis(int low, int centre, int high, AxisCalibration& calibration);
 inline constexpr int kLeastTravel = 200;
+
+// Where the frequency and level of an effect stand in YokeRecord::Effects.
+constexpr std::size_t EffectPlace(std::size_t effect, Axis axis) {
+  return kAxes * effect + static_cast<std::size_t>(axis);
+}
+inline constexpr double kHighestFrequency = 50;  // Hz, of an effect
 
 // What both yokes share.
 struct FfbSettings {
@@ -79,9 +86,10 @@ void SetStandardEffects(YokeRecord& yoke1);
 bool IsBlank(const GeneralFFBRecord& record);
 bool EffectsAreBlank(const YokeRecord& yoke1);
 
-// ODDITY: everything in yoke 2's section after its option bits is read one line aside from where it was
-// written, so each saving and loading would move it on, and a fraction might land where a byte is due and end
-// the load. Yoke 2 uses yoke 1's values instead; its own are kept at 0, which reads back as 0 from any line.
+// Sets the values of yoke 2's record behind its option bits to 0.
+// ODDITY: in the file these values are read one line away from where they were written. Each saving and
+// loading would move them on by a line, and a fraction might land where a byte is due and end the load. So
+// yoke 2 uses yoke 1's values, and its own are kept at 0, which reads back as 0 from any line.
 void ClearYoke2Tail(ConfigModel& model);
 
 }  // namespace tvx

@@ -7,8 +7,8 @@
 
 namespace tvx {
 
-// One joystick number. Every read asks the device anew and nothing is remembered: two reads in one cycle may
-// differ. Without a device each value is that of the clean record, 0; no read fails.
+// One joystick number. Every read asks the device anew, without a memory: two reads in one cycle may differ.
+// Without a device each value is that of the clean record, 0; no read fails.
 class clsJoy {
  public:
   explicit clsJoy(JoystickDevice& device) : device_(&device) {}
@@ -25,7 +25,7 @@ class clsJoy {
   std::int32_t JoyY() { return Read(&JoyInfoEx::YPos); }
   std::int32_t JoyX() { return Read(&JoyInfoEx::XPos); }
 
-  // ODDITY: positions can be assigned, and nothing comes of it: the next read asks the device.
+  // ODDITY: a position can be assigned, but without effect: the next read asks the device.
   void SetJoyPOV(std::int32_t value) { Assign(&JoyInfoEx::Pov, value); }
   void SetJoyV(std::int32_t value) { Assign(&JoyInfoEx::VPos, value); }
   void SetJoyU(std::int32_t value) { Assign(&JoyInfoEx::UPos, value); }

@@ -43,8 +43,8 @@ std::string FolderOf(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-// The file that `path` leads to, through symbolic links, whether it exists or not; nothing where they go in
-// circles.
+// The file that `path` leads to, through symbolic links, whether it exists or not; std::nullopt where they go
+// in circles.
 std::optional<std::string> Resolved(std::string path) {
   for (int links = 0; links < 40; ++links) {
     char target[PATH_MAX];

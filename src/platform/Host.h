@@ -21,16 +21,16 @@ class MessageBoxes {
   virtual void Show(std::string_view text) = 0;
   // A Yes/No question. Returns kAnswerYes or kAnswerNo (closing the box is No); events are handled meanwhile.
   virtual int Ask(std::string_view text) = 0;
-  // Asks for a line of text, with `preset` in its box; nothing when the user cancels. Events are handled
-  // meanwhile. Where nobody can be asked, nothing.
+  // Asks for a line of text: the question, and the text that the box begins with. std::nullopt when the user
+  // cancels, and where nobody can be asked. Events are handled meanwhile.
   virtual std::optional<std::string> AskText(std::string_view, std::string_view) { return std::nullopt; }
 };
 
 class EventLoop {
  public:
   virtual ~EventLoop() = default;
-  // Handles what waits: timers, sockets, serial ports. Sleeps for a few milliseconds at most when nothing
-  // does.
+  // Handles what waits: timers, sockets, serial ports. Where none does, sleeps for a few milliseconds at
+  // most.
   virtual void Yield() = 0;
   // True once the program is ending; every loop that yields must stop then.
   virtual bool Ending() const = 0;

@@ -17,7 +17,7 @@ struct SerialDevice {
   std::string serialNumber;  // the adapter's own; may be empty
   std::string group;         // whose members may open it
   bool mayOpen = false;      // this user may
-  std::string user;          // the program that has it open, "name (pid)"; empty: none that we may look into
+  std::string user;          // the program that has it open, "name (pid)"; empty: none that is known
 
   // "FT232R USB UART, serial A50285BI, /dev/ttyUSB0".
   std::string Words() const;

@@ -29,7 +29,7 @@ enum class SerialState {
 };
 
 // Settings are always 38400 baud, 8 data bits, no parity, 2 stop bits, no handshake, every byte 0..255 kept.
-// Nothing here ever waits: a port that is slow, full or gone makes an operation fail, never stall.
+// No operation ever waits: with a port that is slow, full or gone it fails.
 class SerialPort {
  public:
   // Called from the event loop. The handler reads with Read(). While at least `threshold` bytes are still
@@ -52,15 +52,15 @@ class SerialPort {
   // The group whose members may open the device; meant for the words of SerialState::NoPermission.
   virtual std::string Group() const { return "dialout"; }
 
-  // Hands the bytes to the line, all or none. False (and nothing is sent) when the port is not open or bytes
-  // of an earlier write are still waiting: the line is full.
+  // Hands the bytes to the line, all or none. False, and none is sent, when the port is not open or bytes of
+  // an earlier write are still waiting: the line is full.
   virtual bool Write(ByteView bytes) = 0;
   // Moves up to out.size() waiting bytes to `out`; returns how many.
   virtual std::size_t Read(std::span<Byte> out) = 0;
   virtual std::size_t Waiting() const = 0;
   virtual void DiscardInput() = 0;
   virtual void DiscardOutput() = 0;
-  // The carrier-detect line; nothing where the device has none or the port is closed.
+  // The carrier-detect line; std::nullopt where the device has none or the port is closed.
   virtual std::optional<bool> CarrierDetect() const = 0;
 };
 

@@ -19,7 +19,7 @@ struct UdpEndpoints {
   bool operator==(const UdpEndpoints&) const = default;
 };
 
-// An unconnected UDP socket bound to a local port. Nothing here waits.
+// An unconnected UDP socket bound to a local port. No operation waits.
 class UdpSocket {
  public:
   // Called from the event loop, once for each datagram that waits; the handler reads it with Receive().

@@ -34,7 +34,7 @@ ForceCurve MakeForceCurve(const GeneralFFBRecord& record, Axis axis) {
   }
   const auto begin = curve.points.begin();
   auto end = begin + static_cast<std::ptrdiff_t>(curve.count);
-  // Insertion keeps points of one airspeed in the table's order, and allocates nothing.
+  // Insertion keeps points of one airspeed in the table's order, and does not allocate.
   for (auto at = begin; at != end; ++at) {
     std::rotate(
         std::upper_bound(begin, at, *at,

@@ -21,7 +21,7 @@ std::string_view SafetyText(SafetyCause cause);  // in words, for the form; empt
 
 inline constexpr int kYokeSilentMs = 300;
 inline constexpr int kSimulatorSilentMs = 1000;
-// From wholly open to shut, and back. A yoke that hears nothing for kHoldMs fades within kFadeMs by itself.
+// From wholly open to shut, and back. A yoke without a command for kHoldMs fades within kFadeMs by itself.
 inline constexpr int kFadeMs = 500;
 inline constexpr int kRiseMs = 2000;
 inline constexpr int kHoldMs = 300;

@@ -9,8 +9,6 @@
 namespace tvx {
 namespace {
 
-constexpr std::size_t kOptionsSetting = 8;
-constexpr std::int16_t kModeNormal = 0, kModeRequested = 1, kModeInProgress = 2;
 constexpr int kHoldSeconds = 5;
 constexpr int kShortestProcessTimer = 10;  // ms
 constexpr int kSecond = 1000;              // ms
@@ -50,7 +48,7 @@ void EngineCluster::ForgetPorts() {
   portFunction_.fill(0);
 }
 
-// A port that is not needed any more stays open until all are closed: others may read the same data group.
+// The port of a former Function stays open until all ports are closed: others may read the same data group.
 void EngineCluster::FollowFunctions() {
   if (!portsOpen_) return;
   const OpenerScope by(sim_, opener::kEngineCluster);
@@ -121,7 +119,7 @@ void EngineCluster::MoveSingleNeedle(int needle, int value) {
 }
 
 void EngineCluster::Recalibrate() {
-  ecMode_ = kModeRequested;
+  ecMode_ = ECMode::RecalibrationRequested;
 }
 
 int EngineCluster::PositionOf(int channel, double value) const {
@@ -160,13 +158,13 @@ void EngineCluster::ProcessTimer_Tick() {
   }
   ECFrame frame = EmptyECFrame();
   FillNeedles(frame);
-  const std::int16_t mode = ecMode_;
-  if (mode == kModeInProgress) {
-    FillECFrame(frame, 'F', 0x00);
-    ecMode_ = kModeNormal;
-  } else if (mode == kModeRequested) {
-    FillECFrame(frame, 'A', 0x10);
-    ecMode_ = kModeInProgress;
+  const ECMode mode = ecMode_;
+  if (mode == ECMode::Recalibrating) {
+    frame = EmptyECFrame();
+    ecMode_ = ECMode::Normal;
+  } else if (mode == ECMode::RecalibrationRequested) {
+    frame = RecalibrationECFrame();
+    ecMode_ = ECMode::Recalibrating;
     hold_ = kHoldSeconds;
   }
   FinishECFrame(frame, lighting_);
@@ -178,8 +176,8 @@ void EngineCluster::ProcessTimer_Tick() {
   lighting_.OneShot &= kKeptOfOneShot;
 }
 
-// Discards what is left over of earlier input before a frame is sent. An answer that is coming in just now is
-// no remnant: it has grown since the last frame, and is left to become whole.
+// Discards what is left over of earlier input before a frame is sent. Input that has grown since the last
+// frame is an answer that is still coming in: it is left to become whole.
 void EngineCluster::DiscardRemnant() {
   SerialPort& port = Line();
   const std::size_t waiting = port.Waiting();
@@ -207,7 +205,6 @@ void EngineCluster::MSComm1_OnComm(SerialEvent event) {
   const auto version = ReadECVersion(ByteView(read).first(length));
   if (!version) return;
   ecVersion_ = *version;
-  ECReplyReceived = 1;
   port.DiscardOutput();
 }
 

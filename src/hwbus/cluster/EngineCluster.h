@@ -17,6 +17,8 @@ namespace tvx {
 
 class EngineCluster {
  public:
+  static constexpr std::size_t kOptionsSetting = kECChannels;  // the record behind those of the channels
+
   struct Timers {
     Timer& ProcessTimer;  // TransferInterval; while running
     Timer& Timer1000ms;
@@ -29,11 +31,11 @@ class EngineCluster {
   void OpenCommPort();
   // Opens the simulator port of each enabled channel, under the cluster's opener code.
   void OpenPorts();
-  // The simulator's ports are closed by whoever closes them all; from here on none is this cluster's.
+  // Forgets the simulator's ports. They are closed elsewhere, with all others.
   void ForgetPorts();
   void cmdRun_Click();
   void cmdStop_Click();
-  // Moves one needle, 0..14, at once; its value is the raw one. Nothing for another needle.
+  // Moves one needle, 0..14, at once; its value is the raw one. No effect for another needle.
   void MoveSingleNeedle(int needle, int value);
   // The next cycle sends the recalibration frame, the one after it zeroes.
   void Recalibrate();
@@ -59,16 +61,16 @@ class EngineCluster {
   int Position(int channel) const { return position_[static_cast<std::size_t>(channel)]; }
   bool DualEngine() const;
   int NeedleOf(int channel) const { return ECNeedleOfChannel(channel, DualEngine()); }
-  // What an enabled channel's Function says now; nothing while halted and where it has no value.
+  // What an enabled channel's Function says now; std::nullopt while halted and where it has no value.
   std::optional<double> Value(int channel) const;
   // The needle position 0..1079 for a value: its place on the channel's Plate; without a Plate the value
   // itself.
   int PositionOf(int channel, double value) const;
-  bool Recalibrating() const { return ecMode_ != 0 || hold_ > 0; }
-
-  std::int16_t ECReplyReceived = 0;
+  bool Recalibrating() const { return ecMode_ != ECMode::Normal || hold_ > 0; }
 
  private:
+  enum class ECMode { Normal, RecalibrationRequested, Recalibrating };
+
   SerialPort& Line() { return hardware_.PortOf(HardwareGroup::EngineCluster); }
   const EngineClusterRecord& Channel(int channel) const {
     return model_.EngineCluster[static_cast<std::size_t>(channel)];
@@ -84,11 +86,11 @@ class EngineCluster {
   MessageBoxes& boxes_;
   Timers timers_;
   bool running_ = false;
-  std::int16_t ecMode_ = 0;  // 0 normal, 1 recalibration requested, 2 in progress
-  int hold_ = 0;             // seconds for which the cluster is taken to sweep
+  ECMode ecMode_ = ECMode::Normal;
+  int hold_ = 0;  // seconds for which the cluster is taken to sweep
   ECLighting lighting_;
   ECVersionText ecVersion_;
-  std::size_t waitingBefore_ = 0;
+  std::size_t waitingBefore_ = 0;  // bytes of input that waited at the last frame
   bool portsOpen_ = false;
   std::array<Port, kECChannels> ports_{};
   std::array<std::int16_t, kECChannels> portFunction_{};  // that the port was asked for; 0: none

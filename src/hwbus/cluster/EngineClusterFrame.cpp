@@ -13,6 +13,8 @@ constexpr std::array<int, kECChannels> kSingleEngine{0, 1, 2, 3, 4, 5, 6, 7};
 constexpr std::array<int, kECChannels> kDualEngine{0, 1, 2, 3, 8, 9, 10, 11};
 
 constexpr Byte kNormal = 'F';
+constexpr Byte kRecalibrate = 'A';
+constexpr Byte kRecalibrateRest = 0x10;
 constexpr Byte kEnd = 0xAA;
 constexpr std::size_t kLightingByte = 38, kOneShotByte = 39, kEndByte = 40;  // counted from 1
 constexpr std::size_t kShortestReply = 8;
@@ -46,9 +48,11 @@ void PutECNeedle(ECFrame& frame, int needle, std::uint16_t value) {
   frame[at + 1] = static_cast<Byte>(value & 0xFF);
 }
 
-void FillECFrame(ECFrame& frame, Byte first, Byte rest) {
-  frame.fill(rest);
-  frame[0] = first;
+ECFrame RecalibrationECFrame() {
+  ECFrame frame;
+  frame.fill(kRecalibrateRest);
+  frame[0] = kRecalibrate;
+  return frame;
 }
 
 void FinishECFrame(ECFrame& frame, const ECLighting& lighting) {

@@ -34,14 +34,14 @@ std::size_t ECNeedlePosition(int needle);
 int ECNeedleOfChannel(int channel, bool dual);
 
 ECFrame EmptyECFrame();                                             // "F" and zeroes
-void PutECNeedle(ECFrame& frame, int needle, std::uint16_t value);  // nothing for a needle outside 0..15
-void FillECFrame(ECFrame& frame, Byte first, Byte rest);            // byte 1, and bytes 2..40
-void FinishECFrame(ECFrame& frame, const ECLighting& lighting);     // bytes 38..40
-// The frame that moves one needle, 0..14; nothing for another one.
+void PutECNeedle(ECFrame& frame, int needle, std::uint16_t value);  // only needles 0..15
+ECFrame RecalibrationECFrame();
+void FinishECFrame(ECFrame& frame, const ECLighting& lighting);  // bytes 38..40
+// The frame that moves one needle, 0..14; std::nullopt for another one.
 std::optional<ECFrame> SingleNeedleFrame(int needle, std::uint16_t value, const ECLighting& lighting);
 
-// The version in an answer: its bytes 15 and 16, as far as they came. Nothing where it is no answer: fewer
-// than 8 bytes, or not begun with 0xFF.
+// The version in an answer: its bytes 15 and 16, as far as they came. std::nullopt where it is no answer:
+// fewer than 8 bytes, or not begun with 0xFF.
 struct ECVersionText {
   std::array<char, 2> chars{};
   std::size_t length = 0;

@@ -8,7 +8,6 @@
 namespace tvx {
 namespace {
 
-constexpr std::size_t kOptionsSetting = 8;
 constexpr int kHighestBits = 255;
 constexpr int kLightingBits = 3;  // bits 0 and 1 of byte 38 are the cockpit's lighting
 constexpr const char* kValueIsPosition = "(the value is the position)";
@@ -16,11 +15,11 @@ constexpr const char* kValueIsPosition = "(the value is the position)";
 }  // namespace
 
 const EngineClusterRecord& EngineClusterPresenter::Options() const {
-  return model_.EngineCluster[kOptionsSetting];
+  return model_.EngineCluster[EngineCluster::kOptionsSetting];
 }
 
 EngineClusterRecord& EngineClusterPresenter::EditedOptions() {
-  return model_.EngineCluster[kOptionsSetting];
+  return model_.EngineCluster[EngineCluster::kOptionsSetting];
 }
 
 void EngineClusterPresenter::Changed() {

@@ -18,7 +18,7 @@ class EngineClusterPresenter {
   static constexpr int kNoPlate = -1;  // the value is the position
 
   EngineClusterPresenter(ConfigModel& model, EngineCluster& cluster) : model_(model), cluster_(cluster) {}
-  // Told after every change, so that all forms show the same.
+  // `changed` is called after every change, so that all forms show the same.
   void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
   // The model was edited elsewhere: the cluster takes it over, and the forms are told.
   void Refresh();
@@ -28,10 +28,10 @@ class EngineClusterPresenter {
     return model_.EngineCluster[static_cast<std::size_t>(channel)];
   }
   void SetEnabled(int channel, bool on);
-  // 0..300; nothing for another number. The first Function switches its channel on, and takes no Plate for
-  // granted; 0 switches it off.
+  // 0..300; no effect for another number. The first Function of a channel switches it on, without a Plate;
+  // 0 switches it off.
   void SetFunction(int channel, int function);
-  // A Plate that there is, or kNoPlate; nothing for another number.
+  // A Plate that there is, or kNoPlate; no effect for another number.
   void SetPlate(int channel, int plate);
   // The Plates, kNoPlate first of all, and the channel's own number where no Plate has it.
   std::vector<std::pair<int, std::string>> PlateItemsOf(int channel) const;
@@ -49,11 +49,11 @@ class EngineClusterPresenter {
   void SetBacklight(bool on);
   // The further bits of byte 38, 0..255.
   int ExtraBits() const { return Options().Value3 & 0xFF; }
-  // What a typed text stands for; nothing where it is no whole number 0..255.
+  // What a typed text stands for; std::nullopt where it is no whole number 0..255.
   static std::optional<int> ReadExtraBits(std::string_view text);
   // What is to be said beside the text.
   static std::string_view ExtraBitsRemark(std::string_view text);
-  // False, and nothing changes, where the text is none.
+  // False, and no change, where the text is no such number.
   bool SetExtraBits(std::string_view text);
 
   // --- trying ---

@@ -14,7 +14,7 @@ constexpr std::size_t kSearchedSlots = 50;
 constexpr int kHighestCommand = 15;
 constexpr std::array<const char*, 4> kSpinner{"---", " \\", " |", " /"};
 
-// A whole number within the limits; nothing for anything else.
+// A whole number within the limits; std::nullopt for any other text.
 std::optional<int> WholeNumber(const std::string& text, int lowest, int highest) {
   const auto number = ParseReal<double>(text);
   const auto whole = number ? RoundTo<int>(*number) : std::nullopt;
@@ -38,7 +38,7 @@ void GaugeConsolePresenter::cmdPollGauge() {
   view_ = {};
   view_.Text7 = kNoReply;
   polling_ = true;
-  replied_ = true;  // nothing was asked yet
+  replied_ = true;  // no poll is open yet
   Changed();
 }
 

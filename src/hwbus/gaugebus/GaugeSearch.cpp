@@ -39,7 +39,7 @@ void GaugeSearch::Cancel() {
   Changed();
 }
 
-// Where the slot is taken, the turn waits for the next tick.
+// Where the transmit slot is taken, the turn waits for the next tick.
 void GaugeSearch::Ask() {
   ticksLeft_ = 0;
   if (serial_.TransmitPending()) return;
@@ -64,7 +64,7 @@ void GaugeSearch::Tick() {
 
 void GaugeSearch::CloseTurn() {
   SerialPort& bus = serial_.Line();
-  // Less than a whole reply raises no event: two that met on the line, or a damaged one.
+  // An incomplete reply raises no event: two replies may have met on the line, or one was damaged.
   if (bus.Waiting() > 0) {
     bus.DiscardInput();
     OnReply(std::nullopt);

@@ -25,7 +25,7 @@ class GaugeSearch {
   // Called after every change of what follows.
   void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
   bool Running() const { return running_; }
-  int Done() const { return address_; }  // addresses that have had their turn
+  int Done() const { return address_; }  // how many addresses have had their turn
   int Found() const { return found_; }
   // What the user should know, one line each: addresses that two gauges share, unreadable answers, gauges of
   // another type than configured, unknown types.
@@ -38,7 +38,7 @@ class GaugeSearch {
   void Cancel();
   // About every 20 ms, after Serial::TickTransmit.
   void Tick();
-  // A reply came on the gauge bus, or (nothing) bytes that are none.
+  // A reply came on the gauge bus; std::nullopt: bytes came that are no reply.
   void OnReply(std::optional<ReplyView> reply);
 
  private:

@@ -32,8 +32,7 @@ void Serial::OpenComPorts() {
 }
 
 void Serial::SetModuleCommand(HardwareGroup module, ModuleCommand command) {
-  if (module == HardwareGroup::IOModule1) modules_[0] = std::move(command);
-  if (module == HardwareGroup::IOModule2) modules_[1] = std::move(command);
+  modules_[module == HardwareGroup::IOModule2 ? 1 : 0] = std::move(command);
 }
 
 bool Serial::QueueFrame(ByteView frame) {

@@ -39,7 +39,8 @@ class Serial {
   void OpenComPorts();
   void CloseComPorts() { ports_.CloseAll(); }
 
-  // Who takes the commands for an IO module's pseudo-address; an empty function for none.
+  // Who takes the commands for an IO module's pseudo-address (`module`: IOModule1 or IOModule2); an empty
+  // function for none.
   void SetModuleCommand(HardwareGroup module, ModuleCommand command);
 
   // --- single frames, while halted ---

@@ -15,6 +15,12 @@ constexpr int kTransmitInterval = 20;      // ms
 constexpr int kShortestProcessTimer = 10;  // ms
 constexpr int kSecond = 1000;              // ms
 
+// The lamps of the command kLampsLow.
+constexpr int kLowLampCount = 16;
+constexpr std::uint32_t kLowLamps = (1u << kLowLampCount) - 1;
+// Of the lighting word.
+constexpr int kBrightnessShift = 4, kBrightnessMask = 0xF;
+
 }  // namespace
 
 IOModule::IOModule(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, Keystrokes& keystrokes,
@@ -80,7 +86,7 @@ void IOModule::cmdRun_Click() {
   OpenCommPort();
   running_ = true;
   secondsSilent_ = -1;  // the first tick comes at once
-  ForgetSent();
+  ForgetTold();
   timers_.WriteCmdDuringConfig.SetEnabled(false);
   timers_.ProcessTimer.SetInterval(std::max<int>(model_.General.TransferInterval, kShortestProcessTimer));
   timers_.ProcessTimer.SetEnabled(true);
@@ -128,8 +134,7 @@ void IOModule::MSComm1_OnComm(SerialEvent event) {
     port.DiscardInput();
     return;
   }
-  ReplyReceived = 1;
-  if (!Answering()) ForgetSent();  // it may have been without power
+  if (!Answering()) ForgetTold();  // it may have been without power
   secondsSilent_ = 0;
   const IOModuleReport report = ReadIOModuleReport(ReplyView(read));
   if (observer_) observer_(report);
@@ -147,7 +152,7 @@ void IOModule::TakeSwitches(const IOModuleReport& report) {
   switchesKnown_ = true;
   for (int i = 0; i < kIOModuleSwitches; ++i) {
     const auto index = static_cast<std::size_t>(i);
-    switchState_[index] = report.On(i) ? 1 : 0;
+    switchState_[index] = report.On(i);
     if (switchState_[index] == lastSwitchState_[index]) continue;
     lastSwitchState_[index] = switchState_[index];
     if (switchDefinitionNr_[index] != 0) RunSwitchAction(switchDefinitionNr_[index], report.On(i));
@@ -160,7 +165,7 @@ void IOModule::TakeAnalogue(const IOModuleReport& report) {
     const int definitionNr = analogueDefinitionNr_[j];
     const int change = std::abs(analogueValue_[j] - lastAnalogueValue_[j]);
     if (definitionNr == 0 || change == 0) continue;
-    // ODDITY: remembered even where it stays within the dead band, so an axis that creeps sends nothing.
+    // ODDITY: remembered even where it stays within the dead band, so an axis that creeps never sends.
     lastAnalogueValue_[j] = analogueValue_[j];
     const IOModuleRecord& definition = Definition(definitionNr);
     const FunctionRecord* function = FunctionOf(definition);
@@ -200,23 +205,23 @@ void IOModule::Put(int definitionNr, float value) {
 void IOModule::ComposeCmd(int, int command, std::int32_t value) {
   const auto frame = BuildGaugeFrame(kIOModuleBusAddress, command, value);
   if (!frame) throw RangeError("IO module command value " + std::to_string(value) + " does not fit");
-  while (transmitPending_ == 1) {
+  while (transmitPending_) {
     if (loop_.Ending()) return;
     loop_.Yield();
   }
   transmitBuffer_ = *frame;
-  transmitPending_ = 1;
+  transmitPending_ = true;
 }
 
 void IOModule::WriteCmdDuringConfig_Tick() {
-  if (transmitPending_ != 1) return;
+  if (!transmitPending_) return;
   OpenQuietly();
   Line().Write(transmitBuffer_);
-  transmitPending_ = 0;
+  transmitPending_ = false;
 }
 
-void IOModule::ForgetSent() {
-  sentLampsLow_ = sentLampsHigh_ = sentBrightness_ = sentLighting_ = -1;
+void IOModule::ForgetTold() {
+  toldLampsLow_ = toldLampsHigh_ = toldBrightness_ = toldLighting_ = std::nullopt;
 }
 
 void IOModule::AppendCommand(int command, std::int32_t value) {
@@ -226,9 +231,9 @@ void IOModule::AppendCommand(int command, std::int32_t value) {
   batchSize_ += frame->size();
 }
 
-void IOModule::AppendIfChanged(std::int32_t& sent, int command, std::int32_t value) {
-  if (sent == value) return;
-  sent = value;
+void IOModule::AppendIfChanged(Told& told, int command, std::int32_t value) {
+  if (told == value) return;
+  told = value;
   AppendCommand(command, value);
 }
 
@@ -240,7 +245,7 @@ void IOModule::RefreshLamps() {
     const IOModuleRecord& definition = Definition(definitionNr);
     const FunctionRecord* function = FunctionOf(definition);
     float value = 0;
-    // A value that is not known lights nothing, not even the lamp of "equals its minimum".
+    // A value that is not known lights no lamp, not even that of "equals its minimum".
     const bool known = sim_.GetPort(ports_[static_cast<std::size_t>(definitionNr - 1)], value);
     if (function != nullptr && known && LampLit(definition, *function, static_cast<double>(value))) {
       lamps_ |= 1u << i;
@@ -251,26 +256,27 @@ void IOModule::RefreshLamps() {
 void IOModule::ProcessTimer_Tick() {
   if (!running_) return;
   batchSize_ = 0;
-  if (transmitPending_ == 1) {
+  if (transmitPending_) {
     std::copy(transmitBuffer_.begin(), transmitBuffer_.end(), batch_.begin());
     batchSize_ = transmitBuffer_.size();
-    transmitPending_ = 0;
+    transmitPending_ = false;
   }
   RefreshLamps();
-  AppendIfChanged(sentLampsLow_, iom_command::kLampsLow, static_cast<std::int32_t>(lamps_ & 0xFFFF));
-  AppendIfChanged(sentLampsHigh_, iom_command::kLampsHigh, static_cast<std::int32_t>(lamps_ >> 16));
-  AppendIfChanged(sentBrightness_, iom_command::kBrightness, lighting_ >> 4 & 0xF);
-  AppendIfChanged(sentLighting_, kCommandLighting, lighting_);
+  AppendIfChanged(toldLampsLow_, iom_command::kLampsLow, static_cast<std::int32_t>(lamps_ & kLowLamps));
+  AppendIfChanged(toldLampsHigh_, iom_command::kLampsHigh,
+                  static_cast<std::int32_t>(lamps_ >> kLowLampCount));
+  AppendIfChanged(toldBrightness_, iom_command::kBrightness, lighting_ >> kBrightnessShift & kBrightnessMask);
+  AppendIfChanged(toldLighting_, kCommandLighting, lighting_);
   if (batchSize_ == 0) return;
-  // What the line did not take, the module does not know: the next tick sends it again.
-  if (!Line().Write(ByteView(batch_).first(batchSize_))) ForgetSent();
+  // The line did not take it, so the module was not told: the next tick sends all of it again.
+  if (!Line().Write(ByteView(batch_).first(batchSize_))) ForgetTold();
 }
 
-// Asks for a report, so that a module that was plugged in late, or a report that was lost, is made good.
+// Asks for a report: a module may have been plugged in late, or a report may have been lost.
 void IOModule::TimerSeconds_Tick() {
   if (!running_) return;
   if (secondsSilent_ < kSilentSeconds) ++secondsSilent_;
-  if (transmitPending_ == 1) return;
+  if (transmitPending_) return;
   ComposeCmd(0, kCommandReportState, 0);
 }
 

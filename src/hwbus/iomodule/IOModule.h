@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,7 +67,7 @@ class IOModule {
   // --- what the forms show ---
   bool Running() const { return running_; }
   std::string StatusText() const;  // "Running" or "Halted", and the port's state where it is in trouble
-  const std::array<Byte, kIOModuleSwitches>& SwitchState() const { return switchState_; }
+  const std::array<bool, kIOModuleSwitches>& SwitchState() const { return switchState_; }
   bool SwitchesKnown() const { return switchesKnown_; }
   const std::array<std::int16_t, kIOModuleAnalogues>& AnalogueValue() const { return analogueValue_; }
   std::uint32_t Lamps() const { return lamps_; }  // bit n: lamp n is lit
@@ -77,7 +78,6 @@ class IOModule {
   int LampDefinitionNr(int index) const { return lampDefinitionNr_[static_cast<std::size_t>(index)]; }
   // The value that a definition's Function has now; 0 where it has none.
   double CurrentValue(int definitionNr) const;
-  std::int16_t ReplyReceived = 0;  // 1: a well-formed report came
   bool Answering() const { return secondsSilent_ < kSilentSeconds; }
   // Told of every well-formed report, running or not: for learning by touch. May be empty.
   void SetReportObserver(std::function<void(const IOModuleReport&)> observer) {
@@ -87,6 +87,7 @@ class IOModule {
   static constexpr int kSilentSeconds = 3;
 
  private:
+  static constexpr std::size_t kLongestBatch = 6;  // frames; a tick sends at most five
   const IOModuleRecord& Definition(int definitionNr) const {
     return model_.IOModuleInputs[static_cast<std::size_t>(definitionNr - 1)];
   }
@@ -100,8 +101,9 @@ class IOModule {
   void Put(int definitionNr, float value);
   void RefreshLamps();
   void AppendCommand(int command, std::int32_t value);
-  void AppendIfChanged(std::int32_t& sent, int command, std::int32_t value);
-  void ForgetSent();
+  using Told = std::optional<std::int32_t>;  // what the module was told last; std::nullopt: not known
+  void AppendIfChanged(Told& told, int command, std::int32_t value);
+  void ForgetTold();
 
   const ConfigModel& model_;
   SimCom& sim_;
@@ -115,24 +117,24 @@ class IOModule {
 
   bool running_ = false;
   int secondsSilent_ = 0;
-  std::array<Byte, kIOModuleSwitches> switchState_{}, lastSwitchState_{};
-  std::array<Byte, 6> switchText_{};
+  // The switches as they stand, and as they stood when they were last acted upon.
+  std::array<bool, kIOModuleSwitches> switchState_{}, lastSwitchState_{};
+  std::array<Byte, kIOModuleGroups> switchText_{};  // their bytes in the last report
   bool switchesKnown_ = false;
   std::array<std::int16_t, kIOModuleAnalogues> analogueValue_{}, lastAnalogueValue_{};
   std::array<int, kIOModuleSwitches> switchDefinitionNr_{};
   std::array<int, kIOModuleAnalogues> analogueDefinitionNr_{};
   std::array<int, kIOModuleLamps> lampDefinitionNr_{};
-  std::vector<Port> ports_;  // simulator port of each definition, by its number less 1
+  std::vector<Port> ports_;  // simulator port of each definition, by the definition's number less 1
   float analogueOut_ = 0;
 
   std::uint32_t lamps_ = 0;
   std::int32_t lighting_ = 0;
-  // What the module was told last; -1: not known.
-  std::int32_t sentLampsLow_ = -1, sentLampsHigh_ = -1, sentBrightness_ = -1, sentLighting_ = -1;
+  Told toldLampsLow_, toldLampsHigh_, toldBrightness_, toldLighting_;
 
   GaugeFrame transmitBuffer_{};
-  std::int16_t transmitPending_ = 0;
-  std::array<Byte, 6 * sizeof(GaugeFrame)> batch_{};
+  bool transmitPending_ = false;
+  std::array<Byte, kLongestBatch * sizeof(GaugeFrame)> batch_{};
   std::size_t batchSize_ = 0;
 };
 

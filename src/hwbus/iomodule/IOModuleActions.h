@@ -1,5 +1,5 @@
-// What a definition makes of a switch that moved, an axis, or a value: pure decisions, for the module that
-// acts and for the dialogs that show beforehand what would be sent.
+// What a definition makes of a switch that moved, of an axis, or of a Function's value: pure functions, for
+// the module that acts and for the dialogs that show beforehand what would be sent.
 #pragma once
 
 #include <cstdint>
@@ -22,12 +22,12 @@ IOModuleAction ActionOf(const IOModuleRecord& definition);
 // Whether the switch steps its Function up or down, and so needs its current value.
 bool IsRelative(const IOModuleRecord& definition);
 
-// The effect of an edge (`on`: Off->On). `function` may be nothing; `current` is the Function's value now,
+// The effect of an edge (`on`: Off->On). `function` may be nullptr; `current` is the Function's value now,
 // used by relative definitions only.
 IOModuleEffect SwitchEffect(const IOModuleRecord& definition, const FunctionRecord* function, bool on,
                             double current);
 
-// The scaled value of a raw one; it is no finite number where the definition divides by zero.
+// The scaled value of a raw one; infinite or no number where the raw limits leave no range.
 float AnalogueValue(const IOModuleRecord& definition, const FunctionRecord& function, int raw);
 
 // Whether the lamp of a definition is lit at `value`.

@@ -7,7 +7,9 @@
 
 namespace tvx {
 
-inline constexpr int kIOModuleSwitches = 48;  // six groups A..F of eight
+inline constexpr int kIOModuleGroups = 6;  // of switches, A..F
+inline constexpr int kIOModuleGroupSize = 8;
+inline constexpr int kIOModuleSwitches = kIOModuleGroups * kIOModuleGroupSize;
 inline constexpr int kIOModuleAnalogues = 8;
 inline constexpr int kIOModuleLamps = 32;
 inline constexpr int kIOModuleLongestDebounce = 20;
@@ -24,20 +26,25 @@ struct IOModuleInput {
 };
 
 // `Input` of a definition: 1000 a module, plus 0..47 a switch, 100..107 an analogue input, 200..231 a lamp.
-// Nothing for any other number.
+// std::nullopt for any other number.
+inline constexpr int kIOModuleInputs = 1000;
+inline constexpr int kIOModuleFirstAnalogue = 100;
+inline constexpr int kIOModuleFirstLamp = 200;
 constexpr std::optional<IOModuleInput> IOModuleInputOf(int input) {
-  const int module = input / 1000, place = input % 1000;
+  const int module = input / kIOModuleInputs, place = input % kIOModuleInputs;
   if (module < 1 || module > 2 || input < 0) return std::nullopt;
   if (place < kIOModuleSwitches) return IOModuleInput{module, IOModuleKind::Switch, place};
-  if (place >= 100 && place < 100 + kIOModuleAnalogues)
-    return IOModuleInput{module, IOModuleKind::Analogue, place - 100};
-  if (place >= 200 && place < 200 + kIOModuleLamps)
-    return IOModuleInput{module, IOModuleKind::Lamp, place - 200};
+  const int analogue = place - kIOModuleFirstAnalogue, lamp = place - kIOModuleFirstLamp;
+  if (analogue >= 0 && analogue < kIOModuleAnalogues)
+    return IOModuleInput{module, IOModuleKind::Analogue, analogue};
+  if (lamp >= 0 && lamp < kIOModuleLamps) return IOModuleInput{module, IOModuleKind::Lamp, lamp};
   return std::nullopt;
 }
 constexpr std::int16_t IOModuleInputNumber(const IOModuleInput& input) {
-  const int base = input.Kind == IOModuleKind::Switch ? 0 : input.Kind == IOModuleKind::Analogue ? 100 : 200;
-  return static_cast<std::int16_t>(input.Module * 1000 + base + input.Index);
+  const int first = input.Kind == IOModuleKind::Switch     ? 0
+                    : input.Kind == IOModuleKind::Analogue ? kIOModuleFirstAnalogue
+                                                           : kIOModuleFirstLamp;
+  return static_cast<std::int16_t>(input.Module * kIOModuleInputs + first + input.Index);
 }
 
 // ActionKind: what a switch does. Any other character counts as WriteValue.
@@ -60,7 +67,7 @@ inline constexpr int kIOModuleLitAtValue = 8;  // equal to OnOffValue
 
 enum class IOModuleSwitchType : std::int16_t { Toggle = 0, EncoderA = 1, EncoderB = 2 };
 
-// An edge value that sends nothing.
+// The edge value for "send nothing".
 inline constexpr float kIOModuleSendNothing = -1.0f;
 
 }  // namespace tvx

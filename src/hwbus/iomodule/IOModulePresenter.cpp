@@ -14,7 +14,9 @@ constexpr std::string_view kNoFunction = "No function selected";
 constexpr std::string_view kNoKeystroke = "No keystroke(s) selected";
 constexpr std::string_view kOutOfLimits = "One of the definitions is incorrect or out of limits";
 constexpr std::string_view kDebounce = "A debounce time must be between 0 and 20";
-constexpr int kSwitchesPerGroup = 8;
+// A definition that is made anew begins with these.
+constexpr float kFreshOffOn = 100;  // %
+constexpr std::int16_t kFreshDeadBand = 8;
 constexpr int kAllConditions =
     kIOModuleLitAtMinimum | kIOModuleLitAtMaximum | kIOModuleLitAbove | kIOModuleLitAtValue;
 
@@ -85,9 +87,9 @@ IOModuleRecord IOModulePresenter::DefinitionOf(const IOModuleInput& input) const
   fresh.SequenceNr = 1;
   fresh.ActionKind = static_cast<Byte>(IOModuleAction::WriteValue);
   fresh.RawMaximum = kIOModuleRawTop;
-  fresh.DebounceTime = 5;
-  if (input.Kind == IOModuleKind::Switch) fresh.OffOnValue = 100;
-  if (input.Kind == IOModuleKind::Analogue) fresh.DeadBand = 8;
+  fresh.DebounceTime = kIOModuleUsualDebounce;
+  if (input.Kind == IOModuleKind::Switch) fresh.OffOnValue = kFreshOffOn;
+  if (input.Kind == IOModuleKind::Analogue) fresh.DeadBand = kFreshDeadBand;
   if (input.Kind == IOModuleKind::Lamp) fresh.IncrementFlags = kIOModuleLitAtMaximum;
   return fresh;
 }
@@ -124,20 +126,20 @@ std::string_view IOModulePresenter::CheckSwitch(const IOModuleRecord& definition
   return {};
 }
 
-// An encoder's other half is the next switch of its group (of an encoder A) or the one before it (of a B). It
-// may still be undefined; it must not be something else. The switch on the other side must not wait for this
-// one.
+// An encoder takes two switches: A, and B as the next switch of the same group. The other half may still be
+// undefined, but must not be anything else. On the far side there must not be an encoder whose own other half
+// this switch would have to be.
 bool IOModulePresenter::EncoderFits(const IOModuleRecord& definition) const {
   const auto type = static_cast<IOModuleSwitchType>(definition.SwitchType);
   if (type == IOModuleSwitchType::Toggle) return true;
   if (type != IOModuleSwitchType::EncoderA && type != IOModuleSwitchType::EncoderB) return false;
   const bool isA = type == IOModuleSwitchType::EncoderA;
-  const int place = definition.Input % 1000 % kSwitchesPerGroup;
-  if (place == (isA ? kSwitchesPerGroup - 1 : 0)) return false;
+  const int place = definition.Input % kIOModuleInputs % kIOModuleGroupSize;
+  if (place == (isA ? kIOModuleGroupSize - 1 : 0)) return false;
   const int towardsHalf = isA ? 1 : -1;
   const auto half = TypeOf(definition.Input + towardsHalf);
   if (half && *half != (isA ? IOModuleSwitchType::EncoderB : IOModuleSwitchType::EncoderA)) return false;
-  return place == (isA ? 0 : kSwitchesPerGroup - 1) || TypeOf(definition.Input - towardsHalf) != type;
+  return place == (isA ? 0 : kIOModuleGroupSize - 1) || TypeOf(definition.Input - towardsHalf) != type;
 }
 
 std::optional<IOModuleSwitchType> IOModulePresenter::TypeOf(int input) const {

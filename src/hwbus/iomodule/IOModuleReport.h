@@ -25,11 +25,12 @@ inline constexpr int kAllLamps = 255;
 }  // namespace iom_command
 
 struct IOModuleReport {
-  std::array<Byte, 6> Groups{};  // switch groups A..F, the first switch in the top bit
+  std::array<Byte, kIOModuleGroups> Groups{};               // A..F, the first switch in the top bit
   std::array<std::int16_t, kIOModuleAnalogues> Analogue{};  // 0..4095
 
   bool On(int index) const {
-    return (Groups[static_cast<std::size_t>(index / 8)] >> (7 - index % 8) & 1) != 0;
+    const int bit = kIOModuleGroupSize - 1 - index % kIOModuleGroupSize;
+    return (Groups[static_cast<std::size_t>(index / kIOModuleGroupSize)] >> bit & 1) != 0;
   }
 };
 

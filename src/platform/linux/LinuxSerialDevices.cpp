@@ -45,7 +45,7 @@ bool IsAdapter(const std::string& name, const fs::path& sysClass) {
   return !type.empty() && type != "0";
 }
 
-// The adapter's own words stand with the USB device, some folders above the line's.
+// The adapter's own description is in the folder of its USB device, some levels above that of the line.
 void ReadAdapter(SerialDevice& device, const fs::path& sysClass, const std::string& name) {
   std::error_code code;
   fs::path folder = fs::canonical(sysClass / name / "device", code);

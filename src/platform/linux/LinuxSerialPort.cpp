@@ -161,7 +161,7 @@ void LinuxSerialPort::OnReadable() {
       chunkEnd_ = static_cast<std::size_t>(count);
       Deliver();
     } else if (count == 0 || (!LineIsFull(errno) && errno != EINTR)) {
-      // Nothing to read, although the line never ends: the device is gone.
+      // A line never ends, so an end of input means that the device is gone.
       HangUp();
     } else if (LineIsFull(errno)) {
       return;

@@ -27,7 +27,7 @@ class SdlJoystick final : public JoystickDevice {
  private:
   struct Slot {
     std::array<std::uint8_t, 16> guid{};
-    void* joystick = nullptr;  // an SDL_Joystick; nothing while it is unplugged
+    void* joystick = nullptr;  // an SDL_Joystick; nullptr while it is unplugged
   };
 
   bool Start();

@@ -45,9 +45,10 @@ bool IsPseudoTerminal(int fd) {
   return kind >= 136 && kind <= 143;
 }
 
-// A lock that every program of good manners asks for, and a mark that keeps out the others too. The mark
-// stays for as long as anyone holds the device open. The other end of a pseudo-terminal may do so, and a
-// program that died would lock itself out; so it is set on real devices only.
+// Locks the device, which keeps out programs that ask for the lock too, and marks it exclusive, which keeps
+// out all others. The mark stays for as long as any program holds the device open. With a pseudo-terminal
+// that may be the program at its other end, and then a program that died could not open it again; so only
+// real devices are marked.
 bool TakeForOneself(int fd) {
   if (flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
   if (!IsPseudoTerminal(fd)) ioctl(fd, TIOCEXCL);

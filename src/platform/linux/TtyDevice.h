@@ -20,7 +20,7 @@ OpenedTty OpenTty(const std::string& path);
 // Closes it. Bytes that have not left yet are given up: to wait for them could take half a minute.
 void CloseTty(int fd);
 
-// The group of the device file, by name; "dialout" where that says nothing of use.
+// The group of the device file, by name; "dialout" where it is root's or not known.
 std::string GroupOfDevice(const std::string& path);
 
 // The driver's error counters; all 0 where it keeps none.

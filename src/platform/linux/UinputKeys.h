@@ -28,7 +28,7 @@ class KeyLayout {
   ~KeyLayout();
   KeyLayout(const KeyLayout&) = delete;
   KeyLayout& operator=(const KeyLayout&) = delete;
-  // False where no such layout is known; Find finds nothing then.
+  // False where no such layout is known; Find gives std::nullopt then.
   bool Known() const;
   std::optional<KeyPlace> Find(KeySymbol symbol) const;
 
@@ -38,7 +38,7 @@ class KeyLayout {
 };
 
 // What the kernel is told so that a key is typed: each key down and up again, each followed by a report.
-// Nothing where no key of the layout gives it.
+// std::nullopt where no key of the layout gives it.
 std::optional<std::vector<input_event>> KernelEvents(const KeyStroke& key, const KeyLayout& layout);
 
 class UinputKeys final : public KeyInjector {

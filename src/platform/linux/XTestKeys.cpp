@@ -11,8 +11,9 @@
 namespace tvx {
 namespace {
 
-// Without these an X error, or a server that goes away, would end the program. The first two hold for every
-// connection of the program; one whose loss nobody remembers still ends it.
+// Without these handlers an X error, or a server that goes away, would end the program. The first two are
+// called for every connection of the program. RememberLoss is set for our own connection only; without it,
+// the loss of a connection still ends the program.
 int IgnoreLoss(Display*) {
   return 0;
 }
@@ -174,7 +175,7 @@ bool XTestKeys::InjectOne(const KeyStroke& key) {
 
 bool XTestKeys::Inject(std::span<const KeyStroke> keys) {
   if (display_ == nullptr || lost_ || !trouble_.empty()) return false;
-  // Nothing is asked for, but what the server tells all the same must not pile up.
+  // No events were asked for, but those that the server sends all the same must not pile up.
   while (!lost_ && XPending(display_) > 0) {
     XEvent event;
     XNextEvent(display_, &event);

@@ -25,7 +25,7 @@ class XTestKeys final : public KeyInjector {
   bool Inject(std::span<const KeyStroke> keys) override;
   std::string Trouble() const override { return trouble_; }
 
-  // Where a symbol stands on the active layout, as it is now; nothing where it does not.
+  // Where a symbol stands on the active layout, as it is now; std::nullopt where it does not.
   std::optional<KeyPlace> FindOnLayout(KeySymbol symbol, bool character);
 
  private:

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "ffb/Feel.h"
 #include "ffb/YokeSettings.h"
+#include "ffb/forces/Feel.h"
 #include "ffb/forces/ForceShaper.h"
 #include "ffb/forces/Forces.h"
 
@@ -118,9 +118,9 @@ TEST_F(ForcesTest, EffectsInTheFlight) {
   cruise.Airspeed = 100;
   stall.Airspeed = 50;
   fast.Airspeed = 175;
-  taxi.OnGround = 1, taxi.GroundSpeed = 20;
-  gearUp = taxi, gearUp.GearDown = 0;
-  paused = fast, paused.Paused = 1;
+  taxi.OnGround = true, taxi.GroundSpeed = 20;
+  gearUp = taxi, gearUp.GearDown = false;
+  paused = fast, paused.Paused = true;
   loaded.Airspeed = 100, loaded.NormalG = 4;
   const Row rows[] = {{"cruise", cruise, 0}, {"stall", stall, 8},    {"accelerated stall", loaded, 8},
                       {"fast", fast, 18},    {"gear up", gearUp, 0}, {"paused", paused, 0},
@@ -143,7 +143,7 @@ TEST_F(ForcesTest, TouchDownShakesOnceAndGroundForceComesIn) {
   values.NormalG = 1;
   Pass(25);
   const double inTheAir = Wanted().axes[0].gradient;
-  values.OnGround = 1;
+  values.OnGround = true;
   values.NormalG = 2.5f;
   Pass();
   EXPECT_NEAR(Wanted().axes[1].amplitude, 0.35, 0.1);

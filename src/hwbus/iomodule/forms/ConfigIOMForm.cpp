@@ -14,7 +14,6 @@ namespace {
 
 constexpr int kPollMs = 500;  // a module that reports by itself needs none
 constexpr int kInputs = kIOModuleSwitches + kIOModuleAnalogues + kIOModuleLamps;
-constexpr int kUsualDebounce = 5;
 
 IOModuleInput InputAt(int module, int row) {
   if (row < kIOModuleSwitches) return {module, IOModuleKind::Switch, row};
@@ -96,8 +95,9 @@ QWidget* ConfigIOMForm::MakeSetUp() {
           [this, address] { Command(iom_command::kAddress, address->value()); });
   connect(test, &QPushButton::toggled, this,
           [this](bool on) { Command(iom_command::kLampTest, on ? iom_command::kAllLamps : 0); });
-  connect(debounce, &QPushButton::clicked, this,
-          [this] { Command(iom_command::kDebounce, iom_command::kAllSwitches * 256 + kUsualDebounce); });
+  connect(debounce, &QPushButton::clicked, this, [this] {
+    Command(iom_command::kDebounce, iom_command::kAllSwitches * 256 + kIOModuleUsualDebounce);
+  });
   row->addWidget(test);
   row->addWidget(debounce);
   row->addStretch(1);

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "ffb/FfbPorts.h"
+#include "ffb/forces/FfbVariables.h"
 #include "ffb/forces/ForceShaper.h"
 #include "ffb/forces/Forces.h"
 

@@ -1,18 +1,18 @@
-#include "ffb/Feel.h"
+#include "ffb/forces/Feel.h"
 
 #include <algorithm>
 #include <cmath>
-
-#include "ffb/YokeFrame.h"
 
 namespace tvx {
 namespace {
 
 constexpr double kGroundSeconds = 0.4;  // from the air's forces to the ground's
 constexpr double kMeanGSeconds = 2;     // loads that last longer than this are manoeuvres, not gusts
-constexpr double kShockSeconds = 1;     // afterwards nothing of it is left to feel
+constexpr double kShockSeconds = 1;     // afterwards a shock is too weak to be felt
 constexpr double kShockWindow = 0.2;    // the hardest load so soon after the touch is the shock's
 constexpr double kServoForce = 0.6;     // of the maximum: a pilot must be able to overpower it
+constexpr double kGustSpread = 3;       // makes up for the strength that the filter takes from the noise
+constexpr double kBellyShock = 0.5;     // of a touch with the wheels up
 
 const EffectSetting& Of(const ForceSettings& settings, Effect effect, std::size_t axis) {
   return settings.effects[static_cast<std::size_t>(effect)][axis];
@@ -39,10 +39,9 @@ double Feel::Noise() {
 void Feel::Advance(const FfbVariables& values, const ForceSettings& settings, double seconds) {
   seconds = std::isnan(seconds) ? 0 : std::clamp(seconds, 0.0, kLongestCycle);
   const double g = std::isfinite(values.NormalG) ? values.NormalG : 1;
-  const bool onGround = values.OnGround != 0;
-  if (ground_ < 0) ground_ = onGround ? 1 : 0;
-  const bool touched = onGround && ground_ <= 0;
-  ground_ = std::clamp(ground_ + (onGround ? 1 : -1) * seconds / kGroundSeconds, 0.0, 1.0);
+  if (ground_ < 0) ground_ = values.OnGround ? 1 : 0;
+  const bool touched = values.OnGround && ground_ <= 0;
+  ground_ = std::clamp(ground_ + (values.OnGround ? 1 : -1) * seconds / kGroundSeconds, 0.0, 1.0);
   sinceTouch_ += seconds;
   if (touched) {
     sinceTouch_ = 0;
@@ -50,14 +49,14 @@ void Feel::Advance(const FfbVariables& values, const ForceSettings& settings, do
   } else if (sinceTouch_ < kShockWindow && g > touchG_) {
     touchG_ = g;
   }
-  // A quick rise and a slow fall: one gust is felt for its time.
+  // The strength rises at once and falls slowly, so that a single gust is felt for a while.
   const double deviation = g - meanG_;
   meanG_ += deviation * std::min(1.0, seconds / kMeanGSeconds);
-  const double strength = onGround || values.Paused != 0 ? 0 : GustStrength(deviation);
+  const double strength = values.OnGround || values.Paused ? 0 : GustStrength(deviation);
   gustStrength_ = std::max(strength, gustStrength_ * std::exp(-seconds / settings.gustTime));
   // First-order noise: a new value is mostly the old one, the more so the shorter the cycle.
   const double keep = std::exp(-seconds / settings.gustTime);
-  for (double& gust : gusts_) gust = keep * gust + (1 - keep) * 3 * Noise();
+  for (double& gust : gusts_) gust = keep * gust + (1 - keep) * kGustSpread * Noise();
 }
 
 double Feel::TrimCentre(const FfbVariables& values, const ForceSettings& settings, Axis axis) {
@@ -75,10 +74,10 @@ ForceCommand Feel::Wanted(const FfbVariables& values, const ForceSettings& setti
     const double air = ForceAt(settings.curves[i], values.Airspeed);
     axis.gradient = std::min(air + ground * std::max(settings.groundForce - air, 0.0), settings.maximum);
     if (trim) axis.centre = TrimCentre(values, settings, static_cast<Axis>(i));
-    if (!effects || values.Paused != 0) continue;
+    if (!effects || values.Paused) continue;
     axis.bias = gustStrength_ * Of(settings, Effect::Turbulence, i).level * std::clamp(gusts_[i], -1.0, 1.0);
   }
-  if (effects && values.Paused == 0) AddVibrations(values, settings, command);
+  if (effects && !values.Paused) AddVibrations(values, settings, command);
   return command;
 }
 
@@ -88,9 +87,9 @@ void Feel::AddVibrations(const FfbVariables& values, const ForceSettings& settin
   const double air = 1 - std::max(ground_, 0.0);
   const double stallSpeed = StallSpeedUnderLoad(settings.stallSpeed, values.NormalG);
   const double buffet = StallBuffet(values.Airspeed, stallSpeed, settings.stallMargin);
-  const double overspeed = std::max<double>(OverspeedVibration(values.Airspeed, settings.neverExceedSpeed),
-                                            values.OverspeedWarning);
-  const double wheels = values.GearDown != 0 ? 1 - air : 0;
+  const double overspeed =
+      values.OverspeedWarning ? 1 : OverspeedVibration(values.Airspeed, settings.neverExceedSpeed);
+  const double wheels = values.GearDown ? 1 - air : 0;
   const double shock = sinceTouch_ < kShockSeconds ? WheelShock(touchG_, sinceTouch_) : 0;
   for (std::size_t i = 0; i < kAxes; ++i) {
     AxisForce& axis = command.axes[i];
@@ -104,9 +103,9 @@ void Feel::AddVibrations(const FfbVariables& values, const ForceSettings& settin
     };
     const auto own = [&](Effect effect) { return Of(settings, effect, i).frequency; };
     add(Effect::StallBuffet, buffet * air, own(Effect::StallBuffet));
-    add(Effect::Shaker, values.StallWarning * air, own(Effect::Shaker));
+    add(Effect::Shaker, values.StallWarning ? air : 0, own(Effect::Shaker));
     add(Effect::Overspeed, overspeed * air, own(Effect::Overspeed));
-    add(Effect::WheelShock, shock * (values.GearDown != 0 ? 1 : 0.5), own(Effect::WheelShock));
+    add(Effect::WheelShock, shock * (values.GearDown ? 1 : kBellyShock), own(Effect::WheelShock));
     add(Effect::RunwayRumble, RunwayRumble(values.GroundSpeed) * wheels,
         RumbleFrequency(values.GroundSpeed, settings.bumps, own(Effect::RunwayRumble)));
     axis.amplitude = std::sqrt(power);

@@ -4,6 +4,7 @@ import argparse
 import contextlib
 import dataclasses
 import difflib
+import fcntl
 import json
 import os
 import random
@@ -43,11 +44,11 @@ def is_logic(path):
     return not ("forms" in folders or "qt" in folders or folders[0] in ("app", "ui"))
 
 
-def rooms():
+def rooms(tree):
     """The logic folders of src/, each with its faults and its lines of code."""
     result = {}
-    for path in sorted(ROOT.glob("src/**/*")):
-        relative = path.relative_to(ROOT)
+    for path in sorted(tree.glob("src/**/*")):
+        relative = path.relative_to(tree)
         if path.suffix not in (".cpp", ".h") or len(relative.parts) < 3 or not is_logic(relative):
             continue
         text = path.read_text()
@@ -191,8 +192,6 @@ class Bench:
     def __init__(self, jobs):
         self.jobs = jobs
         self.environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TVX_SOURCE_DIR=str(TREE))
-        HERE.mkdir(parents=True, exist_ok=True)
-        copy_tree()
         configure()
         say("Building the tests without a fault, and running them once ...")
         self.programs = programs()
@@ -211,7 +210,9 @@ class Bench:
     def order(self, room):
         """The steps for a fault in a room: its own tests, those of rooms that use it, the end-to-end ones."""
         library = room.replace("/", "_")
-        own = ("platform" if room.startswith("platform") else library) + "_tests"
+        own = library + "_tests"
+        while own not in self.programs and "_" in own[: -len("_tests")]:  # else those of the folder around it
+            own = own[: -len("_tests")].rpartition("_")[0] + "_tests"
         known = any(library in linked for linked in self.programs.values())
         users = [name for name, linked in self.programs.items() if not known or library in linked or name == own]
         users.sort(key=lambda name: (name != own, name == "e2e_tests", sum(s.seconds for s in self.steps[name])))
@@ -220,7 +221,7 @@ class Bench:
     def try_fault(self, room, fault):
         """What noticed the fault; empty where it survived; None where it does not compile."""
         path = TREE / fault.file
-        text = (ROOT / fault.file).read_text()
+        text = path.read_text()
         path.write_text(text[: fault.start] + fault.after + text[fault.end :])
         try:
             for step in self.order(room):
@@ -245,26 +246,24 @@ def fragment(text):
     return text if len(text) <= 60 else text[:57] + "..."
 
 
-def change(fault):
+def change(fault, text):
     """Before and after, with what stands beside it where that is short."""
-    text = (ROOT / fault.file).read_text()
     around = 0 if len(fault.before) > 15 else 15
     left = text[max(text.rfind("\n", 0, fault.start) + 1, fault.start - around) : fault.start]
     right = text[fault.end : min(text.find("\n", fault.end), fault.end + around)]
     return f"`{fragment(left + fault.before + right)}` -> `{fragment(left + fault.after + right)}`"
 
 
-def difference(fault):
-    text = (ROOT / fault.file).read_text()
+def difference(fault, text):
     faulty = text[: fault.start] + fault.after + text[fault.end :]
     lines = difflib.unified_diff(text.splitlines(), faulty.splitlines(), fault.file, fault.file, lineterm="", n=2)
     return "\n".join(lines)
 
 
-def tell(number, count, fault, verdict=None):
+def tell(number, count, fault, text, verdict=None):
     head = f"[{number:3}/{count}] {fault.file}:{fault.line}  {fault.kind}"
     end = "" if verdict is None else "  SURVIVED" if verdict == "" else f"  noticed, {verdict}"
-    say(f"{head}  {change(fault)}{end}")
+    say(f"{head}  {change(fault, text)}{end}")
 
 
 def key(fault, text):
@@ -276,7 +275,7 @@ def survivors_of_last_time(found):
     wanted = json.loads(LAST.read_text())["survivors"] if LAST.exists() else []
     for name, room in found.items():
         for fault in room["faults"]:
-            if key(fault, (ROOT / fault.file).read_text()) in wanted:
+            if key(fault, (TREE / fault.file).read_text()) in wanted:
                 yield name, fault
 
 
@@ -286,10 +285,10 @@ def chosen(options, found):
         again = list(survivors_of_last_time(found))
         names = dict.fromkeys(name for name, _ in again)
         return [(name, sum(n == name for n, _ in again), [f for n, f in again if n == name]) for name in names]
-    if options.room:
-        if options.room not in found:
-            sys.exit(f"There is no room {options.room}; there are {', '.join(found)}.")
-        found = {options.room: found[options.room]}
+    for name in options.room:
+        if name not in found:
+            sys.exit(f"There is no room {name}; there are {', '.join(found)}.")
+    found = {name: room for name, room in found.items() if name in (options.room or found)}
     share = shares({name: room["lines"] for name, room in found.items()}, options.count)
     return [(name, share[name], list(draw(name, room["faults"], options.seed))) for name, room in found.items()]
 
@@ -298,19 +297,29 @@ def main():
     parser = argparse.ArgumentParser(prog="scripts/mutate", description=__doc__)
     parser.add_argument("--seed", type=int, default=1, help="another seed chooses other faults (1)")
     parser.add_argument("--count", type=int, default=200, help="how many faults (200)")
-    parser.add_argument("--room", help="only in this folder of src/, such as simlink/keys")
+    parser.add_argument("--room", action="append", default=[], help="only in this folder of src/; more than once for several")
     parser.add_argument("--list", action="store_true", help="only list the faults that are chosen")
     parser.add_argument("--again", action="store_true", help="only those that survived last time")
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="compilers at a time")
     options = parser.parse_args()
 
-    plan = chosen(options, rooms())
-    count = sum(share for _, share, _ in plan)
     if options.list:
-        for number, fault in enumerate((f for _, share, order in plan for f in order[:share]), 1):
-            tell(number, count, fault)
+        listed = [f for _, share, order in chosen(options, rooms(ROOT)) for f in order[:share]]
+        for number, fault in enumerate(listed, 1):
+            tell(number, len(listed), fault, (ROOT / fault.file).read_text())
         return
-    bench = Bench(options.jobs)
+    HERE.mkdir(parents=True, exist_ok=True)
+    with open(HERE / "lock", "w") as lock:
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError:
+            sys.exit("It runs already: there is only one copy of the tree.")
+        copy_tree()  # from here on the project's own folder may be worked in
+        work(chosen(options, rooms(TREE)), Bench(options.jobs))
+
+
+def work(plan, bench):
+    count = sum(share for _, share, _ in plan)
     tried, survived, broken, started = 0, [], 0, time.monotonic()
     try:
         for name, share, order in plan:
@@ -323,7 +332,7 @@ def main():
                     broken += 1
                     continue
                 well, tried = well + 1, tried + 1
-                tell(tried, count, fault, verdict)
+                tell(tried, count, fault, (TREE / fault.file).read_text(), verdict)
                 if verdict == "":
                     survived.append(fault)
     except KeyboardInterrupt:
@@ -332,11 +341,12 @@ def main():
 
 
 def finish(tried, survived, broken, seconds):
-    SURVIVORS.write_text("\n\n".join(map(difference, survived)) + "\n")
-    keys = [key(fault, (ROOT / fault.file).read_text()) for fault in survived]
-    LAST.write_text(json.dumps({"survivors": keys}, indent=1))
-    for fault in survived:
-        say("\n" + difference(fault))
+    texts = [(fault, (TREE / fault.file).read_text()) for fault in survived]
+    differences = [difference(fault, text) for fault, text in texts]
+    SURVIVORS.write_text("\n\n".join(differences) + "\n")
+    LAST.write_text(json.dumps({"survivors": [key(fault, text) for fault, text in texts]}, indent=1))
+    for text in differences:
+        say("\n" + text)
     if tried:
         noticed = tried - len(survived)
         say(f"\n{noticed} of {tried} faults were noticed: {100 * noticed / tried:.1f} %.")

@@ -271,18 +271,19 @@ def key(fault, text):
     return [fault.file, text.splitlines()[fault.line - 1].strip(), fault.kind, fault.before, fault.after]
 
 
-def survivors_of_last_time(found):
+def survivors_of_last_time(found, tree):
     wanted = json.loads(LAST.read_text())["survivors"] if LAST.exists() else []
     for name, room in found.items():
         for fault in room["faults"]:
-            if key(fault, (TREE / fault.file).read_text()) in wanted:
+            if key(fault, (tree / fault.file).read_text()) in wanted:
                 yield name, fault
 
 
-def chosen(options, found):
+def chosen(options, tree):
     """A list of rooms, each with its number of faults and the faults in their order."""
+    found = rooms(tree)
     if options.again:
-        again = list(survivors_of_last_time(found))
+        again = list(survivors_of_last_time(found, tree))
         names = dict.fromkeys(name for name, _ in again)
         return [(name, sum(n == name for n, _ in again), [f for n, f in again if n == name]) for name in names]
     for name in options.room:
@@ -304,7 +305,7 @@ def main():
     options = parser.parse_args()
 
     if options.list:
-        listed = [f for _, share, order in chosen(options, rooms(ROOT)) for f in order[:share]]
+        listed = [f for _, share, order in chosen(options, ROOT) for f in order[:share]]
         for number, fault in enumerate(listed, 1):
             tell(number, len(listed), fault, (ROOT / fault.file).read_text())
         return
@@ -315,7 +316,7 @@ def main():
         except BlockingIOError:
             sys.exit("It runs already: there is only one copy of the tree.")
         copy_tree()  # from here on the project's own folder may be worked in
-        work(chosen(options, rooms(TREE)), Bench(options.jobs))
+        work(chosen(options, TREE), Bench(options.jobs))
 
 
 def work(plan, bench):
@@ -355,4 +356,5 @@ def finish(tried, survived, broken, seconds):
 
 
 if __name__ == "__main__":
+    signal.signal(signal.SIGPIPE, signal.SIG_DFL)  # `--list | head` is no error
     main()

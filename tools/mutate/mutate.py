@@ -357,4 +357,6 @@ def finish(tried, survived, broken, seconds):
 
 if __name__ == "__main__":
     signal.signal(signal.SIGPIPE, signal.SIG_DFL)  # `--list | head` is no error
+    for stop in (signal.SIGINT, signal.SIGTERM):  # ends with what it has found so far, in the background too
+        signal.signal(stop, signal.default_int_handler)
     main()

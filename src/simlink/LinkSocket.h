@@ -43,7 +43,7 @@ class LinkSocket {
   // These send on the socket as it is.
   void SendDataFloat(int group, int valueNumber, float value);
   void SendDataInt(int group, int valueNumber, std::int32_t value);
-  void SendDataChar(int character);  // 0..255
+  void SendDataChar(int character);                                 // 0..255
   void SendXplaneCommand(std::string_view commandList, int entry);  // the command in line "#entry:"
   void SendCommandPath(std::string_view path);                      // "sim/..."
   void SendXplaneDREF(std::string_view dataref, float value);

@@ -12,7 +12,7 @@ namespace {
 
 // Works in a folder of its own that holds a start-up file and a configuration whose Function 300 is the
 // version.
-class StartControlTest : public testing::Test {
+class StartPresenterTest : public testing::Test {
  protected:
   // Writes Test.cfg, with or without a version Function, and a start-up file that names it.
   void Prepare(int delay, bool withVersion = true) {
@@ -38,7 +38,7 @@ TEST(SimulatorVersionText, CutsTheDigitsTwoByTwo) {
   EXPECT_EQ(SimulatorVersionText(9700), "97.00.");
 }
 
-TEST_F(StartControlTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) {
+TEST_F(StartPresenterTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) {
   Prepare(2);
   rig.start.Activate();
   EXPECT_EQ(rig.start.View().FileName, "Test.cfg");
@@ -62,7 +62,7 @@ TEST_F(StartControlTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) 
   EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Test.cfg");
 }
 
-TEST_F(StartControlTest, ADelayOfZeroStartsAfterTwentyTicks) {
+TEST_F(StartPresenterTest, ADelayOfZeroStartsAfterTwentyTicks) {
   Prepare(0);
   rig.start.Activate();
   CountdownTicks(3);
@@ -73,7 +73,7 @@ TEST_F(StartControlTest, ADelayOfZeroStartsAfterTwentyTicks) {
   EXPECT_TRUE(rig.run.Running());
 }
 
-TEST_F(StartControlTest, WaitsForASilentSimulatorAndStartsWhenItAnswers) {
+TEST_F(StartPresenterTest, WaitsForASilentSimulatorAndStartsWhenItAnswers) {
   Prepare(1);
   rig.start.Activate();
   CountdownTicks(20);
@@ -91,7 +91,7 @@ TEST_F(StartControlTest, WaitsForASilentSimulatorAndStartsWhenItAnswers) {
   EXPECT_FALSE(rig.waitForFS.enabled);
 }
 
-TEST_F(StartControlTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
+TEST_F(StartPresenterTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
   Prepare(1, false);
   rig.start.Activate();
   CountdownTicks(20);
@@ -105,7 +105,7 @@ TEST_F(StartControlTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
   EXPECT_EQ(rig.shell.log.back(), "unload start");
 }
 
-TEST_F(StartControlTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
+TEST_F(StartPresenterTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
   Prepare(1);
   std::filesystem::copy_file("Test.cfg", "Other.cfg");
   rig.start.Activate();
@@ -119,7 +119,7 @@ TEST_F(StartControlTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
   EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Other.cfg");
 }
 
-TEST_F(StartControlTest, LaterActivationsCountNothingDown) {
+TEST_F(StartPresenterTest, LaterActivationsCountNothingDown) {
   Prepare(9);
   rig.start.Activate();
   rig.start.WaitForAutostart_Tick();
@@ -133,7 +133,7 @@ TEST_F(StartControlTest, LaterActivationsCountNothingDown) {
   EXPECT_EQ(rig.start.View().FileName, "Test.cfg");
 }
 
-TEST_F(StartControlTest, SaysWhatIsMissing) {
+TEST_F(StartPresenterTest, SaysWhatIsMissing) {
   rig.start.Activate();  // neither start-up file nor configuration
   EXPECT_EQ(rig.start.View().FileName, "Default.cfg");
   EXPECT_EQ(rig.start.View().BoxAutoStartTime, 10);
@@ -146,7 +146,7 @@ TEST_F(StartControlTest, SaysWhatIsMissing) {
   EXPECT_EQ(rig.boxes.shown.back(), "No Configuration file selected ");
 }
 
-TEST_F(StartControlTest, AnUnreadableFileStopsTheAutomaticStart) {
+TEST_F(StartPresenterTest, AnUnreadableFileStopsTheAutomaticStart) {
   Prepare(1);
   rig.start.Activate();
   CountdownTicks(3);
@@ -158,7 +158,7 @@ TEST_F(StartControlTest, AnUnreadableFileStopsTheAutomaticStart) {
   EXPECT_FALSE(rig.autostart.enabled);
 }
 
-TEST_F(StartControlTest, AQuestionAboutTheFileHoldsTheCountdown) {
+TEST_F(StartPresenterTest, AQuestionAboutTheFileHoldsTheCountdown) {
   Prepare(1);
   CockpitRig writer;
   writer.model.ConfigFileName = "Old.cfg";

@@ -49,8 +49,8 @@ class AdfIndicator final : public Instrument {
     InstrumentDescription d;
     d.purpose = "Shows the relative bearing of the ADF (Function 31) and its card (Function 32).";
     d.function2 = {"Card knob", "The Function that the knob sets, degrees; none: Function 32"};
-    d.trials = {{"Pointer", kCommandPointer, 0, 4319, "steps, 12 to a degree"},
-                {"Card", kCommandCard, 0, 4319, "steps, 12 to a degree"}};
+    d.trials = {{"Pointer", kCommandPointer, 0, kDialSteps - 1, "steps, 12 to a degree"},
+                {"Card", kCommandCard, 0, kDialSteps - 1, "steps, 12 to a degree"}};
     d.readings = {{"Card knob", KnobText<7>}};
     return d;
   }

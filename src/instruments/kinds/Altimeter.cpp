@@ -12,6 +12,8 @@ namespace {
 
 constexpr int kCommandAltitude = 4;
 constexpr int kCommandPressure = 12;
+constexpr int kStepsOfNone = 128;  // of byte 12: the knob was not turned
+constexpr float kInchesPerStep = 0.01f;
 constexpr Byte kModelInches = 1;  // the option byte: model 1 shows inches, others millibar
 
 // A shown text's number; 0 where the text is none.
@@ -40,9 +42,9 @@ class AltimeterDriver final : public GaugeDriver {
     if (!HasLetters(reply, 'P', 'P')) return;
     float& setting = world.BarometricSetting();
     if (ReplyByte(reply, 10) == 1) {
-      const int steps = ReplyByte(reply, 12) - 128;
+      const int steps = ReplyByte(reply, 12) - kStepsOfNone;
       if (steps == 0) return;
-      setting += static_cast<float>(steps) * 0.01f;
+      setting += static_cast<float>(steps) * kInchesPerStep;
     } else {
       const auto raw = static_cast<std::int16_t>(ReplyWord(reply, 7));
       const double inches = raw / (ReplyModel(reply) == kModelInches ? 100.0 : kMillibarPerInchHg);
@@ -62,8 +64,9 @@ class AltimeterDriver final : public GaugeDriver {
     const bool inHg = record_.GaugeSetting1 == kModelInches;
     const double shown = inHg ? NumberOf(FormatNumber(inches, "00.00")) * 100.0
                               : NumberOf(FormatNumber(inches * kMillibarPerInchHg, "0000"));
+    constexpr double kLargest = kLargestValue;
     // The shown number is a decimal fraction: 29.92 * 100 must not become 2991.
-    return static_cast<std::int32_t>(std::clamp(std::floor(shown + 1e-6), -65535.0, 65535.0));
+    return static_cast<std::int32_t>(std::clamp(std::floor(shown + 1e-6), -kLargest, kLargest));
   }
 
   struct Shown {

@@ -60,8 +60,8 @@ class HeadingIndicator final : public Instrument {
     d.function2 = {"Gyro correction", "The Function that the correction knob sets, degrees"};
     d.options = {
         {"The knobs report", "What the knobs are turned to goes to the two Functions", kOptionKnobs}};
-    d.trials = {{"Disc", kCommandDisc, 0, 4319, "steps, 12 to a degree"},
-                {"Bug", kCommandBug, 0, 4319, "steps, 12 to a degree"}};
+    d.trials = {{"Disc", kCommandDisc, 0, kDialSteps - 1, "steps, 12 to a degree"},
+                {"Bug", kCommandBug, 0, kDialSteps - 1, "steps, 12 to a degree"}};
     d.readings = {{"Bug knob", WordText<10>}, {"Gyro knob", WordText<7>}};
     return d;
   }

@@ -92,10 +92,11 @@ class RadioMagneticIndicator final : public Instrument {
         {"Second VOR receiver", "The second pointer shows Function 143, sequence number 2", kOptionSecondVor},
         {"Second ADF receiver", "The second pointer shows Function 144, sequence number 2",
          kOptionSecondAdf}};
-    d.trials = {{"Card", kCommandCard, 0, 4319, "steps, 12 to a degree"},
-                {"First pointer", kCommandPointer1, 0, 5000, "steps, 12 to a degree; 5000 parks it"},
-                {"Second pointer", kCommandPointer2, 0, 5000, "steps, 12 to a degree; 5000 parks it"},
-                {"Distance", kCommandDistance, 0, 9999, "0.1 NM"}};
+    d.trials = {
+        {"Card", kCommandCard, 0, kDialSteps - 1, "steps, 12 to a degree"},
+        {"First pointer", kCommandPointer1, 0, kParkedNeedle, "steps, 12 to a degree; 5000 parks it"},
+        {"Second pointer", kCommandPointer2, 0, kParkedNeedle, "steps, 12 to a degree; 5000 parks it"},
+        {"Distance", kCommandDistance, 0, 9999, "0.1 NM"}};
     return d;
   }
   std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {

@@ -43,23 +43,27 @@ inline double SquawkOf(int high, int low) {
   return (high & 0x70) / 16 * 1000.0 + (high & 7) * 100.0 + ((low >> 4) & 7) * 10.0 + (low & 7);
 }
 
-// A knob of 1084 steps to a turn that counts down: whole degrees 0..359.
+inline constexpr double kFullTurn = 360.0;        // degrees
+inline constexpr double kKnobSteps = 1084.0;      // of a course knob, to a turn
+inline constexpr double kCountsPerTurn = 4320.0;  // of a position that is reported, and of a dial
+
+// A course knob, which counts down: whole degrees 0..359.
 inline double KnobAngle(int raw) {
-  const double angle = RoundHalfEven((1084.0 - raw) / 1084.0 * 360.0);
+  const double angle = RoundHalfEven((kKnobSteps - raw) / kKnobSteps * kFullTurn);
   return angle >= 359.9 ? 0.0 : angle;
 }
 
-// A position of 4320 counts to a turn, in degrees; angles above `limit` count from the other side.
+// A reported position in degrees; angles above `limit` count from the other side.
 inline double CountAngle(int raw, double limit) {
-  const double angle = raw / 4320.0 * 360.0;
-  return angle > limit ? -(360.0 - angle) : angle;
+  const double angle = raw / kCountsPerTurn * kFullTurn;
+  return angle > limit ? -(kFullTurn - angle) : angle;
 }
 
-// A dial's needle or disc, 4320 steps to a turn, for any angle in degrees.
+// The step 0..4319 of a dial's needle or disc, for any angle in degrees.
 inline double DialStepsOf(double degrees) {
-  const double turn = std::fmod(degrees, 360.0);
-  const double steps = RoundHalfEven((turn < 0 ? turn + 360.0 : turn) / 360.0 * 4320.0);
-  return steps >= 4320.0 ? 0.0 : steps;
+  const double turn = std::fmod(degrees, kFullTurn);
+  const double steps = RoundHalfEven((turn < 0 ? turn + kFullTurn : turn) / kFullTurn * kCountsPerTurn);
+  return steps >= kCountsPerTurn ? 0.0 : steps;
 }
 
 }  // namespace tvx

@@ -18,7 +18,7 @@ constexpr int kCommandFlags = 11;  // to/from + 256 * glide slope received
 
 constexpr double kFullDeflection = 127.0;  // a needle's value
 constexpr double kStepsAtFull = 300.0;     // needle steps from the middle
-constexpr double kLimit = 472.0;           // mechanical stop, steps from the middle
+constexpr int kLimit = 472;                // mechanical stop, steps from the middle
 constexpr float kNeedleAtRun = 127.0f;     // every run starts from these last sent values
 constexpr Byte kFlagAtRun = 15;
 
@@ -78,7 +78,8 @@ class VorDriver final : public GaugeDriver {
     const auto value = static_cast<float>(tick.ValueOf(needle.port));
     if (needle.sent == value) return;
     const double d = RoundHalfEven(static_cast<double>(value));
-    const double steps = RoundHalfEven(std::clamp(d / kFullDeflection * kStepsAtFull, -kLimit, kLimit));
+    const double steps =
+        RoundHalfEven(std::clamp<double>(d / kFullDeflection * kStepsAtFull, -kLimit, kLimit));
     if (tick.Queue(gaugeID_, needle.command, static_cast<std::int32_t>(steps + kLimit))) needle.sent = value;
   }
 
@@ -99,8 +100,8 @@ class VorIndicator final : public Instrument {
     d.purpose = gaugetype == kVor2 ? "Shows the second VOR receiver: Functions 33 to 36, sequence number 2."
                                    : "Shows the first VOR receiver: Functions 33 to 36.";
     d.function1 = {"Course", "The Function that the course knob sets, whole degrees"};
-    d.trials = {{"Course needle", kCommandCourse, 0, 944, "steps, 472 in the middle"},
-                {"Glide slope needle", kCommandGlide, 0, 944, "steps, 472 in the middle"},
+    d.trials = {{"Course needle", kCommandCourse, 0, 2 * kLimit, "steps, 472 in the middle"},
+                {"Glide slope needle", kCommandGlide, 0, 2 * kLimit, "steps, 472 in the middle"},
                 {"Flags", kCommandFlags, 0, 258, "0 off, 1 to, 2 from; + 256 glide slope"}};
     d.readings = {{"Course knob", KnobText<7>}};
     return d;

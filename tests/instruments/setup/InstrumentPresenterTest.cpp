@@ -8,9 +8,9 @@
 namespace tvx {
 namespace {
 
-class InstrumentControlTest : public HaltedBusTest {
+class InstrumentPresenterTest : public HaltedBusTest {
  protected:
-  InstrumentControlTest() {
+  InstrumentPresenterTest() {
     model.Gauges[7] = {.GaugeType = 101, .GaugeFunction2 = 8, .GaugeSetting5 = 0x80, .GaugeSetting6 = 3};
     model.Plates.resize(300);
     loop.onYield = [this] {
@@ -32,7 +32,7 @@ class InstrumentControlTest : public HaltedBusTest {
   InstrumentPresenter control{model, serial, boxes, [this] { return LastReply(); }};
 };
 
-TEST_F(InstrumentControlTest, RefusesWhatTheRecordCannotHold) {
+TEST_F(InstrumentPresenterTest, RefusesWhatTheRecordCannotHold) {
   control.Open(7);
   EXPECT_FALSE(control.SetFunction(1, 301) || control.SetFunction(1, -1) || control.SetSequence(1, 5) ||
                control.SetPlate(1, 256) || control.SetPlate(1, -1) || control.SetModel(256) ||
@@ -47,7 +47,7 @@ TEST_F(InstrumentControlTest, RefusesWhatTheRecordCannotHold) {
   EXPECT_TRUE(model.ConfigChanged);
 }
 
-TEST_F(InstrumentControlTest, ReadsTheLiveInstrument) {
+TEST_F(InstrumentPresenterTest, ReadsTheLiveInstrument) {
   control.Open(7);
   EXPECT_TRUE(control.Read());
   EXPECT_EQ(control.Identity(), "Digital/Analogue Altimeter, model 2, version 20");
@@ -73,7 +73,7 @@ TEST_F(InstrumentControlTest, ReadsTheLiveInstrument) {
   EXPECT_EQ(model.GaugeState[7], GaugeConnection::NotConnected);
 }
 
-TEST_F(InstrumentControlTest, ANewAddressIsCheckedWrittenAndReadBack) {
+TEST_F(InstrumentPresenterTest, ANewAddressIsCheckedWrittenAndReadBack) {
   model.Gauges[12].GaugeType = 1;
   model.GaugeState[13] = GaugeConnection::Connected;
   control.Open(7);
@@ -117,7 +117,7 @@ TEST_F(InstrumentControlTest, ANewAddressIsCheckedWrittenAndReadBack) {
   EXPECT_EQ(model.GaugeState[21], GaugeConnection::Unknown);
 }
 
-TEST_F(InstrumentControlTest, RemovalAsksAndTrialsStayInTheirRange) {
+TEST_F(InstrumentPresenterTest, RemovalAsksAndTrialsStayInTheirRange) {
   control.Open(7);
   const TrialField altitude{"Altitude", 4, -100, 5000, "ft"};
   EXPECT_FALSE(control.Try(altitude, 5001));

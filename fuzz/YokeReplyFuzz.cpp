@@ -56,10 +56,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     clock.Advance(40);
     feel.Advance(values, ffb.forces, 0.04);
     yoke.ProcessTimer_Tick({values, ffb, feel, SafetyCause::None, std::nullopt, 0.04});
-    Require(std::abs(yoke.Line.RollPosition) <= kYokeTravel &&
-            std::abs(yoke.Line.PitchPosition) <= kYokeTravel);
+    Require(std::abs(yoke.Line().RollPosition()) <= kYokeTravel &&
+            std::abs(yoke.Line().PitchPosition()) <= kYokeTravel);
     for (const Axis axis : {Axis::Roll, Axis::Pitch}) {
-      const double force = HandForce(yoke.Commanded(), axis, yoke.Line.RollPosition);
+      const double force = HandForce(yoke.Commanded(), axis, yoke.Line().RollPosition());
       Require(std::isfinite(force) && std::abs(force) <= 1);
     }
     Require(port.Writes.empty() || port.Writes.back().size() % 13 == 0);

@@ -24,6 +24,7 @@ inline std::vector<std::pair<int, std::string>> FunctionItems(const ConfigModel&
 // Every Plate, as its number and "002  Name".
 inline std::vector<std::pair<int, std::string>> PlateItems(const ConfigModel& model) {
   std::vector<std::pair<int, std::string>> items;
+  items.reserve(static_cast<std::size_t>(model.PlateCount()));
   for (int number = 0; number < model.PlateCount(); ++number) {
     items.emplace_back(number, FormatNumberText(number, "000") + "  " + model.PlateOf(number)->Name);
   }

@@ -25,8 +25,8 @@ double RawForce(double force, const AxisCalibration& axis) {
 
 void Yoke::Configure(const YokeSettings& settings) {
   settings_ = settings;
-  Line.SetAddress(settings.address);
-  Line.SetCalibration(settings.roll, settings.pitch);
+  line_.SetAddress(settings.address);
+  line_.SetCalibration(settings.roll, settings.pitch);
 }
 
 void Yoke::SelectMode(YokeMode mode) {
@@ -38,11 +38,11 @@ void Yoke::SelectMode(YokeMode mode) {
 }
 
 bool Yoke::Usable() const {
-  return settings_.calibrated && Line.PortOpen() && Line.AnsweredWithinMs(kYokeSilentMs);
+  return settings_.calibrated && line_.PortOpen() && line_.AnsweredWithinMs(kYokeSilentMs);
 }
 
 std::array<double, kAxes> Yoke::Position() const {
-  return {static_cast<double>(Line.RollPosition), static_cast<double>(Line.PitchPosition)};
+  return {static_cast<double>(line_.RollPosition()), static_cast<double>(line_.PitchPosition())};
 }
 
 std::uint16_t Yoke::TakePressed() {
@@ -55,9 +55,9 @@ std::uint16_t Yoke::TakePressed() {
 SafetyCause Yoke::OwnCause() const {
   if (mode_ == YokeMode::Off) return SafetyCause::Off;
   if (!settings_.calibrated) return SafetyCause::NotCalibrated;
-  if (!Line.PortOpen()) return SafetyCause::PortClosed;
-  if (!Line.AnsweredWithinMs(kYokeSilentMs)) return SafetyCause::YokeSilent;
-  const Byte status = Line.LastReply.status;
+  if (!line_.PortOpen()) return SafetyCause::PortClosed;
+  if (!line_.AnsweredWithinMs(kYokeSilentMs)) return SafetyCause::YokeSilent;
+  const Byte status = line_.LastReply().status;
   if ((status & yokestatus::kStopButton) != 0 || (status & yokestatus::kPower) == 0) {
     return SafetyCause::StopButton;
   }
@@ -88,7 +88,7 @@ ForceCommand Yoke::Wanted(const Cycle& cycle) const {
 }
 
 void Yoke::ProcessTimer_Tick(const Cycle& cycle) {
-  Line.DropStalePiece();
+  line_.DropStalePiece();
   cause_ = cycle.cause == SafetyCause::Halted ? cycle.cause : OwnCause();
   if (cause_ == SafetyCause::None) cause_ = cycle.cause;
   const double opening = gate_.Next(cause_, cycle.seconds);
@@ -96,7 +96,7 @@ void Yoke::ProcessTimer_Tick(const Cycle& cycle) {
     shaper_.Restart();
     settled_ = gripped_ = false;
     sendAll_ = true;
-    Line.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
+    line_.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
   } else {
     const double speed = cycle.settings.servoSpeed;
     // The last forces fade where something that they come from is no number.
@@ -109,13 +109,13 @@ void Yoke::ProcessTimer_Tick(const Cycle& cycle) {
     sendAll_ = false;
     WatchGrip(cycle);
   }
-  Line.ComposeCmd(YokeCommand::Report);
-  Line.SendSerial();
+  line_.ComposeCmd(YokeCommand::Report);
+  line_.SendSerial();
 }
 
 void Yoke::Release() {
-  Line.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
-  Line.SendSerial();
+  line_.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
+  line_.SendSerial();
   gate_ = {};
   shaper_.Restart();
 }
@@ -128,17 +128,17 @@ void Yoke::ComposeForces(const ForceCommand& command, double speed) {
   const int rollPlace = PositionParameter(roll.RawAt(r.centre));
   const int pitchPlace = PositionParameter(pitch.RawAt(p.centre));
   if (command.drive == Drive::Spring) {
-    Line.ComposeCmd(YokeCommand::Spring, rollPlace, pitchPlace,
-                    GradientParameter(HalfRangeGradient(r.gradient, roll)),
-                    GradientParameter(HalfRangeGradient(p.gradient, pitch)));
+    line_.ComposeCmd(YokeCommand::Spring, rollPlace, pitchPlace,
+                     GradientParameter(HalfRangeGradient(r.gradient, roll)),
+                     GradientParameter(HalfRangeGradient(p.gradient, pitch)));
   } else {
     const double scale = std::min(std::abs(roll.scale), std::abs(pitch.scale));
-    Line.ComposeCmd(YokeCommand::Servo, rollPlace, pitchPlace, SpeedParameter(speed / scale),
-                    FractionParameter(r.gradient));  // that of both axes
+    line_.ComposeCmd(YokeCommand::Servo, rollPlace, pitchPlace, SpeedParameter(speed / scale),
+                     FractionParameter(r.gradient));  // that of both axes
   }
-  Line.ComposeCmd(YokeCommand::Bias, SignedParameter(RawForce(r.bias, roll)),
-                  SignedParameter(RawForce(p.bias, pitch)), FractionParameter(command.limit),
-                  TimeParameter(kHoldMs));
+  line_.ComposeCmd(YokeCommand::Bias, SignedParameter(RawForce(r.bias, roll)),
+                   SignedParameter(RawForce(p.bias, pitch)), FractionParameter(command.limit),
+                   TimeParameter(kHoldMs));
 }
 
 void Yoke::ComposeFeel(const ForceCommand& command) {
@@ -146,7 +146,7 @@ void Yoke::ComposeFeel(const ForceCommand& command) {
   if (++cyclesSinceFeel_ < kResendCycles && !sendAll_ && feel == sentFeel_) return;
   cyclesSinceFeel_ = 0;
   sentFeel_ = feel;
-  Line.ComposeCmd(YokeCommand::Feel, feel[0], feel[1]);
+  line_.ComposeCmd(YokeCommand::Feel, feel[0], feel[1]);
 }
 
 void Yoke::ComposeVibration(const ForceCommand& command) {
@@ -157,7 +157,7 @@ void Yoke::ComposeVibration(const ForceCommand& command) {
   if (++cyclesSinceVibration_ < kResendCycles && !sendAll_ && vibration == sentVibration_) return;
   cyclesSinceVibration_ = 0;
   sentVibration_ = vibration;
-  Line.ComposeCmd(YokeCommand::Vibration, vibration[0], vibration[1], vibration[2], vibration[3]);
+  line_.ComposeCmd(YokeCommand::Vibration, vibration[0], vibration[1], vibration[2], vibration[3]);
 }
 
 // A grip is a deflection against the servo. The yoke must have been where the master is before: one whose

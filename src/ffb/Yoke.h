@@ -19,7 +19,7 @@ inline constexpr std::int32_t kModeGreen = 49152;  // Follow AP mode
 
 class Yoke {
  public:
-  Yoke(SerialPort& port, const Clock& clock) : Line(port, clock) {}
+  Yoke(SerialPort& port, const Clock& clock) : line_(port, clock) {}
 
   void Configure(const YokeSettings& settings);
   const YokeSettings& Settings() const { return settings_; }
@@ -47,6 +47,7 @@ class Yoke {
   // Why it gives no force now, and how far its gate is open.
   SafetyCause Cause() const { return cause_; }
   double Opening() const { return gate_.Opening(); }
+  const YokeLine& Line() const { return line_; }
   // Its position can be relied on: calibrated, connected, answering.
   bool Usable() const;
   std::array<double, kAxes> Position() const;  // counts
@@ -56,9 +57,7 @@ class Yoke {
   bool Gripped() const { return gripped_; }
   // Buttons that went down since the last call, and those that are down. Bit n is button n + 1.
   std::uint16_t TakePressed();
-  std::uint16_t Held() const { return Usable() ? Line.LastReply.buttons : std::uint16_t{0}; }
-
-  YokeLine Line;
+  std::uint16_t Held() const { return Usable() ? line_.LastReply().buttons : std::uint16_t{0}; }
 
  private:
   SafetyCause OwnCause() const;
@@ -68,6 +67,7 @@ class Yoke {
   void ComposeVibration(const ForceCommand& command);
   void WatchGrip(const Cycle& cycle);
 
+  YokeLine line_;
   YokeSettings settings_;
   YokeMode mode_ = YokeMode::Off;
   std::int32_t colour_ = 0;

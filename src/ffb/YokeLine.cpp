@@ -37,7 +37,6 @@ bool YokeLine::SendSerial() {
   if (queue_.empty()) return true;
   const bool taken = port_.Write(queue_);
   queue_.clear();
-  if (!taken) ++FramesLost;
   return taken;
 }
 
@@ -55,11 +54,9 @@ void YokeLine::MSComm1_OnComm(SerialEvent event) {
   switch (event) {
     case SerialEvent::Break:
       message_ = "Break rcvd.";
-      ++BadReplies;
       return;
     case SerialEvent::Framing:
       message_ = "Framing err.";
-      ++BadReplies;
       return;
     case SerialEvent::Received:
       break;
@@ -73,51 +70,48 @@ void YokeLine::MSComm1_OnComm(SerialEvent event) {
 }
 
 void YokeLine::TakeReply(ByteView bytes) {
-  switch (ReadYokeReply(bytes, address_, LastReply)) {
+  switch (ReadYokeReply(bytes, address_, lastReply_)) {
     case YokeReplyKind::Incomplete:
       message_ = "Inc. reply";
-      ++BadReplies;
       return;
     case YokeReplyKind::Garbled:
       message_ = "Garbled reply";
-      ++BadReplies;
       return;
     case YokeReplyKind::Wrong:
       message_ = "Wrong Reply";
-      ++BadReplies;
       return;
     case YokeReplyKind::Correct:
       break;
   }
   message_ = "Correct";
-  ++GoodReplies;
+  ++goodReplies_;
   lastGoodMs_ = clock_.MonotonicMs();
-  RollPosition = AxisPosition(LastReply.rawRoll, roll_);
-  PitchPosition = AxisPosition(LastReply.rawPitch, pitch_);
+  rollPosition_ = AxisPosition(lastReply_.rawRoll, roll_);
+  pitchPosition_ = AxisPosition(lastReply_.rawPitch, pitch_);
 }
 
 bool YokeLine::AnsweredWithinMs(std::int64_t milliseconds) const {
-  return GoodReplies > 0 && clock_.MonotonicMs() - lastGoodMs_ <= milliseconds;
+  return goodReplies_ > 0 && clock_.MonotonicMs() - lastGoodMs_ <= milliseconds;
 }
 
 std::string_view YokeLine::Activity() const {
-  return kActivity[GoodReplies % std::size(kActivity)];
+  return kActivity[goodReplies_ % std::size(kActivity)];
 }
 
 ShortText YokeLine::BankText() const {
-  return Percent(RollPosition);
+  return Percent(rollPosition_);
 }
 
 ShortText YokeLine::PitchText() const {
-  return Percent(PitchPosition);
+  return Percent(pitchPosition_);
 }
 
 ShortText YokeLine::RollLoadText() const {
-  return FormatNumber(LastReply.rollLoad / 10.0, kPattern);
+  return FormatNumber(lastReply_.rollLoad / 10.0, kPattern);
 }
 
 ShortText YokeLine::PitchLoadText() const {
-  return FormatNumber(LastReply.pitchLoad / 10.0, kPattern);
+  return FormatNumber(lastReply_.pitchLoad / 10.0, kPattern);
 }
 
 }  // namespace tvx

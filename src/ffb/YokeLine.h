@@ -43,12 +43,9 @@ class YokeLine {
   // The port's events.
   void MSComm1_OnComm(SerialEvent event);
 
-  std::int16_t RollPosition = 0;  // -511..511, as last reported
-  std::int16_t PitchPosition = 0;
-  YokeReply LastReply;            // the last good one
-  std::uint32_t GoodReplies = 0;  // since the start
-  std::uint32_t BadReplies = 0;   // of any kind: incomplete, garbled, wrong, a break, a framing error
-  std::uint32_t FramesLost = 0;   // queues that the line did not take
+  int RollPosition() const { return rollPosition_; }  // -511..511, as last reported
+  int PitchPosition() const { return pitchPosition_; }
+  const YokeReply& LastReply() const { return lastReply_; }  // the last good one
   // Whether the last good reply is no older than `milliseconds`.
   bool AnsweredWithinMs(std::int64_t milliseconds) const;
 
@@ -72,6 +69,9 @@ class YokeLine {
   AxisCalibration roll_, pitch_;
   std::vector<Byte> queue_;
   std::string_view message_;
+  std::int16_t rollPosition_ = 0, pitchPosition_ = 0;
+  YokeReply lastReply_;
+  std::uint32_t goodReplies_ = 0;  // since the start
   std::int64_t lastGoodMs_ = 0;
   std::size_t waitingBefore_ = 0;
 };

@@ -269,7 +269,7 @@ std::string YokePair::StateText(int which) const {
   const Yoke& yoke = Of(which);
   if (yoke.Cause() != SafetyCause::None) return "No force: " + std::string(SafetyText(yoke.Cause()));
   if (yoke.Opening() < 1) return "Forces are rising";
-  if ((yoke.Line.LastReply.status & yokestatus::kHot) != 0) return "Its motors are hot";
+  if ((yoke.Line().LastReply().status & yokestatus::kHot) != 0) return "Its motors are hot";
   return "Forces on";
 }
 

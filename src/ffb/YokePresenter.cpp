@@ -63,7 +63,7 @@ bool YokePresenter::JoystickThere() {
 }
 
 int YokePresenter::RawNow(Place::Source source) {
-  const YokeReply& reply = TheYoke().Line.LastReply;
+  const YokeReply& reply = TheYoke().Line().LastReply();
   joystick_.JoystickID = Record().JoystickNumber;
   switch (source) {
     case Source::Roll:
@@ -82,7 +82,7 @@ int YokePresenter::RawNow(Place::Source source) {
 
 void YokePresenter::SetPlace(const Place& place) {
   if (OfYoke(place.source)) {
-    if (!TheYoke().Line.AnsweredWithinMs(kYokeSilentMs)) {
+    if (!TheYoke().Line().AnsweredWithinMs(kYokeSilentMs)) {
       boxes_.Show("The yoke does not answer.");
       return;
     }

@@ -130,8 +130,8 @@ TEST(Modes, FollowsTheAutopilotAndGivesTheControlsBackMeanwhile) {
   rig.Run(3000);
   EXPECT_EQ(rig.Override("joystick_roll"), 0);
   EXPECT_EQ(rig.Override("joystick_pitch"), 0);
-  EXPECT_NEAR(rig.pair.Of(1).Line.RollPosition, 255, 20);
-  EXPECT_NEAR(rig.pair.Of(1).Line.PitchPosition, -128, 20);
+  EXPECT_NEAR(rig.pair.Of(1).Line().RollPosition(), 255, 20);
+  EXPECT_NEAR(rig.pair.Of(1).Line().PitchPosition(), -128, 20);
   EXPECT_NEAR(rig.hardware[0].force, 0.6 * 0.8, 0.001) << "a pilot can overpower the servo";
   rig.SetValue(1, 0);  // it lets go: no jump from its place
   const double last = 0.5;
@@ -302,7 +302,7 @@ TEST(Simulator, TrimMovesTheYokeAndNotTheSimulatorsTwice) {
   rig.SetValue(12, 0.5f);
   rig.SetValue(6, 150);
   rig.Start(6000);
-  EXPECT_NEAR(rig.pair.Of(1).Line.PitchPosition, 0.5 * 0.4 * 511, 6) << "hands off, it stands trimmed";
+  EXPECT_NEAR(rig.pair.Of(1).Line().PitchPosition(), 0.5 * 0.4 * 511, 6) << "hands off, it stands trimmed";
   EXPECT_NEAR(rig.Written("yoke_pitch_ratio"), 0, 0.02);
 }
 

@@ -93,7 +93,7 @@ TEST(YokeLine, SaysWhatItThinksOfEachReply) {
   other[1] = 8;
   l.port.Arrive(Reply());
   EXPECT_EQ(l.line.ReceivedMessage(), "Correct");
-  EXPECT_EQ(l.line.PitchPosition, -49);
+  EXPECT_EQ(l.line.PitchPosition(), -49);
   EXPECT_EQ(l.line.Activity(), " \\");
   EXPECT_EQ(l.line.PitchText().View(), "-9.6");
   EXPECT_EQ(l.line.RollLoadText().View(), "25.8");
@@ -111,7 +111,7 @@ TEST(YokeLine, SaysWhatItThinksOfEachReply) {
       l.port.Arrive(bytes);
     }
     EXPECT_EQ(l.line.ReceivedMessage(), text) << bytes.size();
-    EXPECT_EQ(l.line.PitchPosition, -49);
+    EXPECT_EQ(l.line.PitchPosition(), -49);
     EXPECT_EQ(l.port.Waiting(), 0u);
   }
   l.port.Raise(SerialEvent::Break);

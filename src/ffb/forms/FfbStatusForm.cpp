@@ -109,10 +109,10 @@ void FfbStatusForm::RefreshSide(int which) {
   side.panel->setEnabled(pair_.Configured(which));
   SetTextIfChanged(side.role, pair_.RoleText(which));
   SetTextIfChanged(side.state, pair_.StateText(which));
-  SetTextIfChanged(side.received, yoke.Line.ReceivedMessage());
-  SetTextIfChanged(side.activity, yoke.Line.Activity());
-  side.bank->SetValue(yoke.Line.BankText().View());
-  side.pitch->SetValue(yoke.Line.PitchText().View());
+  SetTextIfChanged(side.received, yoke.Line().ReceivedMessage());
+  SetTextIfChanged(side.activity, yoke.Line().Activity());
+  side.bank->SetValue(yoke.Line().BankText().View());
+  side.pitch->SetValue(yoke.Line().PitchText().View());
   const SafetyCause cause = yoke.Cause();
   const bool quiet = !pair_.Configured(which) || cause == SafetyCause::Off || cause == SafetyCause::Halted;
   side.lamp->SetState(quiet                        ? StateLamp::State::Off

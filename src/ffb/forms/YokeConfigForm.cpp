@@ -224,12 +224,12 @@ void YokeConfigForm::Refresh() {
   const Yoke& yoke = presenter_.TheYoke();
   SetTextIfChanged(LabelRole, pair_.RoleText(which));
   SetTextIfChanged(LabelState, pair_.StateText(which));
-  SetTextIfChanged(ReceivedMessage, yoke.Line.ReceivedMessage());
-  SetTextIfChanged(LabelActivity, yoke.Line.Activity());
-  boxBank->SetValue(yoke.Line.BankText().View());
-  boxPitch->SetValue(yoke.Line.PitchText().View());
-  boxRollLoad->SetValue(yoke.Line.RollLoadText().View());
-  boxPitchLoad->SetValue(yoke.Line.PitchLoadText().View());
+  SetTextIfChanged(ReceivedMessage, yoke.Line().ReceivedMessage());
+  SetTextIfChanged(LabelActivity, yoke.Line().Activity());
+  boxBank->SetValue(yoke.Line().BankText().View());
+  boxPitch->SetValue(yoke.Line().PitchText().View());
+  boxRollLoad->SetValue(yoke.Line().RollLoadText().View());
+  boxPitchLoad->SetValue(yoke.Line().PitchLoadText().View());
   QRadioButton* mode = modes_[static_cast<std::size_t>(yoke.Mode())];
   if (!mode->isChecked()) mode->setChecked(true);
   if (colour_ != yoke.ModeColour()) {
@@ -261,9 +261,9 @@ void YokeConfigForm::RefreshCalibration() {
                                         : tr("Not calibrated: no forces, nothing is flown"));
   PictureCalibration->SetPosition({yoke.Position()[0] / kYokeTravel, yoke.Position()[1] / kYokeTravel},
                                   {0, 0}, yoke.Usable());
-  PictureCalibration->SetRaw({Share(yoke.Line.LastReply.rawRoll), Share(RawOf(record.RollLeft)),
+  PictureCalibration->SetRaw({Share(yoke.Line().LastReply().rawRoll), Share(RawOf(record.RollLeft)),
                               Share(RawOf(record.RollCentre)), Share(RawOf(record.RollRight))},
-                             {Share(yoke.Line.LastReply.rawPitch), Share(RawOf(record.PitchForward)),
+                             {Share(yoke.Line().LastReply().rawPitch), Share(RawOf(record.PitchForward)),
                               Share(RawOf(record.PitchCentre)), Share(RawOf(record.PitchBack))});
 }
 

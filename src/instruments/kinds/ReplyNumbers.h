@@ -31,7 +31,7 @@ inline std::array<char, 5> FiveDigits(int raw) {
 
 // A radio's raw value (kHz above 100 MHz, 18500 is 118.500 MHz) in 10 kHz (11850), as the simulator takes it.
 inline double FrequencyOf(int raw) {
-  return 10000.0 + raw % 100000 / 10;
+  return 10000 + raw % 100000 / 10;
 }
 // And back: the raw value that a radio shows for a simulator's frequency.
 inline double RawFrequencyOf(double frequency) {
@@ -40,7 +40,7 @@ inline double RawFrequencyOf(double frequency) {
 
 // A transponder code from its two bytes, each two octal digits: 0x12 0x34 is 1234.
 inline double SquawkOf(int high, int low) {
-  return (high & 0x70) / 16 * 1000.0 + (high & 7) * 100.0 + ((low >> 4) & 7) * 10.0 + (low & 7);
+  return (high >> 4 & 7) * 1000 + (high & 7) * 100 + (low >> 4 & 7) * 10 + (low & 7);
 }
 
 inline constexpr double kFullTurn = 360.0;        // degrees

@@ -35,7 +35,7 @@ int main() {
   std::int64_t now = 0;
   for (int i = 0; i < kSamples; ++i) {
     simulator.RestartFlight(i * kFlightSeconds / kSamples);
-    for (int t = 0; t < vc::Simulator::kTicksPerSecond; ++t) {
+    for (int t = 0; t < 1000 / vc::Simulator::kTickMilliseconds; ++t) {
       datagrams.clear();
       simulator.Tick(now += vc::Simulator::kTickMilliseconds);
     }

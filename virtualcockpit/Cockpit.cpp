@@ -86,26 +86,58 @@ Cockpit::Cockpit(const ConfigModel& model, Settings settings, QObject* parent)
     if (record.GaugeType == 0) continue;
     Device& device = Gauges().Add(MakeDevice({static_cast<Byte>(id), record.GaugeType, record.GaugeSetting1,
                                               record.GaugeSetting2, record.GaugeSetting5}));
+    device.SetTraits(settings_.traits.devices);
+    device.PowerUp();
     device.FollowBuses(voltageKnown && (record.GaugeSetting5 & kTakesNoLighting) == 0);
   }
   for (const FunctionRecord& function : model.Functions) DefineDatarefs(function, Sim().Datarefs());
+  // As somebody has set it on the simulator's screen: the computer and the port on which the program listens.
+  DataOutput output;
+  output.target = PeerOf("127.0.0.1", model.General.LocalPort);
+  Sim().SetOutput(output);
+  SetTraits(settings_.traits);
+}
+
+std::vector<UnitLine*> Cockpit::UnitLines() const {
+  std::vector<UnitLine*> lines;
+  for (UnitLine* line : {ioModuleLines_[0].get(), ioModuleLines_[1].get(), clusterLine_.get()}) {
+    if (line != nullptr) lines.push_back(line);
+  }
+  return lines;
+}
+
+void Cockpit::SetTraits(const vc::Traits& traits) {
+  settings_.traits = traits;
+  simulation_.SetTraits(traits.simulator);
+  Sim().Datarefs().SetDefinedExist(!traits.simulator.onlyKnownNames);
+  gaugeLine_.SetTraits(traits.lines);
+  for (const auto& device : Gauges().Devices()) device->SetTraits(traits.devices);
+  // Each line has a chance of its own.
+  LineTraits line = traits.lines;
+  for (UnitLine* unit : UnitLines()) {
+    ++line.seed;
+    unit->SetTraits(line);
+    unit->Hardware().SetTraits(traits.devices);
+  }
+}
+
+void Cockpit::SetPower(bool on) {
+  Gauges().SetPower(on);
+  for (UnitLine* line : UnitLines()) line->Hardware().SetPower(on);
 }
 
 bool Cockpit::Start() {
   const int port = settings_.port.value_or(PortOf(model_));
   const bool simulator = simulation_.Start(static_cast<std::uint16_t>(port));
   bool lines = !HasGaugeBus() || gaugeLine_.Plug();
-  for (UnitLine* line : {IOModuleLine(1), IOModuleLine(2), ClusterLine()})
-    lines = (line == nullptr || line->Plug()) && lines;
+  for (UnitLine* line : UnitLines()) lines = line->Plug() && lines;
   return simulator && lines;
 }
 
 void Cockpit::Stop() {
   simulation_.Stop();
   gaugeLine_.Unplug();
-  for (UnitLine* line : {IOModuleLine(1), IOModuleLine(2), ClusterLine()}) {
-    if (line != nullptr) line->Unplug();
-  }
+  for (UnitLine* line : UnitLines()) line->Unplug();
 }
 
 }  // namespace tvx::vc

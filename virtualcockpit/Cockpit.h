@@ -6,8 +6,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "config/Model.h"
+#include "virtualcockpit/Traits.h"
 #include "virtualcockpit/bus/GaugeBusLine.h"
 #include "virtualcockpit/lines/ClusterUnit.h"
 #include "virtualcockpit/lines/IOModuleUnit.h"
@@ -30,11 +32,19 @@ class Cockpit : public QObject {
     std::optional<int> port;
     std::string folder = ".";  // where comports/ is
     bool links = true;         // whether comports/com<n> is made
+    vc::Traits traits = vc::Traits::Default();
   };
 
   // Makes the instruments that the configuration names, and every dataref that it needs. Nothing runs yet.
   // The model must outlive the cockpit.
   Cockpit(const ConfigModel& model, Settings settings, QObject* parent = nullptr);
+
+  // Counts at once, but for what needs a start of the simulator or of an instrument.
+  void SetTraits(const Traits& traits);
+  const vc::Traits& Traits() const { return settings_.traits; }
+  // The power of every instrument, IO module and engine cluster.
+  void SetPower(bool on);
+  bool Powered() const { return gaugeLine_.Bus().Powered(); }
 
   // Starts simulator and gauge bus. False when one of them could not start; the other runs all the same.
   bool Start();
@@ -46,6 +56,7 @@ class Cockpit : public QObject {
   Simulator& Sim() { return simulation_.Sim(); }
   GaugeBusLine& GaugeLine() { return gaugeLine_; }
   GaugeBus& Gauges() { return gaugeLine_.Bus(); }
+  const GaugeBus& Gauges() const { return gaugeLine_.Bus(); }
   // IO module 1 or 2 and the engine cluster; their lines are nullptr where the configuration names no port.
   IOModuleUnit& IOModuleOf(int module) { return ioModules_[module == 1 ? 0 : 1]; }
   ClusterUnit& Cluster() { return cluster_; }
@@ -55,6 +66,8 @@ class Cockpit : public QObject {
   bool HasGaugeBus() const { return model_.General.ComPortGS > 0; }
 
  private:
+  std::vector<UnitLine*> UnitLines() const;
+
   const ConfigModel& model_;
   Settings settings_;
   SimulatorService simulation_;

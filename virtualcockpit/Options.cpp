@@ -9,7 +9,7 @@ namespace {
 const QString kConfig = QStringLiteral("config"), kPort = QStringLiteral("port"),
               kSpeed = QStringLiteral("speed"), kPrint = QStringLiteral("print"),
               kSeconds = QStringLiteral("seconds"), kScreenshot = QStringLiteral("screenshot"),
-              kFolder = QStringLiteral("folder");
+              kFolder = QStringLiteral("folder"), kBehaviour = QStringLiteral("behaviour");
 constexpr int kHighestPort = 65535, kMostSeconds = 1000000;
 constexpr double kSlowest = 0.1, kFastest = 50;
 
@@ -37,6 +37,11 @@ void Describe(QCommandLineParser& parser) {
       {kSeconds, QStringLiteral("Ends by itself after N seconds."), QStringLiteral("N")},
       {kScreenshot, QStringLiteral("Keeps a picture of the window, taken shortly before the end."),
        QStringLiteral("FILE")},
+      {kBehaviour,
+       QStringLiteral(
+           "real: as slow and as strict as real hardware and the real simulator; easy: instant and "
+           "forgiving."),
+       QStringLiteral("real|easy")},
       {kFolder, QStringLiteral("The working folder, where comports/ is."), QStringLiteral("DIR")},
   });
 }
@@ -58,6 +63,12 @@ bool TakeValues(const QCommandLineParser& parser, Options& options, QString& wro
       !text(kFolder, options.folder) || !whole(kPort, 0, kHighestPort, options.port) ||
       !whole(kSeconds, 1, kMostSeconds, options.seconds)) {
     return false;
+  }
+  if (parser.isSet(kBehaviour)) {
+    wrong = kBehaviour;
+    const QString behaviour = parser.value(kBehaviour);
+    if (behaviour != QStringLiteral("real") && behaviour != QStringLiteral("easy")) return false;
+    options.traits = behaviour == QStringLiteral("real") ? Traits::Real() : Traits::Easy();
   }
   wrong = kSpeed;
   return !parser.isSet(kSpeed) || ReadNumber(parser.value(kSpeed), kSlowest, kFastest, options.speed);

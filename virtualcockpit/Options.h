@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "virtualcockpit/Traits.h"
+
 namespace tvx::vc {
 
 struct Options {
@@ -15,6 +17,7 @@ struct Options {
   std::optional<int> seconds;  // after which it ends by itself
   std::optional<std::string> screenshot;
   std::string folder = ".";
+  Traits traits = Traits::Default();
   bool help = false, version = false;
 };
 

@@ -91,17 +91,20 @@ int main(int argc, char** argv) {
   const bool loaded =
       vc::LoadConfiguration(options.config ? *options.config : vc::DefaultConfiguration(), model, error);
   if (!loaded) Say(error);
-  vc::Cockpit cockpit(model, {options.port, ".", true});
+  vc::Cockpit cockpit(model, {options.port, ".", true, options.traits});
   cockpit.Sim().SetSpeed(options.speed);
   if (!cockpit.Start()) Say(cockpit.Simulation().LastError() + cockpit.GaugeLine().Line().LastError());
-  vc::PanelWindow window(cockpit);
-  if (!loaded) window.SetNotice(QString::fromStdString(error));
-  const vc::EndSignals signalsToEnd([] { QApplication::quit(); });
-  Schedule(options, window, application);
-  const auto yokes = vc::MakeYokes(model, ".");
+  const auto yokes = vc::MakeYokes(model, ".", cockpit.Traits().lines, cockpit.Traits().yokes);
   for (const auto& yoke : yokes) {
     if (!yoke->Plug()) Say(yoke->Line().LastError());
   }
+  const auto setYokes = [&yokes](const vc::Traits& traits) {
+    vc::SetYokeTraits(yokes, traits.lines, traits.yokes);
+  };
+  vc::PanelWindow window(cockpit, yokes.empty() ? std::function<void(const vc::Traits&)>() : setYokes);
+  if (!loaded) window.SetNotice(QString::fromStdString(error));
+  const vc::EndSignals signalsToEnd([] { QApplication::quit(); });
+  Schedule(options, window, application);
   vc::YokeWindow yokeWindow(yokes);
   if (!yokes.empty()) yokeWindow.show();
   window.show();

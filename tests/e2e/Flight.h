@@ -44,16 +44,19 @@ inline int FreePort() {
 
 class Flight {
  public:
-  // `change` may alter the demonstration's configuration before anything starts.
+  // `change` may alter the demonstration's configuration before anything starts; `traits` say how the
+  // stand-ins behave.
   template <typename Change>
-  explicit Flight(Change&& change) : before_(QDir::currentPath()) {
+  explicit Flight(Change&& change, const vc::Traits& traits = vc::Traits::Default())
+      : before_(QDir::currentPath()) {
     QDir::setCurrent(folder_.path());
     model_ = demo::DemoConfig();
     model_.General.TransferInterval = 10;
     model_.General.LocalPort = std::to_string(FreePort());
     change(model_);
     cockpit_ = std::make_unique<vc::Cockpit>(
-        model_, vc::Cockpit::Settings{.port = 0, .folder = folder_.path().toStdString(), .links = true});
+        model_, vc::Cockpit::Settings{
+                    .port = 0, .folder = folder_.path().toStdString(), .links = true, .traits = traits});
     EXPECT_TRUE(cockpit_->Start());
     model_.General.RemotePort = std::to_string(cockpit_->Simulation().Port());
     model_.ConfigFileName = "Flight.cfg";

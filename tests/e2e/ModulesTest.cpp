@@ -71,7 +71,7 @@ TEST_F(ModulesTest, NeedlesFollowAndSweepOnceForARecalibration) {
   ASSERT_TRUE(
       Eventually([&] { return cluster.Position(0) > 200 && Cluster().Needle(0) == cluster.Position(0); }));
   EXPECT_TRUE(Eventually([&] { return cluster.boxUnitReply() == "Version: 2.1"; }));
-  EXPECT_TRUE(Eventually([&] { return Cluster().Powered(); }));
+  EXPECT_TRUE(Eventually([&] { return Cluster().BusPowered(); }));
   cluster.Recalibrate();
   ASSERT_TRUE(Eventually([&] { return Cluster().Sweeping(); }));
   EXPECT_TRUE(

@@ -28,7 +28,8 @@ class YokesTest : public ::testing::Test {
           Calibrate(model.Yoke1, 1);
           Calibrate(model.Yoke2, 2);
         }),
-        yokes_(vc::MakeYokes(flight_.Model(), ".")) {
+        yokes_(vc::MakeYokes(flight_.Model(), ".", flight_.TheCockpit().Traits().lines,
+                             flight_.TheCockpit().Traits().yokes)) {
     for (const auto& yoke : yokes_) EXPECT_TRUE(yoke->Plug()) << yoke->Line().LastError();
     flight_.Sim().RestartFlight(kInTheAir);
   }

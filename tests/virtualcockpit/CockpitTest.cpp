@@ -44,9 +44,10 @@ TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
   EXPECT_EQ(options.speed, 2.5);
   EXPECT_EQ(options.port, 0);
   EXPECT_EQ(options.folder, "demo");
-  const QStringList wrong[] = {{"--port"},         {"--port", "65536"}, {"--port", "x"},    {"--port", "1 "},
-                               {"--speed", "nan"}, {"--speed", "0"},    {"--seconds", "0"}, {"--config", ""},
-                               {"--what"},         {"file.cfg"}};
+  const QStringList wrong[] = {
+      {"--port"},         {"--port", "65536"},    {"--port", "x"},    {"--port", "1 "},
+      {"--speed", "nan"}, {"--speed", "0"},       {"--seconds", "0"}, {"--config", ""},
+      {"--what"},         {"--behaviour", "odd"}, {"file.cfg"}};
   for (const QStringList& bad : wrong) {
     error.clear();
     EXPECT_FALSE(ParseOptions(QStringList("vc") + bad, options, error));

@@ -4,7 +4,7 @@
 #include <limits>
 #include <set>
 
-#include "virtualcockpit/sim/Flight.h"
+#include "virtualcockpit/sim/flight/Flight.h"
 
 namespace tvx::vc {
 namespace {

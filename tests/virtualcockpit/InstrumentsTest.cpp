@@ -92,6 +92,7 @@ TEST(Instruments, KeepTheHalfOf10kHzThatTheSimulatorDoesNotCount) {
 // Between the hand and the next poll the program still sends what it knew before.
 TEST(Instruments, HandRulesUntilItWasToldButNotForEver) {
   const auto device = MakeDevice({40, 105, 1, 9, 1});
+  device->SetTraits({.handRules = true});
   auto& heading = As<HeadingDevice>(*device);
   device->SetNow(1000);
   device->Receive(6, 1200);
@@ -107,6 +108,10 @@ TEST(Instruments, HandRulesUntilItWasToldButNotForEver) {
   device->SetNow(6900);
   device->Receive(6, 2400);
   EXPECT_EQ(heading.Bug(), 2400) << "nobody polls it";
+  device->SetTraits({});
+  heading.TurnBug(1);
+  device->Receive(6, 2400);
+  EXPECT_EQ(heading.Bug(), 2400) << "a real one shows what it was told last";
 }
 
 }  // namespace

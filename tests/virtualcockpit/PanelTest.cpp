@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QSpinBox>
 #include <QWheelEvent>
 
 #include "virtualcockpit/devices/RadioDevice.h"
@@ -168,6 +171,68 @@ TEST(PanelWindow, ControlsDoWhatTheySay) {
   cockpit.Sim().RestartFlight(100);
   click("cmdRestart");
   EXPECT_EQ(cockpit.Sim().State().time, 0);
+}
+
+// Every control of the behaviour's window changes the one thing that it names.
+TEST(PanelWindow, TheBehaviourIsSetFromItsWindow) {
+  ConfigModel model;
+  model.General.LocalPort = "49003";
+  Cockpit cockpit(model, {0, ".", false, Traits::Real()});
+  Traits yokes;
+  PanelWindow window(cockpit, [&yokes](const Traits& traits) { yokes = traits; });
+  const auto find = [&window](const char* name) {
+    return window.findChild<QWidget*>(QString::fromLatin1(name));
+  };
+  const std::pair<const char*, void (*)(Traits&)> cases[] = {
+      {"spinFrame", [](Traits& t) { t.simulator.frameMs = 50; }},
+      {"spinRequests", [](Traits& t) { t.simulator.requestsPerFrame = 50; }},
+      {"checkBuffer", [](Traits& t) { t.simulator.usualBuffer = false; }},
+      {"checkTarget", [](Traits& t) { t.simulator.dataToTarget = false; }},
+      {"checkKeepsGroups", [](Traits& t) { t.simulator.keepsGroups = true; }},
+      {"checkForgets", [](Traits& t) { t.simulator.forgetsValues = false; }},
+      {"checkKnownNames", [](Traits& t) { t.simulator.onlyKnownNames = false; }},
+      {"checkSendPort", [](Traits& t) { t.simulator.ownSendPort = false; }},
+      {"checkBeacon", [](Traits& t) { t.simulator.beacon = false; }},
+      {"spinLost", [](Traits& t) { t.simulator.network.lost = 50; }},
+      {"spinDoubled", [](Traits& t) { t.simulator.network.doubled = 50; }},
+      {"spinReordered", [](Traits& t) { t.simulator.network.reordered = 50; }},
+      {"spinDelayed", [](Traits& t) { t.simulator.network.delayed = 50; }},
+      {"spinSeed", [](Traits& t) { t.simulator.seed = t.lines.seed = 50; }},
+      {"checkPaced", [](Traits& t) { t.lines.paced = false; }},
+      {"spinLatency", [](Traits& t) { t.lines.latencyMs = 50; }},
+      {"spinLeastAnswer", [](Traits& t) { t.lines.leastAnswerUs = t.lines.mostAnswerUs = 50000; }},
+      {"spinMostAnswer", [](Traits& t) { t.lines.mostAnswerUs = 50000; }},
+      {"checkHand", [](Traits& t) { t.devices.handRules = true; }},
+      {"checkStartsAnew", [](Traits& t) { t.devices.startsAnew = false; }},
+      {"spinRise", [](Traits& t) { t.yokes.riseSeconds = 0.05; }}};
+  auto& preset = *window.findChild<QComboBox*>("comboBehaviour");
+  for (const auto& [name, change] : cases) {
+    SCOPED_TRACE(name);
+    emit preset.activated(0);
+    preset.setCurrentIndex(0);
+    emit preset.activated(0);
+    ASSERT_EQ(cockpit.Traits(), Traits::Real());
+    QWidget* control = find(name);
+    ASSERT_NE(control, nullptr);
+    EXPECT_FALSE(control->toolTip().isEmpty());
+    if (auto* check = qobject_cast<QCheckBox*>(control)) check->click();
+    if (auto* spin = qobject_cast<QSpinBox*>(control)) spin->setValue(50);
+    if (auto* spin = qobject_cast<QDoubleSpinBox*>(control)) spin->setValue(50);
+    Traits expected = Traits::Real();
+    change(expected);
+    EXPECT_EQ(cockpit.Traits(), expected);
+    EXPECT_EQ(yokes, expected);
+    EXPECT_EQ(preset.currentText(), "As set below");
+  }
+  auto& target = *window.findChild<QLineEdit*>("editOutput");
+  for (const auto& [text, port] :
+       {std::pair{"10.0.0.7:50000", 50000}, {"10.0.0.7", 50000}, {"1.2.3.4:x", 50000}}) {
+    target.setText(text);
+    emit target.editingFinished();
+    EXPECT_EQ(cockpit.Sim().Output().target->port, port);
+  }
+  window.findChild<QPushButton*>("cmdPower")->click();
+  EXPECT_FALSE(cockpit.Powered());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/virtualcockpit/Bytes.h"
+#include "virtualcockpit/sim/BadNetwork.h"
 #include "virtualcockpit/sim/Simulator.h"
 
 namespace tvx::vc {
@@ -17,8 +18,9 @@ constexpr std::string_view kBarometer = "sim/cockpit2/gauges/actuators/barometer
 class SimulatorTest : public testing::Test {
  protected:
   SimulatorTest()
-      : sim_([this](ByteView datagram, const Peer&) {
+      : sim_([this](ByteView datagram, const Peer& to) {
           sent_.emplace_back(datagram.begin(), datagram.end());
+          to_.push_back(to);
         }) {}
   void From(const Peer& peer, const Bytes& datagram) { sim_.OnDatagram(datagram, peer); }
   void Tick(int count = 1) {
@@ -27,6 +29,7 @@ class SimulatorTest : public testing::Test {
   double Value(std::string_view name) { return sim_.Datarefs().ValueOf(name).value_or(-12345); }
 
   std::vector<Bytes> sent_;
+  std::vector<Peer> to_;
   std::int64_t now_ = 5000;
   Simulator sim_;
 };
@@ -35,7 +38,7 @@ TEST_F(SimulatorTest, RatesAreKept) {
   const std::pair<int, std::size_t> repliesInTwoSeconds[] = {{1, 2},   {3, 6},           {10, 20}, {20, 40},
                                                              {99, 40}, {2147483647, 40}, {0, 0},   {-5, 0}};
   for (const auto& [frequency, replies] : repliesInTwoSeconds) {
-    sim_.ForgetClients();
+    sim_.Restart();
     sent_.clear();
     From(kOne, test::SubscribeTo(kRpm, frequency, 7));
     Tick();
@@ -43,6 +46,107 @@ TEST_F(SimulatorTest, RatesAreKept) {
     Tick(39);
     EXPECT_EQ(sent_.size(), replies) << frequency;
   }
+}
+
+// Data groups go where the simulator's screen says; a request may set that, and only a whole one does.
+TEST_F(SimulatorTest, DataGroupsGoToTheirTargetOnly) {
+  DataOutput output{.toWhoeverSelects = false, .enabled = true, .target = std::nullopt};
+  sim_.SetOutput(output);
+  From(kOther, test::Ascii("DSEL0") + test::Little(3) + test::Little(17));
+  Tick(3);
+  EXPECT_TRUE(sent_.empty()) << "no target is set";
+  const auto set = [](std::string_view address, std::string_view port, int enable) {
+    return test::Ascii("ISE4") + Bytes{0} + test::Little(64) + test::Padded(test::Ascii(address), 16) +
+           test::Padded(test::Ascii(port), 8) + test::Little(enable);
+  };
+  for (const Bytes& wrong : {set("127.0.0", "49003", 1), set("127.0.0.256", "49003", 1),
+                             set("127.0.0.1", "0", 1), set("127.0.0.1", "x", 1)}) {
+    From(kOther, wrong);
+    EXPECT_EQ(sim_.Output(), output);
+  }
+  From(kOther, set("127.0.0.1", "49003", 1));
+  Tick(3);
+  EXPECT_EQ(to_, (std::vector<Peer>{kOne, kOne, kOne})) << "not to the one who selected";
+  From(kOther, test::WriteDataref("sim/network/dataout/network_data_rate", 2));
+  to_.clear();
+  Tick(41);
+  EXPECT_NEAR(static_cast<double>(to_.size()), 4, 1);
+  From(kOther, test::WriteDataref("sim/network/dataout/data_to_internet[3]", 0));
+  From(kOther, test::WriteDataref("sim/network/dataout/data_to_internet[20]", 1));
+  EXPECT_EQ(sim_.SelectedGroups(), (std::set<int>{17, 20}));
+  From(kOther, set("127.0.0.1", "49003", 0));
+  to_.clear();
+  Tick(41);
+  EXPECT_TRUE(to_.empty());
+}
+
+TEST_F(SimulatorTest, ARestartForgetsAndAnotherAircraftLacksNames) {
+  From(kOne, test::SubscribeTo(kRpm, 20, 1));
+  From(kOne, test::SubscribeTo(kBarometer, 20, 2));
+  From(kOne, test::WriteDataref(kBarometer, 28.5f));
+  From(kOne, test::Ascii("DSEL0") + test::Little(3));
+  sim_.ChangeAircraft(std::vector<std::string>{std::string(kRpm)});
+  EXPECT_EQ(sim_.Subscriptions(), 1u);
+  From(kOne, test::SubscribeTo(kRpm, 20, 1));
+  EXPECT_EQ(sim_.Subscriptions(), 1u) << "it never answers";
+  sim_.ChangeAircraft({});
+  From(kOne, test::SubscribeTo(kRpm, 20, 1));
+  EXPECT_EQ(sim_.Subscriptions(), 2u);
+  sim_.Restart(false, false);
+  EXPECT_EQ(sim_.Subscriptions(), 0u);
+  EXPECT_EQ(sim_.SelectedGroups().size(), 1u);
+  EXPECT_FLOAT_EQ(static_cast<float>(Value(kBarometer)), 28.5f);
+  sim_.Restart(true, true);
+  EXPECT_TRUE(sim_.SelectedGroups().empty());
+  EXPECT_FLOAT_EQ(static_cast<float>(Value(kBarometer)), 29.92f);
+}
+
+// Each trouble hits about the share that is set, a seed repeats it, and nothing else happens.
+TEST(BadNetwork, DoesWhatItIsToldAndRepeatsIt) {
+  struct Result {
+    std::vector<int> order;
+    std::vector<std::int64_t> late;
+  };
+  const auto run = [](const NetworkTraits& traits, std::uint32_t seed) {
+    Result result;
+    std::int64_t now = 0;
+    std::vector<std::int64_t> sentAt;
+    BadNetwork network([&](ByteView bytes, const Peer&) {
+      const int number = bytes[0] * 256 + bytes[1];
+      result.order.push_back(number);
+      result.late.push_back(now - sentAt[static_cast<std::size_t>(number)]);
+    });
+    network.SetTraits(traits, seed);
+    for (int i = 0; i < 2000; ++i, now += 10) {
+      sentAt.push_back(now);
+      network.Pass(Bytes{static_cast<Byte>(i >> 8), static_cast<Byte>(i & 255)}, kOne, now);
+      network.Advance(now);
+    }
+    network.Advance(now + 1000);
+    return result;
+  };
+  const auto count = [](const Result& result, auto&& is) {
+    int hits = 0;
+    for (std::size_t i = 0; i < result.order.size(); ++i) hits += is(i) ? 1 : 0;
+    return static_cast<double>(hits);
+  };
+  EXPECT_NEAR(static_cast<double>(run({.lost = 3}, 1).order.size()), 1940, 25);
+  EXPECT_NEAR(static_cast<double>(run({.doubled = 10}, 1).order.size()), 2200, 50);
+  const Result swapped = run({.reordered = 10}, 1);
+  EXPECT_EQ(swapped.order.size(), 2000u);
+  EXPECT_NEAR(count(swapped, [&](std::size_t i) { return i > 0 && swapped.order[i] < swapped.order[i - 1]; }),
+              190, 50);
+  const Result delayed = run({.delayed = 10}, 1);
+  EXPECT_EQ(delayed.order.size(), 2000u);
+  EXPECT_NEAR(count(delayed, [&](std::size_t i) { return delayed.late[i] >= 20; }), 200, 50);
+  EXPECT_EQ(run({.lost = 20}, 5).order, run({.lost = 20}, 5).order);
+  EXPECT_NE(run({.lost = 20}, 5).order, run({.lost = 20}, 6).order);
+}
+
+TEST(Datagrams, TheBeaconByteByByte) {
+  EXPECT_EQ(BuildBeacon(121100, 49000, "ab"),
+            test::Ascii("BECN") + (Bytes{0, 1, 2} + test::Little(1) + test::Little(121100) + test::Little(1) +
+                                   Bytes{0x68, 0xBF, 'a', 'b', 0, 0x72, 0xBF}));
 }
 
 TEST_F(SimulatorTest, DatarefWritesStayUnlessTheFlightDecides) {

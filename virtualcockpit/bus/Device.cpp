@@ -33,6 +33,8 @@ std::string_view FaultText(DeviceFault fault) {
       return "does not answer";
     case DeviceFault::Garbled:
       return "answers are damaged";
+    case DeviceFault::Half:
+      return "answers break off";
     case DeviceFault::Late:
       return "answers late";
     case DeviceFault::Duplicate:
@@ -41,6 +43,29 @@ std::string_view FaultText(DeviceFault fault) {
       return "without power";
   }
   return "";
+}
+
+void Device::SetNow(std::int64_t nowMs) {
+  now_ = nowMs;
+  if (!diesAt_ || nowMs < *diesAt_) return;
+  diesAt_.reset();
+  SetFault(DeviceFault::Dead);
+}
+
+void Device::SetFault(DeviceFault fault) {
+  const bool comesOn = fault_ == DeviceFault::Dead && fault != DeviceFault::Dead;
+  fault_ = fault;
+  Changed();
+  if (comesOn) PowerUp();
+}
+
+void Device::PowerUp() {
+  if (!traits_.startsAnew) return;
+  StartAnew();
+  light_ = {};
+  handMoved_ = false;
+  startsUntil_ = now_ + kStartMs;
+  Changed();
 }
 
 void Device::Receive(int command, std::int32_t value) {

@@ -18,13 +18,25 @@ enum class DeviceFault {
   Garbled,    // its answers come damaged
   Late,       // answers long after it was asked
   Duplicate,  // a second instrument answers under the same address
+  Half,       // its answers break off in the middle
   Dead,       // neither understands nor answers: without power, or taken out
 };
-inline constexpr DeviceFault kDeviceFaults[] = {DeviceFault::None,      DeviceFault::Silent,
-                                                DeviceFault::Garbled,   DeviceFault::Late,
-                                                DeviceFault::Duplicate, DeviceFault::Dead};
+inline constexpr DeviceFault kDeviceFaults[] = {
+    DeviceFault::None, DeviceFault::Silent,    DeviceFault::Garbled, DeviceFault::Half,
+    DeviceFault::Late, DeviceFault::Duplicate, DeviceFault::Dead};
 // The fault in a few plain words.
 std::string_view FaultText(DeviceFault fault);
+
+// How instruments behave that has nothing to do with their kind.
+struct DeviceTraits {
+  // A value that the hand has set is kept until it was reported, for three seconds at most. False: what is
+  // told last is shown, as in real instruments.
+  bool handRules = false;
+  // Switched on, an instrument forgets what it showed, shows zero until it is told, and hears nothing while
+  // it starts.
+  bool startsAnew = true;
+  bool operator==(const DeviceTraits&) const = default;
+};
 
 // The lighting as command 8 brings it.
 struct FaceLight {
@@ -50,8 +62,14 @@ class Device {
   const Identity& Id() const { return identity_; }
   void TakeAddress(Byte gaugeID) { identity_.gaugeID = gaugeID; }
 
-  // The bus's clock, told before every frame.
-  void SetNow(std::int64_t nowMs) { now_ = nowMs; }
+  void SetTraits(const DeviceTraits& traits) { traits_ = traits; }
+  // The bus's clock, told before every frame and now and then besides.
+  void SetNow(std::int64_t nowMs);
+  // Its power comes on: it starts, if its traits say so.
+  void PowerUp();
+  bool Starting() const { return startsUntil_ > now_; }
+  // It loses its power when so much time has passed.
+  void DieIn(std::int64_t ms) { diesAt_ = now_ + ms; }
   // A command for this instrument; the lighting is taken here, everything else by the instrument's kind.
   void Receive(int command, std::int32_t value);
   // Whether the instrument answers this command: "report state", and for some kinds one more.
@@ -74,14 +92,14 @@ class Device {
   std::int32_t LastValue() const { return lastValue_; }
 
   DeviceFault Fault() const { return fault_; }
-  void SetFault(DeviceFault fault) {
-    fault_ = fault;
-    Changed();
-  }
+  // The end of DeviceFault::Dead is power coming on.
+  void SetFault(DeviceFault fault);
 
  protected:
   // A command other than 7 and 8.
   virtual void OnCommand(int command, std::int32_t value) = 0;
+  // Becomes as it was made, its knobs apart, and shows zero.
+  virtual void StartAnew() = 0;
   // Fills bytes 6..24 of the answer; the envelope is filled already.
   virtual void FillReply(Reply&) {}
   // The face changes otherwise than by a command.
@@ -97,14 +115,16 @@ class Device {
   }
   // True until that was reported, for three seconds at most: what the program sends meanwhile is older than
   // the hand.
-  bool HandRules() const { return handMoved_ && now_ - handAt_ < kHandRulesMs; }
+  bool HandRules() const { return traits_.handRules && handMoved_ && now_ - handAt_ < kHandRulesMs; }
 
  private:
-  static constexpr std::int64_t kHandRulesMs = 3000;
+  static constexpr std::int64_t kHandRulesMs = 3000, kStartMs = 1000;
   Identity identity_;
   FaceLight light_;
   bool followsBuses_ = true;
-  std::int64_t now_ = 0, handAt_ = 0;
+  DeviceTraits traits_;
+  std::int64_t now_ = 0, handAt_ = 0, startsUntil_ = 0;
+  std::optional<std::int64_t> diesAt_;
   bool handMoved_ = false;
   DeviceFault fault_ = DeviceFault::None;
   std::array<std::optional<std::int32_t>, kCommands> told_{};  // the last value of each command

@@ -44,8 +44,9 @@ void GaugeBus::OnFrame(const Frame& frame, std::int64_t nowMs) {
   const Byte address = std::visit([](const auto& f) { return f.gaugeID; }, frame);
   for (const auto& device : devices_) {
     if (device->Id().gaugeID != address || device->Fault() == DeviceFault::Dead) continue;
-    heard = true;
     device->SetNow(nowMs);
+    if (!powered_ || device->Starting()) continue;
+    heard = true;
     if (const auto* change = std::get_if<AddressFrame>(&frame)) {
       device->TakeAddress(change->newGaugeID);
       continue;
@@ -63,6 +64,10 @@ void GaugeBus::OnFrame(const Frame& frame, std::int64_t nowMs) {
 void GaugeBus::Answer(Device& device, std::int64_t nowMs) {
   if (device.Fault() == DeviceFault::Silent) return;
   const Reply reply = device.Answer();
+  if (device.Fault() == DeviceFault::Half) {
+    if (fault_ != LineFault::Silent) ++replies_, write_(ByteView(reply).first(kReplySize / 2));
+    return;
+  }
   if (device.Fault() == DeviceFault::Late) {
     if (waiting_.size() < kMostWaiting) waiting_.push_back({nowMs + kLateMs, reply});
     return;
@@ -93,11 +98,21 @@ void GaugeBus::Transmit(Reply reply, bool garbled) {
 }
 
 void GaugeBus::Tick(std::int64_t nowMs) {
+  for (const auto& device : devices_) device->SetNow(nowMs);
   const auto due = std::stable_partition(waiting_.begin(), waiting_.end(),
                                          [nowMs](const Waiting& w) { return w.dueMs <= nowMs; });
   const std::vector<Waiting> ready(waiting_.begin(), due);
   waiting_.erase(waiting_.begin(), due);
   for (const Waiting& w : ready) Transmit(w.reply, false);
+}
+
+void GaugeBus::SetPower(bool on) {
+  if (on == powered_) return;
+  powered_ = on;
+  Interrupt();
+  for (const auto& device : devices_) {
+    if (on && device->Fault() != DeviceFault::Dead) device->PowerUp();
+  }
 }
 
 void GaugeBus::Interrupt() {

@@ -41,6 +41,9 @@ class GaugeBus {
   // The line was interrupted: a frame that has begun and answers that wait are lost.
   void Interrupt();
 
+  // The power of all instruments. Without it none hears or answers; when it comes on they all start.
+  void SetPower(bool on);
+  bool Powered() const { return powered_; }
   LineFault Fault() const { return fault_; }
   void SetFault(LineFault fault) { fault_ = fault; }
 
@@ -62,6 +65,7 @@ class GaugeBus {
   std::vector<std::unique_ptr<Device>> devices_;
   FrameDecoder decoder_;
   LineFault fault_ = LineFault::None;
+  bool powered_ = true;
   std::vector<Waiting> waiting_;
   std::uint64_t replies_ = 0, polls_ = 0, unheard_ = 0;
   std::uint32_t damage_ = 0;  // walks over the bytes that a damaged answer loses

@@ -12,10 +12,11 @@ class GaugeBusLine final : public HardwareLine {
   explicit GaugeBusLine(std::string link = {}, QObject* parent = nullptr);
   ~GaugeBusLine() override { Unplug(); }
   GaugeBus& Bus() { return bus_; }
+  const GaugeBus& Bus() const { return bus_; }
 
  private:
-  void OnBytes(ByteView bytes, std::int64_t nowMs) override { bus_.OnBytes(bytes, nowMs); }
-  void OnTick(std::int64_t nowMs) override { bus_.Tick(nowMs); }
+  void OnBytes(ByteView bytes, std::int64_t nowNs) override { bus_.OnBytes(bytes, nowNs / kNsPerMs); }
+  void OnTick(std::int64_t nowNs) override { bus_.Tick(nowNs / kNsPerMs); }
   void OnUnplug() override { bus_.Interrupt(); }
 
   GaugeBus bus_;

@@ -1,5 +1,5 @@
 // A piece of hardware on a pseudo-terminal, served by Qt's event loop: it is given what the program writes,
-// and the time.
+// and the time. Between the two lies a serial line, as slow as it is set to be.
 #pragma once
 
 #include <QObject>
@@ -10,6 +10,8 @@
 #include <string>
 
 #include "virtualcockpit/bus/PtyLine.h"
+#include "virtualcockpit/pace/Clock.h"
+#include "virtualcockpit/pace/SerialWire.h"
 
 namespace tvx::vc {
 
@@ -20,8 +22,11 @@ class HardwareLine : public QObject {
   bool Plug();
   // Takes the adapter out: the program at the other end sees a hang-up.
   void Unplug();
+  void SetTraits(const LineTraits& traits) { wire_.SetTraits(traits); }
+  const LineTraits& Traits() const { return wire_.Traits(); }
 
   const PtyLine& Line() const { return line_; }
+  bool Plugged() const { return line_.Plugged(); }
   // Where a program finds the line: the link, or the device where there is no link.
   std::string Path() const { return line_.Link().empty() ? line_.Device() : line_.Link(); }
 
@@ -30,19 +35,27 @@ class HardwareLine : public QObject {
   enum class Unplugged { Stands, GoesOn };
   // `link` as for PtyLine::Plug. The line starts unplugged. Whoever derives unplugs in its destructor.
   HardwareLine(std::string link, int tickMs, Unplugged unplugged, QObject* parent);
-  void Write(ByteView bytes) { line_.Write(bytes); }
+  // Sends, at the moment of the bytes that are just being taken, otherwise now.
+  void Write(ByteView bytes);
+  std::int64_t NowNs() const { return clock_.NowNs(); }
 
-  virtual void OnBytes(ByteView bytes, std::int64_t nowMs) = 0;
-  virtual void OnTick(std::int64_t nowMs) = 0;
+  // Times never run backwards from one call to the next.
+  virtual void OnBytes(ByteView bytes, std::int64_t nowNs) = 0;
+  virtual void OnTick(std::int64_t nowNs) = 0;
   virtual void OnUnplug() {}
 
  private:
   void ReadAll();
+  // Lets happen what is due, and comes back when something is due again.
+  void Serve();
 
   std::string link_;
   Unplugged unplugged_;
+  SystemClock clock_;
   PtyLine line_;
-  QTimer timer_;
+  SerialWire wire_;
+  std::optional<std::int64_t> taking_;  // the moment of the bytes that the hardware is taking
+  QTimer timer_, wireTimer_;
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 

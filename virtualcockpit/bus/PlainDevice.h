@@ -16,6 +16,7 @@ class PlainDevice : public Device {
   }
 
  protected:
+  void StartAnew() override { values_ = {}; }
   void OnCommand(int command, std::int32_t value) override {
     values_[static_cast<std::size_t>(command % kCommands)] = value;
   }

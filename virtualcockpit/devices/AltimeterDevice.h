@@ -19,6 +19,7 @@ class AltimeterDevice : public Device {
   int WaitingClicks() const { return clicks_; }
 
  protected:
+  void StartAnew() override { feet_ = pressure_ = clicks_ = 0; }
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

@@ -22,6 +22,7 @@ class AudioDevice : public Device {
   void TurnVolume(int clicks);
 
  protected:
+  void StartAnew() override { markers_ = 0; }  // the buttons stay pressed
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

@@ -19,6 +19,13 @@ constexpr int kHighest = 50000, kFastest = 6000, kFullTrim = 16000;
 
 }  // namespace
 
+void AutopilotDevice::StartAnew() {
+  lamps_ = 0;
+  altitude_ = verticalSpeed_ = trim_ = 0;
+  pressed_ = 0;
+  altitudeTurned_ = speedTurned_ = false;
+}
+
 void AutopilotDevice::OnCommand(int number, std::int32_t value) {
   if (number == command::kLamps) lamps_ = static_cast<std::uint32_t>(std::max(value, 0));
   if (number == command::kAltitude && !HandRules()) altitude_ = std::clamp(value, 0, kHighest);

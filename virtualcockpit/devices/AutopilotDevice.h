@@ -23,6 +23,7 @@ class AutopilotDevice : public Device {
   void TurnVerticalSpeed(int clicks);  // 100 ft/min each, -6000..6000
 
  protected:
+  void StartAnew() override;
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

@@ -26,6 +26,11 @@ int SecondsOf(std::int32_t value) {
 
 }  // namespace
 
+void ClockDevice::StartAnew() {
+  utc_ = local_ = temperature_ = voltage_ = 0;
+  offset_ = year_ = monthDay_ = 0;
+}
+
 void ClockDevice::OnCommand(int number, std::int32_t value) {
   if (number == command::kUtc) utc_ = SecondsOf(value);
   if (number == command::kLocal) local_ = SecondsOf(value);

@@ -26,6 +26,7 @@ class ClockDevice : public Device {
   void TurnMinutes(int minutes);
 
  protected:
+  void StartAnew() override;
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

@@ -17,6 +17,10 @@ class AttitudeDevice : public Device {
   bool Told() const { return told_; }
 
  protected:
+  void StartAnew() override {
+    pitch_ = bank_ = 0;
+    told_ = false;
+  }
   void OnCommand(int command, std::int32_t value) override;
 
  private:
@@ -36,6 +40,7 @@ class HeadingDevice : public Device {
   void TurnGyro(int clicks);
 
  protected:
+  void StartAnew() override { disc_ = bug_ = gyro_ = 0; }
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 
@@ -54,6 +59,7 @@ class AdfDevice : public Device {
   int KnobDegrees() const { return knob_; }
 
  protected:
+  void StartAnew() override { pointer_ = card_ = 0; }  // the knob stands where it stands
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 
@@ -71,6 +77,10 @@ class RmiDevice : public Device {
   const std::optional<std::int32_t>& Distance() const { return distance_; }  // tenths of a nautical mile
 
  protected:
+  void StartAnew() override {
+    card_ = pointer1_ = pointer2_ = 0;
+    distance_.reset();
+  }
   void OnCommand(int command, std::int32_t value) override;
 
  private:

@@ -21,6 +21,13 @@ constexpr int kLargestFrequency = 65535;
 
 }  // namespace
 
+// The selectors stay where they stand.
+void DmeDevice::StartAnew() {
+  distance_ = speed_ = minutes_ = 0;
+  received_ = setByHand_ = false;
+  toldSource_ = frequency_ = 0;
+}
+
 void DmeDevice::OnCommand(int number, std::int32_t value) {
   if (number == command::kDistance) distance_ = std::max(value, 0);
   if (number == command::kSpeed) speed_ = std::max(value, 0);

@@ -29,6 +29,7 @@ class DmeDevice : public Device {
   void TurnFine(int clicks);
 
  protected:
+  void StartAnew() override;
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

@@ -30,6 +30,11 @@ class IOModuleDevice : public Device {
   }
 
  protected:
+  void StartAnew() override {
+    lamps_ = 0;
+    number_ = 0;
+    brightness_ = kBrightest;
+  }
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

@@ -16,6 +16,12 @@ int Position(std::int32_t value) {
 
 }  // namespace
 
+void NeedleDevice::StartAnew() {
+  first_ = second_ = 0;
+  display_ = 0;
+  displayControl_ = 0;
+}
+
 void NeedleDevice::OnCommand(int number, std::int32_t value) {
   const bool housing = IsCluster();
   if (number == (housing ? command::kHousingFirst : command::kFirst)) {

@@ -28,6 +28,7 @@ class NeedleDevice : public Device {
   }
 
  protected:
+  void StartAnew() override;
   void OnCommand(int command, std::int32_t value) override;
 
  private:

@@ -31,6 +31,7 @@ class RadioDevice : public Device {
   void TurnFine(int clicks);
 
  protected:
+  void StartAnew() override { pair_.active = pair_.standby = 0; }
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 
@@ -49,6 +50,7 @@ class ComNavDevice : public Device {
   void TurnFine(int number, int clicks);
 
  protected:
+  void StartAnew() override {}  // it has a memory of its own
   void OnCommand(int, std::int32_t) override {}
   void FillReply(Reply& reply) override;
 

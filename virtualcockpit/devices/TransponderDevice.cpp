@@ -39,6 +39,14 @@ constexpr std::array kKeyedKnob = {Mode::Off, Mode::Standby, Mode::Test, Mode::O
 
 }  // namespace
 
+// The mode knob stays where it stands.
+void TransponderDevice::StartAnew() {
+  code_ = 0;
+  ident_ = false;
+  typed_.clear();
+  flightLevel_ = secondCode_ = 0;
+}
+
 void TransponderDevice::OnCommand(int number, std::int32_t value) {
   if (number == command::kCode && IsCode(value) && !HandRules()) code_ = value;
   if (number == kFlightLevelCommand && HasKeys()) flightLevel_ = value;

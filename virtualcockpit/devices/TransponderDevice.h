@@ -39,6 +39,7 @@ class TransponderDevice : public Device {
   }
 
  protected:
+  void StartAnew() override;
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

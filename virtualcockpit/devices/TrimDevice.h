@@ -16,6 +16,7 @@ class TrimDevice : public Device {
   void TurnByHand(int clicks);
 
  protected:
+  void StartAnew() override { resists_ = byHand_ = false; }  // the wheel stays where it is
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

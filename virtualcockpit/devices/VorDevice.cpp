@@ -22,6 +22,13 @@ constexpr int kFirstCourse = 240, kSecondCourse = 60;  // of the stand-in simula
 VorDevice::VorDevice(const Identity& identity)
     : Device(identity), knob_(identity.type == gaugetype::kVor2 ? kSecondCourse : kFirstCourse) {}
 
+// The knob stays where it stands.
+void VorDevice::StartAnew() {
+  course_ = glide_ = 0;
+  flag_ = ToFrom::Off;
+  glideFlag_ = true;
+}
+
 void VorDevice::OnCommand(int number, std::int32_t value) {
   if (number == command::kCourse) course_ = std::clamp(value, 0, kNeedleSpan);
   if (number == command::kGlide) glide_ = std::clamp(value, 0, kNeedleSpan);

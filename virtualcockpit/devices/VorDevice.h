@@ -25,6 +25,7 @@ class VorDevice : public Device {
   void TurnKnob(int degrees);
 
  protected:
+  void StartAnew() override;
   void OnCommand(int command, std::int32_t value) override;
   void FillReply(Reply& reply) override;
 

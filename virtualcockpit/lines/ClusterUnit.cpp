@@ -25,6 +25,12 @@ bool BeginsFrame(Byte byte) {
 
 }  // namespace
 
+void ClusterUnit::StartAnew() {
+  needles_.fill(0);
+  lighting_ = oneShot_ = 0;
+  sweepStartMs_ = -1;
+}
+
 int ClusterUnit::Needle(int index) const {
   if (!Sweeping()) return needles_[static_cast<std::size_t>(index)];
   // Up to the stop and down again.

@@ -16,7 +16,7 @@ class ClusterUnit : public Unit {
   int Needle(int index) const;
   bool Sweeping() const { return sweepStartMs_ >= 0; }
   bool Lit() const { return (lighting_ & kLitBit) != 0 || (oneShot_ & kLitBit) != 0; }
-  bool Powered() const { return (lighting_ & kPowerBit) != 0; }
+  bool BusPowered() const { return (lighting_ & kPowerBit) != 0; }
   std::uint64_t Sweeps() const { return sweeps_; }
   std::uint64_t Resets() const { return resets_; }
   std::string Words() const override;
@@ -25,6 +25,7 @@ class ClusterUnit : public Unit {
   void OnBytes(ByteView bytes) override;
   void OnTick(std::int64_t nowMs) override;
   void OnInterrupt() override { length_ = 0; }
+  void StartAnew() override;
 
  private:
   static constexpr std::size_t kFrame = 40;

@@ -41,6 +41,12 @@ void IOModuleUnit::Click(int first, bool clockwise) {
   SetSwitch(half, false);
 }
 
+void IOModuleUnit::StartAnew() {
+  lamps_ = 0;
+  lampTest_ = brightness_ = 0;
+  debounce_.fill(0);
+}
+
 bool IOModuleUnit::Lamp(int index) const {
   return (lamps_ >> index & 1) != 0 || lampTest_ == kAll || lampTest_ == index + 1;
 }

@@ -32,6 +32,7 @@ class IOModuleUnit : public Unit {
  protected:
   void OnBytes(ByteView bytes) override;
   void OnInterrupt() override { decoder_.Reset(); }
+  void StartAnew() override;
 
  private:
   void OnCommand(int number, std::int32_t value);

@@ -5,13 +5,27 @@
 namespace tvx::vc {
 
 void Unit::SetFault(DeviceFault fault) {
+  const bool comesOn = fault_ == DeviceFault::Dead && fault != DeviceFault::Dead && power_;
   fault_ = fault;
   Changed();
+  if (comesOn) ComeOn();
+}
+
+void Unit::SetPower(bool on) {
+  const bool comesOn = on && !power_ && fault_ != DeviceFault::Dead;
+  power_ = on;
+  Changed();
+  if (comesOn) ComeOn();
+}
+
+void Unit::ComeOn() {
+  Interrupt();
+  if (traits_.startsAnew) StartAnew();
 }
 
 void Unit::Receive(ByteView bytes, std::int64_t nowMs) {
   nowMs_ = nowMs;
-  if (fault_ != DeviceFault::Dead) OnBytes(bytes);
+  if (Powered()) OnBytes(bytes);
 }
 
 void Unit::Tick(std::int64_t nowMs) {
@@ -30,6 +44,7 @@ void Unit::Interrupt() {
 }
 
 void Unit::Answer(std::vector<Byte> bytes) {
+  if (!power_) return;
   switch (fault_) {
     case DeviceFault::Silent:
     case DeviceFault::Dead:
@@ -40,6 +55,9 @@ void Unit::Answer(std::vector<Byte> bytes) {
     case DeviceFault::Garbled:
       // Now its first byte, now its last, now one between.
       bytes[damage_++ % 3 * (bytes.size() - 1) / 2] ^= 0x5A;
+      break;
+    case DeviceFault::Half:
+      bytes.resize(bytes.size() / 2);
       break;
     case DeviceFault::Duplicate:
       Transmit(bytes);

@@ -27,7 +27,12 @@ class Unit {
   void Interrupt();
 
   DeviceFault Fault() const { return fault_; }
+  // The end of DeviceFault::Dead is power coming on.
   void SetFault(DeviceFault fault);
+  // Its power; when it comes on the unit shows zero until it is told, if its traits say so.
+  void SetPower(bool on);
+  bool Powered() const { return power_ && fault_ != DeviceFault::Dead; }
+  void SetTraits(const DeviceTraits& traits) { traits_ = traits; }
   // Rises with everything that is to be seen.
   std::uint64_t Changes() const { return changes_; }
   std::uint64_t Frames() const { return frames_; }    // understood
@@ -39,6 +44,8 @@ class Unit {
   virtual void OnBytes(ByteView bytes) = 0;
   virtual void OnTick(std::int64_t) {}
   virtual void OnInterrupt() = 0;
+  // Shows zero; switches and axes stay as they stand.
+  virtual void StartAnew() = 0;
   // Sends, as far as the fault lets it.
   void Answer(std::vector<Byte> bytes);
   void Changed() { ++changes_; }
@@ -51,9 +58,12 @@ class Unit {
     std::vector<Byte> bytes;
   };
   void Transmit(const std::vector<Byte>& bytes);
+  void ComeOn();
 
   Write write_;
   DeviceFault fault_ = DeviceFault::None;
+  DeviceTraits traits_;
+  bool power_ = true;
   std::vector<Waiting> waiting_;
   std::int64_t nowMs_ = 0;
   std::uint64_t changes_ = 0, frames_ = 0, answers_ = 0;

@@ -15,8 +15,8 @@ class UnitLine final : public HardwareLine {
   Unit& Hardware() { return unit_; }
 
  private:
-  void OnBytes(ByteView bytes, std::int64_t nowMs) override { unit_.Receive(bytes, nowMs); }
-  void OnTick(std::int64_t nowMs) override { unit_.Tick(nowMs); }
+  void OnBytes(ByteView bytes, std::int64_t nowNs) override { unit_.Receive(bytes, nowNs / kNsPerMs); }
+  void OnTick(std::int64_t nowNs) override { unit_.Tick(nowNs / kNsPerMs); }
   void OnUnplug() override { unit_.Interrupt(); }
 
   Unit& unit_;

@@ -55,7 +55,8 @@ void ClusterWidget::DrawBack(QPainter& painter) {
 }
 
 void ClusterWidget::Draw(QPainter& painter, const QRectF& within) {
-  painter.setPen(QPen(cluster_.Powered() ? QColor(Qt::white) : theme::kDim, 3, Qt::SolidLine, Qt::RoundCap));
+  painter.setPen(
+      QPen(cluster_.BusPowered() ? QColor(Qt::white) : theme::kDim, 3, Qt::SolidLine, Qt::RoundCap));
   for (std::size_t i = 0; i < dials_.size(); ++i) {
     const Place place = PlaceOf(i);
     if (!within.intersects(place.Area())) continue;
@@ -68,7 +69,7 @@ void ClusterWidget::Draw(QPainter& painter, const QRectF& within) {
 }
 
 QRegion ClusterWidget::TakeChanges() {
-  const bool power = Renew(powered_, cluster_.Powered());
+  const bool power = Renew(powered_, cluster_.BusPowered());
   QRegion changed;
   for (std::size_t i = 0; i < dials_.size(); ++i) {
     const bool moved = Renew(dials_[i].shown, cluster_.Needle(dials_[i].needle));

@@ -20,7 +20,7 @@ QString Utf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QString Clock(double seconds) {
+QString MinutesText(double seconds) {
   const int whole = static_cast<int>(seconds);
   return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
@@ -49,11 +49,12 @@ void Show(QLabel& label, const QString& text, const QColor& colour = theme::kTex
 
 }  // namespace
 
-PanelWindow::PanelWindow(Cockpit& cockpit, QWidget* parent)
+PanelWindow::PanelWindow(Cockpit& cockpit, std::function<void(const Traits&)> onYokes, QWidget* parent)
     : QWidget(parent),
       cockpit_(cockpit),
       panel_(new InstrumentPanel(this)),
-      shelf_(new UnitShelf(cockpit, this)) {
+      shelf_(new UnitShelf(cockpit, this)),
+      behaviour_(new BehaviourPanel(cockpit, std::move(onYokes), this)) {
   setObjectName(QStringLiteral("virtualCockpit"));
   setAttribute(Qt::WA_StyledBackground);
   setWindowTitle(QStringLiteral("Virtual cockpit"));
@@ -155,6 +156,12 @@ void PanelWindow::BuildStrip(QVBoxLayout& strip) {
     comboLineFault_->addItem(QStringLiteral("Line: %1").arg(Utf8(FaultText(fault))), static_cast<int>(fault));
   }
   strip.addWidget(comboLineFault_);
+  AddTitle(strip, QStringLiteral("Behaviour"));
+  labelBehaviour_ = AddLabel(strip, "labelBehaviour");
+  cmdBehaviour_ = AddButton("cmdBehaviour", QStringLiteral("&Behaviour and faults..."));
+  cmdBehaviour_->setToolTip(
+      QStringLiteral("How slow the lines are, what the network loses, whose power is off"));
+  strip.addWidget(cmdBehaviour_);
   strip.addStretch(1);
   labelNotice_ = AddLabel(strip, "labelNotice");
   Show(*labelNotice_,
@@ -189,6 +196,11 @@ void PanelWindow::Connect() {
   connect(comboLineFault_, &QComboBox::currentIndexChanged, this, [this] {
     cockpit_.Gauges().SetFault(static_cast<LineFault>(comboLineFault_->currentData().toInt()));
   });
+  connect(cmdBehaviour_, &QPushButton::clicked, this, [this] {
+    behaviour_->Show();
+    behaviour_->show();
+    behaviour_->raise();
+  });
   frameTimer_.setInterval(kFrameMs);
   stateTimer_.setInterval(kStateMs);
   connect(&frameTimer_, &QTimer::timeout, this, [this] { Frame(); });
@@ -205,6 +217,7 @@ void PanelWindow::Frame() {
 void PanelWindow::ShowState() {
   ShowSimulator();
   ShowBus();
+  ShowBehaviour();
   stateClock_.restart();
 }
 
@@ -224,11 +237,13 @@ void PanelWindow::ShowSimulator() {
   Show(*labelPhase_, Utf8(state.phase));
   Show(*labelFlight_,
        QStringLiteral("%1 of %2%3")
-           .arg(Clock(state.time), Clock(Flight::kSeconds),
+           .arg(MinutesText(state.time), MinutesText(Flight::kSeconds),
                 sim.Paused() ? QStringLiteral(", paused") : QString()),
        sim.Paused() ? theme::kAmber : theme::kDim);
   const bool failed = !service.LastError().empty();
-  if (service.Present()) {
+  if (service.Present() && service.Loading()) {
+    Show(*labelSimulator_, QStringLiteral("Loads an aircraft"), theme::kAmber);
+  } else if (service.Present()) {
     Show(*labelSimulator_, QStringLiteral("On, listens on port %1").arg(service.Port()), theme::kGood);
   } else {
     Show(*labelSimulator_,
@@ -238,6 +253,12 @@ void PanelWindow::ShowSimulator() {
   }
   QString client = QStringLiteral("Nobody has asked for data yet");
   if (sim.Client()) client = QStringLiteral("Client ") + QString::fromStdString(PeerText(*sim.Client()));
+  const DataOutput& output = sim.Output();
+  if (!output.toWhoeverSelects) {
+    client += output.enabled && output.target
+                  ? QStringLiteral("\nData output to ") + QString::fromStdString(PeerText(*output.target))
+                  : QStringLiteral("\nData output is off");
+  }
   Show(*labelClient_, client, sim.Client() ? theme::kText : theme::kDim);
   Show(*labelTraffic_,
        QStringLiteral("%1 data groups, %2 datarefs\n%3 datagrams/s out, %4 in")
@@ -251,6 +272,17 @@ void PanelWindow::ShowSimulator() {
   cmdPause_->setText(sim.Paused() ? QStringLiteral("&Go on") : QStringLiteral("&Pause"));
   cmdSimulator_->setText(service.Present() ? QStringLiteral("&Switch the simulator off")
                                            : QStringLiteral("&Switch the simulator on"));
+}
+
+void PanelWindow::ShowBehaviour() {
+  const Traits& traits = cockpit_.Traits();
+  const QString words = traits == Traits::Real()   ? QStringLiteral("As the real thing")
+                        : traits == Traits::Easy() ? QStringLiteral("Easy: instant and forgiving")
+                                                   : QStringLiteral("Own settings");
+  const bool powered = cockpit_.Powered();
+  Show(*labelBehaviour_, powered ? words : words + QStringLiteral("\nThe instruments have no power"),
+       powered ? theme::kText : theme::kTrouble);
+  if (behaviour_->isVisible()) behaviour_->Show();
 }
 
 void PanelWindow::ShowBus() {
@@ -304,7 +336,7 @@ QString PanelWindow::Words() const {
   }
   if (!units.isEmpty()) lines << units.join(QStringLiteral("; "));
   return QStringLiteral("%1 %2: %3")
-      .arg(Clock(state.time), Utf8(state.phase), lines.join(QStringLiteral("\n      ")));
+      .arg(MinutesText(state.time), Utf8(state.phase), lines.join(QStringLiteral("\n      ")));
 }
 
 void PanelWindow::SetNotice(const QString& text) {

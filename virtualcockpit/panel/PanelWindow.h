@@ -11,6 +11,7 @@
 #include <QWidget>
 
 #include "virtualcockpit/Cockpit.h"
+#include "virtualcockpit/panel/BehaviourPanel.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
 #include "virtualcockpit/panel/UnitShelf.h"
 
@@ -19,7 +20,9 @@ namespace tvx::vc {
 class PanelWindow : public QWidget {
   Q_OBJECT
  public:
-  explicit PanelWindow(Cockpit& cockpit, QWidget* parent = nullptr);
+  // `onYokes` is told when settings change that concern the yokes; empty where there are none.
+  explicit PanelWindow(Cockpit& cockpit, std::function<void(const Traits&)> onYokes = {},
+                       QWidget* parent = nullptr);
 
   InstrumentPanel& Panel() { return *panel_; }
   // Plain words in one to three lines: the flight, and what the most telling instruments show.
@@ -39,13 +42,15 @@ class PanelWindow : public QWidget {
   int PerSecond(std::uint64_t now, std::uint64_t& last) const;
   void ShowSimulator();
   void ShowBus();
+  void ShowBehaviour();
 
   Cockpit& cockpit_;
   InstrumentPanel* panel_;
   UnitShelf* shelf_;
+  BehaviourPanel* behaviour_;
   QLabel *labelPhase_, *labelFlight_, *labelSimulator_, *labelClient_, *labelTraffic_;
-  QLabel *labelBus_, *labelBusPath_, *labelBusTraffic_, *labelNotice_;
-  QPushButton *cmdPause_, *cmdRestart_, *cmdSimulator_, *cmdAdapter_;
+  QLabel *labelBus_, *labelBusPath_, *labelBusTraffic_, *labelNotice_, *labelBehaviour_;
+  QPushButton *cmdPause_, *cmdRestart_, *cmdSimulator_, *cmdAdapter_, *cmdBehaviour_;
   QComboBox *comboSpeed_, *comboLineFault_;
   QTimer frameTimer_, stateTimer_;
   QElapsedTimer frameClock_, stateClock_;

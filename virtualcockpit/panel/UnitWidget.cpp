@@ -4,10 +4,16 @@
 #include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTimer>
 
 #include "virtualcockpit/widgets/Theme.h"
 
 namespace tvx::vc {
+namespace {
+
+constexpr int kOffMs = 1000;
+
+}  // namespace
 
 UnitWidget::UnitWidget(UnitLine& line, QString caption, QWidget* parent)
     : QWidget(parent), line_(line), caption_(std::move(caption)) {
@@ -77,6 +83,10 @@ void UnitWidget::contextMenuEvent(QContextMenuEvent* event) {
     connect(action, &QAction::triggered, this, [this, fault] { line_.Hardware().SetFault(fault); });
   }
   menu.addSeparator();
+  connect(menu.addAction(tr("Switch off and on again")), &QAction::triggered, this, [this] {
+    line_.Hardware().SetFault(DeviceFault::Dead);
+    QTimer::singleShot(kOffMs, this, [this] { line_.Hardware().SetFault(DeviceFault::None); });
+  });
   const bool plugged = line_.Line().Plugged();
   connect(menu.addAction(plugged ? tr("Unplug the adapter") : tr("Plug the adapter in")), &QAction::triggered,
           this, [this, plugged] {

@@ -23,6 +23,8 @@ class DataGroups {
   // Writes one value (slot 0..7): into the named value that feeds it, otherwise into the group itself, where
   // it stays. False for a place that does not exist or that the flight alone decides.
   bool Write(int group, int slot, double value);
+  // Forgets the values that stand in the groups themselves.
+  void Reset() { written_.clear(); }
 
  private:
   struct Feed {

@@ -39,7 +39,7 @@ DatarefStore::DatarefStore() {
     entry.member = row.member;
     entry.scale = row.scale;
     entry.source = row.source;
-    entry.value = row.member ? 0 : row.scale;
+    entry.value = entry.first = row.member ? 0 : row.scale;
     Add(std::string(row.name), entry);
   }
   for (const TwinRow& row : BuiltInTwins()) {
@@ -62,6 +62,27 @@ int DatarefStore::Add(std::string name, const Entry& entry) {
 }
 
 int DatarefStore::Find(std::string_view name) {
+  const int place = PlaceOf(name);
+  return place == kNone || !Present(place) ? kNone : place;
+}
+
+void DatarefStore::SetPresent(std::string_view name, bool present) {
+  const int place = PlaceOf(name);
+  if (place != kNone) entries_[static_cast<std::size_t>(place)].present = present;
+}
+
+void DatarefStore::MakeAllPresent() {
+  for (Entry& entry : entries_) entry.present = true;
+}
+
+void DatarefStore::Reset() {
+  for (Entry& entry : entries_) {
+    entry.written = false;
+    if (!entry.member) entry.value = entry.first;
+  }
+}
+
+int DatarefStore::PlaceOf(std::string_view name) {
   if (!Usable(name)) return kNone;
   if (const auto found = places_.find(std::string(name)); found != places_.end()) return found->second;
   const auto element = SplitElement(name);
@@ -69,14 +90,18 @@ int DatarefStore::Find(std::string_view name) {
     const auto first = places_.find(std::string(name) + "[0]");
     return first == places_.end() ? kNone : first->second;
   }
-  const std::string first = std::string(element->array) + "[0]";
-  if (!places_.contains(first)) return kNone;
-  return Add(std::string(name), Entry{});
+  const auto first = places_.find(std::string(element->array) + "[0]");
+  if (first == places_.end()) return kNone;
+  Entry entry;
+  entry.defined = entries_[static_cast<std::size_t>(first->second)].defined;
+  return Add(std::string(name), entry);
 }
 
 void DatarefStore::Define(std::string_view name) {
-  if (!Usable(name) || Find(name) != kNone) return;
-  Add(std::string(name), Entry{});
+  if (!Usable(name) || PlaceOf(name) != kNone) return;
+  Entry entry;
+  entry.defined = true;
+  Add(std::string(name), entry);
 }
 
 double DatarefStore::TwinValue(const Entry& entry) {

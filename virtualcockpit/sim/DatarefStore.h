@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "virtualcockpit/sim/FlightState.h"
+#include "virtualcockpit/sim/flight/FlightState.h"
 
 namespace tvx::vc {
 
@@ -36,8 +36,23 @@ class DatarefStore {
   // The value's place, or kNone. An array's name without a number is its first element; an element that the
   // table does not name exists when the array does, as a free zero. Never throws on a strange name.
   int Find(std::string_view name);
+  // The same for a name that does not exist just now.
+  int PlaceOf(std::string_view name);
   // Makes a name known as a free zero where it is not known yet. An empty or overlong name is not taken.
   void Define(std::string_view name);
+  // Whether the names that were defined exist beside the built-in ones; true at first.
+  void SetDefinedExist(bool exist) { definedExist_ = exist; }
+
+  // Whether a name exists now; one that does not is not found, and keeps its value. An unknown name is left
+  // alone.
+  void SetPresent(std::string_view name, bool present);
+  bool Present(int place) const {
+    const Entry& entry = entries_[static_cast<std::size_t>(place)];
+    return entry.present && (definedExist_ || !entry.defined);
+  }
+  void MakeAllPresent();
+  // Every value as it was at first.
+  void Reset();
 
   double Value(int place) const { return entries_[static_cast<std::size_t>(place)].value; }
   // True when the value was taken; NaN and infinities are refused too.
@@ -58,6 +73,8 @@ class DatarefStore {
     Source source = Source::Free;
     double value = 0;
     bool written = false;
+    bool present = true, defined = false;
+    double first = 0;      // the value of a free one at first
     int twin = kNone;      // the place of the same value's other name
     double twinScale = 1;  // the other's value is this one's times it
   };
@@ -65,6 +82,7 @@ class DatarefStore {
   static double TwinValue(const Entry& entry);
 
   std::vector<Entry> entries_;
+  bool definedExist_ = true;
   std::unordered_map<std::string, int> places_;
 };
 

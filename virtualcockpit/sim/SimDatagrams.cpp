@@ -7,6 +7,8 @@ namespace tvx::vc {
 namespace {
 
 constexpr std::size_t kHeader = 5;
+constexpr std::size_t kOutputTargetSize = 37;
+constexpr std::int32_t kDataOutput = 64;  // the kind of target that an ISE4 sets
 constexpr std::size_t kGroupSize = 4 + 4 * kGroupValues;
 
 std::uint32_t U32(ByteView bytes, std::size_t at) {
@@ -79,6 +81,10 @@ void PutHeader(std::vector<Byte>& out, std::string_view header) {
 void PutU32(std::vector<Byte>& out, std::uint32_t value) {
   for (int i = 0; i < 4; ++i) out.push_back(static_cast<Byte>(value >> (8 * i)));
 }
+void PutU16(std::vector<Byte>& out, std::uint16_t value) {
+  out.push_back(static_cast<Byte>(value & 0xFF));
+  out.push_back(static_cast<Byte>(value >> 8));
+}
 void PutF32(std::vector<Byte>& out, float value) {
   PutU32(out, std::bit_cast<std::uint32_t>(value));
 }
@@ -104,7 +110,29 @@ Request ParseRequest(ByteView datagram) {
   if (tag == "RREF" && datagram.size() == kSubscribeSize) {
     return SubscribeRequest{I32(datagram, 5), I32(datagram, 9), Text(datagram.subspan(13))};
   }
+  if (tag == "ISE4" && datagram.size() == kOutputTargetSize && I32(datagram, kHeader) == kDataOutput) {
+    return OutputTargetRequest{Text(datagram.subspan(9, 16)), Text(datagram.subspan(25, 8)),
+                               I32(datagram, 33) != 0};
+  }
   return UnknownRequest{};
+}
+
+std::vector<Byte> BuildBeacon(std::int32_t version, std::uint16_t port, std::string_view name) {
+  constexpr Byte kMajor = 1, kMinor = 2;
+  constexpr std::uint32_t kIsXPlane = 1, kMaster = 1;
+  constexpr std::uint16_t kRakNetPort = 49010;
+  std::vector<Byte> out;
+  PutHeader(out, std::string_view("BECN\0", kHeader));
+  out.push_back(kMajor);
+  out.push_back(kMinor);
+  PutU32(out, kIsXPlane);
+  PutU32(out, static_cast<std::uint32_t>(version));
+  PutU32(out, kMaster);
+  PutU16(out, port);
+  out.insert(out.end(), name.begin(), name.end());
+  out.push_back(0);
+  PutU16(out, kRakNetPort);
+  return out;
 }
 
 std::vector<Byte> BuildData(std::span<const GroupValues> groups) {

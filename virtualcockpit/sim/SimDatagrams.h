@@ -48,10 +48,15 @@ struct SubscribeRequest {
   std::int32_t index;
   std::string_view name;  // points into the datagram
 };
+// ISE4: where the data groups go.
+struct OutputTargetRequest {
+  std::string_view address, port;  // texts; they point into the datagram
+  bool enable;
+};
 struct UnknownRequest {};
 
 using Request = std::variant<UnknownRequest, SelectRequest, WriteGroupsRequest, CharacterRequest,
-                             CommandRequest, WriteDatarefRequest, SubscribeRequest>;
+                             CommandRequest, WriteDatarefRequest, SubscribeRequest, OutputTargetRequest>;
 
 // What a client's datagram asks for. Anything that is not exactly a known request is UnknownRequest.
 Request ParseRequest(ByteView datagram);
@@ -62,6 +67,9 @@ struct GroupValues {
 };
 // "DATA*" with the groups, at most kGroupsPerDatagram of them.
 std::vector<Byte> BuildData(std::span<const GroupValues> groups);
+
+// "BECN": a simulator of that version, the only one there, takes requests on `port` of the computer `name`.
+std::vector<Byte> BuildBeacon(std::int32_t version, std::uint16_t port, std::string_view name);
 
 struct IndexedValue {
   std::int32_t index;

@@ -1,6 +1,7 @@
 #include "virtualcockpit/sim/Simulator.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 namespace tvx::vc {
@@ -14,13 +15,21 @@ constexpr std::string_view kBarometer = "sim/cockpit2/gauges/actuators/barometer
 constexpr std::string_view kCourse1 = "sim/cockpit/radios/nav1_obs_degm";
 constexpr std::string_view kCourse2 = "sim/cockpit/radios/nav2_obs_degm";
 constexpr std::string_view kPaused = "sim/time/paused";
+constexpr std::string_view kDataRate = "sim/network/dataout/network_data_rate";
+constexpr std::string_view kOutputBoxes = "sim/network/dataout/data_to_internet[";
+constexpr double kSecondMs = 1000;
+constexpr double kSlowestRate = 1, kFastestRate = 99;  // of the data groups, a second
+
+// Whether it is the turn of something that comes every `periodMs`. The next turn is counted from this one,
+// but what came too late is not made up for.
+bool TakeTurn(double& dueMs, double periodMs, std::int64_t nowMs) {
+  const auto now = static_cast<double>(nowMs);
+  if (now < dueMs) return false;
+  dueMs = dueMs == 0 || dueMs + periodMs < now ? now + periodMs : dueMs + periodMs;
+  return true;
+}
 
 }  // namespace
-
-std::string PeerText(const Peer& peer) {
-  const auto part = [&peer](int shift) { return std::to_string((peer.address >> shift) & 0xFF); };
-  return part(24) + "." + part(16) + "." + part(8) + "." + part(0) + ":" + std::to_string(peer.port);
-}
 
 void Simulator::OnDatagram(ByteView datagram, const Peer& from) {
   ++counters_.received;
@@ -32,20 +41,44 @@ void Simulator::On(const UnknownRequest&, const Peer&) {
   ++counters_.unknown;
 }
 
+void Simulator::Select(std::int32_t group, bool select) {
+  if (group < 0 || group >= kDataGroups) {
+    ++counters_.refused;
+    return;
+  }
+  ++counters_.selections;
+  if (select) {
+    selected_.insert(group);
+  } else {
+    selected_.erase(group);
+  }
+}
+
 void Simulator::On(const SelectRequest& request, const Peer& from) {
   if (request.select) client_ = from;
-  for (const std::int32_t group : request.groups) {
-    if (group < 0 || group >= kDataGroups) {
-      ++counters_.refused;
-      continue;
-    }
-    ++counters_.selections;
-    if (request.select) {
-      selected_.insert(group);
-    } else {
-      selected_.erase(group);
-    }
+  for (const std::int32_t group : request.groups) Select(group, request.select);
+}
+
+void Simulator::On(const OutputTargetRequest& request, const Peer&) {
+  const auto target = PeerOf(request.address, request.port);
+  if (!target) {
+    ++counters_.refused;
+    return;
   }
+  output_.target = target;
+  output_.enabled = request.enable;
+}
+
+// The screen's boxes can be ticked by name: "...data_to_internet[17]".
+bool Simulator::WriteOutputSelection(std::string_view name, float value) {
+  if (!name.starts_with(kOutputBoxes) || !name.ends_with(']')) return false;
+  name.remove_prefix(kOutputBoxes.size());
+  name.remove_suffix(1);
+  int group = -1;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), group);
+  if (error != std::errc() || end != name.data() + name.size()) return false;
+  Select(group, value != 0);
+  return true;
 }
 
 void Simulator::On(const WriteGroupsRequest& request, const Peer&) {
@@ -74,6 +107,7 @@ void Simulator::On(const CommandRequest& request, const Peer&) {
 void Simulator::On(const WriteDatarefRequest& request, const Peer&) {
   ++counters_.datarefWrites;
   lastDatarefWrite_ = {std::string(request.name.substr(0, kLongestText)), request.value};
+  if (WriteOutputSelection(request.name, request.value)) return;
   const int place = store_.Find(request.name);
   if (place == DatarefStore::kNone || !store_.Write(place, static_cast<double>(request.value))) {
     ++counters_.refused;
@@ -95,8 +129,8 @@ void Simulator::On(const SubscribeRequest& request, const Peer& from) {
   }
   ++counters_.subscriptions;
   Cancel(from, request.index);
-  const int frequency = std::min(request.frequency, kTicksPerSecond);
-  const Subscription subscription{from, request.index, place, frequency, kTicksPerSecond - frequency};
+  const Subscription subscription{
+      from, request.index, place, std::string(request.name), kSecondMs / request.frequency, 0};
   const auto after = std::upper_bound(subscriptions_.begin(), subscriptions_.end(), from,
                                       [](const Peer& p, const Subscription& s) { return p < s.peer; });
   subscriptions_.insert(after, subscription);
@@ -112,12 +146,12 @@ void Simulator::Tick(std::int64_t nowMs) {
   const double step = paused_ ? 0 : std::clamp(passed, 0.0, kLongestStep) * speed_;
   seconds_ += step;
   Refresh(step);
-  SendGroups();
-  SendValues();
+  SendGroups(nowMs);
+  SendValues(nowMs);
 }
 
 void Simulator::Refresh(double seconds) {
-  const auto set = [this](std::string_view name) { return store_.Value(store_.Find(name)); };
+  const auto set = [this](std::string_view name) { return store_.Value(store_.PlaceOf(name)); };
   state_ = flight_.StateAt(seconds_, {set(kBarometer), set(kCourse1), set(kCourse2)});
   hand_.Apply(state_,
               {set("sim/operation/override/override_joystick_roll") > 0,
@@ -127,26 +161,28 @@ void Simulator::Refresh(double seconds) {
   store_.Refresh(state_);
 }
 
-void Simulator::SendGroups() {
-  if (!client_ || selected_.empty()) return;
+void Simulator::SendGroups(std::int64_t nowMs) {
+  const std::optional<Peer> to = output_.toWhoeverSelects ? client_
+                                 : output_.enabled        ? output_.target
+                                                          : std::nullopt;
+  const double rate = std::clamp(store_.Value(store_.PlaceOf(kDataRate)), kSlowestRate, kFastestRate);
+  if (!TakeTurn(groupsDueMs_, kSecondMs / rate, nowMs) || !to || selected_.empty()) return;
   std::vector<GroupValues> groups;
   groups.reserve(kGroupsPerDatagram);
   for (const int group : selected_) {
     groups.push_back({group, groups_.Values(group)});
     if (groups.size() < kGroupsPerDatagram) continue;
-    Transmit(BuildData(groups), *client_);
+    Transmit(BuildData(groups), *to);
     groups.clear();
   }
-  if (!groups.empty()) Transmit(BuildData(groups), *client_);
+  if (!groups.empty()) Transmit(BuildData(groups), *to);
 }
 
-void Simulator::SendValues() {
+void Simulator::SendValues(std::int64_t nowMs) {
   std::vector<IndexedValue> values;
   Peer to;
   for (Subscription& subscription : subscriptions_) {
-    subscription.credit += subscription.frequency;
-    if (subscription.credit < kTicksPerSecond) continue;
-    subscription.credit -= kTicksPerSecond;
+    if (!TakeTurn(subscription.dueMs, subscription.periodMs, nowMs)) continue;
     if (subscription.peer != to) Flush(values, to);
     to = subscription.peer;
     values.push_back({subscription.index, static_cast<float>(store_.Value(subscription.place))});
@@ -165,10 +201,30 @@ void Simulator::Transmit(ByteView datagram, const Peer& to) {
   send_(datagram, to);
 }
 
-void Simulator::ForgetClients() {
+void Simulator::Restart(bool groups, bool values) {
   client_.reset();
-  selected_.clear();
   subscriptions_.clear();
+  if (groups) selected_.clear();
+  if (!values) return;
+  store_.Reset();
+  groups_.Reset();
+  SetSpeed(speed_);
+  SetPaused(paused_);
+}
+
+void Simulator::ChangeAircraft(std::span<const std::string> missing) {
+  store_.MakeAllPresent();
+  for (const std::string& name : missing) store_.SetPresent(name, false);
+  std::erase_if(subscriptions_, [this](const Subscription& s) { return !store_.Present(s.place); });
+}
+
+std::vector<std::string> Simulator::ChangeAircraft(double percentMissing, Chance& chance) {
+  std::vector<std::string> missing;
+  for (const Subscription& subscription : subscriptions_) {
+    if (chance.Hits(percentMissing)) missing.push_back(subscription.name);
+  }
+  ChangeAircraft(missing);
+  return missing;
 }
 
 void Simulator::SetPaused(bool paused) {

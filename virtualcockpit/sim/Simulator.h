@@ -5,24 +5,27 @@
 #include <functional>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "virtualcockpit/pace/Chance.h"
 #include "virtualcockpit/sim/DataGroups.h"
 #include "virtualcockpit/sim/DatarefStore.h"
-#include "virtualcockpit/sim/Flight.h"
-#include "virtualcockpit/sim/HandFlight.h"
+#include "virtualcockpit/sim/Peer.h"
 #include "virtualcockpit/sim/SimDatagrams.h"
+#include "virtualcockpit/sim/flight/Flight.h"
+#include "virtualcockpit/sim/flight/HandFlight.h"
 
 namespace tvx::vc {
 
-// Where a datagram came from: IPv4 address and port, in the computer's own byte order.
-struct Peer {
-  std::uint32_t address = 0;
-  std::uint16_t port = 0;
-  auto operator<=>(const Peer&) const = default;
+// Where the data groups go.
+struct DataOutput {
+  bool toWhoeverSelects = true;  // the client that selected a group last; `target` does not count then
+  bool enabled = true;
+  std::optional<Peer> target;
+  bool operator==(const DataOutput&) const = default;
 };
-std::string PeerText(const Peer& peer);  // "127.0.0.1:49003"
 
 // What came and went since the start.
 struct SimulatorCounters {
@@ -36,8 +39,7 @@ struct SimulatorCounters {
 
 class Simulator {
  public:
-  static constexpr int kTickMilliseconds = 50;
-  static constexpr int kTicksPerSecond = 20;
+  static constexpr int kTickMilliseconds = 50;  // of a simulator that is in no hurry
   static constexpr std::size_t kMostSubscriptions = 4096;
 
   using Send = std::function<void(ByteView datagram, const Peer& to)>;
@@ -45,11 +47,20 @@ class Simulator {
 
   // A client's datagram, of any content.
   void OnDatagram(ByteView datagram, const Peer& from);
-  // One tick, twenty times a second: flies on by the time that has passed since the last one (at most half a
-  // second of it) and sends what is due. `nowMs` is a clock that never jumps back.
+  // One frame: flies on by the time that has passed since the last one (at most half a second of it) and
+  // sends what is due, each value at most once. `nowMs` is a clock that never jumps back.
   void Tick(std::int64_t nowMs);
-  // Forgets every client, as a simulator that is started anew.
-  void ForgetClients();
+  // As a simulator that is started anew: forgets every client; `groups` and `values` say whether it also
+  // forgets which groups are sent and what was written. The data output's target stays.
+  void Restart(bool groups = true, bool values = false);
+  // Another aircraft is loaded: the names listed do not exist any more, all others do (again). What clients
+  // had asked for under those names is given up.
+  void ChangeAircraft(std::span<const std::string> missing);
+  // The same, with about so many in a hundred of the datarefs that clients ask for missing; returns which.
+  std::vector<std::string> ChangeAircraft(double percentMissing, Chance& chance);
+
+  void SetOutput(const DataOutput& output) { output_ = output; }
+  const DataOutput& Output() const { return output_; }
 
   void SetPaused(bool paused);
   bool Paused() const { return paused_; }
@@ -82,7 +93,7 @@ class Simulator {
 
   void CountIdent() { ++counters_.idents; }
 
-  // The client that gets the data groups.
+  // The client that selected a data group last.
   const std::optional<Peer>& Client() const { return client_; }
   const std::set<int>& SelectedGroups() const { return selected_; }
   std::size_t Subscriptions() const { return subscriptions_.size(); }
@@ -92,8 +103,9 @@ class Simulator {
     Peer peer;
     std::int32_t index;
     int place;
-    int frequency;  // 1..kTicksPerSecond
-    int credit;     // at kTicksPerSecond and above it is due
+    std::string name;
+    double periodMs;
+    double dueMs;
   };
 
   void On(const UnknownRequest&, const Peer&);
@@ -103,9 +115,12 @@ class Simulator {
   void On(const CommandRequest& request, const Peer&);
   void On(const WriteDatarefRequest& request, const Peer&);
   void On(const SubscribeRequest& request, const Peer& from);
+  void On(const OutputTargetRequest& request, const Peer&);
+  void Select(std::int32_t group, bool select);
+  bool WriteOutputSelection(std::string_view name, float value);
   void Cancel(const Peer& from, std::int32_t index);
-  void SendGroups();
-  void SendValues();
+  void SendGroups(std::int64_t nowMs);
+  void SendValues(std::int64_t nowMs);
   void Flush(std::vector<IndexedValue>& values, const Peer& to);
   void Transmit(ByteView datagram, const Peer& to);
   void Refresh(double seconds = 0);
@@ -121,6 +136,8 @@ class Simulator {
   bool paused_ = false;
   std::optional<std::int64_t> lastTick_;
 
+  DataOutput output_;
+  double groupsDueMs_ = 0;
   std::optional<Peer> client_;
   std::set<int> selected_;
   std::vector<Subscription> subscriptions_;  // those of one peer stand together

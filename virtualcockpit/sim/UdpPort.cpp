@@ -11,9 +11,8 @@
 namespace tvx::vc {
 namespace {
 
-constexpr int kDatagramsAtOnce = 500;
 constexpr std::size_t kReceiveSize = 65536;
-constexpr int kSocketBuffer = 1 << 20;
+constexpr int kLargeBuffer = 1 << 20;
 
 sockaddr_in AddressOf(std::uint32_t address, std::uint16_t port) {
   sockaddr_in result{};
@@ -25,7 +24,7 @@ sockaddr_in AddressOf(std::uint32_t address, std::uint16_t port) {
 
 }  // namespace
 
-bool UdpPort::Open(std::uint16_t port, std::string& error) {
+bool UdpPort::Open(std::uint16_t port, Buffer buffer, std::string& error) {
   Close();
   handle_ = ::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
   sockaddr_in address = AddressOf(INADDR_ANY, port);
@@ -37,7 +36,9 @@ bool UdpPort::Open(std::uint16_t port, std::string& error) {
     Close();
     return false;
   }
-  ::setsockopt(handle_, SOL_SOCKET, SO_RCVBUF, &kSocketBuffer, sizeof kSocketBuffer);
+  if (buffer == Buffer::Large) {
+    ::setsockopt(handle_, SOL_SOCKET, SO_RCVBUF, &kLargeBuffer, sizeof kLargeBuffer);
+  }
   localPort_ = ntohs(address.sin_port);
   return true;
 }
@@ -48,9 +49,9 @@ void UdpPort::Close() {
   localPort_ = 0;
 }
 
-void UdpPort::Receive(const std::function<void(ByteView, const Peer&)>& handler) {
+void UdpPort::Receive(int most, const std::function<void(ByteView, const Peer&)>& handler) {
   static thread_local std::array<Byte, kReceiveSize> buffer;
-  for (int i = 0; i < kDatagramsAtOnce && handle_ >= 0; ++i) {
+  for (int i = 0; i < most && handle_ >= 0; ++i) {
     sockaddr_in from{};
     socklen_t size = sizeof from;
     const ssize_t count =

@@ -3,12 +3,14 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPainterPath>
+#include <QTimer>
 
 #include "virtualcockpit/widgets/Theme.h"
 
 namespace tvx::vc {
 namespace {
 
+constexpr int kOffMs = 1000, kDiesInMs = 20000;
 constexpr int kSmallestDrawn = 8;  // pixels; a smaller face is left blank
 
 // A square plate with its corners cut, as instruments have them.
@@ -238,6 +240,13 @@ void InstrumentWidget::contextMenuEvent(QContextMenuEvent* event) {
     action->setChecked(device_.Fault() == fault);
     connect(action, &QAction::triggered, this, [this, fault] { device_.SetFault(fault); });
   }
+  menu.addSeparator();
+  connect(menu.addAction(QStringLiteral("Switch off and on again")), &QAction::triggered, this, [this] {
+    device_.SetFault(DeviceFault::Dead);
+    QTimer::singleShot(kOffMs, this, [this] { device_.SetFault(DeviceFault::None); });
+  });
+  connect(menu.addAction(QStringLiteral("Dies in 20 seconds")), &QAction::triggered, this,
+          [this] { device_.DieIn(kDiesInMs); });
   menu.exec(event->globalPos());
 }
 

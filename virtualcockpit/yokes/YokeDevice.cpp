@@ -45,6 +45,8 @@ std::string_view FaultText(YokeFault fault) {
       return "never answers";
     case YokeFault::Garbled:
       return "garbled answers";
+    case YokeFault::Half:
+      return "answers break off";
     case YokeFault::Noisy:
       return "loses bytes";
     case YokeFault::NoPower:
@@ -105,7 +107,7 @@ void YokeDevice::OnFrame() {
       limit_ = p3 / kWhole;
       holdLeft_ = p4 / kThousand;
       fadeTime_ = kFadeSeconds;
-      if (!released_) fade_ = 1;
+      if (!released_ && traits_.riseSeconds <= 0) fade_ = 1;
       break;
     case kFeel:
       friction_ = p1 / kWhole;
@@ -143,7 +145,8 @@ void YokeDevice::Answer() {
   reply[1] = address_;
   reply[2] = kKind;
   reply[3] = static_cast<Byte>((fault_ == YokeFault::NoPower ? 0 : kHasPower) | (stop_ ? kStopPressed : 0) |
-                               (fade_ < 1 && !released_ ? kFades : 0));
+                               (fadedSince_ ? kFades : 0));
+  fadedSince_ = false;
   put(6, RawPosition(0));
   reply[8] = fault_ == YokeFault::Garbled ? '?' : 'P';
   put(9, RawPosition(1));
@@ -153,7 +156,7 @@ void YokeDevice::Answer() {
   put(17, static_cast<int>(std::abs(axes_[1].force) * kThousand));
   reply[24] = 0xFF;
   ++answers_;
-  send_(reply);
+  send_(fault_ == YokeFault::Half ? ByteView(reply).first(reply.size() / 2) : ByteView(reply));
 }
 
 void YokeDevice::Grip(std::size_t axis, double place) {
@@ -198,7 +201,12 @@ double YokeDevice::Wanted(Motion& axis, double seconds) const {
 
 void YokeDevice::Step(double seconds) {
   holdLeft_ -= seconds;
-  if (released_ || holdLeft_ < 0) fade_ = std::max(0.0, fade_ - seconds / fadeTime_);
+  if (released_ || holdLeft_ < 0) {
+    fade_ = std::max(0.0, fade_ - seconds / fadeTime_);
+    fadedSince_ = fadedSince_ || !released_;
+  } else if (traits_.riseSeconds > 0) {
+    fade_ = std::min(1.0, fade_ + seconds / traits_.riseSeconds);
+  }
   if (stop_ || fault_ == YokeFault::NoPower || fault_ == YokeFault::Dead) fade_ = 0;
   for (std::size_t i = 0; i < kYokeAxes; ++i) {
     Motion& axis = axes_[i];

@@ -18,23 +18,32 @@ enum class YokeFault {
   None,
   Silent,   // moves, but never answers
   Garbled,  // its answers come damaged
+  Half,     // its answers break off in the middle
   Noisy,    // bytes are lost now and then
   NoPower,  // answers, but its motors do nothing
   Dead,     // neither moves nor answers
 };
-inline constexpr YokeFault kYokeFaults[] = {YokeFault::None,  YokeFault::Silent,  YokeFault::Garbled,
-                                            YokeFault::Noisy, YokeFault::NoPower, YokeFault::Dead};
+inline constexpr YokeFault kYokeFaults[] = {YokeFault::None, YokeFault::Silent, YokeFault::Garbled,
+                                            YokeFault::Half, YokeFault::Noisy,  YokeFault::NoPower,
+                                            YokeFault::Dead};
 std::string_view FaultText(YokeFault fault);
+
+struct YokeTraits {
+  // How long the forces take to come back, from none to all, once commands come again. 0: at once.
+  double riseSeconds = 2;
+  bool operator==(const YokeTraits&) const = default;
+};
 
 class YokeDevice {
  public:
   using Send = std::function<void(ByteView)>;
   YokeDevice(Byte address, Send send) : address_(address), send_(std::move(send)) {}
 
+  void SetTraits(const YokeTraits& traits) { traits_ = traits; }
   // Bytes from the program.
   void OnBytes(ByteView bytes);
   // Time goes on by `seconds`, in steps no longer than kStep: forces act, the axes move. Without commands for
-  // the hold time the forces fade by themselves.
+  // the hold time the forces fade by themselves; with commands they rise again.
   void Advance(double seconds);
 
   // A hand that pulls an axis towards a place (-1..1), as strongly as kHand; Let takes it off.
@@ -84,6 +93,7 @@ class YokeDevice {
 
   Byte address_;
   Send send_;
+  YokeTraits traits_;
   std::vector<Byte> frame_;
   std::array<Motion, kYokeAxes> axes_{};
   std::array<bool, kYokeAxes> gripped_{};
@@ -92,6 +102,7 @@ class YokeDevice {
   double limit_ = 0, friction_ = 0, damping_ = 0;
   double holdLeft_ = 0, fadeTime_ = 0.5, fade_ = 0;  // s, s, 0..1
   bool released_ = true;
+  bool fadedSince_ = false;  // the hold time has run out since the last answer
   YokeFault fault_ = YokeFault::None;
   std::uint16_t buttons_ = 0;
   std::uint64_t commands_ = 0, answers_ = 0, discarded_ = 0;

@@ -1,7 +1,5 @@
 #include "virtualcockpit/yokes/YokeLine.h"
 
-#include "virtualcockpit/MonotonicClock.h"
-
 namespace tvx::vc {
 namespace {
 
@@ -12,16 +10,16 @@ constexpr int kTickMs = 10;
 YokeLine::YokeLine(Byte address, std::string link, QObject* parent)
     : HardwareLine(std::move(link), kTickMs, Unplugged::GoesOn, parent),
       device_(address, [this](ByteView bytes) { Write(bytes); }),
-      lastMs_(NowMs()) {}
+      lastNs_(NowNs()) {}
 
-void YokeLine::OnBytes(ByteView bytes, std::int64_t nowMs) {
-  OnTick(nowMs);
+void YokeLine::OnBytes(ByteView bytes, std::int64_t nowNs) {
+  OnTick(nowNs);
   device_.OnBytes(bytes);
 }
 
-void YokeLine::OnTick(std::int64_t nowMs) {
-  device_.Advance(static_cast<double>(nowMs - lastMs_) / 1000);
-  lastMs_ = nowMs;
+void YokeLine::OnTick(std::int64_t nowNs) {
+  device_.Advance(static_cast<double>(nowNs - lastNs_) / static_cast<double>(kNsPerSecond));
+  lastNs_ = nowNs;
 }
 
 }  // namespace tvx::vc

@@ -12,16 +12,15 @@ class YokeLine final : public HardwareLine {
   YokeLine(Byte address, std::string link, QObject* parent = nullptr);
   ~YokeLine() override { Unplug(); }
 
-  bool Plugged() const { return Line().Plugged(); }
   YokeDevice& Device() { return device_; }
   const YokeDevice& Device() const { return device_; }
 
  private:
-  void OnBytes(ByteView bytes, std::int64_t nowMs) override;
-  void OnTick(std::int64_t nowMs) override;
+  void OnBytes(ByteView bytes, std::int64_t nowNs) override;
+  void OnTick(std::int64_t nowNs) override;
 
   YokeDevice device_;
-  std::int64_t lastMs_;
+  std::int64_t lastNs_;
 };
 
 }  // namespace tvx::vc

@@ -13,7 +13,8 @@ constexpr int kFrameMs = 40;
 
 }  // namespace
 
-std::vector<std::unique_ptr<YokeLine>> MakeYokes(const ConfigModel& model, const std::string& folder) {
+std::vector<std::unique_ptr<YokeLine>> MakeYokes(const ConfigModel& model, const std::string& folder,
+                                                 const LineTraits& line, const YokeTraits& traits) {
   std::vector<std::unique_ptr<YokeLine>> yokes;
   const auto add = [&](int comNumber, const YokeRecord& record) {
     if (comNumber <= 0) return;
@@ -22,7 +23,18 @@ std::vector<std::unique_ptr<YokeLine>> MakeYokes(const ConfigModel& model, const
   };
   add(model.General.ComPortYoke1, model.Yoke1);
   add(model.General.ComPortYoke2, model.Yoke2);
+  SetYokeTraits(yokes, line, traits);
   return yokes;
+}
+
+void SetYokeTraits(const std::vector<std::unique_ptr<YokeLine>>& yokes, const LineTraits& line,
+                   const YokeTraits& traits) {
+  LineTraits own = line;
+  for (const auto& yoke : yokes) {
+    own.seed += 10;  // a chance of its own
+    yoke->SetTraits(own);
+    yoke->Device().SetTraits(traits);
+  }
 }
 
 YokeWindow::YokeWindow(const std::vector<std::unique_ptr<YokeLine>>& yokes, QWidget* parent)

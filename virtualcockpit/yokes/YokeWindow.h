@@ -15,7 +15,11 @@
 namespace tvx::vc {
 
 // Lines for the yokes that the configuration names, unplugged; with `folder` empty they get no links.
-std::vector<std::unique_ptr<YokeLine>> MakeYokes(const ConfigModel& model, const std::string& folder);
+std::vector<std::unique_ptr<YokeLine>> MakeYokes(const ConfigModel& model, const std::string& folder,
+                                                 const LineTraits& line, const YokeTraits& traits);
+
+void SetYokeTraits(const std::vector<std::unique_ptr<YokeLine>>& yokes, const LineTraits& line,
+                   const YokeTraits& traits);
 
 class YokeWindow : public QWidget {
   Q_OBJECT

@@ -1,4 +1,4 @@
-#include "virtualcockpit/sim/HandFlight.h"
+#include "virtualcockpit/sim/flight/HandFlight.h"
 
 #include <algorithm>
 #include <cmath>

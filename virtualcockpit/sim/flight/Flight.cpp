@@ -1,10 +1,10 @@
-#include "virtualcockpit/sim/Flight.h"
+#include "virtualcockpit/sim/flight/Flight.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
-#include "virtualcockpit/sim/FlightScript.h"
+#include "virtualcockpit/sim/flight/FlightScript.h"
 
 namespace tvx::vc {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "virtualcockpit/sim/Track.h"
+#include "virtualcockpit/sim/flight/Track.h"
 
 namespace tvx::vc::script {
 

@@ -1,7 +1,7 @@
 // The scripted flight in somebody's hands: what a pilot adds to it.
 #pragma once
 
-#include "virtualcockpit/sim/FlightState.h"
+#include "virtualcockpit/sim/flight/FlightState.h"
 
 namespace tvx::vc {
 

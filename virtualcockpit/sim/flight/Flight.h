@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "virtualcockpit/sim/FlightState.h"
+#include "virtualcockpit/sim/flight/FlightState.h"
 
 namespace tvx::vc {
 

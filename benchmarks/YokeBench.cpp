@@ -53,7 +53,7 @@ void YokeCycleJitter(benchmark::State& state) {
     QElapsedTimer clock;
     clock.start();
     double last = 0;
-    timer.OnTick([&] {
+    const Registration ticks = timer.OnTick([&] {
       const double now = static_cast<double>(clock.nsecsElapsed()) / 1000;
       if (last > 0) offs.push_back(std::abs(now - last - 1000.0 * YokePair::kIntervalMs));
       last = now;

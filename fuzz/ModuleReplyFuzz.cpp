@@ -53,7 +53,6 @@ struct Lines {
   }
   ConfigModel model;
   FakeMessageBoxes boxes;
-  FakeEventLoop loop;
   FakeClock clock;
   FakeUdpSocket socket;
   FakeKeyInjector keys;
@@ -62,7 +61,7 @@ struct Lines {
   SimCom sim{model, socket, boxes, clock};
   HardwarePorts hardware{model, {&other, &clusterPort, &modulePort, &other, &other, &other}};
   Keystrokes keystrokes{keys, boxes, [] { return true; }};
-  IOModule module{model, sim, hardware, keystrokes, boxes, loop, kIOModule1Parameters, {timer, timer, timer}};
+  IOModule module{model, sim, hardware, keystrokes, boxes, kIOModule1Parameters, {timer, timer, timer}};
   EngineCluster cluster{model, sim, hardware, boxes, {timer, timer}};
 };
 

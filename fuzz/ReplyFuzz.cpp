@@ -10,8 +10,9 @@ namespace {
 // One gauge of every Gaugetype, at the GaugeID of its code.
 struct ReplyRig : tvx::CockpitRig {
   tvx::GaugeReceiver receiver{model, serial, cycle, sim, special};
+  tvx::Registration events;
   ReplyRig() {
-    Bus().SetHandler([this](tvx::SerialEvent event) { receiver.OnComm(event, true); });
+    events = Bus().SetHandler([this](tvx::SerialEvent event) { receiver.OnComm(event, true); });
     for (int n = 1; n < 300; ++n) Define(n);
     for (int type = 1; type < 141; ++type) {
       tvx::GaugeRecord& gauge = AddGauge(type, type);

@@ -20,7 +20,6 @@ class RoadSocket final : public UdpSocket {
  public:
   std::string Waiting;
 
-  void SetHandlers(ArrivalHandler, ErrorHandler) override {}
   bool SetUp(const UdpEndpoints&) override { return true; }
   void SetRemotePort(std::int32_t) override {}
   void Close() override {}
@@ -42,7 +41,6 @@ class RoadLine final : public SerialPort {
  public:
   std::array<Byte, kReplySize> Reply{};
 
-  void SetHandler(Handler) override {}
   void SetReceiveThreshold(std::size_t) override {}
   bool Open(int) override { return true; }
   void Close() override {}
@@ -68,11 +66,10 @@ struct Road {
   RoadSocket socket;
   RoadLine line;
   FakeMessageBoxes boxes;
-  FakeEventLoop loop;
   FakeClock clock;
   SimCom sim{model, socket, boxes, clock};
   HardwarePorts hardware{model, {&line, &line, &line, &line, &line, &line}};
-  Serial serial{hardware, boxes, loop};
+  Serial serial{hardware, boxes};
   SpecialValues special{sim, boxes, clock};
   ProcessCycle cycle{model, sim, serial, special};
   GaugeReceiver receiver{model, serial, cycle, sim, special};

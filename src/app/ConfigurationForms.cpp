@@ -11,8 +11,8 @@ ConfigurationForms::ConfigurationForms(const Parts& parts)
       console_(parts.model, parts.serial, parts.boxes),
       instrument_(parts.model, parts.serial, parts.boxes,
                   [this] { return parts_.run.Receiver().ReplyText(); }) {
-  hardware_.Search().SetChanged([this] { ShowSearch(); });
-  parts_.run.Receiver().SetListener([this](std::optional<ReplyView> reply) {
+  searchChanged_ = hardware_.Search().SetChanged([this] { ShowSearch(); });
+  replies_ = parts_.run.Receiver().SetListener([this](std::optional<ReplyView> reply) {
     hardware_.Search().OnReply(reply);
     if (reply) console_.OnReply(*reply);
   });
@@ -20,38 +20,41 @@ ConfigurationForms::ConfigurationForms(const Parts& parts)
 }
 
 template <typename FormType, typename... Arguments>
-FormType& ConfigurationForms::ShowForm(QPointer<FormType>& form, Arguments&&... arguments) {
-  if (!form || form->Unloading()) form = new FormType(std::forward<Arguments>(arguments)...);
-  form->BringToFront();
-  return *form;
+void ConfigurationForms::ShowForm(FormHolder<FormType>& form, Arguments&&... arguments) {
+  form.GetOrMake([&] { return new FormType(std::forward<Arguments>(arguments)...); }).BringToFront();
 }
 
 void ConfigurationForms::Show(QWidget* parent) {
-  if (!main_) hardware_.OpenPorts();
-  ShowForm(main_, parts_.model, parts_.boxes, hardware_, hardware_, *this, parent);
+  const auto make = [&] {
+    hardware_.OpenPorts();
+    auto* form = new MainConfigureForm(parts_.model, parts_.boxes, hardware_, hardware_, *this, parent);
+    QObject::connect(form, &Form::Closed, form, [this] { MainFormClosed(); });
+    return form;
+  };
+  main_.GetOrMake(make).BringToFront();
 }
 
 void ConfigurationForms::Open(ConfigurationWindow window) {
   switch (window) {
     case ConfigurationWindow::SaveAndLoad:
       hardware_.CancelSearch();
-      ShowForm(saveForm_, parts_.model, save_, *this, main_);
+      ShowForm(saveForm_, parts_.model, save_, *this, main_.Get());
       break;
     case ConfigurationWindow::Functions:
-      parts_.functions.ShowEditor(main_, *this);
+      parts_.functions.ShowEditor(main_.Get(), *this);
       break;
     case ConfigurationWindow::Plates:
-      OpenPlates(CalibrationTargets(parts_.model), {}, main_);
+      OpenPlates(CalibrationTargets(parts_.model), {}, main_.Get());
       break;
     case ConfigurationWindow::GaugeTest:
       hardware_.CancelSearch();
-      ShowForm(testForm_, parts_.model, console_, hardware_, *this, main_);
+      ShowForm(testForm_, parts_.model, console_, hardware_, *this, main_.Get());
       break;
     case ConfigurationWindow::Adapters:
       OpenAdapters();
       break;
     case ConfigurationWindow::XplaneTest:
-      parts_.functions.ShowConsole(main_);
+      parts_.functions.ShowConsole(main_.Get());
       break;
     case ConfigurationWindow::IOModule1:
       OpenPeripheral(PeripheralKind::IOModule1);
@@ -69,13 +72,15 @@ void ConfigurationForms::Open(ConfigurationWindow window) {
 }
 
 void ConfigurationForms::OpenAdapters() {
-  const bool open = adaptersForm_ && !adaptersForm_->Unloading();
-  AdaptersForm& form = ShowForm(adaptersForm_, parts_.devices, parts_.comPorts, parts_.boxes, main_.data());
-  if (open) return;
-  QObject::connect(&form, &AdaptersForm::Assigned, &form, [this] {
-    hardware_.OpenPortsAnew();
-    Refresh();
-  });
+  const auto make = [this] {
+    auto* form = new AdaptersForm(parts_.devices, parts_.comPorts, parts_.boxes, main_.Get());
+    QObject::connect(form, &AdaptersForm::Assigned, form, [this] {
+      hardware_.OpenPortsAnew();
+      Refresh();
+    });
+    return form;
+  };
+  adaptersForm_.GetOrMake(make).BringToFront();
 }
 
 void ConfigurationForms::OpenPeripheral(PeripheralKind kind) {
@@ -92,11 +97,11 @@ void ConfigurationForms::OpenPeripheral(PeripheralKind kind) {
 void ConfigurationForms::OpenGauge(int gaugeID) {
   hardware_.CancelSearch();
   instrument_.Open(gaugeID);
-  ShowForm(instrumentForm_, parts_.model, instrument_, *this, *this, main_);
+  ShowForm(instrumentForm_, parts_.model, instrument_, *this, *this, main_.Get());
 }
 
 void ConfigurationForms::OpenCalibration(int gaugeID, int needle) {
-  OpenPlates(CalibrationTargets(parts_.model), {.gaugeID = gaugeID, .needle = needle}, instrumentForm_);
+  OpenPlates(CalibrationTargets(parts_.model), {.gaugeID = gaugeID, .needle = needle}, instrumentForm_.Get());
 }
 
 // It may be opened while the gauge bus is not this configuration's to send on.
@@ -109,14 +114,15 @@ void ConfigurationForms::OpenClusterPlates(int channel, QWidget* parent) {
 void ConfigurationForms::OpenPlates(std::vector<CalibrationTarget> targets, const CalibrationTarget& first,
                                     QWidget* parent) {
   hardware_.CancelSearch();
-  const bool open = calibrateForm_ && !calibrateForm_->Unloading();
-  CalibrateForm& form =
-      ShowForm(calibrateForm_, parts_.model, parts_.boxes, std::move(targets), first, hardware_, parent);
-  if (open) return;
-  QObject::connect(&form, &Form::Ended, &form, [this] {
-    if (instrumentForm_ && !instrumentForm_->Unloading()) instrumentForm_->Refresh();
-    Refresh();
-  });
+  const auto make = [&] {
+    auto* form = new CalibrateForm(parts_.model, parts_.boxes, std::move(targets), first, hardware_, parent);
+    QObject::connect(form, &Form::Closed, form, [this] {
+      if (instrumentForm_) instrumentForm_->Refresh();
+      Refresh();
+    });
+    return form;
+  };
+  calibrateForm_.GetOrMake(make).BringToFront();
 }
 
 void ConfigurationForms::ModelChanged() {
@@ -126,12 +132,12 @@ void ConfigurationForms::ModelChanged() {
 
 void ConfigurationForms::Refresh() {
   hardware_.LookAgain();
-  if (main_ && !main_->Unloading()) main_->Rebuild();
+  if (main_) main_->Rebuild();
   parts_.cluster.Refresh();
 }
 
 void ConfigurationForms::ShowSearch() {
-  if (!main_ || main_->Unloading()) return;
+  if (!main_) return;
   const GaugeSearch& search = hardware_.Search();
   main_->ShowSearch(
       {search.Running(), search.Done(), GaugeSearch::kAddresses, search.Summary(), search.Remarks()});
@@ -142,9 +148,7 @@ void ConfigurationForms::Tick() {
 }
 
 void ConfigurationForms::MainFormClosed() {
-  main_ = nullptr;
   hardware_.CancelSearch();
-  console_.cmdStopPoll();
   for (Peripheral* peripheral : parts_.peripherals) {
     if (peripheral != nullptr) peripheral->Unload();
   }
@@ -152,14 +156,10 @@ void ConfigurationForms::MainFormClosed() {
   parts_.host.ConfigurationClosed();
 }
 
+// The other forms stand above the main form, and end with it.
 void ConfigurationForms::Unload() {
-  if (!main_) return;
-  const QPointer<MainConfigureForm> form = main_;
   hardware_.CancelSearch();
-  console_.cmdStopPoll();
-  // The others are its children and go with it.
-  if (form) form->Unload();
-  main_ = nullptr;
+  main_.Unload();
 }
 
 }  // namespace tvx

@@ -1,7 +1,6 @@
 // The configuration: its forms, the logic behind them, and the hardware while they are open.
 #pragma once
 
-#include <QPointer>
 #include <string>
 
 #include "app/ConfigurationHardware.h"
@@ -60,7 +59,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
 
   // The dialog of a gauge; only while the main form is open.
   void OpenGauge(int gaugeID) override;
-  MainConfigureForm* MainForm() const { return main_; }
+  MainConfigureForm* MainForm() const { return main_.Get(); }
   // Shows the model anew, after another form has changed it.
   void Refresh();
 
@@ -68,11 +67,11 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   void ModelChanged() override;
   void Open(ConfigurationWindow window) override;
   void OpenCalibration(int gaugeID, int needle) override;
-  void MainFormClosed() override;
   void OpenClusterPlates(int channel, QWidget* parent) override;
 
   template <typename FormType, typename... Arguments>
-  FormType& ShowForm(QPointer<FormType>& form, Arguments&&... arguments);
+  static void ShowForm(FormHolder<FormType>& form, Arguments&&... arguments);
+  void MainFormClosed();
   void OpenAdapters();
   void OpenPeripheral(PeripheralKind kind);
   void OpenPlates(std::vector<CalibrationTarget> targets, const CalibrationTarget& first, QWidget* parent);
@@ -83,12 +82,13 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   ConfigurationHardware hardware_;
   GaugeConsolePresenter console_;
   InstrumentPresenter instrument_;
-  QPointer<MainConfigureForm> main_;
-  QPointer<SaveConfigForm> saveForm_;
-  QPointer<AdaptersForm> adaptersForm_;
-  QPointer<CalibrateForm> calibrateForm_;
-  QPointer<InstrumentForm> instrumentForm_;
-  QPointer<TestGaugesForm> testForm_;
+  Registration searchChanged_, replies_;
+  FormHolder<MainConfigureForm> main_;
+  FormHolder<SaveConfigForm> saveForm_;
+  FormHolder<AdaptersForm> adaptersForm_;
+  FormHolder<CalibrateForm> calibrateForm_;
+  FormHolder<InstrumentForm> instrumentForm_;
+  FormHolder<TestGaugesForm> testForm_;
 };
 
 }  // namespace tvx

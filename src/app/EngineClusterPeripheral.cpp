@@ -16,20 +16,13 @@ EngineClusterPeripheral::EngineClusterPeripheral(ConfigModel& model, SimCom& sim
       boxes_(boxes),
       lightingWord_(std::move(lightingWord)),
       cluster_(model, sim, hardware, boxes, {processTimer_, secondTimer_}) {
-  processTimer_.OnTick([this] {
+  processTicks_ = processTimer_.OnTick([this] {
     const std::int32_t word = lightingWord_();
     cluster_.SetLighting((word & kInstrumentLights) != 0, (word & kFirstBusPowered) != 0);
     cluster_.ProcessTimer_Tick();
   });
-  secondTimer_.OnTick([this] { cluster_.Timer1000ms_Tick(); });
-  presenter_.SetChanged([this] { ShowEdited(); });
-}
-
-EngineClusterPeripheral::~EngineClusterPeripheral() {
-  StopTimers();
-  delete configuration_;
-  delete test_;
-  delete form_;
+  secondTicks_ = secondTimer_.OnTick([this] { cluster_.Timer1000ms_Tick(); });
+  edits_ = presenter_.SetChanged([this] { ShowEdited(); });
 }
 
 void EngineClusterPeripheral::StopTimers() {
@@ -38,20 +31,16 @@ void EngineClusterPeripheral::StopTimers() {
 }
 
 void EngineClusterPeripheral::Load() {
-  if (!form_) form_ = new EngineClusterForm(cluster_, model_, *this);
-  form_->show();
+  form_.GetOrMake([this] { return new EngineClusterForm(cluster_, model_, *this); }).show();
 }
 
 void EngineClusterPeripheral::Unload() {
   cluster_.cmdStop_Click();
   cluster_.ForgetPorts();
   StopTimers();
-  if (configuration_) configuration_->Unload();
-  if (test_) test_->Unload();
-  if (form_) form_->Unload();
-  configuration_ = nullptr;
-  test_ = nullptr;
-  form_ = nullptr;
+  configuration_.Unload();
+  test_.Unload();
+  form_.Unload();
 }
 
 void EngineClusterPeripheral::Show() {
@@ -59,24 +48,23 @@ void EngineClusterPeripheral::Show() {
 }
 
 void EngineClusterPeripheral::ShowTest() {
-  if (!test_) test_ = new TestEngineClusterForm(cluster_, presenter_);
-  test_->BringToFront();
+  test_.GetOrMake([this] { return new TestEngineClusterForm(cluster_, presenter_); }).BringToFront();
 }
 
 void EngineClusterPeripheral::ShowSetUp() {
-  if (!configuration_ || configuration_->Unloading()) {
+  const auto make = [this] {
     cluster_.OpenCommPort();
-    configuration_ = new ConfigEngineClusterForm(model_, cluster_, presenter_, boxes_, *this);
-  }
-  configuration_->BringToFront();
+    return new ConfigEngineClusterForm(model_, cluster_, presenter_, boxes_, *this);
+  };
+  configuration_.GetOrMake(make).BringToFront();
 }
 
 void EngineClusterPeripheral::ShowPlates(int channel) {
-  if (plates_ != nullptr) plates_->OpenClusterPlates(channel, configuration_);
+  if (plates_ != nullptr) plates_->OpenClusterPlates(channel, configuration_.Get());
 }
 
 void EngineClusterPeripheral::ShowEdited() {
-  if (configuration_ && !configuration_->Unloading()) configuration_->Refresh();
+  if (configuration_) configuration_->Refresh();
   if (test_) test_->Refresh();
   if (form_) form_->ShowChannels();
 }

@@ -1,7 +1,6 @@
 // The engine cluster as run control reaches it: the cluster, its timers and its forms.
 #pragma once
 
-#include <QPointer>
 #include <functional>
 
 #include "core/Peripheral.h"
@@ -26,7 +25,7 @@ class EngineClusterPeripheral final : public Peripheral, private EngineClusterWi
  public:
   EngineClusterPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
                           std::function<std::int32_t()> lightingWord);
-  ~EngineClusterPeripheral() override;
+  ~EngineClusterPeripheral() override { StopTimers(); }
 
   bool Configured() const override { return cluster_.Configured(); }
   void Load() override;
@@ -49,9 +48,9 @@ class EngineClusterPeripheral final : public Peripheral, private EngineClusterWi
   void StopTimers();
 
   EngineCluster& Cluster() { return cluster_; }
-  EngineClusterForm* Form() const { return form_; }
-  TestEngineClusterForm* TestForm() const { return test_; }
-  ConfigEngineClusterForm* ConfigurationForm() const { return configuration_; }
+  EngineClusterForm* Form() const { return form_.Get(); }
+  TestEngineClusterForm* TestForm() const { return test_.Get(); }
+  ConfigEngineClusterForm* ConfigurationForm() const { return configuration_.Get(); }
 
  private:
   void ShowPlates(int channel) override;
@@ -64,9 +63,10 @@ class EngineClusterPeripheral final : public Peripheral, private EngineClusterWi
   QtTimer processTimer_{QStringLiteral("EC.ProcessTimer")}, secondTimer_{QStringLiteral("EC.Timer1000ms")};
   EngineCluster cluster_;
   EngineClusterPresenter presenter_{model_, cluster_};
-  QPointer<EngineClusterForm> form_;
-  QPointer<TestEngineClusterForm> test_;
-  QPointer<ConfigEngineClusterForm> configuration_;
+  Registration processTicks_, secondTicks_, edits_;
+  FormHolder<EngineClusterForm> form_;
+  FormHolder<TestEngineClusterForm> test_;
+  FormHolder<ConfigEngineClusterForm> configuration_;
 };
 
 }  // namespace tvx

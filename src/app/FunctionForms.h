@@ -1,16 +1,13 @@
 // The Function editor and the X-Plane test console, opened from the configuration.
 #pragma once
 
-#include <QPointer>
-
 #include "config/ModelWatcher.h"
 #include "simlink/console/forms/TestXplaneInterfaceForm.h"
 #include "simlink/functions/forms/FunctionEditorForm.h"
 
 namespace tvx {
 
-// The forms are children of whoever they are shown for, who waits until they are closed and takes them along
-// when it goes.
+// The forms stand above the form that they are shown for, which waits until they are closed, and end with it.
 class FunctionForms {
  public:
   FunctionForms(ConfigModel& model, SimCom& sim, MessageBoxes& boxes, const Clock& clock)
@@ -21,16 +18,16 @@ class FunctionForms {
   void ShowConsole(QWidget* parent);
 
   // The forms; nullptr while one is not open.
-  FunctionEditorForm* Editor() const { return editor_; }
-  TestXplaneInterfaceForm* Console() const { return console_; }
+  FunctionEditorForm* Editor() const { return editor_.Get(); }
+  TestXplaneInterfaceForm* Console() const { return console_.Get(); }
 
  private:
   ConfigModel& model_;
   SimCom& sim_;
   MessageBoxes& boxes_;
   const Clock& clock_;
-  QPointer<FunctionEditorForm> editor_;
-  QPointer<TestXplaneInterfaceForm> console_;
+  FormHolder<FunctionEditorForm> editor_;
+  FormHolder<TestXplaneInterfaceForm> console_;
 };
 
 }  // namespace tvx

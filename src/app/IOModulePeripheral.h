@@ -1,7 +1,6 @@
 // One IO module as run control reaches it: the module, its timers and its forms.
 #pragma once
 
-#include <QPointer>
 #include <functional>
 
 #include "core/Peripheral.h"
@@ -17,9 +16,9 @@ class IOModulePeripheral final : public Peripheral {
  public:
   // `lightingWord`: the cockpit's lighting as the gauges get it.
   IOModulePeripheral(ConfigModel& model, SimCom& sim, Serial& serial, Keystrokes& keystrokes,
-                     MessageBoxes& boxes, EventLoop& loop, const IOModuleParameters& parameters,
+                     MessageBoxes& boxes, const IOModuleParameters& parameters,
                      std::function<std::int32_t()> lightingWord);
-  ~IOModulePeripheral() override;
+  ~IOModulePeripheral() override { StopTimers(); }
 
   bool Configured() const override { return module_.Configured(); }
   void Load() override;
@@ -34,18 +33,21 @@ class IOModulePeripheral final : public Peripheral {
   void StopTimers();
 
   IOModule& Module() { return module_; }
-  IOModuleStatusForm* Form() const { return form_; }
-  ConfigIOMForm* ConfigurationForm() const { return configuration_; }
+  IOModuleStatusForm* Form() const { return form_.Get(); }
+  ConfigIOMForm* ConfigurationForm() const { return configuration_.Get(); }
 
  private:
+  ConfigIOMForm* MakeConfiguration(QWidget* parent);
+
   ConfigModel& model_;
   Serial& serial_;
   MessageBoxes& boxes_;
   std::function<std::int32_t()> lightingWord_;
   QtTimer processTimer_, writeTimer_, secondsTimer_;
   IOModule module_;
-  QPointer<IOModuleStatusForm> form_;
-  QPointer<ConfigIOMForm> configuration_;
+  Registration commands_, processTicks_, writeTicks_, secondsTicks_;
+  FormHolder<IOModuleStatusForm> form_;
+  FormHolder<ConfigIOMForm> configuration_;
 };
 
 }  // namespace tvx

@@ -4,6 +4,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
+#include <QThread>
 #include <QUrl>
 #include <ctime>
 
@@ -36,12 +37,6 @@ HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<LinuxSerialPort>, 
   return ports;
 }
 
-template <typename FormType>
-void UnloadForm(QPointer<FormType>& form) {
-  if (form) form->Unload();
-  form = nullptr;
-}
-
 }  // namespace
 
 Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
@@ -51,16 +46,16 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
       sim_(model_, socket_, boxes_, clock_),
       ports_(MakePorts()),
       hardware_(model_, PortsOf(ports_)),
-      serial_(hardware_, boxes_, loop_),
+      serial_(hardware_, boxes_),
       ownKeys_(keys == nullptr ? MakeKeyInjector() : nullptr),
       keys_(keys == nullptr ? *ownKeys_ : *keys),
       // A keystroke meant for the simulator must not land in the program's own window.
       keystrokes_(keys_, boxes_, [this] { return statusForm_ && statusForm_->isMinimized(); }),
       run_(model_, sim_, serial_, boxes_, *this, clock_, peripherals_,
            {timers_.ProcessTimer, timers_.Timer1, timers_.WriteCmdDuringConfig}),
-      ioModule1_(model_, sim_, serial_, keystrokes_, boxes_, loop_, kIOModule1Parameters,
+      ioModule1_(model_, sim_, serial_, keystrokes_, boxes_, kIOModule1Parameters,
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
-      ioModule2_(model_, sim_, serial_, keystrokes_, boxes_, loop_, kIOModule2Parameters,
+      ioModule2_(model_, sim_, serial_, keystrokes_, boxes_, kIOModule2Parameters,
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
       engineCluster_(model_, sim_, hardware_, boxes_,
                      [this] { return run_.Cycle().CockpitLighting().Word(); }),
@@ -70,17 +65,17 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
                       devices == nullptr ? ownDevices_ : *devices, comPorts_, engineCluster_, functions_,
                       *this}) {
-  // Whoever has no configuration yet begins with these.
+  // A user without a configuration begins with these.
   FillStandardFunctions(model_);
   // A form that makes way for the next one must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(ProgramIcon());
-  start_.SetChanged([this] {
+  registrations_.push_back(start_.SetChanged([this] {
     if (startForm_) startForm_->ShowView();
-  });
-  run_.SetChanged([this] {
+  }));
+  registrations_.push_back(run_.SetChanged([this] {
     if (statusForm_) statusForm_->ShowView();
-  });
+  }));
   ConnectTimers();
   AddPeripherals();
 }
@@ -98,23 +93,24 @@ void Program::AddPeripherals() {
 
 Program::~Program() {
   ended_ = true;
-  timers_.StopAll();
-  yokes_.Unload();  // while the simulator can still be told to take its controls back
-  for (IOModulePeripheral* module : {&ioModule1_, &ioModule2_}) module->StopTimers();
-  engineCluster_.StopTimers();
-  // Whatever was opened while the program was already on its way out.
-  if (sim_.UdpOpen() || sim_.PortCount() > 0) {
-    sim_.ClearAllRREF();
-    sim_.CloseAllPorts();
-    sim_.CloseUDP();
-  }
-  serial_.CloseComPorts();
-  delete configuration_.MainForm();
-  delete portsForm_;
-  delete statusForm_;
-  delete startForm_;
+  UnloadEverything();  // what was opened while the program was already on its way out
   // Forms that were unloaded, and that no event loop is left to delete.
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void Program::UnloadEverything() {
+  boxes_.Dismiss();
+  timers_.StopAll();
+  UnloadConfigurationForms();
+  // While the simulator can still be told to take its controls back.
+  for (Peripheral* peripheral : peripherals_) peripheral->Unload();
+  UnloadStatusForm();
+  UnloadStartForm();
+  serial_.CloseComPorts();
+  if (!sim_.UdpOpen() && sim_.PortCount() == 0) return;
+  sim_.ClearAllRREF();
+  sim_.CloseAllPorts();
+  sim_.CloseUDP();
 }
 
 void Program::TimerSet::StopAll() {
@@ -127,9 +123,9 @@ void Program::TimerSet::StopAll() {
 void Program::ConnectTimers() {
   const auto connect = [this](QtTimer& timer, int milliseconds, auto tick) {
     timer.SetInterval(milliseconds);
-    timer.OnTick([this, tick] {
+    registrations_.push_back(timer.OnTick([this, tick] {
       if (!ended_) tick();
-    });
+    }));
   };
   connect(timers_.WaitForAutostart, kCountdownTickMs, [this] { start_.WaitForAutostart_Tick(); });
   connect(timers_.TimerWaitForFS, kSecondMs, [this] { start_.TimerWaitForFS_Tick(); });
@@ -143,6 +139,7 @@ void Program::ConnectTimers() {
 
 void Program::Exit() {
   if (ended_) return;
+  boxes_.Dismiss();
   if (statusForm_) {
     run_.cmdExit_Click();
   } else {
@@ -152,25 +149,23 @@ void Program::Exit() {
 
 void Program::ShowStartForm() {
   if (ended_) return;
-  if (!startForm_) startForm_ = new StartForm(start_, [this] { OpenWebPage(); });
-  startForm_->BringToFront();
+  startForm_.GetOrMake([this] { return new StartForm(start_, [this] { OpenWebPage(); }); }).BringToFront();
 }
 
 void Program::UnloadStartForm() {
-  // The configuration hangs on the start form.
+  // The configuration stands above the start form.
   configuration_.Unload();
-  UnloadForm(startForm_);
+  startForm_.Unload();
 }
 
 void Program::ShowStatusForm() {
   if (ended_) return;
-  if (!statusForm_) statusForm_ = new StatusForm(run_, [this] { ShowPorts(); });
-  statusForm_->BringToFront();
+  statusForm_.GetOrMake([this] { return new StatusForm(run_, [this] { ShowPorts(); }); }).BringToFront();
 }
 
 void Program::UnloadStatusForm() {
-  UnloadForm(portsForm_);
-  UnloadForm(statusForm_);
+  portsForm_.Unload();
+  statusForm_.Unload();
 }
 
 void Program::ShowMainConfiguration() {
@@ -180,7 +175,7 @@ void Program::ShowMainConfiguration() {
   if (startForm_) startForm_->HoldActivation(true);
   // The dialogs send single frames to the gauges.
   timers_.WriteCmdDuringConfig.SetEnabled(true);
-  configuration_.Show(startForm_);
+  configuration_.Show(startForm_.Get());
 }
 
 void Program::ConfigurationClosed() {
@@ -197,12 +192,8 @@ void Program::UnloadConfigurationForms() {
 }
 
 void Program::ShowPorts() {
-  if (!portsForm_) {
-    portsForm_ = new PortsForm(model_, sim_);
-  } else {
-    portsForm_->Refresh();
-  }
-  portsForm_->BringToFront();
+  if (portsForm_) portsForm_->Refresh();
+  portsForm_.GetOrMake([this] { return new PortsForm(model_, sim_); }).BringToFront();
 }
 
 void Program::OpenWebPage() {
@@ -217,16 +208,13 @@ void Program::OpenWebPage() {
   boxes_.Show("The manual was not found: " + QDir::cleanPath(expected.absoluteFilePath()).toStdString());
 }
 
+// Not by QCoreApplication::quit(), which asks every window first whether it may close. Where no event loop
+// runs yet, none is entered (main looks at Ended).
 void Program::EndProgram() {
   if (ended_) return;
   ended_ = true;
-  timers_.StopAll();
-  for (IOModulePeripheral* module : {&ioModule1_, &ioModule2_}) module->StopTimers();
-  engineCluster_.StopTimers();
-  UnloadConfigurationForms();
-  UnloadStatusForm();
-  UnloadStartForm();
-  loop_.End();
+  UnloadEverything();
+  if (QThread::currentThread()->loopLevel() > 0) QCoreApplication::exit(0);
 }
 
 std::string Program::HeaderForSaving() const {

@@ -1,9 +1,9 @@
 // The whole program: every part, built once and handed what it needs, and the forms.
 #pragma once
 
-#include <QPointer>
 #include <array>
 #include <memory>
+#include <vector>
 
 #include "app/ConfigurationForms.h"
 #include "app/EngineClusterPeripheral.h"
@@ -43,7 +43,8 @@ class Program final : private Shell, private ConfigurationHost {
 
   // Shows the start form. Everything else follows from events.
   void Begin() { ShowStartForm(); }
-  // Ends the program as its Exit buttons do, from whatever state.
+  // Ends the program as its Exit buttons do, from whatever state: asks nobody, takes every form and box away,
+  // and leaves the event loop with status 0, and every one that runs within it.
   void Exit();
   bool Ended() const { return ended_; }
 
@@ -57,12 +58,12 @@ class Program final : private Shell, private ConfigurationHost {
   EngineClusterPeripheral& Cluster() { return engineCluster_; }
   YokesPeripheral& Yokes() { return yokes_; }
   // The forms; nullptr while one is not loaded.
-  StartForm* StartWindow() const { return startForm_; }
-  StatusForm* StatusWindow() const { return statusForm_; }
+  StartForm* StartWindow() const { return startForm_.Get(); }
+  StatusForm* StatusWindow() const { return statusForm_.Get(); }
   MainConfigureForm* ConfigurationWindow() const { return configuration_.MainForm(); }
   ConfigurationForms& Configuration() { return configuration_; }
   FunctionForms& Functions() { return functions_; }
-  PortsForm* PortsWindow() const { return portsForm_; }
+  PortsForm* PortsWindow() const { return portsForm_.Get(); }
   // The timers that the forms' logic switches.
   struct TimerSet {
     QtTimer WaitForAutostart{"WaitForAutostart"};
@@ -90,12 +91,12 @@ class Program final : private Shell, private ConfigurationHost {
 
   void ConnectTimers();
   void AddPeripherals();
+  void UnloadEverything();
   void ShowPorts();
 
   std::unique_ptr<MessageBoxes> ownBoxes_;
   MessageBoxes& boxes_;
   LinuxClock clock_;
-  QtEventLoop loop_;
   ConfigModel model_;
   ConfigFile file_;
   QtUdpSocket socket_;
@@ -117,11 +118,12 @@ class Program final : private Shell, private ConfigurationHost {
   LinuxComPorts comPorts_;
   FunctionForms functions_{model_, sim_, boxes_, clock_};
   ConfigurationForms configuration_;
+  std::vector<Registration> registrations_;  // views and timers
   bool ended_ = false;
 
-  QPointer<StartForm> startForm_;
-  QPointer<StatusForm> statusForm_;
-  QPointer<PortsForm> portsForm_;
+  FormHolder<StartForm> startForm_;
+  FormHolder<StatusForm> statusForm_;
+  FormHolder<PortsForm> portsForm_;
 };
 
 }  // namespace tvx

@@ -8,29 +8,21 @@ YokesPeripheral::YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts&
       boxes_(boxes),
       pair_(model, sim, hardware.PortOf(HardwareGroup::Yoke1), hardware.PortOf(HardwareGroup::Yoke2), boxes,
             clock, joystick_, processTimer_) {
-  processTimer_.OnTick([this] { pair_.ProcessTimer_Tick(); });
-}
-
-YokesPeripheral::~YokesPeripheral() {
-  pair_.Unload();
-  delete form_;
-  for (const auto& form : configurations_) delete form;
+  ticks_ = processTimer_.OnTick([this] { pair_.ProcessTimer_Tick(); });
 }
 
 void YokesPeripheral::Load() {
   pair_.Load();
-  if (!form_) form_ = new FfbStatusForm(pair_, [this](int which) { ShowConfiguration(which); });
-  form_->show();
+  const auto make = [this] {
+    return new FfbStatusForm(pair_, [this](int which) { ShowConfiguration(which); });
+  };
+  form_.GetOrMake(make).show();
 }
 
 void YokesPeripheral::Unload() {
   pair_.Unload();
-  if (form_) form_->Unload();
-  form_ = nullptr;
-  for (auto& form : configurations_) {
-    if (form) form->Unload();
-    form = nullptr;
-  }
+  form_.Unload();
+  for (auto& form : configurations_) form.Unload();
 }
 
 void YokesPeripheral::Show() {
@@ -38,9 +30,8 @@ void YokesPeripheral::Show() {
 }
 
 void YokesPeripheral::ShowConfiguration(int which) {
-  QPointer<YokeConfigForm>& form = configurations_[which == 2 ? 1 : 0];
-  if (!form || form->Unloading()) form = new YokeConfigForm(model_, pair_, boxes_, joystick_, which);
-  form->BringToFront();
+  const auto make = [&] { return new YokeConfigForm(model_, pair_, boxes_, joystick_, which); };
+  configurations_[which == 2 ? 1 : 0].GetOrMake(make).BringToFront();
 }
 
 }  // namespace tvx

@@ -1,7 +1,6 @@
 // The yokes as run control reaches them: the pair, its timer and its forms.
 #pragma once
 
-#include <QPointer>
 #include <array>
 
 #include "core/Peripheral.h"
@@ -18,7 +17,7 @@ class YokesPeripheral final : public Peripheral {
  public:
   YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
                   const Clock& clock);
-  ~YokesPeripheral() override;
+  ~YokesPeripheral() override { pair_.Unload(); }
 
   bool Configured() const override { return pair_.Configured(1) || pair_.Configured(2); }
   void Load() override;
@@ -32,8 +31,8 @@ class YokesPeripheral final : public Peripheral {
   void ShowConfiguration(int which);
 
   YokePair& Pair() { return pair_; }
-  FfbStatusForm* Form() const { return form_; }
-  YokeConfigForm* ConfigurationForm(int which) const { return configurations_[which == 2 ? 1 : 0]; }
+  FfbStatusForm* Form() const { return form_.Get(); }
+  YokeConfigForm* ConfigurationForm(int which) const { return configurations_[which == 2 ? 1 : 0].Get(); }
 
  private:
   ConfigModel& model_;
@@ -41,8 +40,9 @@ class YokesPeripheral final : public Peripheral {
   SdlJoystick joystick_;
   QtTimer processTimer_{QStringLiteral("Yokes.ProcessTimer")};
   YokePair pair_;
-  QPointer<FfbStatusForm> form_;
-  std::array<QPointer<YokeConfigForm>, 2> configurations_;
+  Registration ticks_;
+  FormHolder<FfbStatusForm> form_;
+  std::array<FormHolder<YokeConfigForm>, 2> configurations_;
 };
 
 }  // namespace tvx

@@ -24,14 +24,14 @@ void GaugeReceiver::OnComm(SerialEvent event, bool running) {
   if (length <= kIgnoredLength) return;
   if (!IsReplyEnvelope(ByteView(read).first(length))) {
     port.DiscardInput();
-    if (listener_) listener_(std::nullopt);
+    listener_(std::nullopt);
     return;
   }
   replyText_ = read;
   replyLength_ = length;
   serial_.NoteReply();
   if (running) Dispatch(ReplyView(replyText_));
-  if (listener_) listener_(ReplyView(replyText_));
+  listener_(ReplyView(replyText_));
 }
 
 void GaugeReceiver::Dispatch(ReplyView reply) {

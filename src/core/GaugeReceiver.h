@@ -26,7 +26,7 @@ class GaugeReceiver final : private GaugeReply {
   // Told of every well-formed reply, and with std::nullopt of every read that was refused; for the searches
   // and consoles of the configuration.
   using Listener = std::function<void(std::optional<ReplyView>)>;
-  void SetListener(Listener listener) { listener_ = std::move(listener); }
+  Registration SetListener(Listener listener) { return listener_.Give(std::move(listener)); }
 
   // The last well-formed reply; empty before the first.
   ByteView ReplyText() const { return {replyText_.data(), replyLength_}; }
@@ -51,7 +51,7 @@ class GaugeReceiver final : private GaugeReply {
   SpecialValues& special_;
   std::array<Byte, kReplySize> replyText_{};
   std::size_t replyLength_ = 0;
-  Listener listener_;
+  Callback<std::optional<ReplyView>> listener_;
 };
 
 }  // namespace tvx

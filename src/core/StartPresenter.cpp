@@ -239,7 +239,7 @@ void StartPresenter::ShowCountdown(bool visible) {
 }
 
 void StartPresenter::Changed() {
-  if (changed_) changed_();
+  changed_();
 }
 
 }  // namespace tvx

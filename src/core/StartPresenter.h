@@ -38,7 +38,7 @@ class StartPresenter {
                  StatusPresenter& run, Timers timers);
 
   // Called after every change of View().
-  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  Registration SetChanged(std::function<void()> changed) { return changed_.Give(std::move(changed)); }
   const StartView& View() const { return view_; }
 
   void Activate();  // the start form was shown
@@ -71,7 +71,7 @@ class StartPresenter {
   Shell& shell_;
   StatusPresenter& run_;
   Timers timers_;
-  std::function<void()> changed_;
+  Callback<> changed_;
   StartView view_;
   bool firstLoadDone_ = false;
   ProbeState probeState_ = ProbeState::OpenLink;

@@ -35,11 +35,11 @@ StatusPresenter::StatusPresenter(ConfigModel& model, SimCom& sim, Serial& serial
       special_(sim, boxes, clock),
       cycle_(model, sim, serial, special_),
       receiver_(model, serial, cycle_, sim, special_) {
-  sim_.SetSocketErrorHandler([this](int code) {
+  socketErrors_ = sim_.SetSocketErrorHandler([this](int code) {
     DumpTVX("UDP Error, Stopcode: ", static_cast<std::int16_t>(std::clamp(code, -32768, 32767)), "0");
     cmdStop_Click();
   });
-  serial_.Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+  busEvents_ = serial_.Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
 }
 
 void StatusPresenter::Load() {
@@ -292,7 +292,7 @@ void StatusPresenter::UpdateLinkWords() {
 }
 
 void StatusPresenter::Changed() {
-  if (changed_) changed_();
+  changed_();
 }
 
 }  // namespace tvx

@@ -55,7 +55,7 @@ class StatusPresenter {
   StatusPresenter(ConfigModel& model, SimCom& sim, Serial& serial, MessageBoxes& boxes, Shell& shell,
                   const Clock& clock, Peripherals& peripherals, Timers timers);
 
-  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  Registration SetChanged(std::function<void()> changed) { return changed_.Give(std::move(changed)); }
   const StatusView& View() const { return view_; }
   const ProcessCycle& Cycle() const { return cycle_; }
   GaugeReceiver& Receiver() { return receiver_; }
@@ -107,7 +107,8 @@ class StatusPresenter {
   const Clock& clock_;
   Peripherals& peripherals_;
   Timers timers_;
-  std::function<void()> changed_;
+  Callback<> changed_;
+  Registration socketErrors_, busEvents_;
   StatusView view_;
   std::string keystrokeTrouble_;
   SpecialValues special_;

@@ -18,7 +18,7 @@ ShortText Percent(int position) {
 
 YokeLine::YokeLine(SerialPort& port, const Clock& clock) : port_(port), clock_(clock) {
   queue_.reserve(kQueueLimit);
-  port_.SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+  events_ = port_.SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
 }
 
 void YokeLine::SetCalibration(const AxisCalibration& roll, const AxisCalibration& pitch) {

@@ -17,7 +17,6 @@ class YokeLine {
  public:
   // Takes the port's events from now on. The port is opened and closed elsewhere.
   YokeLine(SerialPort& port, const Clock& clock);
-  ~YokeLine() { port_.SetHandler({}); }
   YokeLine(const YokeLine&) = delete;
   YokeLine& operator=(const YokeLine&) = delete;
 
@@ -65,6 +64,7 @@ class YokeLine {
 
   SerialPort& port_;
   const Clock& clock_;
+  Registration events_;  // of the port
   Byte address_ = 0;
   AxisCalibration roll_, pitch_;
   std::vector<Byte> queue_;

@@ -1,4 +1,4 @@
-// The rest of what the machine gives: message boxes, event loop, timers, clock.
+// The rest of what the machine gives: message boxes, timers, clock.
 #pragma once
 
 #include <cstdint>
@@ -24,16 +24,9 @@ class MessageBoxes {
   // Asks for a line of text: the question, and the text that the box begins with. std::nullopt when the user
   // cancels, and where nobody can be asked. Events are handled meanwhile.
   virtual std::optional<std::string> AskText(std::string_view, std::string_view) { return std::nullopt; }
-};
-
-class EventLoop {
- public:
-  virtual ~EventLoop() = default;
-  // Handles what waits: timers, sockets, serial ports. Where none does, sleeps for a few milliseconds at
-  // most.
-  virtual void Yield() = 0;
-  // True once the program is ending; every loop that yields must stop then.
-  virtual bool Ending() const = 0;
+  // The program ends: every box is taken away, a question with No or without a text, and from now on none is
+  // put up and nobody is asked.
+  virtual void Dismiss() {}
 };
 
 // A repeating timer that a form owns and the logic switches. It never fires by itself here: its form calls

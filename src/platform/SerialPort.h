@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/Bytes.h"
+#include "base/Registration.h"
 
 namespace tvx {
 
@@ -38,7 +39,8 @@ class SerialPort {
 
   virtual ~SerialPort() = default;
 
-  virtual void SetHandler(Handler handler) = 0;
+  // In force until its Registration ends, or another handler is set. The handler may do either itself.
+  Registration SetHandler(Handler handler) { return handler_.Give(std::move(handler)); }
   // Bytes that must wait before Received is raised (1 or more).
   virtual void SetReceiveThreshold(std::size_t threshold) = 0;
 
@@ -62,6 +64,12 @@ class SerialPort {
   virtual void DiscardOutput() = 0;
   // The carrier-detect line; std::nullopt where the device has none or the port is closed.
   virtual std::optional<bool> CarrierDetect() const = 0;
+
+ protected:
+  void Raise(SerialEvent event) const { handler_(event); }
+
+ private:
+  Callback<SerialEvent> handler_;
 };
 
 }  // namespace tvx

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/Bytes.h"
+#include "base/Registration.h"
 
 namespace tvx {
 
@@ -29,7 +30,9 @@ class UdpSocket {
 
   virtual ~UdpSocket() = default;
 
-  virtual void SetHandlers(ArrivalHandler arrival, ErrorHandler error) = 0;
+  // Each in force until its Registration ends, or another handler is set.
+  Registration SetArrivalHandler(ArrivalHandler handler) { return arrival_.Give(std::move(handler)); }
+  Registration SetErrorHandler(ErrorHandler handler) { return error_.Give(std::move(handler)); }
   // Closes the socket (harmless when closed), then binds it to the local port and aims it at the remote host
   // and port. Datagrams that have arrived already are not lost: where the local port stays the same, so does
   // the socket; otherwise they are delivered first. False when an address is bad or the port cannot be bound;
@@ -48,6 +51,14 @@ class UdpSocket {
   virtual std::int32_t WaitingSenderPort() const { return 0; }
   // In words, of the last SetUp that failed; empty after one that succeeded.
   virtual std::string LastError() const = 0;
+
+ protected:
+  void RaiseArrival(std::size_t bytesTotal) const { arrival_(bytesTotal); }
+  void RaiseError(int code, std::string_view description) const { error_(code, description); }
+
+ private:
+  Callback<std::size_t> arrival_;
+  Callback<int, std::string_view> error_;
 };
 
 }  // namespace tvx

@@ -12,8 +12,10 @@ SimCom::SimCom(const ConfigModel& model, UdpSocket& socket, MessageBoxes& boxes,
       link_(model, socket),
       subscriptions_(link_, boxes),
       ports_(model, link_, subscriptions_, boxes) {
-  socket_.SetHandlers([this](std::size_t bytesTotal) { WinsockUDP_DataArrival(bytesTotal); },
-                      [this](int code, std::string_view description) { OnSocketError(code, description); });
+  arrivals_ =
+      socket_.SetArrivalHandler([this](std::size_t bytesTotal) { WinsockUDP_DataArrival(bytesTotal); });
+  errors_ = socket_.SetErrorHandler(
+      [this](int code, std::string_view description) { OnSocketError(code, description); });
 }
 
 bool SimCom::OpenUDP() {
@@ -39,7 +41,7 @@ void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
   if (udpMonitorMode_) {
     packetArrived_ = true;
     CountPacket();
-    if (monitor_) monitor_(LastDatagram(), sender);
+    monitor_(LastDatagram(), sender);
     return;
   }
   if (bytesTotal >= kSmallestDatagram && Decode()) CountPacket();
@@ -72,7 +74,7 @@ std::optional<std::int64_t> SimCom::SilentForMs() const {
 void SimCom::OnSocketError(int code, std::string_view description) {
   boxes_.Show("Error reading data via UDP: " + std::string(description) +
               "\r\nErrorcode= " + std::to_string(code));
-  if (socketError_) socketError_(code);
+  socketError_(code);
 }
 
 }  // namespace tvx

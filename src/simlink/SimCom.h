@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/Registration.h"
 #include "config/Model.h"
 #include "platform/Host.h"
 #include "platform/UdpSocket.h"
@@ -40,7 +41,9 @@ class SimCom {
   std::string LinkError() const { return link_.Error(); }
   // Told of a socket error after its message was shown: writes the dump and stops the run.
   using SocketErrorHandler = std::function<void(int code)>;
-  void SetSocketErrorHandler(SocketErrorHandler handler) { socketError_ = std::move(handler); }
+  Registration SetSocketErrorHandler(SocketErrorHandler handler) {
+    return socketError_.Give(std::move(handler));
+  }
 
   // --- senders ---
   void SendDSEL(int group) { link_.SendDSEL(group); }
@@ -103,7 +106,7 @@ class SimCom {
   void SetUdpMonitorMode(bool on) { udpMonitorMode_ = on; }
   // Told of every datagram that arrives in monitor mode, with the sender's port (0: not known).
   using MonitorHandler = std::function<void(ByteView datagram, std::int32_t senderPort)>;
-  void SetMonitor(MonitorHandler handler) { monitor_ = std::move(handler); }
+  Registration SetMonitor(MonitorHandler handler) { return monitor_.Give(std::move(handler)); }
   // Set by every arrival in monitor mode.
   bool PacketArrived() const { return packetArrived_; }
   void ClearPacketArrived() { packetArrived_ = false; }
@@ -119,8 +122,9 @@ class SimCom {
   LinkSocket link_;
   Subscriptions subscriptions_;
   PortTable ports_;
-  SocketErrorHandler socketError_;
-  MonitorHandler monitor_;
+  Callback<int> socketError_;
+  Callback<ByteView, std::int32_t> monitor_;
+  Registration arrivals_, errors_;  // of the socket
   bool udpMonitorMode_ = false;
   bool dataReceived_ = false;
   bool packetArrived_ = false;

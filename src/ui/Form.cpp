@@ -1,26 +1,66 @@
 #include "ui/Form.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QKeyEvent>
+#include <QThread>
+#include <QTimer>
 
 namespace tvx {
+namespace {
+
+constexpr int kLookAgainMs = 50;
+
+}  // namespace
 
 Form::Form(const char* name, QWidget* parent) : QWidget(parent, Qt::Window) {
   setObjectName(QString::fromLatin1(name));
 }
 
+// Children may still speak while they are deleted, after this form's own part of itself is gone.
+Form::~Form() {
+  disconnect(qApp, nullptr, this, nullptr);
+  for (QObject* child : findChildren<QObject*>()) child->disconnect(this);
+}
+
 void Form::Unload() {
   if (unloading_) return;
   unloading_ = true;
+  for (Form* form : findChildren<Form*>()) form->Unload();
+  for (QDialog* dialog : findChildren<QDialog*>()) dialog->reject();
+  for (QTimer* timer : findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) timer->stop();
+  kept_.clear();
   hide();
-  deleteLater();
+  AtEnd();
   emit Ended();
+  DeleteWhenIdle();
+}
+
+// Deleting waits as long as a question, a file chooser or the like runs an event loop of its own: the slot
+// that put it may be this form's.
+void Form::DeleteWhenIdle() {
+  if (QThread::currentThread()->loopLevel() <= 1) {
+    deleteLater();
+  } else {
+    QTimer::singleShot(kLookAgainMs, this, &Form::DeleteWhenIdle);
+  }
 }
 
 void Form::BringToFront() {
   show();
   raise();
   activateWindow();
+}
+
+void Form::CloseAsked() {
+  if (unloading_ || closing_) return;
+  closing_ = true;
+  const bool end = MayEnd();
+  closing_ = false;
+  if (!end || unloading_) return;
+  Unload();
+  emit Closed();
 }
 
 void Form::closeEvent(QCloseEvent* event) {

@@ -1,41 +1,92 @@
-// What every form of the program shares.
+// What every form of the program shares, above all how it ends.
 #pragma once
 
 #include <QPointer>
 #include <QPushButton>
 #include <QWidget>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "base/Registration.h"
 
 namespace tvx {
 
-// A window with a given name. Enter presses the focused button, or else the default one; Escape and the
-// window's close button do what the form says. A form never closes by itself: whoever made it unloads it.
+// A window with a given name. Enter presses the focused button, or else the default one; Escape does what the
+// window's close button does.
+//
+// A form ends by one road, Unload, whatever ends it: the user, who closes it; its maker; the end of the form
+// above it; the end of the program. From then on it is hidden, its timers stand still, the callbacks that it
+// keeps are taken back, and the dialogs over it are dismissed. It is deleted when no event loop runs within
+// another one: a slot that has put a question to the user finds its form still there when the answer comes,
+// and asks Unloading() whether there is anything left to do.
 class Form : public QWidget {
   Q_OBJECT
  public:
   explicit Form(const char* name, QWidget* parent = nullptr);
+  ~Form() override;
 
-  // Takes the form away for good. Safe from within its own slots: it is hidden now and deleted by the event
-  // loop.
   void Unload();
   bool Unloading() const { return unloading_; }
   // Shows it above all others, with the focus.
   void BringToFront();
+  // Closes the form for the user. Unloads it, unless MayEnd objects; other forms hide, or tell the program.
+  virtual void CloseAsked();
 
  signals:
-  void Ended();  // it was unloaded; it still exists, but is not shown any more
+  void Closed();  // the user has closed it; comes after Ended
+  void Ended();   // it was unloaded; it still exists, but is not shown any more
 
  protected:
-  // The user wants the window closed.
-  virtual void CloseAsked() = 0;
-  virtual void EscapePressed() {}
+  // False: the user wants to stay, having been asked what to do with unsaved edits.
+  virtual bool MayEnd() { return true; }
+  // What the form has to stop or give back, once, before Ended.
+  virtual void AtEnd() {}
+  virtual void EscapePressed() { CloseAsked(); }
   void SetDefaultButton(QPushButton* button) { defaultButton_ = button; }
+  // Keeps a callback for as long as the form is not unloaded.
+  void Keep(Registration registration) { kept_.push_back(std::move(registration)); }
 
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  void DeleteWhenIdle();
+
   QPointer<QPushButton> defaultButton_;
+  std::vector<Registration> kept_;
   bool unloading_ = false;
+  bool closing_ = false;
+};
+
+// A form as its maker holds it: made when it is first wanted, and gone with its maker at the latest.
+template <typename FormType>
+class FormHolder {
+  static_assert(std::is_base_of_v<Form, FormType>);
+
+ public:
+  FormHolder() = default;
+  ~FormHolder() { delete form_.data(); }
+  FormHolder(const FormHolder&) = delete;
+  FormHolder& operator=(const FormHolder&) = delete;
+
+  // The form; nullptr while there is none, and once it is unloaded.
+  FormType* Get() const { return form_ && !form_->Unloading() ? form_.data() : nullptr; }
+  FormType* operator->() const { return Get(); }
+  explicit operator bool() const { return Get() != nullptr; }
+
+  // The form, made by `make` unless there is one.
+  template <typename Make>
+  FormType& GetOrMake(Make&& make) {
+    if (Get() == nullptr) form_ = make();
+    return *form_;
+  }
+  void Unload() {
+    if (FormType* form = Get()) form->Unload();
+  }
+
+ private:
+  QPointer<FormType> form_;
 };
 
 }  // namespace tvx

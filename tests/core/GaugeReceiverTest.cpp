@@ -17,8 +17,9 @@ std::vector<Byte> Reply(Byte gauge, Byte type) {
 
 struct ReceiverRig : CockpitRig {
   GaugeReceiver receiver{model, serial, cycle, sim, special};
+  Registration events;
   ReceiverRig() {
-    Bus().SetHandler([this](SerialEvent event) { receiver.OnComm(event, false); });
+    events = Bus().SetHandler([this](SerialEvent event) { receiver.OnComm(event, false); });
     Start();
   }
 };

@@ -75,7 +75,7 @@ TEST_F(BusFaults, TheSearchNamesWhatIsWrongAndWhere) {
   SetFault(10, DeviceFault::None);
   const OnForm dialog = Dialog(10);
   dialog.Type("boxNewGaugeID", "2");
-  dialog.Press("cmdSetNewGaugeID");
+  dialog.PressAndWait("cmdSetNewGaugeID");
   dialog.Press("CmdClose");
   SearchUpTo(16);
   EXPECT_EQ(SearchWords().find("two gauges"), std::string::npos) << SearchWords();
@@ -92,26 +92,26 @@ TEST_F(BusFaults, ANewAddressIsWrittenAndTheGaugeFliesUnderIt) {
   EXPECT_THROW(dialog.Press("cmdSetNewGaugeID"), std::runtime_error) << "it is not offered";
   dialog.Type("boxNewGaugeID", QString::number(kNew));
   EXPECT_EQ(dialog.Text("LabelNewGaugeID"), "free");
-  dialog.Press("cmdSetNewGaugeID");
+  dialog.PressAndWait("cmdSetNewGaugeID");
   EXPECT_EQ(flight.boxes.shown.back(),
             "Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge");
-  dialog.Press("cmdRead");
+  dialog.PressAndWait("cmdRead");
   EXPECT_NE(dialog.Text("LabelIdentity").find("Small gauge; Single Needle + Display, model 1"),
             std::string::npos);
 
   // A line that carries no command: nothing moves.
   Bus().SetFault(vc::LineFault::Deaf);
   flight.boxes.answers = {kAnswerNo};
-  dialog.Press("cmdSetNewGaugeID");
+  dialog.PressAndWait("cmdSetNewGaugeID");
   EXPECT_EQ(flight.boxes.asked.back(),
             "The gauge does not answer as GaugeID 009.\r\nMove its settings there all the same?");
   Bus().SetFault(vc::LineFault::None);
   ASSERT_NE(Bus().Find(kOld), nullptr);
   EXPECT_EQ(Model().Gauges[kOld].GaugeFunction1, settings.GaugeFunction1);
 
-  dialog.Press("cmdRead");
+  dialog.PressAndWait("cmdRead");
   const std::size_t messages = flight.boxes.shown.size();
-  dialog.Press("cmdSetNewGaugeID");
+  dialog.PressAndWait("cmdSetNewGaugeID");
   EXPECT_EQ(flight.boxes.shown.size(), messages);
   EXPECT_EQ(Bus().Find(kOld), nullptr);
   ASSERT_NE(Bus().Find(kNew), nullptr);

@@ -109,11 +109,17 @@ TEST(FirstFlight, AGaugeTakesANewAddressAndAnswersThere) {
   QTimer countdown;
   QObject::connect(&countdown, &QTimer::timeout, [&] { serial.TickReplyCountdown(); });
   countdown.start(20);
-  EXPECT_TRUE(serial.QueryGauge(kAirspeedGauge));
+  const auto answers = [&](int gaugeID) {
+    std::optional<bool> ended;
+    const Registration query = serial.QueryGauge(gaugeID, [&](bool answered) { ended = answered; });
+    EXPECT_TRUE(Eventually([&] { return ended.has_value(); }));
+    return ended.value_or(false);
+  };
+  EXPECT_TRUE(answers(kAirspeedGauge));
   serial.WriteNewGaugeID(kAirspeedGauge, kFreeGaugeID);
-  EXPECT_TRUE(serial.QueryGauge(kFreeGaugeID));
+  EXPECT_TRUE(answers(kFreeGaugeID));
   EXPECT_TRUE(flight.boxes.shown.empty());
-  EXPECT_FALSE(serial.QueryGauge(kAirspeedGauge));
+  EXPECT_FALSE(answers(kAirspeedGauge));
   EXPECT_EQ(flight.boxes.shown, (std::vector<std::string>{"Gauge with ID: 10 doesn't respond."}));
 }
 

@@ -4,6 +4,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -40,6 +41,13 @@ class OnForm {
     return *control;
   }
   void Press(const char* button) const { The<QAbstractButton>(button).click(); }
+  // Presses what keeps the form from being worked on for a while, and waits until that is over.
+  void PressAndWait(const char* button) const {
+    Press(button);
+    const QDeadlineTimer end(10000);
+    while (!end.hasExpired() && Window() != nullptr && !Window()->isEnabled())
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
   // Replaces what stands in the field, key by key.
   void Type(const char* field, const QString& text) const {
     auto& edit = The<QLineEdit>(field);

@@ -257,7 +257,7 @@ void NewInstallation::SetUpTheAirspeed() {
   OpenGauge(kAirspeedGauge);
   const OnForm form("frmInstrument");
   form.Pick("ComboFunction1", 1);
-  form.Press("cmdRead");
+  form.PressAndWait("cmdRead");
   EXPECT_NE(form.Text("LabelIdentity").find("model 1"), std::string::npos) << form.Text("LabelIdentity");
   Seen("instrument");
   form.Press("CmdCalibrate1");

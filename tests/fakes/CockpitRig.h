@@ -20,13 +20,12 @@ namespace tvx {
 struct CockpitRig {
   ConfigModel model;
   FakeMessageBoxes boxes;
-  FakeEventLoop loop;
   FakeClock clock;
   FakeUdpSocket socket;
   std::array<FakeSerialPort, kHardwareGroups> ports;
   SimCom sim{model, socket, boxes, clock};
   HardwarePorts hardware{model, PointersTo(ports)};
-  Serial serial{hardware, boxes, loop};
+  Serial serial{hardware, boxes};
   SpecialValues special{sim, boxes, clock};
   ProcessCycle cycle{model, sim, serial, special};
 

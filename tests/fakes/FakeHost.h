@@ -1,4 +1,4 @@
-// Stand-ins for what the machine gives: message boxes, clock, event loop, timer.
+// Stand-ins for what the machine gives: message boxes, clock, timer.
 #pragma once
 
 #include <cstdint>
@@ -68,21 +68,6 @@ class FakeClock : public Clock {
     t.tm_sec = 15;
     return t;
   }
-};
-
-// Counts the yields; each runs `onYield`, where a test lets time pass or a reply arrive.
-class FakeEventLoop : public EventLoop {
- public:
-  int yields = 0;
-  bool ending = false;
-  int limit = 100000;  // ends by itself after so many, so that no test hangs
-  std::function<void()> onYield;
-
-  void Yield() override {
-    if (++yields >= limit) ending = true;
-    if (onYield) onYield();
-  }
-  bool Ending() const override { return ending; }
 };
 
 class FakeTimer : public Timer {

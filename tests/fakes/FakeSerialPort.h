@@ -35,10 +35,7 @@ class FakeSerialPort final : public SerialPort {
   }
   void Arrive(std::initializer_list<Byte> bytes) { Arrive(ByteView(bytes.begin(), bytes.size())); }
   // Break, Framing, or a Received out of turn.
-  void Raise(SerialEvent event) {
-    const Handler handler = handler_;  // the handler may set another one
-    if (handler) handler(event);
-  }
+  using SerialPort::Raise;
   // The adapter is pulled out. It stays so until OpenResult is Open again and the program opens the port.
   void Unplug() {
     OpenResult = SerialState::NotFound;
@@ -50,7 +47,6 @@ class FakeSerialPort final : public SerialPort {
   }
 
   // --- SerialPort ---
-  void SetHandler(Handler handler) override { handler_ = std::move(handler); }
   void SetReceiveThreshold(std::size_t threshold) override {
     Threshold = threshold;
     Note("threshold " + std::to_string(threshold));
@@ -113,7 +109,6 @@ class FakeSerialPort final : public SerialPort {
 
   SerialState state_ = SerialState::Closed;
   std::string device_;
-  Handler handler_;
   std::vector<Byte> input_;
 };
 

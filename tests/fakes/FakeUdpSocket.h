@@ -41,17 +41,11 @@ class FakeUdpSocket final : public UdpSocket {
   // A datagram arrives, and the program is told.
   void Deliver(std::string_view bytes) {
     Queue(bytes);
-    if (arrival_) arrival_(bytes.size());
+    RaiseArrival(bytes.size());
   }
-  void RaiseError(int code, std::string_view description) {
-    if (error_) error_(code, description);
-  }
+  using UdpSocket::RaiseError;
 
   // --- UdpSocket ---
-  void SetHandlers(ArrivalHandler arrival, ErrorHandler error) override {
-    arrival_ = std::move(arrival);
-    error_ = std::move(error);
-  }
   bool SetUp(const UdpEndpoints& endpoints) override {
     const AllocationPause recording;
     SetUps.push_back(endpoints);
@@ -87,8 +81,6 @@ class FakeUdpSocket final : public UdpSocket {
   std::string LastError() const override { return lastError_; }
 
  private:
-  ArrivalHandler arrival_;
-  ErrorHandler error_;
   std::deque<std::string> waiting_;
   UdpEndpoints endpoints_;
   bool open_ = false;

@@ -112,6 +112,46 @@ TEST_F(ModuleFormsTest, WhatIsTouchedIsSelectedAndCheckedWhenStored) {
   }));
 }
 
+// The set-up, opened from the configuration, goes with it; the module that runs then has nobody to tell.
+TEST_F(ModuleFormsTest, ASetUpGoesWithTheConfigurationAndHearsNoMore) {
+  Program& program = BeginHaltedWith(keys);
+  Control<QPushButton>(Status(), "CmdConfig")->click();
+  Settle();
+  Control<QPushButton>(Configuration(), "cmdGotoIOM")->click();
+  Control<QPushButton>(program.IOModule1().Form(), "cmdConfigIOM")->click();
+  ASSERT_NE(program.IOModule1().ConfigurationForm(), nullptr);
+  Control<QPushButton>(program.IOModule1().ConfigurationForm(), "cmdEdit")->click();
+  Control<QPushButton>(Configuration(), "CmdClose")->click();
+  Settle();
+  EXPECT_EQ(program.IOModule1().ConfigurationForm(), nullptr);
+  program.Start().butOK_Click();
+  program.Run().cmdRun_Click();
+  Report(0x80);
+  EXPECT_TRUE(WaitUntil([&] { return program.IOModule1().Module().SwitchesKnown(); }));
+}
+
+// Commands wait in a queue, not in the buttons' slots: also where the line's timer stands still.
+TEST_F(ModuleFormsTest, NoButtonOfTheSetUpWaitsForTheLine) {
+  Program& program = BeginHaltedWith(keys);
+  IOModulePeripheral& module = program.IOModule1();
+  module.ShowConfiguration(nullptr);
+  ConfigIOMForm* form = module.ConfigurationForm();
+  ASSERT_NE(form, nullptr);
+  module.StopTimers();
+  for (const char* button :
+       {"cmdDebounceAll", "cmdLampTest", "cmdDebounceAll", "cmdLampTest", "cmdSetAddress"})
+    Control<QPushButton>(form, button)->click();
+  module.Module().WriteCmdDuringConfig_Tick();
+  module.Module().WriteCmdDuringConfig_Tick();
+  EXPECT_TRUE(module.Module().TransmitPending());
+  // In their order: command 11, and the test of the lamps, 12.
+  EXPECT_TRUE(WaitUntil([&] { return line.Collect().size() >= 12; }));
+  EXPECT_EQ(line.Got[2] >> 4, 11);
+  EXPECT_EQ(line.Got[8] >> 4, 12);
+  module.Unload();
+  EXPECT_EQ(module.ConfigurationForm(), nullptr);
+}
+
 TEST_F(ModuleFormsTest, AnEngineClusterIsSetUpFromNothing) {
   Program& program = BeginHaltedWith(keys);
   program.Model().EngineCluster[1] = {};

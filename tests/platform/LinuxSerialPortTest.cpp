@@ -35,7 +35,7 @@ class LinuxSerialPortTest : public testing::Test {
  protected:
   LinuxSerialPortTest() {
     ScratchFolder::Link(3, pty.Device());
-    port.SetHandler([this](SerialEvent event) {
+    handler = port.SetHandler([this](SerialEvent event) {
       if (event == SerialEvent::Received) Take(1000);
     });
   }
@@ -57,6 +57,7 @@ class LinuxSerialPortTest : public testing::Test {
     return bytes;
   }
 
+  Registration handler;
   ScratchFolder folder;
   Pty pty;
   LinuxSerialPort port{std::make_unique<QtFdWatcher>()};
@@ -98,7 +99,7 @@ TEST_F(LinuxSerialPortTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits)
   port.SetReceiveThreshold(25);
   std::vector<std::size_t> waiting;
   bool reads = true;
-  port.SetHandler([&](SerialEvent event) {
+  handler = port.SetHandler([&](SerialEvent event) {
     ASSERT_EQ(event, SerialEvent::Received);
     waiting.push_back(port.Waiting());
     if (reads) Take(25);
@@ -126,7 +127,7 @@ TEST_F(LinuxSerialPortTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits)
 TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
   int calls = 0;
   port.SetReceiveThreshold(5);
-  port.SetHandler([&](SerialEvent) {
+  handler = port.SetHandler([&](SerialEvent) {
     switch (++calls) {
       case 1:
         port.Close();
@@ -138,7 +139,7 @@ TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
         Take(5);
         pty.Send(Bytes(5, 9));
         EXPECT_TRUE(WaitUntil([&] { return got.size() == 10; }));
-        port.SetHandler(nullptr);
+        handler.End();
         break;
       default:
         Take(5);
@@ -159,7 +160,7 @@ TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
 }
 
 TEST_F(LinuxSerialPortTest, AFloodThatNobodyReadsIsBoundedAndTheNewestBytesStay) {
-  port.SetHandler(nullptr);
+  handler.End();
   ASSERT_TRUE(port.Open(3));
   ASSERT_TRUE(SendAll(Pattern(LinuxSerialPort::kInputRoom + 5000)));
   const Bytes last{1, 2, 3, 4};

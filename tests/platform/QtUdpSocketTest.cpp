@@ -21,16 +21,15 @@ std::int32_t FreePort() {
 class QtUdpSocketTest : public testing::Test {
  protected:
   QtUdpSocketTest() {
-    socket.SetHandlers(
-        [this](std::size_t bytesTotal) {
-          totals.push_back(bytesTotal);
-          senders.push_back(socket.WaitingSenderPort());
-          if (!reads) return;
-          Byte room[100];
-          const std::size_t count = socket.Receive(room);
-          got.emplace_back(room, room + count);
-        },
-        [this](int, std::string_view) { ++errors; });
+    arrivals = socket.SetArrivalHandler([this](std::size_t bytesTotal) {
+      totals.push_back(bytesTotal);
+      senders.push_back(socket.WaitingSenderPort());
+      if (!reads) return;
+      Byte room[100];
+      const std::size_t count = socket.Receive(room);
+      got.emplace_back(room, room + count);
+    });
+    failures = socket.SetErrorHandler([this](int, std::string_view) { ++errors; });
     sim.bind(QHostAddress(QHostAddress::LocalHost), 0);
     here = {"127.0.0.1", sim.localPort(), FreePort()};
   }
@@ -39,6 +38,7 @@ class QtUdpSocketTest : public testing::Test {
                       QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(here.localPort));
   }
 
+  Registration arrivals, failures;
   QtUdpSocket socket;
   QUdpSocket sim;
   UdpEndpoints here;
@@ -138,12 +138,10 @@ TEST_F(QtUdpSocketTest, AnAbsentSimulatorIsNoError) {
 TEST_F(QtUdpSocketTest, AHandlerMayCloseTheSocket) {
   ASSERT_TRUE(socket.SetUp(here));
   int calls = 0;
-  socket.SetHandlers(
-      [&](std::size_t) {
-        ++calls;
-        socket.Close();
-      },
-      {});
+  arrivals = socket.SetArrivalHandler([&](std::size_t) {
+    ++calls;
+    socket.Close();
+  });
   FromSim({1});
   FromSim({2});
   ASSERT_TRUE(WaitUntil([&] { return calls > 0; }));

@@ -137,7 +137,7 @@ TEST_F(Link, ASocketErrorIsShownThenHandedOn) {
   socket.RaiseError(1, "early");  // before anyone listens
   int code = 0;
   std::size_t shownBefore = 0;
-  sim.SetSocketErrorHandler([&](int c) {
+  const Registration handler = sim.SetSocketErrorHandler([&](int c) {
     code = c;
     shownBefore = boxes.shown.size();
   });

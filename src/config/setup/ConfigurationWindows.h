@@ -23,8 +23,6 @@ class ConfigurationWindows {
   virtual void OpenGauge(int gaugeID) = 0;  // the dialog of a gauge, 0..255
   // The Plates, for a needle of a gauge: 1 or 2.
   virtual void OpenCalibration(int gaugeID, int needle) = 0;
-  // The user has closed the main configuration form.
-  virtual void MainFormClosed() = 0;
 };
 
 }  // namespace tvx

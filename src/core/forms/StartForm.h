@@ -31,7 +31,6 @@ class StartForm : public Form {
  protected:
   void showEvent(QShowEvent* event) override;
   void CloseAsked() override { presenter_.Exit_Click(); }
-  void EscapePressed() override { presenter_.Exit_Click(); }
 
  private:
   QWidget* MakeHeader(const std::function<void()>& openWebPage);

@@ -28,6 +28,7 @@ class StatusForm : public Form {
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void CloseAsked() override { presenter_.cmdExit_Click(); }
+  void EscapePressed() override {}
 
  private:
   QWidget* MakeRunPanel();
@@ -40,7 +41,7 @@ class StatusForm : public Form {
   void ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link);
 
   StatusPresenter& presenter_;
-  QTimer flightValuesTimer_;
+  QTimer flightValuesTimer_{this};
   std::int32_t runColour_ = -1;
   bool built_ = false;
 

@@ -23,7 +23,6 @@ class FfbStatusForm : public Form {
 
  protected:
   void CloseAsked() override { hide(); }
-  void EscapePressed() override { hide(); }
 
  private:
   struct Side {
@@ -39,7 +38,7 @@ class FfbStatusForm : public Form {
 
   YokePair& pair_;
   std::function<void(int)> configure_;
-  QTimer timer_;
+  QTimer timer_{this};
   std::array<Side, 2> sides_{};
   ValueBox* BoxAirspeed;
   QLabel *LabelGround, *LabelSimulator, *LabelJoystick;

@@ -66,7 +66,7 @@ YokeConfigForm::YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes&
   auto* column = PageColumn(this);
   column->addWidget(tabs, 1);
   column->addLayout(row);
-  connect(close, &QPushButton::clicked, this, &YokeConfigForm::Unload);
+  connect(close, &QPushButton::clicked, this, &YokeConfigForm::CloseAsked);
   LoadPages();
   timer_.setObjectName("RefreshTimer");
   connect(&timer_, &QTimer::timeout, this, [this] {

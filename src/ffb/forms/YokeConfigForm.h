@@ -31,10 +31,6 @@ class YokeConfigForm : public Form {
   void Refresh();
   static constexpr int kRefreshMs = 100;
 
- protected:
-  void CloseAsked() override { Unload(); }
-  void EscapePressed() override { Unload(); }
-
  private:
   // YokeConfigForm.cpp
   QWidget* MakeModePage();
@@ -77,7 +73,7 @@ class YokeConfigForm : public Form {
 
   YokePair& pair_;
   YokePresenter presenter_;
-  QTimer timer_;
+  QTimer timer_{this};
   bool loading_ = false;
 
   std::array<QRadioButton*, 5> modes_{};

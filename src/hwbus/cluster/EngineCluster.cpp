@@ -20,7 +20,7 @@ EngineCluster::EngineCluster(const ConfigModel& model, SimCom& sim, HardwarePort
                              MessageBoxes& boxes, Timers timers)
     : model_(model), sim_(sim), hardware_(hardware), boxes_(boxes), timers_(timers) {
   ports_.fill(kNoPort);
-  Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+  events_ = Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
   timers_.Timer1000ms.SetInterval(kSecond);
 }
 

@@ -85,6 +85,7 @@ class EngineCluster {
   HardwarePorts& hardware_;
   MessageBoxes& boxes_;
   Timers timers_;
+  Registration events_;  // of the line
   bool running_ = false;
   ECMode ecMode_ = ECMode::Normal;
   int hold_ = 0;  // seconds for which the cluster is taken to sweep

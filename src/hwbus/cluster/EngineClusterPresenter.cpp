@@ -30,7 +30,7 @@ void EngineClusterPresenter::Changed() {
 void EngineClusterPresenter::Refresh() {
   tried_.reset();
   cluster_.TakeSettings();
-  if (changed_) changed_();
+  changed_();
 }
 
 void EngineClusterPresenter::SetEnabled(int channel, bool on) {

@@ -19,7 +19,7 @@ class EngineClusterPresenter {
 
   EngineClusterPresenter(ConfigModel& model, EngineCluster& cluster) : model_(model), cluster_(cluster) {}
   // `changed` is called after every change, so that all forms show the same.
-  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  Registration SetChanged(std::function<void()> changed) { return changed_.Give(std::move(changed)); }
   // The model was edited elsewhere: the cluster takes it over, and the forms are told.
   void Refresh();
 
@@ -78,7 +78,7 @@ class EngineClusterPresenter {
 
   ConfigModel& model_;
   EngineCluster& cluster_;
-  std::function<void()> changed_;
+  Callback<> changed_;
   std::optional<Tried> tried_;
 };
 

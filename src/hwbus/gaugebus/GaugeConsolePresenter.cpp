@@ -144,7 +144,7 @@ bool GaugeConsolePresenter::cmdAddToConfig() {
 }
 
 void GaugeConsolePresenter::Changed() {
-  if (changed_) changed_();
+  changed_();
 }
 
 }  // namespace tvx

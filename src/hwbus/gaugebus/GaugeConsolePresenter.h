@@ -25,7 +25,7 @@ class GaugeConsolePresenter {
 
   GaugeConsolePresenter(ConfigModel& model, Serial& serial, MessageBoxes& boxes);
 
-  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  Registration SetChanged(std::function<void()> changed) { return changed_.Give(std::move(changed)); }
   const GaugeConsoleView& View() const { return view_; }
   bool Polling() const { return polling_; }
 
@@ -55,7 +55,7 @@ class GaugeConsolePresenter {
   ConfigModel& model_;
   Serial& serial_;
   MessageBoxes& boxes_;
-  std::function<void()> changed_;
+  Callback<> changed_;
   GaugeConsoleView view_;
   bool polling_ = false;
   bool replied_ = false;  // since the last tick

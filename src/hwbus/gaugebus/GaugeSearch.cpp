@@ -156,7 +156,7 @@ std::string GaugeSearch::Summary() const {
 }
 
 void GaugeSearch::Changed() {
-  if (changed_) changed_();
+  changed_();
 }
 
 }  // namespace tvx

@@ -23,7 +23,7 @@ class GaugeSearch {
   GaugeSearch(ConfigModel& model, Serial& serial, MessageBoxes& boxes);
 
   // Called after every change of what follows.
-  void SetChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  Registration SetChanged(std::function<void()> changed) { return changed_.Give(std::move(changed)); }
   bool Running() const { return running_; }
   int Done() const { return address_; }  // how many addresses have had their turn
   int Found() const { return found_; }
@@ -57,7 +57,7 @@ class GaugeSearch {
   ConfigModel& model_;
   Serial& serial_;
   MessageBoxes& boxes_;
-  std::function<void()> changed_;
+  Callback<> changed_;
   std::array<Seen, kAddresses> seen_{};
   bool running_ = false;
   bool cancelled_ = false;

@@ -15,8 +15,8 @@ constexpr auto kBlanksAtOpening = [] {
   blanks.fill(' ');
   return blanks;
 }();
-constexpr std::size_t kLongestFrame = 7;
 constexpr int kReplyTicks = 20;
+constexpr int kReplyTickMs = 50, kTransmitMs = 20;  // of TickReplyCountdown and TickTransmit
 
 }  // namespace
 
@@ -31,65 +31,77 @@ void Serial::OpenComPorts() {
   }
 }
 
-void Serial::SetModuleCommand(HardwareGroup module, ModuleCommand command) {
-  modules_[module == HardwareGroup::IOModule2 ? 1 : 0] = std::move(command);
+Registration Serial::SetModuleCommand(HardwareGroup module, ModuleCommand command) {
+  return (module == HardwareGroup::IOModule2 ? module2_ : module1_).Give(std::move(command));
 }
 
 bool Serial::QueueFrame(ByteView frame) {
-  while (transmitPending_) {
-    if (loop_.Ending()) return false;
-    loop_.Yield();
-  }
-  transmitBuffer_.Hold(frame);
-  transmitPending_ = true;
+  if (!waiting_.Push(frame)) return false;
+  if (!transmitPending_) NextFrame();
   return true;
 }
 
-void Serial::WriteGaugeCommand(int gaugeID, int command, std::int32_t value) {
-  if (gaugeID > kHighestGaugeID) {
-    if (gaugeID == kIOModule1Address && modules_[0]) modules_[0](gaugeID, command, value);
-    if (gaugeID == kIOModule2Address && modules_[1]) modules_[1](gaugeID, command, value);
-    return;
-  }
-  // Built before the wait, so that a value that does not fit leaves the slot alone.
-  const auto frame = BuildGaugeFrame(gaugeID, command, value);
-  if (!frame) throw RangeError("gauge command value " + std::to_string(value) + " does not fit");
-  QueueFrame(*frame);
+void Serial::NextFrame() {
+  transmitPending_ = !waiting_.Empty();
+  if (!transmitPending_) return;
+  transmitBuffer_.Hold(waiting_.Front());
+  waiting_.Pop();
 }
 
-void Serial::WriteNewGaugeID(int gaugeID, int newGaugeID) {
+bool Serial::WriteGaugeCommand(int gaugeID, int command, std::int32_t value) {
+  if (gaugeID > kHighestGaugeID) {
+    if (gaugeID == kIOModule1Address) module1_(gaugeID, command, value);
+    if (gaugeID == kIOModule2Address) module2_(gaugeID, command, value);
+    return true;
+  }
+  const auto frame = BuildGaugeFrame(gaugeID, command, value);
+  if (!frame) throw RangeError("gauge command value " + std::to_string(value) + " does not fit");
+  return QueueFrame(*frame);
+}
+
+bool Serial::WriteNewGaugeID(int gaugeID, int newGaugeID) {
   const auto frame = BuildNewGaugeIDFrame(gaugeID, newGaugeID);
   if (!frame) throw RangeError("GaugeID " + std::to_string(newGaugeID) + " does not fit");
-  QueueFrame(*frame);
+  return QueueFrame(*frame);
 }
 
 void Serial::TickTransmit() {
   if (!transmitPending_) return;
   if (!Line().IsOpen() && ports_.Configured(HardwareGroup::GaugeBus)) ports_.Open(HardwareGroup::GaugeBus);
   const ByteView held = transmitBuffer_.Bytes();
-  Line().Write(held.first(std::min(kLongestFrame, held.size())));
-  transmitPending_ = false;
+  Line().Write(held.first(std::min(FrameQueue::kLongestFrame, held.size())));
+  NextFrame();
 }
 
-bool Serial::QueryGauge(int gaugeID) {
+Registration Serial::QueryGauge(int gaugeID, std::function<void(bool)> done) {
   replyReceived_ = false;
+  queriedGauge_ = gaugeID;
   WriteGaugeCommand(gaugeID, kCommandReportState, 0);
-  replyCountdown_ = kReplyTicks;
-  while (replyCountdown_ > 0) {
-    if (loop_.Ending()) return false;
-    loop_.Yield();
-    if (replyReceived_) return true;
-  }
-  boxes_.Show("Gauge with ID: " + std::to_string(gaugeID) + " doesn't respond.");
-  return false;
+  const auto before = static_cast<int>(waiting_.Size());
+  replyCountdown_ = kReplyTicks + before * kTransmitMs / kReplyTickMs;
+  return queryDone_.Give(std::move(done));
+}
+
+void Serial::NoteReply() {
+  replyReceived_ = true;
+  EndQuery(true);
 }
 
 void Serial::TickReplyCountdown() {
-  if (replyCountdown_ > 0) --replyCountdown_;
+  if (replyCountdown_ > 0 && --replyCountdown_ == 0) EndQuery(false);
+}
+
+void Serial::EndQuery(bool answered) {
+  if (answered && replyCountdown_ == 0) return;
+  replyCountdown_ = 0;
+  if (!queryDone_) return;
+  if (!answered) boxes_.Show("Gauge with ID: " + std::to_string(queriedGauge_) + " doesn't respond.");
+  queryDone_(answered);
 }
 
 void Serial::BeginBatch() {
   if (!transmitPending_) transmitBuffer_.Clear();
+  for (; !waiting_.Empty(); waiting_.Pop()) transmitBuffer_.Append(waiting_.Front());
 }
 
 Serial::BatchResult Serial::SendBatch() {

@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+#include "base/Registration.h"
+#include "hwbus/FrameQueue.h"
 #include "hwbus/GaugeFrame.h"
 #include "hwbus/HardwarePorts.h"
 #include "hwbus/gaugebus/FrameBuffer.h"
@@ -17,15 +19,14 @@ namespace tvx {
 inline constexpr int kIOModule1Address = 1000;
 inline constexpr int kIOModule2Address = 2000;
 
-// One buffer serves two users that never run together: while the program is halted it holds a single queued
-// frame, and while it runs, the batch of a tick.
+// One buffer serves two users that never run together: while the program is halted it holds the frame whose
+// turn it is, and while it runs, the batch of a tick. Nothing here waits.
 class Serial {
  public:
   // Takes a gauge command for a pseudo-address: (gaugeID, command, value).
   using ModuleCommand = std::function<void(int, int, std::int32_t)>;
 
-  Serial(HardwarePorts& ports, MessageBoxes& boxes, EventLoop& loop)
-      : ports_(ports), boxes_(boxes), loop_(loop) {}
+  Serial(HardwarePorts& ports, MessageBoxes& boxes) : ports_(ports), boxes_(boxes) {}
 
   HardwarePorts& Ports() { return ports_; }
   // The gauge bus's own port, and how it stands, in one line for the user.
@@ -39,37 +40,38 @@ class Serial {
   void OpenComPorts();
   void CloseComPorts() { ports_.CloseAll(); }
 
-  // Who takes the commands for an IO module's pseudo-address (`module`: IOModule1 or IOModule2); an empty
-  // function for none.
-  void SetModuleCommand(HardwareGroup module, ModuleCommand command);
+  // Who takes the commands for the pseudo-address of IO module 1 or 2, until the Registration ends.
+  Registration SetModuleCommand(HardwareGroup module, ModuleCommand command);
 
   // --- single frames, while halted ---
-  // Queues one command frame; waits for a free slot, yielding to the event loop. No frame is queued when the
-  // program ends meanwhile. 1000 and 2000 go to the IO modules, other numbers of 256 and more nowhere. Throws
-  // RangeError when |value| is above 65535 or gaugeID below 0; the slot is then as it was.
-  void WriteGaugeCommand(int gaugeID, int command, std::int32_t value);
+  // Queues one command frame behind those that wait. False, and the frame is lost, where the queue is full.
+  // 1000 and 2000 go to the IO modules, other numbers of 256 and more nowhere. Throws RangeError when |value|
+  // is above 65535 or gaugeID below 0; the queue is then as it was.
+  bool WriteGaugeCommand(int gaugeID, int command, std::int32_t value);
   // Queues, in the same way, the frame that gives a gauge a new address. Throws RangeError when one of the
   // two is outside 0..255.
-  void WriteNewGaugeID(int gaugeID, int newGaugeID);
+  bool WriteNewGaugeID(int gaugeID, int newGaugeID);
   // True while a queued frame has not been written yet.
   bool TransmitPending() const { return transmitPending_; }
-  // One tick of the status form's WriteCmdDuringConfig timer: writes the queued frame, if there is one, and
-  // opens the gauge bus for it where it is closed. A dead line loses the frame.
+  // One tick of the status form's WriteCmdDuringConfig timer: writes the frame whose turn it is, if there is
+  // one, and opens the gauge bus for it where it is closed. A dead line loses the frame.
   void TickTransmit();
 
   // --- the query ---
-  // Asks a gauge to report and waits for any reply, for at most 20 ticks of TickReplyCountdown. False, with a
-  // message, when none came.
-  bool QueryGauge(int gaugeID);
+  // Asks a gauge to report. `done` is called once: with true when any well-formed reply has come, or with
+  // false, after a message, when none came within 20 ticks of TickReplyCountdown, and the ticks that frames
+  // before this one need to leave. Never after the Registration has ended. A query takes the place of an
+  // earlier one, which then comes to no end.
+  Registration QueryGauge(int gaugeID, std::function<void(bool answered)> done);
   // One tick of the configuration form's timer.
   void TickReplyCountdown();
-  // The receive handler got a well-formed reply.
-  void NoteReply() { replyReceived_ = true; }
+  // The receive handler got a well-formed reply, and keeps it.
+  void NoteReply();
   // Whether one came since the last query began.
   bool ReplyReceived() const { return replyReceived_; }
 
   // --- the batch of a tick, while running ---
-  // Empties the buffer. A frame that was queued outside the cycle and still waits stays, at its head.
+  // Empties the buffer. Frames that were queued outside the cycle and still wait stand at its head.
   void BeginBatch();
   // Adds a frame. False where the buffer has no room for it.
   bool AppendToBatch(ByteView frame) { return transmitBuffer_.Append(frame); }
@@ -84,15 +86,19 @@ class Serial {
 
  private:
   bool QueueFrame(ByteView frame);
+  void NextFrame();
+  void EndQuery(bool answered);
 
   HardwarePorts& ports_;
   MessageBoxes& boxes_;
-  EventLoop& loop_;
   FrameBuffer transmitBuffer_;
+  FrameQueue waiting_;  // behind the frame in the buffer
   bool transmitPending_ = false;
   bool replyReceived_ = false;
-  int replyCountdown_ = 0;  // ticks that a query still waits
-  std::array<ModuleCommand, 2> modules_;
+  int queriedGauge_ = 0;
+  int replyCountdown_ = 0;  // ticks that a query still waits; 0: there is none
+  Callback<bool> queryDone_;
+  Callback<int, int, std::int32_t> module1_, module2_;
 };
 
 }  // namespace tvx

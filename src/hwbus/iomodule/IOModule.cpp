@@ -24,16 +24,15 @@ constexpr int kBrightnessShift = 4, kBrightnessMask = 0xF;
 }  // namespace
 
 IOModule::IOModule(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, Keystrokes& keystrokes,
-                   MessageBoxes& boxes, EventLoop& loop, const IOModuleParameters& parameters, Timers timers)
+                   MessageBoxes& boxes, const IOModuleParameters& parameters, Timers timers)
     : model_(model),
       sim_(sim),
       hardware_(hardware),
       keystrokes_(keystrokes),
       boxes_(boxes),
-      loop_(loop),
       parameters_(parameters),
       timers_(timers) {
-  Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+  events_ = Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
   timers_.WriteCmdDuringConfig.SetInterval(kTransmitInterval);
   timers_.TimerSeconds.SetInterval(kSecond);
 }
@@ -137,7 +136,7 @@ void IOModule::MSComm1_OnComm(SerialEvent event) {
   if (!Answering()) ForgetTold();  // it may have been without power
   secondsSilent_ = 0;
   const IOModuleReport report = ReadIOModuleReport(ReplyView(read));
-  if (observer_) observer_(report);
+  observer_(report);
   if (running_) TakeReport(report);
 }
 
@@ -202,22 +201,17 @@ void IOModule::Put(int definitionNr, float value) {
 
 // --- commands ---
 
-void IOModule::ComposeCmd(int, int command, std::int32_t value) {
+bool IOModule::ComposeCmd(int, int command, std::int32_t value) {
   const auto frame = BuildGaugeFrame(kIOModuleBusAddress, command, value);
   if (!frame) throw RangeError("IO module command value " + std::to_string(value) + " does not fit");
-  while (transmitPending_) {
-    if (loop_.Ending()) return;
-    loop_.Yield();
-  }
-  transmitBuffer_ = *frame;
-  transmitPending_ = true;
+  return waiting_.Push(*frame);
 }
 
 void IOModule::WriteCmdDuringConfig_Tick() {
-  if (!transmitPending_) return;
+  if (waiting_.Empty()) return;
   OpenQuietly();
-  Line().Write(transmitBuffer_);
-  transmitPending_ = false;
+  Line().Write(waiting_.Front());
+  waiting_.Pop();
 }
 
 void IOModule::ForgetTold() {
@@ -256,11 +250,9 @@ void IOModule::RefreshLamps() {
 void IOModule::ProcessTimer_Tick() {
   if (!running_) return;
   batchSize_ = 0;
-  if (transmitPending_) {
-    std::copy(transmitBuffer_.begin(), transmitBuffer_.end(), batch_.begin());
-    batchSize_ = transmitBuffer_.size();
-    transmitPending_ = false;
-  }
+  std::ranges::copy(waiting_.Front(), batch_.begin());
+  batchSize_ = waiting_.Front().size();
+  waiting_.Pop();
   RefreshLamps();
   AppendIfChanged(toldLampsLow_, iom_command::kLampsLow, static_cast<std::int32_t>(lamps_ & kLowLamps));
   AppendIfChanged(toldLampsHigh_, iom_command::kLampsHigh,
@@ -276,8 +268,7 @@ void IOModule::ProcessTimer_Tick() {
 void IOModule::TimerSeconds_Tick() {
   if (!running_) return;
   if (secondsSilent_ < kSilentSeconds) ++secondsSilent_;
-  if (transmitPending_) return;
-  ComposeCmd(0, kCommandReportState, 0);
+  if (waiting_.Empty()) ComposeCmd(0, kCommandReportState, 0);
 }
 
 }  // namespace tvx

@@ -10,7 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Registration.h"
 #include "config/Model.h"
+#include "hwbus/FrameQueue.h"
 #include "hwbus/GaugeFrame.h"
 #include "hwbus/HardwarePorts.h"
 #include "hwbus/iomodule/IOModuleReport.h"
@@ -40,7 +42,7 @@ class IOModule {
     Timer& TimerSeconds;          // 1 s
   };
   IOModule(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, Keystrokes& keystrokes,
-           MessageBoxes& boxes, EventLoop& loop, const IOModuleParameters& parameters, Timers timers);
+           MessageBoxes& boxes, const IOModuleParameters& parameters, Timers timers);
 
   const IOModuleParameters& Parameters() const { return parameters_; }
   bool Configured() const { return hardware_.Configured(parameters_.Group); }
@@ -53,9 +55,11 @@ class IOModule {
   void OpenPorts();
   void cmdRun_Click();
   void cmdStop_Click();
-  // Queues a command for the module; waits for a free slot, yielding to the event loop. `gaugeID` is not
-  // used. Throws RangeError when |value| is above 65535.
-  void ComposeCmd(int gaugeID, int command, std::int32_t value);
+  // Queues a command for the module behind those that wait. False, and it is lost, where the queue is full.
+  // `gaugeID` is not used. Throws RangeError when |value| is above 65535.
+  bool ComposeCmd(int gaugeID, int command, std::int32_t value);
+  // True while a command waits.
+  bool TransmitPending() const { return !waiting_.Empty(); }
   // The cockpit's lighting: its word, whose bits 4..7 are the lamps' brightness.
   void SetLighting(std::int32_t word) { lighting_ = word; }
 
@@ -79,9 +83,10 @@ class IOModule {
   // The value that a definition's Function has now; 0 where it has none.
   double CurrentValue(int definitionNr) const;
   bool Answering() const { return secondsSilent_ < kSilentSeconds; }
-  // Told of every well-formed report, running or not: for learning by touch. May be empty.
-  void SetReportObserver(std::function<void(const IOModuleReport&)> observer) {
-    observer_ = std::move(observer);
+  // Told of every well-formed report, running or not: for learning by touch. Until the
+  // Registration ends.
+  Registration SetReportObserver(std::function<void(const IOModuleReport&)> observer) {
+    return observer_.Give(std::move(observer));
   }
 
   static constexpr int kSilentSeconds = 3;
@@ -110,10 +115,10 @@ class IOModule {
   HardwarePorts& hardware_;
   Keystrokes& keystrokes_;
   MessageBoxes& boxes_;
-  EventLoop& loop_;
   const IOModuleParameters parameters_;
   Timers timers_;
-  std::function<void(const IOModuleReport&)> observer_;
+  Callback<const IOModuleReport&> observer_;
+  Registration events_;  // of the line
 
   bool running_ = false;
   int secondsSilent_ = 0;
@@ -132,8 +137,7 @@ class IOModule {
   std::int32_t lighting_ = 0;
   Told toldLampsLow_, toldLampsHigh_, toldBrightness_, toldLighting_;
 
-  GaugeFrame transmitBuffer_{};
-  bool transmitPending_ = false;
+  FrameQueue waiting_;
   std::array<Byte, kLongestBatch * sizeof(GaugeFrame)> batch_{};
   std::size_t batchSize_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "instruments/setup/InstrumentPresenter.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/NumberFormat.h"
 #include "base/Rounding.h"
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int kHighestSequence = 4;
 constexpr int kHighestPlate = 255;
+constexpr int kAttempts = 2;
 
 // Some names end in blanks.
 std::string Trimmed(std::string name) {
@@ -37,6 +39,7 @@ InstrumentPresenter::InstrumentPresenter(ConfigModel& model, Serial& serial, Mes
     : model_(model), serial_(serial), boxes_(boxes), replyText_(std::move(replyText)) {}
 
 void InstrumentPresenter::Open(int gaugeID) {
+  Cancel();
   gaugeID_ = std::clamp(gaugeID, 0, kGauges - 1);
   const Instrument* kind = InstrumentOf(Record().GaugeType);
   description_ = kind == nullptr ? InstrumentDescription{} : kind->Describe(Record().GaugeType);
@@ -93,31 +96,53 @@ bool InstrumentPresenter::SetSetting6(int value) {
                   [&](GaugeRecord& gauge) { gauge.GaugeSetting6 = static_cast<std::int16_t>(value); });
 }
 
-bool InstrumentPresenter::Read() {
+void InstrumentPresenter::Read() {
   readings_.clear();
   identity_.clear();
-  const auto answer = Query(gaugeID_);
+  Query(Pending::Read, gaugeID_);
+}
+
+void InstrumentPresenter::Cancel() {
+  query_.End();
+  pending_ = Pending::None;
+}
+
+void InstrumentPresenter::Query(Pending what, int gaugeID) {
+  pending_ = what;
+  asked_ = gaugeID;
+  attempts_ = 0;
+  Ask();
+}
+
+void InstrumentPresenter::Ask() {
+  ++attempts_;
+  query_ = serial_.QueryGauge(asked_, [this](bool answered) { OnAnswer(answered); });
+}
+
+// A reply of another gauge may have been under way since before: then the gauge is asked once more.
+void InstrumentPresenter::OnAnswer(bool answered) {
+  const ByteView bytes = replyText_();
+  const bool readable = bytes.size() == kReplySize;
+  const bool own = readable && ReplyGaugeID(bytes.first<kReplySize>()) == asked_;
+  if (answered && readable && !own && attempts_ < kAttempts) {
+    Ask();
+    return;
+  }
+  if (answered && readable && !own) {
+    boxes_.Show("Gauge " + IdText(ReplyGaugeID(bytes.first<kReplySize>())) + " answered instead of " +
+                IdText(asked_) + ".");
+  }
+  const Answer answer = !answered ? Answer::None : own ? Answer::Own : Answer::Others;
+  const Pending what = std::exchange(pending_, Pending::None);
+  what == Pending::Read ? OnRead(answer) : OnNewGaugeID(answer);
+  answered_();
+}
+
+void InstrumentPresenter::OnRead(Answer answer) {
+  if (answer == Answer::Own) TakeReport();
   if (answer == Answer::None) {
     model_.GaugeState[static_cast<std::size_t>(gaugeID_)] = GaugeConnection::NotConnected;
   }
-  if (answer != Answer::Own) return false;
-  TakeReport();
-  return true;
-}
-
-// Says so where no reply came, or another gauge's. One of another gauge may have been under way since before:
-// it gets a second chance.
-InstrumentPresenter::Answer InstrumentPresenter::Query(int gaugeID) {
-  int sender = -1;
-  for (int attempt = 0; attempt < 2; ++attempt) {
-    if (!serial_.QueryGauge(gaugeID)) return Answer::None;
-    const ByteView bytes = replyText_();
-    if (bytes.size() != kReplySize) return Answer::Others;
-    sender = ReplyGaugeID(bytes.first<kReplySize>());
-    if (sender == gaugeID) return Answer::Own;
-  }
-  boxes_.Show("Gauge " + IdText(sender) + " answered instead of " + IdText(gaugeID) + ".");
-  return Answer::Others;
 }
 
 void InstrumentPresenter::TakeReport() {
@@ -148,26 +173,30 @@ bool InstrumentPresenter::WriteNewGaugeID(const std::string& text) {
     boxes_.Show(fault);
     return false;
   }
-  const int before = gaugeID_, wanted = *GaugeIDOf(text);
-  const std::size_t from = static_cast<std::size_t>(before), to = static_cast<std::size_t>(wanted);
+  const int wanted = *GaugeIDOf(text);
+  const auto from = static_cast<std::size_t>(gaugeID_);
   if (model_.GaugeState[from] != GaugeConnection::Connected) {
     boxes_.Show("Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge");
     return false;
   }
-  serial_.WriteNewGaugeID(before, wanted);
+  serial_.WriteNewGaugeID(gaugeID_, wanted);
   // The settings follow only where the gauge went.
   model_.GaugeState[from] = GaugeConnection::Unknown;
-  const bool answers = Query(wanted) == Answer::Own;
-  if (!answers && boxes_.Ask("The gauge does not answer as GaugeID " + IdText(wanted) +
-                             ".\r\nMove its settings there all the same?") == kAnswerNo) {
-    return false;
+  Query(Pending::NewGaugeID, wanted);
+  return true;
+}
+
+void InstrumentPresenter::OnNewGaugeID(Answer answer) {
+  const int wanted = asked_;
+  if (answer != Answer::Own && boxes_.Ask("The gauge does not answer as GaugeID " + IdText(wanted) +
+                                          ".\r\nMove its settings there all the same?") == kAnswerNo) {
+    return;
   }
-  model_.Gauges[to] = Record();
+  model_.Gauges[static_cast<std::size_t>(wanted)] = Record();
   Edited() = {};
-  model_.GaugeState[from] = GaugeConnection::NotConnected;
+  model_.GaugeState[static_cast<std::size_t>(gaugeID_)] = GaugeConnection::NotConnected;
   Open(wanted);
-  if (answers) TakeReport();
-  return answers;
+  if (answer == Answer::Own) TakeReport();
 }
 
 bool InstrumentPresenter::Try(const TrialField& trial, int value) {

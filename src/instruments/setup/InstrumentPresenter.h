@@ -32,17 +32,24 @@ class InstrumentPresenter {
   bool SetModel(int gaugeModel);                 // 0..255
   bool SetSetting6(int value);
 
-  // Asks the live gauge to report. True when it did; Readings and Identity then tell what it said.
-  bool Read();
+  // Asks the live gauge to report. While Asking() the answer is awaited; Readings and Identity then tell what
+  // it said, or are empty.
+  void Read();
   struct Reading {
     std::string label, text;
   };
   const std::vector<Reading>& Readings() const { return readings_; }
   std::string Identity() const { return identity_; }
 
-  // Gives the live gauge a new address and, once it answers there, moves its record there; asks where it does
-  // not answer. `text` must be a free address 0..255.
+  // Gives the live gauge a new address, a free one of 0..255, and asks it there. Once it answers, its record
+  // moves there, and GaugeID() is the new one; where it does not, the user is asked whether it is to move.
+  // False, with a message, where the address cannot be given.
   bool WriteNewGaugeID(const std::string& text);
+  // True from either on, until SetAnswered's callback is told that it has come to its end.
+  bool Asking() const { return pending_ != Pending::None; }
+  Registration SetAnswered(std::function<void()> answered) { return answered_.Give(std::move(answered)); }
+  // Ends the asking; nobody is told.
+  void Cancel();
   // Why `text` cannot be the new address; empty where it can.
   std::string NewGaugeIDFault(const std::string& text) const;
   // Sends one of its commands to the live gauge. False where the gauge bus is not open, with a message, and
@@ -53,8 +60,13 @@ class InstrumentPresenter {
 
  private:
   GaugeRecord& Edited();
+  enum class Pending { None, Read, NewGaugeID };
   enum class Answer { None, Own, Others };
-  Answer Query(int gaugeID);
+  void Query(Pending what, int gaugeID);
+  void Ask();
+  void OnAnswer(bool answered);
+  void OnRead(Answer answer);
+  void OnNewGaugeID(Answer answer);
   void TakeReport();
   bool SetField(bool valid, const std::function<void(GaugeRecord&)>& edit);
 
@@ -66,6 +78,12 @@ class InstrumentPresenter {
   InstrumentDescription description_;
   std::vector<Reading> readings_;
   std::string identity_;
+
+  Pending pending_ = Pending::None;
+  int asked_ = 0;     // the address that was asked
+  int attempts_ = 0;  // how often
+  Registration query_;
+  Callback<> answered_;
 };
 
 }  // namespace tvx

@@ -33,10 +33,6 @@ LinuxSerialPort::~LinuxSerialPort() {
   Leave(SerialState::Closed);
 }
 
-void LinuxSerialPort::SetHandler(Handler handler) {
-  handler_ = handler ? std::make_shared<const Handler>(std::move(handler)) : nullptr;
-}
-
 void LinuxSerialPort::SetReceiveThreshold(std::size_t threshold) {
   threshold_ = std::max<std::size_t>(threshold, 1);
 }
@@ -199,11 +195,6 @@ void LinuxSerialPort::RaiseReceived() {
     Raise(SerialEvent::Received);
     if (consumed_ == before) return;
   }
-}
-
-void LinuxSerialPort::Raise(SerialEvent event) {
-  const std::shared_ptr<const Handler> handler = handler_;
-  if (handler) (*handler)(event);
 }
 
 }  // namespace tvx

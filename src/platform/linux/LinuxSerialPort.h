@@ -23,7 +23,6 @@ class LinuxSerialPort final : public SerialPort {
   LinuxSerialPort(const LinuxSerialPort&) = delete;
   LinuxSerialPort& operator=(const LinuxSerialPort&) = delete;
 
-  void SetHandler(Handler handler) override;
   void SetReceiveThreshold(std::size_t threshold) override;
   bool Open(int comNumber) override;
   void Close() override;
@@ -48,10 +47,8 @@ class LinuxSerialPort final : public SerialPort {
   void ForgetInput();
   void Deliver();
   void RaiseReceived();
-  void Raise(SerialEvent event);
 
   std::unique_ptr<FdWatcher> watcher_;
-  std::shared_ptr<const Handler> handler_;  // shared, so that it outlives its own replacement
   std::size_t threshold_ = 1;
   int fd_ = -1;
   SerialState state_ = SerialState::Closed;

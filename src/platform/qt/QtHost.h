@@ -1,27 +1,13 @@
-// Event loop and timers of Qt.
+// Timers of Qt.
 #pragma once
 
-#include <QObject>
 #include <QTimer>
 #include <functional>
 
+#include "base/Registration.h"
 #include "platform/Host.h"
 
 namespace tvx {
-
-class QtEventLoop final : public EventLoop {
- public:
-  QtEventLoop();
-  void Yield() override;
-  bool Ending() const override { return ending_; }
-  // The program is to end: every loop that yields stops, then Qt's own.
-  void End();
-
- private:
-  QObject context_;
-  QTimer wake_;
-  bool ending_ = false;
-};
 
 class QtTimer final : public Timer {
  public:
@@ -32,11 +18,12 @@ class QtTimer final : public Timer {
   bool Enabled() const override;
   // Milliseconds; less than 1 counts as 1. A timer that runs starts its interval anew.
   void SetInterval(int milliseconds) override;
-  // What each tick calls, beside what was given before.
-  void OnTick(std::function<void()> tick);
+  // What each tick calls, until the Registration ends or another one is given.
+  Registration OnTick(std::function<void()> tick) { return tick_.Give(std::move(tick)); }
 
  private:
   QTimer timer_;
+  Callback<> tick_;
 };
 
 }  // namespace tvx

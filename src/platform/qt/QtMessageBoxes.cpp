@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
+#include <memory>
 
 #include "base/Version.h"
 
@@ -47,6 +48,7 @@ QtMessageBoxes::~QtMessageBoxes() {
 }
 
 void QtMessageBoxes::Show(std::string_view text) {
+  if (dismissed_) return;
   const QString words = ToQString(text);
   std::erase_if(standing_,
                 [](const QPointer<QMessageBox>& box) { return box.isNull() || !box->isVisible(); });
@@ -63,26 +65,39 @@ void QtMessageBoxes::Show(std::string_view text) {
 }
 
 int QtMessageBoxes::Ask(std::string_view text) {
-  const QPointer<QMessageBox> box =
-      MakeBox(QMessageBox::Question, ToQString(text), QMessageBox::Yes | QMessageBox::No);
+  if (dismissed_) return kAnswerNo;
+  const std::unique_ptr<QMessageBox> box(
+      MakeBox(QMessageBox::Question, ToQString(text), QMessageBox::Yes | QMessageBox::No));
   box->setDefaultButton(QMessageBox::Yes);
   box->setEscapeButton(QMessageBox::No);
-  const int answer = box->exec();
-  delete box.data();  // unless the program's end has done so
-  return answer == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+  return Run(*box) == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
 }
 
 std::optional<std::string> QtMessageBoxes::AskText(std::string_view text, std::string_view preset) {
-  const QPointer<QInputDialog> box = new QInputDialog;
-  box->setObjectName("InputBox");
-  box->setWindowTitle(ToQString(kProgramTitle).trimmed());
-  box->setWindowModality(Qt::ApplicationModal);
-  box->setLabelText(ToQString(text));
-  box->setTextValue(ToQString(preset));
-  const bool taken = box->exec() == QDialog::Accepted && box;
-  const auto answer = taken ? std::optional(box->textValue().toStdString()) : std::nullopt;
-  delete box.data();  // unless the program's end has done so
-  return answer;
+  if (dismissed_) return std::nullopt;
+  QInputDialog box;
+  box.setObjectName("InputBox");
+  box.setWindowTitle(ToQString(kProgramTitle).trimmed());
+  box.setWindowModality(Qt::ApplicationModal);
+  box.setLabelText(ToQString(text));
+  box.setTextValue(ToQString(preset));
+  if (Run(box) != QDialog::Accepted) return std::nullopt;
+  return box.textValue().toStdString();
+}
+
+int QtMessageBoxes::Run(QDialog& box) {
+  asking_.push_back(&box);
+  const int answer = box.exec();
+  std::erase(asking_, &box);
+  return dismissed_ ? QDialog::Rejected : answer;
+}
+
+void QtMessageBoxes::Dismiss() {
+  dismissed_ = true;
+  for (const auto& box : standing_) {
+    if (box) box->close();
+  }
+  for (QDialog* box : asking_) box->reject();
 }
 
 }  // namespace tvx

@@ -7,6 +7,7 @@
 
 #include "platform/Host.h"
 
+class QDialog;
 class QMessageBox;
 
 namespace tvx {
@@ -18,9 +19,15 @@ class QtMessageBoxes final : public MessageBoxes {
   void Show(std::string_view text) override;
   int Ask(std::string_view text) override;
   std::optional<std::string> AskText(std::string_view text, std::string_view preset) override;
+  void Dismiss() override;
 
  private:
+  // Runs the box until it is answered, and gives its result; QDialog::Rejected once dismissed.
+  int Run(QDialog& box);
+
   std::vector<QPointer<QMessageBox>> standing_;  // of Show; an entry empties when its box is closed
+  std::vector<QDialog*> asking_;                 // those that wait for their answer, innermost last
+  bool dismissed_ = false;
 };
 
 }  // namespace tvx

@@ -57,14 +57,7 @@ QtUdpSocket::QtUdpSocket() {
 }
 
 QtUdpSocket::~QtUdpSocket() {
-  arrival_ = nullptr;
-  error_ = nullptr;
   Close();
-}
-
-void QtUdpSocket::SetHandlers(ArrivalHandler arrival, ErrorHandler error) {
-  arrival_ = std::move(arrival);
-  error_ = std::move(error);
 }
 
 bool QtUdpSocket::SetUp(const UdpEndpoints& endpoints) {
@@ -149,7 +142,7 @@ void QtUdpSocket::DeliverWaiting(int most) {
   for (int i = 0; i < most && life == life_ && IsOpen() && socket_.hasPendingDatagrams(); ++i) {
     const std::uint64_t before = received_;
     const auto size = static_cast<std::size_t>(socket_.pendingDatagramSize());
-    if (arrival_) arrival_(size);
+    RaiseArrival(size);
     if (life == life_ && received_ == before) Receive({});
   }
   // A datagram that the system woke us for and then threw away (a wrong checksum). Qt tells of no other
@@ -165,8 +158,7 @@ void QtUdpSocket::OnError(QAbstractSocket::SocketError code) {
     case QAbstractSocket::DatagramTooLargeError:  // one that was cut
       return;
     default:
-      if (quiet_ || !error_) return;
-      error_(static_cast<int>(code), socket_.errorString().toStdString());
+      if (!quiet_) RaiseError(static_cast<int>(code), socket_.errorString().toStdString());
   }
 }
 

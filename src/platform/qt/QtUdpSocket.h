@@ -19,7 +19,6 @@ class QtUdpSocket final : public UdpSocket {
   QtUdpSocket(const QtUdpSocket&) = delete;
   QtUdpSocket& operator=(const QtUdpSocket&) = delete;
 
-  void SetHandlers(ArrivalHandler arrival, ErrorHandler error) override;
   bool SetUp(const UdpEndpoints& endpoints) override;
   void SetRemotePort(std::int32_t remotePort) override;
   void Close() override;
@@ -39,8 +38,6 @@ class QtUdpSocket final : public UdpSocket {
   QHostAddress remote_;
   std::int32_t remotePort_ = 0;
   std::int32_t localPort_ = 0;  // bound to; 0: closed
-  ArrivalHandler arrival_;
-  ErrorHandler error_;
   std::string lastError_;
   std::uint64_t received_ = 0;  // datagrams taken off the socket
   unsigned life_ = 0;           // counts bindings and closings: a handler may have done either

@@ -70,7 +70,7 @@ void LinkConsolePresenter::cmdStartUDP_Click() {
   if (!OpenLink()) return;
   count_ = 0;
   lastCameMs_ = clock_.MonotonicMs();
-  sim_.SetMonitor([this](ByteView bytes, std::int32_t port) { OnDatagram(bytes, port); });
+  monitor_ = sim_.SetMonitor([this](ByteView bytes, std::int32_t port) { OnDatagram(bytes, port); });
   sim_.ClearPacketArrived();
   sim_.SetUdpMonitorMode(true);
   view_.Status = "Running";
@@ -80,7 +80,7 @@ void LinkConsolePresenter::cmdStartUDP_Click() {
 
 void LinkConsolePresenter::CmdStopUDP_Click() {
   sim_.SetUdpMonitorMode(false);
-  sim_.SetMonitor(nullptr);
+  monitor_.End();
   StopLog();
   arrived_.clear();
   missed_ = 0;

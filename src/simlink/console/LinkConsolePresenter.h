@@ -106,6 +106,7 @@ class LinkConsolePresenter {
   SimCom& sim_;
   MessageBoxes& boxes_;
   const Clock& clock_;
+  Registration monitor_;
   View view_;
   LogLines log_;
   std::vector<LoggedDatagram> arrived_;                 // since the last tick

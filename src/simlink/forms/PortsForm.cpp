@@ -35,7 +35,7 @@ PortsForm::PortsForm(const ConfigModel& model, const SimCom& sim)
   column->addWidget(LabelDetails);
   column->addLayout(buttons);
   connect(refresh, &QPushButton::clicked, this, &PortsForm::Refresh);
-  connect(close, &QPushButton::clicked, this, &PortsForm::Unload);
+  connect(close, &QPushButton::clicked, this, &PortsForm::CloseAsked);
   connect(OffsetsList, &QListWidget::currentRowChanged, this, &PortsForm::ShowDetails);
   Refresh();
 }

@@ -17,10 +17,6 @@ class PortsForm : public Form {
   // Reads the ports anew; the chosen line stays chosen.
   void Refresh();
 
- protected:
-  void CloseAsked() override { Unload(); }
-  void EscapePressed() override { Unload(); }
-
  private:
   void ShowDetails();
 

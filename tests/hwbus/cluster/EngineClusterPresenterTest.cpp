@@ -11,7 +11,7 @@ using Record = std::array<int, 3>;
 struct EngineClusterEditorTest : EngineClusterRig {
   EngineClusterEditorTest() {
     model.Functions[61].ComboDT = static_cast<Byte>(DataType::XplaneCmnd);
-    editor.SetChanged([this] { ++told; });
+    edits = editor.SetChanged([this] { ++told; });
   }
   Record Of(int setting) const {
     const EngineClusterRecord& r = model.EngineCluster[static_cast<std::size_t>(setting)];
@@ -23,6 +23,7 @@ struct EngineClusterEditorTest : EngineClusterRig {
   }
   EngineClusterPresenter editor{model, cluster};
   int told = 0;
+  Registration edits;
 };
 
 TEST_F(EngineClusterEditorTest, EveryEditOfAChannel) {

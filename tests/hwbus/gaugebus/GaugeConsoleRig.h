@@ -16,7 +16,6 @@ class HaltedBusTest : public testing::Test {
     FillNameTables(model);
     model.General.ComPortGS = 5;
     serial.OpenComPorts();
-    loop.onYield = [this] { serial.TickTransmit(); };
   }
   static std::array<Byte, kReplySize> Reply(int id, int type, int gaugeModel = 1, int version = 20) {
     std::array<Byte, kReplySize> reply{};
@@ -31,10 +30,9 @@ class HaltedBusTest : public testing::Test {
 
   ConfigModel model;
   FakeMessageBoxes boxes;
-  FakeEventLoop loop;
   std::array<FakeSerialPort, kHardwareGroups> ports;
   HardwarePorts hardware{model, PointersTo(ports)};
-  Serial serial{hardware, boxes, loop};
+  Serial serial{hardware, boxes};
 };
 
 }  // namespace tvx

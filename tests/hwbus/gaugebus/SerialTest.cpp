@@ -23,10 +23,9 @@ class SerialTest : public testing::Test {
 
   ConfigModel model;
   FakeMessageBoxes boxes;
-  FakeEventLoop loop;
   std::array<FakeSerialPort, kHardwareGroups> ports;
   HardwarePorts hardware{model, PointersTo(ports)};
-  Serial serial{hardware, boxes, loop};
+  Serial serial{hardware, boxes};
 };
 
 const char* const kNoPower = "No Power on CIM; Check Power Switch and Fuses";
@@ -60,28 +59,33 @@ TEST_F(SerialTest, AFrameGoesOutOnTheTickAndOnce) {
   EXPECT_EQ(Gauges().Writes.back(), (Bytes{0x00, 0x03, 0x2C, 0xC8, 0xAA, 0xFF, 0x20}));
 }
 
-TEST_F(SerialTest, WritersWaitForTheSlotAndKeepTheirOrder) {
+// Whoever writes faster than the line takes it waits for nothing; what finds no room is refused.
+TEST_F(SerialTest, FramesQueueInOrderUpToTheirBound) {
   serial.OpenComPorts();
-  loop.onYield = [&] {
-    if (loop.yields % 3 == 0) serial.TickTransmit();
-  };
-  for (int gauge = 1; gauge <= 4; ++gauge) serial.WriteGaugeCommand(gauge, 5, gauge);
-  serial.WriteNewGaugeID(5, 6);
-  serial.TickTransmit();
-  ASSERT_EQ(Gauges().Writes.size(), 5u);
-  for (Byte gauge = 1; gauge <= 5; ++gauge) EXPECT_EQ(Gauges().Writes[gauge - 1u][1], gauge);
-  EXPECT_EQ(loop.yields, 12);
+  const int room = static_cast<int>(FrameQueue::kRoom) + 1;  // one has its turn
+  for (int gauge = 1; gauge < room; ++gauge) EXPECT_TRUE(serial.WriteGaugeCommand(gauge, 5, gauge));
+  EXPECT_TRUE(serial.WriteNewGaugeID(room, 6));
+  EXPECT_FALSE(serial.WriteGaugeCommand(200, 5, 1) || serial.WriteNewGaugeID(200, 6));
+  for (int tick = 1; tick <= room; ++tick) {
+    EXPECT_TRUE(serial.TransmitPending()) << tick;
+    serial.TickTransmit();
+    ASSERT_EQ(Gauges().Writes.size(), static_cast<std::size_t>(tick));
+    EXPECT_EQ(Gauges().Writes.back()[1], tick);
+  }
+  EXPECT_FALSE(serial.TransmitPending());
+  EXPECT_TRUE(serial.WriteGaugeCommand(200, 5, 1));
 }
 
-TEST_F(SerialTest, AWaitEndsWithTheProgramAndKeepsTheQueuedFrame) {
-  serial.WriteGaugeCommand(1, 5, 1);
-  const Bytes queued = TransmitBuffer();
-  loop.onYield = [&] { loop.ending = true; };
-  serial.WriteGaugeCommand(2, 5, 2);
-  serial.WriteNewGaugeID(2, 3);
-  EXPECT_EQ(TransmitBuffer(), queued);
-  EXPECT_FALSE(serial.QueryGauge(3));
-  EXPECT_TRUE(boxes.shown.empty());
+TEST_F(SerialTest, ARunTakesWhatStillWaitsIntoItsFirstBatch) {
+  serial.OpenComPorts();
+  for (int gauge = 1; gauge <= 3; ++gauge) serial.WriteGaugeCommand(gauge, 5, gauge);
+  serial.BeginBatch();
+  serial.AppendToBatch(Bytes{9, 9});
+  EXPECT_EQ(serial.SendBatch(), Serial::BatchResult::Sent);
+  ASSERT_EQ(Gauges().Sent.size(), 20u);
+  EXPECT_EQ((std::array<Byte, 4>{Gauges().Sent[1], Gauges().Sent[7], Gauges().Sent[13], Gauges().Sent[19]}),
+            (std::array<Byte, 4>{1, 2, 3, 9}));
+  EXPECT_FALSE(serial.TransmitPending());
 }
 
 TEST_F(SerialTest, ValuesThatDoNotFitAreTheCallersErrorAndTouchNothing) {
@@ -92,7 +96,6 @@ TEST_F(SerialTest, ValuesThatDoNotFitAreTheCallersErrorAndTouchNothing) {
   EXPECT_THROW(serial.WriteNewGaugeID(1, 256), RangeError);
   EXPECT_EQ(TransmitBuffer(), queued);
   EXPECT_TRUE(serial.TransmitPending());
-  EXPECT_EQ(loop.yields, 0);
 }
 
 TEST_F(SerialTest, PseudoAddressesGoToTheirModules) {
@@ -104,25 +107,54 @@ TEST_F(SerialTest, PseudoAddressesGoToTheirModules) {
     };
   };
   serial.WriteGaugeCommand(1000, 1, 1);  // nobody there
-  serial.SetModuleCommand(HardwareGroup::IOModule1, note("one"));
-  serial.SetModuleCommand(HardwareGroup::IOModule2, note("two"));
+  Registration one = serial.SetModuleCommand(HardwareGroup::IOModule1, note("one"));
+  const Registration two = serial.SetModuleCommand(HardwareGroup::IOModule2, note("two"));
   serial.WriteGaugeCommand(1000, 4, -70000);  // unchanged, even where no frame could hold it
   serial.WriteGaugeCommand(2000, 5, 6);
   for (const int nobody : {256, 999, 1001, 3000}) serial.WriteGaugeCommand(nobody, 5, 70000);
+  one.End();
+  serial.WriteGaugeCommand(1000, 4, 1);
   EXPECT_EQ(calls, (Texts{"one 1000 4 -70000", "two 2000 5 6"}));
   EXPECT_FALSE(serial.TransmitPending());
 }
 
-TEST_F(SerialTest, AQueryWithoutReplyEndsAfterTwentyTicksWithOneMessage) {
-  int ticks = 0;
-  loop.onYield = [&] {
-    if (loop.yields % 2 == 0) return;  // the timer is slower than the loop
-    ++ticks;
-    serial.TickReplyCountdown();
-  };
-  EXPECT_FALSE(serial.QueryGauge(7));
-  EXPECT_EQ(ticks, 20);
-  EXPECT_EQ(boxes.shown, Texts{"Gauge with ID: 7 doesn't respond."});
+// How many ticks of the countdown until the query has come to its end, and how.
+TEST_F(SerialTest, AQueryEndsWithTheReplyOrItsTime) {
+  std::vector<bool> ends;
+  const auto end = [&](bool answered) { ends.push_back(answered); };
+  const struct {
+    const char* what;
+    int framesBefore, replyAfter, ticks;
+    bool answered;
+  } rows[] = {{"no reply", 0, -1, 20, false},
+              {"no reply, behind ten frames of 20 ms", 11, -1, 24, false},
+              {"a reply", 0, 5, 5, true}};
+  for (const auto& row : rows) {
+    ends.clear();
+    boxes.shown.clear();
+    for (int i = 0; i < row.framesBefore; ++i) serial.WriteGaugeCommand(1, 1, 1);
+    const Registration query = serial.QueryGauge(7, end);
+    for (int tick = 1; tick <= row.ticks; ++tick) {
+      EXPECT_TRUE(ends.empty()) << row.what << ' ' << tick;
+      if (tick == row.replyAfter) serial.NoteReply();
+      serial.TickReplyCountdown();
+    }
+    EXPECT_EQ(ends, std::vector<bool>{row.answered}) << row.what;
+    EXPECT_EQ(boxes.shown, row.answered ? Texts{} : Texts{"Gauge with ID: 7 doesn't respond."}) << row.what;
+    serial.NoteReply();
+    EXPECT_EQ(ends.size(), 1u) << row.what << ": told once";
+    while (serial.TransmitPending()) serial.TickTransmit();
+  }
+}
+
+TEST_F(SerialTest, WhoeverGoesAwayIsNotToldOfHisQuery) {
+  int told = 0;
+  Registration query = serial.QueryGauge(7, [&](bool) { ++told; });
+  query.End();
+  for (int tick = 0; tick < 30; ++tick) serial.TickReplyCountdown();
+  serial.NoteReply();
+  EXPECT_EQ(told, 0);
+  EXPECT_TRUE(boxes.shown.empty());
 }
 
 TEST_F(SerialTest, TheTickOpensAClosedPortAndADeadLineLosesTheFrame) {

@@ -20,7 +20,6 @@ namespace tvx {
 struct IOModuleRig {
   ConfigModel model;
   FakeMessageBoxes boxes;
-  FakeEventLoop loop;
   FakeClock clock;
   FakeUdpSocket socket;
   FakeKeyInjector injector;
@@ -33,7 +32,7 @@ struct IOModuleRig {
   IOModule module;
 
   explicit IOModuleRig(const IOModuleParameters& p)
-      : parameters(p), module(model, sim, hardware, keystrokes, boxes, loop, p, {process, write, seconds}) {
+      : parameters(p), module(model, sim, hardware, keystrokes, boxes, p, {process, write, seconds}) {
     model.General.ComPortIOM1 = 6;
     model.General.ComPortIOM2 = 8;
     for (int number = 60; number < 64; ++number) {

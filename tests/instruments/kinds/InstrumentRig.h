@@ -39,9 +39,10 @@ struct ByteAt {
 
 struct InstrumentRig : CockpitRig {
   GaugeReceiver receiver{model, serial, cycle, sim, special};
+  Registration events;
 
   InstrumentRig() {
-    Bus().SetHandler([this](SerialEvent event) { receiver.OnComm(event, true); });
+    events = Bus().SetHandler([this](SerialEvent event) { receiver.OnComm(event, true); });
     for (int n = 1; n <= 58; ++n) Define(n);
     for (int n = 91; n <= 120; ++n) Define(n);
     for (const int n : {143, 144, 280, 281}) Define(n);

@@ -13,16 +13,31 @@ class InstrumentPresenterTest : public HaltedBusTest {
   InstrumentPresenterTest() {
     model.Gauges[7] = {.GaugeType = 101, .GaugeFunction2 = 8, .GaugeSetting5 = 0x80, .GaugeSetting6 = 3};
     model.Plates.resize(300);
-    loop.onYield = [this] {
+  }
+  // Lets time pass, and the gauge answer, until the question has come to its end.
+  void Wait() {
+    for (int tick = 0; tick < 100 && control.Asking(); ++tick) {
       serial.TickTransmit();
       serial.TickReplyCountdown();
-      if (answers && !Bus().Writes.empty()) {
-        const int sentTo = Bus().Writes.back()[1];
-        const bool other = sentTo != answersAt && othersLeft-- > 0;
-        reply = Reply(other ? otherID : sentTo, 101, 2);
-        serial.NoteReply();
-      }
-    };
+      if (!answers || serial.TransmitPending()) continue;
+      const int sentTo = Bus().Writes.back()[1];
+      const bool other = sentTo != answersAt && othersLeft-- > 0;
+      reply = Reply(other ? otherID : sentTo, 101, 2);
+      serial.NoteReply();
+    }
+    EXPECT_FALSE(control.Asking());
+  }
+  bool Read() {
+    control.Read();
+    Wait();
+    return !control.Identity().empty();
+  }
+  // True where the gauge has answered there.
+  bool GiveAddress(const char* text) {
+    EXPECT_TRUE(control.WriteNewGaugeID(text));
+    Wait();
+    const auto now = static_cast<std::size_t>(control.GaugeID());
+    return now == std::stoul(text) && model.GaugeState[now] == GaugeConnection::Connected;
   }
   ByteView LastReply() const { return reply; }
 
@@ -49,7 +64,7 @@ TEST_F(InstrumentPresenterTest, RefusesWhatTheRecordCannotHold) {
 
 TEST_F(InstrumentPresenterTest, ReadsTheLiveInstrument) {
   control.Open(7);
-  EXPECT_TRUE(control.Read());
+  EXPECT_TRUE(Read());
   EXPECT_EQ(control.Identity(), "Digital/Analogue Altimeter, model 2, version 20");
   ASSERT_EQ(control.Readings().size(), 2u);
   EXPECT_EQ(control.Readings()[0].label, "Pressure setting");
@@ -59,16 +74,16 @@ TEST_F(InstrumentPresenterTest, ReadsTheLiveInstrument) {
   const std::size_t asked = Bus().Writes.size();
   answersAt = -1;
   othersLeft = 1;
-  EXPECT_TRUE(control.Read());
+  EXPECT_TRUE(Read());
   EXPECT_EQ(Bus().Writes.size(), asked + 2);
   EXPECT_TRUE(boxes.shown.empty());
   answersAt = -1;  // another one speaks up, again and again
   othersLeft = 9;
-  EXPECT_FALSE(control.Read());
+  EXPECT_FALSE(Read());
   EXPECT_EQ(boxes.shown.back(), "Gauge 009 answered instead of 007.");
   answers = false;
   boxes.shown.clear();
-  EXPECT_FALSE(control.Read());
+  EXPECT_FALSE(Read());
   EXPECT_EQ(boxes.shown, std::vector<std::string>{"Gauge with ID: 7 doesn't respond."});
   EXPECT_EQ(model.GaugeState[7], GaugeConnection::NotConnected);
 }
@@ -93,7 +108,7 @@ TEST_F(InstrumentPresenterTest, ANewAddressIsCheckedWrittenAndReadBack) {
   EXPECT_TRUE(Bus().Writes.empty());
   model.GaugeState[7] = GaugeConnection::Connected;
   answersAt = 20;
-  EXPECT_TRUE(control.WriteNewGaugeID("20"));
+  EXPECT_TRUE(GiveAddress("20"));
   EXPECT_EQ(Bus().Writes.front(), (std::vector<Byte>{0, 7, 0x2C, 20, 0xAA, 0xFF, 0x20}));
   EXPECT_EQ(model.Gauges[7].GaugeType, 0);
   EXPECT_EQ(model.Gauges[20].GaugeType, 101);
@@ -104,17 +119,33 @@ TEST_F(InstrumentPresenterTest, ANewAddressIsCheckedWrittenAndReadBack) {
   // A gauge that does not answer at its new address: its settings stay, unless the user knows better.
   answers = false;
   boxes.answers = {kAnswerNo, kAnswerYes};
-  EXPECT_FALSE(control.WriteNewGaugeID("21"));
+  EXPECT_FALSE(GiveAddress("21"));
   EXPECT_EQ(boxes.asked.size(), 1u);
   EXPECT_EQ(control.GaugeID(), 20);
   EXPECT_EQ(model.Gauges[20].GaugeType, 101);
   EXPECT_EQ(model.Gauges[21].GaugeType, 0);
   model.GaugeState[20] = GaugeConnection::Connected;
-  EXPECT_FALSE(control.WriteNewGaugeID("21"));
+  EXPECT_FALSE(GiveAddress("21"));
   EXPECT_EQ(control.GaugeID(), 21);
   EXPECT_EQ(model.Gauges[20].GaugeType, 0);
   EXPECT_EQ(model.Gauges[21].GaugeType, 101);
   EXPECT_EQ(model.GaugeState[21], GaugeConnection::Unknown);
+}
+
+// A dialog that is closed while its gauge is asked is never told.
+TEST_F(InstrumentPresenterTest, AnAskingThatIsCancelledChangesNothing) {
+  int told = 0;
+  const Registration answered = control.SetAnswered([&] { ++told; });
+  control.Open(7);
+  EXPECT_TRUE(Read());
+  EXPECT_EQ(told, 1);
+  control.Read();
+  control.Cancel();
+  answers = false;
+  for (int tick = 0; tick < 30; ++tick) serial.TickReplyCountdown();
+  EXPECT_EQ(told, 1);
+  EXPECT_TRUE(boxes.shown.empty());
+  EXPECT_EQ(model.GaugeState[7], GaugeConnection::Connected);
 }
 
 TEST_F(InstrumentPresenterTest, RemovalAsksAndTrialsStayInTheirRange) {

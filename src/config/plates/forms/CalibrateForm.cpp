@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QGridLayout>
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include "base/NumberFormat.h"
@@ -33,7 +32,7 @@ CalibrateForm::CalibrateForm(ConfigModel& model, MessageBoxes& boxes, std::vecto
   grid->addWidget(MakePointPanel(), 0, 1);
   grid->addWidget(MakePicturePanel(), 0, 2);
   grid->addWidget(MakeTargetPanel(), 1, 0, 1, 3);
-  QPushButton* close = Command("CmdClose", tr("Close"), tr("Back (Escape)"), &CalibrateForm::CmdClose_Click);
+  QPushButton* close = Command("CmdClose", tr("Close"), tr("Back (Escape)"), &CalibrateForm::CloseAsked);
   grid->addWidget(close, 2, 2, Qt::AlignRight);
   grid->setColumnStretch(2, 4);
   grid->setRowStretch(0, 1);
@@ -171,12 +170,10 @@ void CalibrateForm::cmdTakeNeedle_Click() {
 bool CalibrateForm::MayLeave() {
   if (asking_) return false;
   asking_ = true;
-  const QPointer<CalibrateForm> self(this);
   const bool leave =
       !presenter_.Unsaved() || boxes_.Ask("Updates are not saved; Continue anyway?") != kAnswerNo;
-  if (!self || Unloading()) return false;
   asking_ = false;
-  return leave;
+  return leave && !Unloading();
 }
 
 void CalibrateForm::PickPlate(int row) {
@@ -207,8 +204,7 @@ void CalibrateForm::CmdSaveNewPlate_Click() {
 
 void CalibrateForm::cmdSavePlate_Click() {
   TakeBoxes();
-  const QPointer<CalibrateForm> self(this);
-  if (presenter_.cmdSavePlate() && self && !Unloading()) ShowAll();
+  if (presenter_.cmdSavePlate() && !Unloading()) ShowAll();
 }
 
 void CalibrateForm::cmdSetNewName_Click() {
@@ -232,10 +228,6 @@ void CalibrateForm::cmdLinearVal_Click() {
 void CalibrateForm::cmdAssignPlate_Click() {
   presenter_.Assign();
   ShowTarget();
-}
-
-void CalibrateForm::CmdClose_Click() {
-  if (MayLeave()) Unload();
 }
 
 }  // namespace tvx

@@ -25,8 +25,7 @@ class CalibrateForm : public Form {
                 const CalibrationTarget& first, LiveNeedleAccess& needle, QWidget* parent);
 
  protected:
-  void CloseAsked() override { CmdClose_Click(); }
-  void EscapePressed() override { CmdClose_Click(); }
+  bool MayEnd() override { return MayLeave(); }
 
  private:
   QWidget* MakePlatePanel();
@@ -58,7 +57,6 @@ class CalibrateForm : public Form {
   void cmdSetCheck_Click();
   void cmdLinearVal_Click();
   void cmdAssignPlate_Click();
-  void CmdClose_Click();
 
   ConfigModel& model_;
   MessageBoxes& boxes_;

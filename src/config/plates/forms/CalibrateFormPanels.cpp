@@ -3,7 +3,6 @@
 #include <QDoubleValidator>
 #include <QGridLayout>
 #include <QIntValidator>
-#include <QPointer>
 #include <QShortcut>
 
 #include "config/FunctionItems.h"
@@ -157,9 +156,8 @@ QWidget* CalibrateForm::MakeTargetPanel() {
       new SearchCombo("ComboFunction", tr("The Function that this needle shows; type a part of its name"));
   ComboFunction->SetItems(FunctionItems(model_));
   ComboFunction->SetPicked([this](int function) {
-    const QPointer<CalibrateForm> self(this);
     presenter_.ChangeFunction(function);
-    if (self && !Unloading()) ShowAll();
+    if (!Unloading()) ShowAll();
   });
   LabelFunction = MakeLabel("LabelFunction");
   LabelAssigned = MakeLabel("LabelAssigned");

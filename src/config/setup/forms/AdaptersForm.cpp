@@ -65,7 +65,7 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, const ComPorts& numbers, Mess
   connect(ListAdapters, &QTreeWidget::currentItemChanged, this, &AdaptersForm::ShowChosen);
   connect(cmdAssign, &QPushButton::clicked, this, &AdaptersForm::cmdAssign_Click);
   connect(refresh, &QPushButton::clicked, this, &AdaptersForm::Refresh);
-  connect(close, &QPushButton::clicked, this, &AdaptersForm::Unload);
+  connect(close, &QPushButton::clicked, this, &AdaptersForm::CloseAsked);
   Refresh();
   ListAdapters->setFocus();
 }

@@ -21,10 +21,6 @@ class AdaptersForm : public Form {
  signals:
   void Assigned();  // a COM number leads elsewhere now
 
- protected:
-  void CloseAsked() override { Unload(); }
-  void EscapePressed() override { Unload(); }
-
  private:
   void Refresh();
   void ShowChosen();

@@ -1,6 +1,5 @@
 #include "config/setup/forms/MainConfigureForm.h"
 
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include "config/NameTables.h"
@@ -175,7 +174,7 @@ QLayout* MainConfigureForm::MakeButtons() {
   Opener(row, "cmdSaveConfig", tr("&Save and load..."),
          tr("Configuration files: save, load, delete, import, start-up"), ConfigurationWindow::SaveAndLoad);
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the start form (Escape)"));
-  connect(close, &QPushButton::clicked, this, &MainConfigureForm::CmdClose_Click);
+  connect(close, &QPushButton::clicked, this, &MainConfigureForm::CloseAsked);
   row->addWidget(close);
   return row;
 }
@@ -224,25 +223,17 @@ void MainConfigureForm::ShowBus() {
 }
 
 void MainConfigureForm::cmdClearConfig_Click() {
-  if (boxes_.Ask("This will clear all gauge assignments and settings!\r\nContinue anyway?") == kAnswerNo)
-    return;
+  const int answer = boxes_.Ask("This will clear all gauge assignments and settings!\r\nContinue anyway?");
+  if (answer == kAnswerNo || Unloading()) return;
   bus_.CancelSearch();
   ClearAllGauges(model_);
   Rebuild();
 }
 
-void MainConfigureForm::CmdClose_Click() {
-  if (asking_) return;
-  asking_ = true;
-  // What was chosen or typed and never set would be lost as well.
+// What was chosen or typed and never set would be lost as well.
+bool MainConfigureForm::MayEnd() {
   const bool unsaved = model_.ConfigChanged || PanelCom->Pending() || PanelUdp->Pending();
-  const QPointer<MainConfigureForm> self(this);
-  const bool stay = unsaved && boxes_.Ask("Updates are not saved; Continue anyway?") == kAnswerNo;
-  if (!self) return;
-  asking_ = false;
-  if (stay || Unloading()) return;
-  Unload();
-  windows_.MainFormClosed();
+  return !unsaved || boxes_.Ask("Updates are not saved; Continue anyway?") != kAnswerNo;
 }
 
 }  // namespace tvx

@@ -39,8 +39,7 @@ class MainConfigureForm : public Form {
   void Rebuild();
 
  protected:
-  void CloseAsked() override { CmdClose_Click(); }
-  void EscapePressed() override { CmdClose_Click(); }
+  bool MayEnd() override;
 
  private:
   QWidget* MakeTimingPanel();
@@ -53,13 +52,11 @@ class MainConfigureForm : public Form {
   void ShowBus();
   void cmdClearConfig_Click();
   void cmdStartTest_Click();
-  void CmdClose_Click();
 
   ConfigModel& model_;
   MessageBoxes& boxes_;
   GaugeBusAccess& bus_;
   ConfigurationWindows& windows_;
-  bool asking_ = false;
 
   QLabel* CurrentConfigFile;
   ComPortsPanel* PanelCom;
@@ -72,7 +69,7 @@ class MainConfigureForm : public Form {
   QProgressBar* ProgressBar1;
   QLabel *LabelSearch, *LabelBus;
   bool searching_ = false;
-  QTimer Timer1;
+  QTimer Timer1{this};
 };
 
 }  // namespace tvx

@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QGridLayout>
-#include <QPointer>
 
 #include "config/StartFile.h"
 #include "ui/FieldGrid.h"
@@ -32,7 +31,7 @@ SaveConfigForm::SaveConfigForm(const ConfigModel& model, SavePresenter& save, Mo
   panels->addWidget(MakeFilePanel(), 3);
   panels->addWidget(MakeImportPanel(), 2);
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
-  connect(close, &QPushButton::clicked, this, &SaveConfigForm::Unload);
+  connect(close, &QPushButton::clicked, this, &SaveConfigForm::CloseAsked);
   auto* column = new QVBoxLayout(this);
   SpaceForm(column);
   column->addLayout(panels, 1);
@@ -109,11 +108,10 @@ std::string SaveConfigForm::ChosenFile() const {
   return FileName->text().trimmed().toStdString();
 }
 
-// The operation may ask the user, and the form may be gone when the answer comes.
+// The operation may ask the user, and the form may have ended when the answer comes.
 void SaveConfigForm::Do(bool (SavePresenter::*operation)(const std::string&)) {
-  const QPointer<SaveConfigForm> self(this);
   (save_.*operation)(ChosenFile());
-  if (!self || Unloading()) return;
+  if (Unloading()) return;
   Refresh();
   watcher_.ModelChanged();
 }
@@ -121,9 +119,8 @@ void SaveConfigForm::Do(bool (SavePresenter::*operation)(const std::string&)) {
 void SaveConfigForm::cmdImportPartial_Click() {
   ImportChoice chosen{};
   for (std::size_t i = 0; i < kImportChapters; ++i) chosen[i] = ChkImportPartial[i]->isChecked();
-  const QPointer<SaveConfigForm> self(this);
   save_.ImportPartial(ChosenFile(), chosen);
-  if (!self || Unloading()) return;
+  if (Unloading()) return;
   Refresh();
   watcher_.ModelChanged();
 }

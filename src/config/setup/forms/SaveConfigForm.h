@@ -18,10 +18,6 @@ class SaveConfigForm : public Form {
   // `watcher` is told after each operation, a save too: the file's name may be another one.
   SaveConfigForm(const ConfigModel& model, SavePresenter& save, ModelWatcher& watcher, QWidget* parent);
 
- protected:
-  void CloseAsked() override { Unload(); }
-  void EscapePressed() override { Unload(); }
-
  private:
   QWidget* MakeFilePanel();
   QWidget* MakeImportPanel();

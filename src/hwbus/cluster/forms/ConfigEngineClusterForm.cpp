@@ -1,7 +1,5 @@
 #include "hwbus/cluster/forms/ConfigEngineClusterForm.h"
 
-#include <QPointer>
-
 #include "config/FunctionItems.h"
 #include "ui/Look.h"
 
@@ -162,15 +160,8 @@ void ConfigEngineClusterForm::ShowLive() {
 }
 
 // Edits are taken at once. Only a typed text that cannot be taken would be lost.
-void ConfigEngineClusterForm::CloseAsked() {
-  if (asking_) return;
-  asking_ = true;
-  const QPointer<ConfigEngineClusterForm> self(this);
-  const bool leave =
-      !options_->Untaken() || boxes_.Ask("Updates are not saved; Continue anyway?") != kAnswerNo;
-  if (!self || Unloading()) return;
-  asking_ = false;
-  if (leave) Unload();
+bool ConfigEngineClusterForm::MayEnd() {
+  return !options_->Untaken() || boxes_.Ask("Updates are not saved; Continue anyway?") != kAnswerNo;
 }
 
 }  // namespace tvx

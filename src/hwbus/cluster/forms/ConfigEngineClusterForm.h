@@ -27,8 +27,7 @@ class ConfigEngineClusterForm : public Form {
   void ShowLive();
 
  protected:
-  void CloseAsked() override;
-  void EscapePressed() override { CloseAsked(); }
+  bool MayEnd() override;
 
  private:
   using Items = std::vector<std::pair<int, std::string>>;
@@ -51,8 +50,7 @@ class ConfigEngineClusterForm : public Form {
   Items functionItems_;
   QLabel* status_;
   EngineClusterOptions* options_;
-  QTimer refresh_;
-  bool asking_ = false;
+  QTimer refresh_{this};
 };
 
 }  // namespace tvx

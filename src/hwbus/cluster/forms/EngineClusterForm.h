@@ -22,7 +22,6 @@ class EngineClusterForm : public Form {
 
  protected:
   void CloseAsked() override { hide(); }
-  void EscapePressed() override { hide(); }
 
  private:
   QLayout* MakeButtons();
@@ -36,7 +35,7 @@ class EngineClusterForm : public Form {
   std::array<QLabel*, kECChannels> captions_{};
   std::array<Reading*, kECChannels> values_{};
   QPushButton *cmdRun_ = nullptr, *cmdStop_ = nullptr, *cmdRecalibrate_ = nullptr;
-  QTimer refresh_;
+  QTimer refresh_{this};
   unsigned turn_ = 0;
 };
 

@@ -19,7 +19,6 @@ class TestEngineClusterForm : public Form {
 
  protected:
   void CloseAsked() override { hide(); }
-  void EscapePressed() override { hide(); }
 
  private:
   QWidget* MakeNeedles();

@@ -1,7 +1,6 @@
 #include "hwbus/gaugebus/forms/TestGaugesForm.h"
 
 #include <QIntValidator>
-#include <QPointer>
 
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
@@ -34,7 +33,7 @@ TestGaugesForm::TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& 
   });
   LabelBus = MakeLabel("LabelBus");
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
-  connect(close, &QPushButton::clicked, this, &TestGaugesForm::Close);
+  connect(close, &QPushButton::clicked, this, &TestGaugesForm::CloseAsked);
   auto* column = new QVBoxLayout(this);
   SpaceForm(column);
   column->addWidget(MakePollPanel());
@@ -43,16 +42,12 @@ TestGaugesForm::TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& 
   column->addStretch(1);
   column->addWidget(LabelBus);
   column->addWidget(close, 0, Qt::AlignRight);
-  presenter_.SetChanged([this] { ShowView(); });
+  Keep(presenter_.SetChanged([this] { ShowView(); }));
   ShowView();
   ManualGaugeID->setText(ToText(presenter_.ManualGaugeID));
   connect(ManualGaugeID, &QLineEdit::returnPressed, cmdPollGauge, &QPushButton::click);
   ManualGaugeID->setFocus();
   KeepWide(this);
-}
-
-TestGaugesForm::~TestGaugesForm() {
-  presenter_.SetChanged({});
 }
 
 QWidget* TestGaugesForm::MakePollPanel() {
@@ -186,12 +181,11 @@ void TestGaugesForm::TakeInputs() {
   presenter_.boxAddVersion = boxAddVersion->text().toStdString();
 }
 
-// An operation may ask, and the form be gone when the answer comes.
+// The operation may ask the user, and the form may have ended when the answer comes.
 void TestGaugesForm::Do(const std::function<void()>& operation) {
-  const QPointer<TestGaugesForm> self(this);
   TakeInputs();
   operation();
-  if (self && !Unloading()) ShowView();
+  if (!Unloading()) ShowView();
 }
 
 void TestGaugesForm::ShowView() {
@@ -208,11 +202,6 @@ void TestGaugesForm::ShowView() {
   if (presenter_.Polling() != PollTimer.isActive()) {
     presenter_.Polling() ? PollTimer.start() : PollTimer.stop();
   }
-}
-
-void TestGaugesForm::Close() {
-  presenter_.cmdStopPoll();
-  Unload();
 }
 
 }  // namespace tvx

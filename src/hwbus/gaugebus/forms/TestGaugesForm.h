@@ -20,12 +20,10 @@ class TestGaugesForm : public Form {
   // `watcher` is told when a gauge was added to the configuration.
   TestGaugesForm(const ConfigModel& model, GaugeConsolePresenter& presenter, const GaugeBusAccess& bus,
                  ModelWatcher& watcher, QWidget* parent);
-  ~TestGaugesForm() override;
   void ShowView();
 
  protected:
-  void CloseAsked() override { Close(); }
-  void EscapePressed() override { Close(); }
+  void AtEnd() override { presenter_.cmdStopPoll(); }
 
  private:
   QWidget* MakePollPanel();
@@ -33,13 +31,12 @@ class TestGaugesForm : public Form {
   QWidget* MakeAddPanel();
   void TakeInputs();
   void Do(const std::function<void()>& operation);
-  void Close();
 
   const ConfigModel& model_;
   GaugeConsolePresenter& presenter_;
   const GaugeBusAccess& bus_;
   ModelWatcher& watcher_;
-  QTimer PollTimer;
+  QTimer PollTimer{this};
   QLineEdit *ManualGaugeID = nullptr, *CommandNumber = nullptr, *CommandValue = nullptr,
             *boxAddModel = nullptr, *boxAddVersion = nullptr;
   QComboBox* ComboGaugeType = nullptr;

@@ -31,13 +31,11 @@ int RowOf(const IOModuleInput& input) {
 
 }  // namespace
 
-ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes,
-                             std::function<void()> closed, QWidget* parent)
+ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes, QWidget* parent)
     : Form("ConfigIOM", parent),
       model_(model),
       module_(module),
       boxes_(boxes),
-      closed_(std::move(closed)),
       touch_(module.Parameters().Number),
       list_(new QListWidget),
       status_(MakeLabel("LabelStatus", {}, "caption")) {
@@ -65,16 +63,12 @@ ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes&
   module_.ReadDefinitions();
   FillList();
   list_->setCurrentRow(0);
-  module_.SetReportObserver([this](const IOModuleReport& report) { TakeReport(report); });
+  Keep(module_.SetReportObserver([this](const IOModuleReport& report) { TakeReport(report); }));
   connect(&poll_, &QTimer::timeout, this, [this] {
     SetTextIfChanged(status_, module_.StatusText());
-    Command(kCommandReportState, 0);
+    if (!module_.TransmitPending()) Command(kCommandReportState, 0);
   });
   poll_.start(kPollMs);
-}
-
-ConfigIOMForm::~ConfigIOMForm() {
-  if (!Unloading()) module_.SetReportObserver({});
 }
 
 QWidget* ConfigIOMForm::MakeSetUp() {
@@ -110,7 +104,7 @@ void ConfigIOMForm::Command(int command, std::int32_t value) {
   try {
     module_.ComposeCmd(0, command, value);
   } catch (const std::exception&) {
-    // Every value that stands in a control fits.
+    // Cannot be: no control holds a value that does not fit a frame.
   }
 }
 
@@ -127,26 +121,26 @@ IOModuleInput ConfigIOMForm::Selected() const {
   return InputAt(module_.Parameters().Number, std::max(0, list_->currentRow()));
 }
 
+InputForm* ConfigIOMForm::MakeEditor(const IOModuleInput& input) {
+  InputForm* editor = nullptr;
+  if (input.Kind == IOModuleKind::Switch) {
+    editor = new ConfigSwitchForm(model_, module_, boxes_, input, this);
+  } else if (input.Kind == IOModuleKind::Analogue) {
+    editor = new ConfigAnalogueForm(model_, module_, boxes_, input, this);
+  } else {
+    editor = new ConfigLampForm(model_, module_, boxes_, input, this);
+  }
+  connect(editor, &InputForm::DefinitionChanged, this, [this] {
+    module_.ReadDefinitions();
+    FillList();
+  });
+  return editor;
+}
+
 void ConfigIOMForm::Edit() {
   const IOModuleInput input = Selected();
-  if (editor_ && editor_->Input() != input) {
-    editor_->Unload();
-  }
-  if (!editor_) {
-    if (input.Kind == IOModuleKind::Switch) {
-      editor_ = new ConfigSwitchForm(model_, module_, boxes_, input, this);
-    } else if (input.Kind == IOModuleKind::Analogue) {
-      editor_ = new ConfigAnalogueForm(model_, module_, boxes_, input, this);
-    } else {
-      editor_ = new ConfigLampForm(model_, module_, boxes_, input, this);
-    }
-    connect(editor_, &InputForm::DefinitionChanged, this, [this] {
-      module_.ReadDefinitions();
-      FillList();
-    });
-    connect(editor_, &Form::Ended, this, [this] { editor_ = nullptr; });
-  }
-  editor_->BringToFront();
+  if (editor_ && editor_->Input() != input) editor_.Unload();
+  editor_.GetOrMake([&] { return MakeEditor(input); }).BringToFront();
 }
 
 QString ConfigIOMForm::LineFor(const IOModuleInput& input) const {
@@ -170,15 +164,6 @@ void ConfigIOMForm::FillList() {
   list_->clear();
   for (int i = 0; i < kInputs; ++i) list_->addItem(LineFor(InputAt(module_.Parameters().Number, i)));
   list_->setCurrentRow(std::max(0, row));
-}
-
-void ConfigIOMForm::CloseAsked() {
-  poll_.stop();
-  module_.SetReportObserver({});
-  if (editor_) editor_->Unload();
-  const auto closed = closed_;
-  Unload();
-  if (closed) closed();
 }
 
 }  // namespace tvx

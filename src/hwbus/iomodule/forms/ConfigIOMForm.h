@@ -3,8 +3,6 @@
 
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPointer>
-#include <functional>
 
 #include "hwbus/iomodule/forms/InputForm.h"
 
@@ -13,23 +11,17 @@ namespace tvx {
 class ConfigIOMForm : public Form {
   Q_OBJECT
  public:
-  // `closed` is told when the form goes away.
-  ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes, std::function<void()> closed,
-                QWidget* parent);
-  ~ConfigIOMForm() override;
+  ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes, QWidget* parent);
 
   IOModuleInput Selected() const;
-  InputForm* Editor() const { return editor_; }
-
- protected:
-  void CloseAsked() override;
-  void EscapePressed() override { CloseAsked(); }
+  InputForm* Editor() const { return editor_.Get(); }
 
  private:
   QWidget* MakeSetUp();
   void TakeReport(const IOModuleReport& report);
   void Select(const IOModuleInput& input);
   void Edit();
+  InputForm* MakeEditor(const IOModuleInput& input);
   void FillList();
   QString LineFor(const IOModuleInput& input) const;
   void Command(int command, std::int32_t value);
@@ -37,12 +29,11 @@ class ConfigIOMForm : public Form {
   ConfigModel& model_;
   IOModule& module_;
   MessageBoxes& boxes_;
-  std::function<void()> closed_;
   IOModuleTouch touch_;
   QListWidget* list_;
   QLabel* status_;
-  QPointer<InputForm> editor_;
-  QTimer poll_;
+  FormHolder<InputForm> editor_;
+  QTimer poll_{this};
 };
 
 }  // namespace tvx

@@ -22,7 +22,6 @@ class IOModuleStatusForm : public Form {
 
  protected:
   void CloseAsked() override { hide(); }
-  void EscapePressed() override { hide(); }
 
  private:
   QWidget* MakeSwitches();
@@ -39,7 +38,7 @@ class IOModuleStatusForm : public Form {
   std::array<Indicator*, kIOModuleLamps> lamps_{};
   QLabel* status_ = nullptr;
   QPushButton *cmdRun_ = nullptr, *cmdStop_ = nullptr;
-  QTimer refresh_;
+  QTimer refresh_{this};
 };
 
 // "A1" for switch 0, "F8" for switch 47.

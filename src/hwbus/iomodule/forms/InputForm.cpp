@@ -52,7 +52,7 @@ void InputForm::Finish() {
   look::SetRole(store, "primary");
   connect(store, &QPushButton::clicked, this, [this] { Store(); });
   connect(remove, &QPushButton::clicked, this, [this] { Delete(); });
-  connect(close, &QPushButton::clicked, this, [this] { Unload(); });
+  connect(close, &QPushButton::clicked, this, &InputForm::CloseAsked);
   auto* row = new QHBoxLayout;
   row->addWidget(remove);
   row->addStretch(1);

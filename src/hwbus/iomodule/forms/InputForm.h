@@ -34,8 +34,6 @@ class InputForm : public Form {
   // To be called by the derived form when its own controls stand in `Rows()`.
   void Finish();
   void ShowPreview();
-  void CloseAsked() override { Unload(); }
-  void EscapePressed() override { Unload(); }
 
   QFormLayout* Rows() const { return rows_; }
   QLineEdit* NumberBox(const char* name, double value, const QString& toolTip);

@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QIntValidator>
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include "config/FunctionItems.h"
@@ -47,6 +46,7 @@ InstrumentForm::InstrumentForm(const ConfigModel& model, InstrumentPresenter& pr
   column->addWidget(MakeLivePanel());
   column->addStretch(1);
   column->addLayout(MakeButtons());
+  Keep(presenter_.SetAnswered([this] { ShowAnswer(); }));
   // Wide enough for the wrapped texts to keep to two lines, and high enough for those.
   setMinimumWidth(std::max(look::Margin() * 42, minimumSizeHint().width()));
   Refresh();
@@ -285,7 +285,7 @@ QLayout* InstrumentForm::MakeButtons() {
                                   tr("Takes it out of the configuration; asks first"));
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
   connect(erase, &QPushButton::clicked, this, &InstrumentForm::cmdDelete_Click);
-  connect(close, &QPushButton::clicked, this, &InstrumentForm::Unload);
+  connect(close, &QPushButton::clicked, this, &InstrumentForm::CloseAsked);
   auto* row = new QHBoxLayout;
   row->addWidget(erase);
   row->addStretch(1);
@@ -311,33 +311,27 @@ void InstrumentForm::ShowReadings() {
   LabelReadings->setVisible(!lines.isEmpty());
 }
 
-// While the reply is awaited events go on; the form must not be worked on meanwhile.
+// While the answer is awaited the gauge must not be edited.
 void InstrumentForm::cmdRead_Click() {
-  const QPointer<InstrumentForm> self(this);
-  setEnabled(false);
   presenter_.Read();
-  if (!self || Unloading()) return;
-  setEnabled(true);
-  ShowReadings();
-  watcher_.ModelChanged();
+  setEnabled(false);
 }
 
 void InstrumentForm::cmdSetNewID_Click() {
-  const QPointer<InstrumentForm> self(this);
-  setEnabled(false);
-  const bool written = presenter_.WriteNewGaugeID(boxNewGaugeID->text().toStdString());
-  if (!self || Unloading()) return;
+  if (presenter_.WriteNewGaugeID(boxNewGaugeID->text().toStdString())) setEnabled(false);
+}
+
+void InstrumentForm::ShowAnswer() {
   setEnabled(true);
-  if (written) boxNewGaugeID->clear();
+  const bool moved = boxNewGaugeID->text().toInt() == presenter_.GaugeID();
+  if (moved) boxNewGaugeID->clear();
   Refresh();
   watcher_.ModelChanged();
 }
 
 void InstrumentForm::cmdDelete_Click() {
-  const QPointer<InstrumentForm> self(this);
-  const bool removed = presenter_.Remove();
-  if (!removed || !self || Unloading()) return;
-  Unload();
+  if (!presenter_.Remove() || Unloading()) return;
+  CloseAsked();
   watcher_.ModelChanged();
 }
 

@@ -28,8 +28,7 @@ class InstrumentForm : public Form {
   void Refresh();
 
  protected:
-  void CloseAsked() override { Unload(); }
-  void EscapePressed() override { Unload(); }
+  void AtEnd() override { presenter_.Cancel(); }
 
  private:
   QWidget* MakeSettingsPanel();
@@ -43,6 +42,7 @@ class InstrumentForm : public Form {
   void ShowTrial();
   void CheckNewGaugeID();
   void ShowReadings();
+  void ShowAnswer();
   void cmdRead_Click();
   void cmdSetNewID_Click();
   void cmdDelete_Click();

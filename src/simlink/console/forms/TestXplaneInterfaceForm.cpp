@@ -88,8 +88,8 @@ QPushButton* TestXplaneInterfaceForm::AddButton(const char* name, const QString&
   QPushButton* button = MakeButton(name, text, toolTip);
   connect(button, &QPushButton::clicked, this, [this, does = std::move(does)] {
     typed_.clear();
-    does();
-    ShowView();
+    does();  // may open a file chooser
+    if (!Unloading()) ShowView();
   });
   return button;
 }
@@ -319,7 +319,7 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
                             [this] { presenter_.cmdClearConverted_Click(); }));
   keep->addWidget(AddButton("cmdSaveLog", tr("Save log..."), tr("Writes these lines to a file"), [this] {
     const QString file = choosers_.logFile(this);
-    if (!file.isEmpty()) presenter_.cmdSaveLog_Click(file.toStdString());
+    if (!file.isEmpty() && !Unloading()) presenter_.cmdSaveLog_Click(file.toStdString());
   }));
   grid->addLayout(keep, 0, 0, 1, -1, Qt::AlignRight);  // beside the title
   auto* row = new QHBoxLayout;
@@ -386,12 +386,6 @@ void TestXplaneInterfaceForm::ShowView() {
   ListUDPProcessed->Refresh(true);
   if (running && !DisplayTimer.isActive()) DisplayTimer.start();
   if (!running) DisplayTimer.stop();
-}
-
-void TestXplaneInterfaceForm::CloseAsked() {
-  DisplayTimer.stop();
-  presenter_.Close();
-  Unload();
 }
 
 }  // namespace tvx

@@ -29,8 +29,7 @@ class TestXplaneInterfaceForm : public Form {
   static Choosers DesktopChoosers();
 
  protected:
-  void CloseAsked() override;
-  void EscapePressed() override { CloseAsked(); }
+  void AtEnd() override { presenter_.Close(); }
 
  private:
   QWidget* MakeLinkPanel();

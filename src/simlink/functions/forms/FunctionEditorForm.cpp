@@ -59,8 +59,9 @@ void FunctionEditorForm::FillNumbers() {
 void FunctionEditorForm::Choose(int function) {
   if (asking_ || function == presenter_.Number()) return;
   asking_ = true;
-  const bool went = presenter_.Choose(function);
+  const bool went = presenter_.Choose(function);  // may ask the user
   asking_ = false;
+  if (Unloading()) return;
   FillNumbers();
   if (!went) return;
   LoadFields();
@@ -192,35 +193,30 @@ void FunctionEditorForm::Refresh() {
 }
 
 void FunctionEditorForm::ShowList() {
-  if (!listForm_) {
-    listForm_ = new ListFunctionsForm(model_, boxes_, this);
-    connect(listForm_, &ListFunctionsForm::EditAsked, this, [this](int function) {
+  const auto make = [this] {
+    auto* list = new ListFunctionsForm(model_, boxes_, this);
+    connect(list, &ListFunctionsForm::EditAsked, this, [this](int function) {
       Choose(function);
-      BringToFront();
+      if (!Unloading()) BringToFront();
     });
-    connect(listForm_, &ListFunctionsForm::Saved, this, [this] {
+    connect(list, &ListFunctionsForm::Saved, this, [this] {
       Refresh();
       emit Saved();
     });
-  }
-  listForm_->BringToFront();
+    return list;
+  };
+  listForm_.GetOrMake(make).BringToFront();
 }
 
 void FunctionEditorForm::ShowTest() {
-  if (!testForm_) testForm_ = new TestFunctionForm(model_, sim_, boxes_, this);
-  testForm_->Choose(presenter_.Number());
-  testForm_->BringToFront();
+  TestFunctionForm& form =
+      testForm_.GetOrMake([this] { return new TestFunctionForm(model_, sim_, boxes_, this); });
+  form.Choose(presenter_.Number());
+  form.BringToFront();
 }
 
-void FunctionEditorForm::CloseAsked() {
-  if (asking_) return;
-  asking_ = true;
-  const bool close = presenter_.MayLeave() && (!listForm_ || listForm_->MayClose());
-  asking_ = false;
-  if (!close) return;
-  if (listForm_) listForm_->Unload();
-  if (testForm_) testForm_->close();
-  Unload();
+bool FunctionEditorForm::MayEnd() {
+  return presenter_.MayLeave() && (!listForm_ || listForm_->MayClose());
 }
 
 }  // namespace tvx

@@ -4,7 +4,6 @@
 
 #include <QComboBox>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QSpinBox>
 #include <QStackedWidget>
 
@@ -29,15 +28,14 @@ class FunctionEditorForm : public Form {
   void Refresh();
   // Goes to a Function, 1..300; asks where something is unsaved.
   void Choose(int function);
-  ListFunctionsForm* ListWindow() const { return listForm_; }
-  TestFunctionForm* TestWindow() const { return testForm_; }
+  ListFunctionsForm* ListWindow() const { return listForm_.Get(); }
+  TestFunctionForm* TestWindow() const { return testForm_.Get(); }
 
  signals:
   void Saved();  // Functions were put into the model
 
  protected:
-  void CloseAsked() override;
-  void EscapePressed() override { CloseAsked(); }
+  bool MayEnd() override;
 
  private:
   QWidget* MakeFunctionPanel();
@@ -86,8 +84,8 @@ class FunctionEditorForm : public Form {
   QGridLayout* sources_;
   QSpinBox* boxElement;
   QPushButton *cmdCopyEntry, *CmdSave;
-  QPointer<ListFunctionsForm> listForm_;
-  QPointer<TestFunctionForm> testForm_;
+  FormHolder<ListFunctionsForm> listForm_;
+  FormHolder<TestFunctionForm> testForm_;
 };
 
 }  // namespace tvx

@@ -258,12 +258,4 @@ void ListFunctionsForm::CmdSave_Click() {
   ShortName->setFocus();
 }
 
-void ListFunctionsForm::CloseAsked() {
-  if (asking_) return;
-  asking_ = true;
-  const bool close = presenter_.MayClose();
-  asking_ = false;
-  if (close) Unload();
-}
-
 }  // namespace tvx

@@ -27,8 +27,7 @@ class ListFunctionsForm : public Form {
   void Saved();                  // edits were put into the model
 
  protected:
-  void CloseAsked() override;
-  void EscapePressed() override { CloseAsked(); }
+  bool MayEnd() override { return MayClose(); }
 
  private:
   QWidget* MakeFilterPanel();
@@ -45,7 +44,7 @@ class ListFunctionsForm : public Form {
 
   const ConfigModel& model_;
   FunctionListPresenter presenter_;
-  bool loading_ = false, asking_ = false;
+  bool loading_ = false;
   bool byClass_ = false, byType_ = false;  // filters that are on
   QComboBox *ComboFilterClass, *ComboFilterType;
   QPushButton *CmdFilterClassOn, *cmdFilterClassOff, *CmdFilterTypeOn, *CmdFilterTypeOff;

@@ -208,10 +208,4 @@ void TestFunctionForm::ShowView() {
   run(IntervalTimer, presenter_.Writing());
 }
 
-void TestFunctionForm::CloseAsked() {
-  presenter_.Close();
-  ShowView();
-  Unload();
-}
-
 }  // namespace tvx

@@ -20,8 +20,7 @@ class TestFunctionForm : public Form {
   void Choose(int function);
 
  protected:
-  void CloseAsked() override;
-  void EscapePressed() override { CloseAsked(); }
+  void AtEnd() override { presenter_.Close(); }
 
  private:
   QWidget* MakeChoicePanel();

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "simlink/DatagramLog.h"
+#include "simlink/console/DatagramLog.h"
 #include "simlink/Packets.h"
 #include "simlink/references/FunctionEntries.h"
 #include "simlink/references/ReferenceList.h"

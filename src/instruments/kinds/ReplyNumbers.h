@@ -31,7 +31,8 @@ inline std::array<char, 5> FiveDigits(int raw) {
 
 // A radio's raw value (kHz above 100 MHz, 18500 is 118.500 MHz) in 10 kHz (11850), as the simulator takes it.
 inline double FrequencyOf(int raw) {
-  return 10000 + raw % 100000 / 10;
+  const int whole = raw % 100000 / 10;  // the last digit is dropped
+  return 10000.0 + whole;
 }
 // And back: the raw value that a radio shows for a simulator's frequency.
 inline double RawFrequencyOf(double frequency) {

@@ -21,6 +21,8 @@ ProcessCycle::ProcessCycle(const ConfigModel& model, SimCom& sim, Serial& serial
 
 void ProcessCycle::PrepareGauges() {
   gauges_.clear();
+  special_.UseTimePorts(kNoPort, kNoPort);
+  special_.UseTemperaturePort(kNoPort);
   lighting_ = {};
   ioModuleGaugeCount_ = ioModuleTurn_ = pollSlot_ = 0;
   pollSlotMax_ = -1;

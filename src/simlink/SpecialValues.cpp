@@ -59,12 +59,17 @@ std::int16_t AnglePosition(std::int16_t angle) {
 
 }  // namespace
 
+float SpecialValues::ArrivedOrGroup(Port port, int group, int number) const {
+  float value = 0;
+  return sim_.HasArrived(port) && sim_.GetPort(port, value) ? value : sim_.DataValue(group, number);
+}
+
 void SpecialValues::GetTimeAndDate() {
-  const float localHours = sim_.DataValue(kTimeGroup, kLocalHours);
+  const float localHours = ArrivedOrGroup(localPort_, kTimeGroup, kLocalHours);
   LocalHour = static_cast<Byte>(SecondsOf(localHours) / 3600);
   LocalSeconds = Folded(SecondsOf(localHours));
 
-  const std::int32_t zulu = SecondsOf(sim_.DataValue(kTimeGroup, kZuluHours));
+  const std::int32_t zulu = SecondsOf(ArrivedOrGroup(utcPort_, kTimeGroup, kZuluHours));
   if (std::abs(zulu - previousZulu_) > kJump) TimeJumped = true;
   previousZulu_ = zulu;
   ZuluSeconds = Folded(zulu);
@@ -73,7 +78,7 @@ void SpecialValues::GetTimeAndDate() {
   DateMonth = static_cast<std::int16_t>(now.tm_mon + 1);
   DateDay = static_cast<std::int16_t>(now.tm_mday);
   DateYear = static_cast<std::int16_t>(now.tm_year - 100);
-  OutsideTemperature = sim_.DataValue(kAtmosphereGroup, kTemperature);
+  OutsideTemperature = ArrivedOrGroup(temperaturePort_, kAtmosphereGroup, kTemperature);
 }
 
 void SpecialValues::PutNAVFrequency(float value) {

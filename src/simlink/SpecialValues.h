@@ -25,6 +25,10 @@ class SpecialValues {
   // folded: a time of day above 65535 s becomes 65535 minus it, a negative number that still fits a gauge
   // command.
   void GetTimeAndDate();
+  // Where GetTimeAndDate takes a value from instead, once it has arrived there: hours of the day, degrees C.
+  // The clocks say so where the Functions of their values are datarefs; kNoPort goes back to the data groups.
+  void UseTimePorts(Port utc, Port local) { utcPort_ = utc, localPort_ = local; }
+  void UseTemperaturePort(Port port) { temperaturePort_ = port; }
   // Takes the time that a clock was set to by hand. X-Plane keeps its own time, so nothing is sent.
   struct DateAndTime {
     std::int16_t Year = 0, Month = 0, Day = 0, Hour = 0, Minute = 0, Second = 0;
@@ -79,11 +83,13 @@ class SpecialValues {
  private:
   void PutNAVFrequency(float value);
   float AutopilotValue(int offset) const;
+  float ArrivedOrGroup(Port port, int group, int number) const;
 
   SimCom& sim_;
   MessageBoxes& boxes_;
   const Clock& clock_;
   std::int32_t previousZulu_ = 0;
+  Port utcPort_ = kNoPort, localPort_ = kNoPort, temperaturePort_ = kNoPort;
   AutopilotPortTable autopilotPorts_ = NoPorts();
 
   static AutopilotPortTable NoPorts() {

@@ -21,17 +21,25 @@ constexpr int kCommandVoltage = 14;      // tenths of a volt
 
 class ClockDriver final : public GaugeDriver {
  public:
-  // The ports are never read: they make the simulator send the groups that hold the time and the temperature.
   explicit ClockDriver(const Activation& a)
       : GaugeDriver(a), hasTemperature_(a.record.GaugeType == kCessnaClock) {
-    Open(a, functions::kTimeOfDay, 1);
-    if (hasTemperature_) Open(a, functions::kOutsideTemperature, 1);
+    const bool timeIsDataref = IsDataref(a, functions::kTimeOfDay);
+    const Port utc = Open(a, functions::kTimeOfDay, 1);
+    if (timeIsDataref) {
+      utc_ = utc;
+      local_ = Open(a, functions::kTimeOfDay, 2);
+    }
+    if (!hasTemperature_) return;
+    const Port temperature = Open(a, functions::kOutsideTemperature, 1);
+    if (IsDataref(a, functions::kOutsideTemperature)) temperature_ = temperature;
   }
 
   void Forget() override { shown_ = {}; }
 
   void Serve(GaugeTick& tick) override {
-    const SpecialValues& now = tick.Special();
+    SpecialValues& now = tick.Special();
+    if (utc_ != kNoPort && local_ != kNoPort) now.UseTimePorts(utc_, local_);
+    if (temperature_ != kNoPort) now.UseTemperaturePort(temperature_);
     if (now.TimeJumped) tick.Queue(gaugeID_, kCommandFlags, kFlagTimeJumped);
     shown_.utc.QueueIfChanged(tick, gaugeID_, now.ZuluSeconds);
     shown_.local.QueueIfChanged(tick, gaugeID_, now.LocalSeconds);
@@ -53,6 +61,13 @@ class ClockDriver final : public GaugeDriver {
   }
 
  private:
+  static bool IsDataref(const Activation& a, int function) {
+    return a.model.Functions[static_cast<std::size_t>(function)].Is(DataType::XplaneDataref);
+  }
+
+  // The ports that hold the values. A Function that reads a data group needs none: its open port makes the
+  // simulator send the group, and that is where the value is taken from.
+  Port utc_ = kNoPort, local_ = kNoPort, temperature_ = kNoPort;
   const bool hasTemperature_;  // and the voltage
   struct Shown {
     SentValue utc{kCommandUtc}, local{kCommandLocal}, date{kCommandDate}, year{kCommandYear},

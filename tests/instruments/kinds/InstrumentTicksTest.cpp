@@ -107,6 +107,33 @@ TEST(InstrumentTicks, ClocksFollowTheSimulatorsTimeAndTheComputersDate) {
   EXPECT_EQ(rig.TickValues(), (Commands{{12, 11, 1}, {12, 4, -10065}}));
 }
 
+TEST(InstrumentTicks, ClocksTakeTimeAndTemperatureFromDatarefsToo) {
+  InstrumentRig rig;
+  FunctionRecord& time = rig.model.Functions[10];
+  time = {.ShortName = "Time", .FullName = "#1:a/utc\r\n#2:a/local\r\n"};
+  FunctionRecord& temperature = rig.model.Functions[13];
+  temperature = {.ShortName = "Temperature", .FullName = "#1:a/temperature\r\n"};
+  for (FunctionRecord* function : {&time, &temperature}) {
+    function->ComboDT = static_cast<Byte>(DataType::XplaneDataref);
+    function->XPVal1 = function->XPVal2 = 2;
+    function->Multiplier = function->Devider = 1;
+  }
+  time.Devider = 3600;  // seconds there, hours here
+  rig.StartWith(109);
+  const auto send = [&rig](int function, int sequenceNr, float value) {
+    for (int port = 0; port < rig.sim.PortCount(); ++port) {
+      const PortRow& row = rig.sim.PortAt(port);
+      if (row.FunctionNr == function && row.SeqNr == sequenceNr)
+        rig.socket.Deliver(RrefDatagram({{port, value}}));
+    }
+  };
+  rig.TickValues();
+  send(10, 1, 72000);
+  send(10, 2, 48600);
+  send(13, 1, -7.25f);
+  EXPECT_EQ(rig.TickValues(), (Commands{{12, 11, 1}, {12, 4, -6465}, {12, 5, 48600}, {12, 13, -72}}));
+}
+
 TEST(InstrumentTicks, DmeShowsTheReceiverThatItsOwnSelectorChose) {
   InstrumentRig rig;
   rig.StartWith(113, 1);

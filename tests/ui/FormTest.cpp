@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 
@@ -69,7 +70,7 @@ TEST(Form, EndsByOneRoadWhateverEndsIt) {
     SCOPED_TRACE(way.what);
     Seen seen, above;
     Callback<> callback, other;
-    auto* parent = new Sample(above, other);
+    const QPointer<Sample> parent = new Sample(above, other);
     auto* form = new Sample(seen, callback, parent);
     parent->show();
     form->show();
@@ -83,7 +84,7 @@ TEST(Form, EndsByOneRoadWhateverEndsIt) {
     EXPECT_EQ(seen.closed, way.closed ? 1 : 0);
     Settle();
     EXPECT_EQ(seen.deleted, 1);
-    parent->Unload();
+    if (parent) parent->Unload();
     Settle();
   }
 }

@@ -14,7 +14,7 @@ namespace tvx::monkey {
 namespace {
 
 constexpr int kFaultStatus = 96;
-constexpr int kStepsForAGoal = 30, kPatience = 80;
+constexpr int kStepsForAGoal = 20, kPatience = 80;
 constexpr const char* kRunning = "running";  // a goal that is no form
 constexpr std::int64_t kStallMs = 1500, kInoperableMs = 4000;
 
@@ -54,17 +54,17 @@ Life::Life(std::uint64_t seed, Surroundings surroundings) : seed_(seed), around_
             : dice.Chance(0.5, "by Exit") ? Ending::Exit
                                           : Ending::Window;
   const double length = dice.Of("length");
-  length_ = length < 0.1 ? dice.Below(15, "short") : 30 + dice.Below(length < 0.8 ? 120 : 300, "long");
+  length_ = length < 0.1 ? dice.Below(15, "short") : 40 + dice.Below(length < 0.8 ? 160 : 320, "long");
   patience_ = length_ + kPatience;
   shownAtEnd_ = dice.OneOf(FormNames(), "shown at the end");
-  operable_ = due_ = OwnMs();
+  operable_ = due_ = Watchdog::CountedMs();
   QTimer::singleShot(0, this, &Life::Step);
 }
 
 QString Life::Goal() const {
   if (step_ > length_) return shownAtEnd_;
   const Dice dice(seed_, static_cast<std::uint64_t>(step_ / kStepsForAGoal));
-  return dice.Chance(0.2, "run") ? kRunning : dice.OneOf(FormNames(), "goal");
+  return dice.Chance(0.35, "run") ? kRunning : dice.OneOf(FormNames(), "goal");
 }
 
 // Mostly faster than anybody, and now and then slow enough for the program's own clocks.
@@ -80,13 +80,12 @@ void Life::Step() {
   hands_.NextStep();
   if (around_.watchdog.EndExpected()) return;
   around_.watchdog.Alive();
-  if (OwnMs() - due_ > kStallMs) {
-    around_.journal.Write("stall", std::to_string(OwnMs() - due_) + " ms after: " + last_);
-  }
+  const std::int64_t late = Watchdog::CountedMs() - due_;
+  if (late > kStallMs) around_.journal.Write("stall", std::to_string(late) + " ms after: " + last_);
   ++step_;
   const Dice dice(seed_, static_cast<std::uint64_t>(step_));
   const int delay = DelayMs(dice);
-  due_ = OwnMs() + delay;
+  due_ = Watchdog::CountedMs() + delay;
   QTimer::singleShot(delay, this, &Life::Step);
   Look();
   if (step_ > length_) {
@@ -128,8 +127,9 @@ void Life::Look() {
 }
 
 void Life::LookForFaults(int usable, int visible) {
-  if (usable > 0 || around_.program.Ended()) operable_ = OwnMs();
-  if (OwnMs() - operable_ < kInoperableMs) return;
+  const std::int64_t now = Watchdog::CountedMs();
+  if (usable > 0 || around_.program.Ended()) operable_ = now;
+  if (now - operable_ < kInoperableMs) return;
   Fail(visible == 0 ? "the program lives without a window" : "no window takes input");
 }
 
@@ -137,7 +137,7 @@ void Life::Live(const Dice& dice) {
   if (dice.Chance(0.06, "the world")) {
     return Do("the world", [&] { around_.journal.Write("world", around_.world.Happen(dice)); });
   }
-  if (dice.Chance(step_ > length_ ? 0.6 : 0.25, "towards the goal") && StepTowardsGoal(dice)) return;
+  if (dice.Chance(step_ > length_ ? 0.6 : 0.35, "towards the goal") && StepTowardsGoal(dice)) return;
   std::vector<Option> options;
   for (QWidget* window : UsableWindows()) {
     const std::size_t from = options.size();
@@ -215,7 +215,10 @@ void Life::EndByForm(QWidget& form) {
 void Life::ClearTheWay(const Dice& dice) {
   const std::vector<QWidget*> usable = UsableWindows();
   if (usable.empty()) return;
-  const QPointer<QWidget> window = dice.OneOf(usable, "which is in the way");
+  const auto modal =
+      std::find_if(usable.begin(), usable.end(), [](const QWidget* w) { return w->isModal(); });
+  const bool choose = modal == usable.end() || dice.Chance(0.3, "another");
+  const QPointer<QWidget> window = choose ? dice.OneOf(usable, "which is in the way") : *modal;
   const std::string on = OnForm(*window);
   if (qobject_cast<QDialog*>(window.data()) != nullptr && dice.Chance(0.5, "accept")) {
     Do("press Enter" + on, [&] { hands_.Key(window, Qt::Key_Return, Qt::NoModifier, "\r"); });

@@ -57,7 +57,7 @@ class Life : public QObject {
   int step_ = 0;
   std::string last_;  // what was done last
   bool lastMayEnd_ = false;
-  std::int64_t due_ = 0, operable_ = 0;  // by OwnMs: the next step; when a window last took input
+  std::int64_t due_ = 0, operable_ = 0;  // by CountedMs: the next step; when a window last took input
   QSet<QString> seen_;
 };
 

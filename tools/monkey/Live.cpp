@@ -63,6 +63,7 @@ void LiveInProgram(std::uint64_t seed, World& world, Journal& journal, Watchdog&
 
 int Live(std::uint64_t seed, int argc, char** argv) {
   LiveAtHome();
+  qputenv("QT_QPA_PLATFORM", "offscreen");
   Journal journal(Journal::kFile);
   theJournal = &journal;
   qInstallMessageHandler(OnQtMessage);

@@ -74,9 +74,9 @@ bool Tally::Add(const Life& life) {
   lastSeed_ = life.seed;
   const Story story = ReadJournal(life);
   if (life.status == 0 && !life.killed) return true;
+  ++faultyLives_;
   const QStringList output = Lines(life.folder + '/' + kOutput);
   const QString reported = KindOf(output);
-  const QString ending = story.doings.isEmpty() ? QString() : story.doings.last();
   QString kind = story.fault;
   if (kind.isEmpty())
     kind = life.killed ? "the process had to be killed" : "status " + QString::number(life.status);
@@ -121,7 +121,7 @@ void Tally::Print(double seconds) const {
   if (!stalls_.isEmpty()) Say("No event was handled for:\n  " + stalls_.join("\n  "));
   if (!warnings_.isEmpty()) Say("Qt said:\n  " + warnings_.join("\n  "));
   for (const auto& [fault, count] : faults_) Say(QString("FAULT, %1 times: %2").arg(count).arg(fault));
-  Say(AllWell() ? "No fault was found." : "Faults were found.");
+  Say(faultyLives_ == 0 ? "No fault was found." : "Faults were found.");
 }
 
 }  // namespace tvx::monkey

@@ -23,7 +23,7 @@ class Tally {
   bool Add(const Life& life);
   // Prints the sums, the forms that were never opened, and what else was seen.
   void Print(double seconds) const;
-  bool AllWell() const { return faults_.empty(); }
+  int Faults() const { return faultyLives_; }
 
  private:
   struct Story {
@@ -34,7 +34,7 @@ class Tally {
   void Read(const QString& kind, const QString& rest, Story& story);
   void PrintFault(const Life& life, const Story& story, const QStringList& output) const;
 
-  int lives_ = 0, steps_ = 0, longestEnd_ = 0;
+  int lives_ = 0, faultyLives_ = 0, steps_ = 0, longestEnd_ = 0;
   std::uint64_t firstSeed_ = 0, lastSeed_ = 0;
   std::map<QString, int> faults_, forms_, endings_;
   QStringList stalls_, warnings_;

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <algorithm>
+#include <atomic>
 #include <cstring>
 
 #if __has_include(<sanitizer/common_interface_defs.h>)
@@ -16,10 +18,15 @@
 namespace tvx::monkey {
 namespace {
 
+constexpr int kTickMs = 250;
+
 int journal = -1;
 pthread_t mainThread;
-std::int64_t aliveAt = 0;   // by OwnMs
-std::int64_t endFrom = -1;  // by OwnMs; -1: not expected
+// Written by the handler, and by the thread that it interrupts.
+std::atomic<std::int64_t> counted = 0;   // ms that the process could use
+std::atomic<std::int64_t> tickedAt = 0;  // by OwnMs
+std::atomic<std::int64_t> aliveAt = 0;   // by `counted`
+std::atomic<std::int64_t> endFrom = -1;  // by `counted`; -1: not expected
 
 void Say(const char* words) {
   [[maybe_unused]] const ssize_t written = write(journal, words, std::strlen(words));
@@ -32,7 +39,9 @@ void OnAlarm(int signal) {
     return;
   }
   const std::int64_t now = OwnMs();
-  if (endFrom >= 0 ? now - endFrom < Watchdog::kEndMs : now - aliveAt < Watchdog::kStillMs) return;
+  // A process that was stopped for an hour, or a computer that slept, has not stood still for an hour.
+  counted += std::min<std::int64_t>(now - tickedAt.exchange(now), 2 * kTickMs);
+  if (endFrom >= 0 ? counted - endFrom < Watchdog::kEndMs : counted - aliveAt < Watchdog::kStillMs) return;
   Say(endFrom >= 0 ? "fault the program does not end\n" : "fault no event is handled any more\n");
 #if defined(__SANITIZE_ADDRESS__)
   __sanitizer_print_stack_trace();
@@ -40,8 +49,8 @@ void OnAlarm(int signal) {
   _exit(Watchdog::kStatus);
 }
 
-void SetTimer(int microseconds) {
-  const itimerval every{{0, microseconds}, {0, microseconds}};
+void SetTimer(int milliseconds) {
+  const itimerval every{{0, milliseconds * 1000}, {0, milliseconds * 1000}};
   setitimer(ITIMER_REAL, &every, nullptr);
 }
 
@@ -51,24 +60,31 @@ Watchdog::Watchdog(int toJournal) {
   journal = toJournal;
   mainThread = pthread_self();
   endFrom = -1;
+  tickedAt = OwnMs();
   Alive();
   struct sigaction action {};
   action.sa_handler = OnAlarm;
   action.sa_flags = SA_RESTART;
   sigaction(SIGALRM, &action, nullptr);
-  SetTimer(250'000);
+  SetTimer(kTickMs);
 }
 
 Watchdog::~Watchdog() {
   SetTimer(0);
 }
 
+std::int64_t Watchdog::CountedMs() {
+  return counted;
+}
+
 void Watchdog::Alive() {
-  aliveAt = OwnMs();
+  aliveAt = counted.load();
 }
 
 void Watchdog::ExpectEnd() {
-  if (endFrom < 0) endFrom = OwnMs();
+  if (EndExpected()) return;
+  endFrom = counted.load();
+  endExpectedAt_ = OwnMs();
 }
 
 bool Watchdog::EndExpected() const {
@@ -76,7 +92,7 @@ bool Watchdog::EndExpected() const {
 }
 
 std::int64_t Watchdog::SinceEndExpectedMs() const {
-  return endFrom < 0 ? 0 : OwnMs() - endFrom;
+  return EndExpected() ? OwnMs() - endExpectedAt_ : 0;
 }
 
 }  // namespace tvx::monkey

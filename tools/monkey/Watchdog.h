@@ -17,12 +17,17 @@ class Watchdog {
   Watchdog(const Watchdog&) = delete;
   Watchdog& operator=(const Watchdog&) = delete;
 
+  // Milliseconds that the process could use: without those in which it was stopped, or got no processor.
+  static std::int64_t CountedMs();
   // Events are handled: the time starts anew. Not once the end is expected.
   void Alive();
   // From now on the program has to end. Only the first call counts.
   void ExpectEnd();
   bool EndExpected() const;
   std::int64_t SinceEndExpectedMs() const;
+
+ private:
+  std::int64_t endExpectedAt_ = 0;  // by OwnMs
 };
 
 }  // namespace tvx::monkey

@@ -27,7 +27,7 @@ inline constexpr DeviceFault kDeviceFaults[] = {
 // The fault in a few plain words.
 std::string_view FaultText(DeviceFault fault);
 
-// How instruments behave that has nothing to do with their kind.
+// How instruments of every kind behave.
 struct DeviceTraits {
   // A value that the hand has set is kept until it was reported, for three seconds at most. False: what is
   // told last is shown, as in real instruments.
@@ -65,7 +65,7 @@ class Device {
   void SetTraits(const DeviceTraits& traits) { traits_ = traits; }
   // The bus's clock, told before every frame and now and then besides.
   void SetNow(std::int64_t nowMs);
-  // Its power comes on: it starts, if its traits say so.
+  // Its power comes on: it starts anew, if its traits say so.
   void PowerUp();
   bool Starting() const { return startsUntil_ > now_; }
   // It loses its power when so much time has passed.
@@ -92,13 +92,13 @@ class Device {
   std::int32_t LastValue() const { return lastValue_; }
 
   DeviceFault Fault() const { return fault_; }
-  // The end of DeviceFault::Dead is power coming on.
+  // Taking DeviceFault::Dead away switches the instrument on.
   void SetFault(DeviceFault fault);
 
  protected:
   // A command other than 7 and 8.
   virtual void OnCommand(int command, std::int32_t value) = 0;
-  // Becomes as it was made, its knobs apart, and shows zero.
+  // Forgets what it was told and shows zero; knobs stay where they stand.
   virtual void StartAnew() = 0;
   // Fills bytes 6..24 of the answer; the envelope is filled already.
   virtual void FillReply(Reply&) {}

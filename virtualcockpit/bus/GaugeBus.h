@@ -68,7 +68,7 @@ class GaugeBus {
   bool powered_ = true;
   std::vector<Waiting> waiting_;
   std::uint64_t replies_ = 0, polls_ = 0, unheard_ = 0;
-  std::uint32_t damage_ = 0;  // walks over the bytes that a damaged answer loses
+  std::uint32_t damage_ = 0;  // which byte the next damaged answer spoils
 };
 
 }  // namespace tvx::vc

@@ -27,7 +27,7 @@ class Unit {
   void Interrupt();
 
   DeviceFault Fault() const { return fault_; }
-  // The end of DeviceFault::Dead is power coming on.
+  // Taking DeviceFault::Dead away switches the unit on.
   void SetFault(DeviceFault fault);
   // Its power; when it comes on the unit shows zero until it is told, if its traits say so.
   void SetPower(bool on);
@@ -67,7 +67,7 @@ class Unit {
   std::vector<Waiting> waiting_;
   std::int64_t nowMs_ = 0;
   std::uint64_t changes_ = 0, frames_ = 0, answers_ = 0;
-  std::size_t damage_ = 0;  // walks over the bytes that a damaged answer spoils
+  std::size_t damage_ = 0;  // which byte the next damaged answer spoils
 };
 
 }  // namespace tvx::vc

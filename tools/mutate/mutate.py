@@ -189,12 +189,12 @@ def test_seconds(program, environment):
 class Bench:
     """The copy of the tree, into which one fault after another is put."""
 
-    def __init__(self, jobs):
+    def __init__(self, jobs, rooms_only):
         self.jobs = jobs
         self.environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TVX_SOURCE_DIR=str(TREE))
         configure()
         say("Building the tests without a fault, and running them once ...")
-        self.programs = programs()
+        self.programs = {n: linked for n, linked in programs().items() if not (rooms_only and n == "e2e_tests")}
         well, output = ninja([f"tests/{name}" for name in self.programs], jobs)
         if not well:
             sys.exit(output[-3000:])
@@ -301,6 +301,7 @@ def main():
     parser.add_argument("--room", action="append", default=[], help="only in this folder of src/; more than once for several")
     parser.add_argument("--list", action="store_true", help="only list the faults that are chosen")
     parser.add_argument("--again", action="store_true", help="only those that survived last time")
+    parser.add_argument("--rooms-only", action="store_true", help="without the end-to-end tests, which take longest")
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="compilers at a time")
     options = parser.parse_args()
 
@@ -316,7 +317,7 @@ def main():
         except BlockingIOError:
             sys.exit("It runs already: there is only one copy of the tree.")
         copy_tree()  # from here on the project's own folder may be worked in
-        work(chosen(options, TREE), Bench(options.jobs))
+        work(chosen(options, TREE), Bench(options.jobs, options.rooms_only))
 
 
 def work(plan, bench):

@@ -158,7 +158,7 @@ def _conditions(code):
                 if depth == 0:
                     break
                 depth -= 1
-            elif depth == 0 and (c in ",;?" or re.match(r"[-+|]?= |: ", code[i : i + 3]) and code[i - 1] == " "):
+            elif depth == 0 and (c in ",;?" or re.fullmatch(r"[ +|*-]= | : ", code[i - 1 : i + 2])):
                 break
             elif depth == 0 and re.match(r"return\b", code[i:]):
                 i += 5

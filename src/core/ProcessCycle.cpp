@@ -82,7 +82,7 @@ void ProcessCycle::Tick() {
     FillBoxes();
     special_.GetTimeAndDate();
     ServeGauges();
-    special_.TimeJumped = false;
+    special_.ClearTimeJumped();
     boxes_.BoxInstrLights = lighting_.InstrumentLights() ? "ON" : "OFF";
     boxes_.boxNavLights = lighting_.NavigationLights() ? "ON" : "OFF";
     EndPolling();

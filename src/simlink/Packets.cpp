@@ -8,7 +8,7 @@
 namespace tvx {
 namespace {
 
-// Appends to a datagram. Every builder checks its lengths first, so nothing here can run over.
+// Appends to a datagram. Every builder checks its lengths first, so no write can run over its end.
 class Writer {
  public:
   explicit Writer(Datagram& out) : out_(out) { out_.size = 0; }
@@ -84,7 +84,7 @@ bool BuildDataFloat(int group, int valueNumber, float value, Datagram& out) {
 }
 
 // ODDITY: integers go out most significant byte first, singles least significant first. The two senders have
-// always differed, and what stands at the other end is set up for it.
+// always differed, and simulators at the other end are set up for that.
 bool BuildDataInt(int group, int valueNumber, std::int32_t value, Datagram& out) {
   if (!BuildDataHeader(group, valueNumber, out)) return false;
   Writer writer = Continue(out);

@@ -14,12 +14,12 @@ struct PortListing {
   std::vector<std::string> Lines;  // one for each port, in their order
 };
 
-// The fixed-width name of a data type code; "Not used" for codes that are none.
+// The fixed-width name of a data type code; "Not used" for any other code.
 std::string_view DataTypeLabel(Byte dataType);
 
 PortListing ListPorts(const ConfigModel& model, const SimCom& sim);
 
-// The lines that tell of one port's user and Function; none for a port that is not open.
+// The lines that tell of one port's user and Function; empty for a port that is not open.
 std::vector<std::string> PortDetails(const ConfigModel& model, const SimCom& sim, int port);
 
 }  // namespace tvx

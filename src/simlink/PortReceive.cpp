@@ -1,4 +1,4 @@
-// How what arrives reaches the ports. Nothing here allocates or throws.
+// How what arrives reaches the ports. No part of it allocates or throws.
 //
 // A datagram of data groups refreshes every enabled port, in their order, and is abandoned at the first one
 // whose value does not fit. Only ports whose slot may have become stale need work: those that read a group of

@@ -39,12 +39,12 @@ class PortTable {
   Port OpenSimPort(int function, int sequenceNr);
   void EnableReadSimPort(Port port);   // selects its data group, unless it is a dataref
   void DisableReadSimPort(Port port);  // port 0 stays enabled
-  // Reads another source from the next datagram on. Sends nothing: a data group that was not selected yet is
-  // only by the next EnableReadSimPort.
+  // Reads another source from the next datagram on. Sends no packet: a data group that was not selected yet
+  // is only selected by the next EnableReadSimPort.
   void NewSeqNr(Port port, Byte sequenceNr);
   // Holds the port's value, or lets it be refreshed and read again.
   void BlockPort(Port port, bool blocked);
-  void Clear();  // closes all ports; sends nothing
+  void Clear();  // closes all ports; sends no packet
 
   // --- values ---
   // The value, scaled: (raw + add) * multiply / divide. False, and `value` stays as it was, when the port is
@@ -68,7 +68,7 @@ class PortTable {
   std::int16_t MacroValue() const { return macroValue_; }     // of all ports on macro 3
   std::vector<int> GroupsRead() const;  // 0..255, each once, in the order of the ports that read them
 
-  // --- what arrives; allocates nothing ---
+  // --- what arrives; never allocates ---
   // Take a whole datagram of their kind. False where it stops making sense: what came before that counts.
   bool DecodeRref(ByteView datagram);
   bool DecodeData(ByteView datagram);

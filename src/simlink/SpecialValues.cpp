@@ -20,6 +20,28 @@ constexpr int kNavValue = 1;
 constexpr std::int32_t kFoldLimit = 65535;
 constexpr std::int32_t kJump = 10;  // s
 
+// The autopilot's ports that the status and the displays are made of, by their distance from the first.
+enum : int {
+  kEngagedPort = 0,
+  kLateralPort = 2,
+  kNavigationPort = 6,
+  kApproachPort = 8,
+  kAltitudeHoldPort = 10,
+  kAltitudePort = 16,
+  kVerticalSpeedPort = 18,
+  kTrimPort = 20,
+};
+constexpr float kEngaged = 2.0f;         // of the first port
+constexpr float kHeadingMode = 1.0f;     // of the lateral port
+constexpr float kNavigationMode = 2.0f;  // of the lateral port
+constexpr double kTrimStepsPerPercent = 160.0;
+// Bits of APStatusBits.
+constexpr int kLampEngaged = 0x01;
+constexpr int kLampHeading = 0x02;
+constexpr int kLampNavigation = 0x08;
+constexpr int kLampApproach = 0x10;
+constexpr int kLampAltitudeHold = 0x20;
+
 struct AudioSelector {
   int bit;
   std::string_view dataref;
@@ -70,7 +92,7 @@ void SpecialValues::GetTimeAndDate() {
   LocalSeconds = Folded(SecondsOf(localHours));
 
   const std::int32_t zulu = SecondsOf(ArrivedOrGroup(utcPort_, kTimeGroup, kZuluHours));
-  if (std::abs(zulu - previousZulu_) > kJump) TimeJumped = true;
+  if (std::abs(zulu - previousZulu_) > kJump) timeJumped_ = true;
   previousZulu_ = zulu;
   ZuluSeconds = Folded(zulu);
 
@@ -111,15 +133,16 @@ void SpecialValues::GetAPvaluesFX() {
   const auto setWhen = [this](bool condition, int bit) {
     if (condition) APStatusBits = static_cast<std::int16_t>(APStatusBits | bit);
   };
-  setWhen(AutopilotValue(0) == 2.0f, 0x01);
-  setWhen(AutopilotValue(2) == 1.0f, 0x02);
-  setWhen(AutopilotValue(2) == 2.0f, 0x08);
-  setWhen(AutopilotValue(6) == 1.0f, 0x08);
-  setWhen(AutopilotValue(8) != 0.0f, 0x10);
-  setWhen(AutopilotValue(10) != 0.0f, 0x20);
-  APValue16 = AutopilotValue(16);
-  APValue18 = AutopilotValue(18);
-  const double trim = std::clamp(static_cast<double>(AutopilotValue(20)), -100.0, 100.0) * 160.0;
+  setWhen(AutopilotValue(kEngagedPort) == kEngaged, kLampEngaged);
+  setWhen(AutopilotValue(kLateralPort) == kHeadingMode, kLampHeading);
+  setWhen(AutopilotValue(kLateralPort) == kNavigationMode, kLampNavigation);
+  setWhen(AutopilotValue(kNavigationPort) == 1.0f, kLampNavigation);
+  setWhen(AutopilotValue(kApproachPort) != 0.0f, kLampApproach);
+  setWhen(AutopilotValue(kAltitudeHoldPort) != 0.0f, kLampAltitudeHold);
+  APValue16 = AutopilotValue(kAltitudePort);
+  APValue18 = AutopilotValue(kVerticalSpeedPort);
+  const double percent = std::clamp(static_cast<double>(AutopilotValue(kTrimPort)), -100.0, 100.0);
+  const double trim = percent * kTrimStepsPerPercent;
   APTrim = RoundTo<std::int16_t>(trim).value_or(0);
 }
 
@@ -129,8 +152,8 @@ void SpecialValues::GetPortAP(int n) {
     return;
   }
   const float value = AutopilotValue(n);
-  if (n == 0) {
-    APEngaged = value == 2.0f ? 1.0f : 0.0f;
+  if (n == kEngagedPort) {
+    APEngaged = value == kEngaged ? 1.0f : 0.0f;
   } else {
     APVariable[static_cast<std::size_t>(n)] = value;
   }
@@ -143,10 +166,10 @@ void SpecialValues::getRMIData() {
   const auto angle = [this](std::int16_t turns, int bit) {
     return (RmiValid & bit) != 0 ? AnglePosition(turns) : kParkedNeedle;
   };
-  RmiPos1 = RmiPos2 = bearing(RmiBearing1, 0x02);
-  if (RmiHasSecond) RmiPos2 = bearing(RmiBearing2, 0x04);
-  RmiPos3 = RmiPos4 = angle(RmiAngle3, 0x08);
-  if (RmiHasFourth) RmiPos4 = angle(RmiAngle4, 0x800);
+  RmiPos1 = RmiPos2 = bearing(RmiBearing1, kRmiBearing1Valid);
+  if (RmiHasSecond) RmiPos2 = bearing(RmiBearing2, kRmiBearing2Valid);
+  RmiPos3 = RmiPos4 = angle(RmiAngle3, kRmiAngle3Valid);
+  if (RmiHasFourth) RmiPos4 = angle(RmiAngle4, kRmiAngle4Valid);
 }
 
 }  // namespace tvx

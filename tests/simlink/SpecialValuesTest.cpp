@@ -35,12 +35,12 @@ TEST(SpecialValues, TimesAreFoldedAndJumpsNoticed) {
   SpecialRig rig;
   for (const auto& step : steps) {
     rig.SetTime(step.zulu, step.local);
-    rig.special.TimeJumped = false;
+    rig.special.ClearTimeJumped();
     rig.special.GetTimeAndDate();
     EXPECT_EQ(rig.special.ZuluSeconds, step.zuluSeconds) << step.zulu;
     EXPECT_EQ(rig.special.LocalSeconds, step.localSeconds) << step.local;
     EXPECT_EQ(rig.special.LocalHour, step.localHour) << step.local;
-    EXPECT_EQ(rig.special.TimeJumped, step.jumped) << step.zulu;
+    EXPECT_EQ(rig.special.TimeJumped(), step.jumped) << step.zulu;
   }
   EXPECT_EQ((std::vector<int>{rig.special.DateYear, rig.special.DateMonth, rig.special.DateDay}),
             (std::vector<int>{24, 3, 5}));
@@ -80,7 +80,7 @@ TEST(SpecialValues, RmiNeedles) {
     bool second, fourth;
     std::array<int, 4> positions;
   } cases[] = {
-      {"nothing valid", 90, 90, 100, 100, 0, true, true, {5000, 5000, 5000, 5000}},
+      {"none valid", 90, 90, 100, 100, 0, true, true, {5000, 5000, 5000, 5000}},
       {"one of each, shown twice", 90, 0, 16384, 0, 0x0A, false, false, {1080, 1080, 1080, 1080}},
       {"all four", 359, 10, -16384, 8192, 0x80E, true, true, {4308, 120, 3240, 540}},
       {"the second not valid", 90, 10, 0, 0, 0x02, true, false, {1080, 5000, 5000, 5000}},

@@ -40,7 +40,7 @@ class ClockDriver final : public GaugeDriver {
     SpecialValues& now = tick.Special();
     if (utc_ != kNoPort && local_ != kNoPort) now.UseTimePorts(utc_, local_);
     if (temperature_ != kNoPort) now.UseTemperaturePort(temperature_);
-    if (now.TimeJumped) tick.Queue(gaugeID_, kCommandFlags, kFlagTimeJumped);
+    if (now.TimeJumped()) tick.Queue(gaugeID_, kCommandFlags, kFlagTimeJumped);
     shown_.utc.QueueIfChanged(tick, gaugeID_, now.ZuluSeconds);
     shown_.local.QueueIfChanged(tick, gaugeID_, now.LocalSeconds);
     shown_.date.QueueIfChanged(tick, gaugeID_, now.DateMonth * 100 + now.DateDay);

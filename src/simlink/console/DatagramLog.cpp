@@ -37,7 +37,7 @@ float Ordered(float value, bool reverse) {
   return FloatFromLittleEndian(bytes);
 }
 
-// Lines up to the bound.
+// Collects the lines of one datagram, and cuts them with a remark when there are too many.
 class Lines {
  public:
   bool Add(std::string line) {

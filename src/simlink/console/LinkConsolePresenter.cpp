@@ -205,7 +205,7 @@ void LinkConsolePresenter::cmdUSEL_Click(std::string_view index) {
 void LinkConsolePresenter::cmdUSELall_Click() {
   if (model_.General.BlockUSEL == 1) return Note("The configuration blocks USEL: nothing was sent.");
   if (!OpenLink()) return;
-  // CommandStopAll rests in monitor mode, and here it is wanted in that mode above all.
+  // CommandStopAll sends no packet in monitor mode, and that is the mode in which it is mostly wanted here.
   for (int group = 0; group <= kLastStoppedGroup; ++group) sim_.SendUSEL(group);
   groups_.erase(groups_.begin(), groups_.upper_bound(kLastStoppedGroup));
   Note("All groups are stopped.");

@@ -17,8 +17,8 @@
 
 namespace tvx {
 
-// Every argument that is text comes as the user typed it; what is wrong with it is shown, and nothing is
-// sent.
+// Every argument that is text comes as the user typed it; what is wrong with it is shown, and no
+// packet is sent.
 class LinkConsolePresenter {
  public:
   struct View {
@@ -97,7 +97,7 @@ class LinkConsolePresenter {
   void KeepValues(const LoggedDatagram& datagram);
   bool OpenLink();
   bool Refuse(std::string_view message);
-  bool IsPath(std::string_view path);  // says so where it is none
+  bool IsPath(std::string_view path);  // false, with a note, when it is none
   // Checks the words that both DATA senders share, and opens the link.
   bool ReadGroupValue(std::string_view index, std::string_view valueNumber, int& group, int& number);
   void Note(std::string words) { view_.Note = std::move(words); }
@@ -109,11 +109,11 @@ class LinkConsolePresenter {
   Registration monitor_;
   View view_;
   LogLines log_;
-  std::vector<LoggedDatagram> arrived_;                 // since the last tick
-  std::size_t missed_ = 0;                              // arrived since the last tick and not kept
-  std::int64_t count_ = 0;                              // datagrams since the display was started
-  std::int64_t lastCameMs_ = 0;                         // when the last one came, or the display was started
-  int framesLeft_ = 0;                                  // to log; 0: none, below 0: without an end
+  std::vector<LoggedDatagram> arrived_;  // since the last tick
+  std::size_t missed_ = 0;               // arrived since the last tick and not kept
+  std::int64_t count_ = 0;               // datagrams since the display was started
+  std::int64_t lastCameMs_ = 0;          // when the last one came, or the display was started
+  int framesLeft_ = 0;                   // to log; 0: the log rests, below 0: until it is stopped
   std::map<std::int32_t, Subscription> subscriptions_;  // the console's own, by identifier
   std::set<int> groups_;                                // asked for here
   bool linkWasOpen_;

@@ -32,11 +32,11 @@ inline constexpr ConsoleBox kFunctionNr{"boxFunctionNr", kFirstConfigurable, kLa
 inline constexpr ConsoleBox kIntegerValue{"", -2147483648LL, 2147483647};
 }  // namespace consolebox
 
-// The number typed into a box; nothing where it is none, or none that the box takes.
+// The number typed into a box; std::nullopt when it is no number, or none that the box takes.
 std::optional<std::int32_t> WholeNumber(std::string_view text, const ConsoleBox& box);
 
-// What is wrong with a text in one of the console's boxes, by the box's name; empty where nothing is, or
-// where the box is none that is checked.
+// What is wrong with a text in one of the console's boxes, by the box's name; empty when it is right, or
+// when the box is not one that is checked.
 std::string ConsoleProblem(std::string_view box, std::string_view text);
 
 }  // namespace tvx

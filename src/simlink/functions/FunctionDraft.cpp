@@ -34,7 +34,7 @@ struct Range {
   int lowest, highest;
 };
 
-// What a whole number may be. A field's own type says it where this does not.
+// The range of a field that is a whole number. A field that is not listed takes what its type holds.
 Range RangeOf(std::string_view field, Byte dataType, Range ofType) {
   if (field == "FuncType") return {0, static_cast<int>(kSignalTypes.size()) - 1};
   if (field == "ComboClass") return {0, 11};

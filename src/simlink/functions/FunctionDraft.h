@@ -33,11 +33,12 @@ struct FunctionProblem {
   std::string words;         // for beside the field: what it takes
 };
 
-// Puts a draft into `function`; the first problem where there is one, and then `function` is incomplete.
-// Descriptions get CR LF; a double quote, which the configuration file cannot hold, becomes an apostrophe.
+// Puts a draft into `function`. When a field cannot be saved, returns the first such problem, and `function`
+// is filled only in part. Descriptions get CR LF; a double quote, which the configuration file cannot hold,
+// becomes an apostrophe.
 std::optional<FunctionProblem> StoreDraft(const FunctionDraft& draft, FunctionRecord& function);
 
-// What can be saved and will hardly do what is meant, in words; empty where nothing is odd.
+// Advice on a Function that can be saved and will hardly do what its user means; empty when there is none.
 std::string AdviceOn(const FunctionRecord& function);
 
 }  // namespace tvx

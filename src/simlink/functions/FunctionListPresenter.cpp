@@ -15,7 +15,7 @@ ListedFunction FieldsOf(const FunctionRecord& function) {
   return {function.ShortName, function.FullName, function.ComboClass, function.FuncType};
 }
 
-// A text as one column of a line: line ends and tabs become one blank each, those at its end none.
+// A text as one column of a line: line ends and tabs become one blank each; those at its end are left out.
 std::string Column(std::string_view text) {
   std::string column;
   for (const char c : text) {

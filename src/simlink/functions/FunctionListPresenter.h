@@ -17,7 +17,7 @@ inline constexpr std::string_view kStandardHeading =
 inline constexpr std::string_view kConfigurableHeading =
     "----------------------- Configurable Functions -------------------------------";
 
-// Which Functions are listed; a filter that holds nothing is off.
+// Which Functions are listed; a filter without a value is off.
 struct FunctionFilter {
   std::optional<int> category{};  // 0..11
   std::optional<int> use{};       // a FunctionUse code
@@ -55,10 +55,10 @@ class FunctionListPresenter {
   void Edit(int number, const ListedFunction& fields);
 
   bool Changed() const { return !edits_.empty(); }
-  // Puts all edits into the model. Where one is bad a message is shown, nothing is saved and its number is
-  // given.
+  // Puts all edits into the model. When one of them is bad, shows a message, saves none of them and returns
+  // the number of its Function.
   std::optional<int> CmdSave();
-  // True where nothing is unsaved, or the user says that it may be lost.
+  // True when no edit is unsaved, or the user says that the edits may be lost.
   bool MayClose();
 
  private:

@@ -22,7 +22,7 @@ class FunctionPresenter {
   // The standard Functions and those above 269 can be looked at only.
   bool Editable() const { return IsConfigurable(number_); }
   bool Changed() const { return draft_ != loaded_; }
-  // True where nothing is unsaved, or the user says that it may be lost.
+  // True when no change is unsaved, or the user says that the changes may be lost.
   bool MayLeave();
   // Goes to another Function, 1..300, if MayLeave. False where it stays.
   bool Choose(int number);
@@ -31,12 +31,12 @@ class FunctionPresenter {
 
   // The data type as the draft has it; that of no list where its text is no number.
   Byte DataTypeCode() const;
-  // The field that keeps from saving, if one does.
+  // The first field that cannot be saved as it is, if there is one.
   std::optional<FunctionProblem> Problem() const;
-  // What would be saved and hardly does what is meant, in words.
+  // Advice on what would be saved and will hardly do what is meant.
   std::string Advice() const;
 
-  // Puts the Function into the model. What keeps from it is shown, and given back.
+  // Puts the Function into the model. A problem that prevents this is shown, and returned.
   std::optional<FunctionProblem> Save();
   // Appends a path of the simulator's list to the description, an array's element with the number `element`.
   // The times per second of its source become 10 where they were 0. False, with a message, where it cannot

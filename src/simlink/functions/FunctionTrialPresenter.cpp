@@ -16,7 +16,7 @@ constexpr std::string_view kNoValue = "---";
 constexpr std::int64_t kSilentMs = 3000;
 
 // What a data type takes, and what is said of any other value.
-// ODDITY: the texts are spelled so; users search their notes for them. The Integer range ends at -32767,
+// ODDITY: the texts keep their spelling; users search their notes for them. The Integer range ends at -32767,
 // where PutPort clamps, and not at -32768.
 struct TypeRange {
   DataType type;

@@ -52,10 +52,10 @@ class FunctionTrialPresenter {
   bool Reading() const { return reading_; }            // Read_Tick is wanted
   bool Writing() const { return sweep_.has_value(); }  // IntervalTimer_Tick is wanted
 
-  // The Function number and sequence number as typed. Shows the data type; opens nothing. Another Function
+  // The Function number and sequence number as typed. Shows the data type; opens no port. Another Function
   // ends reading and writing.
   void Choose(std::string_view function, std::string_view sequenceNr);
-  // What is wrong with a value to write, or a step, as typed; empty where nothing is.
+  // What is wrong with a value to write, or a step, as typed; empty when it is right.
   std::string_view ProblemOf(std::string_view value) const;
   static std::string_view StepProblem(std::string_view step);
   void CmdRead_Click();
@@ -87,7 +87,7 @@ class FunctionTrialPresenter {
   SimCom& sim_;
   MessageBoxes& boxes_;
   View view_;
-  int function_ = 0;  // 0: what was typed is none
+  int function_ = 0;  // 0: what was typed is no Function number
   int sequenceNr_ = 0;
   Port port_ = kNoPort;
   std::vector<OpenedPort> opened_;

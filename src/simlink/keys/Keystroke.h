@@ -19,14 +19,14 @@ extern const std::array<std::string_view, kNamedKeys> KeyNames;
 // 1).
 struct KeystrokeCode {
   bool Ctrl = false, Shift = false;
-  int KeyName = 0;              // 0 none, 1 a character, above as in KeyNames; 38..63 are no keys
+  int KeyName = 0;              // 0 no key, 1 a character, above as in KeyNames; 38..63 are no keys
   unsigned char Character = 0;  // Latin-1
 };
 KeystrokeCode SplitKeystroke(std::int16_t code);
 std::int16_t JoinKeystroke(const KeystrokeCode& parts);
 
 // The key sequence of a code: "^" Ctrl, "+" Shift, then {NAME} or the character, escaped where it has a
-// meaning of its own. Empty for a code that types nothing. Characters above 127 stand as one Latin-1 byte.
+// meaning of its own. Empty for a code without a key. Characters above 127 stand as one Latin-1 byte.
 std::string KeySequence(std::int16_t code);
 
 class Keystrokes {

@@ -10,8 +10,8 @@
 
 namespace tvx {
 
-// Takes a sequence apart into keys. "^" and "+" hold for the next key only. Nothing for a text that breaks
-// the syntax: an unknown name, an open brace, a bare one of % ~ ( ) [ ] }, a modifier without a key, a
+// Takes a sequence apart into keys. "^" and "+" hold for the next key only. std::nullopt for a text that
+// breaks the syntax: an unknown name, an open brace, a bare one of % ~ ( ) [ ] }, a modifier without a key, a
 // character that no key types (control characters other than backspace, tab, carriage return and escape).
 std::optional<std::vector<KeyStroke>> ParseKeySequence(std::string_view sequence);
 

@@ -10,18 +10,18 @@
 namespace tvx {
 
 // How many lines a Function of a data type holds: 4 data references, one for each sequence number, or 9
-// commands; otherwise none.
+// commands; 0 for any other type.
 int EntryLimit(Byte dataType);
 
-// One more than the highest number of the lines "#n:" in a text; 1 where there is none.
+// One more than the highest number of the lines "#n:" in a text; 1 for a text without such lines.
 int NextEntryNumber(std::string_view lines);
 
 // Appends the line "#n:path" with the next number, ended by CR LF; a last line that was not ended is ended
-// first. False, and nothing done, when `path` is no entry (ReferenceList.h).
+// first. False, and `lines` stays as it was, when `path` is no entry (ReferenceList.h).
 bool AppendEntry(std::string& lines, std::string_view path);
 
-// What is wrong with the first line that begins with "#" and will not be found, or not with what it means;
-// empty where nothing is. `limit` is EntryLimit.
+// Of the first line that begins with "#" and will not be found, or will be read in another way than it was
+// meant: what is wrong with it, in words. Empty when all are right. `limit` is EntryLimit.
 std::string EntryProblem(std::string_view lines, int limit);
 
 // The paths of the lines "#n:path" in a text, as they stand in it.

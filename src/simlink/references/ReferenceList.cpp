@@ -42,7 +42,7 @@ class FieldReader {
     const std::size_t end = std::min(left_.find('"'), left_.size());
     const std::string_view field = left_.substr(0, end);
     left_.remove_prefix(std::min(end + 1, left_.size()));
-    Plain();  // whatever stands between the quote and the field's end
+    Plain();  // skips what stands between the quote and the field's end
     return field;
   }
   std::string_view Plain() {

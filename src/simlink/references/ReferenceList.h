@@ -35,7 +35,7 @@ inline constexpr ListFile kReferencesFile{
 inline constexpr std::string_view kConsoleReferencesMissing =
     "=============== File with X-Plane References(Xplane_References.txt) not found or Incorrect "
     "===============";
-// The only line of a list in which a search finds nothing.
+// The only line of a list in which a search leaves no entry.
 inline constexpr std::string_view kSearchFoundNothing = "===== Not Found =====";
 
 // What a list file holds. Fewer entries than `promised` where the file ends early.
@@ -45,8 +45,8 @@ struct ListContent {
 };
 
 // Reads fields separated by commas or line ends: the title, the count, the entries. A field may stand between
-// double quotes; an empty line is none. Nothing where the first field is not `title` or the second no count.
-// What follows the last entry counts for nothing.
+// double quotes; an empty line is no field. What follows the last entry is ignored. std::nullopt when the
+// first field is not `title`, or the second is no count.
 std::optional<ListContent> ParseListFile(std::string_view text, std::string_view title);
 
 // The text of a list file: title and count on its first line, then one entry a line, in quotes.
@@ -71,7 +71,7 @@ class ReferenceList {
   // The lines to show, at least one: entries with their number in four digits, from 0000, or a message.
   std::size_t Lines() const { return Message().empty() ? shown_.size() : 1; }
   std::string Line(std::size_t line) const;
-  // The path that stands in a line; nothing for a message, or a line that is not there.
+  // The path that stands in a line; std::nullopt for a message, or a line that is not there.
   std::optional<std::string_view> PathAt(std::size_t line) const;
 
   bool Found() const { return found_; }

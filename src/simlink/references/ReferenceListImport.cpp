@@ -19,7 +19,7 @@ std::string_view TakeWord(std::string_view& line) {
   return word;
 }
 
-// The entry that `read` makes of each line, where it is one and came for the first time.
+// What `read` makes of each line, without what is no entry or has come before.
 template <typename Read>
 std::vector<std::string> EntriesOf(std::string_view text, Read read) {
   std::vector<std::string> entries;

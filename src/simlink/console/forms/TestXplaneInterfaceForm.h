@@ -17,8 +17,8 @@ namespace tvx {
 class TestXplaneInterfaceForm : public Form {
   Q_OBJECT
  public:
-  // Give the file to save the log as, and the folder to import from; empty where the user thought better of
-  // it.
+  // Give the file to save the log as, and the folder to import from; empty when the user
+  // cancelled.
   struct Choosers {
     std::function<QString(QWidget* parent)> logFile;
     ReferencePanel::ChooseFolder folder;

@@ -15,7 +15,7 @@ namespace tvx {
 class ReferencePanel : public QFrame {
   Q_OBJECT
  public:
-  // Gives the folder to import from, empty where the user thought better of it. The standard asks for it
+  // Gives the folder to import from, empty when the user cancelled. The standard asks for it
   // with the desktop's file dialog.
   using ChooseFolder = std::function<QString(QWidget* parent)>;
 

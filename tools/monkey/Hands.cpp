@@ -61,7 +61,7 @@ bool Hands::Mouse(const QPointer<QWidget>& on, QPoint at, Qt::MouseButton button
 }
 
 bool Hands::Press(const QPointer<QWidget>& on, QPoint at, Qt::MouseButton button) {
-  if (held_ != Qt::NoButton) Release(heldOn_.isNull() ? on : heldOn_, heldAt_);
+  LetGo();
   held_ = button;
   heldOn_ = on;
   heldAt_ = at;

@@ -19,8 +19,11 @@ class Hands : public QObject {
   Hands();
   ~Hands() override;
 
-  // A step begins. A button that was held down is let go.
+  // A step begins. A mouse button that is held down stays down.
   void NextStep();
+  // The widget on which a mouse button is held down; null when none is held, or the widget has gone.
+  QWidget* HeldOn() const { return held_ == Qt::NoButton ? nullptr : heldOn_.data(); }
+  bool LetGo() { return Release(heldOn_, heldAt_); }
 
   bool Press(const QPointer<QWidget>& on, QPoint at, Qt::MouseButton button = Qt::LeftButton);
   bool Move(const QPointer<QWidget>& on, QPoint at);

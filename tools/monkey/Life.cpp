@@ -190,6 +190,8 @@ void Life::End(const Dice& dice) {
     kill(getpid(), SIGTERM);
     return;
   }
+  // What is held down may be Run or Configure: letting it go may lead to another form.
+  if (QWidget* held = hands_.HeldOn()) return Do("let go" + OnForm(*held->window()), [&] { hands_.LetGo(); });
   if (QWidget* form = MainWindowOf(UsableWindows())) {
     EndByForm(*form);
   } else {

@@ -16,8 +16,9 @@
 #include <filesystem>
 
 #include "core/ProcessCycle.h"
+#include "platform/TtyPort.h"
 #include "platform/linux/LinuxClock.h"
-#include "platform/linux/LinuxSerialPort.h"
+#include "platform/linux/serial/KeptTty.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "platform/qt/QtUdpSocket.h"
 #include "tests/fakes/CockpitRig.h"
@@ -67,7 +68,9 @@ void DatagramToFrame(benchmark::State& state) {
   }
   QtUdpSocket socket;
   SimCom sim(fakes.model, socket, fakes.boxes, fakes.clock);
-  LinuxSerialPort line(std::make_unique<QtFdWatcher>());
+  LineServer server;
+  LineKeepers keepers(server, [] { return std::make_unique<QtFdWatcher>(); });
+  TtyPort line(std::make_unique<KeptTty>(keepers));
   HardwarePorts::Ports ports{&line,           &fakes.ports[1], &fakes.ports[2],
                              &fakes.ports[3], &fakes.ports[4], &fakes.ports[5]};
   HardwarePorts hardware(fakes.model, ports);
@@ -76,6 +79,7 @@ void DatagramToFrame(benchmark::State& state) {
   ProcessCycle cycle(fakes.model, sim, serial, special);
   sim.OpenUDP();
   serial.OpenComPorts();
+  while (serial.LineOpening()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   cycle.PrepareGauges();
   cycle.StartRun();
   std::array<char, 256> bytes{};

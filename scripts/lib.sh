@@ -23,6 +23,8 @@ packages_for() {
     tidy) echo clang clang-tidy ;;
     mutate) echo python3 ;;
     package) echo dpkg-dev file ;;
+    package-try) echo lintian ;;
+    adapters) echo qemu-system-x86 seabios busybox-static cpio kmod udev python3 ;;
     *) fail "packages_for: no purpose named '$1'" ;;
   esac
 }

@@ -98,6 +98,7 @@ void ConfigurationForms::OpenGauge(int gaugeID) {
   hardware_.CancelSearch();
   instrument_.Open(gaugeID);
   ShowForm(instrumentForm_, parts_.model, instrument_, *this, *this, main_.Get());
+  ShowLineTrouble();
 }
 
 void ConfigurationForms::OpenCalibration(int gaugeID, int needle) {
@@ -123,6 +124,7 @@ void ConfigurationForms::OpenPlates(std::vector<CalibrationTarget> targets, cons
     return form;
   };
   calibrateForm_.GetOrMake(make).BringToFront();
+  ShowLineTrouble();
 }
 
 void ConfigurationForms::ModelChanged() {
@@ -144,7 +146,19 @@ void ConfigurationForms::ShowSearch() {
 }
 
 void ConfigurationForms::Tick() {
-  if (main_) hardware_.Tick();
+  if (!main_) return;
+  hardware_.Tick();
+  if (!hardware_.LinesChanged()) return;
+  main_->ShowLines();
+  if (testForm_) testForm_->ShowView();
+  ShowLineTrouble();
+}
+
+// On the forms that send to the gauges and have no line of their own for how the bus stands.
+void ConfigurationForms::ShowLineTrouble() {
+  const QString trouble = ToText(hardware_.BusTrouble());
+  if (instrumentForm_) instrumentForm_->ShowNotice(trouble);
+  if (calibrateForm_) calibrateForm_->ShowNotice(trouble);
 }
 
 void ConfigurationForms::MainFormClosed() {

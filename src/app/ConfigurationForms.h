@@ -76,6 +76,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   void OpenPeripheral(PeripheralKind kind);
   void OpenPlates(std::vector<CalibrationTarget> targets, const CalibrationTarget& first, QWidget* parent);
   void ShowSearch();
+  void ShowLineTrouble();
 
   Parts parts_;
   SavePresenter save_;

@@ -1,12 +1,21 @@
 #include "app/ConfigurationHardware.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "app/EngineClusterPeripheral.h"
 #include "config/plates/PlatePresenter.h"
 
 namespace tvx {
+namespace {
+
+constexpr int kTicksPerSecond = 50;
+constexpr int kTicksOfShow = 10;  // no faster than an eye reads
+
+}  // namespace
 
 ConfigurationHardware::ConfigurationHardware(ConfigModel& model, Serial& serial, MessageBoxes& boxes,
-                                             const SerialDevices& devices, const ComPorts& numbers,
+                                             SerialDevices& devices, const ComPorts& numbers,
                                              EngineClusterPeripheral& cluster)
     : serial_(serial),
       devices_(devices),
@@ -44,23 +53,93 @@ void ConfigurationHardware::FollowPortNumbers() {
   if (opened_ != Numbers()) OpenPortsAnew();
 }
 
+// A cable that is pulled or put back shows within a second.
 void ConfigurationHardware::Tick() {
+  if (++ticksOfWatch_ >= kTicksPerSecond) {
+    ticksOfWatch_ = 0;
+    serial_.WatchLines();
+  }
   search_.Tick();
   if (!search_.Running()) needle_.Tick();
+}
+
+bool ConfigurationHardware::LinesChanged() {
+  if (ticksOfWatch_ % kTicksOfShow != 0) return false;
+  std::string words = BusWords();
+  for (std::size_t group = 0; group < kHardwareGroups; ++group)
+    words += '\n' + TroubleOf(static_cast<int>(group));
+  const bool changed = std::exchange(lineWords_, words) != words;
+  if (changed) LookAgain();  // who uses what has changed with it
+  return changed;
 }
 
 std::string ConfigurationHardware::DeviceOf(int comNumber) const {
   return numbers_.WordsFor(comNumber, listed_);
 }
 
+std::string ConfigurationHardware::BusTrouble() const {
+  return serial_.LineInTrouble() ? "Gauge bus: " + serial_.LineWords() : std::string();
+}
+
+const SerialDevice* ConfigurationHardware::AdapterOf(int comNumber) const {
+  const auto found = std::find_if(listed_.begin(), listed_.end(), [&](const SerialDevice& device) {
+    return numbers_.LeadsTo(comNumber, device);
+  });
+  return found == listed_.end() ? nullptr : &*found;
+}
+
+// Two groups that have different numbers, and one adapter all the same.
+std::string ConfigurationHardware::SharingWords(int group) const {
+  const PortNumbers numbers = Numbers();
+  const int own = numbers[static_cast<std::size_t>(group)];
+  const std::string path = numbers_.PathOf(own);
+  for (std::size_t other = 0; !path.empty() && other < static_cast<std::size_t>(group); ++other) {
+    if (numbers[other] <= 0 || numbers[other] == own || numbers_.PathOf(numbers[other]) != path) continue;
+    return "COM " + std::to_string(own) + " leads to the same adapter as COM " +
+           std::to_string(numbers[other]) + "; only one group can have it";
+  }
+  return {};
+}
+
 std::string ConfigurationHardware::TroubleOf(int group) const {
   const auto which = static_cast<HardwareGroup>(group);
   const HardwarePorts& ports = serial_.Ports();
-  return ports.InTrouble(which) ? ports.WordsOf(which) : std::string();
+  if (!ports.Configured(which)) return {};
+  if (const std::string shared = SharingWords(group); !shared.empty()) return shared;
+  const SerialPort& port = ports.PortOf(which);
+  const SerialDevice* adapter = AdapterOf(ports.ComNumber(which));
+  const std::string others = adapter == nullptr ? std::string() : adapter->OtherUserWords();
+  const std::string com = "COM " + std::to_string(ports.ComNumber(which));
+  if (port.State() == SerialState::Busy && !others.empty())
+    return com + " busy: " + others + " has " + port.Device();
+  if (port.IsOpen() && !others.empty())
+    return com + " is open for " + others + " too; bytes get lost while two read it";
+  const bool mayChange = port.IsOpen() && !port.Assigned();
+  return ports.InTrouble(which) || mayChange ? ports.WordsOf(which) : std::string();
+}
+
+// An adapter that is refused must not be called free because whoever has it cannot be seen.
+void ConfigurationHardware::LookAgain() {
+  listed_ = devices_.List();
+  const HardwarePorts& ports = serial_.Ports();
+  for (std::size_t group = 0; group < kHardwareGroups; ++group) {
+    const auto which = static_cast<HardwareGroup>(group);
+    if (!ports.Configured(which) || ports.PortOf(which).State() != SerialState::Busy) continue;
+    for (SerialDevice& device : listed_) device.foundBusy |= numbers_.LeadsTo(ports.ComNumber(which), device);
+  }
+}
+
+void ConfigurationHardware::KeepAdapter(int comNumber) {
+  if (!numbers_.ByOrder(comNumber)) return;
+  LookAgain();
+  const SerialDevice* adapter = AdapterOf(comNumber);
+  if (adapter == nullptr || adapter->LastingName() == adapter->path) return;
+  std::string error;  // without a link the number works as before, and it is said that it may change
+  devices_.Assign(comNumber, *adapter, error);
 }
 
 void ConfigurationHardware::StartSearch() {
-  serial_.Ports().ReopenLost();  // an adapter that was plugged in since
+  serial_.WatchLines();  // an adapter that was plugged in since
   search_.Start();
 }
 

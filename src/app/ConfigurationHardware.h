@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <vector>
 
 #include "config/plates/LiveNeedleAccess.h"
@@ -19,7 +20,7 @@ class EngineClusterPeripheral;
 
 class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, public LiveNeedleAccess {
  public:
-  ConfigurationHardware(ConfigModel& model, Serial& serial, MessageBoxes& boxes, const SerialDevices& devices,
+  ConfigurationHardware(ConfigModel& model, Serial& serial, MessageBoxes& boxes, SerialDevices& devices,
                         const ComPorts& numbers, EngineClusterPeripheral& cluster);
 
   GaugeSearch& Search() { return search_; }
@@ -30,14 +31,19 @@ class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, pu
   void FollowPortNumbers();
   // About every 20 ms, after Serial::TickTransmit.
   void Tick();
+  // True where what BusWords or TroubleOf says has changed since it was last asked. To be asked after Tick.
+  bool LinesChanged();
 
   // PortAccess
   std::string DeviceOf(int comNumber) const override;
   std::string TroubleOf(int group) const override;
-  void LookAgain() override { listed_ = devices_.List(); }
+  void KeepAdapter(int comNumber) override;
+  void LookAgain() override;
   void WithPortsClosed(const std::function<void()>& change) override;
   // GaugeBusAccess
   std::string BusWords() const override { return serial_.LineWords(); }
+  // How the bus stands where that is not well; otherwise empty.
+  std::string BusTrouble() const;
   void StartSearch() override;
   void CancelSearch() override { search_.Cancel(); }
   void TickReplyCountdown() override { serial_.TickReplyCountdown(); }
@@ -47,14 +53,18 @@ class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, pu
  private:
   using PortNumbers = std::array<int, kHardwareGroups>;
   PortNumbers Numbers() const;
+  const SerialDevice* AdapterOf(int comNumber) const;
+  std::string SharingWords(int group) const;
 
   Serial& serial_;
-  const SerialDevices& devices_;
+  SerialDevices& devices_;
   const ComPorts& numbers_;
   EngineClusterPeripheral& cluster_;
   GaugeSearch search_;
   LiveNeedle needle_;
   std::vector<SerialDevice> listed_;  // the adapters, as they were when they were last looked for
+  int ticksOfWatch_ = 0;              // since the lines were last watched
+  std::string lineWords_;             // how they stood when that was last asked
   PortNumbers opened_{};              // the COM numbers that the ports were opened with
 };
 

@@ -25,13 +25,13 @@ constexpr int kTransmitTickMs = 20;
 constexpr const char* kManualPlaces[] = {"../share/doc/torvex-control/manual.md", "../../docs/manual.md",
                                          "manual.md"};
 
-std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> MakePorts() {
-  std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> ports;
-  for (auto& port : ports) port = std::make_unique<LinuxSerialPort>(std::make_unique<QtFdWatcher>());
+std::array<std::unique_ptr<TtyPort>, kHardwareGroups> MakePorts(LineKeepers& keepers) {
+  std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports;
+  for (auto& port : ports) port = std::make_unique<TtyPort>(std::make_unique<KeptTty>(keepers));
   return ports;
 }
 
-HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups>& owned) {
+HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<TtyPort>, kHardwareGroups>& owned) {
   HardwarePorts::Ports ports{};
   for (std::size_t i = 0; i < owned.size(); ++i) ports[i] = owned[i].get();
   return ports;
@@ -39,12 +39,14 @@ HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<LinuxSerialPort>, 
 
 }  // namespace
 
-Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices)
+Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, LineServer* lines)
     : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
       boxes_(boxes == nullptr ? *ownBoxes_ : *boxes),
       file_(model_, boxes_),
       sim_(model_, socket_, boxes_, clock_),
-      ports_(MakePorts()),
+      ownLines_(lines == nullptr ? std::make_unique<LineServer>() : nullptr),
+      keepers_(lines == nullptr ? *ownLines_ : *lines, [] { return std::make_unique<QtFdWatcher>(); }),
+      ports_(MakePorts(keepers_)),
       hardware_(model_, PortsOf(ports_)),
       serial_(hardware_, boxes_),
       ownKeys_(keys == nullptr ? MakeKeyInjector() : nullptr),
@@ -135,6 +137,18 @@ void Program::ConnectTimers() {
     run_.WriteCmdDuringConfig_Tick();
     configuration_.Tick();
   });
+}
+
+void Program::ShowItself() {
+  if (ended_) return;
+  Form* inUse = startForm_.Get();
+  if (statusForm_) inUse = statusForm_.Get();
+  if (configuration_.MainForm() != nullptr) inUse = configuration_.MainForm();
+  if (inUse != nullptr) {
+    inUse->setWindowState(inUse->windowState() & ~Qt::WindowMinimized);
+    inUse->BringToFront();
+  }
+  boxes_.Show("This program was started again in the same folder. It runs here already.");
 }
 
 void Program::Exit() {

@@ -18,10 +18,11 @@
 #include "core/forms/StartForm.h"
 #include "core/forms/StatusForm.h"
 #include "hwbus/gaugebus/Serial.h"
-#include "platform/linux/ComPortMap.h"
+#include "platform/TtyPort.h"
 #include "platform/linux/LinuxClock.h"
-#include "platform/linux/LinuxSerialDevices.h"
-#include "platform/linux/LinuxSerialPort.h"
+#include "platform/linux/serial/ComPortMap.h"
+#include "platform/linux/serial/KeptTty.h"
+#include "platform/linux/serial/LinuxSerialDevices.h"
 #include "platform/qt/QtHost.h"
 #include "platform/qt/QtUdpSocket.h"
 #include "simlink/SimCom.h"
@@ -33,16 +34,18 @@ namespace tvx {
 class Program final : private Shell, private ConfigurationHost {
  public:
   // `boxes`: the message boxes to use; nullptr for those on the screen. `keys`: where keystrokes go; nullptr
-  // for the desktop. `devices`: the serial adapters; nullptr for this computer's. All must outlive the
-  // program.
+  // for the desktop. `devices`: the serial adapters; nullptr for this computer's. `lines`: starts the
+  // processes that keep serial lines; nullptr for one of its own. All must outlive the program.
   explicit Program(MessageBoxes* boxes = nullptr, KeyInjector* keys = nullptr,
-                   SerialDevices* devices = nullptr);
+                   SerialDevices* devices = nullptr, LineServer* lines = nullptr);
   ~Program() override;
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
   // Shows the start form. Everything else follows from events.
   void Begin() { ShowStartForm(); }
+  // Brings the window that is in use to the front, and says that the program was started again in its folder.
+  void ShowItself();
   // Ends the program as its Exit buttons do, from whatever state: asks nobody, takes every form and box away,
   // and leaves the event loop with status 0, and every one that runs within it.
   void Exit();
@@ -101,7 +104,9 @@ class Program final : private Shell, private ConfigurationHost {
   ConfigFile file_;
   QtUdpSocket socket_;
   SimCom sim_;
-  std::array<std::unique_ptr<LinuxSerialPort>, kHardwareGroups> ports_;
+  std::unique_ptr<LineServer> ownLines_;
+  LineKeepers keepers_;
+  std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports_;
   HardwarePorts hardware_;
   Serial serial_;
   std::unique_ptr<KeyInjector> ownKeys_;

@@ -1,13 +1,48 @@
 #include <QApplication>
+#include <QMessageBox>
+#include <cstdio>
+#include <string_view>
 
 #include "app/Program.h"
 #include "app/TerminationSignals.h"
+#include "base/Version.h"
+#include "platform/linux/FolderClaim.h"
+#include "platform/qt/QtFdWatcher.h"
 #include "ui/Look.h"
 
+namespace {
+
+constexpr int kAnswerMs = 2000;
+
+// The second start in a folder: two programs would take the hardware and the simulator's port from each
+// other.
+int ShowTheFirst(int argc, char** argv) {
+  if (tvx::FolderClaim::AskToShow(".", kAnswerMs)) {
+    std::fputs("torvex-control runs in this folder already; it has been brought to the front.\n", stderr);
+    return 0;
+  }
+  const char* text = "torvex-control runs in this folder already, but does not answer. End that one first.";
+  std::fprintf(stderr, "%s\n", text);
+  QApplication application(argc, argv);
+  QMessageBox::warning(nullptr, QApplication::translate("main", "Torvex control"),
+                       QApplication::translate("main", text));
+  return 1;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  if (argc > 1 && std::string_view(argv[1]) == "--version") {
+    std::printf("torvex-control %s\n", std::string(tvx::kProgramVersion).c_str());
+    return 0;
+  }
+  tvx::FolderClaim claim;
+  if (!claim.Take(".")) return ShowTheFirst(argc, argv);
+  tvx::LineServer lines;  // before windows and threads: it is split off from this process
   QApplication application(argc, argv);
   tvx::look::Apply(application, tvx::look::Theme::Dark);
-  tvx::Program program;
+  tvx::Program program(nullptr, nullptr, nullptr, &lines);
+  claim.Listen(std::make_unique<tvx::QtFdWatcher>(), [&program] { program.ShowItself(); });
   const tvx::TerminationSignals termination([&program] { program.Exit(); });
   program.Begin();
   return program.Ended() ? 0 : QApplication::exec();

@@ -70,6 +70,12 @@ ActiveGauge* ProcessCycle::GaugeWithID(int gaugeID) {
 void ProcessCycle::Tick() {
   try {
     ++tickNumber_;
+    if (serial_.LineOpening()) {
+      // What is sent now would be lost, and counted as sent.
+      ReadFlightValues();
+      FillBoxes();
+      return;
+    }
     sideFrameSet_ = false;
     serial_.BeginBatch();
     lightingInBatch_ = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ctime>
 #include <exception>
+#include <utility>
 
 #include "config/NameTables.h"
 #include "core/Dump.h"
@@ -12,8 +13,10 @@
 namespace tvx {
 namespace {
 
-constexpr std::int16_t kYokeInterval = 40;    // ms, whatever the configuration says
-constexpr int kShortestInterval = 10;         // ms; less would leave no time for anything else
+constexpr std::int16_t kYokeInterval = 40;  // ms, whatever the configuration says
+constexpr int kShortestInterval = 10;       // ms; less would leave no time for anything else
+constexpr std::int64_t kResendAgainMs = 2000;
+constexpr std::int64_t kDropShownMs = 10000;  // so long the user reads of a batch that was dropped
 constexpr std::int64_t kRenewAfterMs = 3000;  // of silence, and again after each such time
 
 std::size_t IndexOf(PeripheralKind kind) {
@@ -40,6 +43,18 @@ StatusPresenter::StatusPresenter(ConfigModel& model, SimCom& sim, Serial& serial
     cmdStop_Click();
   });
   busEvents_ = serial_.Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
+  lineChanged_ = serial_.SetLineChanged([this](bool cameBack) { OnLineChanged(cameBack); });
+}
+
+// Gauges that had no power take a moment until they hear.
+void StatusPresenter::OnLineChanged(bool cameBack) {
+  if (cameBack) {
+    cycle_.ResendAll();
+    resendAgainAtMs_ = clock_.MonotonicMs() + kResendAgainMs;
+  }
+  if (!activated_) return;
+  UpdateLinkWords();
+  Changed();
 }
 
 void StatusPresenter::Load() {
@@ -262,9 +277,13 @@ int StatusPresenter::EffectiveInterval() const {
 // restarted and has forgotten what it was asked for.
 void StatusPresenter::WatchLinks() {
   if (!activated_) return;
-  if (serial_.Ports().ReopenLost()) cycle_.ResendAll();
-  if (!running_) return;
+  serial_.WatchLines();
   const std::int64_t now = clock_.MonotonicMs();
+  if (resendAgainAtMs_ && now >= *resendAgainAtMs_) {
+    resendAgainAtMs_.reset();
+    cycle_.ResendAll();
+  }
+  if (!running_) return;
   const std::int64_t silent = sim_.SilentForMs().value_or(now - linkOpenedMs_);
   if (silent < kRenewAfterMs || now - lastRenewedMs_ < kRenewAfterMs) return;
   lastRenewedMs_ = now;
@@ -285,9 +304,13 @@ void StatusPresenter::UpdateLinkWords() {
   state.LocalPort = model_.General.LocalPort;
   view_.Simulator.Text = SimulatorLinkWords(state, view_.Simulator.Trouble);
   view_.GaugeBus.Text = serial_.LineWords();
-  view_.GaugeBus.Trouble = serial_.Ports().InTrouble(HardwareGroup::GaugeBus);
-  if (cycle_.DroppedBatches() > 0 && serial_.Line().IsOpen()) {
-    view_.GaugeBus.Text += ", " + std::to_string(cycle_.DroppedBatches()) + " batches dropped";
+  view_.GaugeBus.Trouble = serial_.LineInTrouble();
+  const std::uint64_t dropped = cycle_.DroppedBatches();
+  const std::int64_t now = clock_.MonotonicMs();
+  if (std::exchange(droppedBefore_, dropped) != dropped) dropShownUntilMs_ = now + kDropShownMs;
+  if (dropped > 0 && now < dropShownUntilMs_ && serial_.Line().IsOpen()) {
+    view_.GaugeBus.Text +=
+        ", " + std::to_string(dropped) + (dropped == 1 ? " batch dropped" : " batches dropped");
   }
 }
 

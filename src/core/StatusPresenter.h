@@ -96,6 +96,7 @@ class StatusPresenter {
   void StopPeripherals();
   int EffectiveInterval() const;
   void WatchLinks();
+  void OnLineChanged(bool cameBack);
   void UpdateLinkWords();
   void Changed();
 
@@ -108,7 +109,7 @@ class StatusPresenter {
   Peripherals& peripherals_;
   Timers timers_;
   Callback<> changed_;
-  Registration socketErrors_, busEvents_;
+  Registration socketErrors_, busEvents_, lineChanged_;
   StatusView view_;
   std::string keystrokeTrouble_;
   SpecialValues special_;
@@ -116,6 +117,9 @@ class StatusPresenter {
   GaugeReceiver receiver_;
   bool activated_ = false;
   bool running_ = false;
+  std::optional<std::int64_t> resendAgainAtMs_;  // every value goes out once more then
+  std::uint64_t droppedBefore_ = 0;              // batches, when the words were last made
+  std::int64_t dropShownUntilMs_ = 0;
   std::int64_t linkOpenedMs_ = 0;   // when the run started to listen
   std::int64_t lastRenewedMs_ = 0;  // when the subscriptions were last sent again
 };

@@ -4,8 +4,10 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <string>
 
+#include "base/Registration.h"
 #include "config/Model.h"
 #include "platform/SerialPort.h"
 
@@ -19,8 +21,16 @@ class HardwarePorts {
  public:
   using Ports = std::array<SerialPort*, kHardwareGroups>;
 
-  // The ports in the order of HardwareGroup. All must outlive this object.
-  HardwarePorts(const ConfigModel& model, const Ports& ports) : model_(model), ports_(ports) {}
+  // The ports in the order of HardwareGroup. All must outlive this object, which watches them.
+  HardwarePorts(const ConfigModel& model, const Ports& ports);
+  HardwarePorts(const HardwarePorts&) = delete;
+  HardwarePorts& operator=(const HardwarePorts&) = delete;
+
+  // Told when the port of a group has opened, failed or gone away, or its carrier-detect line has changed. It
+  // may be called from inside Open and OpenAll.
+  Registration SetChanged(std::function<void(HardwareGroup)> changed) {
+    return changed_.Give(std::move(changed));
+  }
 
   SerialPort& PortOf(HardwareGroup group) { return *ports_[static_cast<std::size_t>(group)]; }
   const SerialPort& PortOf(HardwareGroup group) const { return *ports_[static_cast<std::size_t>(group)]; }
@@ -31,21 +41,35 @@ class HardwarePorts {
   std::string WordsOf(HardwareGroup group) const;
   bool InTrouble(HardwareGroup group) const;
 
-  // Opens the port of every configured group anew. One that cannot be opened stays closed, without a message.
+  // Asks for the port of every configured group anew. None is waited for, and none that fails is told of
+  // here.
   void OpenAll();
   void CloseAll();
-  // Opens one port as it is, with the receive threshold of its group. False where it cannot be opened.
-  bool Open(HardwareGroup group);
-  // Tries to open again the configured ports that are not open: after an adapter was unplugged, or not there
-  // at start. Returns true when the gauge bus came back. Never shows a message. To be called about once a
-  // second while running.
-  bool ReopenLost();
+  // Asks for one port as it is, unless it is open or being opened.
+  void Open(HardwareGroup group);
+  // Asks again for the configured ports that are not open: after an adapter was unplugged, or not there at
+  // start. Never shows a message. To be called about once a second while the ports are in use.
+  void WatchLines();
 
  private:
-  void OpenAnew(HardwareGroup group);
+  // What a port's state alone does not tell.
+  struct Line {
+    SerialState settled = SerialState::Closed;  // as it stood when it was last not being opened
+    bool lost = false;                          // it was open, and went away
+    int secondsOpening = 0;
+  };
+  void OnChanged(HardwareGroup group);
+  void Ask(HardwareGroup group, SerialReset reset);
+  SerialState ShownState(HardwareGroup group) const;
+  bool Stuck(const Line& line) const;
+  Line& LineOf(HardwareGroup group) { return lines_[static_cast<std::size_t>(group)]; }
+  const Line& LineOf(HardwareGroup group) const { return lines_[static_cast<std::size_t>(group)]; }
 
   const ConfigModel& model_;
   Ports ports_;
+  Callback<HardwareGroup> changed_;
+  std::array<Line, kHardwareGroups> lines_;
+  std::array<Registration, kHardwareGroups> watched_;
 };
 
 }  // namespace tvx

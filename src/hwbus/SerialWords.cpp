@@ -9,13 +9,17 @@ std::string SerialWords(int comNumber, SerialState state, std::string_view devic
   switch (state) {
     case SerialState::Closed:
       return com + " closed";
+    case SerialState::Opening:
+      return com + " is being opened: waiting for " + path +
+             " to answer. If this stays, pull the adapter out and plug it in again";
     case SerialState::Open:
       return com + " open (" + path + ")";
     case SerialState::NotFound:
       return com + " not found: plug the adapter in, or assign it in the configuration (" + path + ")";
     case SerialState::NoPermission:
-      return com + ": no permission for " + path + ". Add yourself to the group " + std::string(group) +
-             " (sudo adduser $USER " + std::string(group) + ") and log in again";
+      return com + ": no permission for " + path +
+             ". Install the rule 70-torvex-cockpit.rules, or add yourself to the group " +
+             std::string(group) + " (sudo adduser $USER " + std::string(group) + ") and log in again";
     case SerialState::Busy:
       return com + " busy: another program uses " + path;
     case SerialState::Failed:
@@ -31,7 +35,8 @@ std::string SerialWords(int comNumber, const SerialPort& port) {
 }
 
 bool SerialTrouble(int comNumber, SerialState state) {
-  return comNumber > 0 && state != SerialState::Open && state != SerialState::Closed;
+  return comNumber > 0 && state != SerialState::Open && state != SerialState::Opening &&
+         state != SerialState::Closed;
 }
 
 }  // namespace tvx

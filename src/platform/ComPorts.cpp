@@ -12,7 +12,12 @@ std::vector<int> ComPorts::NumbersOf(const SerialDevice& adapter) const {
 
 std::string ComPorts::WordsFor(int comNumber, const std::vector<SerialDevice>& adapters) const {
   for (const SerialDevice& adapter : adapters) {
-    if (LeadsTo(comNumber, adapter)) return adapter.Words() + ", " + adapter.StateWords();
+    if (!LeadsTo(comNumber, adapter)) continue;
+    std::string words = adapter.Words() + ", " + adapter.StateWords();
+    for (const int other : NumbersOf(adapter)) {
+      if (other != comNumber) words += ", also COM " + std::to_string(other);
+    }
+    return words;
   }
   return DeviceOf(comNumber);
 }

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QThread>
 #include <QTimer>
 
@@ -51,6 +52,19 @@ void Form::BringToFront() {
   show();
   raise();
   activateWindow();
+}
+
+void Form::ShowNotice(const QString& text) {
+  if (notice_ == nullptr) {
+    if (text.isEmpty() || layout() == nullptr) return;
+    notice_ = new QLabel(this);
+    notice_->setObjectName("LabelFormNotice");
+    notice_->setWordWrap(true);
+    notice_->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
+    layout()->addWidget(notice_);
+  }
+  notice_->setText(text);
+  notice_->setVisible(!text.isEmpty());
 }
 
 void Form::CloseAsked() {

@@ -1,6 +1,7 @@
 // What every form of the program shares, above all how it ends.
 #pragma once
 
+#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QWidget>
@@ -30,6 +31,8 @@ class Form : public QWidget {
   bool Unloading() const { return unloading_; }
   // Shows it above all others, with the focus.
   void BringToFront();
+  // One line at the foot of the form, on what is wrong around it; gone again with an empty text.
+  void ShowNotice(const QString& text);
   // Closes the form for the user. Unloads it, unless MayEnd objects; other forms hide, or tell the program.
   virtual void CloseAsked();
 
@@ -55,6 +58,7 @@ class Form : public QWidget {
 
   QPointer<QPushButton> defaultButton_;
   std::vector<Registration> kept_;
+  QLabel* notice_ = nullptr;  // made when there is something to say
   bool unloading_ = false;
   bool closing_ = false;
 };

@@ -172,6 +172,22 @@ TEST(Cycle, DroppedBatchIsCountedAndSentAgainFromTheNewestValues) {
       << "the needle did not move meanwhile, but it missed its frame";
 }
 
+TEST(Cycle, WhatChangesWhileTheLineIsBeingOpenedGoesOutOnceItIs) {
+  CockpitRig rig;
+  rig.Define(51);
+  GaugeRecord& gauge = rig.AddGauge(12, 1);
+  gauge.GaugeFunction1 = 51;
+  gauge.GaugeSetting3 = static_cast<Byte>(rig.AddPlate(0, 100, 1000));
+  rig.Bus().OpenResult = SerialState::Opening;
+  rig.Start();
+  rig.serial.WriteGaugeCommand(9, 3, -300);
+  rig.Set(51, 50);
+  EXPECT_EQ(rig.Tick(), Commands{});
+  EXPECT_EQ(rig.cycle.DroppedBatches(), 0u);
+  rig.Bus().Answer(SerialState::Open);
+  EXPECT_EQ(rig.Tick(), (Commands{{9, 3, -300}, {12, 5, 500}}));
+}
+
 TEST(Cycle, AFrameQueuedOutsideTheCycleGoesOutWithTheBatch) {
   CockpitRig rig;
   rig.Start();

@@ -65,9 +65,9 @@ TEST(StatusPresenter, RunAndStopAreGuarded) {
   EXPECT_EQ(rig.run.View().BoxRunColour, 255);
   EXPECT_TRUE(rig.processTimer.enabled);
   EXPECT_FALSE(rig.writeTimer.enabled);
-  const auto opened = rig.Bus().CountOf("open 5");
+  const auto opened = rig.Bus().CountOf("open 5 twice");
   rig.run.cmdRun_Click();
-  EXPECT_EQ(rig.Bus().CountOf("open 5"), opened);
+  EXPECT_EQ(rig.Bus().CountOf("open 5 twice"), opened);
   rig.Set(51, 50);
   rig.run.ProcessTimer_Tick();
   ASSERT_EQ(rig.Bus().Writes.size(), 1u);
@@ -208,6 +208,34 @@ TEST(StatusPresenter, AnUnpluggedAdapterComesBackByItselfWithEveryValue) {
   ASSERT_EQ(rig.Bus().Writes.size(), 2u);
   EXPECT_EQ(CommandsOf(rig.Bus().Writes[0]), (std::vector<SentCommand>{{12, 8, 0}}));
   EXPECT_EQ(CommandsOf(rig.Bus().Writes[1]), (std::vector<SentCommand>{{12, 5, 0}}));
+
+  // Once more after two seconds: a gauge that had no power may not have heard the first time.
+  rig.Bus().Writes.clear();
+  rig.clock.Advance(1999);
+  rig.run.Timer1_Tick();
+  rig.run.ProcessTimer_Tick();
+  EXPECT_TRUE(rig.Bus().Writes.empty());
+  for (int second = 0; second < 3; ++second) {
+    rig.clock.Advance(1000);
+    rig.run.Timer1_Tick();
+    for (int i = 0; i < 3; ++i) rig.run.ProcessTimer_Tick();
+  }
+  EXPECT_EQ(rig.Bus().Writes.size(), 2u);
+}
+
+TEST(StatusPresenter, ADroppedBatchIsSaidForAWhile) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  rig.run.ProcessTimer_Tick();
+  rig.Bus().RefuseWrites = true;
+  rig.Set(51, 50);
+  rig.run.ProcessTimer_Tick();
+  rig.Bus().RefuseWrites = false;
+  rig.run.Timer1_Tick();
+  EXPECT_TRUE(rig.run.View().GaugeBus.Text.ends_with(", 1 batch dropped")) << rig.run.View().GaugeBus.Text;
+  rig.clock.Advance(10000);
+  rig.run.Timer1_Tick();
+  EXPECT_EQ(rig.run.View().GaugeBus.Text.find("dropped"), std::string::npos);
 }
 
 }  // namespace

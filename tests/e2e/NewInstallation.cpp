@@ -138,7 +138,7 @@ void NewInstallation::GiveGroupsTheirPorts() {
   form.Type("boxRemotePort", QString::number(cockpit_->Simulation().Port()));
   form.Type("boxLocalPort", QString::number(FreePort()));
   form.Press("cmdSetUDP");
-  EXPECT_NE(form.Text("LabelBus").find("COM 5 open"), std::string::npos);
+  EXPECT_TRUE(Eventually([&] { return form.Text("LabelBus").find("COM 5 open") != std::string::npos; }));
   Seen("ports");
 }
 

@@ -8,7 +8,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/linux/LinuxSerialDevices.h"
+#include "platform/linux/serial/LinuxSerialDevices.h"
 #include "tests/e2e/Flight.h"
 #include "tests/e2e/Hands.h"
 #include "tests/fakes/FakeKeyInjector.h"

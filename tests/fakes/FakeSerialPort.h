@@ -15,16 +15,18 @@ namespace tvx {
 class FakeSerialPort final : public SerialPort {
  public:
   // --- What a test sets ---
-  SerialState OpenResult = SerialState::Open;     // how the next Open ends
+  SerialState OpenResult = SerialState::Open;     // how the next Open ends; Opening: it hangs until Answer
   bool RefuseWrites = false;                      // every Write fails, as on a dead line
-  std::optional<bool> Carrier;                    // what CarrierDetect gives while open
+  std::optional<bool> Carrier;                    // what CarrierDetect gives while open; see SetCarrier
+  bool IsAssigned = true;                         // what Assigned gives
   std::vector<std::string>* SharedLog = nullptr;  // a second log, shared by ports, for their common order
   std::string Name;                               // put before the entries of SharedLog
 
   // --- What a test reads ---
   std::vector<std::vector<Byte>> Writes;  // each Write that was taken, whole
   std::vector<Byte> Sent;                 // all their bytes
-  std::vector<std::string> Log;  // "open 3", "close", "threshold 25", "discard input", "discard output"
+  std::vector<std::string> Log;  // "open 3", "open 3 twice", "close", "threshold 25", "discard input",
+                                 // "discard output", "ask carrier"
   std::size_t Threshold = 1;
 
   // Bytes come in. Received is raised as the real port raises it.
@@ -40,7 +42,15 @@ class FakeSerialPort final : public SerialPort {
   void Unplug() {
     OpenResult = SerialState::NotFound;
     input_.clear();
-    if (state_ == SerialState::Open) state_ = SerialState::Unplugged;
+    if (state_ == SerialState::Open) Become(SerialState::Unplugged);
+  }
+  // A device that hung answers.
+  void Answer(SerialState state) {
+    if (state_ == SerialState::Opening) Become(state);
+  }
+  void SetCarrier(std::optional<bool> carrier) {
+    Carrier = carrier;
+    Become(state_);
   }
   std::size_t CountOf(std::string_view entry) const {
     return static_cast<std::size_t>(std::count(Log.begin(), Log.end(), entry));
@@ -51,12 +61,12 @@ class FakeSerialPort final : public SerialPort {
     Threshold = threshold;
     Note("threshold " + std::to_string(threshold));
   }
-  bool Open(int comNumber) override {
-    Note("open " + std::to_string(comNumber));
+  void Open(int comNumber, SerialReset reset = SerialReset::No) override {
+    Note("open " + std::to_string(comNumber) + (reset == SerialReset::Yes ? " twice" : ""));
     input_.clear();
     device_ = "/dev/fake" + std::to_string(comNumber);
-    state_ = OpenResult;
-    return state_ == SerialState::Open;
+    state_ = SerialState::Opening;
+    Answer(OpenResult);
   }
   void Close() override {
     Note("close");
@@ -65,6 +75,7 @@ class FakeSerialPort final : public SerialPort {
   }
   SerialState State() const override { return state_; }
   std::string Device() const override { return device_; }
+  bool Assigned() const override { return IsAssigned; }
   bool Write(ByteView bytes) override {
     if (state_ != SerialState::Open || RefuseWrites) return false;
     const AllocationPause recording;
@@ -89,8 +100,13 @@ class FakeSerialPort final : public SerialPort {
   std::optional<bool> CarrierDetect() const override {
     return state_ == SerialState::Open ? Carrier : std::nullopt;
   }
+  void AskCarrier() override { Note("ask carrier"); }
 
  private:
+  void Become(SerialState state) {
+    state_ = state;
+    if (state != SerialState::Opening) Tell();
+  }
   void Take(ByteView bytes) {
     const AllocationPause recording;
     input_.insert(input_.end(), bytes.begin(), bytes.end());

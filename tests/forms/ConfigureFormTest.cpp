@@ -257,7 +257,7 @@ TEST_F(ConfigureFormTest, AdaptersAreOfferedWithTheirState) {
   busy.adapter = "FT232R USB UART";
   busy.serialNumber = "A50285BI";
   busy.mayOpen = true;
-  busy.user = "minicom (4711)";
+  busy.users = {"minicom (4711)"};
   closed.path = "/dev/ttyUSB7";
   closed.adapter = "Torvex interface";
   closed.group = "dialout";
@@ -273,9 +273,9 @@ TEST_F(ConfigureFormTest, AdaptersAreOfferedWithTheirState) {
   auto* list = Control<QTreeWidget>(form, "ListAdapters");
   ASSERT_EQ(list->topLevelItemCount(), 2);
   list->setCurrentItem(list->topLevelItem(1));
-  EXPECT_EQ(
-      LabelText(form, "LabelAdvice"),
-      "Torvex interface, /dev/ttyUSB7: no permission; type: sudo adduser $USER dialout, and log in again");
+  EXPECT_EQ(LabelText(form, "LabelAdvice"),
+            "Torvex interface, /dev/ttyUSB7: no permission; install the rule 70-torvex-cockpit.rules, or "
+            "type: sudo adduser $USER dialout, and log in again");
   EXPECT_EQ(Control<QComboBox>(form, "ComboAssign")->currentText(), "COM 12") << "where it is already";
   ExpectNothingClipped(form);
   plugged.devices.clear();

@@ -31,7 +31,17 @@ struct ModuleFormsTest : FormsTest {
     Settle();
     program_->Start().butOK_Click();
     Settle();
+    EXPECT_TRUE(LinesOpen());
     return *program_;
+  }
+  // What arrives before they are open is discarded.
+  bool LinesOpen() {
+    HardwarePorts& ports = program_->HardwareBus().Ports();
+    return WaitUntil([&] {
+      return ports.PortOf(HardwareGroup::IOModule1).IsOpen() &&
+             ports.PortOf(HardwareGroup::IOModule2).IsOpen() &&
+             ports.PortOf(HardwareGroup::EngineCluster).IsOpen();
+    });
   }
   void Report(Byte groupA, int axis = 0) {
     std::array<Byte, 25> report{};
@@ -67,6 +77,7 @@ TEST_F(ModuleFormsTest, IndicatorsAreRedAndGreen) {
   IOModulePeripheral& module = BeginHaltedWith(keys).IOModule1();
   EXPECT_EQ(Control<Indicator>(module.Form(), "Switch0")->Colour(), -1);
   program_->Run().cmdRun_Click();
+  ASSERT_TRUE(LinesOpen());
   Report(0x80);
   ASSERT_TRUE(WaitUntil([&] { return module.Module().SwitchesKnown(); }));
   module.Form()->ShowState();
@@ -126,6 +137,7 @@ TEST_F(ModuleFormsTest, ASetUpGoesWithTheConfigurationAndHearsNoMore) {
   EXPECT_EQ(program.IOModule1().ConfigurationForm(), nullptr);
   program.Start().butOK_Click();
   program.Run().cmdRun_Click();
+  ASSERT_TRUE(LinesOpen());
   Report(0x80);
   EXPECT_TRUE(WaitUntil([&] { return program.IOModule1().Module().SwitchesKnown(); }));
 }
@@ -145,7 +157,7 @@ TEST_F(ModuleFormsTest, NoButtonOfTheSetUpWaitsForTheLine) {
   module.Module().WriteCmdDuringConfig_Tick();
   EXPECT_TRUE(module.Module().TransmitPending());
   // In their order: command 11, and the test of the lamps, 12.
-  EXPECT_TRUE(WaitUntil([&] { return line.Collect().size() >= 12; }));
+  ASSERT_TRUE(WaitUntil([&] { return line.Collect().size() >= 12; }));
   EXPECT_EQ(line.Got[2] >> 4, 11);
   EXPECT_EQ(line.Got[8] >> 4, 12);
   module.Unload();

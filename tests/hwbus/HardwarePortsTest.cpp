@@ -43,12 +43,8 @@ TEST_F(HardwarePortsTest, OpensEveryPortTwiceInOrderWithItsThreshold) {
   Texts expected;
   for (const auto& port : order) {
     const std::string name = port.name;
-    const std::string open = name + " open " + std::to_string(port.com);
-    for (const std::string& entry :
-         {name + " threshold " + std::to_string(port.threshold), open, name + " close", open,
-          name + " discard output", name + " discard input"}) {
-      expected.push_back(entry);
-    }
+    expected.push_back(name + " threshold " + std::to_string(port.threshold));
+    expected.push_back(name + " open " + std::to_string(port.com) + " twice");
   }
   EXPECT_EQ(log, expected);
   hardware.CloseAll();
@@ -68,22 +64,52 @@ TEST_F(HardwarePortsTest, APortThatFailsOrIsNotUsedHoldsNoOtherUp) {
 }
 
 TEST_F(HardwarePortsTest, LostPortsComeBackOpenedOnceAndOthersAreNotTouched) {
+  std::vector<HardwareGroup> told;
   hardware.OpenAll();
+  const Registration changed = hardware.SetChanged([&](HardwareGroup group) { told.push_back(group); });
   log.clear();
-  EXPECT_FALSE(hardware.ReopenLost());
+  hardware.WatchLines();
   EXPECT_TRUE(log.empty());
 
   Gauges().Unplug();
   Yoke1().Unplug();
-  EXPECT_FALSE(hardware.ReopenLost());
-  Yoke1().OpenResult = SerialState::Open;
-  EXPECT_FALSE(hardware.ReopenLost()) << "not the gauge bus";
+  hardware.WatchLines();
+  EXPECT_EQ(hardware.WordsOf(HardwareGroup::GaugeBus),
+            "COM 5 unplugged: /dev/fake5 went away; waiting for it to come back")
+      << "it was looked for meanwhile, and not found";
+  Yoke1().OpenResult = Gauges().OpenResult = SerialState::Open;
+  log.clear();
+  told.clear();
+  hardware.WatchLines();
+  hardware.WatchLines();
+  EXPECT_EQ(log, (Texts{"gauges threshold 25", "gauges open 5", "yoke1 threshold 25", "yoke1 open 9"}));
+  EXPECT_EQ(told, (std::vector{HardwareGroup::GaugeBus, HardwareGroup::Yoke1}));
+}
+
+TEST_F(HardwarePortsTest, AnAdapterThatDoesNotAnswerIsWaitedForAndSaidAfterAWhile) {
+  Gauges().OpenResult = SerialState::Opening;
+  hardware.OpenAll();
   EXPECT_TRUE(Yoke1().IsOpen());
-  Gauges().OpenResult = SerialState::Open;
-  Gauges().Log.clear();
-  EXPECT_TRUE(hardware.ReopenLost());
-  EXPECT_EQ(Gauges().CountOf("open 5"), 1u);
-  EXPECT_FALSE(hardware.ReopenLost());
+  EXPECT_NE(hardware.WordsOf(HardwareGroup::GaugeBus).find("waiting for /dev/fake5"), std::string::npos);
+  EXPECT_FALSE(hardware.InTrouble(HardwareGroup::GaugeBus));
+  for (int second = 0; second < 3; ++second) hardware.WatchLines();
+  EXPECT_TRUE(hardware.InTrouble(HardwareGroup::GaugeBus));
+  EXPECT_EQ(Gauges().CountOf("open 5"), 0u) << "it is asked for already";
+  Gauges().Answer(SerialState::Open);
+  EXPECT_FALSE(hardware.InTrouble(HardwareGroup::GaugeBus));
+
+  Gauges().Unplug();
+  Gauges().OpenResult = SerialState::Opening;
+  hardware.WatchLines();
+  EXPECT_NE(hardware.WordsOf(HardwareGroup::GaugeBus).find("unplugged"), std::string::npos)
+      << "asking for it once a second must not flicker";
+}
+
+TEST_F(HardwarePortsTest, ANumberThatMayChangeIsSaid) {
+  Gauges().IsAssigned = false;
+  hardware.OpenAll();
+  EXPECT_NE(hardware.WordsOf(HardwareGroup::GaugeBus).find("another adapter may have this number next time"),
+            std::string::npos);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/Unmarker.h"
+#include "platform/Unmarker.h"
 
 namespace tvx {
 namespace {

@@ -25,14 +25,20 @@ EngineCluster::EngineCluster(const ConfigModel& model, SimCom& sim, HardwarePort
 }
 
 void EngineCluster::OpenCommPort() {
-  SerialPort& port = Line();
-  if (port.IsOpen() || !Configured()) return;
-  if (!hardware_.Open(HardwareGroup::EngineCluster)) {
+  if (Line().IsOpen() || !Configured()) return;
+  openErrorDue_ = true;
+  hardware_.Open(HardwareGroup::EngineCluster);
+  TellOpenError();
+}
+
+// Once the device has answered, however late that is. Whoever closed the port meanwhile wants no message.
+void EngineCluster::TellOpenError() {
+  const SerialState state = Line().State();
+  if (!openErrorDue_ || state == SerialState::Opening) return;
+  openErrorDue_ = false;
+  if (state != SerialState::Open && state != SerialState::Closed) {
     boxes_.Show("Comm Port for Engine Cluster not found");
-    return;
   }
-  port.DiscardOutput();
-  port.DiscardInput();
 }
 
 void EngineCluster::OpenPorts() {
@@ -150,6 +156,7 @@ void EngineCluster::FillNeedles(ECFrame& frame) {
 
 void EngineCluster::ProcessTimer_Tick() {
   if (!running_) return;
+  TellOpenError();
   if (ecVersion_.length == 2) {
     boxUnitReply_.assign("Version: ")
         .append(1, ecVersion_.chars[0])

@@ -27,7 +27,7 @@ class EngineCluster {
                 Timers timers);
 
   bool Configured() const { return hardware_.Configured(HardwareGroup::EngineCluster); }
-  // Opens the serial port unless it is open; says so where there is none.
+  // Asks for the serial port unless it is open; says so when there is none.
   void OpenCommPort();
   // Opens the simulator port of each enabled channel, under the cluster's opener code.
   void OpenPorts();
@@ -75,6 +75,7 @@ class EngineCluster {
   const EngineClusterRecord& Channel(int channel) const {
     return model_.EngineCluster[static_cast<std::size_t>(channel)];
   }
+  void TellOpenError();
   void ReadOptions();
   void FollowFunctions();
   void FillNeedles(ECFrame& frame);
@@ -87,6 +88,7 @@ class EngineCluster {
   Timers timers_;
   Registration events_;  // of the line
   bool running_ = false;
+  bool openErrorDue_ = false;  // the port was asked for, and who asked is told when there is none
   ECMode ecMode_ = ECMode::Normal;
   int hold_ = 0;  // seconds for which the cluster is taken to sweep
   ECLighting lighting_;

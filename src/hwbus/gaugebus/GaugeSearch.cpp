@@ -17,7 +17,7 @@ GaugeSearch::GaugeSearch(ConfigModel& model, Serial& serial, MessageBoxes& boxes
 
 bool GaugeSearch::Start() {
   if (running_) return false;
-  if (!serial_.Line().IsOpen()) {
+  if (!serial_.Line().IsOpen() && !serial_.LineOpening()) {
     boxes_.Show("The gauge bus cannot be searched. " + serial_.LineWords());
     return false;
   }
@@ -25,7 +25,7 @@ bool GaugeSearch::Start() {
   model_.GaugeState.fill(GaugeConnection::Unknown);
   running_ = true;
   cancelled_ = false;
-  address_ = found_ = 0;
+  address_ = found_ = ticksOpening_ = 0;
   serial_.Line().DiscardInput();
   Ask();
   Changed();
@@ -50,6 +50,7 @@ void GaugeSearch::Ask() {
 void GaugeSearch::Tick() {
   if (!running_) return;
   if (!serial_.Line().IsOpen()) {
+    if (serial_.LineOpening() && ++ticksOpening_ < Serial::kOpeningTicks) return;
     Cancel();
     boxes_.Show("The search has ended. " + serial_.LineWords());
     return;

@@ -62,6 +62,7 @@ class GaugeSearch {
   bool running_ = false;
   bool cancelled_ = false;
   int address_ = 0;
+  int ticksOpening_ = 0;  // that the search has waited for the line to open
   int ticksLeft_ = 0;
   int found_ = 0;
 };

@@ -20,15 +20,44 @@ constexpr int kReplyTickMs = 50, kTransmitMs = 20;  // of TickReplyCountdown and
 
 }  // namespace
 
+Serial::Serial(HardwarePorts& ports, MessageBoxes& boxes)
+    : ports_(ports),
+      boxes_(boxes),
+      portsChanged_(ports.SetChanged([this](HardwareGroup group) { OnChanged(group); })) {}
+
+std::string Serial::LineWords() const {
+  const std::string words = ports_.WordsOf(HardwareGroup::GaugeBus);
+  return NoPower() ? words + "; no power on its interface module: check power switch and fuses" : words;
+}
+
 void Serial::OpenComPorts() {
   // A frame that was queued while halted is sent when the run starts, so it must outlive the opening.
-  const bool configured = ports_.Configured(HardwareGroup::GaugeBus);
-  if (configured && !transmitPending_) transmitBuffer_.Hold(kBlanksAtOpening);
+  openedAnew_ = ports_.Configured(HardwareGroup::GaugeBus);
+  if (openedAnew_ && !transmitPending_) transmitBuffer_.Hold(kBlanksAtOpening);
+  lineOpen_ = noPower_ = false;
+  openingTicks_ = 0;
   ports_.OpenAll();
-  // The interface module asserts carrier detect when it has no power.
-  if (configured && Line().CarrierDetect().value_or(false)) {
-    boxes_.Show("No Power on CIM; Check Power Switch and Fuses");
-  }
+}
+
+void Serial::CloseComPorts() {
+  lineOpen_ = noPower_ = openedAnew_ = false;
+  ports_.CloseAll();
+}
+
+void Serial::OnChanged(HardwareGroup group) {
+  if (group != HardwareGroup::GaugeBus) return;
+  const bool anew = std::exchange(openedAnew_, false);
+  const bool wasOpen = std::exchange(lineOpen_, Line().IsOpen());
+  const bool hadNoPower = std::exchange(noPower_, NoPower());
+  if (lineOpen_) openingTicks_ = 0;
+  if (anew && noPower_) boxes_.Show("No Power on CIM; Check Power Switch and Fuses");
+  const bool cameBack = lineOpen_ && !anew && (!wasOpen || (hadNoPower && !noPower_));
+  lineChanged_(cameBack);
+}
+
+void Serial::WatchLines() {
+  ports_.WatchLines();
+  if (Line().CarrierDetect()) Line().AskCarrier();
 }
 
 Registration Serial::SetModuleCommand(HardwareGroup module, ModuleCommand command) {
@@ -65,9 +94,15 @@ bool Serial::WriteNewGaugeID(int gaugeID, int newGaugeID) {
   return QueueFrame(*frame);
 }
 
+bool Serial::FrameCanWait() {
+  if (Line().IsOpen() || !ports_.Configured(HardwareGroup::GaugeBus)) return false;
+  ports_.Open(HardwareGroup::GaugeBus);
+  return LineOpening() && openingTicks_ < kOpeningTicks && ++openingTicks_ > 0;
+}
+
 void Serial::TickTransmit() {
   if (!transmitPending_) return;
-  if (!Line().IsOpen() && ports_.Configured(HardwareGroup::GaugeBus)) ports_.Open(HardwareGroup::GaugeBus);
+  if (FrameCanWait()) return;
   const ByteView held = transmitBuffer_.Bytes();
   Line().Write(held.first(std::min(FrameQueue::kLongestFrame, held.size())));
   NextFrame();

@@ -26,19 +26,33 @@ class Serial {
   // Takes a gauge command for a pseudo-address: (gaugeID, command, value).
   using ModuleCommand = std::function<void(int, int, std::int32_t)>;
 
-  Serial(HardwarePorts& ports, MessageBoxes& boxes) : ports_(ports), boxes_(boxes) {}
+  // Watches the ports from now on.
+  Serial(HardwarePorts& ports, MessageBoxes& boxes);
 
   HardwarePorts& Ports() { return ports_; }
   // The gauge bus's own port, and how it stands, in one line for the user.
   SerialPort& Line() { return ports_.PortOf(HardwareGroup::GaugeBus); }
   const SerialPort& Line() const { return ports_.PortOf(HardwareGroup::GaugeBus); }
-  std::string LineWords() const { return ports_.WordsOf(HardwareGroup::GaugeBus); }
+  std::string LineWords() const;
+  bool LineInTrouble() const { return NoPower() || ports_.InTrouble(HardwareGroup::GaugeBus); }
+  // While it is being opened, frames can wait for it.
+  bool LineOpening() const { return Line().State() == SerialState::Opening; }
+  // The interface module says that it has no power.
+  bool NoPower() const { return Line().CarrierDetect().value_or(false); }
 
-  // Opens the ports of all hardware groups anew. The transmit buffer becomes 40 blanks, unless a queued frame
-  // still waits in it. Shows "No Power on CIM; Check Power Switch and Fuses" when the interface module's
-  // power signal says so.
+  // Asks for the ports of all hardware groups anew. The transmit buffer becomes 40 blanks, unless a queued
+  // frame still waits in it. Shows "No Power on CIM; Check Power Switch and Fuses" when the gauge bus has
+  // opened and the interface module's power signal says so.
   void OpenComPorts();
-  void CloseComPorts() { ports_.CloseAll(); }
+  void CloseComPorts();
+  // Opens lost ports again and asks for the interface module's power. Never shows a message. About once a
+  // second.
+  void WatchLines();
+  // Told when the gauge bus's line stands differently. `cameBack`: it, or its interface module's power, had
+  // gone and is there again, and what the gauges show is unknown.
+  Registration SetLineChanged(std::function<void(bool cameBack)> lineChanged) {
+    return lineChanged_.Give(std::move(lineChanged));
+  }
 
   // Who takes the commands for the pseudo-address of IO module 1 or 2, until the Registration ends.
   Registration SetModuleCommand(HardwareGroup module, ModuleCommand command);
@@ -54,8 +68,10 @@ class Serial {
   // True while a queued frame has not been written yet.
   bool TransmitPending() const { return transmitPending_; }
   // One tick of the status form's WriteCmdDuringConfig timer: writes the frame whose turn it is, if there is
-  // one, and opens the gauge bus for it where it is closed. A dead line loses the frame.
+  // one, and opens the gauge bus for it where it is closed. A dead line loses the frame; one that is being
+  // opened gets kOpeningTicks, once.
   void TickTransmit();
+  static constexpr int kOpeningTicks = 100;
 
   // --- the query ---
   // Asks a gauge to report. `done` is called once: with true when any well-formed reply has come, or with
@@ -88,12 +104,20 @@ class Serial {
   bool QueueFrame(ByteView frame);
   void NextFrame();
   void EndQuery(bool answered);
+  bool FrameCanWait();
+  void OnChanged(HardwareGroup group);
 
   HardwarePorts& ports_;
   MessageBoxes& boxes_;
   FrameBuffer transmitBuffer_;
   FrameQueue waiting_;  // behind the frame in the buffer
   bool transmitPending_ = false;
+  int openingTicks_ = 0;     // that frames have waited for the line to open
+  bool openedAnew_ = false;  // OpenComPorts asked for the gauge bus, and it has not answered yet
+  bool lineOpen_ = false;    // as last told
+  bool noPower_ = false;     // as last told
+  Callback<bool> lineChanged_;
+  Registration portsChanged_;
   bool replyReceived_ = false;
   int queriedGauge_ = 0;
   int replyCountdown_ = 0;  // ticks that a query still waits; 0: there is none

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t kShortestRead = 20;
 constexpr int kTransmitInterval = 20;      // ms
+constexpr int kOpeningTicks = 100;         // of that
 constexpr int kShortestProcessTimer = 10;  // ms
 constexpr int kSecond = 1000;              // ms
 
@@ -54,16 +55,21 @@ void IOModule::ReadDefinitions() {
 }
 
 void IOModule::OpenCommPort() {
-  if (Configured() && !OpenQuietly()) boxes_.Show(parameters_.OpenError);
+  openErrorDue_ = Configured();
+  OpenQuietly();
+  TellOpenError();
 }
 
-bool IOModule::OpenQuietly() {
-  SerialPort& port = Line();
-  if (port.IsOpen()) return true;
-  if (!Configured() || !hardware_.Open(parameters_.Group)) return false;
-  port.DiscardOutput();
-  port.DiscardInput();
-  return true;
+void IOModule::OpenQuietly() {
+  if (Configured()) hardware_.Open(parameters_.Group);
+}
+
+// Once the device has answered, however late that is. Whoever closed the port meanwhile wants no message.
+void IOModule::TellOpenError() {
+  const SerialState state = Line().State();
+  if (!openErrorDue_ || state == SerialState::Opening) return;
+  openErrorDue_ = false;
+  if (state != SerialState::Open && state != SerialState::Closed) boxes_.Show(parameters_.OpenError);
 }
 
 void IOModule::OpenPorts() {
@@ -210,6 +216,10 @@ bool IOModule::ComposeCmd(int, int command, std::int32_t value) {
 void IOModule::WriteCmdDuringConfig_Tick() {
   if (waiting_.Empty()) return;
   OpenQuietly();
+  // A line that is being opened gets a while. A command to one that stays so is lost, or those behind it
+  // would wait.
+  if (Line().State() == SerialState::Opening && ++openingTicks_ < kOpeningTicks) return;
+  if (Line().IsOpen()) openingTicks_ = 0;
   Line().Write(waiting_.Front());
   waiting_.Pop();
 }
@@ -249,6 +259,7 @@ void IOModule::RefreshLamps() {
 
 void IOModule::ProcessTimer_Tick() {
   if (!running_) return;
+  TellOpenError();
   batchSize_ = 0;
   std::ranges::copy(waiting_.Front(), batch_.begin());
   batchSize_ = waiting_.Front().size();

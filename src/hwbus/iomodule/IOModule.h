@@ -49,7 +49,7 @@ class IOModule {
 
   // Reads the definitions: which switch, axis and lamp has which. To be called again after they were edited.
   void ReadDefinitions();
-  // Opens the module's serial port unless it is open; shows the module's message where it cannot.
+  // Asks for the module's serial port unless it is open; shows the module's message when it cannot be opened.
   void OpenCommPort();
   // Opens the simulator port of each definition, under the module's opener code.
   void OpenPorts();
@@ -98,7 +98,8 @@ class IOModule {
   }
   const FunctionRecord* FunctionOf(const IOModuleRecord& definition) const;
   SerialPort& Line() { return hardware_.PortOf(parameters_.Group); }
-  bool OpenQuietly();  // false where the port cannot be opened
+  void OpenQuietly();
+  void TellOpenError();
   void TakeReport(const IOModuleReport& report);
   void TakeSwitches(const IOModuleReport& report);
   void TakeAnalogue(const IOModuleReport& report);
@@ -121,6 +122,8 @@ class IOModule {
   Registration events_;  // of the line
 
   bool running_ = false;
+  bool openErrorDue_ = false;  // the port was asked for, and who asked is told when it fails
+  int openingTicks_ = 0;       // that commands have waited for the port to open
   int secondsSilent_ = 0;
   // The switches as they stand, and as they stood when they were last acted upon.
   std::array<bool, kIOModuleSwitches> switchState_{}, lastSwitchState_{};

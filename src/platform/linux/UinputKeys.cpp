@@ -19,8 +19,9 @@ std::string WordsOf(int error, const std::string& device) {
     case EACCES:
     case EPERM:
       return "no permission for " + device +
-             ". Install the rule 60-torvex-uinput.rules, add yourself to the group input (sudo adduser $USER "
-             "input) and log in again";
+             ". Install the Debian package or its rule 70-torvex-cockpit.rules; it lets whoever sits at the "
+             "computer "
+             "type";
     case ENOENT:
     case ENODEV:
     case ENXIO:

@@ -109,8 +109,16 @@ TEST_F(GaugeSearchTest, NeedsAnOpenBus) {
   Bus().Unplug();
   OneTick();
   EXPECT_FALSE(search.Running());
-  EXPECT_TRUE(boxes.shown.back().starts_with("The search has ended. COM 5 not found")) << boxes.shown.back();
+  EXPECT_TRUE(boxes.shown.back().starts_with("The search has ended. COM 5 unplugged")) << boxes.shown.back();
   EXPECT_FALSE(search.Start());
+
+  Bus().OpenResult = SerialState::Opening;
+  serial.WatchLines();
+  ASSERT_TRUE(search.Start()) << "it may have been plugged in just now";
+  OneTick();
+  Bus().Answer(SerialState::Open);
+  OneTick();
+  EXPECT_TRUE(search.Running());
 }
 
 }  // namespace

@@ -170,6 +170,45 @@ TEST_F(SerialTest, TheTickOpensAClosedPortAndADeadLineLosesTheFrame) {
   EXPECT_EQ(Gauges().Sent.size(), 6u);
 }
 
+TEST_F(SerialTest, AFrameWaitsForALineThatIsBeingOpenedButNotForEver) {
+  Gauges().OpenResult = SerialState::Opening;
+  serial.OpenComPorts();
+  serial.WriteGaugeCommand(1, 5, 1);
+  serial.TickTransmit();
+  EXPECT_TRUE(serial.TransmitPending());
+  Gauges().Answer(SerialState::Open);
+  serial.TickTransmit();
+  EXPECT_EQ(Gauges().Sent.size(), 6u);
+
+  serial.OpenComPorts();
+  serial.WriteGaugeCommand(1, 5, 1);
+  for (int tick = 0; tick <= Serial::kOpeningTicks; ++tick) serial.TickTransmit();
+  EXPECT_FALSE(serial.TransmitPending()) << "those behind it would wait for ever";
+  serial.WriteGaugeCommand(1, 5, 1);
+  serial.TickTransmit();
+  EXPECT_FALSE(serial.TransmitPending());
+}
+
+TEST_F(SerialTest, ALineOrItsPowerThatComesBackIsTold) {
+  std::vector<bool> cameBack;
+  const Registration changed = serial.SetLineChanged([&](bool back) { cameBack.push_back(back); });
+  Gauges().Carrier = false;
+  serial.OpenComPorts();
+  serial.WatchLines();
+  EXPECT_EQ(Gauges().CountOf("ask carrier"), 1u);
+  Gauges().Unplug();
+  Gauges().OpenResult = SerialState::Open;
+  serial.WatchLines();
+  EXPECT_EQ(cameBack, (std::vector<bool>{false, false, true}));
+  Gauges().SetCarrier(true);
+  EXPECT_TRUE(serial.LineInTrouble());
+  EXPECT_NE(serial.LineWords().find("no power"), std::string::npos);
+  Gauges().SetCarrier(false);
+  EXPECT_FALSE(serial.LineInTrouble());
+  EXPECT_EQ(cameBack, (std::vector<bool>{false, false, true, false, true}));
+  EXPECT_TRUE(boxes.shown.empty());
+}
+
 TEST_F(SerialTest, ABatchGoesOutWholeOrSaysWhyNot) {
   using Result = Serial::BatchResult;
   const Bytes frame{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF};

@@ -164,8 +164,12 @@ TEST_P(IOModuleTest, CommandsQueueInOrderAndWaitForNobody) {
 }
 
 TEST_P(IOModuleTest, APortThatCannotBeOpenedIsToldWithTheModulesNumber) {
-  Port().OpenResult = SerialState::NotFound;
+  Port().OpenResult = SerialState::Opening;
   module.cmdRun_Click();
+  module.ProcessTimer_Tick();
+  EXPECT_TRUE(boxes.shown.empty()) << "not known yet";
+  Port().Answer(SerialState::NotFound);
+  for (int i = 0; i < 3; ++i) module.ProcessTimer_Tick();
   EXPECT_EQ(boxes.shown, Texts{"Error opening Com Port for IO Module #" + std::to_string(GetParam()) + "."});
   EXPECT_TRUE(process.enabled);
   EXPECT_NE(module.StatusText().find("Running; COM "), std::string::npos);

@@ -37,9 +37,10 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, const ComPorts& numbers, Mess
   for (int number = 1; number <= kOfferedPorts; ++number)
     ComboAssign->addItem("COM " + QString::number(number), number);
   ComboAssign->setCurrentIndex(kFirstFreeNumber - 1);
-  cmdAssign =
-      MakeButton("cmdAssignAdapter", tr("&Assign"),
-                 tr("From now on this COM number leads to the chosen adapter, whichever socket it is in"));
+  cmdAssign = MakeButton(
+      "cmdAssignAdapter", tr("&Assign"),
+      tr("From now on this COM number leads to the chosen adapter, whichever socket it is in; one of "
+         "several alike is known by its socket"));
   look::SetRole(cmdAssign, "primary");
   LabelAdvice = MakeLabel("LabelAdvice");
   LabelAdvice->setWordWrap(true);
@@ -126,7 +127,9 @@ void AdaptersForm::cmdAssign_Click() {
   }
   emit Assigned();
   Refresh();
-  SetTextIfChanged(LabelAdvice, assigned + tr(" leads to ") + ToText(device.Words()));
+  QString words = assigned + tr(" leads to ") + ToText(device.Words());
+  if (device.twin) words += tr(". Leave it in this socket: only that tells it from the others.");
+  SetTextIfChanged(LabelAdvice, words);
 }
 
 }  // namespace tvx

@@ -32,6 +32,14 @@ QString PortText(int number) {
   return number > 0 ? "COM " + QString::number(number) : ComPortsPanel::tr("not used");
 }
 
+// What is plugged in comes first, then the computer's own ports, then the numbers that lead nowhere yet.
+int RankOf(const std::pair<int, QString>& offered) {
+  const auto& [number, device] = offered;
+  if (number == 0) return 0;
+  if (device.isEmpty()) return 3;
+  return device.contains("/dev/ttyS") ? 2 : 1;
+}
+
 // Looks what is plugged in before its list drops down, and makes the list as wide as its texts.
 class PortCombo : public QComboBox {
  public:
@@ -110,6 +118,8 @@ void ComPortsPanel::ShowModel() {
   for (const int number : OfferedNumbers()) {
     offered.emplace_back(number, number > 0 ? ToText(ports_.DeviceOf(number)) : QString());
   }
+  std::stable_sort(offered.begin(), offered.end(),
+                   [](const auto& a, const auto& b) { return RankOf(a) < RankOf(b); });
   for (Line& line : lines_) Fill(line, offered);
   ShowAdvice();
 }
@@ -154,6 +164,7 @@ void ComPortsPanel::OfferSet(const Line& line) {
 void ComPortsPanel::SetPort(std::size_t index) {
   const Line& line = lines_[index];
   const auto number = static_cast<std::int16_t>(Chosen(line));
+  ports_.KeepAdapter(number);
   ports_.WithPortsClosed([this, &line, number] { model_.General.*line.field = number; });
   model_.ConfigChanged = true;
   ports_.LookAgain();

@@ -17,6 +17,8 @@ class ComPortsPanel : public QFrame {
   // Shows the model and the devices as they are now. A choice that is not set yet stays, unless the port in
   // use has changed meanwhile.
   void ShowModel();
+  // Shows what keeps a group from its port.
+  void ShowAdvice();
   // True while a choice differs from what is set.
   bool Pending() const;
   QWidget* First() const { return lines_.front().choice; }
@@ -41,7 +43,6 @@ class ComPortsPanel : public QFrame {
   void Fill(Line& line, const std::vector<std::pair<int, QString>>& offered);
   void OfferSet(const Line& line);
   void SetPort(std::size_t line);
-  void ShowAdvice();
 
   ConfigModel& model_;
   PortAccess& ports_;

@@ -218,6 +218,11 @@ void MainConfigureForm::Rebuild() {
   ShowBus();
 }
 
+void MainConfigureForm::ShowLines() {
+  PanelCom->ShowAdvice();
+  ShowBus();
+}
+
 void MainConfigureForm::ShowBus() {
   SetTextIfChanged(LabelBus, "Gauge bus: " + bus_.BusWords());
 }

@@ -37,6 +37,8 @@ class MainConfigureForm : public Form {
   void ShowSearch(const SearchView& view);
   // Shows the model as it is now, as on opening.
   void Rebuild();
+  // Shows how the serial lines stand, and nothing else anew.
+  void ShowLines();
 
  protected:
   bool MayEnd() override;

@@ -9,9 +9,10 @@ namespace tvx {
 
 // The path to open for a COM number (1 or more), and the words for it.
 struct ComPortTarget {
-  std::string path;     // what to open
-  std::string device;   // what to show: the device, or "link -> device" for a link that leads nowhere
-  bool linked = false;  // by comports/com<n> in the current folder
+  std::string path;      // what to open
+  std::string device;    // what to show: the device, or "link -> device" for a link that leads nowhere
+  bool linked = false;   // by comports/com<n> in the current folder
+  bool byOrder = false;  // it counts USB adapters in the order of plugging in: next time it may be another
 };
 
 // In this order: the link comports/com<n> in the current folder, if it exists, even where it leads nowhere
@@ -24,6 +25,8 @@ class LinuxComPorts final : public ComPorts {
  public:
   bool LeadsTo(int comNumber, const SerialDevice& adapter) const override;
   std::string DeviceOf(int comNumber) const override;
+  std::string PathOf(int comNumber) const override;
+  bool ByOrder(int comNumber) const override { return FindComPort(comNumber).byOrder; }
 };
 
 }  // namespace tvx

@@ -10,8 +10,7 @@ class LinuxSerialDevices final : public SerialDevices {
   // `root` stands before /dev, /sys and /proc; empty but in tests.
   explicit LinuxSerialDevices(std::string root = {}) : root_(std::move(root)) {}
 
-  // USB adapters (ttyUSB, ttyACM) and the computer's own ports that are really there. Who uses them is known
-  // only of programs that this user may look into.
+  // USB adapters (ttyUSB, ttyACM) and the computer's own ports that are really there.
   std::vector<SerialDevice> List() const override;
   bool Assign(int comNumber, const SerialDevice& device, std::string& error) override;
 

@@ -1,4 +1,4 @@
-#include "platform/linux/ComPortMap.h"
+#include "platform/linux/serial/ComPortMap.h"
 
 #include <filesystem>
 
@@ -13,6 +13,10 @@ std::string DefaultDevice(int comNumber) {
                         : "/dev/ttyUSB" + std::to_string(comNumber - 5);
 }
 
+bool NamesAnOrder(const std::string& device) {
+  return device.starts_with("/dev/ttyUSB") || device.starts_with("/dev/ttyACM");
+}
+
 }  // namespace
 
 ComPortTarget FindComPort(int comNumber) {
@@ -22,13 +26,14 @@ ComPortTarget FindComPort(int comNumber) {
   const fs::file_status status = fs::symlink_status(link, error);
   if (!fs::exists(status)) {
     const std::string device = DefaultDevice(comNumber);
-    return {device, device, false};
+    return {device, device, false, NamesAnOrder(device)};
   }
-  if (!fs::is_symlink(status)) return {link, link, true};
+  if (!fs::is_symlink(status)) return {link, link, true, false};
   const std::string target = fs::read_symlink(link, error).string();
-  if (target.empty()) return {link, link, true};
+  if (target.empty()) return {link, link, true, false};
   const bool leadsSomewhere = fs::exists(link, error);
-  return {link, leadsSomewhere && target.front() == '/' ? target : link + " -> " + target, true};
+  return {link, leadsSomewhere && target.front() == '/' ? target : link + " -> " + target, true,
+          NamesAnOrder(target)};
 }
 
 bool LinuxComPorts::LeadsTo(int comNumber, const SerialDevice& adapter) const {
@@ -37,9 +42,16 @@ bool LinuxComPorts::LeadsTo(int comNumber, const SerialDevice& adapter) const {
   const std::string link = fs::read_symlink(path, error).string();
   const std::string real = fs::canonical(path, error).string();
   const auto isIt = [&adapter](const std::string& name) {
-    return !name.empty() && (name == adapter.path || name == adapter.stableName);
+    return !name.empty() &&
+           (name == adapter.path || (!adapter.twin && name == adapter.byName) || name == adapter.bySocket);
   };
   return isIt(path) || isIt(link) || isIt(real);
+}
+
+std::string LinuxComPorts::PathOf(int comNumber) const {
+  const std::string path = FindComPort(comNumber).path;
+  std::error_code error;
+  return path.empty() ? path : fs::canonical(path, error).string();
 }
 
 std::string LinuxComPorts::DeviceOf(int comNumber) const {

@@ -1,4 +1,4 @@
-#include "platform/linux/TtyDevice.h"
+#include "platform/linux/serial/TtyCalls.h"
 
 #include <fcntl.h>
 #include <grp.h>
@@ -7,16 +7,20 @@
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <sys/time.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <csignal>
+#include <filesystem>
 
 namespace tvx {
 
 namespace {
 
+constexpr suseconds_t kCloseGraceUs = 200000;
 constexpr tcflag_t kLineBits = CSIZE | CSTOPB | PARENB;
 constexpr tcflag_t kLineSettings = CS8 | CSTOPB;
 
@@ -87,17 +91,52 @@ OpenedTty OpenTty(const std::string& path) {
   } else if (!Configure(fd)) {
     state = SerialState::Failed;
   }
-  if (state == SerialState::Open) return {fd, state};
+  if (state == SerialState::Open) {
+    tcflush(fd, TCIOFLUSH);
+    return {fd, state};
+  }
   if (state == SerialState::Failed) ioctl(fd, TIOCNXCL);  // the mark must not outlive us
   close(fd);
   return {-1, state};
 }
 
+void SetLowLatency(int fd, const std::string& path, const std::string& sysClass) {
+  serial_struct line{};
+  if (ioctl(fd, TIOCGSERIAL, &line) == 0 && (line.flags & ASYNC_LOW_LATENCY) == 0) {
+    line.flags |= ASYNC_LOW_LATENCY;
+    ioctl(fd, TIOCSSERIAL, &line);
+  }
+  // Some drivers have a file for it instead; only root and those whom a rule lets may write it.
+  const std::string name = std::filesystem::path(path).filename();
+  const int file = open((sysClass + "/" + name + "/device/latency_timer").c_str(), O_WRONLY | O_CLOEXEC);
+  if (file < 0) return;
+  [[maybe_unused]] const ssize_t written = write(file, "1", 1);
+  close(file);
+}
+
+std::optional<bool> ReadCarrier(int fd) {
+  int lines = 0;
+  if (ioctl(fd, TIOCMGET, &lines) != 0) return std::nullopt;
+  return (lines & TIOCM_CAR) != 0;
+}
+
+// The driver waits for output in close(), up to 30 s on USB adapters, and has no call to give it up. But it
+// stops waiting at a signal.
 void CloseTty(int fd) {
+  struct sigaction interrupt {};
+  interrupt.sa_handler = [](int) {};
+  sigaction(SIGALRM, &interrupt, nullptr);
+  const itimerval grace{{0, kCloseGraceUs}, {0, kCloseGraceUs}};
+  setitimer(ITIMER_REAL, &grace, nullptr);
   int left = 0;
-  if (ioctl(fd, TIOCOUTQ, &left) == 0 && left > 0) tcflush(fd, TCOFLUSH);
+  if (ioctl(fd, TIOCOUTQ, &left) == 0 && left > 0) {
+    tcdrain(fd);
+    tcflush(fd, TCOFLUSH);
+  }
   ioctl(fd, TIOCNXCL);
   close(fd);
+  const itimerval off{};
+  setitimer(ITIMER_REAL, &off, nullptr);
 }
 
 std::string GroupOfDevice(const std::string& path) {

@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxSerialDevices.h"
+#include "platform/linux/serial/LinuxSerialDevices.h"
 
 #include <unistd.h>
 
@@ -6,9 +6,12 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <system_error>
+#include <utility>
 
-#include "platform/linux/TtyDevice.h"
+#include "platform/linux/serial/DeviceUsers.h"
+#include "platform/linux/serial/TtyCalls.h"
 
 namespace tvx {
 
@@ -46,31 +49,46 @@ bool IsAdapter(const std::string& name, const fs::path& sysClass) {
 }
 
 // The adapter's own description is in the folder of its USB device, some levels above that of the line.
-void ReadAdapter(SerialDevice& device, const fs::path& sysClass, const std::string& name) {
+// Returns all that tells it from another, as far as it does so itself: maker, product, serial number, and
+// which of the adapter's lines this is.
+std::string ReadAdapter(SerialDevice& device, const fs::path& sysClass, const std::string& name) {
   std::error_code code;
   fs::path folder = fs::canonical(sysClass / name / "device", code);
+  std::string likeness;
   for (int up = 0; !code && up < 6 && folder.has_relative_path(); ++up, folder = folder.parent_path()) {
-    if (!fs::exists(folder / "product", code)) continue;
+    for (const char* part : {"port_number", "bInterfaceNumber"}) likeness += FirstLine(folder / part) + '/';
+    if (!fs::exists(folder / "product", code) && !fs::exists(folder / "idVendor", code)) continue;
     device.adapter = FirstLine(folder / "product");
     device.serialNumber = FirstLine(folder / "serial");
-    return;
+    return likeness + FirstLine(folder / "idVendor") + '/' + FirstLine(folder / "idProduct") + '/' +
+           device.adapter + '/' + device.serialNumber;
   }
+  return {};
 }
 
-void ReadUsers(std::vector<SerialDevice>& devices, const fs::path& proc, const std::string& root) {
-  ForEachEntry(proc, [&](const fs::path& process) {
-    const std::string pid = process.filename().string();
-    if (!AllDigits(pid)) return;
-    ForEachEntry(process / "fd", [&](const fs::path& handle) {
-      std::error_code code;
-      const std::string target = fs::read_symlink(handle, code).string();
-      if (code || target.empty()) return;
-      for (SerialDevice& device : devices) {
-        if (target != root + device.path) continue;
-        device.user = pid == std::to_string(::getpid()) ? "this program"
-                                                        : FirstLine(process / "comm") + " (" + pid + ")";
-      }
-    });
+bool IsBuiltIn(const SerialDevice& device) {
+  return device.path.starts_with("/dev/ttyS");
+}
+
+// "/dev/ttyUSB10" behind "/dev/ttyUSB9".
+bool ComesBefore(const SerialDevice& a, const SerialDevice& b) {
+  if (IsBuiltIn(a) != IsBuiltIn(b)) return IsBuiltIn(b);
+  return std::pair(a.path.size(), a.path) < std::pair(b.path.size(), b.path);
+}
+
+// Fills a name of every device from the links in `folder`. Of several names the shortest counts: systemd adds
+// longer ones over time.
+void ReadNames(std::vector<SerialDevice>& devices, const fs::path& root, const std::string& folder,
+               std::string SerialDevice::*name) {
+  ForEachEntry(root.string() + folder, [&](const fs::path& link) {
+    std::error_code code;
+    const fs::path target = fs::read_symlink(link, code);
+    for (SerialDevice& device : devices) {
+      if (code || target.filename() != fs::path(device.path).filename()) continue;
+      const std::string found = folder + "/" + link.filename().string();
+      std::string& kept = device.*name;
+      if (kept.empty() || std::pair(found.size(), found) < std::pair(kept.size(), kept)) kept = found;
+    }
   });
 }
 
@@ -79,6 +97,8 @@ void ReadUsers(std::vector<SerialDevice>& devices, const fs::path& proc, const s
 std::vector<SerialDevice> LinuxSerialDevices::List() const {
   const fs::path sysClass = root_ + "/sys/class/tty";
   std::vector<SerialDevice> devices;
+  std::map<std::string, std::vector<std::string>>
+      alike;  // paths of the adapters that say the same of themselves
   ForEachEntry(root_ + "/dev", [&](const fs::path& file) {
     const std::string name = file.filename().string();
     if (!IsAdapter(name, sysClass)) return;
@@ -86,21 +106,18 @@ std::vector<SerialDevice> LinuxSerialDevices::List() const {
     device.path = "/dev/" + name;
     device.group = GroupOfDevice(file.string());
     device.mayOpen = ::access(file.c_str(), R_OK | W_OK) == 0;
-    ReadAdapter(device, sysClass, name);
+    const std::string likeness = ReadAdapter(device, sysClass, name);
+    if (!likeness.empty()) alike[likeness].push_back(device.path);
     devices.push_back(device);
   });
-  ForEachEntry(root_ + "/dev/serial/by-id", [&](const fs::path& link) {
-    std::error_code code;
-    const fs::path target = fs::read_symlink(link, code);
-    for (SerialDevice& device : devices) {
-      if (!code && target.filename() == fs::path(device.path).filename()) {
-        device.stableName = "/dev/serial/by-id/" + link.filename().string();
-      }
-    }
-  });
-  ReadUsers(devices, root_ + "/proc", root_);
-  std::sort(devices.begin(), devices.end(),
-            [](const SerialDevice& a, const SerialDevice& b) { return a.path < b.path; });
+  for (const auto& [likeness, paths] : alike) {
+    for (SerialDevice& device : devices)
+      device.twin |= paths.size() > 1 && std::find(paths.begin(), paths.end(), device.path) != paths.end();
+  }
+  ReadNames(devices, root_, "/dev/serial/by-id", &SerialDevice::byName);
+  ReadNames(devices, root_, "/dev/serial/by-path", &SerialDevice::bySocket);
+  FindUsers(devices, root_);
+  std::sort(devices.begin(), devices.end(), ComesBefore);
   return devices;
 }
 
@@ -114,7 +131,7 @@ bool LinuxSerialDevices::Assign(int comNumber, const SerialDevice& device, std::
   std::error_code code;
   fs::create_directory("comports", code);
   fs::remove(made, code);
-  fs::create_symlink(device.stableName.empty() ? device.path : device.stableName, made, code);
+  fs::create_symlink(device.LastingName(), made, code);
   if (!code) fs::rename(made, link, code);
   if (!code) return true;
   error = link.string() + ": " + code.message();

@@ -1,5 +1,6 @@
-// The real serial port, over real pseudo-terminals.
+// The real serial port, over real pseudo-terminals and the processes that keep them.
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <termios.h>
 
@@ -8,8 +9,10 @@
 #include <fstream>
 #include <optional>
 
-#include "platform/linux/ComPortMap.h"
-#include "platform/linux/LinuxSerialPort.h"
+#include "platform/TtyPort.h"
+#include "platform/linux/serial/ComPortMap.h"
+#include "platform/linux/serial/KeptTty.h"
+#include "platform/linux/serial/TtyCalls.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "tests/platform/Pty.h"
 #include "tests/platform/WaitUntil.h"
@@ -29,15 +32,22 @@ TEST(ComPortMap, DefaultsAndLinks) {
   ScratchFolder::Link(5, "/dev/no-such-adapter");
   EXPECT_EQ(FindComPort(5).path, "comports/com5");
   EXPECT_EQ(FindComPort(5).device, "comports/com5 -> /dev/no-such-adapter");
+  ScratchFolder::Link(6, "/dev/ttyUSB0");
+  const std::pair<int, bool> byOrder[] = {{4, false}, {5, false}, {6, true}, {7, true}};
+  for (const auto& [com, order] : byOrder) EXPECT_EQ(FindComPort(com).byOrder, order) << com;
 }
 
-class LinuxSerialPortTest : public testing::Test {
+class KeptTtyTest : public testing::Test {
  protected:
-  LinuxSerialPortTest() {
+  KeptTtyTest() {
     ScratchFolder::Link(3, pty.Device());
     handler = port.SetHandler([this](SerialEvent event) {
       if (event == SerialEvent::Received) Take(1000);
     });
+  }
+  static bool Opens(TtyPort& which, int comNumber = 3, SerialReset reset = SerialReset::No) {
+    which.Open(comNumber, reset);
+    return WaitUntil([&] { return which.State() != SerialState::Opening; }) && which.IsOpen();
   }
   void Take(std::size_t most) {
     Byte room[1000];
@@ -60,12 +70,14 @@ class LinuxSerialPortTest : public testing::Test {
   Registration handler;
   ScratchFolder folder;
   Pty pty;
-  LinuxSerialPort port{std::make_unique<QtFdWatcher>()};
+  LineServer server;
+  LineKeepers keepers{server, [] { return std::make_unique<QtFdWatcher>(); }};
+  TtyPort port{std::make_unique<KeptTty>(keepers)};
   Bytes got;
 };
 
-TEST_F(LinuxSerialPortTest, SetsTheLine) {
-  ASSERT_TRUE(port.Open(3));
+TEST_F(KeptTtyTest, SetsTheLine) {
+  ASSERT_TRUE(Opens(port));
   EXPECT_EQ(port.Device(), pty.Device());
   EXPECT_EQ(port.CarrierDetect(), std::nullopt);  // a pseudo-terminal has no such line
   const int fd = open(pty.Device().c_str(), O_RDWR | O_NOCTTY);
@@ -82,8 +94,8 @@ TEST_F(LinuxSerialPortTest, SetsTheLine) {
   EXPECT_EQ(line.c_oflag & OPOST, tcflag_t{0});
 }
 
-TEST_F(LinuxSerialPortTest, EveryByteTravelsBothWays) {
-  ASSERT_TRUE(port.Open(3));
+TEST_F(KeptTtyTest, EveryByteTravelsBothWays) {
+  ASSERT_TRUE(Opens(port));
   const Bytes bytes = Pattern(20000);  // many reads: doubled bytes are cut in two
   ASSERT_TRUE(SendAll(bytes));
   EXPECT_TRUE(WaitUntil([&] { return got.size() >= bytes.size(); }));
@@ -95,7 +107,7 @@ TEST_F(LinuxSerialPortTest, EveryByteTravelsBothWays) {
   EXPECT_EQ(pty.Got, frame);
 }
 
-TEST_F(LinuxSerialPortTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits) {
+TEST_F(KeptTtyTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits) {
   port.SetReceiveThreshold(25);
   std::vector<std::size_t> waiting;
   bool reads = true;
@@ -104,7 +116,7 @@ TEST_F(LinuxSerialPortTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits)
     waiting.push_back(port.Waiting());
     if (reads) Take(25);
   });
-  ASSERT_TRUE(port.Open(3));
+  ASSERT_TRUE(Opens(port));
   pty.Send(Bytes(24, 1));
   ASSERT_TRUE(WaitUntil([&] { return port.Waiting() == 24; }));
   EXPECT_TRUE(waiting.empty());
@@ -124,7 +136,7 @@ TEST_F(LinuxSerialPortTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits)
   EXPECT_EQ(port.Waiting(), 0u);
 }
 
-TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
+TEST_F(KeptTtyTest, AHandlerMayCloseAndOpenThePortAndYield) {
   int calls = 0;
   port.SetReceiveThreshold(5);
   handler = port.SetHandler([&](SerialEvent) {
@@ -133,7 +145,7 @@ TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
         port.Close();
         break;
       case 2:
-        port.Open(3);
+        port.Open(3, SerialReset::No);
         break;
       case 3:  // waits for what comes next, which is delivered inside
         Take(5);
@@ -145,13 +157,13 @@ TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
         Take(5);
     }
   });
-  ASSERT_TRUE(port.Open(3));
+  ASSERT_TRUE(Opens(port));
   pty.Send(Bytes(10, 7));
   ASSERT_TRUE(WaitUntil([&] { return calls == 1; }));
   EXPECT_EQ(port.State(), SerialState::Closed);
-  ASSERT_TRUE(port.Open(3));
+  ASSERT_TRUE(Opens(port));
   pty.Send(Bytes(5, 8));
-  ASSERT_TRUE(WaitUntil([&] { return calls == 2; }));
+  ASSERT_TRUE(WaitUntil([&] { return calls == 2 && port.State() != SerialState::Opening; }));
   EXPECT_TRUE(port.IsOpen());
   EXPECT_EQ(port.Waiting(), 0u);
   pty.Send(Bytes(5, 8));
@@ -159,21 +171,21 @@ TEST_F(LinuxSerialPortTest, AHandlerMayCloseAndOpenThePortAndYield) {
   EXPECT_EQ(calls, 4);
 }
 
-TEST_F(LinuxSerialPortTest, AFloodThatNobodyReadsIsBoundedAndTheNewestBytesStay) {
+TEST_F(KeptTtyTest, AFloodThatNobodyReadsIsBoundedAndTheNewestBytesStay) {
   handler.End();
-  ASSERT_TRUE(port.Open(3));
-  ASSERT_TRUE(SendAll(Pattern(LinuxSerialPort::kInputRoom + 5000)));
+  ASSERT_TRUE(Opens(port));
+  ASSERT_TRUE(SendAll(Pattern(TtyPort::kInputRoom + 5000)));
   const Bytes last{1, 2, 3, 4};
   ASSERT_TRUE(SendAll(last));
-  EXPECT_TRUE(WaitUntil([&] { return port.Waiting() == LinuxSerialPort::kInputRoom; }));
+  EXPECT_TRUE(WaitUntil([&] { return port.Waiting() == TtyPort::kInputRoom; }));
   EXPECT_TRUE(WaitUntil([&] {
     Take(1000);
     return got.size() >= 4 && std::equal(last.begin(), last.end(), got.end() - 4);
   }));
 }
 
-TEST_F(LinuxSerialPortTest, AFullLineRefusesWithoutWaitingAndLosesNoByteItTook) {
-  ASSERT_TRUE(port.Open(3));
+TEST_F(KeptTtyTest, AFullLineRefusesWithoutWaitingAndLosesNoByteItTook) {
+  ASSERT_TRUE(Opens(port));
   const Bytes batch = Pattern(1530);
   Bytes taken;
   const auto start = std::chrono::steady_clock::now();
@@ -187,36 +199,115 @@ TEST_F(LinuxSerialPortTest, AFullLineRefusesWithoutWaitingAndLosesNoByteItTook) 
   ASSERT_TRUE(WaitUntil([&] { return pty.Collect().size() >= taken.size(); }));
   EXPECT_EQ(pty.Got, taken);
   EXPECT_TRUE(WaitUntil([&] { return port.Write(Bytes{1, 2, 3}); }));
-  EXPECT_FALSE(port.Write(Bytes(LinuxSerialPort::kOutputRoom + 1)));
+  EXPECT_FALSE(port.Write(Bytes(TtyPort::kOutputRoom + 1)));
 }
 
-TEST_F(LinuxSerialPortTest, UnpluggingIsSeenAndALinkPointedAnewIsFollowed) {
-  ASSERT_TRUE(port.Open(3));
+TEST_F(KeptTtyTest, UnpluggingIsSeenAndALinkPointedAnewIsFollowed) {
+  ASSERT_TRUE(Opens(port));
   pty.Send(Bytes{1, 2, 3});
   ASSERT_TRUE(WaitUntil([&] { return got == Bytes{1, 2, 3}; }));
   pty.Unplug();
   ASSERT_TRUE(WaitUntil([&] { return port.State() == SerialState::Unplugged; }));
   EXPECT_FALSE(port.Write(Bytes{1}));
   ScratchFolder::Link(3, "/dev/no-such-adapter");  // the old name may be another's by now
-  EXPECT_FALSE(port.Open(3));
+  EXPECT_FALSE(Opens(port));
   EXPECT_EQ(port.State(), SerialState::NotFound);
 
   Pty again;
   ScratchFolder::Link(3, again.Device());
-  EXPECT_TRUE(port.Open(3));
+  EXPECT_TRUE(Opens(port));
 }
 
-TEST_F(LinuxSerialPortTest, TwoUsersNeverShareALine) {
-  ASSERT_TRUE(port.Open(3));
-  LinuxSerialPort other{std::make_unique<QtFdWatcher>()};
-  EXPECT_FALSE(other.Open(3));
-  EXPECT_EQ(other.State(), SerialState::Busy);
-  ASSERT_TRUE(port.Open(3));  // the own line may be opened again and again
+// A keeper that stands still is what a stuck adapter looks like: the system call does not come back.
+struct StoppedKeeper {
+  explicit StoppedKeeper(const std::string& device) : pid(KeeperOf(device)) {
+    if (pid > 0) kill(pid, SIGSTOP);
+  }
+  ~StoppedKeeper() { GoOn(); }
+  void GoOn() const {
+    if (pid > 0) kill(pid, SIGCONT);
+  }
+  static pid_t KeeperOf(const std::string& device) {
+    std::error_code error;
+    for (const auto& process : std::filesystem::directory_iterator("/proc")) {
+      std::string name;
+      std::getline(std::ifstream(process.path() / "comm"), name);
+      if (name != "torvex-line") continue;
+      for (const auto& file : std::filesystem::directory_iterator(process.path() / "fd", error)) {
+        if (std::filesystem::read_symlink(file.path(), error) == device)
+          return std::stoi(process.path().filename());
+      }
+    }
+    return -1;
+  }
+  const pid_t pid;
+};
+
+TEST_F(KeptTtyTest, AStuckLineHoldsUpNoOtherAndIsTakenUpAgainWhenItGoesOn) {
+  const auto start = std::chrono::steady_clock::now();
+  ASSERT_TRUE(Opens(port, 3, SerialReset::Yes));
+  const StoppedKeeper stuck(pty.Device());
+  ASSERT_GT(stuck.pid, 0);
+  EXPECT_TRUE(port.Write(Bytes{1, 2}));
+  port.AskCarrier();
   port.Close();
-  EXPECT_TRUE(other.Open(3));
+  port.Open(3, SerialReset::No);
+  Pty second;
+  ScratchFolder::Link(4, second.Device());
+  TtyPort other{std::make_unique<KeptTty>(keepers)};
+  EXPECT_TRUE(Opens(other, 4));
+  EXPECT_EQ(port.State(), SerialState::Opening) << "its device is still held";
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  stuck.GoOn();
+  EXPECT_TRUE(WaitUntil([&] { return port.IsOpen(); }));
+  EXPECT_TRUE(WaitUntil([&] { return pty.Collect() == Bytes{1, 2}; })) << "output gets a moment to leave";
 }
 
-TEST_F(LinuxSerialPortTest, WhatIsNoSerialPortIsToldApart) {
+TEST_F(KeptTtyTest, TheProgramEndsAtOnceWhateverALineDoesAndTheKeeperAfterwards) {
+  std::optional<StoppedKeeper> stuck;
+  std::chrono::steady_clock::time_point start;
+  {
+    LineServer ownServer;
+    LineKeepers own(ownServer, [] { return std::make_unique<QtFdWatcher>(); });
+    TtyPort line(std::make_unique<KeptTty>(own));
+    ASSERT_TRUE(Opens(line));
+    stuck.emplace(pty.Device());
+    ASSERT_GT(stuck->pid, 0);
+    start = std::chrono::steady_clock::now();
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
+  stuck->GoOn();
+  EXPECT_TRUE(WaitUntil([&] { return StoppedKeeper::KeeperOf(pty.Device()) < 0; }));
+}
+
+TEST_F(KeptTtyTest, AKeeperThatIsKilledIsALineThatWentAway) {
+  ASSERT_TRUE(Opens(port));
+  kill(StoppedKeeper::KeeperOf(pty.Device()), SIGKILL);
+  EXPECT_TRUE(WaitUntil([&] { return port.State() == SerialState::Unplugged; }));
+  EXPECT_TRUE(Opens(port));
+}
+
+TEST_F(KeptTtyTest, TheAdaptersOwnTimerIsSetWhereThereIsOne) {
+  ScratchFolder::Put("class/ttyUSB3/device/latency_timer", "16");
+  SetLowLatency(-1, "/dev/ttyUSB3", "class");
+  std::string latency;
+  std::ifstream("class/ttyUSB3/device/latency_timer") >> latency;
+  EXPECT_EQ(latency.substr(0, 1), "1");
+  SetLowLatency(-1, "/dev/ttyUSB4", "class");
+  EXPECT_FALSE(std::filesystem::exists("class/ttyUSB4"));
+}
+
+TEST_F(KeptTtyTest, TwoUsersNeverShareALine) {
+  ASSERT_TRUE(Opens(port));
+  TtyPort other{std::make_unique<KeptTty>(keepers)};
+  EXPECT_FALSE(Opens(other));
+  EXPECT_EQ(other.State(), SerialState::Busy);
+  ASSERT_TRUE(Opens(port));  // the own line may be opened again and again
+  port.Close();
+  EXPECT_TRUE(Opens(other)) << "only just closed";
+}
+
+TEST_F(KeptTtyTest, WhatIsNoSerialPortIsToldApart) {
   std::ofstream("file").put('x');
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   const std::pair<std::string, SerialState> cases[] = {
@@ -228,7 +319,7 @@ TEST_F(LinuxSerialPortTest, WhatIsNoSerialPortIsToldApart) {
   };
   for (const auto& [target, state] : cases) {
     ScratchFolder::Link(3, target);
-    EXPECT_FALSE(port.Open(3)) << target;
+    EXPECT_FALSE(Opens(port)) << target;
     EXPECT_EQ(port.State(), state) << target;
   }
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/Bytes.h"
+#include "platform/TtyDevice.h"
 
 namespace tvx {
 
@@ -29,12 +30,6 @@ class Unmarker {
  private:
   enum class State { Plain, AfterFF, AfterFF00 };
   State state_ = State::Plain;
-};
-
-// The error counters that some drivers keep.
-struct LineCounts {
-  std::uint32_t breaks = 0;
-  std::uint32_t errors = 0;  // framing and parity
 };
 
 // Tells a break from a faulty zero byte: the one whose counter has gone on further than the marks seen so

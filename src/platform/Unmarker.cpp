@@ -1,4 +1,4 @@
-#include "platform/linux/Unmarker.h"
+#include "platform/Unmarker.h"
 
 namespace tvx {
 

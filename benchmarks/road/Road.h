@@ -42,7 +42,7 @@ class RoadLine final : public SerialPort {
   std::array<Byte, kReplySize> Reply{};
 
   void SetReceiveThreshold(std::size_t) override {}
-  bool Open(int) override { return true; }
+  void Open(int, SerialReset) override {}
   void Close() override {}
   SerialState State() const override { return SerialState::Open; }
   std::string Device() const override { return {}; }
@@ -59,6 +59,7 @@ class RoadLine final : public SerialPort {
   void DiscardInput() override {}
   void DiscardOutput() override {}
   std::optional<bool> CarrierDetect() const override { return std::nullopt; }
+  void AskCarrier() override {}
 };
 
 struct Road {

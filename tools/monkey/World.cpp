@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "demo/DemoConfig.h"
-#include "platform/linux/LinuxSerialDevices.h"
+#include "platform/linux/serial/LinuxSerialDevices.h"
 #include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::monkey {

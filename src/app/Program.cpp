@@ -20,6 +20,7 @@ namespace {
 constexpr int kCountdownTickMs = 50;
 constexpr int kSecondMs = 1000;
 constexpr int kTransmitTickMs = 20;
+constexpr int kLinkTickMs = 20;
 
 // The manual as it was installed with the program, or in the sources that it was built from.
 constexpr const char* kManualPlaces[] = {"../share/doc/torvex-control/manual.md", "../../docs/manual.md",
@@ -137,6 +138,14 @@ void Program::ConnectTimers() {
     run_.WriteCmdDuringConfig_Tick();
     configuration_.Tick();
   });
+  timers_.LinkTimer.SetInterval(kLinkTickMs);
+  registrations_.push_back(timers_.LinkTimer.OnTick([this] { LinkTimer_Tick(); }));
+  timers_.LinkTimer.SetEnabled(true);
+}
+
+void Program::LinkTimer_Tick() {
+  sim_.Tick();
+  if (leaving_ && !sim_.SayingGoodbye()) LeaveEventLoop();
 }
 
 void Program::ShowItself() {
@@ -222,12 +231,19 @@ void Program::OpenWebPage() {
   boxes_.Show("The manual was not found: " + QDir::cleanPath(expected.absoluteFilePath()).toStdString());
 }
 
-// Not by QCoreApplication::quit(), which asks every window first whether it may close. Where no event loop
-// runs yet, none is entered (main looks at Ended).
 void Program::EndProgram() {
   if (ended_) return;
   ended_ = true;
   UnloadEverything();
+  leaving_ = true;
+  if (!sim_.SayingGoodbye()) LeaveEventLoop();
+}
+
+// Not by QCoreApplication::quit(), which asks every window first whether it may close. Where no event loop
+// runs yet, none is entered (main looks at Ended).
+void Program::LeaveEventLoop() {
+  leaving_ = false;
+  timers_.LinkTimer.SetEnabled(false);
   if (QThread::currentThread()->loopLevel() > 0) QCoreApplication::exit(0);
 }
 

@@ -47,7 +47,8 @@ class Program final : private Shell, private ConfigurationHost {
   // Brings the window that is in use to the front, and says that the program was started again in its folder.
   void ShowItself();
   // Ends the program as its Exit buttons do, from whatever state: asks nobody, takes every form and box away,
-  // and leaves the event loop with status 0, and every one that runs within it.
+  // and leaves the event loop with status 0, and every one that runs within it, as soon as the simulator has
+  // been told (SimCom::SayingGoodbye).
   void Exit();
   bool Ended() const { return ended_; }
 
@@ -75,6 +76,7 @@ class Program final : private Shell, private ConfigurationHost {
     QtTimer ProcessTimer{"ProcessTimer"};
     QtTimer Timer1{"Timer1"};
     QtTimer WriteCmdDuringConfig{"WriteCmdDuringConfig"};
+    QtTimer LinkTimer{"LinkTimer"};  // runs as long as the program
     void StopAll();
   };
   const TimerSet& Timers() const { return timers_; }
@@ -93,6 +95,8 @@ class Program final : private Shell, private ConfigurationHost {
   void ConfigurationClosed() override;
 
   void ConnectTimers();
+  void LinkTimer_Tick();
+  void LeaveEventLoop();
   void AddPeripherals();
   void UnloadEverything();
   void ShowPorts();
@@ -125,6 +129,7 @@ class Program final : private Shell, private ConfigurationHost {
   ConfigurationForms configuration_;
   std::vector<Registration> registrations_;  // views and timers
   bool ended_ = false;
+  bool leaving_ = false;  // the event loop is left when the simulator has been told
 
   FormHolder<StartForm> startForm_;
   FormHolder<StatusForm> statusForm_;

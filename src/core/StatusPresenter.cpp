@@ -17,7 +17,6 @@ constexpr std::int16_t kYokeInterval = 40;  // ms, whatever the configuration sa
 constexpr int kShortestInterval = 10;       // ms; less would leave no time for anything else
 constexpr std::int64_t kResendAgainMs = 2000;
 constexpr std::int64_t kDropShownMs = 10000;  // so long the user reads of a batch that was dropped
-constexpr std::int64_t kRenewAfterMs = 3000;  // of silence, and again after each such time
 
 std::size_t IndexOf(PeripheralKind kind) {
   return static_cast<std::size_t>(kind);
@@ -162,7 +161,7 @@ void StatusPresenter::cmdRun_Click() {
   view_.TransferInterval = EffectiveInterval();
   sim_.RunSimcom();
   sim_.ClearDataReceived();
-  linkOpenedMs_ = lastRenewedMs_ = clock_.MonotonicMs();
+  linkOpenedMs_ = clock_.MonotonicMs();
   UpdateLinkWords();
   Changed();
 }
@@ -273,22 +272,16 @@ int StatusPresenter::EffectiveInterval() const {
   return std::max<int>(model_.General.TransferInterval, kShortestInterval);
 }
 
-// An unattended run comes back by itself: after an adapter was unplugged, and after the simulator was
-// restarted and has forgotten what it was asked for.
+// An unattended run comes back by itself: after an adapter was unplugged, and after another program gave the
+// local port free.
 void StatusPresenter::WatchLinks() {
   if (!activated_) return;
   serial_.WatchLines();
-  const std::int64_t now = clock_.MonotonicMs();
-  if (resendAgainAtMs_ && now >= *resendAgainAtMs_) {
+  if (resendAgainAtMs_ && clock_.MonotonicMs() >= *resendAgainAtMs_) {
     resendAgainAtMs_.reset();
     cycle_.ResendAll();
   }
-  if (!running_) return;
-  const std::int64_t silent = sim_.SilentForMs().value_or(now - linkOpenedMs_);
-  if (silent < kRenewAfterMs || now - lastRenewedMs_ < kRenewAfterMs) return;
-  lastRenewedMs_ = now;
-  if (!sim_.UdpOpen()) sim_.OpenUDP();
-  sim_.RenewSubscriptions();
+  if (running_ && !sim_.UdpOpen()) sim_.OpenUDP();
 }
 
 void StatusPresenter::UpdateLinkWords() {

@@ -120,8 +120,7 @@ class StatusPresenter {
   std::optional<std::int64_t> resendAgainAtMs_;  // every value goes out once more then
   std::uint64_t droppedBefore_ = 0;              // batches, when the words were last made
   std::int64_t dropShownUntilMs_ = 0;
-  std::int64_t linkOpenedMs_ = 0;   // when the run started to listen
-  std::int64_t lastRenewedMs_ = 0;  // when the subscriptions were last sent again
+  std::int64_t linkOpenedMs_ = 0;  // when the run started to listen
 };
 
 }  // namespace tvx

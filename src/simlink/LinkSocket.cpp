@@ -72,13 +72,9 @@ void LinkSocket::SendDSEL(int group) {
 }
 
 void LinkSocket::SendUSEL(int group) {
-  if (model_.General.BlockUSEL == 1) return;
+  if (UselBlocked()) return;
   Datagram packet;
   if (BuildUSEL(group, packet)) SetUpAndSend(packet);
-}
-
-void LinkSocket::SendUSELToAll() {
-  for (int group = 0; group <= kLastStoppedGroup; ++group) SendUSEL(group);
 }
 
 void LinkSocket::SendRREF(std::string_view dataref, std::int32_t frequency, std::int32_t identifier) {

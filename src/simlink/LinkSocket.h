@@ -12,8 +12,6 @@
 
 namespace tvx {
 
-inline constexpr int kLastStoppedGroup = 135;  // CommandStopAll unselects 0..135
-
 // A packet that cannot be built or sent is dropped silently.
 class LinkSocket {
  public:
@@ -38,7 +36,7 @@ class LinkSocket {
   // These set the socket up again before they send.
   void SendDSEL(int group);  // group 0..255
   void SendUSEL(int group);  // does nothing while the configuration's BlockUSEL is 1
-  void SendUSELToAll();      // groups 0..135
+  bool UselBlocked() const { return model_.General.BlockUSEL == 1; }
   void SendRREF(std::string_view dataref, std::int32_t frequency, std::int32_t identifier);
   // These send on the socket as it is.
   void SendDataFloat(int group, int valueNumber, float value);

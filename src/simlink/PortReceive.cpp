@@ -18,6 +18,7 @@ bool PortTable::DecodeRref(ByteView datagram) {
     // An answer that nobody asked for still reaches the port with its number.
     const Port asker = subscriptions_.AskedWith(record->identifier);
     const std::size_t port = asker != kNoPort ? asker : static_cast<std::size_t>(record->identifier);
+    keeper_.DatarefAnswered(record->identifier);
     if (port >= rows_.size()) return false;
     rows_[port].FloatValue = record->value;
     rows_[port].Answered = true;
@@ -35,6 +36,7 @@ bool PortTable::DecodeData(ByteView datagram) {
     const auto index = static_cast<std::size_t>(group->index);
     dataValues_[index] = group->values;
     arrivedGroups_.set(index);
+    keeper_.GroupAnswered(group->index);
     for (const Port port : ReadersOf(index)) due_.Add(port);
   }
   return due_.WorkOff([this](Port port) { return Refresh(port); });

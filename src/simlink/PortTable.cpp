@@ -2,7 +2,6 @@
 #include "simlink/PortTable.h"
 
 #include <algorithm>
-#include <bitset>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -13,7 +12,6 @@ namespace tvx {
 namespace {
 
 constexpr int kHighestFunction = kFunctions - 1;
-constexpr int kGroupsOnWire = 256;
 constexpr std::int16_t kMacroShared = 3;   // one value for all ports on such Functions
 constexpr std::int16_t kMacroOfPort = 4;   // a value of the port's own
 constexpr float kIntegerLimit = 32767.0f;  // ODDITY: on both sides; -32768 is never written
@@ -32,9 +30,9 @@ void WarnOfZeroFactors(MessageBoxes& boxes, int function, const FunctionRecord& 
 
 }  // namespace
 
-PortTable::PortTable(const ConfigModel& model, LinkSocket& socket, Subscriptions& subscriptions,
-                     MessageBoxes& boxes)
-    : model_(model), socket_(socket), subscriptions_(subscriptions), boxes_(boxes) {}
+PortTable::PortTable(const ConfigModel& model, LinkSocket& socket, SubscriptionKeeper& keeper,
+                     Subscriptions& subscriptions, MessageBoxes& boxes)
+    : model_(model), socket_(socket), keeper_(keeper), subscriptions_(subscriptions), boxes_(boxes) {}
 
 const FunctionRecord& PortTable::FunctionOf(const PortRow& row) const {
   return model_.Functions[static_cast<std::size_t>(row.FunctionNr)];  // 1..300: checked on opening
@@ -100,9 +98,20 @@ void PortTable::DisableReadSimPort(Port port) {
   PortRow* row = OpenRow(port);
   if (!row || port == 0) return;
   const FunctionRecord& function = FunctionOf(*row);
-  if (!function.Is(DataType::XplaneDataref)) subscriptions_.UnselectGroup(function.SlotOf(row->SeqNr).index);
   row->ReadEnabled = false;
   readersKnown_ = false;
+  if (function.Is(DataType::XplaneDataref)) return;
+  const int group = function.SlotOf(row->SeqNr).index;
+  subscriptions_.UnselectGroup(group);
+  if (IsRead(group)) subscriptions_.SelectGroup(group);  // by another port
+}
+
+bool PortTable::IsRead(int group) const {
+  return std::any_of(rows_.begin(), rows_.end(), [&](const PortRow& row) {
+    const FunctionRecord& function = FunctionOf(row);
+    return row.ReadEnabled && !function.Is(DataType::XplaneDataref) &&
+           function.SlotOf(row.SeqNr).index == group;
+  });
 }
 
 void PortTable::NewSeqNr(Port port, Byte sequenceNr) {
@@ -120,20 +129,6 @@ void PortTable::Clear() {
   readings_.clear();
   readers_.clear();
   readersKnown_ = false;
-}
-
-std::vector<int> PortTable::GroupsRead() const {
-  std::vector<int> groups;
-  std::bitset<kGroupsOnWire> found;
-  for (const PortRow& row : rows_) {
-    const FunctionRecord& function = FunctionOf(row);
-    const int group = function.SlotOf(row.SeqNr).index;
-    if (!row.ReadEnabled || function.Is(DataType::XplaneDataref)) continue;
-    if (group < 0 || group >= kGroupsOnWire || found[static_cast<std::size_t>(group)]) continue;
-    found.set(static_cast<std::size_t>(group));
-    groups.push_back(group);
-  }
-  return groups;
 }
 
 std::optional<float> PortTable::RawOrMacro(const PortRow& row, const FunctionRecord& function) const {

@@ -23,7 +23,8 @@ inline constexpr int kDataGroups = 151;  // group index 0..150
 // Every operation on one port does nothing where that port is not open.
 class PortTable {
  public:
-  PortTable(const ConfigModel& model, LinkSocket& socket, Subscriptions& subscriptions, MessageBoxes& boxes);
+  PortTable(const ConfigModel& model, LinkSocket& socket, SubscriptionKeeper& keeper,
+            Subscriptions& subscriptions, MessageBoxes& boxes);
 
   // --- opening ---
   // The code that ports opened from now on are marked with, Opener.h.
@@ -66,7 +67,6 @@ class PortTable {
   std::uint16_t PortsOpened() const { return portsOpened_; }  // ever; stops at 65535
   float DataValue(int group, int valueNumber) const;          // 0 outside 0..150, 0..7
   std::int16_t MacroValue() const { return macroValue_; }     // of all ports on macro 3
-  std::vector<int> GroupsRead() const;  // 0..255, each once, in the order of the ports that read them
 
   // --- what arrives; never allocates ---
   // Take a whole datagram of their kind. False where it stops making sense: what came before that counts.
@@ -89,12 +89,14 @@ class PortTable {
   void PutMacro(PortRow& row, const FunctionRecord& function, float value);
   std::optional<float> SendRaw(PortRow& row, const FunctionRecord& function, float raw);
   Reading ReadingOf(const PortRow& row) const;
+  bool IsRead(int group) const;  // by an enabled port
   void FindReaders();
   std::span<const Port> ReadersOf(std::size_t group) const;
   bool Refresh(Port port);
 
   const ConfigModel& model_;
   LinkSocket& socket_;
+  SubscriptionKeeper& keeper_;
   Subscriptions& subscriptions_;
   MessageBoxes& boxes_;
   std::vector<PortRow> rows_;

@@ -10,8 +10,9 @@ SimCom::SimCom(const ConfigModel& model, UdpSocket& socket, MessageBoxes& boxes,
       boxes_(boxes),
       clock_(clock),
       link_(model, socket),
-      subscriptions_(link_, boxes),
-      ports_(model, link_, subscriptions_, boxes) {
+      keeper_(link_, clock),
+      subscriptions_(keeper_, boxes),
+      ports_(model, link_, keeper_, subscriptions_, boxes) {
   arrivals_ =
       socket_.SetArrivalHandler([this](std::size_t bytesTotal) { WinsockUDP_DataArrival(bytesTotal); });
   errors_ = socket_.SetErrorHandler(
@@ -20,22 +21,32 @@ SimCom::SimCom(const ConfigModel& model, UdpSocket& socket, MessageBoxes& boxes,
 
 bool SimCom::OpenUDP() {
   lastArrivalMs_.reset();
-  return link_.OpenUDP();
+  const bool open = link_.OpenUDP();
+  keeper_.Opened();
+  return open;
 }
 
 void SimCom::CommandStopAll() {
-  if (!udpMonitorMode_) link_.SendUSELToAll();
+  if (udpMonitorMode_) return;
+  for (int group = 0; group <= kLastStoppedGroup; ++group) keeper_.CancelGroup(group);
 }
 
 void SimCom::CloseAllPorts() {
   CommandStopAll();
   ClearAllRREF();
+  keeper_.ForgetGroups();
   ports_.Clear();
+}
+
+void SimCom::SetUdpMonitorMode(bool on) {
+  udpMonitorMode_ = on;
+  keeper_.Hold(on);
 }
 
 void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
   const std::int32_t sender = udpMonitorMode_ && monitor_ ? socket_.WaitingSenderPort() : 0;
   received_ = std::min(socket_.Receive(buffer_), buffer_.size());
+  if (keeper_.Closing()) return;
   dataReceived_ = true;
   lastArrivalMs_ = clock_.MonotonicMs();
   if (udpMonitorMode_) {
@@ -44,6 +55,7 @@ void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
     monitor_(LastDatagram(), sender);
     return;
   }
+  keeper_.Heard();
   if (bytesTotal >= kSmallestDatagram && Decode()) CountPacket();
 }
 

@@ -18,9 +18,12 @@
 #include "simlink/LinkSocket.h"
 #include "simlink/Opener.h"
 #include "simlink/PortTable.h"
+#include "simlink/SubscriptionKeeper.h"
 #include "simlink/Subscriptions.h"
 
 namespace tvx {
+
+inline constexpr int kLastStoppedGroup = 135;  // CommandStopAll unselects 0..135
 
 // Everything here traps its own errors: a packet that cannot be built or sent is dropped silently, a datagram
 // that does not decode is abandoned where it stops making sense. What is handed on is described where it is
@@ -33,11 +36,16 @@ class SimCom {
   using Endpoint = LinkSocket::Endpoint;
   void UseEndpoint(std::optional<Endpoint> endpoint) { link_.UseEndpoint(std::move(endpoint)); }
   bool OpenUDP();
-  void CloseUDP() { link_.CloseUDP(); }
+  // The link counts as closed at once; the cancellations that wait leave first (SubscriptionKeeper::Close).
+  void CloseUDP() { keeper_.Close(); }
   void OpenSimCom() { OpenUDP(); }
   void RunSimcom() { OpenUDP(); }
   void StopSimcom() { CloseUDP(); }
-  bool UdpOpen() const { return link_.IsOpen(); }
+  bool UdpOpen() const { return link_.IsOpen() && !keeper_.Closing(); }
+  // Whether cancellations still have to leave a link that was closed.
+  bool SayingGoodbye() const { return keeper_.Closing(); }
+  // To be called about every 20 ms, as long as the program lives.
+  void Tick() { keeper_.Tick(); }
   std::string LinkError() const { return link_.Error(); }
   // Told of a socket error after its message was shown: writes the dump and stops the run.
   using SocketErrorHandler = std::function<void(int code)>;
@@ -45,9 +53,9 @@ class SimCom {
     return socketError_.Give(std::move(handler));
   }
 
-  // --- senders ---
-  void SendDSEL(int group) { link_.SendDSEL(group); }
-  void SendUSEL(int group) { link_.SendUSEL(group); }
+  // --- senders; requests for values and their ends leave in turn (SubscriptionKeeper.h) ---
+  void SendDSEL(int group) { keeper_.AskForGroup(group, SubscriptionKeeper::Keep::No); }
+  void SendUSEL(int group) { keeper_.CancelGroup(group); }
   void CommandStopAll();  // USEL for groups 0..135, or no packet at all in monitor mode
   void SendDataFloat(int group, int number, float value) { link_.SendDataFloat(group, number, value); }
   void SendDataInt(int group, int number, std::int32_t value) { link_.SendDataInt(group, number, value); }
@@ -63,8 +71,7 @@ class SimCom {
   }
   void ClearAllRREF() { subscriptions_.ClearAllRREF(); }
   const std::vector<RrefRow>& Rrefs() const { return subscriptions_.Rrefs(); }
-  // Asks again for all that the open ports read, of a simulator that was restarted and forgot it.
-  void RenewSubscriptions() { subscriptions_.Renew(ports_.GroupsRead()); }
+  const SubscriptionKeeper& Keeper() const { return keeper_; }
 
   // --- ports ---
   void SetCurrentOpener(std::int16_t opener) { ports_.SetCurrentOpener(opener); }
@@ -103,7 +110,7 @@ class SimCom {
 
   // --- monitor mode: arrivals are shown and counted, not decoded ---
   bool UdpMonitorMode() const { return udpMonitorMode_; }
-  void SetUdpMonitorMode(bool on) { udpMonitorMode_ = on; }
+  void SetUdpMonitorMode(bool on);
   // Told of every datagram that arrives in monitor mode, with the sender's port (0: not known).
   using MonitorHandler = std::function<void(ByteView datagram, std::int32_t senderPort)>;
   Registration SetMonitor(MonitorHandler handler) { return monitor_.Give(std::move(handler)); }
@@ -120,6 +127,7 @@ class SimCom {
   MessageBoxes& boxes_;
   const Clock& clock_;
   LinkSocket link_;
+  SubscriptionKeeper keeper_;
   Subscriptions subscriptions_;
   PortTable ports_;
   Callback<int> socketError_;

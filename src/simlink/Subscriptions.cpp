@@ -3,6 +3,8 @@
 namespace tvx {
 namespace {
 
+using Keep = SubscriptionKeeper::Keep;
+
 constexpr std::size_t kIdentifiersOnWire = 65536;
 
 // Added to the number of a port whose request would carry the bytes of another port's. Rounding does that to
@@ -12,8 +14,8 @@ constexpr std::int32_t kAboveAllPorts = kMaxPorts + 1;
 
 }  // namespace
 
-Subscriptions::Subscriptions(LinkSocket& socket, MessageBoxes& boxes)
-    : socket_(socket), boxes_(boxes), askedWith_(kIdentifiersOnWire, kNoPort) {}
+Subscriptions::Subscriptions(SubscriptionKeeper& keeper, MessageBoxes& boxes)
+    : keeper_(keeper), boxes_(boxes), askedWith_(kIdentifiersOnWire, kNoPort) {}
 
 Port& Subscriptions::AskerOf(std::int32_t identifier) {
   return askedWith_[static_cast<std::size_t>(RrefIdentifierOnWire(identifier))];
@@ -24,12 +26,14 @@ void Subscriptions::SendXplaneRREF(std::string_view dataref, std::int32_t freque
   const Port port = identifier >= 0 && identifier < kMaxPorts ? static_cast<Port>(identifier) : kNoPort;
   const bool recorded = record == Register::Yes && frequency >= 1;
   if (recorded && !Record(dataref, frequency, identifier, port)) return;
-  socket_.SendRREF(dataref, frequency, identifier);
+  if (frequency == 0) return keeper_.CancelDataref(dataref, identifier);
+  keeper_.AskForDataref(dataref, frequency, identifier, recorded ? Keep::Yes : Keep::No);
 }
 
 void Subscriptions::Subscribe(Port port, std::string_view dataref, std::int32_t frequency) {
   const std::int32_t identifier = AskerOf(port) == kNoPort ? port : port + kAboveAllPorts;
-  if (Record(dataref, frequency, identifier, port)) socket_.SendRREF(dataref, frequency, identifier);
+  if (!Record(dataref, frequency, identifier, port)) return;
+  keeper_.AskForDataref(dataref, frequency, identifier, Keep::Yes);
 }
 
 bool Subscriptions::Record(std::string_view dataref, std::int32_t frequency, std::int32_t identifier,
@@ -46,15 +50,10 @@ bool Subscriptions::Record(std::string_view dataref, std::int32_t frequency, std
 
 void Subscriptions::ClearAllRREF() {
   for (const RrefRow& row : rrefs_) {
-    socket_.SendRREF(row.Dataref, 0, row.Identifier);
+    keeper_.CancelDataref(row.Dataref, row.Identifier);
     AskerOf(row.Identifier) = kNoPort;
   }
   rrefs_.clear();
-}
-
-void Subscriptions::Renew(const std::vector<int>& groups) {
-  for (const int group : groups) socket_.SendDSEL(group);
-  for (const RrefRow& row : rrefs_) socket_.SendRREF(row.Dataref, row.Frequency, row.Identifier);
 }
 
 }  // namespace tvx

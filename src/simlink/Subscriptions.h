@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/Host.h"
-#include "simlink/LinkSocket.h"
 #include "simlink/PortRow.h"
+#include "simlink/SubscriptionKeeper.h"
 
 namespace tvx {
 
@@ -20,16 +20,16 @@ struct RrefRow {
   std::string Dataref;
 };
 
-// Whether a subscription is recorded, so that it is renewed, and cancelled with the others.
+// Whether a subscription is recorded, so that it is kept up, and cancelled with the others.
 enum class Register { No, Yes };
 
 class Subscriptions {
  public:
-  Subscriptions(LinkSocket& socket, MessageBoxes& boxes);
+  Subscriptions(SubscriptionKeeper& keeper, MessageBoxes& boxes);
 
   // Groups 0..255. Each call sends its packet, whatever was asked for before.
-  void SelectGroup(int group) { socket_.SendDSEL(group); }
-  void UnselectGroup(int group) { socket_.SendUSEL(group); }
+  void SelectGroup(int group) { keeper_.AskForGroup(group, SubscriptionKeeper::Keep::Yes); }
+  void UnselectGroup(int group) { keeper_.CancelGroup(group); }
 
   // Asks for a dataref, or cancels it with frequency 0. A subscription that is to be recorded, with a
   // frequency of 1 or more, is refused with a message when its identifier is recorded already. Its answers
@@ -41,8 +41,6 @@ class Subscriptions {
   void Subscribe(Port port, std::string_view dataref, std::int32_t frequency);
   // Cancels every recorded dataref, and forgets them.
   void ClearAllRREF();
-  // Asks for these groups and every recorded dataref again.
-  void Renew(const std::vector<int>& groups);
 
   const std::vector<RrefRow>& Rrefs() const { return rrefs_; }
   // The port whose recorded request carried this identifier, 0..65535, on the wire; kNoPort where none did.
@@ -54,7 +52,7 @@ class Subscriptions {
   bool Record(std::string_view dataref, std::int32_t frequency, std::int32_t identifier, Port port);
   Port& AskerOf(std::int32_t identifier);
 
-  LinkSocket& socket_;
+  SubscriptionKeeper& keeper_;
   MessageBoxes& boxes_;
   std::vector<RrefRow> rrefs_;
   std::vector<Port> askedWith_;  // by identifier on the wire

@@ -50,6 +50,10 @@ struct ProgramRig : CockpitRig {
   StatusPresenter run{model, sim,   serial,      boxes,
                       shell, clock, peripherals, {processTimer, timer1, writeTimer}};
   ConfigFile file{model, boxes};
+  // The link's timer ticks so often, once every 20 ms.
+  void LinkTicks(int count) {
+    for (int i = 0; i < count; ++i) clock.Advance(20), sim.Tick();
+  }
   StartPresenter start{model, file, sim, boxes, shell, run, {autostart, waitForFS, silence}};
 
  private:

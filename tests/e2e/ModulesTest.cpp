@@ -41,7 +41,8 @@ TEST_F(ModulesTest, EncoderAxisCommandAndKeystroke) {
   auto& datarefs = flight.Sim().Datarefs();
   datarefs.Write(datarefs.Find(kHeadingDataref), 90);
   ASSERT_TRUE(Eventually([&] { return Module().SwitchesKnown(); }));
-  const int definition = Module().SwitchDefinitionNr(kHeadingEncoder);
+  // The encoder's second half reads the value by a definition of its own.
+  const int definition = Module().SwitchDefinitionNr(kHeadingEncoder + 1);
   ASSERT_TRUE(Eventually([&] { return Module().CurrentValue(definition) == 90; }));
   Hardware().Click(kHeadingEncoder, false);
   EXPECT_TRUE(Eventually([&] { return Dataref(kHeadingDataref) == 89; }));

@@ -274,6 +274,7 @@ TEST_F(FunctionFormsTest, EachButtonOfTheConsoleSendsItsDatagram) {
               {"CmdClearAllRREFs", 1, std::string("RREF") + '\0' + Bytes(0) + Bytes(9)}};
   for (const auto& row : rows) {
     Click(form, row.button);
+    for (int i = 0; i < 2; ++i) clock.Advance(101), sim.Tick();
     const Texts sent = socket.TakeSent();
     ASSERT_EQ(sent.size(), row.count) << row.button;
     EXPECT_EQ(sent.back().substr(0, row.last.size()), row.last) << row.button;

@@ -42,6 +42,10 @@ class LinkTest : public testing::Test {
     socket.Sent.clear();
     return port;
   }
+  // Until every request that waited for its turn has left.
+  void Settle() {
+    for (sim.Tick(); sim.Keeper().RequestsWaiting() > 0; sim.Tick()) clock.Advance(20);
+  }
   float Get(Port port, float otherwise = -12345) {
     sim.GetPort(port, otherwise);
     return otherwise;

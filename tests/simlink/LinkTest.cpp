@@ -79,6 +79,9 @@ TEST_F(Link, WhatDoesNotFitAPacketIsDroppedSilently) {
 
 TEST_F(Link, CommandStopAllUnselectsGroups0To135) {
   sim.CommandStopAll();
+  EXPECT_EQ(socket.Sent.size(), 100u) << "more at once the simulator may not read";
+  clock.Advance(101);
+  sim.Tick();
   const auto sent = socket.TakeSent();
   ASSERT_EQ(sent.size(), 136u);
   for (std::size_t i = 0; i < sent.size(); ++i)
@@ -112,7 +115,7 @@ TEST_F(Link, RecordsSubscriptionsOnceAndCancelsThem) {
   EXPECT_EQ(sent[1].substr(9, 5), Hex("06 00 00 00") + "d");
 }
 
-TEST_F(Link, RenewsEveryGroupOnceAndEverySubscription) {
+TEST_F(Link, WhatThePortsReadIsAskedForUntilItComes) {
   OpenEnabled(60, Float, 17, 0);
   OpenEnabled(61, Float, 17, 1);
   OpenEnabled(62, Long, 20, 0);
@@ -122,15 +125,28 @@ TEST_F(Link, RenewsEveryGroupOnceAndEverySubscription) {
   Define(65, XplaneDataref, 44, 2).FullName = "#1:x\r\n";
   sim.EnableReadSimPort(sim.OpenSimPort(65, 1));
   socket.Sent.clear();
-  sim.RenewSubscriptions();
-  const auto sent = socket.TakeSent();
-  ASSERT_EQ(sent.size(), 3u);
-  EXPECT_EQ(sent[0].substr(0, 6) + sent[1].substr(0, 6),
-            "DSEL0\x11"
-            "DSEL0\x14");
-  EXPECT_EQ(sent[2].substr(5, 9), Hex("02 00 00 00 05 00 00 00") + "x");
-  EXPECT_EQ(sim.Rrefs().size(), 1u);
-  EXPECT_TRUE(boxes.shown.empty());
+  clock.Advance(1000);
+  sim.Tick();
+  std::string asked;
+  for (const std::string& bytes : socket.TakeSent())
+    asked += bytes.substr(0, 4) + std::to_string(bytes[5]) + " ";
+  EXPECT_EQ(asked, "DSEL17 DSEL20 RREF2 ");
+  socket.Deliver(RrefDatagram({{5, 1.0f}}));
+  socket.Deliver(DataDatagram({{17, 1.0f}}));
+  clock.Advance(2000);
+  sim.Tick();
+  EXPECT_EQ(socket.TakeSent(), std::vector<std::string>{"DSEL0" + Hex("14 00 00 00")});
+  sim.DisableReadSimPort(1);
+  EXPECT_EQ(socket.TakeSent(),
+            (std::vector<std::string>{"USEL0" + Hex("11 00 00 00"), "DSEL0" + Hex("11 00 00 00")}))
+      << "port 0 still reads the group";
+  sim.CloseAllPorts();
+  clock.Advance(1000);
+  sim.Tick();
+  socket.TakeSent();
+  clock.Advance(60000);
+  sim.Tick();
+  EXPECT_TRUE(socket.Sent.empty());
 }
 
 TEST_F(Link, ASocketErrorIsShownThenHandedOn) {

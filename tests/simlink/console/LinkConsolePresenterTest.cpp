@@ -152,6 +152,8 @@ TEST_F(LinkConsoleTest, ClosingStopsWhatWasAskedForHere) {
 TEST_F(LinkConsoleTest, UnselectsAllUnlessThatIsBlocked) {
   console.cmdStartUDP_Click();
   console.cmdUSELall_Click();
+  clock.Advance(101);
+  sim.Tick();
   EXPECT_EQ(Sent().size(), 136u) << "monitor mode must not hold it back";
   model.General.BlockUSEL = 1;
   console.cmdStopAll_Click();

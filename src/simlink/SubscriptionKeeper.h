@@ -1,0 +1,142 @@
+// What the simulator is asked to send, and whether it does. Requests leave in their order and no faster than
+// it reads them; what stays away is asked for again, for as long as it is wanted.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Host.h"
+#include "simlink/LinkSocket.h"
+
+namespace tvx {
+
+// How it stands with one data group or one dataref.
+struct SubscriptionState {
+  bool wanted = false;
+  int asked = 0;                           // times since it was first wanted
+  std::int64_t askedMs = 0;                // when last, on the keeper's clock
+  std::optional<std::int64_t> answeredMs;  // when last; std::nullopt: never
+  bool silent = false;                     // asked for, and no answer came in time, or none comes any more
+};
+
+// Driven from outside: by its clock, and by Tick, about every 20 ms. What a tick costs does not depend on how
+// much is wanted. Groups are 0..255; others are ignored. Datarefs are told apart by their identifier as the
+// wire carries it (RrefIdentifierOnWire).
+class SubscriptionKeeper {
+ public:
+  static constexpr std::size_t kMostRequests = 100;  // in any kWindowMs
+  static constexpr std::int64_t kWindowMs = 100;
+  static constexpr std::int64_t kSilentMs = 3000;  // without an answer: three periods of once a second
+  // How long an answer is waited for; the next time longer.
+  static constexpr std::array<std::int64_t, 6> kPatienceMs{1000, 2000, 4000, 8000, 16000, 30000};
+  // While no datagram comes at all, a few of what is wanted are asked for so often, in turn.
+  static constexpr std::int64_t kScoutMs = 1000;
+  static constexpr int kScouts = 8;
+  static constexpr std::int64_t kLongestGoodbyeMs = 2000;
+
+  SubscriptionKeeper(LinkSocket& socket, const Clock& clock);
+
+  // --- asking ---
+  // Keep: asked for until it answers, and again when it falls silent, until it is cancelled. Otherwise the
+  // request leaves once. What is kept already is asked for again.
+  enum class Keep { No, Yes };
+  void AskForGroup(int group, Keep keep);
+  void AskForDataref(std::string_view path, std::int32_t frequency, std::int32_t identifier, Keep keep);
+  // Not wanted any more. The cancellation leaves before every request that waits; a request for the same that
+  // has not left yet never does.
+  void CancelGroup(int group);
+  void CancelDataref(std::string_view path, std::int32_t identifier);
+  // Groups are not wanted any more; sends no packet.
+  void ForgetGroups();
+
+  void Tick();
+  // Values are not looked at for a while (true): whether they come cannot be known, and is not judged.
+  void Hold(bool on);
+
+  // --- the link's socket ---
+  // It was opened: what comes is waited for, and asked for where it does not come.
+  void Opened();
+  // Closes it when the last cancellation has left, at most kLongestGoodbyeMs from now; at once where none
+  // waits. Requests that wait do not leave before the link is opened again or another request is made.
+  void Close();
+  bool Closing() const { return closing_; }
+
+  // --- what arrives; none of it allocates ---
+  void Heard();  // any datagram of the simulator, before what it holds
+  void GroupAnswered(int group) { Answered(FindGroup(group)); }
+  void DatarefAnswered(int identifierOnWire) { Answered(FindDataref(identifierOnWire)); }
+
+  // --- what is known ---
+  SubscriptionState OfGroup(int group) const { return StateOf(FindGroup(group)); }
+  SubscriptionState OfDataref(int identifierOnWire) const { return StateOf(FindDataref(identifierOnWire)); }
+  std::size_t RequestsWaiting() const { return Of(List::Cancel).count + Of(List::Ask).count; }
+  std::size_t CancellationsWaiting() const { return Of(List::Cancel).count; }
+
+ private:
+  // Every entry is in one list. Those of a Patience list wait for their answer, for the same time in each; so
+  // all lists are in the order in which something falls due, and only their first entries need a look.
+  enum class List : std::uint8_t { Free, Cancel, Ask, Answered, Patience };  // Patience + step
+  static constexpr std::size_t kLists = static_cast<std::size_t>(List::Patience) + kPatienceMs.size();
+  using Place = std::int32_t;  // in entries_
+  static constexpr Place kNone = -1;
+  struct Entry {
+    bool isGroup = false, kept = false, everAnswered = false;
+    std::uint8_t list = 0, step = 0;
+    std::int32_t number = 0, frequency = 0;
+    int asked = 0;
+    std::int64_t sinceMs = 0, askedMs = 0, answeredMs = 0;  // sinceMs: in its list
+    Place before = kNone, after = kNone;
+    std::string path;
+  };
+  struct Chain {
+    Place first = kNone, last = kNone;
+    std::size_t count = 0;
+  };
+
+  static std::size_t Index(List list, std::size_t step = 0) { return static_cast<std::size_t>(list) + step; }
+  const Chain& Of(List list) const { return lists_[Index(list)]; }
+  Entry& At(Place place) { return entries_[static_cast<std::size_t>(place)]; }
+  const Entry& At(Place place) const { return entries_[static_cast<std::size_t>(place)]; }
+  static std::size_t KeyOf(const Entry& entry);
+  Place FindGroup(int group) const;
+  Place FindDataref(int identifierOnWire) const;
+  SubscriptionState StateOf(Place place) const;
+
+  Place New(Entry entry, List list);
+  void Requeue(Place place, std::int64_t now) { Move(place, Index(List::Ask), now); }
+  void Move(Place place, std::size_t list, std::int64_t now);
+  void Free(Place place);
+  void Ask(Entry entry, Keep keep);
+  void Cancel(Entry entry);
+  void DropRequestsFor(std::size_t key);
+  void Answered(Place place);
+  void WaitAnew(std::int64_t now);
+  void NoticeSilence(std::int64_t now);
+  void SendScouts(std::int64_t now);
+  void CollectDue(std::int64_t now);
+  void SendWaiting(std::int64_t now);
+  void Send(Place place, std::int64_t now);
+
+  LinkSocket& socket_;
+  const Clock& clock_;
+  std::vector<Entry> entries_;
+  std::array<Chain, kLists> lists_{};
+  std::vector<Place> kept_;       // by key: the entry that is kept
+  std::vector<bool> cancelling_;  // by key: its cancellation waits
+  std::size_t onceWaiting_ = 0;   // requests that wait and are not kept
+  std::array<std::int64_t, kMostRequests> sentAtMs_;
+  std::size_t nextSent_ = 0;
+  bool paused_ = false, held_ = false, closing_ = false;
+  std::int64_t closeByMs_ = 0;
+  bool silent_ = true;  // no datagram for kSilentMs
+  bool woken_ = false;  // what had stayed away has answered
+  std::int64_t heardMs_ = 0, scoutDueMs_ = 0;
+  std::int64_t anewMs_;  // what was asked up to then is asked again without the longer patience
+  std::size_t nextScout_ = 0;
+};
+
+}  // namespace tvx

@@ -297,6 +297,199 @@ TEST(Simulator, ButtonsTrimCommandAndDisconnect) {
   EXPECT_EQ(rig.pair.Of(1).Mode(), YokeMode::Off);
 }
 
+// Each trim button, of the master alone.
+TEST(Simulator, EveryTrimButtonTrimsItsWayWhileItIsHeld) {
+  const struct {
+    ButtonAction action;
+    const char* dataref;
+    double way;
+  } rows[] = {{ButtonAction::TrimNoseUp, "elevator_trim", 0.1},
+              {ButtonAction::TrimNoseDown, "elevator_trim", -0.1},
+              {ButtonAction::TrimLeft, "aileron_trim", -0.1},
+              {ButtonAction::TrimRight, "aileron_trim", 0.1}};
+  for (const auto& row : rows) {
+    YokeRig rig(2);
+    for (YokeRecord* record : {&rig.model.Yoke1, &rig.model.Yoke2})
+      record->Buttons[15].Action = static_cast<Byte>(row.action);
+    rig.Start(500);
+    rig.hardware[1].buttons = 0x8000;
+    rig.Run(400);
+    EXPECT_TRUE(std::isnan(rig.Written(row.dataref))) << "the slave's";
+    rig.hardware[0].buttons = 0x8000;
+    rig.Cycle();  // its answer says so
+    for (int i = 0; i < 25; ++i) rig.Cycle();
+    EXPECT_NEAR(rig.Written(row.dataref), row.way, 1e-3) << "a second of it";
+    rig.hardware[0].buttons = rig.hardware[1].buttons = 0;
+    rig.Run(400);
+    EXPECT_NEAR(rig.Written(row.dataref), row.way, 0.01);
+    rig.hardware[0].buttons = 0x8000;
+    rig.Run(20000);
+    EXPECT_NEAR(rig.Written(row.dataref), 10 * row.way, 1e-6) << "its end";
+  }
+}
+
+TEST(Simulator, ButtonsDoNothingThereWhileHalted) {
+  YokeRig rig;
+  rig.model.Yoke1.Buttons[0].Action = static_cast<Byte>(ButtonAction::AutopilotOff);
+  rig.model.Yoke1.Buttons[1] = {static_cast<Byte>(ButtonAction::Command), "sim/a"};
+  rig.model.Yoke1.Buttons[2].Action = static_cast<Byte>(ButtonAction::TrimLeft);
+  rig.SetValue(1, 2);
+  rig.Start(500);
+  rig.pair.cmdStop_Click();
+  rig.hardware[0].buttons = 7;
+  rig.Run(400);
+  EXPECT_TRUE(rig.commands.empty());
+  EXPECT_TRUE(std::isnan(rig.Written("autopilot_mode")));
+  EXPECT_TRUE(std::isnan(rig.Written("aileron_trim")));
+}
+
+// A master that has not flown leaves no place behind from which the next one could go on.
+TEST(Roles, WhoTakesOverFromOneThatDidNotFlyFliesFromItsOwnPlaceAtOnce) {
+  YokeRig rig(2);
+  rig.model.Yoke1.OptionBits = 0;
+  rig.Start(3000);
+  rig.hardware[1].Hold(0, 300), rig.hardware[1].Hold(1, -300);
+  rig.Run(200);
+  rig.pair.HandOver(2);
+  rig.Cycle();
+  EXPECT_NEAR(rig.Written("yoke_roll_ratio"), 300.0 / 511, 0.01);
+  EXPECT_NEAR(rig.Written("yoke_pitch_ratio"), -300.0 / 511, 0.01);
+}
+
+TEST(Roles, WhoIsMasterAtTheStart) {
+  for (const auto& [wanted, first, second, master] :
+       {std::array{1, 5, 6, 1}, std::array{2, 5, 6, 2}, std::array{2, 5, 0, 1}, std::array{1, 0, 6, 2}}) {
+    YokeRig rig;
+    rig.model.GeneralFFB = StandardGeneralFFB();
+    rig.model.GeneralFFB.MasterYoke = static_cast<std::int16_t>(wanted);
+    rig.model.General.ComPortYoke1 = static_cast<std::int16_t>(first);
+    rig.model.General.ComPortYoke2 = static_cast<std::int16_t>(second);
+    rig.pair.Load();
+    EXPECT_EQ(rig.pair.Master(), master) << wanted << first << second;
+    EXPECT_TRUE(rig.timer.enabled);
+    EXPECT_EQ(rig.timer.interval, 40);
+    const bool both = first != 0 && second != 0;
+    EXPECT_EQ(rig.pair.RoleText(3 - master), both ? "Slave, Servo Mode" : "Not configured");
+    EXPECT_EQ(rig.pair.RoleText(master), "Master, FFB Mode");
+    rig.pair.HandOver(3 - master);
+    EXPECT_EQ(rig.pair.Master(), both ? 3 - master : master);
+  }
+}
+
+TEST(Modes, HaveTheirColoursAndTheStateItsWords) {
+  YokeRig rig;
+  rig.Start(400);
+  EXPECT_EQ(rig.pair.StateText(1), "Forces are rising");
+  EXPECT_EQ(rig.pair.StateText(2), "");
+  rig.hardware[0].status = yokestatus::kPower | yokestatus::kHot;
+  rig.Run(4000);
+  EXPECT_EQ(rig.pair.StateText(1), "Its motors are hot");
+  EXPECT_EQ(rig.pair.GroundText(), "Airborne");
+  rig.SetValue(0, 1);
+  rig.Run(1000);
+  EXPECT_EQ(rig.pair.GroundText(), "On Ground");
+  const std::pair<YokeMode, std::int32_t> rows[] = {{YokeMode::Centre, 255},     {YokeMode::Ffb, 255},
+                                                    {YokeMode::FollowAP, 49152}, {YokeMode::Off, 49152},
+                                                    {YokeMode::Servo, 49152},    {YokeMode::Centre, 255}};
+  for (const auto& [mode, colour] : rows) {
+    rig.pair.SelectMode(1, mode);
+    EXPECT_EQ(rig.pair.Of(1).ModeColour(), colour);
+  }
+}
+
+// The yoke counts in its own raw values: an axis of half the travel is half as many of them to a count, and
+// one that counts the other way takes its forces the other way.
+TEST(Modes, ForcesGoToTheYokeInItsOwnUnits) {
+  YokeRig usual, other;
+  YokeRecord& record = other.model.Yoke1;
+  std::swap(record.RollLeft, record.RollRight);
+  record.PitchForward = StoredRaw(32768 - 25 * 511), record.PitchBack = StoredRaw(32768 + 25 * 511);
+  double largest = 0;
+  for (YokeRig* rig : {&usual, &other}) {
+    rig->SetValue(6, 60);
+    rig->Start(4000);
+    rig->pair.SelectMode(1, YokeMode::Centre);
+    rig->Run(1200);
+  }
+  const double gradient = 0.16 * 32768 / 50 / 511;  // twice the ground's force, over half of the raw range
+  EXPECT_NEAR(usual.hardware[0].gradient[0], gradient, 0.001);
+  EXPECT_NEAR(usual.hardware[0].gradient[1], gradient, 0.001);
+  EXPECT_NEAR(other.hardware[0].gradient[0], gradient, 0.001);
+  EXPECT_NEAR(other.hardware[0].gradient[1], 2 * gradient, 0.001);
+  for (YokeRig* rig : {&usual, &other}) rig->pair.SelectMode(1, YokeMode::Ffb);
+  for (int i = 0; i < 100; ++i) {
+    for (YokeRig* rig : {&usual, &other}) {
+      rig->SetValue(14, i % 10 < 5 ? 0.5f : 1.5f);
+      rig->Cycle();
+    }
+    EXPECT_NEAR(usual.hardware[0].bias[0], -other.hardware[0].bias[0], 0.001) << i;
+    EXPECT_NEAR(usual.hardware[0].bias[1], other.hardware[0].bias[1], 0.001) << i;
+    largest =
+        std::max(largest, std::min(std::abs(usual.hardware[0].bias[0]), std::abs(usual.hardware[0].bias[1])));
+  }
+  EXPECT_GT(largest, 0.01);
+  for (YokeRig* rig : {&usual, &other}) {
+    rig->SetValue(1, 2);
+    rig->pair.SelectMode(1, YokeMode::FollowAP);
+    rig->Run(400);
+  }
+  EXPECT_NEAR(usual.hardware[0].servoSpeed, 600, 1);
+  EXPECT_NEAR(other.hardware[0].servoSpeed, 600, 1) << "fast enough for the longer axis";
+}
+
+TEST(Watchdog, PiecesOfAReplyDoNotSilenceTheYoke) {
+  YokeRig rig;
+  rig.Start(3000);
+  rig.ports[0].Arrive({1, 2, 3});
+  rig.Run(2000);
+  EXPECT_EQ(rig.pair.StateText(1), "Forces on");
+}
+
+TEST(SimControls, WriteWhatChangedAndEverythingOnceASecond) {
+  YokeRig rig;
+  DefineFfbFunctions(rig.model);
+  FfbPorts ports(rig.model, rig.sim, rig.boxes);
+  rig.sim.OpenUDP();
+  ports.Open();
+  rig.socket.TakeSent();
+  SimControls controls(rig.sim, ports);
+  const auto yoke = [&](std::optional<Ratio> ratios) {
+    controls.Yoke(ratios);
+    return rig.socket.TakeSent().size();
+  };
+  const auto pedals = [&](std::optional<PedalRatios> ratios) {
+    controls.Pedals(ratios);
+    return rig.socket.TakeSent().size();
+  };
+  EXPECT_EQ(yoke(std::nullopt) + pedals(std::nullopt), 0u) << "never taken, never touched";
+  controls.GiveBack();
+  EXPECT_EQ(rig.socket.Closes, 0);
+  EXPECT_EQ(yoke(Ratio{0.5, -0.5}), 4u) << "two overrides, two ratios";
+  EXPECT_EQ(yoke(Ratio{0.5, -0.5}), 0u);
+  EXPECT_EQ(yoke(Ratio{0.5004, -0.5}), 0u) << "less than the yoke resolves";
+  EXPECT_EQ(yoke(Ratio{0.5006, std::nan("")}), 1u);
+  EXPECT_EQ(yoke(Ratio{-0.5, 0.5}), 2u);
+  int calls = 5;
+  do ++calls;
+  while (yoke(Ratio{-0.5, 0.5}) == 0 && calls < 100);
+  EXPECT_EQ(calls, 26) << "the 25th after the first, whether something changed or not";
+  EXPECT_TRUE(controls.YokeTaken());
+  EXPECT_EQ(pedals(PedalRatios{0, 0.5, 0}), 5u);
+  EXPECT_EQ(pedals(PedalRatios{1, 0, 1}), 3u);
+  EXPECT_EQ(yoke(std::nullopt), 2u);
+  EXPECT_EQ(yoke(std::nullopt), 0u);
+  EXPECT_TRUE(controls.PedalsTaken());
+  rig.sim.CloseUDP();
+  const int closes = rig.socket.Closes;
+  controls.GiveBack();
+  EXPECT_EQ(rig.Override("joystick_heading"), 0);
+  EXPECT_EQ(rig.Override("toe_brakes"), 0);
+  EXPECT_EQ(rig.socket.Closes, closes + 1) << "opened for that";
+  controls.GiveBack();
+  EXPECT_EQ(rig.socket.Closes, closes + 1);
+  EXPECT_FALSE(rig.sim.UdpOpen());
+}
+
 TEST(Simulator, TrimMovesTheYokeAndNotTheSimulatorsTwice) {
   YokeRig rig;
   rig.SetValue(12, 0.5f);

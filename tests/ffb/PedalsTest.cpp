@@ -99,6 +99,45 @@ TEST(FfbTable, SwitchesValuesAndMessages) {
                                                        "Error writing to FFB Port, Offset number: -1"}));
 }
 
+TEST(FfbTable, TheStandardDatarefsAreReadAndWrittenInTheirUnits) {
+  YokeRig rig;
+  FfbPorts ports(rig.model, rig.sim, rig.boxes);
+  DefineFfbFunctions(rig.model);
+  rig.sim.OpenUDP();
+  ports.Open();
+  for (int port = 0; port < rig.sim.PortCount(); ++port) rig.socket.Deliver(RrefDatagram({{port, 3.0f}}));
+  ports.ReadAll();
+  FfbVariables& v = ports.Variables;
+  EXPECT_EQ(
+      (std::array{v.OnGround, v.AutopilotServos, v.StallWarning, v.Paused, v.GearDown, v.OverspeedWarning}),
+      (std::array{true, true, true, true, true, false}));
+  EXPECT_EQ(
+      (std::array{v.Airspeed, v.AutopilotRoll, v.AutopilotPitch, v.ElevatorTrim, v.AileronTrim, v.NormalG}),
+      (std::array{3.0f, 3.0f, 3.0f, 3.0f, 3.0f, 3.0f}));
+  EXPECT_NEAR(v.GroundSpeed, 3 * 1.943844, 1e-5);
+  EXPECT_EQ((std::array{v.YokeRoll, v.YokePitch, v.Rudder, v.LeftBrake, v.RightBrake}),
+            (std::array{0.0f, 0.0f, 0.0f, 0.0f, 0.0f}))
+      << "these are only written";
+  for (int offset = 0; offset < kFfbOffsets; ++offset) {
+    if (const FfbOffset& row = FfbOffsets()[static_cast<std::size_t>(offset)]; row.value != nullptr)
+      v.*row.value = 0.5f;
+    rig.socket.TakeSent();
+    ports.PutPortFFB(offset);
+    const auto sent = rig.socket.TakeSent();
+    const bool written = offset == 1 || offset == 4 || offset == 5 || (offset >= 12 && offset != 14);
+    ASSERT_EQ(sent.size(), written ? 1u : 0u) << offset;
+    if (written) {
+      EXPECT_EQ(FloatAt(sent[0], 5), offset == 1 ? 2.0f : 0.5f) << offset;
+    }
+  }
+  for (std::size_t number = 282; number < 300; ++number) {
+    const FunctionRecord& function = rig.model.Functions[number];
+    if (function.ShortName.empty()) continue;
+    EXPECT_EQ((std::array{function.boxMinimumValue, function.boxMaximumValue}), (std::array{-1.0f, 1.0f}));
+    EXPECT_EQ(function.ComboClass, 2);
+  }
+}
+
 TEST(FfbTable, StandardFunctionsLeaveTheUsersAlone) {
   ConfigModel model;
   model.Functions[288].ShortName = "mine";
@@ -119,7 +158,8 @@ TEST(YokeSettings, SurviveTheFileAndItsSecondYoke) {
   model.Yoke2.RollRight = 30000;
   model.Yoke2.OptionBits = yokeoption::kStandard;
   model.Yoke2.Effects[3] = {12.5f, 200};  // a file from elsewhere
-  model.Yoke2.StallSpeed = 999;
+  YokeRecord::TailNumbers(model.Yoke2, [](std::string_view, auto& number) { number = 99; });
+  model.Yoke2.StallMargin = 9, model.Yoke2.TailZero = 9, model.Yoke2.GustTime = 9;
   for (int round = 0; round < 4; ++round) {
     ClearYoke2Tail(model);
     ConfigModel loaded;
@@ -129,7 +169,10 @@ TEST(YokeSettings, SurviveTheFileAndItsSecondYoke) {
         << error;
     EXPECT_EQ(loaded.Yoke2.RollRight, 30000);
     EXPECT_EQ(loaded.Yoke2.OptionBits, yokeoption::kStandard);
-    EXPECT_EQ(loaded.Yoke2.StallSpeed, 0);
+    EXPECT_EQ(loaded.Yoke2.StallMargin + loaded.Yoke2.TailZero, 0);
+    EXPECT_EQ(loaded.Yoke2.GustTime, 0);
+    YokeRecord::TailNumbers(loaded.Yoke2,
+                            [](std::string_view name, auto number) { EXPECT_EQ(number, 0) << name; });
     EXPECT_TRUE(EffectsAreBlank(loaded.Yoke2));
     EXPECT_EQ(ReadFfbSettings(loaded).forces.gustTime, 0.75);
     EXPECT_EQ(ReadFfbSettings(loaded).forces.effects[0][1].level, 0.2);

@@ -28,9 +28,10 @@ struct FakeYoke {
   std::set<int> commands;
   bool asked = false, released = true;
   double limit = 0, force = 0, holdMs = 0;
-  std::array<double, 2> centre{}, gradient{};
-  double behind = 0;  // counts that its servo stays behind while its place moves
-  double pace = 1;    // of the speed it is told
+  std::array<double, 2> centre{}, gradient{}, bias{};
+  double servoSpeed = 0;  // counts of 50 raw a second
+  double behind = 0;      // counts that its servo stays behind while its place moves
+  double pace = 1;        // of the speed it is told
   // Where it is, counts.
   std::array<double, 2> position{};
 
@@ -56,7 +57,7 @@ struct FakeYoke {
         const bool moving = std::abs(centre[a] - before_[a]) > 1;
         before_[a] = centre[a];
         if (moving && std::abs(away) < behind) continue;
-        const double step = pace * servoSpeed_ * 0.04;
+        const double step = pace * servoSpeed * 0.04;
         position[a] += std::clamp(centre[a] - position[a], -step, step);
       } else if (gradient[a] > 0) {
         position[a] += 0.5 * (centre[a] - position[a]);
@@ -82,9 +83,10 @@ struct FakeYoke {
       servo_ = command == 5;
       centre = {counts(p[0]), counts(p[1])};
       gradient = {p[2] / 2048.0, p[3] / 2048.0};
-      servoSpeed_ = p[2] * 16 / 50.0;
+      servoSpeed = p[2] * 16 / 50.0;
       force = p[3] / 16383.0;
     } else if (command == 2) {
+      bias = {(p[0] - 8192) / 8191.0, (p[1] - 8192) / 8191.0};
       limit = p[2] / 16383.0;
       holdMs = p[3];
     } else if (command == 6) {
@@ -97,7 +99,6 @@ struct FakeYoke {
   std::array<bool, 2> held_{};
   std::array<double, 2> before_{};
   bool servo_ = false;
-  double servoSpeed_ = 0;
 };
 
 class FakeJoystick : public JoystickDevice {

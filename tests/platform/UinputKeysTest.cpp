@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 
 #include "platform/linux/KeyInjectors.h"
 #include "platform/linux/UinputKeys.h"
 #include "tests/fakes/FakeKeyInjector.h"
+#include "tests/fakes/ScratchFolder.h"
 
 namespace tvx {
 namespace {
@@ -37,6 +39,11 @@ TEST(UinputKeys, KeysOfAKeyStrokeByLayout) {
       {"de",
        {NamedKey::F1, 0, true, true},
        {KEY_LEFTCTRL, KEY_LEFTSHIFT, KEY_F1, -KEY_F1, -KEY_LEFTSHIFT, -KEY_LEFTCTRL}},
+      // What stands on a key of its own, or on the keypad, is typed on the main block all the same.
+      {"us", {NamedKey::Character, '<'}, {KEY_LEFTSHIFT, KEY_COMMA, -KEY_COMMA, -KEY_LEFTSHIFT}},
+      {"us", {NamedKey::Character, '('}, {KEY_LEFTSHIFT, KEY_9, -KEY_9, -KEY_LEFTSHIFT}},
+      {"us", {NamedKey::Character, '^'}, {KEY_LEFTSHIFT, KEY_6, -KEY_6, -KEY_LEFTSHIFT}},
+      {"us", {NamedKey::Help}, {KEY_HELP, -KEY_HELP}},
       {"nonsense", y, {}},
       {"nonsense", {NamedKey::Enter}, {KEY_ENTER, -KEY_ENTER}},
   };
@@ -61,6 +68,26 @@ TEST(UinputKeys, LayoutComesFromTheMachinesFile) {
       "# KEYBOARD\nXKBMODEL=\"pc105\"\nXKBLAYOUT=\"de,us\"\nXKBVARIANT=nodeadkeys\nBACKSPACE=\"guess\"");
   EXPECT_EQ(names.Layout, "de");
   EXPECT_EQ(names.Variant, "nodeadkeys");
+  setenv("XKB_DEFAULT_LAYOUT", "fr,us", 1);
+  EXPECT_EQ(ReadLayoutNames("XKBLAYOUT=de").Layout, "fr") << "the environment counts more";
+  unsetenv("XKB_DEFAULT_LAYOUT");
+}
+
+TEST(UinputKeys, SaysWhyThereIsNoKeyboard) {
+  const ScratchFolder folder;
+  std::ofstream("file").put('x');
+  const std::pair<const char*, const char*> rows[] = {
+      {"/dev/no-such-thing",
+       "/dev/no-such-thing is not there. Load the kernel's module for it (sudo modprobe uinput)"},
+      {"file", "file: Inappropriate ioctl for device"},
+      {".", ".: Is a directory"},
+  };
+  const KeyStroke enter{NamedKey::Enter};
+  for (const auto& [device, words] : rows) {
+    UinputKeys keys({"evdev", "", "us", "", ""}, device);
+    EXPECT_EQ(keys.Trouble(), words);
+    EXPECT_FALSE(keys.Inject({&enter, 1})) << device;
+  }
 }
 
 TEST(KeyInjectors, TheFirstThatWorksIsTaken) {

@@ -61,10 +61,6 @@ double ForceAt(const ForceCurve& curve, double knots) {
   return points[curve.count - 1].force;
 }
 
-double SpringForce(double deflection, double centre, double gradient, double limit) {
-  return std::clamp(gradient * (centre - deflection), -limit, limit);
-}
-
 double StallSpeedUnderLoad(double stallSpeed, double g) {
   return stallSpeed * std::sqrt(std::isnan(g) ? 1 : std::clamp(g, 0.25, 9.0));
 }

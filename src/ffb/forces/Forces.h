@@ -35,9 +35,6 @@ ForceCurve MakeForceCurve(const GeneralFFBRecord& record, Axis axis);
 // nearest point. A curve without points gives 0.
 double ForceAt(const ForceCurve& curve, double knots);
 
-// A spring's force on the hand: towards `centre`, never above `limit`.
-double SpringForce(double deflection, double centre, double gradient, double limit);
-
 // Stall speed under a load of `g`: it grows with the root of the load. Loads below 0.25 count as 0.25, above
 // 9 as 9.
 double StallSpeedUnderLoad(double stallSpeed, double g);

@@ -6,6 +6,7 @@
 #include "ffb/forces/Feel.h"
 #include "ffb/forces/ForceShaper.h"
 #include "ffb/forces/Forces.h"
+#include "ffb/forces/SafetyGate.h"
 
 namespace tvx::test {
 namespace {
@@ -14,7 +15,7 @@ const double kNan = std::nan("");
 
 // The standard settings, and a flight whose values a test sets.
 struct ForcesTest : testing::Test {
-  const ForceSettings settings = ReadFfbSettings(ConfigModel{}).forces;
+  ForceSettings settings = ReadFfbSettings(ConfigModel{}).forces;
   FfbVariables values;
   Feel feel;
   // Time passes with these values, in cycles of 40 ms.
@@ -96,6 +97,19 @@ TEST(Forces, EffectsByTheirCurves) {
       {"rolling", RunwayRumble(30), 0.5},
       {"bumps at 30 kt", RumbleFrequency(30, 3, 20), 30 * 0.514444 / 3},
       {"bumps at speed", RumbleFrequency(300, 3, 20), 20},
+      {"bumps at no distance", RumbleFrequency(30, 0, 20), 3},
+      {"bumps at standstill", RumbleFrequency(0, 3, 20), 3},
+      {"bumps slower than the slowest", RumbleFrequency(300, 3, 2), 3},
+      {"buffet, no margin given", StallBuffet(50.25, 50, 0), 0.5},
+      {"buffet a little below its stall", StallBuffet(20, 50, 0.1), 0.5},
+      {"no stall speed", StallBuffet(0, 0, 0.1), 0},
+      {"no highest speed", OverspeedVibration(100, 0), 0},
+      {"below the line", OverspeedVibration(155.2, 160), 0},
+      {"far above the line", OverspeedVibration(171.2, 160), 1},
+      {"stall speed at 16 g", StallSpeedUnderLoad(50, 16), 150},
+      {"stall speed, load unknown", StallSpeedUnderLoad(50, kNan), 50},
+      {"light touch", WheelShock(1, 0), 0},
+      {"slightly rough", GustStrength(0.31), 0.5},
       {"hard touch later", WheelShock(9, 0.1), 0.5},
       {"not touched", WheelShock(2, -1), 0},
       {"rough air", GustStrength(-0.6), 1},
@@ -107,50 +121,128 @@ TEST(Forces, EffectsByTheirCurves) {
   for (const Row& row : rows) EXPECT_NEAR(row.value, row.expected, 1e-9) << row.what;
 }
 
-// What is felt where: the strongest vibration's frequency tells which.
+// What is felt where, and how strongly: each effect with a frequency and levels of its own.
 TEST_F(ForcesTest, EffectsInTheFlight) {
-  struct Row {
-    const char* what;
-    FfbVariables values;
-    double frequency;
-  };
-  FfbVariables cruise, stall, fast, taxi, gearUp, paused, loaded;
-  cruise.Airspeed = 100;
-  stall.Airspeed = 50;
-  fast.Airspeed = 175;
-  taxi.OnGround = true, taxi.GroundSpeed = 20;
-  gearUp = taxi, gearUp.GearDown = false;
-  paused = fast, paused.Paused = true;
-  loaded.Airspeed = 100, loaded.NormalG = 4;
-  const Row rows[] = {{"cruise", cruise, 0}, {"stall", stall, 8},    {"accelerated stall", loaded, 8},
-                      {"fast", fast, 18},    {"gear up", gearUp, 0}, {"paused", paused, 0},
-                      {"taxi", taxi, 3}};
-  for (const Row& row : rows) {
-    feel = {};
-    values = row.values;
-    Pass(50);
-    const AxisForce pitch = Wanted().axes[1];
-    EXPECT_EQ(pitch.amplitude > 0, row.frequency > 0) << row.what;
-    if (row.frequency > 0) {
-      EXPECT_NEAR(pitch.frequency, row.frequency, 1e-9) << row.what;
-    }
-    EXPECT_EQ(Wanted(false).axes[1].amplitude, 0) << row.what;
+  for (std::size_t i = 0; i < kEffects; ++i) {
+    const double level = 0.1 * static_cast<double>(i + 1), frequency = 10.0 + static_cast<double>(i);
+    settings.effects[i] = {EffectSetting{frequency, level}, EffectSetting{frequency, level / 2}};
   }
+  settings.bumps = 3;
+  const struct {
+    const char* what;
+    void (*in)(FfbVariables&);
+    Effect effect;
+    double strength, frequency;
+  } rows[] = {
+      {"cruise", [](FfbVariables& v) { v.Airspeed = 100; }, Effect::StallBuffet, 0, 0},
+      {"near the stall", [](FfbVariables& v) { v.Airspeed = 52.5f; }, Effect::StallBuffet, 0.5, 10},
+      {"accelerated stall", [](FfbVariables& v) { v.Airspeed = 100, v.NormalG = 4; }, Effect::StallBuffet, 1,
+       10},
+      {"as slow on the ground", [](FfbVariables& v) { v.Airspeed = 50, v.OnGround = true; },
+       Effect::StallBuffet, 0, 0},
+      {"stall warning", [](FfbVariables& v) { v.Airspeed = 90, v.StallWarning = true; }, Effect::Shaker, 1,
+       15},
+      {"stall warning on the ground", [](FfbVariables& v) { v.OnGround = v.StallWarning = true; },
+       Effect::Shaker, 0, 0},
+      {"too fast", [](FfbVariables& v) { v.Airspeed = 163.2f; }, Effect::Overspeed, 0.5, 11},
+      {"overspeed warning", [](FfbVariables& v) { v.Airspeed = 90, v.OverspeedWarning = true; },
+       Effect::Overspeed, 1, 11},
+      {"paused", [](FfbVariables& v) { v.Airspeed = 50, v.Paused = true; }, Effect::StallBuffet, 0, 0},
+      {"rolling", [](FfbVariables& v) { v.OnGround = true, v.GroundSpeed = 30; }, Effect::RunwayRumble, 0.5,
+       30 * 0.514444 / 3},
+      {"rolling fast", [](FfbVariables& v) { v.OnGround = true, v.GroundSpeed = 90; }, Effect::RunwayRumble,
+       1, 14},
+      {"sliding with the gear up",
+       [](FfbVariables& v) { v.OnGround = true, v.GroundSpeed = 30, v.GearDown = false; },
+       Effect::RunwayRumble, 0, 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    feel = {};
+    values = {};
+    row.in(values);
+    Pass(50);
+    for (std::size_t axis = 0; axis < kAxes; ++axis) {
+      const double level = settings.effects[static_cast<std::size_t>(row.effect)][axis].level;
+      EXPECT_NEAR(Wanted().axes[axis].amplitude, row.strength * level, 1e-5);
+      EXPECT_NEAR(Wanted().axes[axis].frequency, row.frequency, 1e-5);
+      EXPECT_EQ(Wanted(false).axes[axis].amplitude, 0) << "switched off";
+      EXPECT_EQ(Wanted(false).axes[axis].bias, 0);
+    }
+  }
+  values = {};
+  values.Airspeed = 50, values.OverspeedWarning = true;  // two at once: their powers add up
+  feel = {};
+  Pass();
+  EXPECT_NEAR(Wanted().axes[0].amplitude, std::hypot(0.1, 0.2), 1e-9);
+  EXPECT_EQ(Wanted().axes[0].frequency, 11) << "the stronger one's";
 }
 
 TEST_F(ForcesTest, TouchDownShakesOnceAndGroundForceComesIn) {
-  values.Airspeed = 20;
-  values.NormalG = 1;
-  Pass(25);
-  const double inTheAir = Wanted().axes[0].gradient;
-  values.OnGround = true;
-  values.NormalG = 2.5f;
-  Pass();
-  EXPECT_NEAR(Wanted().axes[1].amplitude, 0.35, 0.1);
-  values.NormalG = 1;
-  Pass(30);
-  EXPECT_EQ(Wanted().axes[1].amplitude, 0);
-  EXPECT_GT(Wanted().axes[0].gradient, inTheAir);
+  const double level = settings.effects[static_cast<std::size_t>(Effect::WheelShock)][1].level;
+  settings.effects[static_cast<std::size_t>(Effect::StallBuffet)] = {};
+  const struct {
+    bool gear;
+    float first, second;  // load at the touch, and so many cycles later
+    int cycles;
+    double strength;  // then
+  } rows[] = {{true, 2.5f, 1, 0, 1},
+              {true, 2.5f, 1, 5, 0.25},  // half of it is left after a tenth of a second
+              {true, 1.75f, 1, 0, 0.5},
+              {false, 2.5f, 1, 0, 0.5},             // on its belly
+              {true, 1, 2.5f, 2, std::exp2(-0.8)},  // the hardest load comes a little later
+              {true, 1, 2.5f, 6, 0},                // or long after: another bump
+              {true, 2.5f, 1, 24, std::exp2(-9.6)},
+              {true, 2.5f, 1, 26, 0}};
+  for (const auto& row : rows) {
+    feel = {};
+    values = {};
+    values.Airspeed = 20;
+    Pass(25);
+    EXPECT_EQ(Wanted().axes[1].amplitude, 0);
+    EXPECT_FALSE(feel.Grounded());
+    values.OnGround = true;
+    values.GearDown = row.gear;
+    values.NormalG = row.first;
+    Pass();
+    for (int i = 0; i < row.cycles; ++i) {
+      values.NormalG = i + 1 == row.cycles ? row.second : 1;
+      Pass();
+    }
+    EXPECT_NEAR(Wanted().axes[1].amplitude, row.strength * level, 1e-6) << row.first << ' ' << row.cycles;
+  }
+  EXPECT_TRUE(feel.Grounded());
+  const double air = ForceAt(settings.curves[0], 20);
+  ASSERT_LT(air, settings.groundForce);
+  EXPECT_NEAR(Wanted().axes[0].gradient, settings.groundForce, 1e-9);
+  values.OnGround = false;
+  Pass(5);
+  EXPECT_NEAR(Wanted().axes[0].gradient, (air + settings.groundForce) / 2, 1e-9) << "half of the change";
+  Pass(5);
+  EXPECT_NEAR(Wanted().axes[0].gradient, air, 1e-9);
+  values.Airspeed = 240;
+  EXPECT_NEAR(Wanted().axes[1].gradient, settings.maximum, 1e-9);
+  settings.maximum = 0.3;
+  EXPECT_NEAR(Wanted().axes[1].gradient, 0.3, 1e-9);
+}
+
+TEST_F(ForcesTest, CentreModeIsASpringAndServoModeGoesToAPlace) {
+  settings.friction = 0.11, settings.damping = 0.22;
+  const ForceCommand centred = Feel::Centred(settings), held = Feel::Held(settings, 100, -50);
+  EXPECT_EQ(centred.drive, Drive::Spring);
+  EXPECT_EQ(held.drive, Drive::Servo);
+  EXPECT_EQ((std::array{held.axes[0].centre, held.axes[1].centre}), (std::array{100.0, -50.0}));
+  for (std::size_t axis = 0; axis < kAxes; ++axis) {
+    EXPECT_NEAR(centred.axes[axis].gradient, 2 * settings.groundForce, 1e-9);
+    EXPECT_EQ(centred.axes[axis].centre, 0);
+    EXPECT_NEAR(held.axes[axis].gradient, 0.6 * settings.maximum, 1e-9) << "a pilot can overpower it";
+  }
+  for (const ForceCommand& command : {centred, held, Wanted()}) {
+    EXPECT_EQ((std::array{command.limit, command.friction, command.damping}),
+              (std::array{settings.maximum, 0.11, 0.22}));
+  }
+  settings.groundForce = 0.6;
+  EXPECT_NEAR(Feel::Centred(settings).axes[0].gradient, settings.maximum, 1e-9);
 }
 
 TEST_F(ForcesTest, GustsAreBoundedAndGoWithTheAir) {
@@ -167,6 +259,47 @@ TEST_F(ForcesTest, GustsAreBoundedAndGoWithTheAir) {
     }
   }
   EXPECT_GT(largest, 0.05);
+}
+
+TEST(Forces, OfACommandOnTheHand) {
+  const struct {
+    const char* what;
+    Drive drive;
+    AxisForce axis;
+    double limit, position, force;
+  } rows[] = {
+      {"spring", Drive::Spring, {100, 0.5, 0, 0, 0}, 1, 355.5, -0.25},
+      {"spring, the other side", Drive::Spring, {100, 0.5, 0, 0, 0}, 1, -155.5, 0.25},
+      {"spring, at rest", Drive::Spring, {100, 0.5, 0, 0, 0}, 1, 100, 0},
+      {"spring, limited", Drive::Spring, {0, 1, 0, 0, 0}, 0.3, 511, -0.3},
+      {"spring and gust", Drive::Spring, {0, 0.5, 0.125, 0, 0}, 1, 255.5, -0.125},
+      {"servo within its band", Drive::Servo, {100, 0.5, 0, 0, 0}, 1, 132, -0.25},
+      {"servo beyond its band", Drive::Servo, {100, 0.5, 0, 0, 0}, 1, 400, -0.5},
+      {"servo beyond it, the other side", Drive::Servo, {100, 0.5, 0, 0, 0}, 1, -400, 0.5},
+      {"servo and gust, limited", Drive::Servo, {0, 0.5, 0.4, 0, 0}, 0.6, -400, 0.6},
+  };
+  for (const auto& row : rows) {
+    ForceCommand command;
+    command.drive = row.drive;
+    command.limit = row.limit;
+    command.axes[1] = row.axis;
+    EXPECT_NEAR(HandForce(command, Axis::Pitch, row.position), row.force, 1e-9) << row.what;
+    EXPECT_EQ(HandForce(command, Axis::Roll, 0), 0) << row.what;
+  }
+}
+
+TEST(SafetyGate, OpensSlowlyAndShutsInTime) {
+  SafetyGate gate;
+  EXPECT_EQ(gate.Next(SafetyCause::None, 60), 0.05) << "a late cycle counts as a tenth of a second";
+  EXPECT_EQ(gate.Next(SafetyCause::None, 0.1), 0.1);
+  EXPECT_EQ(gate.Next(SafetyCause::None, kNan), 0.1);
+  EXPECT_EQ(gate.Next(SafetyCause::Halted, -1), 0.1);
+  for (int i = 0; i < 25; ++i) gate.Next(SafetyCause::None, 0.1);
+  EXPECT_EQ(gate.Opening(), 1);
+  EXPECT_EQ(gate.Next(SafetyCause::Off, 0.25), 0.5);
+  EXPECT_FALSE(gate.Shut());
+  EXPECT_EQ(gate.Next(SafetyCause::Off, 10), 0);
+  EXPECT_TRUE(gate.Shut());
 }
 
 // However abruptly everything changes, what a hand feels does so in steps that it can hold.

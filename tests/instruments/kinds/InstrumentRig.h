@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,9 +12,6 @@
 #include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
-
-using Commands = std::vector<SentCommand>;
-using Texts = std::vector<std::string>;
 
 // "DATA 20/0=11850." and the like, of a datagram that was sent.
 inline std::string Describe(const std::string& bytes) {
@@ -31,11 +29,6 @@ inline std::string Describe(const std::string& bytes) {
   }
   return "DATA without a value";
 }
-
-struct ByteAt {
-  std::size_t number;  // from 1
-  int value;
-};
 
 struct InstrumentRig : CockpitRig {
   GaugeReceiver receiver{model, serial, cycle, sim, special};
@@ -59,6 +52,24 @@ struct InstrumentRig : CockpitRig {
     cycle.Tick();
     cycle.Tick();
   }
+  // The simulator sends "51=9.5 47/2=1": values of Functions, with the sequence number where it is not 1.
+  void SetAll(const std::string& values) {
+    std::istringstream words(values);
+    for (std::string word; words >> word;) {
+      const std::size_t slash = word.find('/'), equals = word.find('=');
+      Set(std::stoi(word), std::stof(word.substr(equals + 1)),
+          slash < equals ? std::stoi(word.substr(slash + 1)) : 1);
+    }
+  }
+  // The values that a tick sends the instrument: "5:1080 6:0" are the values of its commands 5 and 6.
+  std::string TickText() {
+    std::string text;
+    for (const SentCommand& c : TickValues()) {
+      if (model.Gauges[12].GaugeType == 122 && c.command == 5) continue;  // its poll
+      text += (text.empty() ? "" : " ") + std::to_string(c.command) + ':' + std::to_string(c.value);
+    }
+    return text;
+  }
   const GaugeDriver& Driver() { return *cycle.GaugeWithID(12)->Driver; }
 
   static std::vector<Byte> ReplyBytes(int type, std::string_view letters, int fill = 0) {
@@ -70,15 +81,34 @@ struct InstrumentRig : CockpitRig {
     reply[24] = 0xFF;
     return reply;
   }
+  // A reply "PP 7:03F5 12:80": its two letters, and hexadecimal bytes from byte 7 and from byte 12 on.
+  static std::vector<Byte> ReplyOf(int type, const std::string& text) {
+    std::vector<Byte> reply = ReplyBytes(type, "");
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+      const std::size_t colon = word.find(':');
+      if (colon == std::string::npos) {
+        reply[5] = static_cast<Byte>(word[0]), reply[8] = static_cast<Byte>(word[1]);
+        continue;
+      }
+      std::size_t at = std::stoul(word) - 1;
+      for (std::size_t i = colon + 1; i < word.size(); i += 2)
+        reply[at++] = static_cast<Byte>(std::stoi(word.substr(i, 2), nullptr, 16));
+    }
+    return reply;
+  }
   // Sends one reply and returns what the simulator got for it.
-  Texts Reply(int type, std::initializer_list<ByteAt> bytes, std::string_view letters = "") {
-    std::vector<Byte> reply = ReplyBytes(type, letters);
-    for (const ByteAt& b : bytes) reply[b.number - 1] = static_cast<Byte>(b.value);
+  std::string Reply(int type, const std::string& text) {
     socket.TakeSent();
-    Bus().Arrive(reply);
-    Texts sent;
-    for (const std::string& datagram : socket.TakeSent()) sent.push_back(Describe(datagram));
+    Bus().Arrive(ReplyOf(type, text));
+    std::string sent;
+    for (const std::string& datagram : socket.TakeSent())
+      sent += (sent.empty() ? "" : ", ") + Describe(datagram);
     return sent;
+  }
+  // So much time that no knob is held any more.
+  void PassHold() {
+    for (std::uint32_t i = 0; i <= cycle.TicksPerSecond(); ++i) cycle.Tick();
   }
 };
 

@@ -1,4 +1,5 @@
 // What each instrument opens.
+#include "instruments/kinds/Registry.h"
 #include "tests/instruments/kinds/InstrumentRig.h"
 
 namespace tvx {
@@ -62,6 +63,27 @@ TEST(InstrumentPorts, TheAutopilotsBlockIsCountedFrom90) {
   EXPECT_EQ(rig.sim.PortAt(ports[0]).FunctionNr, 91);
   EXPECT_EQ(rig.sim.PortAt(ports[20]).FunctionNr, 111);
   EXPECT_EQ(rig.sim.PortAt(ports[21]).FunctionNr, 120);
+}
+
+// A Function that the dialog asks for is one that the instrument opens.
+TEST(InstrumentPorts, WhatTheDialogAsksForIsOpened) {
+  for (int type = 1; type < 256; ++type) {
+    if (InstrumentOf(type) == nullptr) continue;
+    const InstrumentDescription d = InstrumentOf(type)->Describe(type);
+    InstrumentRig rig;
+    rig.StartWith(type, 1, type == 124 ? 1 : 51, type == 124 ? 30 : 52);
+    const auto opens = [&rig](int function) {
+      for (const Port port : rig.Driver().Ports())
+        if (rig.sim.PortAt(port).FunctionNr == function) return true;
+      return false;
+    };
+    if (!d.function1.label.empty() && d.function1.number) {
+      EXPECT_TRUE(opens(type == 124 ? 91 : 51)) << type;
+    }
+    if (!d.function2.label.empty() && type != 101) {
+      EXPECT_TRUE(opens(type == 124 ? 120 : 52)) << type;
+    }
+  }
 }
 
 }  // namespace

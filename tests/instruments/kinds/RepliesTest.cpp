@@ -1,4 +1,5 @@
-// What every instrument's reply does to the simulator.
+// What every instrument's reply does to the simulator, and what the dialogs tell of it.
+#include "instruments/kinds/Registry.h"
 #include "tests/instruments/kinds/InstrumentRig.h"
 
 namespace tvx {
@@ -8,92 +9,127 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
   const struct {
     const char* what;
     int type, options;
-    const char* letters;
-    std::initializer_list<ByteAt> bytes;
-    Texts sent;
+    const char *reply, *sent;
   } cases[] = {
-      {"altimeter, hPa", 101, 0, "PP", {{7, 0x03}, {8, 0xF5}}, {"DATA 8/0=29.917"}},
-      {"altimeter, inches", 101, 0, "PP", {{4, 1}, {7, 0x0B}, {8, 0xB0}}, {"DATA 8/0=29.92"}},
-      {"altimeter, knob not moved", 101, 0, "PP", {{10, 1}, {12, 128}}, {}},
-      {"heading indicator",
-       105,
-       1,
-       "",
-       {{10, 0x04}, {11, 0x38}, {7, 0x0C}, {8, 0xA8}},
-       {"DATA 51/0=90.", "DATA 52/0=-90."}},
-      {"heading indicator, knobs off", 105, 0, "", {{10, 0x04}, {11, 0x38}}, {}},
-      {"course knob", 106, 0, "CA", {{7, 0x01}, {8, 0x0F}}, {"DATA 51/0=270."}},
-      {"course knob at a full turn", 107, 0, "CA", {{7, 0x04}, {8, 0x3C}}, {"DATA 51/0=0."}},
-      {"ADF card", 108, 0, "CA", {{7, 0x02}, {8, 0x1E}}, {"DATA 52/0=180."}},
-      {"COM radio", 110, 0, "AS", {{7, 0x48}, {8, 0x44}, {10, 0x49}, {11, 0x3E}}, {"DATA 51/0=11850."}},
-      {"ADF radio with standby",
-       121,
-       4,
-       "AS",
-       {{7, 0x0D}, {8, 0xB1}, {10, 0x0F}, {11, 0xA0}},
-       {"DREF sim/cockpit/radios/adf1_freq_hz=350.5", "DREF sim/cockpit/radios/adf1_stdby_freq_hz=400."}},
-      {"transponder, the other pair", 112, 0, "XY", {{7, 0x12}, {10, 0x77}, {11, 0xFF}}, {"DATA 26/0=7777."}},
-      {"transponder, everything",
-       114,
-       7,
-       "XY",
-       {{15, 1}, {7, 0x70}, {8, 0x00}, {17, 4}, {13, 1}},
-       {"DATA 26/0=7000.", "DATA 47/0=3.", "DATA 47/2=1.", "DATA 46/0=1."}},
-      {"transponder, mode without altitude",
-       114,
-       2,
-       "XY",
-       {{15, 1}, {17, 3}},
-       {"DATA 26/0=0.", "DATA 47/2=0."}},
-      {"King transponder, test",
-       122,
-       4,
-       "XF",
-       {{17, 3}, {13, 1}},
-       {"DATA 26/0=0.", "DATA 47/0=4.", "DATA 46/0=1."}},
-      {"King transponder, no such position", 122, 0, "XF", {{17, 200}}, {"DATA 26/0=0."}},
-      {"DME selector 2", 113, 0, "SD", {{17, 4}}, {"DATA 52/0=2."}},
-      {"DME selector, local", 113, 1, "SD", {{17, 4}}, {}},
-      {"King DME",
-       123,
-       0,
-       "SD",
-       {{17, 3}, {24, 1}, {19, 0x34}, {20, 0x12}},
-       {"DREF sim/cockpit/radios/dme_freq_hz=466."}},
-      {"King DME, from NAV2", 123, 0, "SD", {{17, 3}, {24, 3}, {19, 0x0A}}, {"DATA 115/1=1."}},
-      {"King DME, no such source", 123, 0, "SD", {{17, 3}, {24, 4}, {19, 0x0A}}, {}},
-      {"COM/NAV radio, both",
-       120,
-       4,
-       "CS",
-       {{7, 0x48}, {8, 0x44}, {13, 0x49}, {14, 0x3E}, {10, 0x27}, {11, 0x10}, {16, 0x2E}, {17, 0xE0}},
-       {"DATA 20/0=11850.", "DATA 22/0=11875.", "DATA 21/0=11000.", "DATA 23/0=11200."}},
-      {"COM/NAV radio, not valid", 120, 4, "CS", {{7, 0x48}, {8, 0x44}, {23, 0x20}}, {}},
-      {"trim wheel, by hand", 140, 0, "PT", {{7, 0x1D}, {8, 0x4C}, {13, 1}}, {"DATA 131/1=0.5"}},
-      {"trim wheel, by its motor", 140, 0, "PT", {{7, 0x1D}, {8, 0x4C}}, {}},
-      {"attitude indicator says nothing", 103, 0, "PP", {{7, 1}}, {}},
+      {"altimeter, hPa", 101, 0, "PP 7:03F5", "DATA 8/0=29.917"},
+      {"altimeter, inches", 101, 0, "PP 4:01 7:0BB0", "DATA 8/0=29.92"},
+      {"altimeter, knob not moved", 101, 0, "PP 10:01 12:80", ""},
+      {"heading indicator", 105, 1, "10:0438 7:0CA8", "DATA 51/0=90., DATA 52/0=-90."},
+      {"heading, last before the other side", 105, 1, "10:0864 7:086A", "DATA 51/0=179., DATA 52/0=179.5"},
+      {"heading, first of the other side", 105, 1, "10:0865 7:086B",
+       "DATA 51/0=-180.917, DATA 52/0=-180.417"},
+      {"heading indicator, knobs off", 105, 0, "10:0438", ""},
+      {"course knob", 106, 0, "CA 7:010F", "DATA 51/0=270."},
+      {"course knob at a full turn", 107, 0, "CA 7:043C", "DATA 51/0=0."},
+      {"course knob at its start", 107, 0, "CA 7:0000", "DATA 51/0=0."},
+      {"ADF card", 108, 0, "CA 7:021E", "DATA 52/0=180."},
+      {"COM radio", 110, 0, "AS 7:4844 10:493E", "DATA 51/0=11850."},
+      {"NAV radio with standby", 111, 5, "AS 7:4844 10:493E", "DATA 51/0=11850., DATA 52/0=11875."},
+      {"a radio made an ADF", 110, 2, "AS 7:0DB1", "DREF sim/cockpit/radios/adf1_freq_hz=350.5"},
+      {"ADF radio", 121, 0, "AS 7:0DB1 10:0FA0", "DREF sim/cockpit/radios/adf1_freq_hz=350.5"},
+      {"ADF radio with standby", 121, 4, "AS 7:46A9 10:0FA0",
+       "DREF sim/cockpit/radios/adf1_freq_hz=1808.9, DREF sim/cockpit/radios/adf1_stdby_freq_hz=400."},
+      {"transponder, the other pair", 112, 0, "XY 7:12 10:77FF", "DATA 26/0=7777."},
+      {"transponder, everything", 114, 7, "XY 15:01 7:7000 17:04 13:01",
+       "DATA 26/0=7000., DATA 47/0=3., DATA 47/2=1., DATA 46/0=1."},
+      {"transponder, mode without altitude", 114, 2, "XY 15:01 17:03", "DATA 26/0=0., DATA 47/2=0."},
+      {"King transponder, off", 122, 2, "XF 7:1234 17:01", "DATA 26/0=1234., DATA 47/0=0., DATA 47/2=1."},
+      {"King transponder, standby", 122, 0, "XF 17:02", "DATA 26/0=0., DATA 47/0=1."},
+      {"King transponder, test", 122, 4, "XF 17:03 13:01", "DATA 26/0=0., DATA 47/0=4., DATA 46/0=1."},
+      {"King transponder, on", 122, 0, "XF 17:04", "DATA 26/0=0., DATA 47/0=2."},
+      {"King transponder, altitude", 122, 2, "XF 17:05", "DATA 26/0=0., DATA 47/0=3., DATA 47/2=0."},
+      {"King transponder, no such position", 122, 2, "XF 17:06", "DATA 26/0=0."},
+      {"DME selector 1", 113, 0, "SD 17:02", "DATA 52/0=1."},
+      {"DME selector 2", 113, 0, "SD 17:04", "DATA 52/0=2."},
+      {"DME selector, local", 113, 1, "SD 17:04", ""},
+      {"DME selector between", 113, 0, "SD 17:03", ""},
+      {"King DME", 123, 0, "SD 17:03 24:01 19:3412", "DREF sim/cockpit/radios/dme_freq_hz=466."},
+      {"King DME, from NAV1", 123, 0, "SD 17:03 24:02 19:0A", "DATA 115/1=1."},
+      {"King DME, from NAV2", 123, 0, "SD 17:03 24:03 19:0A", "DATA 115/1=1."},
+      {"King DME, no such source", 123, 0, "SD 17:03 24:04 19:0A", ""},
+      {"King DME, no frequency", 123, 0, "SD 17:02 24:01 19:0A", ""},
+      {"COM/NAV radio", 120, 0, "CS 7:4844 13:493E 10:2710 16:2EE0 23:DF",
+       "DATA 20/0=11850., DATA 22/0=11875."},
+      {"COM/NAV radio, both", 120, 4, "CS 7:4844 13:493E 10:2710 16:2EE0",
+       "DATA 20/0=11850., DATA 22/0=11875., DATA 21/0=11000., DATA 23/0=11200."},
+      {"COM/NAV radio, not valid", 120, 4, "CS 7:4844 23:20", ""},
+      {"autopilot's first and last button", 124, 0, "AV 7:81", "DATA 92/0=1., DATA 92/0=8."},
+      {"autopilot's altitude", 124, 0, "AV 10:1388 12:01 13:FD44", "DATA 107/0=5000."},
+      {"autopilot's vertical speed", 124, 0, "AV 10:1388 13:FD44 15:01", "DATA 118/2=-700."},
+      {"trim wheel, by hand", 140, 0, "PT 7:1D4C 13:01", "DATA 131/1=0.5"},
+      {"trim wheel, beyond its end", 140, 0, "PT 7:7530 13:01", "DATA 131/1=1."},
+      {"trim wheel, by its motor", 140, 0, "PT 7:1D4C", ""},
+      {"attitude indicator says nothing", 103, 0, "PP 7:01", ""},
   };
   for (const auto& c : cases) {
     InstrumentRig rig;
-    rig.StartWith(c.type, c.options, 51, 52);
-    EXPECT_EQ(rig.Reply(c.type, c.bytes, c.letters), c.sent) << c.what;
+    rig.StartWith(c.type, c.options, c.type == 124 ? 1 : 51, c.type == 124 ? 17 : 52);
+    if (c.type != 105) {
+      std::string other = c.reply;
+      for (const std::size_t letter : {0u, 1u}) {
+        other[letter] = '!';
+        EXPECT_EQ(rig.Reply(c.type, other), "") << c.what << ", other letters";
+        other[letter] = c.reply[letter];
+      }
+    }
+    EXPECT_EQ(rig.Reply(c.type, c.reply), c.sent) << c.what;
+  }
+}
+
+TEST(Replies, AreToldInWords) {
+  const struct {
+    int type;
+    const char *reply, *words;
+  } cases[] = {
+      {101, "7:03F5 10:01", "1013|1|"},
+      {104, "7:1A0B15 11:17053A", "2026-11-21|23:05:58|"},
+      {105, "10:0438 7:0CA8", "1080|3240|"},
+      {106, "7:010F", "270°|"},
+      {108, "7:021E", "180°|"},
+      {110, "7:4844 10:493E", "118.500 MHz|118.750 MHz|"},
+      {121, "7:0DB1 10:0FA0", "3505|4000|"},
+      {114, "7:1234 10:7654 17:03", "1234|7654|3|"},
+      {122, "7:0012 17:02", "0012|2|"},
+      {113, "17:04", "4|"},
+      {123, "24:03", "3|"},
+      {120, "7:4844 13:493E 10:2710 16:2EE0", "118.500 MHz|118.750 MHz|110.000 MHz|112.000 MHz|"},
+      {124, "7:81 10:1388", "129|5000|"},
+      {125, "7:01 8:02 10:09", "1|2|9|"},
+      {140, "7:1D4C 13:01", "7500|hand|"},
+      {140, "7:0100", "256|motor|"},
+  };
+  for (const auto& c : cases) {
+    const std::vector<Byte> reply = InstrumentRig::ReplyOf(c.type, c.reply);
+    std::string words;
+    for (const ReadingField& reading : InstrumentOf(c.type)->Describe(c.type).readings)
+      words += reading.text(ReplyView(reply.data(), kReplySize)) + '|';
+    EXPECT_EQ(words, c.words) << c.type;
   }
 }
 
 TEST(Replies, AudioPanelWritesSevenDatarefsInOrderWhenItsSelectorChanges) {
   InstrumentRig rig;
   rig.StartWith(125);
-  const std::string prefix = "DREF sim/cockpit2/radios/actuators/audio_";
-  const Texts com1AndAdf{prefix + "selection_com1=1.", prefix + "selection_com2=0.",
-                         prefix + "selection_nav1=0.", prefix + "selection_nav2=0.",
-                         prefix + "marker_enabled=0.", prefix + "dme_enabled=0.",
-                         prefix + "selection_adf1=1."};
-  EXPECT_EQ(rig.Reply(125, {{7, 0x21}, {8, 0x04}, {10, 9}}).size(), 7u);
+  const std::string all =
+      "DREF X/audio_selection_com1=1., DREF X/audio_selection_com2=0., DREF X/audio_selection_nav1=0., "
+      "DREF X/audio_selection_nav2=0., DREF X/audio_marker_enabled=0., DREF X/audio_dme_enabled=0., "
+      "DREF X/audio_selection_adf1=1.";
+  rig.Reply(125, "7:20 8:04 10:09");
   EXPECT_EQ(rig.Driver().KeptText(), "Volume 9");
-  EXPECT_EQ(rig.special.AudioPanelBits, 0x80 | 0x40 | 0x01);
-  EXPECT_EQ(rig.Reply(125, {{7, 0x20}, {8, 0x04}}), com1AndAdf);
-  EXPECT_EQ(rig.special.AudioPanelBits, 0x80 | 0x20 | 0x01) << "the first alone";
-  EXPECT_EQ(rig.Reply(125, {{7, 0x20}, {8, 0x04}}), Texts{}) << "no change";
+  const std::pair<const char*, int> buttons[] = {
+      {"7:01", 0x40}, {"7:02", 0x08}, {"7:20", 0x80 | 0x20}, {"7:21", 0x80 | 0x40},  {"8:01", 0x10},
+      {"8:02", 0x04}, {"8:04", 0x01}, {"8:08", 0x02},        {"7:5C 8:F0", 0x40 & 0}};
+  for (const auto& [pressed, bits] : buttons) {
+    EXPECT_NE(rig.Reply(125, pressed), "") << pressed;
+    EXPECT_EQ(rig.special.AudioPanelBits, bits) << pressed;
+  }
+  std::string sent = rig.Reply(125, "7:20 8:04");
+  for (std::size_t at; (at = sent.find("sim/cockpit2/radios/actuators")) != std::string::npos;)
+    sent.replace(at, 29, "X");
+  EXPECT_EQ(sent, all);
+  EXPECT_EQ(rig.Reply(125, "7:20 8:04"), "") << "no change";
+  rig.cycle.StartRun();
+  EXPECT_NE(rig.Reply(125, "7:20 8:04"), "") << "a new run tells it again";
 }
 
 TEST(Replies, PressureKnobCountsFromTheSimulatorsSetting) {
@@ -101,76 +137,97 @@ TEST(Replies, PressureKnobCountsFromTheSimulatorsSetting) {
   rig.StartWith(101);
   rig.Set(8, 29.5f);
   rig.cycle.Tick();
-  EXPECT_EQ(rig.Reply(101, {{10, 1}, {12, 130}}, "PP"), (Texts{"DATA 8/0=29.52"}));
+  EXPECT_EQ(rig.Reply(101, "PP 10:01 12:82"), "DATA 8/0=29.52");
   rig.cycle.Tick();  // the simulator has not answered yet: the next turn counts on
-  EXPECT_EQ(rig.Reply(101, {{10, 1}, {12, 127}}, "PP"), (Texts{"DATA 8/0=29.51"}));
+  EXPECT_EQ(rig.Reply(101, "PP 10:01 12:7F"), "DATA 8/0=29.51");
+  EXPECT_EQ(rig.Reply(101, "PP 7:03F5"), "DATA 8/0=29.917");
+  EXPECT_EQ(rig.Reply(101, "PP 7:03F5"), "") << "a setting that repeats would undo what was set elsewhere";
+  rig.Set(8, 0);
+  rig.cycle.Tick();
+  EXPECT_EQ(rig.Reply(101, "PP 7:03F5"), "DATA 8/0=29.917") << "unless the simulator has none";
 }
 
 TEST(Replies, RepeatedReportsDoNotUndoWhatTheSimulatorChanged) {
   InstrumentRig rig;
   rig.StartWith(110, 0, 51);
-  const std::initializer_list<ByteAt> turned{{7, 0x48}, {8, 0x44}};
+  EXPECT_EQ(rig.Reply(110, "AS 7:4844"), "DATA 51/0=11850.");
   rig.Set(51, 12190);
-  EXPECT_EQ(rig.Reply(110, turned, "AS"), (Texts{"DATA 51/0=11850."}));
-  EXPECT_EQ(rig.Reply(110, turned, "AS"), Texts{}) << "the simulator is given a second";
-  for (std::uint32_t i = 0; i <= rig.cycle.TicksPerSecond(); ++i) rig.cycle.Tick();
-  EXPECT_EQ(rig.Reply(110, turned, "AS"), (Texts{"DATA 51/0=11850."})) << "it has not taken it";
-  rig.Set(51, 11850);
-  EXPECT_EQ(rig.Reply(110, turned, "AS"), Texts{});
+  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "DATA 51/0=11875.");
+  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "") << "the simulator is given a second";
+  rig.PassHold();
+  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "DATA 51/0=11875.") << "it has not taken it";
+  rig.Set(51, 11875.004f);
+  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "");
   rig.Set(51, 12190);
-  EXPECT_EQ(rig.Reply(110, turned, "AS"), Texts{}) << "the simulator is newer, even back at its old value";
-  EXPECT_EQ(rig.Reply(110, {{7, 0x48}, {8, 0x4E}}, "AS"), (Texts{"DATA 51/0=11851."})) << "the knob again";
+  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "") << "the simulator is newer, even back at its old value";
+  EXPECT_EQ(rig.Reply(110, "AS 7:4844"), "DATA 51/0=11850.") << "the knob again";
 }
 
-TEST(Replies, ACourseKnobThatStandsIsNotSentAgain) {
-  InstrumentRig rig;
-  rig.StartWith(106, 0, 51);
-  EXPECT_EQ(rig.Reply(106, {{7, 0x02}, {8, 0x1E}}, "CA").size(), 1u);
-  for (std::uint32_t i = 0; i <= rig.cycle.TicksPerSecond(); ++i) rig.cycle.Tick();
-  EXPECT_EQ(rig.Reply(106, {{7, 0x02}, {8, 0x1E}}, "CA"), Texts{});
+// Those that report a place of the hand, or a button, tell it once.
+TEST(Replies, WhatStandsIsNotSentAgain) {
+  const struct {
+    int type, options;
+    const char *reply, *sent;
+  } cases[] = {
+      {105, 1, "7:0CA8", "DATA 51/0=0., DATA 52/0=-90."},
+      {106, 0, "CA 7:021E", "DATA 51/0=180."},
+      {114, 2, "XY 15:01 17:03", "DATA 26/0=0., DATA 47/2=0."},
+      {123, 0, "SD 17:03 24:01 19:3412", "DREF sim/cockpit/radios/dme_freq_hz=466."},
+      {140, 0, "PT 7:1D4C 13:01", "DATA 131/1=0.5"},
+  };
+  for (const auto& c : cases) {
+    InstrumentRig rig;
+    rig.StartWith(c.type, c.options, 51, 52);
+    rig.SetAll("51=77 52=88 47/2=5 26=0 281=0.2");
+    EXPECT_EQ(rig.Reply(c.type, c.reply), c.sent) << c.type;
+    rig.SetAll("51=0");  // taken; the others not
+    rig.Reply(c.type, c.reply);
+    rig.PassHold();
+    EXPECT_EQ(rig.Reply(c.type, c.reply), "") << c.type;
+  }
 }
 
 TEST(Replies, TrimWheelIgnoresJitter) {
   InstrumentRig rig;
   rig.StartWith(140);
-  const auto at = [&rig](int position) {
-    return rig.Reply(140, {{7, position / 256}, {8, position % 256}, {13, 1}}, "PT").size();
-  };
-  EXPECT_EQ(at(5000), 1u);
-  EXPECT_EQ(at(5002), 0u);
-  EXPECT_EQ(at(5003), 1u);
+  EXPECT_NE(rig.Reply(140, "PT 7:1388 13:01"), "");
+  EXPECT_EQ(rig.Reply(140, "PT 7:138A 13:01"), "");
+  EXPECT_NE(rig.Reply(140, "PT 7:138B 13:01"), "");
+  EXPECT_EQ(rig.Reply(140, "PT 7:1389 13:01"), "");
+  EXPECT_NE(rig.Reply(140, "PT 7:1388 13:01"), "");
 }
 
 TEST(Replies, ModuleReportsTextAndEightAnalogueValues) {
   InstrumentRig rig;
   for (int n = 51; n <= 58; ++n) rig.model.Functions[static_cast<std::size_t>(n)].boxMaximumValue = 4095;
+  rig.model.Functions[52].boxMinimumValue = -4095;
   rig.AddGauge(12, 10).GaugeSetting6 = 51;
   rig.Start();
   rig.cycle.Tick();
-  EXPECT_EQ(
-      rig.Reply(10, {{6, 'M'}, {7, 'O'}, {13, 0xF0}, {17, 0xFF}, {18, 7}, {16, 0x21}, {23, 3}, {24, 4}}),
-      (Texts{"DATA 51/0=4095.", "DATA 52/0=7.", "DATA 53/0=0.", "DATA 54/0=0.", "DATA 55/0=0.",
-             "DATA 56/0=0.", "DATA 57/0=515.", "DATA 58/0=260."}));
+  EXPECT_EQ(rig.Reply(10, "6:4D4F 13:F0 17:FF07 16:21 23:0304"),
+            "DATA 51/0=4095., DATA 52/0=-4081., DATA 53/0=0., DATA 54/0=0., DATA 55/0=0., DATA 56/0=0., "
+            "DATA 57/0=515., DATA 58/0=260.");
   EXPECT_EQ(rig.Driver().KeptText(), "MO");
-  EXPECT_EQ(rig.Reply(10, {{13, 0xF0}, {17, 0xFC}, {18, 10}, {16, 0x21}, {23, 3}, {24, 4}}), Texts{})
-      << "within the dead band";
-  EXPECT_EQ(rig.Reply(10, {{13, 0xF0}, {17, 0xFB}, {18, 7}, {16, 0x21}, {23, 3}, {24, 4}}),
-            (Texts{"DATA 51/0=4091."}));
+  EXPECT_EQ(rig.Reply(10, "13:F0 17:FC0A 16:21 23:0304"), "") << "within the dead band";
+  EXPECT_EQ(rig.Reply(10, "13:F0 17:FB07 16:21 23:0304"), "DATA 51/0=4091.");
 }
 
 TEST(Replies, ClockSetByHandIsKept) {
   InstrumentRig rig;
   rig.StartWith(104);
-  EXPECT_EQ(rig.Reply(104, {{7, 26}, {8, 11}, {9, 21}, {11, 23}, {12, 59}, {13, 58}}), Texts{});
-  EXPECT_EQ(rig.special.ClockSetTo.Year, 2026);
-  EXPECT_EQ(rig.special.ClockSetTo.Second, 58);
+  EXPECT_EQ(rig.Reply(109, "7:010203 11:040506"), "");
+  EXPECT_EQ(rig.special.ClockSetTo.Year, 0) << "the other clock has no knobs";
+  EXPECT_EQ(rig.Reply(104, "7:1A0B15 11:173B3A"), "");
+  const auto& time = rig.special.ClockSetTo;
+  EXPECT_EQ((std::array<int, 6>{time.Year, time.Month, time.Day, time.Hour, time.Minute, time.Second}),
+            (std::array<int, 6>{2026, 11, 21, 23, 59, 58}));
 }
 
 TEST(Replies, OfAnotherKindThanTheConfigurationSaysAreLeftAlone) {
   InstrumentRig rig;
   rig.StartWith(110, 0, 51);
-  EXPECT_EQ(rig.Reply(101, {{7, 0x03}, {8, 0xF5}}, "PP"), Texts{});
-  EXPECT_EQ(rig.Reply(111, {{7, 0x48}, {8, 0x44}}, "AS"), (Texts{"DATA 51/0=11850."})) << "the same kind";
+  EXPECT_EQ(rig.Reply(101, "PP 7:03F5"), "");
+  EXPECT_EQ(rig.Reply(111, "AS 7:4844"), "DATA 51/0=11850.") << "the same kind";
 }
 
 }  // namespace

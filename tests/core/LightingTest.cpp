@@ -40,6 +40,12 @@ TEST(Lighting, ChangesInStepsAndKeepsQuietBetweenThem) {
   }
 }
 
+TEST(Lighting, ABusIsPoweredFromEightVoltsOn) {
+  Lighting lighting;
+  lighting.Update(0, 8, 7.99, 0, 0, 0);
+  EXPECT_EQ(lighting.Word(), 0x0002);
+}
+
 TEST(Lighting, TheModeTellsWhichLightsLightTheFaces) {
   const struct {
     int setting1, setting2;

@@ -102,6 +102,8 @@ TEST_F(StartPresenterTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
   rig.start.butOK_Click();
   EXPECT_TRUE(rig.run.Activated());
   EXPECT_FALSE(rig.run.Running()) << "a start by OK leaves the status form halted";
+  EXPECT_FALSE(rig.start.View().CountdownVisible);
+  EXPECT_FALSE(rig.sim.UdpOpen() && !rig.run.Activated()) << "the probe's link is closed";
   EXPECT_EQ(rig.shell.log.back(), "unload start");
 }
 

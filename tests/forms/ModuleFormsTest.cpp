@@ -4,6 +4,7 @@
 #include <QListWidget>
 
 #include "tests/fakes/FakeKeyInjector.h"
+#include "tests/fakes/SentCommands.h"
 #include "tests/forms/FormsRig.h"
 #include "tests/platform/Pty.h"
 #include "tests/platform/WaitUntil.h"
@@ -158,8 +159,8 @@ TEST_F(ModuleFormsTest, NoButtonOfTheSetUpWaitsForTheLine) {
   EXPECT_TRUE(module.Module().TransmitPending());
   // In their order: command 11, and the test of the lamps, 12.
   ASSERT_TRUE(WaitUntil([&] { return line.Collect().size() >= 12; }));
-  EXPECT_EQ(line.Got[2] >> 4, 11);
-  EXPECT_EQ(line.Got[8] >> 4, 12);
+  EXPECT_EQ(CommandsOf(ByteView(line.Got).first(12)),
+            (std::vector<SentCommand>{{10, 11, 256 * 255 + kIOModuleUsualDebounce}, {10, 12, 255}}));
   module.Unload();
   EXPECT_EQ(module.ConfigurationForm(), nullptr);
 }

@@ -38,6 +38,8 @@ TEST(Packets, AreBuiltByteForByte) {
        "CHAR0\x01"
        "255.255.255.255"},
       {"CMND", [](Datagram& d) { return BuildCMND("sim/b", d); }, "CMND0sim/b"},
+      {"CMND longest", [](Datagram& d) { return BuildCMND(std::string(1400, 'c'), d); },
+       "CMND0" + std::string(1400, 'c')},
       {"DREF", [](Datagram& d) { return BuildDREF("a/b", 1.0f, d); },
        "DREF0" + Hex("00 00 80 3F") + "a/b" + kZeros.substr(0, 497)},
       {"DREF longest", [](Datagram& d) { return BuildDREF(std::string(500, 'p'), 1.0f, d); },

@@ -72,6 +72,8 @@ TEST(PlateBoxes, ReadOldPlatesWithGapsAndEmptyOnes) {
   plate.Position = {0, 0, 1, 3, 1, 0, 2, 3, 0};
   EXPECT_EQ(BoxesOfPlate(plate), Boxes({{0, "5", "1"}, {2, "20", "2"}, {3, "30", "3"}}));
   EXPECT_EQ(BoxesOfPlate(PlateRecord{}), PlateBoxes{});
+  plate.Value = {0, 0, 5, 30, 40, 50, 60};
+  EXPECT_EQ(BoxesOfPlate(plate), Boxes({{0, "40", "1"}, {1, "50", "0"}})) << "one that starts above its end";
 }
 
 TEST(PlateLinear, FillsBetweenMinimumAndLastBox) {

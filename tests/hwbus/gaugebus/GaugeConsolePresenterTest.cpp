@@ -92,7 +92,10 @@ TEST_F(GaugeConsoleTest, ForcingAGaugeInAsksFirst) {
   console.boxAddModel = "1";
   console.boxAddVersion = "22";
   boxes.answers = {kAnswerNo, kAnswerYes};
+  int told = 0;
+  const Registration changed = console.SetChanged([&told] { ++told; });
   EXPECT_FALSE(console.cmdAddToConfig());
+  EXPECT_EQ(told, 0);
   EXPECT_EQ(model.Gauges[7].GaugeType, 1);
   EXPECT_TRUE(console.cmdAddToConfig());
   EXPECT_EQ(model.Gauges[7].GaugeType, 101);
@@ -100,6 +103,7 @@ TEST_F(GaugeConsoleTest, ForcingAGaugeInAsksFirst) {
   EXPECT_EQ(model.Gauges[7].GaugeFunction1, 0);
   EXPECT_EQ(model.Gauges[7].GaugeSetting6, 5);
   EXPECT_TRUE(model.ConfigChanged);
+  EXPECT_EQ(told, 1);
 }
 
 TEST_F(HaltedBusTest, TheLiveNeedleSendsItsLastPosition) {

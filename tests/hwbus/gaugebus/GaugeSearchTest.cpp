@@ -16,7 +16,8 @@ class GaugeSearchTest : public HaltedBusTest {
     serial.TickTransmit();
     if (Bus().Writes.size() > before) {
       const auto& frame = Bus().Writes.back();
-      EXPECT_EQ(frame[2] >> 4, kCommandReportState);
+      EXPECT_EQ(frame[2] >> 4, frame[1] == kOther ? 3 : kCommandReportState);
+      if (frame[2] >> 4 != kCommandReportState) return search.Tick();
       asked.push_back(frame[1]);
       if (const auto answer = answers.find(frame[1]); answer != answers.end()) answer->second();
     }
@@ -34,6 +35,7 @@ class GaugeSearchTest : public HaltedBusTest {
     };
   }
 
+  int kOther = -1;  // a gauge that somebody else sends command 3
   GaugeSearch search{model, serial, boxes};
   std::map<int, Answer> answers;
   std::vector<int> asked;
@@ -61,6 +63,15 @@ TEST_F(GaugeSearchTest, AsksEveryAddressAndTakesNewGaugesIn) {
   model.ConfigChanged = false;
   RunToEnd();
   EXPECT_FALSE(model.ConfigChanged) << "the same gauges again";
+}
+
+TEST_F(GaugeSearchTest, WaitsWhereTheTransmitSlotIsTaken) {
+  kOther = 77;
+  serial.WriteGaugeCommand(kOther, 3, 1);
+  ASSERT_TRUE(search.Start());
+  while (search.Done() < 5) OneTick();
+  EXPECT_EQ(Bus().Writes.front()[1], 77) << "it is not overwritten";
+  EXPECT_EQ(asked[0], 0);
 }
 
 TEST_F(GaugeSearchTest, NamesWhatIsWrong) {

@@ -59,9 +59,22 @@ TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {
   Report(Groups{0x80, 0, 0, 0, 0, 0});
   EXPECT_EQ(seen, 1);
   EXPECT_EQ(Sent(), Texts{});
+  model.General.TransferInterval = 5;
   module.cmdRun_Click();
+  EXPECT_TRUE(boxes.shown.empty()) << "its port is open already";
+  EXPECT_EQ(process.interval, 10) << "the shortest";
   EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{"60=40.00"})
       << "the switch stands differently than when it was last acted upon";
+}
+
+TEST_P(IOModuleTest, SwitchesRunCommandsAndTypeKeys) {
+  IOModuleRecord& command = Define(IOModuleKind::Switch, 0, 60);
+  command.ActionKind = 'c';
+  command.OffOnValue = 2;
+  Define(IOModuleKind::Switch, 1, 0).ActionKind = 'c';
+  Start();
+  EXPECT_EQ(process.interval, model.General.TransferInterval);
+  EXPECT_EQ(SentAfter(Groups{0xC0, 0, 0, 0, 0, 0}), Texts{"CMND0sim/b"});
 }
 
 TEST_P(IOModuleTest, ADefinitionOfTheOtherModuleIsNotOurs) {

@@ -84,6 +84,14 @@ TEST(InstrumentTicks, SendEveryValueWhereTheFaceIsNotKnownAndThenOnlyChanges) {
   }
 }
 
+TEST(InstrumentTicks, ATrimWithoutARangeMovesNoWheel) {
+  InstrumentRig rig;
+  rig.model.Functions[281].boxMaximumValue = rig.model.Functions[281].boxMinimumValue;
+  rig.StartWith(140);
+  rig.SetAll("281=5 280=1");
+  EXPECT_EQ(rig.TickText(), "11:1");
+}
+
 TEST(InstrumentTicks, AClusterHousingIsSentItsPairEveryTick) {
   const char* pairs[] = {"4:755 5:863", "4:107 5:215", "4:323 5:431", "4:539 5:647"};
   for (int mode = 0; mode < 4; ++mode) {

@@ -55,6 +55,12 @@ TEST(InstrumentPorts, AreOpenedInTheirOrderAndRead) {
   }
 }
 
+TEST(InstrumentPorts, AModuleWithoutAFunctionForItsInputsOpensNone) {
+  InstrumentRig rig;
+  rig.StartWith(10, 0, 51, 52);
+  EXPECT_EQ(rig.Driver().Ports().size(), 2u);
+}
+
 TEST(InstrumentPorts, TheAutopilotsBlockIsCountedFrom90) {
   InstrumentRig rig;
   rig.StartWith(124, 0, 1, 30);

@@ -163,6 +163,13 @@ TEST(Replies, RepeatedReportsDoNotUndoWhatTheSimulatorChanged) {
   EXPECT_EQ(rig.Reply(110, "AS 7:4844"), "DATA 51/0=11850.") << "the knob again";
 }
 
+TEST(Replies, WhatTheSimulatorCannotTellOfIsSentEachTime) {
+  InstrumentRig rig;
+  rig.StartWith(121);
+  const char* sent = "DREF sim/cockpit/radios/adf1_freq_hz=350.5";
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(rig.Reply(121, "AS 7:0DB1"), sent) << i;
+}
+
 // Those that report a place of the hand, or a button, tell it once.
 TEST(Replies, WhatStandsIsNotSentAgain) {
   const struct {

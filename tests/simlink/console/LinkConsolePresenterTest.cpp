@@ -92,6 +92,11 @@ TEST_F(LinkConsoleTest, TheDisplayTakesTheLinkFromThePortsAndGivesItBack) {
   EXPECT_EQ(Get(port), 6);
   EXPECT_FALSE(console.DisplayTimer_Tick());
   console.cmdStartUDP_Click();
+  socket.Deliver("DATA*1");
+  console.CmdStopUDP_Click();
+  console.cmdStartUDP_Click();
+  console.DisplayTimer_Tick();
+  EXPECT_EQ(console.Shown().Raw.find("Packet Length: 6"), std::string::npos) << "it came before";
   console.Close();
   EXPECT_FALSE(sim.UdpMonitorMode()) << "closing must give the link back";
 }

@@ -116,6 +116,7 @@ TEST_F(FunctionEditTest, CopiedEntriesGetTheNextNumber) {
       {kDatarefCode, "", "sim/a", 5, "#1:sim/a\n"},
       {kDatarefCode, "#1:sim/a\n", "sim/n1[0]", 2, "#1:sim/a\n#2:sim/n1[2]\n"},
       {kDatarefCode, "#3:sim/c", "sim/d[12]", 0, "#3:sim/c\n#4:sim/d[0]\n"},
+      {kDatarefCode, "", "sim/d[12", 0, "#1:sim/d[12\n"},
       {kCommandCode, "#1:a/b\n#8:a/c\n#2:a/d\n", "a/e", 0, "#1:a/b\n#8:a/c\n#2:a/d\n#9:a/e\n"},
       {kCommandCode, "# 5:x\n#x\n#7\n#99999999999:z\n", "a/e", 0, "# 5:x\n#x\n#7\n#99999999999:z\n#1:a/e\n"},
   };
@@ -187,6 +188,8 @@ TEST(AdviceOnFunctions, SaysWhatWillHardlyWork) {
               {Integer, "", 0, 0, 1, ""},
               {Integer, "", 0, 0, 1, "high byte first", FunctionUse::InputSwitch},
               {XplaneDataref, "#1 a/b\r\n", 10, 0, 1, "goes on with"},
+              {XplaneDataref, "#0:a/b\r\n", 10, 0, 1, "goes on with"},
+              {XplaneDataref, "#01:a/b\r\n", 10, 0, 1, "goes on with"},
               {XplaneDataref, "#1:a/b\r\n#5:a/c\r\n", 10, 0, 1, "#5: is never"},
               {XplaneDataref, "#1:a/b \r\n", 10, 0, 1, "#1: is followed by no path"},
               {XplaneDataref, "#1:a/b\r\n#1:a/c\r\n", 10, 0, 1, "twice"}};

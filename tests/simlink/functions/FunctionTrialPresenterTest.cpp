@@ -54,6 +54,14 @@ class FunctionTestTest : public LinkTest {
   FunctionTrialPresenter test{model, sim, boxes};
 };
 
+TEST_F(FunctionTestTest, AValueIsCheckedAgainstItsFunction) {
+  EXPECT_EQ(test.ProblemOf("1000"), "") << "none is chosen yet";
+  Define(1, DataType::ByteType);
+  Choose(1);
+  EXPECT_NE(test.ProblemOf("256"), "");
+  EXPECT_EQ(test.ProblemOf("255"), "");
+}
+
 TEST_F(FunctionTestTest, ReadsRawAndCorrectedUntilItIsStopped) {
   FunctionRecord& function = Define(60, DataType::Float, 3, 2);
   function.BoxAdd = 1;

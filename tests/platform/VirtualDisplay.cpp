@@ -97,6 +97,15 @@ bool VirtualDisplay::SetLayout(const std::string& layout) {
   return std::system(command.c_str()) == 0;
 }
 
+int VirtualDisplay::SpareKeys() {
+  int first = 0, last = 0, width = 0, spare = 0;
+  XDisplayKeycodes(display_, &first, &last);
+  KeySym* symbols = XGetKeyboardMapping(display_, static_cast<KeyCode>(first), last - first + 1, &width);
+  for (int key = 0; key <= last - first; ++key) spare += symbols[key * width] == NoSymbol ? 1 : 0;
+  XFree(symbols);
+  return spare;
+}
+
 bool VirtualDisplay::NextEvent(XEvent& event) {
   const auto end = SteadyClock::now() + kDeadline;
   while (XPending(display_) == 0) {

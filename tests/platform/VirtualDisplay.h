@@ -34,6 +34,8 @@ class VirtualDisplay {
   // The next key pressed in the window, modifiers apart, once it is up again; an empty one when none comes in
   // time.
   ReadKey NextKey();
+  // How many keys carry no symbol.
+  int SpareKeys();
   // Ends the server; the connections to it break.
   void Kill();
 

@@ -46,23 +46,16 @@ TEST(Cycle, VorIndicatorStartsEveryRunFromItsOwnValues) {
   EXPECT_EQ(rig.TickValues(), Commands{}) << "a flag that is no byte";
 }
 
-TEST(Cycle, AltimeterGetsTheShownAltitudeAndThePressureInItsUnit) {
+TEST(Cycle, AltimeterGetsThePressureInItsUnit) {
   CockpitRig rig;
-  rig.Define(2);
-  rig.Define(8);
-  rig.AddGauge(30, 101).GaugeFunction2 = 8;
+  for (const int n : {2, 8}) rig.Define(n);
   GaugeRecord& inches = rig.AddGauge(31, 101);
   inches.GaugeFunction2 = 8;
   inches.GaugeSetting1 = 1;
-  rig.AddGauge(32, 101);
   rig.Start();
-  rig.Set(2, -12.6f);
   rig.Set(8, 29.92f);
-  EXPECT_EQ(rig.Tick(),
-            (Commands{{30, 4, -13}, {30, 12, 1013}, {31, 4, -13}, {31, 12, 2992}, {32, 4, -13}, {30, 7, 0}}));
-  rig.Tick();
-  rig.Set(2, 70000);
-  EXPECT_EQ(rig.Tick(), (Commands{{31, 7, 0}})) << "an altitude that no frame carries";
+  rig.Set(2, 70000);  // an altitude that no frame carries
+  EXPECT_EQ(rig.Tick(), (Commands{{31, 12, 2992}, {31, 7, 0}}));
 }
 
 TEST(Cycle, PollsTakeTurnsWithIOModules) {

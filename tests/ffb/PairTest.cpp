@@ -267,15 +267,6 @@ TEST(Simulator, GetsItsControlsBack) {
   }
 }
 
-TEST(Simulator, OverridesAreSentAgainForOneThatWasRestarted) {
-  YokeRig rig;
-  rig.Start(1000);
-  rig.written.clear();
-  rig.Run(1100);
-  EXPECT_EQ(rig.Override("joystick_roll"), 1);
-  EXPECT_EQ(rig.Written("yoke_roll_ratio"), 0);
-}
-
 TEST(Simulator, ButtonsTrimCommandAndDisconnect) {
   YokeRig rig;
   rig.model.Yoke1.Buttons[0].Action = static_cast<Byte>(ButtonAction::TrimNoseUp);

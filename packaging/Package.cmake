@@ -7,7 +7,7 @@ install(FILES ${CMAKE_CURRENT_LIST_DIR}/torvex-control.desktop DESTINATION ${CMA
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/torvex-control.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/demo DESTINATION ${TVX_SHARE} PATTERN comports EXCLUDE
-        PATTERN "*.bak" EXCLUDE PATTERN TVXDumpFile.txt EXCLUDE PATTERN CMakeLists.txt EXCLUDE)
+        PATTERN .gitattributes EXCLUDE PATTERN "*.bak" EXCLUDE PATTERN TVXDumpFile.txt EXCLUDE PATTERN CMakeLists.txt EXCLUDE)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR})  # the manual, its pictures, what it links to
 
 # Who may use the hardware, and the kernel's module for keystrokes.
@@ -43,9 +43,11 @@ set(CPACK_PACKAGE_NAME torvex-control)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "control program for home-cockpit instruments beside X-Plane")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Takes the values of the X-Plane flight simulator over the network, turns each into a needle's position with the calibration of
- its face, and sends it over serial lines to the instruments of a home cockpit; their knobs and switches act on the simulator.
- The package lets whoever sits at the computer use serial adapters and keystrokes through the kernel.")
+    "Takes the values of the X-Plane flight simulator over the network,
+ turns each into a needle's position with the calibration of its face,
+ and sends it over serial lines to the instruments of a home cockpit;
+ their knobs and switches act on the simulator. The package lets whoever
+ sits at the computer use serial adapters and keystrokes through the kernel.")
 set(CPACK_PACKAGE_CONTACT "${TVX_CONTACT}")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)

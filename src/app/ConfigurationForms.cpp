@@ -1,13 +1,22 @@
 #include "app/ConfigurationForms.h"
 
+#include <array>
+
 #include "instruments/setup/CalibrationTargets.h"
 
 namespace tvx {
+namespace {
+
+constexpr std::array<const char*, kHardwareGroups> kGroupNames{"Gauge bus",   "Engine cluster", "IO module 1",
+                                                               "IO module 2", "Yoke 1",         "Yoke 2"};
+
+}  // namespace
 
 ConfigurationForms::ConfigurationForms(const Parts& parts)
     : parts_(parts),
       save_(parts.model, parts.file, parts.boxes, [this] { return parts_.host.HeaderForSaving(); }),
-      hardware_(parts.model, parts.serial, parts.boxes, parts.devices, parts.comPorts, parts.cluster),
+      hardware_(parts.model, parts.serial, parts.boxes, parts.devices, parts.comPorts, parts.adapterLine,
+                parts.cluster),
       console_(parts.model, parts.serial, parts.boxes),
       instrument_(parts.model, parts.serial, parts.boxes,
                   [this] { return parts_.run.Receiver().ReplyText(); }) {
@@ -74,6 +83,14 @@ void ConfigurationForms::Open(ConfigurationWindow window) {
 void ConfigurationForms::OpenAdapters() {
   const auto make = [this] {
     auto* form = new AdaptersForm(parts_.devices, parts_.comPorts, parts_.boxes, main_.Get());
+    QObject::connect(form, &AdaptersForm::RoleAsked, form,
+                     [this](const SerialDevice& adapter) { hardware_.AskRole(adapter); });
+    QObject::connect(form, &AdaptersForm::RoleNotAsked, form, [this] { hardware_.Roles().Cancel(); });
+    QObject::connect(form, &Form::Ended, form, [this] { hardware_.Roles().Cancel(); });
+    QObject::connect(form, &AdaptersForm::RoleTaken, form, [this](int comNumber) {
+      if (const auto offer = hardware_.Roles().Offered()) hardware_.GiveNumber(offer->group, comNumber);
+      Refresh();
+    });
     QObject::connect(form, &AdaptersForm::Assigned, form, [this] {
       hardware_.OpenPortsAnew();
       Refresh();
@@ -148,6 +165,7 @@ void ConfigurationForms::ShowSearch() {
 void ConfigurationForms::Tick() {
   if (!main_) return;
   hardware_.Tick();
+  if (hardware_.Roles().Changed()) ShowRole();
   if (!hardware_.LinesChanged()) return;
   main_->ShowLines();
   if (testForm_) testForm_->ShowView();
@@ -161,8 +179,19 @@ void ConfigurationForms::ShowLineTrouble() {
   if (calibrateForm_) calibrateForm_->ShowNotice(trouble);
 }
 
+void ConfigurationForms::ShowRole() {
+  if (!adaptersForm_) return;
+  AdaptersForm::Role role{ToText(hardware_.Roles().Words()), {}, 0, hardware_.Roles().Running()};
+  if (const auto offer = hardware_.Roles().Offered()) {
+    role.group = kGroupNames[static_cast<std::size_t>(offer->group)];
+    role.comNumber = offer->comNumber;
+  }
+  adaptersForm_->ShowRole(role);
+}
+
 void ConfigurationForms::MainFormClosed() {
   hardware_.CancelSearch();
+  hardware_.Roles().Cancel();
   for (Peripheral* peripheral : parts_.peripherals) {
     if (peripheral != nullptr) peripheral->Unload();
   }

@@ -43,6 +43,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
     StatusPresenter& run;
     Peripherals& peripherals;
     SerialDevices& devices;
+    AdapterLine& adapterLine;
     const ComPorts& comPorts;
     EngineClusterPeripheral& cluster;
     FunctionForms& functions;
@@ -77,6 +78,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   void OpenPlates(std::vector<CalibrationTarget> targets, const CalibrationTarget& first, QWidget* parent);
   void ShowSearch();
   void ShowLineTrouble();
+  void ShowRole();
 
   Parts parts_;
   SavePresenter save_;

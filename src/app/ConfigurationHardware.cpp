@@ -16,11 +16,13 @@ constexpr int kTicksOfShow = 10;  // no faster than an eye reads
 
 ConfigurationHardware::ConfigurationHardware(ConfigModel& model, Serial& serial, MessageBoxes& boxes,
                                              SerialDevices& devices, const ComPorts& numbers,
-                                             EngineClusterPeripheral& cluster)
-    : serial_(serial),
+                                             AdapterLine& line, EngineClusterPeripheral& cluster)
+    : model_(model),
+      serial_(serial),
       devices_(devices),
       numbers_(numbers),
       cluster_(cluster),
+      roles_(model, serial, numbers, line),
       search_(model, serial, boxes),
       needle_(serial) {}
 
@@ -39,6 +41,7 @@ void ConfigurationHardware::OpenPorts() {
 
 void ConfigurationHardware::WithPortsClosed(const std::function<void()>& change) {
   search_.Cancel();
+  roles_.Cancel();
   serial_.CloseComPorts();
   change();
   serial_.OpenComPorts();
@@ -55,6 +58,7 @@ void ConfigurationHardware::FollowPortNumbers() {
 
 // A cable that is pulled or put back shows within a second.
 void ConfigurationHardware::Tick() {
+  if (roles_.Running()) return roles_.Tick();
   if (++ticksOfWatch_ >= kTicksPerSecond) {
     ticksOfWatch_ = 0;
     serial_.WatchLines();
@@ -138,7 +142,23 @@ void ConfigurationHardware::KeepAdapter(int comNumber) {
   devices_.Assign(comNumber, *adapter, error);
 }
 
+void ConfigurationHardware::AskRole(const SerialDevice& adapter) {
+  search_.Cancel();
+  roles_.Ask(adapter);
+}
+
+void ConfigurationHardware::GiveNumber(HardwareGroup group, int comNumber) {
+  static constexpr std::array<std::int16_t GeneralRecord::*, kHardwareGroups> kFields{
+      &GeneralRecord::ComPortGS,   &GeneralRecord::ComPortEC,    &GeneralRecord::ComPortIOM1,
+      &GeneralRecord::ComPortIOM2, &GeneralRecord::ComPortYoke1, &GeneralRecord::ComPortYoke2};
+  WithPortsClosed([&] {
+    model_.General.*kFields[static_cast<std::size_t>(group)] = static_cast<std::int16_t>(comNumber);
+  });
+  model_.ConfigChanged = true;
+}
+
 void ConfigurationHardware::StartSearch() {
+  roles_.Cancel();
   serial_.WatchLines();  // an adapter that was plugged in since
   search_.Start();
 }

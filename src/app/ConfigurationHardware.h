@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/RoleFinder.h"
 #include "config/plates/LiveNeedleAccess.h"
 #include "config/setup/GaugeBusAccess.h"
 #include "config/setup/PortAccess.h"
@@ -21,7 +22,7 @@ class EngineClusterPeripheral;
 class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, public LiveNeedleAccess {
  public:
   ConfigurationHardware(ConfigModel& model, Serial& serial, MessageBoxes& boxes, SerialDevices& devices,
-                        const ComPorts& numbers, EngineClusterPeripheral& cluster);
+                        const ComPorts& numbers, AdapterLine& line, EngineClusterPeripheral& cluster);
 
   GaugeSearch& Search() { return search_; }
   void OpenPorts();
@@ -33,6 +34,12 @@ class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, pu
   void Tick();
   // True where what BusWords or TroubleOf says has changed since it was last asked. To be asked after Tick.
   bool LinesChanged();
+
+  // What hangs on an adapter, on request.
+  RoleFinder& Roles() { return roles_; }
+  void AskRole(const SerialDevice& adapter);
+  // Gives the group the COM number.
+  void GiveNumber(HardwareGroup group, int comNumber);
 
   // PortAccess
   std::string DeviceOf(int comNumber) const override;
@@ -56,10 +63,12 @@ class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, pu
   const SerialDevice* AdapterOf(int comNumber) const;
   std::string SharingWords(int group) const;
 
+  ConfigModel& model_;
   Serial& serial_;
   SerialDevices& devices_;
   const ComPorts& numbers_;
   EngineClusterPeripheral& cluster_;
+  RoleFinder roles_;
   GaugeSearch search_;
   LiveNeedle needle_;
   std::vector<SerialDevice> listed_;  // the adapters, as they were when they were last looked for

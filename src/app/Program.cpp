@@ -66,8 +66,8 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
       start_(model_, file_, sim_, boxes_, *this, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
-                      devices == nullptr ? ownDevices_ : *devices, comPorts_, engineCluster_, functions_,
-                      *this}) {
+                      devices == nullptr ? ownDevices_ : *devices, adapterLine_, comPorts_, engineCluster_,
+                      functions_, *this}) {
   // A user without a configuration begins with these.
   FillStandardFunctions(model_);
   // A form that makes way for the next one must not end the program.

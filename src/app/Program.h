@@ -110,6 +110,7 @@ class Program final : private Shell, private ConfigurationHost {
   SimCom sim_;
   std::unique_ptr<LineServer> ownLines_;
   LineKeepers keepers_;
+  AdapterLine adapterLine_{keepers_};
   std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports_;
   HardwarePorts hardware_;
   Serial serial_;

@@ -16,8 +16,8 @@ constexpr int kAnswerMs = 2000;
 
 // The second start in a folder: two programs would take the hardware and the simulator's port from each
 // other.
-int ShowTheFirst(int argc, char** argv) {
-  if (tvx::FolderClaim::AskToShow(".", kAnswerMs)) {
+int SaySecond(tvx::FolderClaim::Start start, int argc, char** argv) {
+  if (start == tvx::FolderClaim::Start::Shown) {
     std::fputs("torvex-control runs in this folder already; it has been brought to the front.\n", stderr);
     return 0;
   }
@@ -37,7 +37,8 @@ int main(int argc, char** argv) {
     return 0;
   }
   tvx::FolderClaim claim;
-  if (!claim.Take(".")) return ShowTheFirst(argc, argv);
+  const auto start = claim.TakeOrAsk(".", kAnswerMs);
+  if (start != tvx::FolderClaim::Start::First) return SaySecond(start, argc, argv);
   tvx::LineServer lines;  // before windows and threads: it is split off from this process
   QApplication application(argc, argv);
   tvx::look::Apply(application, tvx::look::Theme::Dark);

@@ -81,6 +81,7 @@ void HardwarePorts::OnChanged(HardwareGroup group) {
 }
 
 void HardwarePorts::OpenAll() {
+  held_ = false;
   for (const HardwareGroup group : kGroups) {
     LineOf(group) = {};
     // ODDITY: opened twice. Closing drops the adapter's modem lines, and that resets it.
@@ -98,7 +99,7 @@ void HardwarePorts::CloseAll() {
 
 void HardwarePorts::Open(HardwareGroup group) {
   const SerialState state = PortOf(group).State();
-  if (state != SerialState::Open && state != SerialState::Opening) Ask(group, SerialReset::No);
+  if (!held_ && state != SerialState::Open && state != SerialState::Opening) Ask(group, SerialReset::No);
 }
 
 void HardwarePorts::Ask(HardwareGroup group, SerialReset reset) {

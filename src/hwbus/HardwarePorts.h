@@ -45,6 +45,8 @@ class HardwarePorts {
   // here.
   void OpenAll();
   void CloseAll();
+  // Until the next OpenAll no port is opened: another user has the lines. To be called after CloseAll.
+  void Hold() { held_ = true; }
   // Asks for one port as it is, unless it is open or being opened.
   void Open(HardwareGroup group);
   // Asks again for the configured ports that are not open: after an adapter was unplugged, or not there at
@@ -68,6 +70,7 @@ class HardwarePorts {
   const ConfigModel& model_;
   Ports ports_;
   Callback<HardwareGroup> changed_;
+  bool held_ = false;
   std::array<Line, kHardwareGroups> lines_;
   std::array<Registration, kHardwareGroups> watched_;
 };

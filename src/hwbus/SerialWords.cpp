@@ -24,6 +24,9 @@ std::string SerialWords(int comNumber, SerialState state, std::string_view devic
       return com + " busy: another program uses " + path;
     case SerialState::Failed:
       return com + " failed: " + path + " is no serial port, or refuses 38400 baud";
+    case SerialState::NoHelper:
+      return com + " failed: the helper process for " + path +
+             " cannot be started; it is tried again. Is the computer short of memory or processes?";
     case SerialState::Unplugged:
       return com + " unplugged: " + path + " went away; waiting for it to come back";
   }

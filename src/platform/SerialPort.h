@@ -27,6 +27,7 @@ enum class SerialState {
   NoPermission,  // the device is there, the user may not open it
   Busy,          // another program holds it
   Failed,        // the device refused the settings, or is no serial device
+  NoHelper,      // the process that would open the device cannot be started, or has been ended
   Unplugged,     // it was open and went away
 };
 

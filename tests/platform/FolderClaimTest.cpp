@@ -32,11 +32,26 @@ TEST(FolderClaim, TheFirstIsAskedToShowItselfAndSaysSo) {
   EXPECT_FALSE(FolderClaim::AskToShow(".", 1)) << "it does not answer";
   int shown = 0;
   first.Listen(std::make_unique<QtFdWatcher>(), [&] { ++shown; });
-  auto asking = std::async(std::launch::async, [] { return FolderClaim::AskToShow(".", 2000); });
-  ASSERT_TRUE(
-      WaitUntil([&] { return asking.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
-  EXPECT_TRUE(asking.get());
-  EXPECT_GE(shown, 1);
+  const auto later = [] { return FolderClaim().TakeOrAsk(".", 2000); };
+  std::vector<std::future<FolderClaim::Start>> starts;
+  for (int i = 0; i < 4; ++i) starts.push_back(std::async(std::launch::async, later));
+  for (auto& start : starts) {
+    ASSERT_TRUE(
+        WaitUntil([&] { return start.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    EXPECT_EQ(start.get(), FolderClaim::Start::Shown);
+  }
+  EXPECT_GE(shown, 4);
+}
+
+TEST(FolderClaim, OfManyStartsAtOnceExactlyOneRuns) {
+  const ScratchFolder folder;
+  std::vector<FolderClaim> claims(8);
+  std::vector<std::future<FolderClaim::Start>> starts;
+  for (FolderClaim& claim : claims)
+    starts.push_back(std::async(std::launch::async, [&claim] { return claim.TakeOrAsk(".", 100); }));
+  int first = 0;
+  for (auto& start : starts) first += start.get() == FolderClaim::Start::First;
+  EXPECT_EQ(first, 1) << "the others wait for an answer, and never run";
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The real serial port, over real pseudo-terminals and the processes that keep them.
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <termios.h>
 
@@ -15,6 +16,7 @@
 #include "platform/linux/serial/TtyCalls.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "tests/platform/Pty.h"
+#include "tests/platform/StoppedProcess.h"
 #include "tests/platform/WaitUntil.h"
 
 namespace tvx {
@@ -218,35 +220,10 @@ TEST_F(KeptTtyTest, UnpluggingIsSeenAndALinkPointedAnewIsFollowed) {
   EXPECT_TRUE(Opens(port));
 }
 
-// A keeper that stands still is what a stuck adapter looks like: the system call does not come back.
-struct StoppedKeeper {
-  explicit StoppedKeeper(const std::string& device) : pid(KeeperOf(device)) {
-    if (pid > 0) kill(pid, SIGSTOP);
-  }
-  ~StoppedKeeper() { GoOn(); }
-  void GoOn() const {
-    if (pid > 0) kill(pid, SIGCONT);
-  }
-  static pid_t KeeperOf(const std::string& device) {
-    std::error_code error;
-    for (const auto& process : std::filesystem::directory_iterator("/proc")) {
-      std::string name;
-      std::getline(std::ifstream(process.path() / "comm"), name);
-      if (name != "torvex-line") continue;
-      for (const auto& file : std::filesystem::directory_iterator(process.path() / "fd", error)) {
-        if (std::filesystem::read_symlink(file.path(), error) == device)
-          return std::stoi(process.path().filename());
-      }
-    }
-    return -1;
-  }
-  const pid_t pid;
-};
-
 TEST_F(KeptTtyTest, AStuckLineHoldsUpNoOtherAndIsTakenUpAgainWhenItGoesOn) {
   const auto start = std::chrono::steady_clock::now();
   ASSERT_TRUE(Opens(port, 3, SerialReset::Yes));
-  const StoppedKeeper stuck(pty.Device());
+  const StoppedProcess stuck(StoppedProcess::KeeperOf(pty.Device()));
   ASSERT_GT(stuck.pid, 0);
   EXPECT_TRUE(port.Write(Bytes{1, 2}));
   port.AskCarrier();
@@ -264,26 +241,38 @@ TEST_F(KeptTtyTest, AStuckLineHoldsUpNoOtherAndIsTakenUpAgainWhenItGoesOn) {
 }
 
 TEST_F(KeptTtyTest, TheProgramEndsAtOnceWhateverALineDoesAndTheKeeperAfterwards) {
-  std::optional<StoppedKeeper> stuck;
+  std::optional<StoppedProcess> stuck;
   std::chrono::steady_clock::time_point start;
   {
     LineServer ownServer;
     LineKeepers own(ownServer, [] { return std::make_unique<QtFdWatcher>(); });
     TtyPort line(std::make_unique<KeptTty>(own));
     ASSERT_TRUE(Opens(line));
-    stuck.emplace(pty.Device());
+    stuck.emplace(StoppedProcess::KeeperOf(pty.Device()));
     ASSERT_GT(stuck->pid, 0);
     start = std::chrono::steady_clock::now();
   }
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
   stuck->GoOn();
-  EXPECT_TRUE(WaitUntil([&] { return StoppedKeeper::KeeperOf(pty.Device()) < 0; }));
+  EXPECT_TRUE(WaitUntil([&] { return StoppedProcess::KeeperOf(pty.Device()) < 0; }));
 }
 
 TEST_F(KeptTtyTest, AKeeperThatIsKilledIsALineThatWentAway) {
   ASSERT_TRUE(Opens(port));
-  kill(StoppedKeeper::KeeperOf(pty.Device()), SIGKILL);
+  kill(StoppedProcess::KeeperOf(pty.Device()), SIGKILL);
   EXPECT_TRUE(WaitUntil([&] { return port.State() == SerialState::Unplugged; }));
+  EXPECT_TRUE(Opens(port));
+}
+
+TEST_F(KeptTtyTest, AHelperThatCannotBeStartedIsSaidAndStartedOnceItCan) {
+  rlimit files{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &files), 0);
+  const rlimit few{0, files.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &few);
+  const bool opens = Opens(port);
+  setrlimit(RLIMIT_NOFILE, &files);
+  EXPECT_FALSE(opens);
+  EXPECT_EQ(port.State(), SerialState::NoHelper);
   EXPECT_TRUE(Opens(port));
 }
 

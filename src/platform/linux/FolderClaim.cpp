@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -17,6 +18,7 @@ namespace tvx {
 namespace {
 
 constexpr int kMostAtOnce = 16;
+constexpr int kPauseMs = 10;
 
 struct Name {
   sockaddr_un address{};
@@ -60,6 +62,18 @@ bool FolderClaim::Take(const std::string& folder) {
   const bool taken = errno == EADDRINUSE;
   close(std::exchange(socket_, -1));
   return !taken;
+}
+
+FolderClaim::Start FolderClaim::TakeOrAsk(const std::string& folder, int milliseconds) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
+  for (;;) {
+    if (Take(folder)) return Start::First;
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
+    if (AskToShow(folder, static_cast<int>(std::max<long>(left, 1)))) return Start::Shown;
+    if (Clock::now() >= end) return Start::NoAnswer;
+    poll(nullptr, 0, kPauseMs);
+  }
 }
 
 void FolderClaim::Listen(std::unique_ptr<FdWatcher> watcher, std::function<void()> asked) {

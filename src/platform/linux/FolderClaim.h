@@ -20,6 +20,10 @@ class FolderClaim {
 
   // Claims the folder; of several starts at once exactly one gets it. False where another program has it.
   bool Take(const std::string& folder);
+  enum class Start { First, Shown, NoAnswer };
+  // Claims the folder, or asks whoever has it to show itself. Waits up to `milliseconds` for a first one that
+  // is still starting, or about to end, or does not answer.
+  Start TakeOrAsk(const std::string& folder, int milliseconds);
   // Calls `asked` from the event loop whenever a later start asks the first one to show itself. Only after
   // Take.
   void Listen(std::unique_ptr<FdWatcher> watcher, std::function<void()> asked);

@@ -46,6 +46,14 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, const ComPorts& numbers, Mess
   LabelAdvice->setWordWrap(true);
   LabelAdvice->setMinimumHeight(2 * LabelAdvice->fontMetrics().lineSpacing());
   LabelAdvice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
+  cmdAskRole =
+      MakeButton("cmdAskRole", tr("As&k what it is"),
+                 tr("Asks what hangs on the chosen adapter. No setting is changed; the needles of an "
+                    "engine cluster go to zero"));
+  cmdTakeRole = MakeButton("cmdTakeRole", tr("&Use"),
+                           tr("Assigns the chosen adapter, and gives its COM number to this hardware group"));
+  look::SetRole(cmdTakeRole, "primary");
+  cmdTakeRole->hide();
   QPushButton* refresh = MakeButton("cmdRefresh", tr("&Refresh"), tr("Looks again what is plugged in"));
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the configuration (Escape)"));
   QLabel* caption = MakeLabel("ComboAssignCaption", tr("Chosen adapter becomes &port"));
@@ -56,6 +64,8 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, const ComPorts& numbers, Mess
   row->addWidget(ComboAssign);
   row->addWidget(cmdAssign);
   row->addStretch(1);
+  row->addWidget(cmdTakeRole);
+  row->addWidget(cmdAskRole);
   row->addWidget(refresh);
   row->addWidget(close);
   auto* column = new QVBoxLayout(this);
@@ -64,7 +74,9 @@ AdaptersForm::AdaptersForm(SerialDevices& devices, const ComPorts& numbers, Mess
   column->addWidget(LabelAdvice);
   column->addLayout(row);
   connect(ListAdapters, &QTreeWidget::currentItemChanged, this, &AdaptersForm::ShowChosen);
-  connect(cmdAssign, &QPushButton::clicked, this, &AdaptersForm::cmdAssign_Click);
+  connect(cmdAssign, &QPushButton::clicked, this, [this] { cmdAssign_Click(); });
+  connect(cmdAskRole, &QPushButton::clicked, this, &AdaptersForm::cmdAskRole_Click);
+  connect(cmdTakeRole, &QPushButton::clicked, this, &AdaptersForm::cmdTakeRole_Click);
   connect(refresh, &QPushButton::clicked, this, &AdaptersForm::Refresh);
   connect(close, &QPushButton::clicked, this, &AdaptersForm::CloseAsked);
   Refresh();
@@ -90,16 +102,49 @@ void AdaptersForm::Refresh() {
   ShowChosen();
 }
 
-void AdaptersForm::ShowChosen() {
+const SerialDevice* AdaptersForm::Chosen() const {
   const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
-  cmdAssign->setEnabled(row >= 0);
-  if (row < 0) {
+  return row < 0 ? nullptr : &found_[static_cast<std::size_t>(row)];
+}
+
+void AdaptersForm::ShowChosen() {
+  const SerialDevice* device = Chosen();
+  cmdAssign->setEnabled(device != nullptr);
+  cmdAskRole->setEnabled(device != nullptr);
+  ShowRole({});  // what was said was said of another adapter
+  emit RoleNotAsked();
+  if (device == nullptr) {
     SetTextIfChanged(LabelAdvice, tr("No serial adapter is plugged in."));
     return;
   }
-  const SerialDevice& device = found_[static_cast<std::size_t>(row)];
-  OfferNumber(device);
-  SetTextIfChanged(LabelAdvice, device.Words() + ": " + device.StateWords());
+  OfferNumber(*device);
+  SetTextIfChanged(LabelAdvice, device->Words() + ": " + device->StateWords());
+}
+
+void AdaptersForm::ShowRole(const Role& role) {
+  asking_ = role.asking;
+  group_ = role.group;
+  cmdAskRole->setText(asking_ ? tr("Stop as&king") : tr("As&k what it is"));
+  cmdTakeRole->setText(tr("&Use for: %1").arg(role.group));
+  cmdTakeRole->setVisible(!role.group.isEmpty());
+  if (const int item = ComboAssign->findData(role.comNumber); item >= 0) ComboAssign->setCurrentIndex(item);
+  if (Chosen() != nullptr && !role.words.isEmpty())
+    SetTextIfChanged(LabelAdvice, ToText(Chosen()->Words()) + ' ' + role.words);
+}
+
+void AdaptersForm::cmdAskRole_Click() {
+  const SerialDevice* device = Chosen();
+  if (device == nullptr) return;
+  if (asking_) return ShowChosen();
+  emit RoleAsked(*device);
+}
+
+void AdaptersForm::cmdTakeRole_Click() {
+  const int number = ComboAssign->currentData().toInt();
+  const QString group = group_;
+  if (!cmdAssign_Click()) return;
+  emit RoleTaken(number);
+  SetTextIfChanged(LabelAdvice, LabelAdvice->text() + tr("\nIt is now used for: %1").arg(group));
 }
 
 // The number that leads to it already, otherwise the first one that leads to no other adapter.
@@ -115,21 +160,21 @@ void AdaptersForm::OfferNumber(const SerialDevice& device) {
   ComboAssign->setCurrentIndex(ComboAssign->findData(std::min(number, kOfferedPorts)));
 }
 
-void AdaptersForm::cmdAssign_Click() {
-  const int row = ListAdapters->indexOfTopLevelItem(ListAdapters->currentItem());
-  if (row < 0) return;
-  const SerialDevice device = found_[static_cast<std::size_t>(row)];
+bool AdaptersForm::cmdAssign_Click() {
+  if (Chosen() == nullptr) return false;
+  const SerialDevice device = *Chosen();
   const QString assigned = ComboAssign->currentText();
   std::string error;
   if (!devices_.Assign(ComboAssign->currentData().toInt(), device, error)) {
     boxes_.Show("The adapter could not be assigned. " + error);
-    return;
+    return false;
   }
   emit Assigned();
   Refresh();
   QString words = assigned + tr(" leads to ") + ToText(device.Words());
   if (device.twin) words += tr(". Leave it in this socket: only that tells it from the others.");
   SetTextIfChanged(LabelAdvice, words);
+  return true;
 }
 
 }  // namespace tvx

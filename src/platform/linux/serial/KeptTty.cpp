@@ -8,7 +8,6 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/linux/serial/ComPortMap.h"
 #include "platform/linux/serial/LineKeeper.h"
 #include "platform/linux/serial/TtyCalls.h"
 
@@ -25,15 +24,18 @@ std::optional<std::size_t> Moved(ssize_t count) {
 
 }  // namespace
 
-KeptTty::KeptTty(LineKeepers& keepers)
-    : keepers_(keepers), reports_(keepers.MakeFdWatcher()), line_(keepers.MakeFdWatcher()) {
+KeptTty::KeptTty(LineKeepers& keepers, Resolve resolve)
+    : keepers_(keepers),
+      resolve_(std::move(resolve)),
+      reports_(keepers.MakeFdWatcher()),
+      line_(keepers.MakeFdWatcher()) {
   reports_->SetCallbacks([this] { OnReport(); }, {});
   line_->SetCallbacks([this] { callbacks_.readable(); }, [this] { callbacks_.writable(); });
 }
 
 void KeptTty::Open(int comNumber, SerialReset reset) {
   Close();
-  const ComPortTarget target = FindComPort(comNumber);
+  const ComPortTarget target = resolve_(comNumber);
   name_ = {target.device, "dialout", !target.byOrder};
   std::error_code error;
   path_ = target.path.empty() ? std::string() : std::filesystem::canonical(target.path, error).string();
@@ -42,7 +44,7 @@ void KeptTty::Open(int comNumber, SerialReset reset) {
 }
 
 void KeptTty::OnStarted(int socket) {
-  if (socket < 0) return callbacks_.opened({SerialState::Failed, std::nullopt});
+  if (socket < 0) return callbacks_.opened({SerialState::NoHelper, std::nullopt});
   socket_ = socket;
   reports_->Attach(socket_);
 }
@@ -65,7 +67,7 @@ void KeptTty::OnReport() {
   const bool opening = fd_ < 0;
   if (count <= 0) {  // the keeper has ended
     Close();
-    return opening ? callbacks_.opened({SerialState::Failed, std::nullopt}) : callbacks_.gone();
+    return opening ? callbacks_.opened({SerialState::NoHelper, std::nullopt}) : callbacks_.gone();
   }
   if (!opening) {
     carrierAsked_ = false;

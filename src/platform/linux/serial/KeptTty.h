@@ -1,19 +1,22 @@
 // A terminal device whose line is kept by a process of its own.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "platform/FdWatcher.h"
 #include "platform/TtyDevice.h"
+#include "platform/linux/serial/ComPortMap.h"
 #include "platform/linux/serial/LineKeepers.h"
 
 namespace tvx {
 
 class KeptTty final : public TtyDevice {
  public:
-  // `keepers` must outlive it.
-  explicit KeptTty(LineKeepers& keepers);
+  using Resolve = std::function<ComPortTarget(int comNumber)>;
+  // `keepers` must outlive it. `resolve`: what the COM numbers lead to.
+  explicit KeptTty(LineKeepers& keepers, Resolve resolve = FindComPort);
   ~KeptTty() override { Close(); }
   KeptTty(const KeptTty&) = delete;
   KeptTty& operator=(const KeptTty&) = delete;
@@ -34,6 +37,7 @@ class KeptTty final : public TtyDevice {
   void Answer(const TtyAnswer& answer);
 
   LineKeepers& keepers_;
+  const Resolve resolve_;
   Callbacks callbacks_;
   TtyName name_;
   std::string path_;  // of the device itself, behind all links

@@ -28,7 +28,8 @@ bool SendPacket(int socket, const void* data, std::size_t size, int fd = -1);
 ssize_t ReceivePacket(int socket, void* data, std::size_t size, int& fd, int flags = 0);
 
 // The whole life of a keeper: opens the line, reports, serves requests, closes it when the program lets go.
-// Forked from a program with threads, it must not use what they might have held: it only makes system calls.
+// It may have been forked from a program with threads, and uses no more of what they might have held than the
+// C library makes safe.
 void KeepLine(int socket, const std::string& path, SerialReset reset);
 
 }  // namespace tvx

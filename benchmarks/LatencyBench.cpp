@@ -74,7 +74,7 @@ void DatagramToFrame(benchmark::State& state) {
   HardwarePorts::Ports ports{&line,           &fakes.ports[1], &fakes.ports[2],
                              &fakes.ports[3], &fakes.ports[4], &fakes.ports[5]};
   HardwarePorts hardware(fakes.model, ports);
-  Serial serial(hardware, fakes.boxes);
+  Serial serial(hardware, fakes.boxes, fakes.clock);
   SpecialValues special(sim, fakes.boxes, fakes.clock);
   ProcessCycle cycle(fakes.model, sim, serial, special);
   sim.OpenUDP();

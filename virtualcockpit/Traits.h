@@ -29,8 +29,13 @@ struct Traits {
     easy.yokes.riseSeconds = 0;
     return easy;
   }
-  // What counts where nothing else is said.
-  static Traits Default() { return Easy(); }
+  // What counts where nothing else is said: real hardware, and still the easy simulator and yokes.
+  static Traits Default() {
+    Traits traits = Easy();
+    traits.lines = {};
+    traits.devices = {};
+    return traits;
+  }
 };
 
 }  // namespace tvx::vc

@@ -70,7 +70,7 @@ struct Road {
   FakeClock clock;
   SimCom sim{model, socket, boxes, clock};
   HardwarePorts hardware{model, {&line, &line, &line, &line, &line, &line}};
-  Serial serial{hardware, boxes};
+  Serial serial{hardware, boxes, clock};
   SpecialValues special{sim, boxes, clock};
   ProcessCycle cycle{model, sim, serial, special};
   GaugeReceiver receiver{model, serial, cycle, sim, special};

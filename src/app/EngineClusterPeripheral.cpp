@@ -10,12 +10,12 @@ constexpr std::int32_t kFirstBusPowered = 0x02;
 }  // namespace
 
 EngineClusterPeripheral::EngineClusterPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware,
-                                                 MessageBoxes& boxes,
+                                                 MessageBoxes& boxes, const Clock& clock,
                                                  std::function<std::int32_t()> lightingWord)
     : model_(model),
       boxes_(boxes),
       lightingWord_(std::move(lightingWord)),
-      cluster_(model, sim, hardware, boxes, {processTimer_, secondTimer_}) {
+      cluster_(model, sim, hardware, boxes, clock, {processTimer_, secondTimer_}) {
   processTicks_ = processTimer_.OnTick([this] {
     const std::int32_t word = lightingWord_();
     cluster_.SetLighting((word & kInstrumentLights) != 0, (word & kFirstBusPowered) != 0);

@@ -24,7 +24,7 @@ class ClusterPlates {
 class EngineClusterPeripheral final : public Peripheral, private EngineClusterWindows {
  public:
   EngineClusterPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
-                          std::function<std::int32_t()> lightingWord);
+                          const Clock& clock, std::function<std::int32_t()> lightingWord);
   ~EngineClusterPeripheral() override { StopTimers(); }
 
   bool Configured() const override { return cluster_.Configured(); }

@@ -3,7 +3,7 @@
 namespace tvx {
 
 IOModulePeripheral::IOModulePeripheral(ConfigModel& model, SimCom& sim, Serial& serial,
-                                       Keystrokes& keystrokes, MessageBoxes& boxes,
+                                       Keystrokes& keystrokes, MessageBoxes& boxes, const Clock& clock,
                                        const IOModuleParameters& parameters,
                                        std::function<std::int32_t()> lightingWord)
     : model_(model),
@@ -13,7 +13,7 @@ IOModulePeripheral::IOModulePeripheral(ConfigModel& model, SimCom& sim, Serial& 
       processTimer_(QStringLiteral("IOM%1.ProcessTimer").arg(parameters.Number)),
       writeTimer_(QStringLiteral("IOM%1.WriteCmdDuringConfig").arg(parameters.Number)),
       secondsTimer_(QStringLiteral("IOM%1.TimerSeconds").arg(parameters.Number)),
-      module_(model, sim, serial.Ports(), keystrokes, boxes, parameters,
+      module_(model, sim, serial.Ports(), keystrokes, boxes, clock, parameters,
               {processTimer_, writeTimer_, secondsTimer_}) {
   commands_ = serial_.SetModuleCommand(
       parameters.Group,
@@ -31,7 +31,7 @@ void IOModulePeripheral::StopTimers() {
 }
 
 void IOModulePeripheral::Load() {
-  module_.ReadDefinitions();
+  module_.TakeDefinitions();
   writeTimer_.SetEnabled(true);
   const auto make = [this] {
     return new IOModuleStatusForm(module_, model_, [this] { ShowConfiguration(form_.Get()); });
@@ -41,6 +41,7 @@ void IOModulePeripheral::Load() {
 
 void IOModulePeripheral::Unload() {
   if (module_.Running()) module_.cmdStop_Click();
+  module_.ForgetPorts();
   StopTimers();
   form_.Unload();
   configuration_.Unload();

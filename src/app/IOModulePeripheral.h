@@ -16,7 +16,7 @@ class IOModulePeripheral final : public Peripheral {
  public:
   // `lightingWord`: the cockpit's lighting as the gauges get it.
   IOModulePeripheral(ConfigModel& model, SimCom& sim, Serial& serial, Keystrokes& keystrokes,
-                     MessageBoxes& boxes, const IOModuleParameters& parameters,
+                     MessageBoxes& boxes, const Clock& clock, const IOModuleParameters& parameters,
                      std::function<std::int32_t()> lightingWord);
   ~IOModulePeripheral() override { StopTimers(); }
 

@@ -15,6 +15,7 @@ constexpr int kHighestReplyType = 140;
 
 void GaugeReceiver::OnComm(SerialEvent event, bool running) {
   SerialPort& port = serial_.Line();
+  serial_.NoteRead();
   if (event != SerialEvent::Received) {
     port.DiscardInput();
     return;
@@ -24,6 +25,7 @@ void GaugeReceiver::OnComm(SerialEvent event, bool running) {
   if (length <= kIgnoredLength) return;
   if (!IsReplyEnvelope(ByteView(read).first(length))) {
     port.DiscardInput();
+    if (running) cycle_.NoteDamaged();
     listener_(std::nullopt);
     return;
   }
@@ -37,10 +39,11 @@ void GaugeReceiver::OnComm(SerialEvent event, bool running) {
 void GaugeReceiver::Dispatch(ReplyView reply) {
   const int type = ReplyGaugetype(reply);
   if (type < kLowestReplyType || type > kHighestReplyType) return;
-  const ActiveGauge* gauge = cycle_.GaugeWithID(ReplyGaugeID(reply));
+  ActiveGauge* gauge = cycle_.GaugeWithID(ReplyGaugeID(reply));
   if (gauge == nullptr || gauge->Driver == nullptr || gauge->Kind != InstrumentOf(type)) return;
+  if (!cycle_.NoteAnswer(*gauge)) return;
   try {
-    gauge->Driver->HandleReply(reply, *this);
+    gauge->Driver->TakeReply(reply, *this);
   } catch (const std::exception&) {
     // A value that the simulator's port does not take ends the handling of this reply.
   }

@@ -41,6 +41,16 @@ class GaugeReceiver final : private GaugeReply {
   const FlightValues& Flight() const override { return cycle_.Values(); }
   std::uint32_t TickNumber() const override { return cycle_.TickNumber(); }
   std::uint32_t TicksPerSecond() const override { return cycle_.TicksPerSecond(); }
+  std::uint32_t PollRoundTicks() const override { return cycle_.PollRoundTicks(); }
+  bool WasTold(int gaugeID, int command, std::int32_t value) const override {
+    return cycle_.WasTold(gaugeID, command, value);
+  }
+  bool WasToldOther(int gaugeID, int command, std::int32_t value) const override {
+    return cycle_.WasToldOther(gaugeID, command, value);
+  }
+  void NoteShown(int gaugeID, int command, std::int32_t value) override {
+    cycle_.NoteShown(gaugeID, command, value);
+  }
   float& BarometricSetting() override { return cycle_.BarometricSetting(); }
   void PutAirPressure(float inches) override;
 

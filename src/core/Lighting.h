@@ -22,6 +22,7 @@ class Lighting {
   void Repeat() { repeat_ = true; }
 
   std::int32_t Word() const { return word_; }
+  int BrightnessStep() const { return static_cast<int>(word_ >> 4 & 15); }
   bool InstrumentLights() const { return instrumentLights_; }
   bool NavigationLights() const { return navigationLights_; }
 

@@ -86,7 +86,10 @@ void StatusPresenter::Form_Activate() {
   sim_.CloseUDP();
   cycle_.ClearStandardPorts();
   LoadPeripherals();
-  if (model_.HasYoke1() || model_.HasYoke2()) model_.General.TransferInterval = kYokeInterval;
+  if (HasYokes()) {
+    model_.General.TransferInterval = kYokeInterval;
+    view_.IntervalFixed = "Fixed at 40 ms: the yokes' forces are computed in this step";
+  }
   view_.Notice = model_.HasIOModule1() || model_.HasIOModule2() ? keystrokeTrouble_ : std::string();
   view_.TransferInterval = EffectiveInterval();
   timers_.ProcessTimer.SetInterval(EffectiveInterval());
@@ -154,6 +157,7 @@ void StatusPresenter::cmdRun_Click() {
   serial_.TickTransmit();
   timers_.ProcessTimer.SetEnabled(true);
   running_ = true;
+  load_ = {};
   cycle_.StartRun();
   ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
                      PeripheralKind::Yokes},
@@ -217,7 +221,15 @@ void StatusPresenter::cmdExit_Click() {
   shell_.EndProgram();
 }
 
+bool StatusPresenter::HasYokes() const {
+  return model_.HasYoke1() || model_.HasYoke2();
+}
+
 void StatusPresenter::SliderXferTimer_Change(int milliseconds) {
+  if (HasYokes()) {
+    Changed();  // the slider goes back
+    return;
+  }
   model_.General.TransferInterval =
       static_cast<std::int16_t>(std::clamp(milliseconds, kShortestInterval, 32767));
   view_.TransferInterval = EffectiveInterval();
@@ -260,8 +272,16 @@ void StatusPresenter::Timer1_Tick() {
   view_.boxNrofOffsets = sim_.PortCount();
   cycle_.TickCount = 0;
   WatchLinks();
+  load_ = cycle_.TakeLoad();
   UpdateLinkWords();
+  UpdateBusHealth();
   Changed();
+}
+
+void StatusPresenter::UpdateBusHealth() {
+  view_.BusLoad = running_ ? BusLoadWords(load_, cycle_.DroppedBatches()) : std::string();
+  view_.AskedGauges.clear();
+  if (running_) view_.AskedGauges = AskedGauges(model_, cycle_.Health(), clock_.MonotonicMs());
 }
 
 void StatusPresenter::WriteCmdDuringConfig_Tick() {
@@ -298,13 +318,20 @@ void StatusPresenter::UpdateLinkWords() {
   view_.Simulator.Text = SimulatorLinkWords(state, view_.Simulator.Trouble);
   view_.GaugeBus.Text = serial_.LineWords();
   view_.GaugeBus.Trouble = serial_.LineInTrouble();
-  const std::uint64_t dropped = cycle_.DroppedBatches();
   const std::int64_t now = clock_.MonotonicMs();
+  const bool carries = running_ && serial_.Line().IsOpen();
+  if (carries) view_.GaugeBus.Text += ", " + std::to_string(load_.percent) + " % busy";
+  const std::uint64_t dropped = cycle_.DroppedBatches();
   if (std::exchange(droppedBefore_, dropped) != dropped) dropShownUntilMs_ = now + kDropShownMs;
   if (dropped > 0 && now < dropShownUntilMs_ && serial_.Line().IsOpen()) {
     view_.GaugeBus.Text +=
         ", " + std::to_string(dropped) + (dropped == 1 ? " batch dropped" : " batches dropped");
   }
+  if (!carries) return;
+  const std::string trouble = BusTroubleWords(model_, cycle_.Health(), load_, now);
+  if (trouble.empty()) return;
+  view_.GaugeBus.Text += "; " + trouble;
+  view_.GaugeBus.Trouble = true;
 }
 
 void StatusPresenter::Changed() {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "config/Model.h"
+#include "core/BusWords.h"
 #include "core/GaugeReceiver.h"
 #include "core/Peripheral.h"
 #include "core/ProcessCycle.h"
@@ -42,6 +43,11 @@ struct StatusView {
   };
   Link Simulator;
   Link GaugeBus;
+  // The bus's own health, while it runs: what the line carries, and who is asked and answers.
+  std::string BusLoad;
+  std::vector<AskedGauge> AskedGauges;
+  // Why the interval cannot be changed; empty where it can.
+  std::string IntervalFixed;
   std::string Notice;  // what the user must know and do once; empty where there is none
 };
 
@@ -95,9 +101,11 @@ class StatusPresenter {
   void UnloadPeripherals();
   void StopPeripherals();
   int EffectiveInterval() const;
+  bool HasYokes() const;
   void WatchLinks();
   void OnLineChanged(bool cameBack);
   void UpdateLinkWords();
+  void UpdateBusHealth();
   void Changed();
 
   ConfigModel& model_;
@@ -118,6 +126,7 @@ class StatusPresenter {
   bool activated_ = false;
   bool running_ = false;
   std::optional<std::int64_t> resendAgainAtMs_;  // every value goes out once more then
+  BusLoad load_;                                 // in the last second
   std::uint64_t droppedBefore_ = 0;              // batches, when the words were last made
   std::int64_t dropShownUntilMs_ = 0;
   std::int64_t linkOpenedMs_ = 0;  // when the run started to listen

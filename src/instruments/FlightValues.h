@@ -18,6 +18,7 @@ struct FlightValues {
   double Voltage2 = 0;          // V, second bus
   double InstrumentLights = 0;  // 0..1023
   double NavigationLights = 0;  // 0 off
+  int BrightnessStep = 0;       // of the faces, 0..15, as the lighting word has it
   // The altitude as BoxAltitude shows it: whole feet.
   double ShownAltitude = 0;
 };

@@ -24,6 +24,8 @@ class GaugeWorld {
   // Ticks since the program started, and how many make a second.
   virtual std::uint32_t TickNumber() const = 0;
   virtual std::uint32_t TicksPerSecond() const = 0;
+  // How many ticks it takes until every polled gauge was asked once.
+  virtual std::uint32_t PollRoundTicks() const = 0;
 
   // GetPort, with 0 for a port that has no value or a value that is no finite number.
   double ValueOf(Port port) {
@@ -36,8 +38,9 @@ class GaugeWorld {
 // Where a tick's frames go. Implemented by the process cycle.
 class GaugeTick : public GaugeWorld {
  public:
-  // Appends a command frame to the tick's batch. False, and no frame, where |value| is above kLargestValue or
-  // the batch is full; whoever remembers what was sent then remembers the older value.
+  // Has a command frame sent: with this tick's batch, or, where the line is full, later, and only the newest
+  // value then. False, and no frame, where |value| is above kLargestValue; whoever remembers what was sent
+  // then remembers the older value.
   virtual bool Queue(int gaugeID, int command, std::int32_t value) = 0;
   // Makes the frame the one that a poll tick sends behind its batch; replaces an earlier one. False, and no
   // change, where |value| is above kLargestValue.
@@ -49,6 +52,14 @@ class GaugeReply : public GaugeWorld {
  public:
   // Writes the air pressure (inHg) to the simulator, through the program's own port of Function 8.
   virtual void PutAirPressure(float inches) = 0;
+  // True when the gauge was told the value of this command last, or so shortly before that the reply may
+  // still speak of it.
+  virtual bool WasTold(int gaugeID, int command, std::int32_t value) const = 0;
+  // True when the gauge was told another value of this command, and so long ago that its reply knows.
+  virtual bool WasToldOther(int gaugeID, int command, std::int32_t value) const = 0;
+  // A knob has made the gauge show this: a value that waits to be sent is older than the hand, and is
+  // dropped.
+  virtual void NoteShown(int gaugeID, int command, std::int32_t value) = 0;
   // The barometric setting that knobs turn, inHg.
   virtual float& BarometricSetting() = 0;
 };

@@ -47,8 +47,11 @@ class GaugeDriver {
   // One turn of an IO module on the gauge bus; no other kind has turns.
   virtual void ServeModuleTurn(GaugeTick&) {}
   // A reply of this gauge while running, of one of its kind's Gaugetype codes, envelope checked. An exception
-  // ends the handling.
-  virtual void HandleReply(ReplyView, GaugeReply&) {}
+  // ends the handling. Where no knob was turned since the reply before, they rest.
+  void TakeReply(ReplyView reply, GaugeReply& world) {
+    HandleReply(reply, world);
+    hold_.NoteReply(world.TickNumber());
+  }
 
   // --- for the forms ---
   // The simulator ports that it opened, in that order.
@@ -63,6 +66,7 @@ class GaugeDriver {
   // Opens a simulator port and enables reading it. kNoPort for Function 0, and for one that is not defined. A
   // sequence number of 0 counts as 1.
   Port Open(const Activation& activation, int function, int sequenceNr);
+  virtual void HandleReply(ReplyView, GaugeReply&) {}
   // False while a knob of the gauge is being turned: what the simulator sends then is older than the hand.
   bool Settled(const GaugeTick& tick) const { return hold_.Over(tick.TickNumber()); }
 
@@ -95,6 +99,8 @@ struct ActiveGauge {
   const Instrument* Kind = nullptr;     // null for a Gaugetype that no instrument serves,
   std::unique_ptr<GaugeDriver> Driver;  // and this as well
   int PollSlot = -1;                    // -1: not polled
+  std::int64_t SendAgainMs = 0;         // when it is sent everything once more; 0: not
+  std::int64_t HeededFromMs = 0;        // its replies count from then on
 };
 
 }  // namespace tvx

@@ -27,6 +27,12 @@ class SentValue {
     const auto rounded = RoundTo<std::int32_t>(value);
     return rounded && QueueIfChanged(tick, gaugeID, *rounded);
   }
+  int Command() const { return command_; }
+  // A knob has made the face show this.
+  void NoteShown(GaugeReply& world, int gaugeID, std::int32_t value) {
+    last_ = value;
+    world.NoteShown(gaugeID, command_, value);
+  }
 
  private:
   int command_;

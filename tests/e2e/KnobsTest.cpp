@@ -37,11 +37,11 @@ class Knobs : public testing::Test {
   // The dataref comes to `value`, within `tolerance`.
   void ExpectDataref(const char* name, double value, double tolerance = 0.01) {
     EXPECT_TRUE(
-        Eventually([&] { return std::fabs(Dataref(name) - value) <= tolerance; }, std::chrono::seconds(5)))
+        Eventually([&] { return std::fabs(Dataref(name) - value) <= tolerance; }, std::chrono::seconds(15)))
         << name << " is " << Dataref(name) << ", not " << value;
   }
   void ExpectShown(const char* what, const std::function<bool()>& condition) {
-    EXPECT_TRUE(Eventually(condition, std::chrono::seconds(5))) << what;
+    EXPECT_TRUE(Eventually(condition, std::chrono::seconds(15))) << what;
   }
 
   Flight flight;
@@ -134,7 +134,7 @@ TEST_F(Knobs, AutopilotAudioDmeAndTrim) {
 
   auto& dme = At<vc::DmeDevice>(38);
   dme.TurnCoarse(1);
-  ExpectDataref("sim/cockpit/radios/dme_freq_hz", dme.Frequency() / 10.0, 0.2);
+  ExpectDataref("sim/cockpit/radios/dme_freq_hz", 10000 + dme.Frequency() / 10.0, 0.2);
 
   auto& trim = At<vc::TrimDevice>(27);
   trim.TurnByHand(10);

@@ -2,6 +2,7 @@
 // whose values a test sets.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <vector>
@@ -25,7 +26,7 @@ struct CockpitRig {
   std::array<FakeSerialPort, kHardwareGroups> ports;
   SimCom sim{model, socket, boxes, clock};
   HardwarePorts hardware{model, PointersTo(ports)};
-  Serial serial{hardware, boxes};
+  Serial serial{hardware, boxes, clock};
   SpecialValues special{sim, boxes, clock};
   ProcessCycle cycle{model, sim, serial, special};
 
@@ -82,8 +83,9 @@ struct CockpitRig {
     cycle.PrepareGauges();
     cycle.StartRun();
   }
-  // One tick; returns what went out on the gauge bus.
+  // One tick, and as much time as the line needs for the one before; returns what went out on the gauge bus.
   std::vector<SentCommand> Tick() {
+    PassTick();
     Bus().Writes.clear();
     cycle.Tick();
     std::vector<SentCommand> all;
@@ -93,6 +95,10 @@ struct CockpitRig {
     return all;
   }
 
+  void PassTick() {
+    const auto carried = static_cast<std::int64_t>(serial.Backlog().Ms(clock.now)) + 1;
+    clock.Advance(std::max<std::int64_t>(carried, std::max<int>(model.General.TransferInterval, 40)));
+  }
   // The same without the polls.
   std::vector<SentCommand> TickValues() {
     std::vector<SentCommand> all = Tick();

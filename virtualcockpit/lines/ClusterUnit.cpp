@@ -10,7 +10,7 @@ namespace {
 constexpr std::array<std::size_t, ClusterUnit::kNeedles> kPlaces{2,  4,  6,  22, 8,  12, 14, 16,
                                                                  16, 18, 20, 10, 24, 26, 28, 30};
 constexpr Byte kNeedlesFrame = 'F', kRecalibrationFrame = 'A', kEnd = 0xAA;
-constexpr int kStartAnew = 2;  // a one-shot bit
+constexpr int kStartAnew = 4;  // a one-shot bit
 namespace place {
 constexpr std::size_t kLighting = 38, kOneShot = 39;
 constexpr std::size_t kMajorVersion = 15, kMinorVersion = 16;  // of the answer
@@ -60,9 +60,7 @@ void ClusterUnit::OnFrame() {
   CountFrame();
   lighting_ = frame_[place::kLighting - 1];
   oneShot_ = frame_[place::kOneShot - 1];
-  const bool single = oneShot_ == kEnd;  // a frame of one needle carries no one-shot byte
-  if (!single && (oneShot_ & kStartAnew) != 0) ++resets_;
-  if (single) oneShot_ = 0;
+  if ((oneShot_ & kStartAnew) != 0) ++resets_;
   if (frame_[0] == kRecalibrationFrame) {
     if (!Sweeping()) ++sweeps_;
     sweepStartMs_ = Now();

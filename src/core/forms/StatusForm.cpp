@@ -18,6 +18,9 @@ StatusForm::StatusForm(StatusPresenter& presenter, std::function<void()> showPor
   LabelNotice->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
   column->addWidget(LabelNotice);
   column->addLayout(MakeFlightValues(), 1);
+  panelBusHealth_ = new BusHealthPanel;
+  panelBusHealth_->hide();
+  column->addWidget(panelBusHealth_, 1);
   column->addWidget(MakeTransferPanel());
   column->addLayout(MakeButtons());
   Connect();
@@ -121,8 +124,6 @@ QWidget* StatusForm::MakeTransferPanel() {
   SliderXferTimer->setSingleStep(10);
   SliderXferTimer->setPageStep(50);
   SliderXferTimer->setMinimumWidth(look::Margin() * 9);
-  SliderXferTimer->setToolTip(
-      tr("How often the instruments get new values; shorter is smoother. Takes effect at once"));
   caption->setBuddy(SliderXferTimer);
   BoxXferProcessTimer = MakeLabel("BoxXferProcessTimer", {}, "value");
   BoxXferProcessTimer->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -136,6 +137,9 @@ QWidget* StatusForm::MakeTransferPanel() {
   line->addWidget(BoxXferProcessTimer);
   column->addWidget(caption);
   column->addLayout(line);
+  LabelIntervalFixed = MakeLabel("LabelIntervalFixed", {}, "caption");
+  LabelIntervalFixed->setWordWrap(true);
+  column->addWidget(LabelIntervalFixed);
   frmXferCount = new ValueBox("frmXferCount", tr("Transfers"), tr("per second"), "0000");
   boxUDPrate = new ValueBox("boxUDPrate", tr("X-Plane packets"), tr("per second"), "00000");
   boxUDPrate->Caption()->setObjectName("Label3");
@@ -152,6 +156,9 @@ QLayout* StatusForm::MakeButtons() {
   cmdShowIOM2 = MakeButton("cmdShowIOM2", tr("IO module &2"), tr("Shows the state of IO module 2"));
   cmdShowECStatus = MakeButton("cmdShowECStatus", tr("&Engine cluster"), tr("Shows the engine cluster"));
   cmdShowYokes = MakeButton("cmdShowYokes", tr("&Yokes"), tr("Shows the yokes"));
+  cmdShowBus = MakeButton("cmdShowBus", tr("&Gauge bus"),
+                          tr("Shows here how each instrument answers, and what the line carries"));
+  cmdShowBus->setCheckable(true);
   cmdDumpTVX = MakeButton("cmdDumpTVX", tr("&Dump"), tr("Writes a diagnostic dump"));
   CmdConfig = MakeButton("CmdConfig", tr("&Configure..."), tr("Halts and opens the configuration"));
   cmdHide = MakeButton("cmdHide", tr("&Hide"), tr("Minimizes this window; the program goes on"));
@@ -159,7 +166,7 @@ QLayout* StatusForm::MakeButtons() {
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
   for (QPushButton* button :
-       {cmdShowPorts, cmdShowIOM, cmdShowIOM2, cmdShowECStatus, cmdShowYokes, cmdDumpTVX}) {
+       {cmdShowPorts, cmdShowBus, cmdShowIOM, cmdShowIOM2, cmdShowECStatus, cmdShowYokes, cmdDumpTVX}) {
     row->addWidget(button);
   }
   row->addStretch(1);
@@ -177,6 +184,7 @@ void StatusForm::Connect() {
   on(CmdExit, [this] { presenter_.cmdExit_Click(); });
   on(cmdDumpTVX, [this] { presenter_.cmdDumpTVX_Click(); });
   on(cmdHide, [this] { showMinimized(); });
+  connect(cmdShowBus, &QPushButton::toggled, panelBusHealth_, &QWidget::setVisible);
   on(cmdShowPorts, [this] { showPorts_(); });
   on(cmdShowIOM, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule1); });
   on(cmdShowIOM2, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule2); });
@@ -203,6 +211,13 @@ void StatusForm::ShowView() {
     const QColor colour = look::Legible(look::FromCode(runColour_), look::CurrentColours().panel);
     BoxRun->setStyleSheet("color: " + colour.name());
   }
+  SliderXferTimer->setEnabled(view.IntervalFixed.empty());
+  SliderXferTimer->setToolTip(
+      view.IntervalFixed.empty()
+          ? tr("How often the instruments get new values; shorter is smoother. Takes effect at once")
+          : ToText(view.IntervalFixed));
+  LabelIntervalFixed->setText(ToText(view.IntervalFixed));
+  LabelIntervalFixed->setVisible(!view.IntervalFixed.empty());
   SetTextIfChanged(BoxXferProcessTimer, QString::number(view.TransferInterval));
   if (SliderXferTimer->value() != view.TransferInterval) {
     const QSignalBlocker quiet(SliderXferTimer);
@@ -220,6 +235,7 @@ void StatusForm::ShowView() {
   LabelNotice->setVisible(!view.Notice.empty());
   ShowLink(LampSimulator, LabelSimulator, view.Simulator);
   ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
+  panelBusHealth_->Show(view);
 }
 
 // Run is grey while running, Stop while halted; the focus moves to the one that can be pressed.

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "core/StatusPresenter.h"
+#include "core/forms/BusHealthPanel.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
 
@@ -48,13 +49,14 @@ class StatusForm : public Form {
   QLabel *BoxRun, *BoxCurrentConfig, *LabelVersion;
   StateLamp *LampSimulator, *LampGaugeBus;
   QLabel *LabelSimulator, *LabelGaugeBus, *LabelNotice;
+  BusHealthPanel* panelBusHealth_;
   ValueBox *BoxIAS, *BoxAltitude, *BoxHea, *boxBank, *boxPitch, *BoxVS, *boxCompass, *BoxAirPressHg,
       *BoxAirPressmBar, *boxVoltage, *BoxInstrLights, *boxNavLights;
   QSlider* SliderXferTimer;
-  QLabel* BoxXferProcessTimer;
+  QLabel *BoxXferProcessTimer, *LabelIntervalFixed;
   ValueBox *frmXferCount, *boxUDPrate, *boxNrofOffsets;
   QPushButton *cmdRun, *cmdStop, *CmdConfig, *CmdExit, *cmdDumpTVX, *cmdShowPorts, *cmdShowIOM, *cmdShowIOM2,
-      *cmdShowECStatus, *cmdShowYokes, *cmdHide;
+      *cmdShowECStatus, *cmdShowYokes, *cmdShowBus, *cmdHide;
   std::function<void()> showPorts_;
 };
 

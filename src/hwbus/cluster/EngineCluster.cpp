@@ -17,8 +17,8 @@ constexpr Byte kKeptOfOneShot = kECBacklightAlwaysOn;
 }  // namespace
 
 EngineCluster::EngineCluster(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware,
-                             MessageBoxes& boxes, Timers timers)
-    : model_(model), sim_(sim), hardware_(hardware), boxes_(boxes), timers_(timers) {
+                             MessageBoxes& boxes, const Clock& clock, Timers timers)
+    : model_(model), sim_(sim), hardware_(hardware), boxes_(boxes), clock_(clock), timers_(timers) {
   ports_.fill(kNoPort);
   events_ = Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
   timers_.Timer1000ms.SetInterval(kSecond);
@@ -175,25 +175,12 @@ void EngineCluster::ProcessTimer_Tick() {
     hold_ = kHoldSeconds;
   }
   FinishECFrame(frame, lighting_);
-  DiscardRemnant();
+  input_.DiscardRest(Line(), clock_.MonotonicMs());
   if (!Line().Write(frame)) {
     ecMode_ = mode;  // a step of a recalibration that did not leave is taken again
     return;
   }
   lighting_.OneShot &= kKeptOfOneShot;
-}
-
-// Discards what is left over of earlier input before a frame is sent. Input that has grown since the last
-// frame is an answer that is still coming in: it is left to become whole.
-void EngineCluster::DiscardRemnant() {
-  SerialPort& port = Line();
-  const std::size_t waiting = port.Waiting();
-  if (waiting != 0 && waiting == waitingBefore_) {
-    port.DiscardInput();
-    waitingBefore_ = 0;
-    return;
-  }
-  waitingBefore_ = waiting;
 }
 
 void EngineCluster::Timer1000ms_Tick() {
@@ -202,6 +189,7 @@ void EngineCluster::Timer1000ms_Tick() {
 
 void EngineCluster::MSComm1_OnComm(SerialEvent event) {
   SerialPort& port = Line();
+  input_.NoteRead();
   if (event != SerialEvent::Received) {
     port.DiscardInput();
     return;

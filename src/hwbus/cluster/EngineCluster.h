@@ -9,6 +9,7 @@
 #include "base/NumberFormat.h"
 #include "config/Model.h"
 #include "hwbus/HardwarePorts.h"
+#include "hwbus/StaleInput.h"
 #include "hwbus/cluster/EngineClusterFrame.h"
 #include "platform/Host.h"
 #include "simlink/SimCom.h"
@@ -24,7 +25,7 @@ class EngineCluster {
     Timer& Timer1000ms;
   };
   EngineCluster(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
-                Timers timers);
+                const Clock& clock, Timers timers);
 
   bool Configured() const { return hardware_.Configured(HardwareGroup::EngineCluster); }
   // Asks for the serial port unless it is open; says so when there is none.
@@ -79,12 +80,12 @@ class EngineCluster {
   void ReadOptions();
   void FollowFunctions();
   void FillNeedles(ECFrame& frame);
-  void DiscardRemnant();
 
   const ConfigModel& model_;
   SimCom& sim_;
   HardwarePorts& hardware_;
   MessageBoxes& boxes_;
+  const Clock& clock_;
   Timers timers_;
   Registration events_;  // of the line
   bool running_ = false;
@@ -93,7 +94,7 @@ class EngineCluster {
   int hold_ = 0;  // seconds for which the cluster is taken to sweep
   ECLighting lighting_;
   ECVersionText ecVersion_;
-  std::size_t waitingBefore_ = 0;  // bytes of input that waited at the last frame
+  StaleInput input_;
   bool portsOpen_ = false;
   std::array<Port, kECChannels> ports_{};
   std::array<std::int16_t, kECChannels> portFunction_{};  // that the port was asked for; 0: none

@@ -25,7 +25,7 @@ struct ECLighting {
 };
 // Bits of the one-shot byte.
 inline constexpr Byte kECBacklightAlwaysOn = 0x01;
-inline constexpr Byte kECReset = 0x02;
+inline constexpr Byte kECReset = 0x04;  // not in the 0xAA of a single needle's frame
 
 // The byte, counted from 1, where a needle's value begins; needles 0..15.
 std::size_t ECNeedlePosition(int needle);

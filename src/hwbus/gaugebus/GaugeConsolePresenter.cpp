@@ -63,7 +63,8 @@ void GaugeConsolePresenter::PollTimer_Tick() {
 }
 
 void GaugeConsolePresenter::OnReply(ReplyView reply) {
-  if (!polling_) return;
+  if (!polling_ && !awaiting_) return;
+  awaiting_ = false;
   replied_ = true;
   view_.Text7.clear();
   for (const Byte byte : reply) {
@@ -111,8 +112,14 @@ bool GaugeConsolePresenter::SendGaugeCommand() {
     boxes_.Show(problem);
     return false;
   }
-  serial_.WriteGaugeCommand(*gaugeID, *WholeNumber(CommandNumber, 0, kHighestCommand),
-                            *WholeNumber(CommandValue, -kLargestValue, kLargestValue));
+  const int command = *WholeNumber(CommandNumber, 0, kHighestCommand);
+  awaiting_ = command == kCommandReportState;
+  if (awaiting_ && !polling_) {
+    view_ = {};
+    view_.Text7 = kNoReply;
+    Changed();
+  }
+  serial_.WriteGaugeCommand(*gaugeID, command, *WholeNumber(CommandValue, -kLargestValue, kLargestValue));
   return true;
 }
 

@@ -42,6 +42,7 @@ class GaugeConsolePresenter {
   void cmdStopPoll();
   // Sends command 7; what the last poll left unanswered is shown as such.
   void PollTimer_Tick();
+  // Shows a reply: while it polls, and the first one after a command 7 was sent by hand.
   void OnReply(ReplyView reply);
   void Step(int by);  // changes ManualGaugeID, within 0..255
   bool SendGaugeCommand();
@@ -58,7 +59,8 @@ class GaugeConsolePresenter {
   Callback<> changed_;
   GaugeConsoleView view_;
   bool polling_ = false;
-  bool replied_ = false;  // since the last tick
+  bool awaiting_ = false;  // a command 7 was sent by hand
+  bool replied_ = false;   // since the last tick
   std::size_t turn_ = 0;
 };
 

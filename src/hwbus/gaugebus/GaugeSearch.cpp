@@ -42,6 +42,7 @@ void GaugeSearch::Cancel() {
 // Where the transmit slot is taken, the turn waits for the next tick.
 void GaugeSearch::Ask() {
   ticksLeft_ = 0;
+  waiting_ = 0;
   if (serial_.TransmitPending()) return;
   serial_.WriteGaugeCommand(address_, kCommandReportState, 0);
   ticksLeft_ = kReplyTicks;
@@ -60,6 +61,13 @@ void GaugeSearch::Tick() {
     return;
   }
   if (serial_.TransmitPending() || --ticksLeft_ > 0) return;
+  // An answer that is half in has time to become whole.
+  const std::size_t waiting = serial_.Line().Waiting();
+  if (waiting > 0 && waiting != waiting_) {
+    waiting_ = waiting;
+    ticksLeft_ = kGrowTicks;
+    return;
+  }
   CloseTurn();
 }
 

@@ -19,6 +19,7 @@ class GaugeSearch {
  public:
   static constexpr int kAddresses = kGauges;  // 0..255
   static constexpr int kReplyTicks = 3;       // of Tick, from the frame's leaving on
+  static constexpr int kGrowTicks = 2;
 
   GaugeSearch(ConfigModel& model, Serial& serial, MessageBoxes& boxes);
 
@@ -64,6 +65,7 @@ class GaugeSearch {
   int address_ = 0;
   int ticksOpening_ = 0;  // that the search has waited for the line to open
   int ticksLeft_ = 0;
+  std::size_t waiting_ = 0;  // bytes of an answer that was half in when the turn should have ended
   int found_ = 0;
 };
 

@@ -20,9 +20,10 @@ constexpr int kReplyTickMs = 50, kTransmitMs = 20;  // of TickReplyCountdown and
 
 }  // namespace
 
-Serial::Serial(HardwarePorts& ports, MessageBoxes& boxes)
+Serial::Serial(HardwarePorts& ports, MessageBoxes& boxes, const Clock& clock)
     : ports_(ports),
       boxes_(boxes),
+      clock_(clock),
       portsChanged_(ports.SetChanged([this](HardwareGroup group) { OnChanged(group); })) {}
 
 std::string Serial::LineWords() const {
@@ -37,6 +38,7 @@ void Serial::OpenComPorts() {
   lineOpen_ = noPower_ = false;
   openingTicks_ = 0;
   ports_.OpenAll();
+  backlog_.Clear();
 }
 
 void Serial::CloseComPorts() {
@@ -50,6 +52,7 @@ void Serial::OnChanged(HardwareGroup group) {
   const bool wasOpen = std::exchange(lineOpen_, Line().IsOpen());
   const bool hadNoPower = std::exchange(noPower_, NoPower());
   if (lineOpen_) openingTicks_ = 0;
+  if (lineOpen_ && !wasOpen) backlog_.Clear();
   if (anew && noPower_) boxes_.Show("No Power on CIM; Check Power Switch and Fuses");
   const bool cameBack = lineOpen_ && !anew && (!wasOpen || (hadNoPower && !noPower_));
   lineChanged_(cameBack);
@@ -104,8 +107,14 @@ void Serial::TickTransmit() {
   if (!transmitPending_) return;
   if (FrameCanWait()) return;
   const ByteView held = transmitBuffer_.Bytes();
-  Line().Write(held.first(std::min(FrameQueue::kLongestFrame, held.size())));
+  WriteLine(held.first(std::min(FrameQueue::kLongestFrame, held.size())));
   NextFrame();
+}
+
+bool Serial::WriteLine(ByteView bytes) {
+  if (!Line().Write(bytes)) return false;
+  backlog_.Add(bytes.size(), NowMs());
+  return true;
 }
 
 Registration Serial::QueryGauge(int gaugeID, std::function<void(bool)> done) {
@@ -142,9 +151,9 @@ void Serial::BeginBatch() {
 Serial::BatchResult Serial::SendBatch() {
   transmitPending_ = false;
   SerialPort& line = Line();
-  if (line.IsOpen()) line.DiscardInput();
+  if (line.IsOpen() && input_.DiscardRest(line, NowMs())) ++discardedRests_;
   if (transmitBuffer_.Empty() || !ports_.Configured(HardwareGroup::GaugeBus)) return BatchResult::Sent;
-  if (line.IsOpen() && line.Write(transmitBuffer_.Bytes())) return BatchResult::Sent;
+  if (line.IsOpen() && WriteLine(transmitBuffer_.Bytes())) return BatchResult::Sent;
   return line.IsOpen() ? BatchResult::Full : BatchResult::Closed;
 }
 

@@ -10,6 +10,8 @@
 #include "hwbus/FrameQueue.h"
 #include "hwbus/GaugeFrame.h"
 #include "hwbus/HardwarePorts.h"
+#include "hwbus/LineBacklog.h"
+#include "hwbus/StaleInput.h"
 #include "hwbus/gaugebus/FrameBuffer.h"
 #include "platform/Host.h"
 
@@ -27,7 +29,7 @@ class Serial {
   using ModuleCommand = std::function<void(int, int, std::int32_t)>;
 
   // Watches the ports from now on.
-  Serial(HardwarePorts& ports, MessageBoxes& boxes);
+  Serial(HardwarePorts& ports, MessageBoxes& boxes, const Clock& clock);
 
   HardwarePorts& Ports() { return ports_; }
   // The gauge bus's own port, and how it stands, in one line for the user.
@@ -81,6 +83,8 @@ class Serial {
   Registration QueryGauge(int gaugeID, std::function<void(bool answered)> done);
   // One tick of the configuration form's timer.
   void TickReplyCountdown();
+  // The receive handler reads what has come in.
+  void NoteRead() { input_.NoteRead(); }
   // The receive handler got a well-formed reply, and keeps it.
   void NoteReply();
   // Whether one came since the last query began.
@@ -94,14 +98,21 @@ class Serial {
   // Sent: also where there was none to send, or the gauge bus has no COM number. Closed: the line is not
   // open. Full: bytes of an earlier batch still wait. Of the last two, the line has taken no byte.
   enum class BatchResult { Sent, Closed, Full };
-  // Writes the whole batch at once and discards what is waiting to be read.
+  // Writes the whole batch at once. Discards what is waiting to be read where it has not grown for 25 ms.
   BatchResult SendBatch();
+  // How many such rests of damaged answers were discarded since the program started.
+  std::uint32_t DiscardedRests() const { return discardedRests_; }
+
+  // What the line has taken and not carried yet.
+  const LineBacklog& Backlog() const { return backlog_; }
+  std::int64_t NowMs() const { return clock_.MonotonicMs(); }
 
   // What the buffer holds now.
   ByteView TransmitBuffer() const { return transmitBuffer_.Bytes(); }
 
  private:
   bool QueueFrame(ByteView frame);
+  bool WriteLine(ByteView bytes);
   void NextFrame();
   void EndQuery(bool answered);
   bool FrameCanWait();
@@ -109,6 +120,10 @@ class Serial {
 
   HardwarePorts& ports_;
   MessageBoxes& boxes_;
+  const Clock& clock_;
+  LineBacklog backlog_;
+  StaleInput input_;
+  std::uint32_t discardedRests_ = 0;
   FrameBuffer transmitBuffer_;
   FrameQueue waiting_;  // behind the frame in the buffer
   bool transmitPending_ = false;

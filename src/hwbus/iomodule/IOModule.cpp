@@ -25,20 +25,23 @@ constexpr int kBrightnessShift = 4, kBrightnessMask = 0xF;
 }  // namespace
 
 IOModule::IOModule(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, Keystrokes& keystrokes,
-                   MessageBoxes& boxes, const IOModuleParameters& parameters, Timers timers)
+                   MessageBoxes& boxes, const Clock& clock, const IOModuleParameters& parameters,
+                   Timers timers)
     : model_(model),
       sim_(sim),
       hardware_(hardware),
       keystrokes_(keystrokes),
       boxes_(boxes),
+      clock_(clock),
       parameters_(parameters),
-      timers_(timers) {
+      timers_(timers),
+      ports_(model, sim, parameters.Number, parameters.Opener) {
   events_ = Line().SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
   timers_.WriteCmdDuringConfig.SetInterval(kTransmitInterval);
   timers_.TimerSeconds.SetInterval(kSecond);
 }
 
-void IOModule::ReadDefinitions() {
+void IOModule::TakeDefinitions() {
   switchDefinitionNr_.fill(0);
   analogueDefinitionNr_.fill(0);
   lampDefinitionNr_.fill(0);
@@ -51,7 +54,7 @@ void IOModule::ReadDefinitions() {
                                                         : lampDefinitionNr_[index];
     if (slot == 0) slot = number;  // the first definition of an input counts
   }
-  ports_.assign(static_cast<std::size_t>(model_.IOMCount()), kNoPort);
+  ports_.Assign();
 }
 
 void IOModule::OpenCommPort() {
@@ -73,18 +76,8 @@ void IOModule::TellOpenError() {
 }
 
 void IOModule::OpenPorts() {
-  ReadDefinitions();
-  const OpenerScope by(sim_, parameters_.Opener);
-  for (std::size_t i = 0; i < ports_.size(); ++i) {
-    const IOModuleRecord& definition = model_.IOModuleInputs[i];
-    const auto input = IOModuleInputOf(definition.Input);
-    if (!input || input->Module != parameters_.Number || definition.FunctionNr == 0) continue;
-    if (input->Kind == IOModuleKind::Switch && ActionOf(definition) != IOModuleAction::WriteValue) continue;
-    ports_[i] = sim_.OpenSimPort(definition.FunctionNr, definition.SequenceNr);
-    const bool reads =
-        input->Kind == IOModuleKind::Lamp || (input->Kind == IOModuleKind::Switch && IsRelative(definition));
-    if (reads && ports_[i] != kNoPort) sim_.EnableReadSimPort(ports_[i]);
-  }
+  ports_.Open();
+  TakeDefinitions();
 }
 
 void IOModule::cmdRun_Click() {
@@ -111,13 +104,6 @@ std::string IOModule::StatusText() const {
   if (hardware_.InTrouble(parameters_.Group)) return text + "; " + hardware_.WordsOf(parameters_.Group);
   if (running_ && !Answering()) text += "; the module does not answer";
   return text;
-}
-
-double IOModule::CurrentValue(int definitionNr) const {
-  float value = 0;
-  const bool known = definitionNr >= 1 && static_cast<std::size_t>(definitionNr) <= ports_.size() &&
-                     sim_.GetPort(ports_[static_cast<std::size_t>(definitionNr - 1)], value);
-  return known && std::isfinite(value) ? static_cast<double>(value) : 0.0;
 }
 
 const FunctionRecord* IOModule::FunctionOf(const IOModuleRecord& definition) const {
@@ -178,20 +164,33 @@ void IOModule::TakeAnalogue(const IOModuleReport& report) {
     const float value = tvx::AnalogueValue(definition, *function, analogueValue_[j]);
     if (!std::isfinite(value)) continue;
     analogueOut_ = value;
-    Put(definitionNr, value);
+    ports_.Put(definitionNr, value);
   }
+}
+
+// What a step starts from. The clicks of an encoder come faster than the simulator answers: while they follow
+// each other, each goes on from what the one before has written.
+std::optional<double> IOModule::StepsFrom(int definitionNr) const {
+  const auto known = ports_.Known(definitionNr);
+  if (!known || !IsEncoder(Definition(definitionNr))) return known;
+  const auto step = ports_.LastStep(definitionNr, clock_.MonotonicMs());
+  return step ? step : known;
 }
 
 void IOModule::RunSwitchAction(int definitionNr, bool on) {
   const IOModuleRecord& definition = Definition(definitionNr);
   const FunctionRecord* function = FunctionOf(definition);
-  const IOModuleEffect effect = SwitchEffect(definition, function, on, CurrentValue(definitionNr));
+  const auto from = StepsFrom(definitionNr);
+  // A step from a value that never came would set the Function to its lowest value.
+  if (IsRelative(definition) && !from) return;
+  const IOModuleEffect effect = SwitchEffect(definition, function, on, from.value_or(0.0));
   switch (effect.What) {
     case IOModuleEffect::Kind::Keystroke:
       keystrokes_.SendKeystroke(effect.Keystroke);
       break;
     case IOModuleEffect::Kind::Value:
-      Put(definitionNr, effect.Value);
+      ports_.Put(definitionNr, effect.Value);
+      if (IsEncoder(definition)) ports_.NoteStep(definitionNr, effect.Value, clock_.MonotonicMs());
       break;
     case IOModuleEffect::Kind::Command:
       if (function != nullptr) sim_.SendXplaneCommand(function->FullName, effect.Entry);
@@ -199,10 +198,6 @@ void IOModule::RunSwitchAction(int definitionNr, bool on) {
     case IOModuleEffect::Kind::Nothing:
       break;
   }
-}
-
-void IOModule::Put(int definitionNr, float value) {
-  sim_.PutPort(ports_[static_cast<std::size_t>(definitionNr - 1)], value);
 }
 
 // --- commands ---
@@ -250,7 +245,7 @@ void IOModule::RefreshLamps() {
     const FunctionRecord* function = FunctionOf(definition);
     float value = 0;
     // A value that is not known lights no lamp, not even that of "equals its minimum".
-    const bool known = sim_.GetPort(ports_[static_cast<std::size_t>(definitionNr - 1)], value);
+    const bool known = ports_.Read(definitionNr, value);
     if (function != nullptr && known && LampLit(definition, *function, static_cast<double>(value))) {
       lamps_ |= 1u << i;
     }

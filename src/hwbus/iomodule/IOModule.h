@@ -8,13 +8,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "base/Registration.h"
 #include "config/Model.h"
 #include "hwbus/FrameQueue.h"
 #include "hwbus/GaugeFrame.h"
 #include "hwbus/HardwarePorts.h"
+#include "hwbus/iomodule/IOModulePorts.h"
 #include "hwbus/iomodule/IOModuleReport.h"
 #include "platform/Host.h"
 #include "simlink/SimCom.h"
@@ -42,17 +42,20 @@ class IOModule {
     Timer& TimerSeconds;          // 1 s
   };
   IOModule(const ConfigModel& model, SimCom& sim, HardwarePorts& hardware, Keystrokes& keystrokes,
-           MessageBoxes& boxes, const IOModuleParameters& parameters, Timers timers);
+           MessageBoxes& boxes, const Clock& clock, const IOModuleParameters& parameters, Timers timers);
 
   const IOModuleParameters& Parameters() const { return parameters_; }
   bool Configured() const { return hardware_.Configured(parameters_.Group); }
 
-  // Reads the definitions: which switch, axis and lamp has which. To be called again after they were edited.
-  void ReadDefinitions();
+  // Takes the definitions over: which switch, axis and lamp has which. To be called again after they were
+  // edited; they count at once, running or halted, and what stands is not interrupted.
+  void TakeDefinitions();
   // Asks for the module's serial port unless it is open; shows the module's message when it cannot be opened.
   void OpenCommPort();
   // Opens the simulator port of each definition, under the module's opener code.
   void OpenPorts();
+  // The simulator ports were closed elsewhere, with all others.
+  void ForgetPorts() { ports_.Forget(); }
   void cmdRun_Click();
   void cmdStop_Click();
   // Queues a command for the module behind those that wait. False, and it is lost, where the queue is full.
@@ -80,8 +83,9 @@ class IOModule {
   int SwitchDefinitionNr(int index) const { return switchDefinitionNr_[static_cast<std::size_t>(index)]; }
   int AnalogueDefinitionNr(int index) const { return analogueDefinitionNr_[static_cast<std::size_t>(index)]; }
   int LampDefinitionNr(int index) const { return lampDefinitionNr_[static_cast<std::size_t>(index)]; }
-  // The value that a definition's Function has now; 0 where it has none.
-  double CurrentValue(int definitionNr) const;
+  // The value that a definition's Function has now; 0 where it has none, std::nullopt before one ever came.
+  double CurrentValue(int definitionNr) const { return KnownValue(definitionNr).value_or(0.0); }
+  std::optional<double> KnownValue(int definitionNr) const { return ports_.Known(definitionNr); }
   bool Answering() const { return secondsSilent_ < kSilentSeconds; }
   // Told of every well-formed report, running or not: for learning by touch. Until the
   // Registration ends.
@@ -104,7 +108,7 @@ class IOModule {
   void TakeSwitches(const IOModuleReport& report);
   void TakeAnalogue(const IOModuleReport& report);
   void RunSwitchAction(int definitionNr, bool on);
-  void Put(int definitionNr, float value);
+  std::optional<double> StepsFrom(int definitionNr) const;
   void RefreshLamps();
   void AppendCommand(int command, std::int32_t value);
   using Told = std::optional<std::int32_t>;  // what the module was told last; std::nullopt: not known
@@ -116,6 +120,7 @@ class IOModule {
   HardwarePorts& hardware_;
   Keystrokes& keystrokes_;
   MessageBoxes& boxes_;
+  const Clock& clock_;
   const IOModuleParameters parameters_;
   Timers timers_;
   Callback<const IOModuleReport&> observer_;
@@ -133,7 +138,7 @@ class IOModule {
   std::array<int, kIOModuleSwitches> switchDefinitionNr_{};
   std::array<int, kIOModuleAnalogues> analogueDefinitionNr_{};
   std::array<int, kIOModuleLamps> lampDefinitionNr_{};
-  std::vector<Port> ports_;  // simulator port of each definition, by the definition's number less 1
+  IOModulePorts ports_;
   float analogueOut_ = 0;
 
   std::uint32_t lamps_ = 0;

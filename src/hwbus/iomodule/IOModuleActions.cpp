@@ -68,6 +68,24 @@ bool IsRelative(const IOModuleRecord& definition) {
   return ActionOf(definition) == IOModuleAction::WriteValue && definition.IncrementFlags != 0;
 }
 
+bool IsEncoder(const IOModuleRecord& definition) {
+  const auto type = static_cast<IOModuleSwitchType>(definition.SwitchType);
+  return IsRelative(definition) &&
+         (type == IOModuleSwitchType::EncoderA || type == IOModuleSwitchType::EncoderB);
+}
+
+bool IsRead(const FunctionRecord& function, int sequenceNr) {
+  const auto slot = function.SlotOf(static_cast<Byte>(std::clamp(sequenceNr, 1, 4)));
+  switch (static_cast<DataType>(function.ComboDT)) {
+    case DataType::XplaneDataref:
+      return slot.value > 0;  // times a second
+    case DataType::XplaneCmnd:
+      return false;
+    default:
+      return true;
+  }
+}
+
 IOModuleEffect SwitchEffect(const IOModuleRecord& definition, const FunctionRecord* function, bool on,
                             double current) {
   const float edgeValue = on ? definition.OffOnValue : definition.OnOffValue;
@@ -115,21 +133,8 @@ bool LampLit(const IOModuleRecord& definition, const FunctionRecord& function, d
          ((conditions & kIOModuleLitAtValue) != 0 && value == static_cast<double>(definition.OnOffValue));
 }
 
-std::string ActionName(const IOModuleRecord& definition, const FunctionRecord* function) {
-  switch (ActionOf(definition)) {
-    case IOModuleAction::Keystroke:
-      return "KB Stroke";
-    case IOModuleAction::Command:
-      return "Xplane CMND";
-    case IOModuleAction::NoAction:
-      return "No Action ";
-    case IOModuleAction::NotUsed:
-      return "Not Used";
-    case IOModuleAction::WriteValue:
-      break;
-  }
-  if (function == nullptr) return "Not Used";
-  switch (static_cast<DataType>(function->ComboDT)) {
+std::string DataName(DataType type) {
+  switch (type) {
     case DataType::ByteType:
       return "Data Byte";
     case DataType::Integer:
@@ -149,9 +154,25 @@ std::string ActionName(const IOModuleRecord& definition, const FunctionRecord* f
   return "Not Used";
 }
 
+std::string ActionName(const IOModuleRecord& definition, const FunctionRecord* function) {
+  switch (ActionOf(definition)) {
+    case IOModuleAction::Keystroke:
+      return "KB Stroke";
+    case IOModuleAction::Command:
+      return "Xplane CMND";
+    case IOModuleAction::NoAction:
+      return "No Action ";
+    case IOModuleAction::NotUsed:
+      return "Not Used";
+    case IOModuleAction::WriteValue:
+      break;
+  }
+  return function == nullptr ? "Not Used" : DataName(static_cast<DataType>(function->ComboDT));
+}
+
 std::string SwitchPreview(const IOModuleRecord& definition, const FunctionRecord* function, bool on,
-                          double current) {
-  const IOModuleEffect effect = SwitchEffect(definition, function, on, current);
+                          std::optional<double> current) {
+  const IOModuleEffect effect = SwitchEffect(definition, function, on, current.value_or(0.0));
   const std::string edge = on ? "Off->On: " : "On->Off: ";
   switch (effect.What) {
     case IOModuleEffect::Kind::Keystroke: {
@@ -159,7 +180,18 @@ std::string SwitchPreview(const IOModuleRecord& definition, const FunctionRecord
       return edge + (sequence.empty() ? "sends nothing" : "types " + sequence);
     }
     case IOModuleEffect::Kind::Value: {
-      const std::string step = IsRelative(definition) ? " (it is now " + ShortNumber(current) + ")" : "";
+      if (IsRelative(definition)) {
+        if (!IsRead(*function, definition.SequenceNr)) {
+          return edge + "sends nothing: " + NameOf(function) +
+                 " is not read from the simulator, so no step can start";
+        }
+        if (!current) {
+          const float value = on ? definition.OffOnValue : definition.OnOffValue;
+          return edge + "steps " + NameOf(function) + " by " + ShortNumber(static_cast<double>(value)) +
+                 ", once its value has come";
+        }
+      }
+      const std::string step = IsRelative(definition) ? " (it is now " + ShortNumber(*current) + ")" : "";
       return edge + "writes " + ShortNumber(static_cast<double>(effect.Value)) + " to " + NameOf(function) +
              step;
     }

@@ -21,6 +21,10 @@ struct IOModuleEffect {
 IOModuleAction ActionOf(const IOModuleRecord& definition);
 // Whether the switch steps its Function up or down, and so needs its current value.
 bool IsRelative(const IOModuleRecord& definition);
+// Whether it is one of the two halves of an encoder.
+bool IsEncoder(const IOModuleRecord& definition);
+// Whether the simulator tells the Function's value, so that a step has something to start from.
+bool IsRead(const FunctionRecord& function, int sequenceNr);
 
 // The effect of an edge (`on`: Off->On). `function` may be nullptr; `current` is the Function's value now,
 // used by relative definitions only.
@@ -33,13 +37,16 @@ float AnalogueValue(const IOModuleRecord& definition, const FunctionRecord& func
 // Whether the lamp of a definition is lit at `value`.
 bool LampLit(const IOModuleRecord& definition, const FunctionRecord& function, double value);
 
+// The words for writing a value to a Function of a data type: "Data Byte" and so on.
+std::string DataName(DataType type);
 // The action in the words of the list of actions: "No Action ", "Data Float", "Xplane CMND", "KB Stroke" and
 // so on.
 std::string ActionName(const IOModuleRecord& definition, const FunctionRecord* function);
 
-// What the definition would send on an edge, or at a raw value, in one line.
+// What the definition would send on an edge, or at a raw value, in one line. `current` std::nullopt: the
+// Function's value has not come yet.
 std::string SwitchPreview(const IOModuleRecord& definition, const FunctionRecord* function, bool on,
-                          double current);
+                          std::optional<double> current);
 std::string AnaloguePreview(const IOModuleRecord& definition, const FunctionRecord* function, int raw);
 
 }  // namespace tvx

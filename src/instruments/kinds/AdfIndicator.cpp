@@ -27,7 +27,10 @@ class AdfDriver final : public GaugeDriver {
   }
 
   void HandleReply(ReplyView reply, GaugeReply& world) override {
-    if (HasLetters(reply, 'C', 'A')) knob_.Report(world, hold_, KnobAngle(ReplyWord(reply, 7)));
+    if (!HasLetters(reply, 'C', 'A')) return;
+    const double angle = KnobAngle(ReplyWord(reply, 7));
+    knob_.Report(world, hold_, angle,
+                 {&shown_.card, gaugeID_, static_cast<std::int32_t>(DialStepsOf(angle))});
   }
 
  private:

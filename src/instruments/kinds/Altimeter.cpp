@@ -49,7 +49,8 @@ class AltimeterDriver final : public GaugeDriver {
       const auto raw = static_cast<std::int16_t>(ReplyWord(reply, 7));
       const double inches = raw / (ReplyModel(reply) == kModelInches ? 100.0 : kMillibarPerInchHg);
       // A setting that repeats is known to the simulator; writing it again would undo what was set there.
-      const bool repeated = reportedSetting_ == raw;
+      const bool repeated = reportedSetting_ == raw ||
+                            world.WasTold(gaugeID_, kCommandPressure, static_cast<std::int32_t>(raw));
       reportedSetting_ = raw;
       if (repeated && world.Flight().AirPressureHg > 0) return;
       setting = static_cast<float>(inches);

@@ -58,11 +58,15 @@ class AutopilotDriver final : public GaugeDriver {
       auto entry = static_cast<float>(button + 1);
       world.Sim().PutPort(block_[kCommandList], entry);
     }
-    if (ReplyByte(reply, 12) == 1) preselect_.Report(world, hold_, ReplyWord(reply, 10));
+    if (ReplyByte(reply, 12) == 1) {
+      const int altitude = ReplyWord(reply, 10);
+      preselect_.Report(world, hold_, altitude, {&shown_.altitude, gaugeID_, altitude});
+    }
     if (ReplyByte(reply, 15) == 1) {
       const auto speed = static_cast<std::int16_t>(ReplyWord(reply, 13));
       world.Sim().SendDataFloat(kAutopilotGroup, kVerticalSpeedValue, static_cast<float>(speed));
       hold_.Begin(world);
+      shown_.verticalSpeed.NoteShown(world, gaugeID_, speed);
     }
   }
 

@@ -14,6 +14,7 @@ constexpr Byte kKing = 123;
 constexpr int kSourceSequence = 4;  // of the distance's Function: which receiver is the source
 
 constexpr int kOptionDisplayLocal = 1;
+constexpr int kOptionFrom100MHz = 2;  // Gaugetype 123
 
 constexpr int kCommandDistance = 4;  // tenths of a nautical mile
 constexpr int kCommandSpeed = 5;     // kt
@@ -31,7 +32,9 @@ constexpr int kSourceNav1 = 2, kSourceNav2 = 3;         // byte 24; 0 and 1: the
 class DmeDriver final : public GaugeDriver {
  public:
   explicit DmeDriver(const Activation& a)
-      : GaugeDriver(a), dmeDisplayLocal_((a.record.GaugeSetting5 & kOptionDisplayLocal) != 0) {
+      : GaugeDriver(a),
+        dmeDisplayLocal_((a.record.GaugeSetting5 & kOptionDisplayLocal) != 0),
+        from100MHz_((a.record.GaugeSetting5 & kOptionFrom100MHz) != 0) {
     OpenReceiver(a, first_, 1);
     frequency_ = Open(a, functions::kDmeFrequency, 1);
     if (a.model.Functions[functions::kDmeDistance].FunctionSetting != 0) {
@@ -52,7 +55,7 @@ class DmeDriver final : public GaugeDriver {
     shown_.speed.QueueRounded(tick, gaugeID_, tick.ValueOf(shown.speed));
     shown_.time.QueueRounded(tick, gaugeID_, tick.ValueOf(shown.time));
     const double frequency = tick.ValueOf(frequency_);
-    if (frequency > kLowestFrequency) {
+    if (frequency > kLowestFrequency && Settled(tick)) {
       shown_.frequency.QueueRounded(tick, gaugeID_, RawFrequencyOf(frequency));
     }
     const double source = std::clamp(RoundHalfEven(tick.ValueOf(source_)), 0.0, 15.0);
@@ -96,7 +99,10 @@ class DmeDriver final : public GaugeDriver {
     const int raw = ReplyByte(reply, 20) * 256 + ReplyByte(reply, 19);  // the low byte first, here
     if (lastFrequency_ == raw) return;
     lastFrequency_ = raw;
-    const auto frequency = static_cast<float>(raw / 10.0);
+    if (world.Sim().HasArrived(frequency_) && world.WasTold(gaugeID_, kCommandFrequency, raw)) return;
+    hold_.Begin(world);
+    shown_.frequency.NoteShown(world, gaugeID_, raw);
+    const auto frequency = static_cast<float>((from100MHz_ ? kLowestFrequency : 0.0) + raw / 10.0);
     if (source == kSourceNav1) {
       world.Special().PutNAV1Frequency(frequency);
     } else if (source == kSourceNav2) {
@@ -107,6 +113,7 @@ class DmeDriver final : public GaugeDriver {
   }
 
   const bool dmeDisplayLocal_;  // the display selector stays in the instrument
+  const bool from100MHz_;       // the frequencies that its knobs set
   Receiver first_, second_;     // the second only where the instrument chooses by itself
   Port frequency_ = kNoPort;
   Port source_ = kNoPort;
@@ -133,6 +140,11 @@ class DmeIndicator final : public Instrument {
                 {"Time", kCommandTime, 0, 999, "min"},
                 {"Frequency", kCommandFrequency, 0, 65535, "kHz above 100 MHz"}};
     if (gaugetype == kKing) {
+      d.options = {
+          {"Counts from 100 MHz",
+           "Its knobs report kHz above 100 MHz: 10300 tunes 110.30 MHz. Without it X-Plane is sent a tenth "
+           "of the number as it is",
+           kOptionFrom100MHz}};
       d.readings = {{"Source", ByteText<24>}};
       return d;
     }

@@ -33,7 +33,8 @@ class HeadingDriver final : public GaugeDriver {
 
   void HandleReply(ReplyView reply, GaugeReply& world) override {
     if (!inputEnabled_) return;
-    bugKnob_.Report(world, hold_, CountAngle(ReplyWord(reply, 10), kBugLimit));
+    const int bug = ReplyWord(reply, 10);
+    bugKnob_.Report(world, hold_, CountAngle(bug, kBugLimit), {&shown_.bug, gaugeID_, bug});
     const double correction = CountAngle(ReplyWord(reply, 7), kCorrectionLimit);
     if (!correctionKnob_.WasLast(correction)) correctionKnob_.Report(world, hold_, correction);
   }

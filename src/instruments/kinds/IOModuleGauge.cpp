@@ -16,8 +16,6 @@ constexpr float kFullAnalogue = 4095.0f;
 constexpr int kCommandNumber = 4;
 constexpr int kCommandBrightness = 5;
 constexpr int kCommandLamps = 6;
-constexpr double kLevelsPerStep = 64.0;  // of the instrument lights, 0..1023
-constexpr double kBrightestStep = 15.0;
 
 // A value that waits for the module's turn, wherever it changed.
 class WaitingValue {
@@ -57,8 +55,7 @@ class IOModuleDriver final : public GaugeDriver {
   // No frame goes out here: it only notes what the module's next turn has to send.
   void Serve(GaugeTick& tick) override {
     if (number_ != kNoPort) shown_.number.Note(Limited(tick.ValueOf(number_), -kLargestValue));
-    const double step = tick.Flight().InstrumentLights / kLevelsPerStep;
-    shown_.brightness.Note(static_cast<std::int32_t>(std::clamp(step, 0.0, kBrightestStep)));
+    shown_.brightness.Note(tick.Flight().BrightnessStep);
   }
 
   void ServeModuleTurn(GaugeTick& tick) override {

@@ -39,13 +39,15 @@ class RadioDriver final : public GaugeDriver {
     if (!HasLetters(reply, 'A', 'S')) return;
     const int active = ReplyWord(reply, 7);
     const int standby = ReplyWord(reply, 10);
+    const ShownOn activeFace{&shown_.active, gaugeID_, active},
+        standbyFace{&shown_.standby, gaugeID_, standby};
     if (radioKind_ >= kAdf) {
-      ReportAdf(activeKnob_, active, false, world);
-      if (sendStandby_) ReportAdf(standbyKnob_, standby, true, world);
+      ReportAdf(activeKnob_, activeFace, false, world);
+      if (sendStandby_) ReportAdf(standbyKnob_, standbyFace, true, world);
       return;
     }
-    activeKnob_.Report(world, hold_, FrequencyOf(active));
-    if (sendStandby_) standbyKnob_.Report(world, hold_, FrequencyOf(standby));
+    activeKnob_.Report(world, hold_, FrequencyOf(active), activeFace);
+    if (sendStandby_) standbyKnob_.Report(world, hold_, FrequencyOf(standby), standbyFace);
   }
 
  private:
@@ -58,9 +60,9 @@ class RadioDriver final : public GaugeDriver {
   }
 
   // An ADF's frequency goes to its dataref by name, not through its port.
-  void ReportAdf(ReportedValue& knob, int raw, bool standby, GaugeReply& world) {
-    if (!knob.IsNews(world, hold_, raw / 10.0)) return;
-    const auto digits = FiveDigits(raw);
+  void ReportAdf(ReportedValue& knob, const ShownOn& shown, bool standby, GaugeReply& world) {
+    if (!knob.IsNews(world, hold_, shown.value / 10.0, shown)) return;
+    const auto digits = FiveDigits(shown.value);
     world.Special().PutADF({digits.data(), digits.size()}, standby);
   }
 

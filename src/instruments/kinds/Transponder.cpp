@@ -19,7 +19,7 @@ constexpr int kCommandCode = 4;         // 0..7777
 constexpr int kCommandFlightLevel = 5;  // hundreds of feet
 constexpr int kCommandMode = 6;         // the simulator's mode
 constexpr int kCommandSecondCode = 12;
-constexpr int kModeWithoutReporting = 3;  // the stored mode at which the altitude is not reported
+constexpr int kPositionWithoutReporting = 3;  // "on": the altitude is not reported
 
 class TransponderDriver final : public GaugeDriver {
  public:
@@ -60,16 +60,16 @@ class TransponderDriver final : public GaugeDriver {
     const int position = ReplyByte(reply, 17);
     if (ReplyGaugetype(reply) == kKing) {
       if (!HasLetters(reply, 'X', 'F')) return;
-      codeKnob_.Report(world, hold_, SquawkOf(ReplyByte(reply, 7), ReplyByte(reply, 8)));
+      ReportCode(SquawkOf(ReplyByte(reply, 7), ReplyByte(reply, 8)), world);
       if (const int mode = ModeOfKing(position); mode >= 0) {
-        modeKnob_.Report(world, hold_, mode);
-        ReportReporting(mode, world);
+        ReportMode(mode, world);
+        ReportReporting(mode + 1, world);
       }
     } else {
       if (!HasLetters(reply, 'X', 'Y')) return;
       const std::size_t at = ReplyByte(reply, 15) == 1 ? 7 : 10;
-      codeKnob_.Report(world, hold_, SquawkOf(ReplyByte(reply, at), ReplyByte(reply, at + 1)));
-      modeKnob_.Report(world, hold_, position - 1);
+      ReportCode(SquawkOf(ReplyByte(reply, at), ReplyByte(reply, at + 1)), world);
+      ReportMode(position - 1, world);
       ReportReporting(position, world);
     }
     ident_.Report(world, hold_, ReplyByte(reply, 13));
@@ -80,10 +80,17 @@ class TransponderDriver final : public GaugeDriver {
     return (a.record.GaugeSetting5 & option) != 0 ? Open(a, function, sequenceNr) : kNoPort;
   }
 
+  void ReportCode(double code, GaugeReply& world) {
+    codeKnob_.Report(world, hold_, code, {&shown_.code, gaugeID_, static_cast<std::int32_t>(code)});
+  }
+  void ReportMode(int mode, GaugeReply& world) {
+    modeKnob_.Report(world, hold_, mode, {&shown_.mode, gaugeID_, mode});
+  }
+  // `position`: the simulator's mode and one.
   void ReportReporting(int position, GaugeReply& world) {
     if (!reporting_.Sends() || lastInputValue_ == position) return;
     lastInputValue_ = position;
-    reporting_.Report(world, hold_, position == kModeWithoutReporting ? 0.0 : 1.0);
+    reporting_.Report(world, hold_, position == kPositionWithoutReporting ? 0.0 : 1.0);
   }
 
   // The knob's positions off, standby, test, on, altitude as the simulator counts them: 0 off, 1 standby, 2

@@ -43,7 +43,8 @@ class TrimWheelDriver final : public GaugeDriver {
     // Byte 13 tells whether the hand or the motor moved it; what the motor did, the simulator knows already.
     if (ReplyByte(reply, 13) == 0) return;
     const auto [lowest, span] = RangeOf(world.Model());
-    wheel_.Report(world, hold_, lowest + std::min(position / kFullWheel, 1.0) * span);
+    wheel_.Report(world, hold_, lowest + std::min(position / kFullWheel, 1.0) * span,
+                  {&shown_.position, gaugeID_, position});
   }
 
  private:

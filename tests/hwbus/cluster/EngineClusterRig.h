@@ -56,7 +56,7 @@ struct EngineClusterRig : testing::Test {
   FakeTimer process, second;
   SimCom sim{model, socket, boxes, clock};
   HardwarePorts hardware{model, {&other, &port, &other, &other, &other, &other}};
-  EngineCluster cluster{model, sim, hardware, boxes, {process, second}};
+  EngineCluster cluster{model, sim, hardware, boxes, clock, {process, second}};
 };
 
 }  // namespace tvx

@@ -31,8 +31,9 @@ class HaltedBusTest : public testing::Test {
   ConfigModel model;
   FakeMessageBoxes boxes;
   std::array<FakeSerialPort, kHardwareGroups> ports;
+  FakeClock clock;
   HardwarePorts hardware{model, PointersTo(ports)};
-  Serial serial{hardware, boxes};
+  Serial serial{hardware, boxes, clock};
 };
 
 }  // namespace tvx

@@ -24,8 +24,9 @@ class SerialTest : public testing::Test {
   ConfigModel model;
   FakeMessageBoxes boxes;
   std::array<FakeSerialPort, kHardwareGroups> ports;
+  FakeClock clock;
   HardwarePorts hardware{model, PointersTo(ports)};
-  Serial serial{hardware, boxes};
+  Serial serial{hardware, boxes, clock};
 };
 
 const char* const kNoPower = "No Power on CIM; Check Power Switch and Fuses";

@@ -133,6 +133,12 @@ TEST(IOModuleActions, PreviewTellsWhatWouldBeSent) {
   EXPECT_EQ(SwitchPreview(d, &function, true, 5), "Off->On: writes 24.5 to F");
   d.IncrementFlags = 1;
   EXPECT_EQ(SwitchPreview(d, &function, true, 5), "Off->On: writes 17.25 to F (it is now 5)");
+  EXPECT_EQ(SwitchPreview(d, &function, true, std::nullopt),
+            "Off->On: steps F by 12.25, once its value has come");
+  FunctionRecord silent = function;
+  silent.ComboDT = static_cast<Byte>(DataType::XplaneDataref);
+  EXPECT_EQ(SwitchPreview(d, &silent, true, std::nullopt),
+            "Off->On: sends nothing: F is not read from the simulator, so no step can start");
   d.ActionKind = 'c';
   d.OffOnValue = 2;
   EXPECT_EQ(SwitchPreview(d, &function, true, 5), "Off->On: runs sim/b");

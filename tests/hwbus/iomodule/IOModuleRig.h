@@ -32,7 +32,7 @@ struct IOModuleRig {
   IOModule module;
 
   explicit IOModuleRig(const IOModuleParameters& p)
-      : parameters(p), module(model, sim, hardware, keystrokes, boxes, p, {process, write, seconds}) {
+      : parameters(p), module(model, sim, hardware, keystrokes, boxes, clock, p, {process, write, seconds}) {
     model.General.ComPortIOM1 = 6;
     model.General.ComPortIOM2 = 8;
     for (int number = 60; number < 64; ++number) {

@@ -36,17 +36,59 @@ TEST_P(IOModuleTest, DeadBandIsTheLargestChangeThatIsIgnored) {
   EXPECT_EQ(Sent(), Texts{});
 }
 
-TEST_P(IOModuleTest, EncoderStepsFromTheValueOfTheSimulator) {
-  for (const int index : {8, 9}) {
-    IOModuleRecord& d = Define(IOModuleKind::Switch, index, 60);
-    d.SwitchType = static_cast<std::int16_t>(index - 7);
-    d.IncrementFlags = kIOModuleStepOffOn;
-    d.OffOnValue = index == 8 ? 5.0f : -5.0f;
+// An encoder at B1 and B2, and a plain switch at B3 that steps the same Function.
+struct EncoderTest : IOModuleTest {
+  EncoderTest() {
+    for (const int index : {8, 9, 10}) {
+      IOModuleRecord& d = Define(IOModuleKind::Switch, index, 60);
+      d.SwitchType = static_cast<std::int16_t>(index == 10 ? 0 : index - 7);
+      d.IncrementFlags = kIOModuleStepOffOn;
+      d.OffOnValue = index == 9 ? -5.0f : 5.0f;
+    }
+    Start();
   }
-  Start();
+  Texts Click(int bit) {
+    clock.Advance(10);
+    Report(Groups{0, static_cast<Byte>(0x80 >> bit), 0, 0, 0, 0});
+    return SentAfter(Groups{});
+  }
+};
+INSTANTIATE_TEST_SUITE_P(Both, EncoderTest, testing::Values(1, 2));
+
+TEST_P(EncoderTest, LosesNoClickWhileTheSimulatorIsBehind) {
+  EXPECT_EQ(Click(0), Texts{}) << "the Function's value never came";
   Set(60, 50);
-  Report(Groups{0, 0x80, 0, 0, 0, 0});
-  EXPECT_EQ(SentAfter(Groups{}), Texts{"60=55.00"});
+  EXPECT_EQ(Click(0), Texts{"60=55.00"});
+  EXPECT_EQ(Click(0), Texts{"60=60.00"});
+  Set(60, 55);  // the first click comes back
+  EXPECT_EQ(Click(0), Texts{"60=65.00"});
+  EXPECT_EQ(Click(1), Texts{"60=60.00"}) << "the other half goes on from there";
+  for (int i = 0; i < 8; ++i) Click(0);
+  EXPECT_EQ(Click(0), Texts{"60=100.0"}) << "the limit holds";
+  EXPECT_EQ(Click(2), Texts{"60=60.00"}) << "a plain switch reads the simulator";
+  clock.Advance(501);
+  EXPECT_EQ(Click(0), Texts{"60=60.00"}) << "after half a second the simulator counts again";
+}
+
+TEST_P(IOModuleTest, ADefinitionThatIsStoredActsAtOnceAndInterruptsNoOther) {
+  Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
+  Define(IOModuleKind::Lamp, 0, 61).IncrementFlags = kIOModuleLitAtMaximum;
+  Start();
+  Set(61, 100);
+  Tick();
+  EXPECT_EQ(module.Lamps(), 1u);
+  module.TakeDefinitions();  // as opening the set-up does
+  EXPECT_EQ(Tick(), Commands{}) << "the lamp stays lit";
+  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{"60=40.00"});
+  Define(IOModuleKind::Switch, 1, 62).OffOnValue = 30;
+  module.TakeDefinitions();
+  EXPECT_EQ(SentAfter(Groups{0xC0, 0, 0, 0, 0, 0}), Texts{"62=30.00"});
+  EXPECT_EQ(sim.PortCount(), 3) << "those that were open are used again";
+  module.cmdStop_Click();
+  Define(IOModuleKind::Switch, 2, 63).OffOnValue = 20;
+  module.TakeDefinitions();
+  module.cmdRun_Click();
+  EXPECT_EQ(SentAfter(Groups{0xE0, 0, 0, 0, 0, 0}), Texts{"63=20.00"}) << "stored while halted";
 }
 
 TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {

@@ -188,7 +188,8 @@ TEST(InstrumentTicks, DmeShowsTheReceiverThatItsOwnSelectorChose) {
   EXPECT_EQ(rig.TickText(), "4:100 5:100 6:1");
 }
 
-// What the simulator sends in the second after a knob was turned is older than the hand.
+// What the simulator sends in the second after a knob was turned is older than the hand. What the hand has set
+// itself is not sent to it.
 TEST(InstrumentTicks, ATurnedKnobIsLeftAloneForASecondAndTheRestIsNot) {
   const struct {
     int type, options, function1, function2;
@@ -201,8 +202,8 @@ TEST(InstrumentTicks, ATurnedKnobIsLeftAloneForASecondAndTheRestIsNot) {
       {110, 0, 51, 0, "AS 7:493E", "51=11850", "", "4:18500"},
       {114, 1, 0, 0, "XY 15:01 7:1200", "26=7000 47=1", "", "4:7000 6:1"},
       {122, 0, 0, 0, "XF 7:1200", "26=7000 47=1", "", "4:7000 6:1"},
-      {124, 0, 1, 17, "AV 10:1388 12:01", "91=2 107=5000 109=-700 111=-50", "4:1 12:-8000", "5:5000 6:-700"},
-      {124, 0, 1, 17, "AV 13:FD44 15:01", "91=2 107=5000 109=-700 111=-50", "4:1 12:-8000", "5:5000 6:-700"},
+      {124, 0, 1, 17, "AV 10:1388 12:01", "91=2 107=5000 109=-700 111=-50", "4:1 12:-8000", "6:-700"},
+      {124, 0, 1, 17, "AV 13:FD44 15:01", "91=2 107=5000 109=-700 111=-50", "4:1 12:-8000", "5:5000"},
       {140, 0, 0, 0, "PT 7:1D4C 13:01", "281=-0.5 280=1", "11:1", "5:2500"},
   };
   for (const auto& c : cases) {

@@ -36,14 +36,17 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
       {"King transponder, off", 122, 2, "XF 7:1234 17:01", "DATA 26/0=1234., DATA 47/0=0., DATA 47/2=1."},
       {"King transponder, standby", 122, 0, "XF 17:02", "DATA 26/0=0., DATA 47/0=1."},
       {"King transponder, test", 122, 4, "XF 17:03 13:01", "DATA 26/0=0., DATA 47/0=4., DATA 46/0=1."},
-      {"King transponder, on", 122, 0, "XF 17:04", "DATA 26/0=0., DATA 47/0=2."},
-      {"King transponder, altitude", 122, 2, "XF 17:05", "DATA 26/0=0., DATA 47/0=3., DATA 47/2=0."},
+      {"King transponder, on reports no altitude", 122, 2, "XF 17:04",
+       "DATA 26/0=0., DATA 47/0=2., DATA 47/2=0."},
+      {"King transponder, altitude", 122, 2, "XF 17:05", "DATA 26/0=0., DATA 47/0=3., DATA 47/2=1."},
       {"King transponder, no such position", 122, 2, "XF 17:06", "DATA 26/0=0."},
       {"DME selector 1", 113, 0, "SD 17:02", "DATA 52/0=1."},
       {"DME selector 2", 113, 0, "SD 17:04", "DATA 52/0=2."},
       {"DME selector, local", 113, 1, "SD 17:04", ""},
       {"DME selector between", 113, 0, "SD 17:03", ""},
       {"King DME", 123, 0, "SD 17:03 24:01 19:3412", "DREF sim/cockpit/radios/dme_freq_hz=466."},
+      {"King DME that counts from 100 MHz", 123, 2, "SD 17:03 24:01 19:3C28",
+       "DREF sim/cockpit/radios/dme_freq_hz=11030."},
       {"King DME, from NAV1", 123, 0, "SD 17:03 24:02 19:0A", "DATA 115/1=1."},
       {"King DME, from NAV2", 123, 0, "SD 17:03 24:03 19:0A", "DATA 115/1=1."},
       {"King DME, no such source", 123, 0, "SD 17:03 24:04 19:0A", ""},
@@ -176,9 +179,9 @@ TEST(Replies, WhatStandsIsNotSentAgain) {
     int type, options;
     const char *reply, *sent;
   } cases[] = {
-      {105, 1, "7:0CA8", "DATA 51/0=0., DATA 52/0=-90."},
+      {105, 1, "7:0CA8", "DATA 52/0=-90."},  // the bug is where it was told to be
       {106, 0, "CA 7:021E", "DATA 51/0=180."},
-      {114, 2, "XY 15:01 17:03", "DATA 26/0=0., DATA 47/2=0."},
+      {114, 2, "XY 15:01 17:03", "DATA 47/2=0."},
       {123, 0, "SD 17:03 24:01 19:3412", "DREF sim/cockpit/radios/dme_freq_hz=466."},
       {140, 0, "PT 7:1D4C 13:01", "DATA 131/1=0.5"},
   };

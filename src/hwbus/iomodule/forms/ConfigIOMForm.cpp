@@ -60,7 +60,7 @@ ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes&
   row->addStretch(1);
   row->addWidget(close);
   column->addLayout(row);
-  module_.ReadDefinitions();
+  module_.TakeDefinitions();
   FillList();
   list_->setCurrentRow(0);
   Keep(module_.SetReportObserver([this](const IOModuleReport& report) { TakeReport(report); }));
@@ -131,7 +131,7 @@ InputForm* ConfigIOMForm::MakeEditor(const IOModuleInput& input) {
     editor = new ConfigLampForm(model_, module_, boxes_, input, this);
   }
   connect(editor, &InputForm::DefinitionChanged, this, [this] {
-    module_.ReadDefinitions();
+    module_.TakeDefinitions();
     FillList();
   });
   return editor;

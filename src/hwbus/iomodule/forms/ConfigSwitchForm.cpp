@@ -13,9 +13,10 @@ struct OfferedAction {
   const char* text;
   IOModuleAction action;
 };
-// "Data" stands for all of "Data Byte" to "Data BCD": which one it is, the Function's data type says.
+// The second one is named after the Function's data type, "Data Byte" to "Data BCD".
+constexpr int kWriteValue = 1;
 constexpr OfferedAction kActions[] = {{"No Action ", IOModuleAction::NoAction},
-                                      {"Data", IOModuleAction::WriteValue},
+                                      {"Data Float", IOModuleAction::WriteValue},
                                       {"Xplane CMND", IOModuleAction::Command},
                                       {"KB Stroke", IOModuleAction::Keystroke},
                                       {"Not Used", IOModuleAction::NotUsed}};
@@ -113,8 +114,17 @@ bool ConfigSwitchForm::ReadControls(IOModuleRecord& definition) const {
   return true;
 }
 
+void ConfigSwitchForm::NameData(const FunctionRecord* function) const {
+  // A command is written by no value: the item keeps its name then, and the check says what is wrong.
+  const bool value = function != nullptr && !function->Is(DataType::XplaneCmnd);
+  const auto type = value ? static_cast<DataType>(function->ComboDT) : DataType::Float;
+  const QString name = ToText(DataName(type));
+  if (comboAction_->itemText(kWriteValue) != name) comboAction_->setItemText(kWriteValue, name);
+}
+
 QString ConfigSwitchForm::Preview(const IOModuleRecord& definition, const FunctionRecord* function) const {
-  const double current = module_.CurrentValue(module_.SwitchDefinitionNr(Input().Index));
+  NameData(function);
+  const auto current = module_.KnownValue(module_.SwitchDefinitionNr(Input().Index));
   return ToText(ActionName(definition, function)).trimmed() + '\n' +
          ToText(SwitchPreview(definition, function, true, current)) + '\n' +
          ToText(SwitchPreview(definition, function, false, current));

@@ -24,6 +24,7 @@ class ConfigSwitchForm : public InputForm {
  private:
   void MakeAction();
   void MakeType();
+  void NameData(const FunctionRecord* function) const;
 
   IOModule& module_;
   QComboBox* comboAction_ = nullptr;

@@ -36,7 +36,8 @@ void ConfigurationForms::ShowForm(FormHolder<FormType>& form, Arguments&&... arg
 void ConfigurationForms::Show(QWidget* parent) {
   const auto make = [&] {
     hardware_.OpenPorts();
-    auto* form = new MainConfigureForm(parts_.model, parts_.boxes, hardware_, hardware_, *this, parent);
+    auto* form =
+        new MainConfigureForm(parts_.model, parts_.boxes, hardware_, hardware_, *this, parts_.finder, parent);
     QObject::connect(form, &Form::Closed, form, [this] { MainFormClosed(); });
     return form;
   };

@@ -47,6 +47,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
     const ComPorts& comPorts;
     EngineClusterPeripheral& cluster;
     FunctionForms& functions;
+    SimulatorFinder& finder;
     ConfigurationHost& host;
   };
   explicit ConfigurationForms(const Parts& parts);

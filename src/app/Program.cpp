@@ -40,11 +40,12 @@ HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<TtyPort>, kHardwar
 
 }  // namespace
 
-Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, LineServer* lines)
+Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, LineServer* lines,
+                 MulticastListener* beacons)
     : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
       boxes_(boxes == nullptr ? *ownBoxes_ : *boxes),
       file_(model_, boxes_),
-      sim_(model_, socket_, boxes_, clock_),
+      sim_(model_, socket_.Socket(), boxes_, clock_),
       ownLines_(lines == nullptr ? std::make_unique<LineServer>() : nullptr),
       keepers_(lines == nullptr ? *ownLines_ : *lines, [] { return std::make_unique<QtFdWatcher>(); }),
       ports_(MakePorts(keepers_)),
@@ -54,6 +55,8 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
       keys_(keys == nullptr ? *ownKeys_ : *keys),
       // A keystroke meant for the simulator must not land in the program's own window.
       keystrokes_(keys_, boxes_, [this] { return statusForm_ && statusForm_->isMinimized(); }),
+      finder_(beacons == nullptr ? ownBeacons_ : *beacons, clock_),
+      follower_(model_, sim_, finder_, clock_),
       run_(model_, sim_, serial_, boxes_, *this, clock_, peripherals_,
            {timers_.ProcessTimer, timers_.Timer1, timers_.WriteCmdDuringConfig}),
       ioModule1_(model_, sim_, serial_, keystrokes_, boxes_, clock_, kIOModule1Parameters,
@@ -63,11 +66,11 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
       engineCluster_(model_, sim_, hardware_, boxes_, clock_,
                      [this] { return run_.Cycle().CockpitLighting().Word(); }),
       yokes_(model_, sim_, hardware_, boxes_, clock_),
-      start_(model_, file_, sim_, boxes_, *this, run_,
+      start_(model_, file_, sim_, finder_, boxes_, *this, clock_, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
                       devices == nullptr ? ownDevices_ : *devices, adapterLine_, comPorts_, engineCluster_,
-                      functions_, *this}) {
+                      functions_, finder_, *this}) {
   // A user without a configuration begins with these.
   FillStandardFunctions(model_);
   // A form that makes way for the next one must not end the program.
@@ -118,7 +121,7 @@ void Program::UnloadEverything() {
 
 void Program::TimerSet::StopAll() {
   for (QtTimer* timer : {&WaitForAutostart, &TimerWaitForFS, &TimerCheckForSilence, &ProcessTimer, &Timer1,
-                         &WriteCmdDuringConfig}) {
+                         &WriteCmdDuringConfig, &FinderTimer}) {
     timer->SetEnabled(false);
   }
 }
@@ -132,6 +135,11 @@ void Program::ConnectTimers() {
   };
   connect(timers_.WaitForAutostart, kCountdownTickMs, [this] { start_.WaitForAutostart_Tick(); });
   connect(timers_.TimerWaitForFS, kSecondMs, [this] { start_.TimerWaitForFS_Tick(); });
+  connect(timers_.FinderTimer, kSecondMs, [this] {
+    finder_.Tick();
+    follower_.Tick(configuration_.MainForm() == nullptr);
+  });
+  timers_.FinderTimer.SetEnabled(true);
   connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });
   connect(timers_.Timer1, kSecondMs, [this] { run_.Timer1_Tick(); });
   connect(timers_.WriteCmdDuringConfig, kTransmitTickMs, [this] {

@@ -9,10 +9,12 @@
 #include "app/EngineClusterPeripheral.h"
 #include "app/FunctionForms.h"
 #include "app/IOModulePeripheral.h"
+#include "app/SimulatorSocket.h"
 #include "app/YokesPeripheral.h"
 #include "config/ConfigFile.h"
 #include "config/setup/forms/MainConfigureForm.h"
 #include "core/Shell.h"
+#include "core/SimulatorFollower.h"
 #include "core/StartPresenter.h"
 #include "core/StatusPresenter.h"
 #include "core/forms/StartForm.h"
@@ -24,7 +26,7 @@
 #include "platform/linux/serial/KeptTty.h"
 #include "platform/linux/serial/LinuxSerialDevices.h"
 #include "platform/qt/QtHost.h"
-#include "platform/qt/QtUdpSocket.h"
+#include "platform/qt/QtMulticastListener.h"
 #include "simlink/SimCom.h"
 #include "simlink/forms/PortsForm.h"
 
@@ -35,9 +37,11 @@ class Program final : private Shell, private ConfigurationHost {
  public:
   // `boxes`: the message boxes to use; nullptr for those on the screen. `keys`: where keystrokes go; nullptr
   // for the desktop. `devices`: the serial adapters; nullptr for this computer's. `lines`: starts the
-  // processes that keep serial lines; nullptr for one of its own. All must outlive the program.
+  // processes that keep serial lines; nullptr for one of its own. `beacons`: where simulators tell of
+  // themselves; nullptr for the network. All must outlive the program.
   explicit Program(MessageBoxes* boxes = nullptr, KeyInjector* keys = nullptr,
-                   SerialDevices* devices = nullptr, LineServer* lines = nullptr);
+                   SerialDevices* devices = nullptr, LineServer* lines = nullptr,
+                   MulticastListener* beacons = nullptr);
   ~Program() override;
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
@@ -76,7 +80,8 @@ class Program final : private Shell, private ConfigurationHost {
     QtTimer ProcessTimer{"ProcessTimer"};
     QtTimer Timer1{"Timer1"};
     QtTimer WriteCmdDuringConfig{"WriteCmdDuringConfig"};
-    QtTimer LinkTimer{"LinkTimer"};  // runs as long as the program
+    QtTimer LinkTimer{"LinkTimer"};      // runs as long as the program
+    QtTimer FinderTimer{"FinderTimer"};  // the same
     void StopAll();
   };
   const TimerSet& Timers() const { return timers_; }
@@ -106,7 +111,7 @@ class Program final : private Shell, private ConfigurationHost {
   LinuxClock clock_;
   ConfigModel model_;
   ConfigFile file_;
-  QtUdpSocket socket_;
+  SimulatorSocket socket_{clock_};
   SimCom sim_;
   std::unique_ptr<LineServer> ownLines_;
   LineKeepers keepers_;
@@ -119,6 +124,9 @@ class Program final : private Shell, private ConfigurationHost {
   Keystrokes keystrokes_;
   Peripherals peripherals_{};  // by PeripheralKind; the button of one that is missing stays hidden
   TimerSet timers_;
+  QtMulticastListener ownBeacons_{kBeaconGroup, kBeaconPort};
+  SimulatorFinder finder_;
+  SimulatorFollower follower_;
   StatusPresenter run_;
   IOModulePeripheral ioModule1_, ioModule2_;
   EngineClusterPeripheral engineCluster_;

@@ -6,10 +6,15 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/Bytes.h"
+#include "base/NamedTexts.h"
 
 namespace tvx {
+
+// Names of settings.
+inline constexpr std::string_view kFollowSetting = "follow";  // the host whose X-Plane's address is followed
 
 // The general settings.
 struct GeneralRecord {
@@ -25,12 +30,23 @@ struct GeneralRecord {
   std::string RemotePort = "49000";    // where the simulator listens
   std::string LocalPort = "49003";     // where the program listens
   std::string GeneralText5;            // kept and written back
-  std::string GeneralText6;            // kept and written back
+  std::string GeneralText6;            // settings of later versions, by name: Setting, SetSetting
   std::int16_t ByteOrderReverse = 0;   // -1: the test console shows values in reverse byte order
   std::int16_t ComPortIOM1 = 0;
   std::int16_t ComPortIOM2 = 0;
   std::int16_t ComPortYoke1 = 0;
   std::int16_t ComPortYoke2 = 0;
+
+  // A setting that has no field of its own; empty: it is off.
+  std::string Setting(std::string_view name) const { return NamedText(GeneralText6, name); }
+  void SetSetting(std::string_view name, std::string_view value) { SetNamedText(GeneralText6, name, value); }
+  // The simulator is at this address and port. `host` is its computer's name: another one's address is not
+  // followed any more.
+  void UseSimulator(std::string_view address, int port, std::string_view host) {
+    RemoteIP = address;
+    RemotePort = std::to_string(port);
+    if (Setting(kFollowSetting) != host) SetSetting(kFollowSetting, {});
+  }
 
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {

@@ -4,6 +4,7 @@
 
 #include "config/FunctionNumbers.h"
 #include "config/StartFile.h"
+#include "core/LinkWords.h"
 #include "core/StatusPresenter.h"
 
 namespace tvx {
@@ -28,14 +29,25 @@ std::string SimulatorVersionText(float version) {
   return pair(0) + "." + pair(2) + "." + pair(4);
 }
 
-StartPresenter::StartPresenter(ConfigModel& model, ConfigFile& file, SimCom& sim, MessageBoxes& boxes,
-                               Shell& shell, StatusPresenter& run, Timers timers)
-    : model_(model), file_(file), sim_(sim), boxes_(boxes), shell_(shell), run_(run), timers_(timers) {}
+StartPresenter::StartPresenter(ConfigModel& model, ConfigFile& file, SimCom& sim, SimulatorFinder& finder,
+                               MessageBoxes& boxes, Shell& shell, const Clock& clock, StatusPresenter& run,
+                               Timers timers)
+    : model_(model),
+      file_(file),
+      sim_(sim),
+      boxes_(boxes),
+      finder_(finder),
+      shell_(shell),
+      clock_(clock),
+      run_(run),
+      timers_(timers) {}
 
 void StartPresenter::Activate() {
   const bool first = !firstLoadDone_;
   firstLoadDone_ = true;
   probeState_ = ProbeState::OpenLink;
+  probeSinceMs_ = clock_.MonotonicMs();
+  if (taken_ && !IsInUse(*taken_)) taken_.reset();  // the user has set another address since
   if (first) model_.ProgramTitle = std::string(kProgramTitle);
   if (!first) ShowCountdown(false);
   view_.FileName = model_.ConfigFileName = ReadStartFile(model_);
@@ -58,6 +70,8 @@ void StartPresenter::WaitForAutostart_Tick() {
   ProbeDuringCountdown();
   if (probeTicks_ < kTicksPerSecond) return;
   probeTicks_ = 0;
+  // The port was taken, or the name not known: perhaps it is better now.
+  if (probeState_ == ProbeState::ReadVersion && !sim_.UdpOpen()) ProbeAnew();
   if (--view_.BoxAutoStartTime < 1) {
     if (simVersion_ > 0) {
       AutoStartRun();
@@ -158,6 +172,55 @@ void StartPresenter::CloseProbe() {
   sim_.CloseUDP();
 }
 
+void StartPresenter::ProbeAnew() {
+  CloseProbe();
+  probeState_ = ProbeState::OpenLink;
+}
+
+void StartPresenter::LoadFile() {
+  file_.LoadConfigFile();
+  if (!taken_ || model_.ConfigLoadFailed) return;
+  model_.General.UseSimulator(taken_->address, taken_->beacon.port, taken_->beacon.name);
+  model_.ConfigChanged = true;
+}
+
+bool StartPresenter::IsInUse(const FoundSimulator& simulator) const {
+  return simulator.IsAt(model_.General.RemoteIP, model_.General.RemotePort);
+}
+
+void StartPresenter::TakeSimulator(const FoundSimulator& simulator) {
+  if (file_.Loading()) return;
+  if (sim_.UdpOpen()) CloseProbe();
+  probeState_ = ProbeState::OpenLink;
+  taken_ = simulator;
+  model_.General.UseSimulator(simulator.address, simulator.beacon.port, simulator.beacon.name);
+  model_.ConfigChanged = true;
+  probeSinceMs_ = clock_.MonotonicMs();
+  simVersion_ = 0;
+  view_.LabelXplaneVersion.clear();
+  view_.SimulatorName.clear();
+  Changed();
+}
+
+void StartPresenter::UpdateWords() {
+  view_.SimulatorTrouble = false;
+  if (!timers_.WaitForAutostart.Enabled() && !timers_.TimerWaitForFS.Enabled()) {
+    view_.SimulatorWords = "is not looked for now. Press OK to go on, and Run there.";
+    return;
+  }
+  const auto silent = sim_.SilentForMs();
+  SimulatorLinkState state;
+  state.Running = true;
+  state.SocketOpen = sim_.UdpOpen();
+  state.SocketError = sim_.LinkError();
+  state.EverAnswered = silent.has_value();
+  state.SilentMs = silent.value_or(clock_.MonotonicMs() - probeSinceMs_);
+  state.RemoteHost = model_.General.RemoteIP;
+  state.RemotePort = model_.General.RemotePort;
+  state.LocalPort = model_.General.LocalPort;
+  view_.SimulatorWords = SimulatorLinkWords(state, view_.SimulatorTrouble);
+}
+
 void StartPresenter::butOK_Click() {
   if (file_.Loading()) return;
   view_.SimulatorName = std::string(kSimulatorName);
@@ -167,7 +230,7 @@ void StartPresenter::butOK_Click() {
     return;
   }
   model_.ConfigFileName = view_.FileName;
-  file_.LoadConfigFile();
+  LoadFile();
   if (model_.ConfigLoadFailed) return;
   HandOver();
   shell_.UnloadStartForm();
@@ -177,7 +240,7 @@ void StartPresenter::AutoStartRun() {
   timers_.TimerWaitForFS.SetEnabled(false);
   timers_.WaitForAutostart.SetEnabled(false);
   model_.ConfigFileName = view_.FileName;
-  file_.LoadConfigFile();
+  LoadFile();
   if (model_.ConfigLoadFailed) {
     run_.SetCurrentConfig(view_.FileName);
     boxes_.Show("No or incorrect Start-Up file.File name is Case sensitive");
@@ -208,6 +271,7 @@ void StartPresenter::FileBox_Click(const std::string& name) {
   ShowCountdown(false);
   view_.FileName = model_.ConfigFileName = name;
   run_.SetCurrentConfig(name);
+  taken_.reset();
   Changed();
   file_.LoadConfigFile();
   Changed();
@@ -239,6 +303,7 @@ void StartPresenter::ShowCountdown(bool visible) {
 }
 
 void StartPresenter::Changed() {
+  UpdateWords();
   changed_();
 }
 

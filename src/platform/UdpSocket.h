@@ -13,7 +13,7 @@
 namespace tvx {
 
 struct UdpEndpoints {
-  std::string remoteHost;       // a dotted IPv4 address
+  std::string remoteHost;       // a dotted IPv4 address; of a NamedHostSocket also a name
   std::int32_t remotePort = 0;  // 1..65535
   std::int32_t localPort = 0;   // 1..65535
 

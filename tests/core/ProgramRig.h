@@ -7,6 +7,7 @@
 #include "core/StartPresenter.h"
 #include "core/StatusPresenter.h"
 #include "tests/fakes/CockpitRig.h"
+#include "tests/fakes/FakeMulticastListener.h"
 
 namespace tvx {
 
@@ -54,7 +55,9 @@ struct ProgramRig : CockpitRig {
   void LinkTicks(int count) {
     for (int i = 0; i < count; ++i) clock.Advance(20), sim.Tick();
   }
-  StartPresenter start{model, file, sim, boxes, shell, run, {autostart, waitForFS, silence}};
+  FakeMulticastListener beacons;
+  SimulatorFinder finder{beacons, clock};
+  StartPresenter start{model, file, sim, finder, boxes, shell, clock, run, {autostart, waitForFS, silence}};
 
  private:
   Peripherals Pointers() {

@@ -107,6 +107,84 @@ TEST_F(StartPresenterTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
   EXPECT_EQ(rig.shell.log.back(), "unload start");
 }
 
+// The words of the status form, second by second, and on by itself once it is mended.
+TEST_F(StartPresenterTest, SaysWhyItWaitsAndGoesOnWhenThatIsMended) {
+  Prepare(1);
+  const auto words = [this] { return rig.start.View().SimulatorWords; };
+  rig.socket.SetUpError = "local port 49003 is used by another program: other (77)";
+  rig.start.Activate();
+  CountdownTicks(20);
+  EXPECT_EQ(words(), "X-Plane link closed: " + rig.socket.SetUpError);
+  EXPECT_TRUE(rig.start.View().SimulatorTrouble);
+  for (int second = 0; second < 6; ++second) rig.start.TimerWaitForFS_Tick();
+  EXPECT_EQ(words(), "X-Plane link closed: " + rig.socket.SetUpError) << "at each step of the probe";
+  rig.socket.SetUpError.clear();
+  rig.clock.Advance(5000);
+  rig.start.TimerWaitForFS_Tick();
+  rig.start.TimerWaitForFS_Tick();
+  EXPECT_EQ(
+      words(),
+      "X-Plane silent for 5 s. Nothing has come from 127.0.0.1 port 49000 to port 49003: is X-Plane running, "
+      "and does it accept incoming connections?");
+  rig.Set(300, 121100);
+  rig.start.TimerWaitForFS_Tick();
+  EXPECT_TRUE(rig.run.Running());
+}
+
+TEST_F(StartPresenterTest, APortThatGetsFreeDuringTheCountdownIsTaken) {
+  Prepare(3);
+  rig.socket.SetUpError = "local port 49003 is used by another program";
+  rig.start.Activate();
+  CountdownTicks(25);
+  EXPECT_EQ(rig.start.View().SimulatorWords,
+            "X-Plane link closed: local port 49003 is used by another program");
+  rig.socket.SetUpError.clear();
+  CountdownTicks(18);
+  rig.Set(300, 121100);
+  CountdownTicks(1);
+  EXPECT_EQ(rig.start.View().LabelXplaneVersion, "12.11.00");
+  rig.start.CmdConfigure_Click();
+  rig.start.Activate();
+  EXPECT_FALSE(rig.start.View().SimulatorTrouble);
+}
+
+// The file is loaded once more for the start; what was taken over stays, and is not saved by itself.
+TEST_F(StartPresenterTest, ASimulatorThatIsTakenIsAskedAndStaysForTheStart) {
+  Prepare(1);
+  rig.start.Activate();
+  const Registration listening = rig.start.WatchSimulators({});
+  rig.beacons.Deliver(BeaconBytes("SIM-PC", 1, 49100), "10.0.0.7");
+  CountdownTicks(5);
+  const FoundSimulator found = rig.finder.Found().at(0);
+  EXPECT_FALSE(rig.start.IsInUse(found));
+  rig.start.TakeSimulator(found);
+  EXPECT_TRUE(rig.start.IsInUse(found));
+  CountdownTicks(3);
+  EXPECT_EQ(rig.socket.SetUps.back(), (UdpEndpoints{"10.0.0.7", 49100, 49003}));
+  rig.Set(300, 121100);
+  CountdownTicks(12);
+  EXPECT_TRUE(rig.run.Running());
+  EXPECT_EQ(rig.model.General.RemoteIP, "10.0.0.7");
+  EXPECT_TRUE(rig.model.ConfigChanged) << "so that closing the configuration asks";
+}
+
+TEST_F(StartPresenterTest, ATakenSimulatorHoldsForItsFileOnly) {
+  Prepare(9);
+  std::filesystem::copy_file("Test.cfg", "Other.cfg");
+  rig.start.Activate();
+  const Registration listening = rig.start.WatchSimulators({});
+  rig.beacons.Deliver(BeaconBytes("SIM-PC"), "10.0.0.7");
+  rig.start.TakeSimulator(FoundSimulator(rig.finder.Found().at(0)));
+  rig.start.FileBox_Click("Other.cfg");
+  EXPECT_EQ(rig.model.General.RemoteIP, "127.0.0.1");
+  rig.start.TakeSimulator(FoundSimulator(rig.finder.Found().at(0)));
+  rig.start.CmdConfigure_Click();
+  rig.model.General.RemoteIP = "10.0.0.99";  // by hand, in the configuration
+  rig.start.Activate();
+  rig.start.butOK_Click();
+  EXPECT_NE(rig.model.General.RemoteIP, "10.0.0.7");
+}
+
 TEST_F(StartPresenterTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
   Prepare(1);
   std::filesystem::copy_file("Test.cfg", "Other.cfg");

@@ -45,9 +45,10 @@ inline int FreePort() {
 class Flight {
  public:
   // `change` may alter the demonstration's configuration before anything starts; `traits` say how the
-  // stand-ins behave.
+  // stand-ins behave; `beacons` is where simulators tell of themselves, null for the network.
   template <typename Change>
-  explicit Flight(Change&& change, const vc::Traits& traits = vc::Traits::Default())
+  explicit Flight(Change&& change, const vc::Traits& traits = vc::Traits::Default(),
+                  MulticastListener* beacons = nullptr)
       : before_(QDir::currentPath()) {
     QDir::setCurrent(folder_.path());
     model_ = demo::DemoConfig();
@@ -63,7 +64,7 @@ class Flight {
     EXPECT_TRUE(ConfigFile(model_, boxes).SaveConfigFile());
     model_.StartDelay = 1;
     EXPECT_TRUE(WriteStartFile(model_, "Flight.cfg"));
-    program_ = std::make_unique<Program>(&boxes, &keys);
+    program_ = std::make_unique<Program>(&boxes, &keys, nullptr, nullptr, beacons);
   }
   Flight() : Flight([](ConfigModel&) {}) {}
   ~Flight() {

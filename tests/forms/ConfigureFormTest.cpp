@@ -57,6 +57,59 @@ TEST_F(ConfigureFormTest, EachGroupGetsItsPort) {
   EXPECT_TRUE(program_->Model().ConfigChanged);
 }
 
+TEST_F(ConfigureFormTest, ASimulatorOfTheNetworkIsTakenAtOnceAndFollowedOnRequest) {
+  Open();
+  auto* follow = Control<QCheckBox>(Configuration(), "CheckFollow");
+  auto* localPort = Control<QLineEdit>(Configuration(), "boxLocalPort");
+  EXPECT_FALSE(follow->isEnabled()) << "no simulator is known by its name";
+  EXPECT_FALSE(LabelText(Configuration(), "LabelFound").empty());
+  beacons_.Deliver(BeaconBytes("SIM-PC", 1, 49100), "10.0.0.7");
+  beacons_.Deliver(BeaconBytes("VISUAL", 2), "10.0.0.9");
+  localPort->setText("50999");
+  ClickIn(Configuration(), "FoundTake0");
+  EXPECT_EQ(General().RemoteIP, "10.0.0.7");
+  EXPECT_EQ(General().RemotePort, "49100");
+  EXPECT_EQ(General().LocalPort, "50992") << "typed, and not set yet";
+  EXPECT_EQ(localPort->text(), "50999");
+  EXPECT_TRUE(Control<QLabel>(Configuration(), "FoundTaken0")->isVisible());
+  ASSERT_TRUE(follow->isEnabled());
+  follow->setChecked(true);
+  EXPECT_EQ(General().Setting(kFollowSetting), "");
+  Click("cmdSetUDP");
+  EXPECT_EQ(General().Setting(kFollowSetting), "SIM-PC");
+  auto* address = Control<QLineEdit>(Configuration(), "boxRemoteIP");
+  address->setText("10.0.0.99");
+  EXPECT_FALSE(follow->isEnabled()) << "who is there is not known";
+  EXPECT_FALSE(follow->isChecked());
+  address->setText("10.0.0.7");
+  EXPECT_TRUE(follow->isChecked());
+  EXPECT_FALSE(Control<QPushButton>(Configuration(), "cmdSetUDP")->isEnabled()) << "as it is set";
+  ClickIn(Configuration(), "FoundTake1");
+  EXPECT_EQ(General().Setting(kFollowSetting), "") << "another one is in use now";
+  EXPECT_FALSE(follow->isEnabled()) << "it flies nothing itself";
+  beacons_.Deliver(BeaconBytes("A-VERY-LONG-NAME-OF-A-COMPUTER", 2, 49100), "192.168.100.100");
+  ExpectKeysAndTips(Configuration());
+  ExpectNothingClipped(Configuration());
+  for (const char* line : {"FoundLine0", "FoundLine1", "FoundLine2"}) {
+    const auto* label = Control<QLabel>(Configuration(), line);
+    EXPECT_GE(label->height(), label->heightForWidth(label->width())) << line;
+  }
+}
+
+TEST_F(ConfigureFormTest, AComputersNameIsTakenAsItIsTyped) {
+  Open();
+  const std::pair<const char*, bool> rows[] = {{"simpc", true},          {"sim-pc.local", true},
+                                               {"192.168.1.300", false}, {"192.168.1", false},
+                                               {"-sim", false},          {"", false}};
+  for (const auto& [text, right] : rows) {
+    Control<QLineEdit>(Configuration(), "boxRemoteIP")->setText(text);
+    EXPECT_EQ(Control<QPushButton>(Configuration(), "cmdSetUDP")->isEnabled(), right) << text;
+    if (!right) continue;
+    Click("cmdSetUDP");
+    EXPECT_EQ(General().RemoteIP, text);
+  }
+}
+
 TEST_F(ConfigureFormTest, TheUdpSettingsAreTakenTogether) {
   Open();
   auto* set = Control<QPushButton>(Configuration(), "cmdSetUDP");

@@ -71,7 +71,7 @@ class EndTest : public FormsTest {
   }
   void EndsFrom(const Steps& steps) {
     const QByteArray before = FileText();
-    program_ = std::make_unique<Program>(nullptr, &keys_);  // with real boxes
+    program_ = std::make_unique<Program>(nullptr, &keys_, nullptr, nullptr, &beacons_);  // with real boxes
     const TerminationSignals termination([this] { program_->Exit(); });
     QTimer guard;
     guard.setSingleShot(true);

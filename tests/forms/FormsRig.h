@@ -15,6 +15,7 @@
 #include "app/Program.h"
 #include "config/StartFile.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeMulticastListener.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -128,7 +129,7 @@ class FormsTest : public testing::Test {
   }
 
   Program& Begin() {
-    program_ = std::make_unique<Program>(&boxes_, nullptr, devices_);
+    program_ = std::make_unique<Program>(&boxes_, nullptr, devices_, nullptr, &beacons_);
     program_->Begin();
     Settle();
     return *program_;
@@ -146,6 +147,7 @@ class FormsTest : public testing::Test {
   QTemporaryDir folder_;
   QString before_;
   FakeMessageBoxes boxes_;
+  FakeMulticastListener beacons_;
   SerialDevices* devices_ = nullptr;  // null: this computer's
   std::unique_ptr<Program> program_;
 };

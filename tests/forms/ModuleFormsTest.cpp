@@ -27,7 +27,7 @@ struct ModuleFormsTest : FormsTest {
     ScratchFolder::Link(7, cluster.Device());
   }
   Program& BeginHaltedWith(KeyInjector& injector) {
-    program_ = std::make_unique<Program>(&boxes_, &injector);
+    program_ = std::make_unique<Program>(&boxes_, &injector, nullptr, nullptr, &beacons_);
     program_->Begin();
     Settle();
     program_->Start().butOK_Click();

@@ -1,4 +1,5 @@
 #include <QListWidget>
+#include <QUdpSocket>
 
 #include "tests/forms/FormsRig.h"
 
@@ -93,6 +94,40 @@ TEST_F(StartFormTest, GettingTheFocusAgainIsNoActivation) {
   Start()->show();
   Settle();
   EXPECT_FALSE(program_->Start().View().CountdownVisible);
+}
+
+// Listed while the form stands and the simulator has not answered; a click leads there.
+TEST_F(StartFormTest, OffersTheSimulatorsOfTheNetwork) {
+  Begin();
+  EXPECT_FALSE(Control<QWidget>(Start(), "Found")->isVisible());
+  beacons_.Deliver(BeaconBytes("SIM-PC", 1, 50991), "10.0.0.7");
+  beacons_.Deliver(BeaconBytes("HERE", 1, 50991), "10.0.0.2", true);
+  EXPECT_EQ(LabelText(Start(), "FoundLine0"), "X-Plane 12.1.1 on host HERE at 127.0.0.1 port 50991");
+  EXPECT_EQ(LabelText(Start(), "FoundLine1"), "X-Plane 12.1.1 on host SIM-PC at 10.0.0.7 port 50991");
+  EXPECT_TRUE(Control<QLabel>(Start(), "FoundTaken0")->isVisible()) << "it is the configured one";
+  EXPECT_FALSE(Control<QPushButton>(Start(), "FoundTake0")->isVisible());
+  EXPECT_TRUE(TabRound(Start()).contains("FoundTake1"));
+  ExpectNothingClipped(Start());
+  Control<QPushButton>(Start(), "FoundTake1")->click();
+  EXPECT_EQ(program_->Model().General.RemoteIP, "10.0.0.7");
+  EXPECT_TRUE(Control<QLabel>(Start(), "FoundTaken1")->isVisible());
+  program_->Start().butOK_Click();
+  Settle();
+  EXPECT_EQ(program_->Model().General.RemoteIP, "10.0.0.7");
+  EXPECT_FALSE(beacons_.open) << "nobody looks for one any more";
+}
+
+TEST_F(StartFormTest, SaysWhoHasThePort) {
+  QUdpSocket other;
+  ASSERT_TRUE(other.bind(QHostAddress(QHostAddress::AnyIPv4), 50992, QAbstractSocket::DontShareAddress));
+  beacons_.openError = "no network card";
+  Begin();
+  for (int tick = 0; tick < 20; ++tick) program_->Start().WaitForAutostart_Tick();
+  const std::string words = LabelText(Start(), "SimulatorHint");
+  EXPECT_EQ(words.find("X-Plane link closed: local port 50992 is used by another program: "), 0u) << words;
+  EXPECT_EQ(Control<StateLamp>(Start(), "LampSimulator")->Shown(), StateLamp::State::Trouble);
+  EXPECT_EQ(LabelText(Start(), "LabelFound"), "X-Plane cannot be looked for: no network card");
+  ExpectNothingClipped(Start());
 }
 
 TEST_F(StartFormTest, TabReachesEverythingAndNothingIsClipped) {

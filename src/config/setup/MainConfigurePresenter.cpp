@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "platform/HostName.h"
+
 namespace tvx {
 namespace {
 
@@ -21,13 +23,7 @@ std::optional<unsigned> WholeNumber(std::string_view text, unsigned highest) {
 }
 
 bool IsAddress(std::string_view text) {
-  for (int part = 0; part < 4; ++part) {
-    const std::size_t point = text.find('.');
-    if (part < 3 && point == std::string_view::npos) return false;
-    if (!WholeNumber(text.substr(0, part < 3 ? point : text.size()), 255)) return false;
-    if (part < 3) text.remove_prefix(point + 1);
-  }
-  return true;
+  return ParseIPv4(text) || IsHostName(text);
 }
 
 bool IsPort(std::string_view text) {
@@ -63,13 +59,14 @@ void ClearAllGauges(ConfigModel& model) {
 
 UdpSettings UdpOf(const ConfigModel& model) {
   const GeneralRecord& general = model.General;
-  return {general.RemoteIP, general.RemotePort, general.LocalPort, general.ByteOrderReverse != 0,
-          general.BlockUSEL == 1};
+  return {general.RemoteIP,       general.RemotePort,
+          general.LocalPort,      general.ByteOrderReverse != 0,
+          general.BlockUSEL == 1, general.Setting(kFollowSetting)};
 }
 
 std::string_view UdpFault(const UdpSettings& settings) {
   if (!IsAddress(settings.remoteIP))
-    return "The address is four numbers, each 0 to 255, with points between.";
+    return "The address is four numbers, each 0 to 255, with points between, or a computer's name.";
   if (!IsPort(settings.remotePort)) return "The simulator's port is a number from 1 to 65535.";
   if (!IsPort(settings.localPort)) return "The port on which we listen is a number from 1 to 65535.";
   return {};
@@ -81,7 +78,18 @@ void SetUdp(ConfigModel& model, const UdpSettings& settings) {
   model.General.LocalPort = Plain(settings.localPort);
   model.General.ByteOrderReverse = settings.reverseByteOrder ? -1 : 0;
   model.General.BlockUSEL = settings.blockUsel ? 1 : 0;
+  model.General.SetSetting(kFollowSetting, settings.follow);
   model.ConfigChanged = true;
+}
+
+std::string HostToFollow(const ConfigModel& model, const std::vector<FoundSimulator>& found,
+                         std::string_view remoteIP) {
+  std::string followed = model.General.Setting(kFollowSetting);
+  if (!followed.empty() && model.General.RemoteIP == remoteIP) return followed;
+  for (const FoundSimulator& simulator : found) {
+    if (simulator.address == remoteIP && simulator.IsMaster()) return simulator.beacon.name;
+  }
+  return {};
 }
 
 }  // namespace tvx

@@ -6,8 +6,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "config/Model.h"
+#include "simlink/beacon/SimulatorFinder.h"
 
 namespace tvx {
 
@@ -37,11 +39,16 @@ struct UdpSettings {
   std::string remoteIP, remotePort, localPort;
   bool reverseByteOrder = false;
   bool blockUsel = false;
+  std::string follow{};  // the host whose X-Plane's address is followed; empty: none
   bool operator==(const UdpSettings&) const = default;
 };
 UdpSettings UdpOf(const ConfigModel& model);
 void SetUdp(ConfigModel& model, const UdpSettings& settings);
 // What is wrong with them, in words; empty where they are right.
 std::string_view UdpFault(const UdpSettings& settings);
+// The host whose X-Plane can be followed where `remoteIP` is the address: the one that is followed at this
+// address already, or that of the simulator which is heard there. Empty where none is known.
+std::string HostToFollow(const ConfigModel& model, const std::vector<FoundSimulator>& found,
+                         std::string_view remoteIP);
 
 }  // namespace tvx

@@ -109,7 +109,7 @@ QWidget* StartForm::MakeFilePanel() {
 QWidget* StartForm::MakeCountdownPanel() {
   QFrame* panel = MakePanel("PanelCountdown");
   auto* column = new QVBoxLayout(panel);
-  SpacePanel(column);
+  SpacePanel(column, look::Margin());
   TextAutostart = MakeLabel("TextAutostart");
   TextAutostart->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   BoxAutoStartTime = MakeLabel("BoxAutoStartTime", "0", "value");
@@ -126,15 +126,25 @@ QWidget* StartForm::MakeCountdownPanel() {
   LampSimulator = new StateLamp("LampSimulator");
   LabelSimulatorName = MakeLabel("LabelSimulatorName");
   LabelXplaneVersion = MakeLabel("LabelXplaneVersion");
-  SimulatorHint = MakeLabel("SimulatorHint", tr("has not answered yet"));
+  SimulatorHint = MakeLabel("SimulatorHint");
+  SimulatorHint->setWordWrap(true);
+  SimulatorHint->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  // Room for two lines, so that the form keeps its shape when trouble needs more words.
+  SimulatorHint->setMinimumHeight(2 * SimulatorHint->fontMetrics().lineSpacing());
   auto* simulator = new QHBoxLayout;
   simulator->addWidget(LampSimulator);
   simulator->addWidget(MakeLabel("LabelSimulatorCaption", tr("Simulator:"), "caption"));
   simulator->addWidget(LabelSimulatorName);
   simulator->addWidget(LabelXplaneVersion);
-  simulator->addWidget(SimulatorHint);
-  simulator->addStretch(1);
+  simulator->addWidget(SimulatorHint, 1);
   column->addLayout(simulator);
+  LabelFound = MakeLabel("LabelFound", {}, "caption");
+  LabelFound->setWordWrap(true);
+  Found =
+      new OfferList("Found", tr("Use"), tr("in use"),
+                    tr("Takes this address and port into the configuration, and looks for X-Plane there"));
+  column->addWidget(LabelFound);
+  column->addWidget(Found);
   return panel;
 }
 
@@ -163,6 +173,8 @@ void StartForm::Connect() {
           [this](const QString& name) { presenter_.FileName_Change(name.toStdString()); });
   connect(butOK, &QPushButton::clicked, this, [this] { presenter_.butOK_Click(); });
   connect(CmdConfigure, &QPushButton::clicked, this, [this] { presenter_.CmdConfigure_Click(); });
+  Found->SetTake([this](std::size_t line) { TakeSimulator(line); });
+  Keep(presenter_.WatchSimulators([this] { ShowFound(); }));
   connect(Exit, &QPushButton::clicked, this, [this] { presenter_.Exit_Click(); });
 }
 
@@ -177,12 +189,37 @@ void StartForm::ShowView() {
   Textseconds->setVisible(view.CountdownVisible);
   BoxAutoStartTime->setVisible(view.CountdownVisible);
   const bool found = !view.LabelXplaneVersion.empty();
-  LampSimulator->SetState(found ? StateLamp::State::Good : StateLamp::State::Off);
-  SimulatorHint->setVisible(!found);
+  LampSimulator->SetState(found                   ? StateLamp::State::Good
+                          : view.SimulatorTrouble ? StateLamp::State::Trouble
+                                                  : StateLamp::State::Off);
+  SetTextIfChanged(SimulatorHint, found ? std::string() : view.SimulatorWords);
   SetTextIfChanged(LabelSimulatorName, view.SimulatorName);
   SetTextIfChanged(LabelXplaneVersion, view.LabelXplaneVersion);
   LabelSimulatorName->setVisible(!view.SimulatorName.empty());
   LabelXplaneVersion->setVisible(found);
+  ShowFound();
+}
+
+// Once the simulator has answered, nobody looks for one.
+void StartForm::ShowFound() {
+  std::vector<OfferList::Line> lines;
+  const bool answered = !presenter_.View().LabelXplaneVersion.empty();
+  if (!answered) {
+    for (const FoundSimulator& simulator : presenter_.Finder().Found()) {
+      lines.push_back({ToText(simulator.Words()), presenter_.IsInUse(simulator)});
+    }
+  }
+  const std::string& trouble = presenter_.Finder().Trouble();
+  SetTextIfChanged(LabelFound, !lines.empty()                  ? "Heard on the network:"
+                               : !answered && !trouble.empty() ? "X-Plane cannot be looked for: " + trouble
+                                                               : std::string());
+  LabelFound->setVisible(!LabelFound->text().isEmpty());
+  Found->SetLines(lines);
+}
+
+void StartForm::TakeSimulator(std::size_t line) {
+  const auto& found = presenter_.Finder().Found();
+  if (line < found.size()) presenter_.TakeSimulator(FoundSimulator(found[line]));
 }
 
 void StartForm::Activate() {

@@ -8,6 +8,7 @@
 #include "core/StartPresenter.h"
 #include "ui/Form.h"
 #include "ui/LogoFace.h"
+#include "ui/OfferList.h"
 #include "ui/Widgets.h"
 
 namespace tvx {
@@ -39,6 +40,8 @@ class StartForm : public Form {
   QWidget* MakeButtons();
   void Connect();
   void RefreshFiles();
+  void ShowFound();
+  void TakeSimulator(std::size_t line);
 
   StartPresenter& presenter_;
   bool held_ = false;
@@ -56,6 +59,8 @@ class StartForm : public Form {
   QLabel* LabelSimulatorName;
   QLabel* LabelXplaneVersion;
   QLabel* SimulatorHint;
+  QLabel* LabelFound;
+  OfferList* Found;
   QPushButton* butOK;
   QPushButton* CmdConfigure;
   QPushButton* Exit;

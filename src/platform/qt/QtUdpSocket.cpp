@@ -3,8 +3,9 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-#include <charconv>
 #include <utility>
+
+#include "platform/HostName.h"
 
 namespace tvx {
 
@@ -14,25 +15,10 @@ namespace {
 constexpr int kDatagramsPerCall = 64;
 // More than the system's receive buffer holds: the end of a delivery even where a sender never stops.
 constexpr int kDatagramsBeforeRebinding = 4096;
+constexpr qint64 kPortUserMs = 2000;  // for so long it is taken for the same
 
 bool IsPort(std::int32_t port) {
   return port >= 1 && port <= 65535;
-}
-
-// Four decimal numbers 0..255 with points between; nothing else, no name that would have to be looked up.
-std::optional<quint32> ParseIPv4(std::string_view text) {
-  quint32 address = 0;
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  for (int part = 0; part < 4; ++part) {
-    if (part > 0 && (at == end || *at++ != '.')) return std::nullopt;
-    unsigned value = 0;
-    const auto [next, error] = std::from_chars(at, end, value);
-    if (error != std::errc{} || next - at > 3 || value > 255) return std::nullopt;
-    address = (address << 8) | value;
-    at = next;
-  }
-  return at == end ? std::optional(address) : std::nullopt;
 }
 
 // Holds a flag for as long as a scope lasts.
@@ -50,7 +36,7 @@ class Flag {
 
 }  // namespace
 
-QtUdpSocket::QtUdpSocket() {
+QtUdpSocket::QtUdpSocket(PortUser portUser) : portUser_(std::move(portUser)) {
   QObject::connect(&socket_, &QUdpSocket::readyRead, &socket_, [this] { DeliverWaiting(kDatagramsPerCall); });
   QObject::connect(&socket_, &QUdpSocket::errorOccurred, &socket_,
                    [this](QAbstractSocket::SocketError code) { OnError(code); });
@@ -71,6 +57,7 @@ bool QtUdpSocket::SetUp(const UdpEndpoints& endpoints) {
   remote_.setAddress(*address);
   remotePort_ = endpoints.remotePort;
   lastError_.clear();
+  takenPort_ = 0;
   return true;
 }
 
@@ -81,8 +68,11 @@ bool QtUdpSocket::Bind(std::int32_t localPort) {
   if (!socket_.bind(QHostAddress(QHostAddress::AnyIPv4), static_cast<quint16>(localPort),
                     QAbstractSocket::DontShareAddress)) {
     const bool taken = socket_.error() == QAbstractSocket::AddressInUseError;
-    return Fail("local port " + std::to_string(localPort) +
-                (taken ? " is used by another program" : ": " + socket_.errorString().toStdString()));
+    if (takenPort_ != localPort) takenSince_.invalidate();
+    Fail("local port " + std::to_string(localPort) +
+         (taken ? " is used by another program" : ": " + socket_.errorString().toStdString()));
+    if (taken) takenPort_ = localPort;
+    return false;
   }
   localPort_ = localPort;
   return true;
@@ -90,8 +80,20 @@ bool QtUdpSocket::Bind(std::int32_t localPort) {
 
 bool QtUdpSocket::Fail(std::string words) {
   Close();
+  takenPort_ = 0;
   lastError_ = std::move(words);
   return false;
+}
+
+// Sending fails many times in a row where the port is taken, so its user is looked for only when words are
+// wanted.
+std::string QtUdpSocket::LastError() const {
+  if (takenPort_ == 0 || !portUser_) return lastError_;
+  if (!takenSince_.isValid() || takenSince_.hasExpired(kPortUserMs)) {
+    takenBy_ = portUser_(takenPort_);
+    takenSince_.start();
+  }
+  return takenBy_.empty() ? lastError_ : lastError_ + ": " + takenBy_;
 }
 
 void QtUdpSocket::SetRemotePort(std::int32_t remotePort) {

@@ -1,8 +1,10 @@
 // The simulator link's datagram socket, over Qt.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QHostAddress>
 #include <QUdpSocket>
+#include <functional>
 #include <string>
 
 #include "platform/UdpSocket.h"
@@ -14,7 +16,11 @@ namespace tvx {
 // send are no errors of the socket.
 class QtUdpSocket final : public UdpSocket {
  public:
-  QtUdpSocket();
+  // Names the program that has a port, "name (pid)"; empty where that is not known.
+  using PortUser = std::function<std::string(std::int32_t port)>;
+
+  // `portUser` is asked, at most every two seconds, when LastError() tells of a port that is taken.
+  explicit QtUdpSocket(PortUser portUser = {});
   ~QtUdpSocket() override;
   QtUdpSocket(const QtUdpSocket&) = delete;
   QtUdpSocket& operator=(const QtUdpSocket&) = delete;
@@ -26,7 +32,7 @@ class QtUdpSocket final : public UdpSocket {
   bool Send(ByteView datagram) override;
   std::size_t Receive(std::span<Byte> out) override;
   std::int32_t WaitingSenderPort() const override;
-  std::string LastError() const override { return lastError_; }
+  std::string LastError() const override;
 
  private:
   void DeliverWaiting(int most);
@@ -38,10 +44,14 @@ class QtUdpSocket final : public UdpSocket {
   QHostAddress remote_;
   std::int32_t remotePort_ = 0;
   std::int32_t localPort_ = 0;  // bound to; 0: closed
+  PortUser portUser_;
   std::string lastError_;
-  std::uint64_t received_ = 0;  // datagrams taken off the socket
-  unsigned life_ = 0;           // counts bindings and closings: a handler may have done either
-  bool quiet_ = false;          // an operation reports its failure itself
+  std::int32_t takenPort_ = 0;        // that could not be bound to, because somebody has it; 0: none
+  mutable std::string takenBy_;       // its user, as of
+  mutable QElapsedTimer takenSince_;  // this time
+  std::uint64_t received_ = 0;        // datagrams taken off the socket
+  unsigned life_ = 0;                 // counts bindings and closings: a handler may have done either
+  bool quiet_ = false;                // an operation reports its failure itself
 };
 
 }  // namespace tvx

@@ -54,7 +54,8 @@ TEST(LightsModes, FindThePairAndNothingElse) {
 }
 
 TEST(UdpFault, NamesTheFirstFieldThatCannotBe) {
-  const char *address = "The address is four numbers, each 0 to 255, with points between.",
+  const char *address =
+                 "The address is four numbers, each 0 to 255, with points between, or a computer's name.",
              *remote = "The simulator's port is a number from 1 to 65535.",
              *local = "The port on which we listen is a number from 1 to 65535.";
   const struct {
@@ -62,9 +63,10 @@ TEST(UdpFault, NamesTheFirstFieldThatCannotBe) {
     const char* fault;
   } rows[] = {{{"255.0.10.255", "1", "65535"}, ""}, {{"1.2.3", "49000", "49001"}, address},
               {{"1.2.3.4.5", "1", "1"}, address},   {{"1.2.3.256", "1", "1"}, address},
-              {{"1..3.4", "1", "1"}, address},      {{"localhost", "", ""}, address},
-              {{"1.2.3.4", "0", "49001"}, remote},  {{"1.2.3.4", "65536", ""}, remote},
-              {{"1.2.3.4", "1", "4900x"}, local},   {{"1.2.3.4", "1", ""}, local}};
+              {{"1..3.4", "1", "1"}, address},      {{"sim-pc", "", ""}, remote},
+              {{"sim pc", "1", "1"}, address},      {{"1.2.3.4", "0", "49001"}, remote},
+              {{"1.2.3.4", "65536", ""}, remote},   {{"1.2.3.4", "1", "4900x"}, local},
+              {{"1.2.3.4", "1", ""}, local}};
   for (const auto& row : rows) EXPECT_EQ(UdpFault(row.settings), row.fault) << row.settings.remoteIP;
 }
 

@@ -16,7 +16,8 @@ constexpr int kTickMs = 50;
 }  // namespace
 
 MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, PortAccess& ports,
-                                     GaugeBusAccess& bus, ConfigurationWindows& windows, QWidget* parent)
+                                     GaugeBusAccess& bus, ConfigurationWindows& windows,
+                                     SimulatorFinder& finder, QWidget* parent)
     : Form("FrmMainConfigure", parent), model_(model), boxes_(boxes), bus_(bus), windows_(windows) {
   setWindowTitle(tr("Configuration"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
@@ -32,7 +33,8 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Po
   left->addStretch(1);
   auto* right = new QVBoxLayout;
   right->setSpacing(look::Gap());
-  PanelUdp = new UdpPanel(model_);
+  PanelUdp = new UdpPanel(model_, finder);
+  Keep(finder.Listen([this] { PanelUdp->ShowFound(); }));
   right->addWidget(PanelUdp);
   right->addWidget(MakeTimingPanel());
   right->addStretch(1);

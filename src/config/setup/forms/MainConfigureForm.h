@@ -33,7 +33,7 @@ class MainConfigureForm : public Form {
   };
   // `parent`, if there is one, waits until the form is closed.
   MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, PortAccess& ports, GaugeBusAccess& bus,
-                    ConfigurationWindows& windows, QWidget* parent);
+                    ConfigurationWindows& windows, SimulatorFinder& finder, QWidget* parent);
   void ShowSearch(const SearchView& view);
   // Shows the model as it is now, as on opening.
   void Rebuild();

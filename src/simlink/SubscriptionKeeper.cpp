@@ -10,6 +10,8 @@ namespace {
 constexpr std::size_t kGroupKeys = 256;
 constexpr std::size_t kKeys = kGroupKeys + 65536;
 constexpr std::int64_t kLongAgo = std::numeric_limits<std::int64_t>::min() / 2;
+// How old a time in the list of what answers may be, so that not every value moves its entry there.
+constexpr std::int64_t kFreshMs = 250;
 // Asked for so often without an answer, it had stayed away.
 constexpr int kStayedAway = 3;
 // Entries that are looked at for one scout.
@@ -207,6 +209,8 @@ void SubscriptionKeeper::Answered(Place place) {
   entry.everAnswered = true;
   entry.step = 0;
   entry.answeredMs = heardMs_;
+  // Not with every value, since they are many: so the list's times are up to kFreshMs old.
+  if (entry.list == Index(List::Answered) && heardMs_ - entry.sinceMs < kFreshMs) return;
   Move(place, Index(List::Answered), heardMs_);
 }
 
@@ -269,7 +273,7 @@ void SubscriptionKeeper::CollectDue(std::int64_t now) {
   std::size_t room = kMostRequests - std::min(kMostRequests, RequestsWaiting());
   for (; room > 0; --room) {
     const Place place = Of(List::Answered).first;
-    if (place == kNone || now - At(place).sinceMs < kSilentMs) break;
+    if (place == kNone || now - At(place).sinceMs < kSilentMs + kFreshMs) break;
     Requeue(place, now);
   }
   for (std::size_t step = 0; step < kPatienceMs.size(); ++step) {

@@ -188,8 +188,8 @@ TEST(InstrumentTicks, DmeShowsTheReceiverThatItsOwnSelectorChose) {
   EXPECT_EQ(rig.TickText(), "4:100 5:100 6:1");
 }
 
-// What the simulator sends in the second after a knob was turned is older than the hand. What the hand has set
-// itself is not sent to it.
+// What the simulator sends in the second after a knob was turned is older than the hand. What the hand has
+// set itself is not sent to it.
 TEST(InstrumentTicks, ATurnedKnobIsLeftAloneForASecondAndTheRestIsNot) {
   const struct {
     int type, options, function1, function2;

@@ -26,14 +26,15 @@ struct Traits {
     easy.simulator.onlyKnownNames = easy.simulator.ownSendPort = easy.simulator.beacon = false;
     easy.lines.paced = false;
     easy.devices = {.handRules = true, .startsAnew = false};
-    easy.yokes.riseSeconds = 0;
+    easy.yokes = {.paced = false, .riseSeconds = 0};
     return easy;
   }
-  // What counts where nothing else is said: real hardware, and still the easy simulator and yokes.
+  // What counts where nothing else is said: real hardware, and still the easy simulator.
   static Traits Default() {
     Traits traits = Easy();
     traits.lines = {};
     traits.devices = {};
+    traits.yokes = {};
     return traits;
   }
 };

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <string>
 
+#include "simlink/PortValue.h"
+
 namespace tvx {
 namespace {
 
@@ -78,6 +80,7 @@ void FfbPorts::Open() {
     if (function == 0) function = kFirstFfbFunction + offset;
     ports_[at] = sim_.OpenSimPort(function, 1);
     if (kOffsets[at].read && ports_[at] != kNoPort) sim_.EnableReadSimPort(ports_[at]);
+    if (kOffsets[at].read) sources_[at] = SourceOf(ports_[at]);
   }
 }
 
@@ -85,6 +88,7 @@ void FfbPorts::Forget() {
   ports_.fill(kNoPort);
   Variables = {};
   finite_ = true;
+  sources_ = {};
 }
 
 bool FfbPorts::Has(int offset) const {
@@ -118,11 +122,55 @@ void FfbPorts::PutPortFFB(int offset) {
   if (std::isfinite(value)) sim_.PutPort(ports_[static_cast<std::size_t>(offset)], value);
 }
 
-void FfbPorts::ReadAll() {
+void FfbPorts::ReadAll(std::int64_t nowMs) {
   finite_ = true;
+  readMs_ = nowMs;
   for (int offset = 0; offset < kFfbOffsets; ++offset) {
     if (kOffsets[offset].read) GetPortFFB(offset);
   }
+}
+
+FfbPorts::Source FfbPorts::SourceOf(Port port) const {
+  if (port == kNoPort) return {};
+  const PortRow& row = sim_.PortAt(port);
+  const FunctionRecord& function = model_.Functions[static_cast<std::size_t>(row.FunctionNr)];
+  if (function.IsMacro()) return {};
+  if (ReadsDataGroup(function.ComboDT)) return {Source::Kind::Group, function.SlotOf(row.SeqNr).index};
+  if (!function.Is(DataType::XplaneDataref)) return {};
+  for (const RrefRow& asked : sim_.Rrefs()) {
+    if (asked.For == port) return {Source::Kind::Dataref, RrefIdentifierOnWire(asked.Identifier)};
+  }
+  return {Source::Kind::Dataref, -1};
+}
+
+std::optional<std::int64_t> FfbPorts::ArrivedMs(const Source& source) const {
+  if (source.number < 0) return std::nullopt;
+  const SubscriptionKeeper& keeper = sim_.Keeper();
+  return (source.kind == Source::Kind::Group ? keeper.OfGroup(source.number)
+                                             : keeper.OfDataref(source.number))
+      .answeredMs;
+}
+
+int FfbPorts::Oldest() const {
+  int oldest = -1;
+  std::int64_t oldestMs = 0;
+  for (int offset = 0; offset < kFfbOffsets; ++offset) {
+    const Source& source = sources_[static_cast<std::size_t>(offset)];
+    if (source.kind == Source::Kind::None) continue;
+    const auto ms = ArrivedMs(source);
+    if (!ms) return offset;
+    if (oldest >= 0 && *ms >= oldestMs) continue;
+    oldest = offset;
+    oldestMs = *ms;
+  }
+  return oldest;
+}
+
+std::optional<std::int64_t> FfbPorts::AgeMs() const {
+  const int oldest = Oldest();
+  if (oldest < 0) return 0;
+  const auto ms = ArrivedMs(sources_[static_cast<std::size_t>(oldest)]);
+  return ms ? std::optional(readMs_ - *ms) : std::nullopt;
 }
 
 }  // namespace tvx

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -75,10 +77,15 @@ class FfbPorts {
   // value that is no number is never written. Shows a message for an offset that is not in the table.
   void PutPortFFB(int offset);
 
-  // Reads every offset that is read.
-  void ReadAll();
+  // Reads every offset that is read. To be called once a cycle, with the time of the link's clock.
+  void ReadAll(std::int64_t nowMs);
   // False when what was read last contains something that is no number.
   bool AllFinite() const { return finite_; }
+  // How long ago the value arrived, ms, of that which has waited longest; std::nullopt where one has never
+  // come. Values that no arrival refreshes (those of a macro) do not count; with no others it is 0.
+  std::optional<std::int64_t> AgeMs() const;
+  // Its offset; where one has never come, that one's; -1 where there are none.
+  int Oldest() const;
 
  private:
   const ConfigModel& model_;
@@ -86,6 +93,15 @@ class FfbPorts {
   MessageBoxes& boxes_;
   std::array<Port, kFfbOffsets> ports_;
   bool finite_ = true;
+  // What refreshes a port: a data group, or a dataref by its identifier on the wire.
+  struct Source {
+    enum class Kind { None, Group, Dataref } kind = Kind::None;
+    int number = 0;  // -1: a dataref that is not asked for
+  };
+  Source SourceOf(Port port) const;
+  std::optional<std::int64_t> ArrivedMs(const Source& source) const;
+  std::array<Source, kFfbOffsets> sources_{};  // of what is read
+  std::int64_t readMs_ = 0;
 };
 
 }  // namespace tvx

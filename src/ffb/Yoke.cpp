@@ -6,12 +6,14 @@
 namespace tvx {
 namespace {
 
-constexpr int kResendCycles = 25;     // what does not change is told again once a second
-constexpr double kGripSeconds = 0.2;  // a knock is no grip
-constexpr double kOnItsWay = 150;     // counts/s
-constexpr double kGripCycle = 0.04;   // a late cycle is one look at the yoke, and counts as no more
-constexpr double kServoLag = 0.15;    // s: how far behind a moving place a yoke without a hand may be
+constexpr int kResendCycles = 25;  // what does not change is told again once a second
 constexpr double kHalfRawRange = 32768;
+constexpr double kHoldSeconds = kHoldMs / 1000.0;
+constexpr double kShareSlew = 0.5;  // a second
+
+// By YokeMode.
+constexpr std::array<std::int32_t, kYokeModes> kColours = {kModeRed, kModeBlue, kModeGreen, kModeAmber,
+                                                           kModeGrey};
 
 double HalfRangeGradient(double gradient, const AxisCalibration& axis) {
   return gradient * std::abs(axis.scale) * kHalfRawRange / kYokeTravel;
@@ -24,17 +26,30 @@ double RawForce(double force, const AxisCalibration& axis) {
 }  // namespace
 
 void Yoke::Configure(const YokeSettings& settings) {
+  YokeSettings now = settings;
+  next_.reset();
+  if (!gate_.Shut() && !settings.SameYoke(settings_)) {
+    next_ = settings;
+    now.address = settings_.address;
+    now.calibrated = settings_.calibrated;
+    now.roll = settings_.roll;
+    now.pitch = settings_.pitch;
+  }
+  Use(now);
+}
+
+void Yoke::Use(const YokeSettings& settings) {
   settings_ = settings;
+  if (gate_.Shut()) share_ = settings.forceLevel;
   line_.SetAddress(settings.address);
   line_.SetCalibration(settings.roll, settings.pitch);
 }
 
 void Yoke::SelectMode(YokeMode mode) {
   mode_ = mode;
-  settled_ = gripped_ = false;
+  grip_.Restart();
   sendAll_ = true;
-  if (mode == YokeMode::Centre) colour_ = kModeRed;
-  if (mode == YokeMode::FollowAP) colour_ = kModeGreen;
+  colour_ = kColours[static_cast<std::size_t>(mode)];
 }
 
 bool Yoke::Usable() const {
@@ -46,16 +61,19 @@ std::array<double, kAxes> Yoke::Position() const {
 }
 
 std::uint16_t Yoke::TakePressed() {
+  if (!Usable()) return 0;
   const std::uint16_t now = Held();
-  const auto pressed = static_cast<std::uint16_t>(now & ~buttonsBefore_);
+  const auto pressed = static_cast<std::uint16_t>(now & ~buttonsBefore_.value_or(now));
   buttonsBefore_ = now;
   return pressed;
 }
 
 SafetyCause Yoke::OwnCause() const {
   if (mode_ == YokeMode::Off) return SafetyCause::Off;
+  if (next_) return SafetyCause::Changed;
   if (!settings_.calibrated) return SafetyCause::NotCalibrated;
   if (!line_.PortOpen()) return SafetyCause::PortClosed;
+  if (stalled_) return SafetyCause::Stalled;
   if (!line_.AnsweredWithinMs(kYokeSilentMs)) return SafetyCause::YokeSilent;
   const Byte status = line_.LastReply().status;
   if ((status & yokestatus::kStopButton) != 0 || (status & yokestatus::kPower) == 0) {
@@ -64,53 +82,70 @@ SafetyCause Yoke::OwnCause() const {
   return SafetyCause::None;
 }
 
-ForceCommand Yoke::Wanted(const Cycle& cycle) const {
+// Where its servo is to hold it, counts; std::nullopt where none does. The autopilot's place is its own part
+// and the trim's: where the yoke stands when the servo lets go.
+std::optional<Yoke::Place> Yoke::ServoPlace(const Cycle& cycle) const {
+  if (mode_ == YokeMode::Servo) return cycle.follow;
+  if (mode_ != YokeMode::FollowAP || !cycle.values.AutopilotServos) return std::nullopt;
+  Place place{cycle.values.AutopilotRoll, cycle.values.AutopilotPitch};
+  for (std::size_t i = 0; i < kAxes; ++i) {
+    const bool trim = settings_.Has(yokeoption::kTrimMovesCentre);
+    const auto axis = static_cast<Axis>(i);
+    place[i] = PlaceOfRatio(place[i], trim ? Feel::TrimCentre(cycle.values, cycle.settings.forces, axis) : 0);
+  }
+  return place;
+}
+
+ForceCommand Yoke::Wanted(const Cycle& cycle, const std::optional<Place>& place) const {
   const ForceSettings& forces = cycle.settings.forces;
-  const auto flown = [&] {
+  if (place) return Feel::Held(forces, *place);
+  if (mode_ == YokeMode::Ffb || mode_ == YokeMode::FollowAP) {
     return cycle.feel.Wanted(cycle.values, forces, settings_.Has(yokeoption::kEffects),
                              settings_.Has(yokeoption::kTrimMovesCentre));
-  };
-  switch (mode_) {
-    case YokeMode::Ffb:
-      return flown();
-    case YokeMode::FollowAP:
-      if (!cycle.values.AutopilotServos) return flown();
-      return Feel::Held(forces, cycle.values.AutopilotRoll * double{kYokeTravel},
-                        cycle.values.AutopilotPitch * double{kYokeTravel});
-    case YokeMode::Servo:
-      if (cycle.follow) return Feel::Held(forces, (*cycle.follow)[0], (*cycle.follow)[1]);
-      return Feel::Centred(forces);
-    case YokeMode::Centre:
-    case YokeMode::Off:
-      break;
   }
   return Feel::Centred(forces);
 }
 
 void Yoke::ProcessTimer_Tick(const Cycle& cycle) {
   line_.DropStalePiece();
+  const bool late = cycle.seconds > kHoldSeconds;
+  const bool faded = line_.TakeFaded();
+  if (late) line_.Forget();
+  if ((late || faded) && !gate_.Shut()) stalled_ = true;
+  const std::optional<Place> place = ServoPlace(cycle);
   cause_ = cycle.cause == SafetyCause::Halted ? cycle.cause : OwnCause();
   if (cause_ == SafetyCause::None) cause_ = cycle.cause;
-  const double opening = gate_.Next(cause_, cycle.seconds);
+  // A yoke without commands keeps its forces for the hold time and then fades by itself, as steadily as the
+  // gate: the two go on together.
+  const double opening = gate_.Next(cause_, late ? cycle.seconds - kHoldSeconds : cycle.seconds);
+  share_ +=
+      std::clamp(settings_.forceLevel - share_, -kShareSlew * cycle.seconds, kShareSlew * cycle.seconds);
   if (gate_.Shut()) {
-    shaper_.Restart();
-    settled_ = gripped_ = false;
-    sendAll_ = true;
-    line_.ComposeCmd(YokeCommand::Release, TimeParameter(kFadeMs));
+    ComposeRelease();
   } else {
     const double speed = cycle.settings.servoSpeed;
     // The last forces fade where something that they come from is no number.
-    const ForceCommand wanted = cycle.cause == SafetyCause::NotANumber ? shaper_.Last() : Wanted(cycle);
-    const ForceCommand& command =
-        shaper_.Next(wanted, Position(), opening * settings_.forceLevel, speed, cycle.seconds);
+    const ForceCommand wanted =
+        cycle.cause == SafetyCause::NotANumber ? shaper_.Last() : Wanted(cycle, place);
+    const ForceCommand& command = shaper_.Next(wanted, Position(), opening * share_, speed, cycle.seconds);
     ComposeForces(command, speed);
     ComposeFeel(command);
     ComposeVibration(command);
     sendAll_ = false;
-    WatchGrip(cycle);
+    WatchGrip(cycle, place);
   }
   line_.ComposeCmd(YokeCommand::Report);
   line_.SendSerial();
+}
+
+// The gate has faded the forces already, so the yoke need not take time for it too.
+void Yoke::ComposeRelease() {
+  shaper_.Restart();
+  grip_.Restart();
+  stalled_ = false;
+  sendAll_ = true;
+  line_.ComposeCmd(YokeCommand::Release, TimeParameter(0));
+  if (next_) Use(*std::exchange(next_, std::nullopt));
 }
 
 void Yoke::Release() {
@@ -160,37 +195,17 @@ void Yoke::ComposeVibration(const ForceCommand& command) {
   line_.ComposeCmd(YokeCommand::Vibration, vibration[0], vibration[1], vibration[2], vibration[3]);
 }
 
-// A grip is a deflection against the servo. The yoke must have been where the master is before: one whose
-// pilot has just given control away, and still holds it, is not gripped. That it stands where the servo wants
-// it is not enough, since the servo begins at the place where the yoke stands.
-void Yoke::WatchGrip(const Cycle& cycle) {
-  const double threshold = cycle.settings.gripThreshold;
-  if (mode_ != YokeMode::Servo || !cycle.follow || threshold <= 0 || gate_.Opening() < 1) {
-    grippedFor_ = 0;
-    return;
-  }
-  const auto position = Position();
-  double off = 0, moved = 0, away = 0, towards = 0;
-  for (std::size_t i = 0; i < kAxes; ++i) {
-    const double place = shaper_.Last().axes[i].centre;
-    const double step = position[i] - positionBefore_[i];
-    if (std::abs(position[i] - place) > off) {
-      off = std::abs(position[i] - place);
-      towards = place > position[i] ? step : -step;
-    }
-    moved = std::max(moved, std::abs(place - placesBefore_[i]));
-    away = std::max(away, std::abs((*cycle.follow)[i] - place));
-    placesBefore_[i] = place;
-  }
-  positionBefore_ = position;
-  const double lag = cycle.seconds > 0 ? kServoLag * moved / std::min(cycle.seconds, kLongestCycle) : 0;
-  if (off < threshold / 2 && away < threshold / 2) settled_ = true;
-  const bool held = settled_ && off > threshold + lag;
-  // A yoke that goes to its place by itself is still on its way: no hand holds it.
-  const bool onItsWay = towards > kOnItsWay * cycle.seconds;
-  if (!held) grippedFor_ = 0;
-  if (held && !onItsWay) grippedFor_ += std::min(cycle.seconds, kGripCycle);
-  if (grippedFor_ >= kGripSeconds) gripped_ = true;
+void Yoke::WatchGrip(const Cycle& cycle, const std::optional<Place>& place) {
+  const ForceCommand& command = shaper_.Last();
+  if (!place) return grip_.Restart();
+  if (gate_.Opening() < 1 || command.drive != Drive::Servo) return grip_.LookAway();
+  grip_.Look({.positions = Position(),
+              .places = {command.axes[0].centre, command.axes[1].centre},
+              .goals = *place,
+              .threshold = cycle.settings.gripThreshold,
+              .force = command.axes[0].gradient,
+              .friction = command.friction,
+              .seconds = cycle.seconds});
 }
 
 }  // namespace tvx

@@ -70,6 +70,7 @@ YokeReplyKind ReadYokeReply(ByteView bytes, Byte address, YokeReply& reply);
 struct AxisCalibration {
   int centre = 32768;
   float scale = 0;
+  bool operator==(const AxisCalibration&) const = default;
   // The raw value of a position; the centre where the scale is 0.
   double RawAt(double position) const { return scale == 0 ? centre : centre + position / scale; }
 };

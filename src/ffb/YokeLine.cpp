@@ -17,6 +17,7 @@ ShortText Percent(int position) {
 }  // namespace
 
 YokeLine::YokeLine(SerialPort& port, const Clock& clock) : port_(port), clock_(clock) {
+  lookedMs_ = clock_.MonotonicMs();
   queue_.reserve(kQueueLimit);
   events_ = port_.SetHandler([this](SerialEvent event) { MSComm1_OnComm(event); });
 }
@@ -37,10 +38,28 @@ bool YokeLine::SendSerial() {
   if (queue_.empty()) return true;
   const bool taken = port_.Write(queue_);
   queue_.clear();
+  if (taken) NoteAsked();
   return taken;
 }
 
+// A third one on its way means that the reply to the first was lost.
+void YokeLine::NoteAsked() {
+  if (asked_ == askedMs_.size()) {
+    askedMs_[0] = askedMs_[1];
+    --asked_;
+  }
+  askedMs_[asked_++] = clock_.MonotonicMs();
+}
+
+void YokeLine::Forget() {
+  port_.DiscardInput();
+  waitingBefore_ = 0;
+  answered_ = faded_ = false;
+  asked_ = 0;
+}
+
 void YokeLine::DropStalePiece() {
+  lookedMs_ = clock_.MonotonicMs();
   const std::size_t waiting = port_.Waiting();
   if (waiting > 0 && waiting == waitingBefore_) {
     port_.DiscardInput();
@@ -85,13 +104,25 @@ void YokeLine::TakeReply(ByteView bytes) {
   }
   message_ = "Correct";
   ++goodReplies_;
-  lastGoodMs_ = clock_.MonotonicMs();
+  answered_ = true;
+  lastGoodMs_ = lookedMs_;
+  if ((lastReply_.status & yokestatus::kFading) != 0) faded_ = true;
+  if (asked_ > 0) {
+    replyTookMs_ = clock_.MonotonicMs() - askedMs_[0];
+    askedMs_[0] = askedMs_[1];
+    --asked_;
+  }
   rollPosition_ = AxisPosition(lastReply_.rawRoll, roll_);
   pitchPosition_ = AxisPosition(lastReply_.rawPitch, pitch_);
 }
 
 bool YokeLine::AnsweredWithinMs(std::int64_t milliseconds) const {
-  return goodReplies_ > 0 && clock_.MonotonicMs() - lastGoodMs_ <= milliseconds;
+  return answered_ && clock_.MonotonicMs() - lastGoodMs_ <= milliseconds;
+}
+
+std::optional<std::int64_t> YokeLine::ReplyAgeMs() const {
+  if (!answered_) return std::nullopt;
+  return clock_.MonotonicMs() - lastGoodMs_;
 }
 
 std::string_view YokeLine::Activity() const {

@@ -1,9 +1,12 @@
 // One yoke on its serial line: the commands that wait to be written, and what its replies said last.
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/NumberFormat.h"
@@ -38,6 +41,8 @@ class YokeLine {
   // Once a cycle, before a reply is asked for: drops an incomplete reply that has not grown since the last
   // cycle. Otherwise its bytes would be taken for the start of the next reply, and so on for ever.
   void DropStalePiece();
+  // The program was held up: what waits on the line is old. Drops it, and forgets that the yoke has answered.
+  void Forget();
 
   // The port's events.
   void MSComm1_OnComm(SerialEvent event);
@@ -45,8 +50,15 @@ class YokeLine {
   int RollPosition() const { return rollPosition_; }  // -511..511, as last reported
   int PitchPosition() const { return pitchPosition_; }
   const YokeReply& LastReply() const { return lastReply_; }  // the last good one
-  // Whether the last good reply is no older than `milliseconds`.
+  // Whether the last good reply is no older than `milliseconds`. When it came is not known exactly: it counts
+  // as come at the cycle before it was read, the earliest that is possible.
   bool AnsweredWithinMs(std::int64_t milliseconds) const;
+  // How old it is by that count; std::nullopt where none came, or it was forgotten.
+  std::optional<std::int64_t> ReplyAgeMs() const;
+  // How long the last good reply took from its Report to when it was read, ms; 0 where none came.
+  std::int64_t ReplyTookMs() const { return replyTookMs_; }
+  // Whether a good reply since the last call said that the yoke fades, or has faded, by itself.
+  bool TakeFaded() { return std::exchange(faded_, false); }
 
   bool PortOpen() const { return port_.IsOpen(); }
   const AxisCalibration& Calibration(bool pitch) const { return pitch ? pitch_ : roll_; }
@@ -61,6 +73,7 @@ class YokeLine {
 
  private:
   void TakeReply(ByteView bytes);
+  void NoteAsked();
 
   SerialPort& port_;
   const Clock& clock_;
@@ -72,8 +85,15 @@ class YokeLine {
   std::int16_t rollPosition_ = 0, pitchPosition_ = 0;
   YokeReply lastReply_;
   std::uint32_t goodReplies_ = 0;  // since the start
+  bool answered_ = false;          // there is a good reply that was not forgotten
+  bool faded_ = false;
   std::int64_t lastGoodMs_ = 0;
+  std::int64_t lookedMs_ = 0;  // the last cycle
   std::size_t waitingBefore_ = 0;
+  // When the Reports went out whose replies have not come, the oldest first; no more than two are under way.
+  std::array<std::int64_t, 2> askedMs_{};
+  std::size_t asked_ = 0;
+  std::int64_t replyTookMs_ = 0;
 };
 
 }  // namespace tvx

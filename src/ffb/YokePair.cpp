@@ -7,8 +7,11 @@ namespace tvx {
 namespace {
 
 constexpr double kMasterLostSeconds = 1;  // afterwards the other yoke takes over
-constexpr double kBlendRate = 1;          // of a ratio, a second
 constexpr double kTrimRate = 0.1;         // of the trim's half range, a second
+// So long the autopilot counts as off that was told to let go, since the simulator says so late; it is told
+// again every so many cycles.
+constexpr double kDisconnectSeconds = 1;
+constexpr int kDisconnectAgain = 5;
 
 constexpr std::string_view kModeNames[] = {"Center Mode", "FFB Mode", "Follow AP mode", "Servo Mode",
                                            "OFF mode"};
@@ -41,7 +44,7 @@ void YokePair::Load() {
   master_ = Configured(settings_.master) ? settings_.master : Configured(1) ? 1 : 2;
   StartModes();
   feel_ = {};
-  blend_ = {};
+  flown_.GivenBack();
   lastTickMs_ = clock_.MonotonicMs();
   loaded_ = true;
   timer_.SetEnabled(true);
@@ -78,7 +81,8 @@ void YokePair::OpenPorts() {
 void YokePair::cmdRun_Click() {
   if (running_) return;
   running_ = true;
-  masterLostFor_ = 0;
+  masterLostFor_ = disconnecting_ = 0;
+  autopilot_.reset();
   StartJoystick();
 }
 
@@ -99,7 +103,7 @@ void YokePair::StartJoystick() {
 void YokePair::cmdStop_Click() {
   running_ = false;
   flew_ = false;
-  blend_ = {};
+  flown_.GivenBack();
   trim_ = {};
   pedals_ = nullptr;
   controls_.GiveBack();
@@ -109,6 +113,7 @@ SafetyCause YokePair::CommonCause() const {
   if (!running_) return SafetyCause::Halted;
   const auto silent = sim_.SilentForMs();
   if (!silent || *silent > kSimulatorSilentMs) return SafetyCause::SimulatorSilent;
+  if (const auto age = ports_.AgeMs(); !age || *age > kSimulatorSilentMs) return SafetyCause::ValuesOld;
   return ports_.AllFinite() ? SafetyCause::None : SafetyCause::NotANumber;
 }
 
@@ -117,24 +122,63 @@ void YokePair::ProcessTimer_Tick() {
   const std::int64_t now = clock_.MonotonicMs();
   const double seconds = static_cast<double>(now - lastTickMs_) / 1000;
   lastTickMs_ = now;
-  ports_.ReadAll();
+  ports_.ReadAll(now);
+  HoldAutopilotOff(seconds);
+  MoveTrim(seconds);
   feel_.Advance(ports_.Variables, settings_.forces, seconds);
   WatchRoles(seconds);
   ServeButtons(seconds);
   const SafetyCause cause = CommonCause();
   for (const int which : {1, 2}) {
     if (!Configured(which)) continue;
-    std::optional<std::array<double, kAxes>> follow;
-    if (IsSlave(which) && Of(master_).Usable()) follow = Of(master_).Position();
-    Of(which).ProcessTimer_Tick({ports_.Variables, settings_, feel_, cause, follow, seconds});
+    Of(which).ProcessTimer_Tick({ports_.Variables, settings_, feel_, cause, PlaceToFollow(which), seconds});
   }
   WriteControls(seconds);
+  WritePedals();
+}
+
+// A master that is lost for a moment is followed to where it was last.
+std::optional<Ratios> YokePair::PlaceToFollow(int which) {
+  if (!IsSlave(which)) return std::nullopt;
+  if (Of(master_).Usable()) {
+    masterPlace_ = Of(master_).Position();
+  } else if (masterLostFor_ > kMasterLostSeconds) {
+    masterPlace_.reset();
+  }
+  return masterPlace_;
+}
+
+// As the springs' centres go, so that a yoke that follows its trim is no deflection.
+void YokePair::MoveTrim(double seconds) {
+  if (!ports_.AllFinite()) return;
+  const double step = kCentreSlew * std::clamp(seconds, 0.0, kLongestCycle);
+  for (std::size_t i = 0; i < kAxes; ++i) {
+    const double goal = Feel::TrimCentre(ports_.Variables, settings_.forces, static_cast<Axis>(i));
+    trimCentre_[i] += std::clamp(goal - trimCentre_[i], -step, step);
+  }
+}
+
+void YokePair::DisconnectAutopilot() {
+  disconnecting_ = kDisconnectSeconds;
+  disconnectCycles_ = 0;
+  ports_.Variables.AutopilotServos = false;
+  ports_.PutPortFFB(ffboffset::kAutopilotServos);
+}
+
+void YokePair::HoldAutopilotOff(double seconds) {
+  if (disconnecting_ <= 0) return;
+  disconnecting_ = ports_.Variables.AutopilotServos ? disconnecting_ - seconds : 0;
+  if (disconnecting_ <= 0) return;
+  ports_.Variables.AutopilotServos = false;
+  if (++disconnectCycles_ % kDisconnectAgain == 0) ports_.PutPortFFB(ffboffset::kAutopilotServos);
 }
 
 void YokePair::WatchRoles(double seconds) {
-  if (!running_ || !Paired()) return;
-  const int slave = OtherThan(master_);
+  if (!running_) return;
   masterLostFor_ = Of(master_).Usable() ? 0 : masterLostFor_ + seconds;
+  if (Of(master_).Mode() == YokeMode::FollowAP && Of(master_).Gripped()) DisconnectAutopilot();
+  if (!Paired()) return;
+  const int slave = OtherThan(master_);
   const bool gripped = Of(slave).Settings().Has(yokeoption::kHandoverByGrip) && Of(slave).Gripped();
   if (gripped || masterLostFor_ > kMasterLostSeconds) HandOver(slave);
 }
@@ -145,62 +189,74 @@ void YokePair::HandOver(int which) {
   if (running_ && !next.Usable()) return;
   Yoke& before = Of(master_);
   const YokeMode mode = before.Mode();
-  const bool flew = flew_ && Flies();
-  const std::array<double, kAxes> ratios = controls_.YokeRatios();
   master_ = which;
   masterLostFor_ = 0;
+  masterPlace_.reset();
+  // The simulator's yoke goes on from where it is, and comes to the new master's place by and by.
+  flew_ = false;
   next.SelectMode(mode == YokeMode::Servo || mode == YokeMode::Off ? YokeMode::Ffb : mode);
   before.SelectMode(mode == YokeMode::Off ? YokeMode::Off : YokeMode::Servo);
-  if (!flew) return;
-  // The simulator's yoke goes on from where it is, and comes to the new master's place by and by.
-  const std::array<double, kAxes> own = MasterRatios();
-  for (std::size_t i = 0; i < blend_.size(); ++i) blend_[i] = ratios[i] - own[i];
 }
 
 // Where the master stands, from the middle that trim gives it: the simulator adds the trim itself.
-std::array<double, kAxes> YokePair::MasterRatios() const {
+Ratios YokePair::MasterRatios() const {
   const Yoke& master = Of(master_);
-  std::array<double, kAxes> ratios = master.Position();
-  for (std::size_t i = 0; i < kAxes; ++i) {
-    if (master.Settings().Has(yokeoption::kTrimMovesCentre) && master.Mode() != YokeMode::Centre) {
-      ratios[i] -= Feel::TrimCentre(ports_.Variables, settings_.forces, static_cast<Axis>(i));
-    }
-    ratios[i] = std::clamp(ratios[i] / kYokeTravel, -1.0, 1.0);
-  }
+  const bool trimmed =
+      master.Settings().Has(yokeoption::kTrimMovesCentre) && master.Mode() != YokeMode::Centre;
+  Ratios ratios = master.Position();
+  for (std::size_t i = 0; i < kAxes; ++i) ratios[i] = RatioOfPlace(ratios[i], trimmed ? trimCentre_[i] : 0);
   return ratios;
 }
 
 // The master's position goes to the simulator, unless the autopilot moves the yoke or the position cannot be
 // relied on.
-bool YokePair::Flies() const {
+bool YokePair::MayFly() const {
   const Yoke& master = Of(master_);
-  if (!running_ || !master.Usable() || !master.Settings().Has(yokeoption::kSendPositions)) return false;
+  if (!running_ || !master.Settings().Has(yokeoption::kSendPositions)) return false;
   if (master.Mode() == YokeMode::Servo) return false;
   return master.Mode() != YokeMode::FollowAP || !ports_.Variables.AutopilotServos;
 }
 
+bool YokePair::Flies() const {
+  return MayFly() && Of(master_).Usable();
+}
+
+// It does not answer for a moment: what it did last goes on.
+bool YokePair::MasterMissed() const {
+  return MayFly() && !Of(master_).Usable() && masterLostFor_ <= kMasterLostSeconds;
+}
+
 void YokePair::WriteControls(double seconds) {
-  const bool flies = Flies();
-  if (flies) {
-    std::array<double, kAxes> ratios = MasterRatios();
-    if (!flew_ && Of(master_).Mode() == YokeMode::FollowAP) {
-      // The autopilot has let go: the ratios go on from its place.
-      blend_ = {ports_.Variables.AutopilotRoll - ratios[0], ports_.Variables.AutopilotPitch - ratios[1]};
-    }
-    for (std::size_t i = 0; i < kAxes; ++i) {
-      const double step = kBlendRate * std::clamp(seconds, 0.0, kLongestCycle);
-      blend_[i] -= std::clamp(blend_[i], -step, step);
-      ratios[i] = std::clamp(ratios[i] + blend_[i], -1.0, 1.0);
-    }
-    controls_.Yoke(ratios);
+  const bool taken = controls_.YokeTaken();
+  if (Flies()) {
+    const Ratios own = MasterRatios();
+    // What the autopilot did goes on from its place.
+    if (!taken) flown_.GivenBack(autopilot_.value_or(Ratios{}));
+    if (!flew_) flown_.GoOnWith(own);
+    controls_.Yoke(flown_.Follow(own, seconds));
+  } else if (taken && (MasterMissed() || (running_ && !flown_.Leave(seconds)))) {
+    controls_.Yoke(flown_.Now());
   } else {
-    blend_ = {};
     controls_.Yoke(std::nullopt);
   }
-  flew_ = flies;
+  flew_ = Flies();
+  const FfbVariables& values = ports_.Variables;
+  const bool held = Of(master_).Mode() == YokeMode::FollowAP && values.AutopilotServos && ports_.AllFinite();
+  if (held) autopilot_ = Ratios{values.AutopilotRoll, values.AutopilotPitch};
+  if (!held) autopilot_.reset();
+}
+
+void YokePair::WritePedals() {
   if (!running_ || pedals_ == nullptr) return;
   joystick_.JoystickID = pedals_->JoystickNumber;
   controls_.Pedals(joystick_.Present() ? std::optional(ReadPedals(joystick_, *pedals_)) : std::nullopt);
+}
+
+std::optional<int> YokePair::GripFrom(int which) const {
+  const double force = kServoForce * settings_.forces.maximum * Of(which).Settings().forceLevel;
+  const auto least = LeastGrip(force, settings_.forces.friction);
+  if (!least || settings_.gripThreshold <= 0) return std::nullopt;
+  return static_cast<int>(std::ceil(std::max(*least, settings_.gripThreshold)));
 }
 
 void YokePair::ServeButtons(double seconds) {
@@ -231,9 +287,7 @@ void YokePair::Press(int which, std::size_t button) {
       Of(which).SelectMode(YokeMode::Off);
       break;
     case ButtonAction::AutopilotOff:
-      if (!running_) break;
-      ports_.Variables.AutopilotServos = false;
-      ports_.PutPortFFB(ffboffset::kAutopilotServos);
+      if (running_) DisconnectAutopilot();
       break;
     case ButtonAction::Command: {
       if (!running_) break;
@@ -267,7 +321,11 @@ std::string YokePair::RoleText(int which) const {
 std::string YokePair::StateText(int which) const {
   if (!Configured(which)) return "";
   const Yoke& yoke = Of(which);
-  if (yoke.Cause() != SafetyCause::None) return "No force: " + std::string(SafetyText(yoke.Cause()));
+  if (yoke.Cause() != SafetyCause::None) {
+    std::string words = "No force: " + std::string(SafetyText(yoke.Cause()));
+    if (yoke.Cause() != SafetyCause::ValuesOld || ports_.Oldest() < 0) return words;
+    return words + ": " + std::string(FfbOffsets()[static_cast<std::size_t>(ports_.Oldest())].name);
+  }
   if (yoke.Opening() < 1) return "Forces are rising";
   if ((yoke.Line().LastReply().status & yokestatus::kHot) != 0) return "Its motors are hot";
   return "Forces on";

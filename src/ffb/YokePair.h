@@ -7,6 +7,7 @@
 #include <string>
 
 #include "ffb/FfbPorts.h"
+#include "ffb/FlownRatios.h"
 #include "ffb/Pedals.h"
 #include "ffb/SimControls.h"
 #include "ffb/Yoke.h"
@@ -52,6 +53,9 @@ class YokePair {
   const SimControls& Controls() const { return controls_; }
   const FfbSettings& Settings() const { return settings_; }
   const Feel& Flight() const { return feel_; }
+  // From how many counts off its place on a hand's grip can be told, with these settings; std::nullopt where
+  // the servo is too weak for it, or no threshold is set.
+  std::optional<int> GripFrom(int which) const;
   // In words, for the forms: "Master, FFB Mode", and what is wrong.
   std::string RoleText(int which) const;
   std::string StateText(int which) const;
@@ -69,9 +73,16 @@ class YokePair {
   void Press(int which, std::size_t button);
   void Trim(ButtonAction action, double seconds);
   void WatchRoles(double seconds);
+  void DisconnectAutopilot();
+  void HoldAutopilotOff(double seconds);
+  void MoveTrim(double seconds);
+  std::optional<Ratios> PlaceToFollow(int which);
   void WriteControls(double seconds);
-  std::array<double, kAxes> MasterRatios() const;
+  void WritePedals();
+  Ratios MasterRatios() const;
+  bool MayFly() const;
   bool Flies() const;
+  bool MasterMissed() const;
 
   ConfigModel& model_;
   SimCom& sim_;
@@ -88,9 +99,14 @@ class YokePair {
   bool loaded_ = false, running_ = false;
   int master_ = 1;
   std::int64_t lastTickMs_ = 0;
-  double masterLostFor_ = 0;                         // s
-  std::array<double, kAxes> blend_{};                // added to the ratios, fading: what a hand-over left
-  bool flew_ = false;                                // in the last cycle
+  double masterLostFor_ = 0;           // s
+  std::optional<Ratios> masterPlace_;  // where it was last known to be, counts
+  FlownRatios flown_;
+  bool flew_ = false;                       // in the last cycle
+  std::optional<Ratios> autopilot_;         // its place, where it held the controls in the last cycle
+  double disconnecting_ = 0;                // s that are left of it: the autopilot counts as off
+  int disconnectCycles_ = 0;                // since it was told
+  std::array<double, kAxes> trimCentre_{};  // where trim puts the spring's centre, approached, counts
   std::array<std::optional<double>, kAxes> trim_{};  // what a held button has made of it
 };
 

@@ -48,6 +48,11 @@ struct YokeSettings {
   int options = 0;
   std::array<ButtonAction, 16> buttons{};
   bool Has(int option) const { return (options & option) != 0; }
+  // Whether the other's frames mean the same places of the same yoke.
+  bool SameYoke(const YokeSettings& other) const {
+    return address == other.address && calibrated == other.calibrated && roll == other.roll &&
+           pitch == other.pitch;
+  }
 };
 YokeSettings ReadYokeSettings(const YokeRecord& record);
 
@@ -61,9 +66,10 @@ constexpr int RawOf(std::int16_t stored) {
 
 // Centre and scale from an axis's two ends and its centre, as raw values. The scale is that of the shorter
 // side, so that both ends reach the full position; falling values give a negative scale. False, and
-// `calibration` as it was, unless the centre lies between the ends, at least kLeastTravel away from each.
+// `calibration` as it was, unless the centre lies between the ends, at least kLeastTravel away from each: on
+// less the whole force at full deflection would be a steeper spring than a frame can carry.
 bool CalibrateAxis(int low, int centre, int high, AxisCalibration& calibration);
-inline constexpr int kLeastTravel = 200;
+inline constexpr int kLeastTravel = 4096;
 
 // Where the frequency and level of an effect stand in YokeRecord::Effects.
 constexpr std::size_t EffectPlace(std::size_t effect, Axis axis) {

@@ -74,7 +74,7 @@ TEST(FfbTable, TheUsersOwnFunctionsServeInPlaceOfTheStandardOnes) {
   }
   ports.Open();
   for (int i = 0; i < kFfbOffsets; ++i) rig.socket.Deliver(DataDatagram({{20 + i, i == 8 ? -2.5f : 0.5f}}));
-  ports.ReadAll();
+  ports.ReadAll(rig.clock.now);
   EXPECT_FALSE(ports.Variables.OverspeedWarning) << "below 0";
   EXPECT_TRUE(ports.Variables.GearDown);
   EXPECT_EQ(ports.Variables.NormalG, 0.5f);
@@ -92,7 +92,7 @@ TEST(FfbTable, TheStandardDatarefsAreReadAndWrittenInTheirUnits) {
   rig.sim.OpenUDP();
   ports.Open();
   for (int port = 0; port < rig.sim.PortCount(); ++port) rig.socket.Deliver(RrefDatagram({{port, 3.0f}}));
-  ports.ReadAll();
+  ports.ReadAll(rig.clock.now);
   FfbVariables& v = ports.Variables;
   EXPECT_EQ(
       (std::array{v.OnGround, v.AutopilotServos, v.StallWarning, v.Paused, v.GearDown, v.OverspeedWarning}),

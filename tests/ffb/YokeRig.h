@@ -50,6 +50,7 @@ struct FakeYoke {
     }
   }
   void Move() {
+    if (released && limit > 0) limit = std::max(0.0, limit - 40.0 / fadeMs_);
     for (std::size_t a = 0; a < 2; ++a) {
       if (held_[a] || released || limit <= 0) continue;
       if (servo_) {
@@ -79,7 +80,6 @@ struct FakeYoke {
     commands.insert(command);
     const auto counts = [](int parameter) { return (parameter * 4 - 32768) / 50.0; };
     if (command == 1 || command == 5) {
-      released = false;
       servo_ = command == 5;
       centre = {counts(p[0]), counts(p[1])};
       gradient = {p[2] / 2048.0, p[3] / 2048.0};
@@ -87,11 +87,13 @@ struct FakeYoke {
       force = p[3] / 16383.0;
     } else if (command == 2) {
       bias = {(p[0] - 8192) / 8191.0, (p[1] - 8192) / 8191.0};
+      released = false;
       limit = p[2] / 16383.0;
       holdMs = p[3];
     } else if (command == 6) {
       released = true;
-      limit = 0;
+      fadeMs_ = p[0];
+      if (p[0] == 0) limit = 0;
     } else if (command == 7) {
       asked = true;
     }
@@ -99,6 +101,7 @@ struct FakeYoke {
   std::array<bool, 2> held_{};
   std::array<double, 2> before_{};
   bool servo_ = false;
+  int fadeMs_ = 1;
 };
 
 class FakeJoystick : public JoystickDevice {
@@ -115,6 +118,7 @@ class FakeJoystick : public JoystickDevice {
 };
 
 struct YokeRig {
+  virtual ~YokeRig() = default;
   ConfigModel model;
   FakeMessageBoxes boxes;
   FakeClock clock;
@@ -126,6 +130,7 @@ struct YokeRig {
   SimCom sim{model, socket, boxes, clock};
   YokePair pair{model, sim, ports[0], ports[1], boxes, clock, joystick, timer};
   bool simulatorAlive = true;
+  std::set<int> frozen;                  // FFB offsets that it does not send
   std::map<std::string, float> written;  // last value of each dataref that was written
   std::vector<std::string> commands;
 
@@ -159,6 +164,7 @@ struct YokeRig {
   // 40 ms: the simulator sends, the program ticks, the yokes do what they are told and answer.
   void Cycle(int milliseconds = 40) {
     clock.Advance(milliseconds);
+    sim.Tick();
     if (simulatorAlive) SendValues();
     pair.ProcessTimer_Tick();
     Deliver();
@@ -201,11 +207,11 @@ struct YokeRig {
     r.LeftBrakePressed = r.RightBrakePressed = StoredRaw(60000);
   }
 
- private:
+ protected:
   void SendValues() {
     for (int port = 0; port < sim.PortCount(); ++port) {
       const int offset = sim.PortAt(port).FunctionNr - kFirstFfbFunction;
-      if (FfbOffsets()[static_cast<std::size_t>(offset)].read)
+      if (FfbOffsets()[static_cast<std::size_t>(offset)].read && !frozen.contains(offset))
         socket.Deliver(RrefDatagram({{port, values_[offset]}}));
     }
   }
@@ -216,12 +222,14 @@ struct YokeRig {
       const float value = FloatAt(bytes, 5);
       const std::string path = bytes.substr(9, bytes.find_first_of(std::string("\0 ", 2), 9) - 9);
       written[path] = value;
+      OnWritten(path, value);
       for (int offset = 0; offset < kFfbOffsets; ++offset) {
         // The simulator keeps what it is told.
         if (FfbOffsets()[static_cast<std::size_t>(offset)].dataref == path) values_[offset] = value;
       }
     }
   }
+  virtual void OnWritten(const std::string&, float) {}
   std::map<int, float> values_;
 };
 

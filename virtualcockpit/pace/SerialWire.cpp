@@ -1,6 +1,7 @@
 #include "virtualcockpit/pace/SerialWire.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tvx::vc {
 namespace {

@@ -16,8 +16,10 @@ constexpr Byte kKind = 200;
 constexpr double kWhole = 16383, kNoForce = 8192, kWholeForce = 8191, kWholeGradient = 2048;
 constexpr double kHalfRange = 32768;  // raw steps at which a whole gradient gives the whole force
 constexpr double kPlaceSteps = 4, kSpeedSteps = 16, kTenths = 10, kThousand = 1000;
-constexpr double kMass = 0.02;        // force that speeds an axis up by one travel a second in a second
-constexpr double kBearing = 0.06;     // force of the bearings' drag at one travel a second
+constexpr double kMass = 0.02;     // force that speeds an axis up by one travel a second in a second
+constexpr double kBearing = 0.06;  // force of the bearings' drag at one travel a second
+constexpr double kOwnFriction = 0.01;
+constexpr double kWholeFriction = 0.2, kWholeDamping = 0.5;  // force; force at one travel a second
 constexpr double kServoBand = 0.125;  // of the travel: there the servo gives its whole force
 constexpr double kFadeSeconds = 0.5;
 constexpr int kNoiseEvery = 97;  // of a noisy line's bytes one in so many is lost
@@ -90,7 +92,6 @@ void YokeDevice::OnFrame() {
     case kSpring:
     case kServo:
       servo_ = command == kServo;
-      released_ = false;
       axes_[0].place = PlaceOf(p1);
       axes_[1].place = PlaceOf(p2);
       if (servo_) {
@@ -107,7 +108,8 @@ void YokeDevice::OnFrame() {
       limit_ = p3 / kWhole;
       holdLeft_ = p4 / kThousand;
       fadeTime_ = kFadeSeconds;
-      if (!released_ && traits_.riseSeconds <= 0) fade_ = 1;
+      released_ = false;
+      if (traits_.riseSeconds <= 0) fade_ = 1;
       break;
     case kFeel:
       friction_ = p1 / kWhole;
@@ -212,14 +214,17 @@ void YokeDevice::Step(double seconds) {
     Motion& axis = axes_[i];
     axis.force = Wanted(axis, seconds);
     double force = axis.force + axis.vibration;
-    double drag = kBearing + fade_ * 0.5 * damping_;
+    // Friction and damping have what spring, servo and bias leave of the limit.
+    const double left = std::max(0.0, fade_ * limit_ - std::abs(axis.force));
+    double drag =
+        kBearing + std::min(fade_ * kWholeDamping * damping_, left / std::max(std::abs(axis.speed), 0.01));
     if (gripped_[i]) {
       force += std::clamp(8 * (axis.hand - axis.position), -kHand, kHand);
       drag += 0.8;  // an arm is no spring
     }
     if (servo_ && fade_ > 0) drag += 0.35;
     // Friction holds what pulls less than itself.
-    const double friction = 0.01 + fade_ * 0.2 * friction_;
+    const double friction = kOwnFriction + std::min(fade_ * kWholeFriction * friction_, left);
     if (std::abs(axis.speed) < 0.01 && std::abs(force) < friction) {
       axis.speed = 0;
       continue;

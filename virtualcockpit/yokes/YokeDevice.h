@@ -29,6 +29,8 @@ inline constexpr YokeFault kYokeFaults[] = {YokeFault::None, YokeFault::Silent, 
 std::string_view FaultText(YokeFault fault);
 
 struct YokeTraits {
+  // Its line is as slow as 38400 baud, both ways. False: every byte arrives at once.
+  bool paced = true;
   // How long the forces take to come back, from none to all, once commands come again. 0: at once.
   double riseSeconds = 2;
   bool operator==(const YokeTraits&) const = default;
@@ -54,6 +56,7 @@ class YokeDevice {
   void Place(std::size_t axis, double place);
   void SetButton(int button, bool down);  // 1..16
   void SetStopButton(bool down) { stop_ = down; }
+  bool StopButton() const { return stop_; }
   void SetFault(YokeFault fault) { fault_ = fault; }
   YokeFault Fault() const { return fault_; }
 
@@ -63,7 +66,9 @@ class YokeDevice {
   double Vibration(std::size_t axis) const { return axes_[axis].vibration; }
   double Amplitude(std::size_t axis) const { return axes_[axis].amplitude; }
   double Limit() const { return limit_ * fade_; }
-  bool Slack() const { return fade_ <= 0 || limit_ <= 0; }
+  // All that the motors may give on an axis now: within the limit, and the vibration on top.
+  double Most(std::size_t axis) const { return fade_ * (limit_ + axes_[axis].amplitude); }
+  bool Slack() const { return fade_ <= 0 || (limit_ <= 0 && axes_[0].amplitude + axes_[1].amplitude <= 0); }
   bool Servo() const { return servo_; }
   int RawPosition(std::size_t axis) const;  // as its answers say
   std::uint16_t Buttons() const { return buttons_; }
@@ -101,8 +106,8 @@ class YokeDevice {
   double servoSpeed_ = 0, servoForce_ = 0;
   double limit_ = 0, friction_ = 0, damping_ = 0;
   double holdLeft_ = 0, fadeTime_ = 0.5, fade_ = 0;  // s, s, 0..1
-  bool released_ = true;
-  bool fadedSince_ = false;  // the hold time has run out since the last answer
+  bool released_ = true;                             // until the first Bias, and from Release to the next one
+  bool fadedSince_ = false;                          // the hold time has run out since the last answer
   YokeFault fault_ = YokeFault::None;
   std::uint16_t buttons_ = 0;
   std::uint64_t commands_ = 0, answers_ = 0, discarded_ = 0;

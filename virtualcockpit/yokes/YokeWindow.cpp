@@ -30,6 +30,7 @@ std::vector<std::unique_ptr<YokeLine>> MakeYokes(const ConfigModel& model, const
 void SetYokeTraits(const std::vector<std::unique_ptr<YokeLine>>& yokes, const LineTraits& line,
                    const YokeTraits& traits) {
   LineTraits own = line;
+  own.paced = traits.paced;
   for (const auto& yoke : yokes) {
     own.seed += 10;  // a chance of its own
     yoke->SetTraits(own);

@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+#include <utility>
 
 namespace tvx {
 namespace {
 
 constexpr double kGroundSeconds = 0.4;  // from the air's forces to the ground's
-constexpr double kMeanGSeconds = 2;     // loads that last longer than this are manoeuvres, not gusts
+constexpr double kSlowestGust = 1.2;    // Hz: corner of each of the filter's stages
 constexpr double kShockSeconds = 1;     // afterwards a shock is too weak to be felt
 constexpr double kShockWindow = 0.2;    // the hardest load so soon after the touch is the shock's
-constexpr double kServoForce = 0.6;     // of the maximum: a pilot must be able to overpower it
 constexpr double kGustSpread = 3;       // makes up for the strength that the filter takes from the noise
 constexpr double kBellyShock = 0.5;     // of a touch with the wheels up
 
@@ -28,6 +29,20 @@ ForceCommand Base(const ForceSettings& settings, Drive drive) {
 }
 
 }  // namespace
+
+// Four high-passes of the first order, one behind the other. They keep half of what swings at 2 Hz, and a
+// fiftieth of what swings at 0.5 Hz.
+double GustFilter::Next(double g, double seconds) {
+  const double half = std::numbers::pi * kSlowestGust * seconds;
+  if (!started_) stages_[0].in = g;
+  started_ = true;
+  double value = g;
+  for (Stage& stage : stages_) {
+    stage.out = ((1 - half) * stage.out + value - stage.in) / (1 + half);
+    stage.in = std::exchange(value, stage.out);
+  }
+  return value;
+}
 
 double Feel::Noise() {
   random_ ^= random_ << 13;
@@ -50,13 +65,12 @@ void Feel::Advance(const FfbVariables& values, const ForceSettings& settings, do
     touchG_ = g;
   }
   // The strength rises at once and falls slowly, so that a single gust is felt for a while.
-  const double deviation = g - meanG_;
-  meanG_ += deviation * std::min(1.0, seconds / kMeanGSeconds);
-  const double strength = values.OnGround || values.Paused ? 0 : GustStrength(deviation);
+  const double gust = gustFilter_.Next(g, seconds);
+  const double strength = values.OnGround || values.Paused ? 0 : GustStrength(gust);
   gustStrength_ = std::max(strength, gustStrength_ * std::exp(-seconds / settings.gustTime));
   // First-order noise: a new value is mostly the old one, the more so the shorter the cycle.
   const double keep = std::exp(-seconds / settings.gustTime);
-  for (double& gust : gusts_) gust = keep * gust + (1 - keep) * kGustSpread * Noise();
+  for (double& each : gusts_) each = keep * each + (1 - keep) * kGustSpread * Noise();
 }
 
 double Feel::TrimCentre(const FfbVariables& values, const ForceSettings& settings, Axis axis) {
@@ -118,11 +132,12 @@ ForceCommand Feel::Centred(const ForceSettings& settings) {
   return command;
 }
 
-ForceCommand Feel::Held(const ForceSettings& settings, double roll, double pitch) {
+ForceCommand Feel::Held(const ForceSettings& settings, const std::array<double, kAxes>& place) {
   ForceCommand command = Base(settings, Drive::Servo);
-  command.axes[0].centre = roll;
-  command.axes[1].centre = pitch;
-  for (AxisForce& axis : command.axes) axis.gradient = kServoForce * settings.maximum;
+  for (std::size_t i = 0; i < kAxes; ++i) {
+    command.axes[i].centre = place[i];
+    command.axes[i].gradient = kServoForce * settings.maximum;
+  }
   return command;
 }
 

@@ -10,8 +10,25 @@
 
 namespace tvx {
 
-// The flight's part of the forces, the same for both yokes; it remembers when the wheels touched, the mean
-// load, and the gusts.
+// A servo's part of the greatest force: a pilot must be able to overpower it.
+inline constexpr double kServoForce = 0.6;
+
+// What of a load is gusts: what changes faster than a manoeuvre can, about 1 Hz.
+class GustFilter {
+ public:
+  // The gusts' part of a load, g, `seconds` after the last.
+  double Next(double g, double seconds);
+
+ private:
+  struct Stage {
+    double in = 0, out = 0;
+  };
+  std::array<Stage, 4> stages_{};
+  bool started_ = false;
+};
+
+// The flight's part of the forces, the same for both yokes; it remembers when the wheels touched, the loads,
+// and the gusts.
 class Feel {
  public:
   // Goes on by `seconds` with the values as they are now.
@@ -23,7 +40,7 @@ class Feel {
   // The forces of Center Mode: a spring about the middle, as strong as on the ground, whatever is flown.
   static ForceCommand Centred(const ForceSettings& settings);
   // The forces of Servo Mode and Follow AP mode: to a place, in counts.
-  static ForceCommand Held(const ForceSettings& settings, double roll, double pitch);
+  static ForceCommand Held(const ForceSettings& settings, const std::array<double, kAxes>& place);
   // Where trim puts the centre, counts.
   static double TrimCentre(const FfbVariables& values, const ForceSettings& settings, Axis axis);
 
@@ -34,7 +51,7 @@ class Feel {
   void AddVibrations(const FfbVariables& values, const ForceSettings& settings, ForceCommand& command) const;
 
   double ground_ = -1;  // 0 in the air, 1 on the ground, between while the change is being felt; -1 not known
-  double meanG_ = 1;
+  GustFilter gustFilter_;
   double gustStrength_ = 0;            // 0..1
   std::array<double, kAxes> gusts_{};  // -1..1
   double touchG_ = 1;                  // load when the wheels touched

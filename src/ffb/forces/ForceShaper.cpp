@@ -6,6 +6,8 @@
 namespace tvx {
 namespace {
 
+constexpr double kVibrationShare = 0.5;  // of the limit, at most
+
 // Within its range; `otherwise` for what is no number.
 double Within(double value, double lowest, double highest, double otherwise = 0) {
   return std::isnan(value) ? otherwise : std::clamp(value, lowest, highest);
@@ -15,17 +17,29 @@ void Approach(double& value, double target, double rate, double seconds) {
   value += std::clamp(target - value, -rate * seconds, rate * seconds);
 }
 
+// Of spring or servo alone, without the limit.
+double MainForce(const ForceCommand& command, const AxisForce& force, double position) {
+  const double away = force.centre - position;
+  if (command.drive == Drive::Spring) return force.gradient * away / kYokeTravel;
+  return force.gradient * std::clamp(away / kServoBand, -1.0, 1.0);
+}
+
 }  // namespace
 
 double HandForce(const ForceCommand& command, Axis axis, double position) {
   const AxisForce& force = command.axes[static_cast<std::size_t>(axis)];
-  double main = 0;
-  if (command.drive == Drive::Spring) {
-    main = force.gradient * (force.centre - position) / kYokeTravel;
-  } else {
-    main = force.gradient * std::clamp((force.centre - position) / kServoBand, -1.0, 1.0);
-  }
-  return std::clamp(main + force.bias, -command.limit, command.limit);
+  return std::clamp(MainForce(command, force, position) + force.bias, -command.limit, command.limit);
+}
+
+ForceSources SourcesOf(const ForceCommand& command, Axis axis, double position) {
+  const AxisForce& force = command.axes[static_cast<std::size_t>(axis)];
+  ForceSources sources;
+  sources.main = std::clamp(MainForce(command, force, position), -command.limit, command.limit);
+  const double both = HandForce(command, axis, position);
+  sources.bias = both - sources.main;
+  sources.vibration = force.amplitude;
+  sources.friction = std::min(command.friction * kWholeFriction, command.limit - std::abs(both));
+  return sources;
 }
 
 void ForceShaper::ChangeDrive(Drive drive, const std::array<double, kAxes>& positions) {
@@ -58,17 +72,21 @@ const ForceCommand& ForceShaper::Next(const ForceCommand& wanted, const std::arr
     Approach(axis.amplitude, Within(target.amplitude, 0, kLargestAmplitude), kAmplitudeSlew, seconds);
     axis.frequency = Within(target.frequency, 0, 50);
   }
-  Approach(now_.limit, Within(wanted.limit, 0, 1), kLimitSlew, seconds);
+  const double limit = Within(wanted.limit, 0, 1);
+  Approach(now_.limit, limit, limit > now_.limit ? kLimitRise * limit : kLimitSlew, seconds);
   Approach(now_.friction, Within(wanted.friction, 0, 1), kGradientSlew, seconds);
   Approach(now_.damping, Within(wanted.damping, 0, 1), kGradientSlew, seconds);
 
   gated_ = now_;
+  gated_.limit *= gate;
+  double vibration = 0;
   for (AxisForce& axis : gated_.axes) {
     axis.gradient *= gate;
     axis.bias *= gate;
-    axis.amplitude *= gate;
+    axis.amplitude = std::min(axis.amplitude * gate, gated_.limit * kVibrationShare);
+    vibration = std::max(vibration, axis.amplitude);
   }
-  gated_.limit *= gate;
+  gated_.limit -= vibration;
   gated_.friction *= gate;
   gated_.damping *= gate;
   return gated_;

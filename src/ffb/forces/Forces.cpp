@@ -6,9 +6,10 @@
 namespace tvx {
 namespace {
 
-constexpr double kDensity = 1.225;           // kg/m3, standard atmosphere at sea level
-constexpr double kMetresPerKnot = 0.514444;  // (m/s)/kt
-constexpr double kFastest = 1000;            // kt
+constexpr double kDensity = 1.225;                // kg/m3, standard atmosphere at sea level
+constexpr double kMetresPerKnot = 0.514444;       // (m/s)/kt
+constexpr double kFastest = 1000;                 // kt
+constexpr double kMostCentre = kYokeTravel - 51;  // some way is left to either side
 
 // 0 below `from`, 1 above `to`, straight between.
 double Ramp(double value, double from, double to) {
@@ -59,6 +60,17 @@ double ForceAt(const ForceCurve& curve, double knots) {
     return points[i - 1].force + share * (points[i].force - points[i - 1].force);
   }
   return points[curve.count - 1].force;
+}
+
+double RatioOfPlace(double place, double centre) {
+  centre = std::clamp(centre, -kMostCentre, kMostCentre);
+  const double room = kYokeTravel + (place > centre ? -centre : centre);
+  return std::clamp((place - centre) / room, -1.0, 1.0);
+}
+
+double PlaceOfRatio(double ratio, double centre) {
+  centre = std::clamp(centre, -kMostCentre, kMostCentre);
+  return centre + std::clamp(ratio, -1.0, 1.0) * (kYokeTravel + (ratio > 0 ? -centre : centre));
 }
 
 double StallSpeedUnderLoad(double stallSpeed, double g) {

@@ -35,6 +35,11 @@ ForceCurve MakeForceCurve(const GeneralFFBRecord& record, Axis axis);
 // nearest point. A curve without points gives 0.
 double ForceAt(const ForceCurve& curve, double knots);
 
+// A yoke's place (counts) as a ratio of the way from `centre` (counts) to the stop on its side: -1..1, so
+// that the stop is the whole deflection wherever the centre is; and back.
+double RatioOfPlace(double place, double centre);
+double PlaceOfRatio(double ratio, double centre);
+
 // Stall speed under a load of `g`: it grows with the root of the load. Loads below 0.25 count as 0.25, above
 // 9 as 9.
 double StallSpeedUnderLoad(double stallSpeed, double g);

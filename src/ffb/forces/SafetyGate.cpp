@@ -25,6 +25,12 @@ std::string_view SafetyText(SafetyCause cause) {
       return "Its stop button is pressed, or its motors have no power";
     case SafetyCause::SimulatorSilent:
       return "The simulator is silent";
+    case SafetyCause::ValuesOld:
+      return "The simulator does not send often enough";
+    case SafetyCause::Stalled:
+      return "It was without commands for a moment";
+    case SafetyCause::Changed:
+      return "Its calibration or address was changed";
     case SafetyCause::NotANumber:
       return "The simulator sends values that are no numbers";
   }

@@ -15,12 +15,15 @@ enum class SafetyCause {
   YokeSilent,       // no good reply for kYokeSilentMs
   StopButton,       // its red button is pressed, or its motors have no power
   SimulatorSilent,  // no datagram for kSimulatorSilentMs
+  ValuesOld,        // datagrams come, but a value that the forces need has not come for so long
   NotANumber,       // the simulator sent a value that is no number
+  Stalled,          // the program was held up for longer than kHoldMs, or the yoke has faded by itself
+  Changed,          // its calibration or address was changed while it gave force
 };
 std::string_view SafetyText(SafetyCause cause);  // in words, for the form; empty for None
 
 inline constexpr int kYokeSilentMs = 300;
-inline constexpr int kSimulatorSilentMs = 1000;
+inline constexpr int kSimulatorSilentMs = 400;
 // From wholly open to shut, and back. A yoke without a command for kHoldMs fades within kFadeMs by itself.
 inline constexpr int kFadeMs = 500;
 inline constexpr int kRiseMs = 2000;

@@ -241,6 +241,9 @@ void YokeConfigForm::Refresh() {
   PictureMode->SetPosition({position[0] / kYokeTravel, position[1] / kYokeTravel},
                            {command.axes[0].centre / kYokeTravel, command.axes[1].centre / kYokeTravel},
                            yoke.Usable());
+  const bool told = boxGripThreshold->value() == 0 || pair_.GripFrom(which);
+  const QString grip = told ? QString() : tr(" off: servo too weak");
+  if (boxGripThreshold->suffix() != grip) boxGripThreshold->setSuffix(grip);
   RefreshCalibration();
   if (ComboJoystick->isVisible()) RefreshJoystick();
   if (ForceCurvePicture->isVisible()) ForceCurvePicture->SetAirspeed(pair_.Ports().Variables.Airspeed);

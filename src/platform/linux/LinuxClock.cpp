@@ -1,12 +1,13 @@
 #include "platform/linux/LinuxClock.h"
 
-#include <chrono>
+#include <time.h>
 
 namespace tvx {
 
 std::int64_t LinuxClock::MonotonicMs() const {
-  using namespace std::chrono;
-  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+  timespec now{};
+  clock_gettime(CLOCK_BOOTTIME, &now);
+  return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
 }
 
 std::tm LinuxClock::LocalTime() const {

@@ -228,7 +228,7 @@ TEST_F(ForcesTest, TouchDownShakesOnceAndGroundForceComesIn) {
 
 TEST_F(ForcesTest, CentreModeIsASpringAndServoModeGoesToAPlace) {
   settings.friction = 0.11, settings.damping = 0.22;
-  const ForceCommand centred = Feel::Centred(settings), held = Feel::Held(settings, 100, -50);
+  const ForceCommand centred = Feel::Centred(settings), held = Feel::Held(settings, {100, -50});
   EXPECT_EQ(centred.drive, Drive::Spring);
   EXPECT_EQ(held.drive, Drive::Servo);
   EXPECT_EQ((std::array{held.axes[0].centre, held.axes[1].centre}), (std::array{100.0, -50.0}));

@@ -1,0 +1,214 @@
+// What the program does to yokes that move, on lines as slow as real ones.
+#include <gtest/gtest.h>
+
+#include "tests/ffb/Chain.h"
+
+namespace tvx::test {
+namespace {
+
+double Ratio(Chain& chain) {
+  return chain.Written("yoke_roll_ratio");
+}
+
+// A program that was stopped finds yokes that have faded. Whatever its loop handles first, and whenever in
+// the cycle it was stopped, their forces rise slowly.
+TEST(Chain, AfterAStallForcesRiseSlowly) {
+  for (int trial = 0; trial < 16; ++trial) {
+    SCOPED_TRACE(trial);
+    Chain chain;
+    chain.SetValue(6, 150);
+    chain.Begin(5000 + 6 * (trial / 2));
+    chain.repliesFirst = trial % 2 == 0;
+    ASSERT_NEAR(chain.Of(1).limit, 0.8, 0.001);
+    ASSERT_NEAR(chain.Of(1).device.Limit(), 0.8, 0.001);
+    chain.Suspend(trial < 8 ? 1000 : 350);
+    std::vector<double> limits{chain.Of(1).limit};
+    chain.after = [&] { limits.push_back(chain.Of(1).limit); };
+    chain.Pass(6000);
+    const auto shut = std::find(limits.begin(), limits.end(), 0);
+    EXPECT_LE(shut - limits.begin(), kFadeMs / YokePair::kIntervalMs + 1);
+    for (auto at = limits.begin() + 1; at != limits.end(); ++at) {
+      ASSERT_LE(*at - *(at - 1), at <= shut ? 0 : 0.04) << at - shut;
+    }
+    const auto whole = std::find_if(shut, limits.end(), [](double limit) { return limit > 0.79; });
+    EXPECT_GE(whole - shut, 1900 / YokePair::kIntervalMs);
+    EXPECT_NEAR(chain.Of(1).device.Limit(), 0.8, 0.001) << "and come back";
+    EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
+  }
+}
+
+// A yoke that says it has faded had no commands, however well the program's own cycle goes.
+TEST(Chain, AYokeThatFadedByItselfShutsTheGate) {
+  Chain chain;
+  chain.Begin();
+  chain.ports[0].RefuseWrites = true;
+  chain.Pass(320);
+  chain.ports[0].RefuseWrites = false;
+  chain.Pass(120);
+  EXPECT_EQ(chain.pair.StateText(1), "No force: It was without commands for a moment");
+  chain.Pass(600);
+  EXPECT_LT(chain.Of(1).limit, 0.1);
+  chain.Pass(2400);
+  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
+}
+
+TEST(Chain, FrozenValuesTakeTheForcesAwayThoughOthersCome) {
+  Chain chain;
+  chain.SetValue(6, 150);
+  chain.Begin();
+  ASSERT_GT(chain.Of(1).device.Limit(), 0.79);
+  chain.frozen = {6};
+  chain.Pass(1000);
+  EXPECT_EQ(chain.Of(1).Most(), 0);
+  EXPECT_EQ(chain.pair.StateText(1), "No force: The simulator does not send often enough: Airspeed");
+  chain.frozen.clear();
+  chain.Pass(3000);
+  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
+}
+
+// Position held for the hand-over's second, then blended to the other yoke's place; which stays where it is.
+TEST(Chain, ALostMastersPlaceIsHeldAndBlended) {
+  Chain chain(2);
+  chain.Begin();
+  chain.Of(1).device.Grip(0, 0.6);
+  chain.Pass(2000);
+  const double flown = Ratio(chain);
+  const double follower = chain.Of(2).device.Position(0);
+  ASSERT_GT(flown, 0.4);
+  ASSERT_NEAR(follower, flown, 0.05);
+  chain.Plug(1, false);
+  for (int ms = 0; ms < 960; ms += 40) {
+    chain.Pass(40);
+    ASSERT_NEAR(Ratio(chain), flown, 0.001) << ms;
+    ASSERT_NEAR(chain.Of(2).device.Position(0), follower, 0.03) << ms;
+  }
+  EXPECT_EQ(chain.Override("joystick_roll"), 1);
+  chain.Pass(3000);
+  EXPECT_EQ(chain.pair.Master(), 2);
+  EXPECT_NEAR(Ratio(chain), chain.Of(2).device.Position(0), 0.02);
+  EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
+  chain.Plug(2, false);  // and nobody is left
+  chain.Pass(2500);
+  EXPECT_EQ(chain.Override("joystick_roll"), 0);
+  EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
+}
+
+// The yoke goes to trim and servo; a hand that holds against it switches the servos off, and flies on from
+// there.
+TEST(Chain, AHandOverpowersTheAutopilot) {
+  Chain chain;
+  chain.model.Yoke1.StartMode = static_cast<std::int16_t>(YokeMode::FollowAP);
+  chain.SetValue(1, 2);
+  chain.SetValue(12, 0.5f);  // trim: by 0.5 * 40 % of the travel
+  chain.SetValue(11, 0.5f);  // half of what is left
+  chain.Begin();
+  EXPECT_NEAR(chain.Of(1).device.Position(1), 0.2 + 0.5 * 0.8, 0.02);
+  EXPECT_EQ(chain.Override("joystick_roll"), -1);
+  chain.Of(1).device.Grip(1, 0.1);
+  chain.Pass(1500);
+  EXPECT_EQ(chain.Written("autopilot_mode"), 1);
+  EXPECT_EQ(chain.Override("joystick_pitch"), 1);
+  EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
+  chain.Pass(1500);
+  EXPECT_NEAR(chain.Written("yoke_pitch_ratio"), (chain.Of(1).device.Position(1) - 0.2) / 1.2, 0.03);
+}
+
+TEST(Chain, FullTrimKeepsFullAuthority) {
+  Chain chain;
+  chain.SetValue(6, 150);
+  chain.SetValue(12, 1);
+  chain.Begin();
+  EXPECT_NEAR(chain.Written("yoke_pitch_ratio"), 0, 0.04) << "hands off: but for friction";
+  for (const double stop : {-1.0, 1.0}) {
+    chain.Of(1).device.Grip(1, stop);
+    for (int i = 0; i < 20; ++i) chain.Of(1).device.Place(1, stop), chain.Pass(100);
+    EXPECT_NEAR(chain.Written("yoke_pitch_ratio"), stop, 0.02);
+  }
+}
+
+// Vibration has its part of the greatest force, and no more than half of it.
+TEST(Chain, TheGreatestForceIsABudgetForEverything) {
+  for (const int percent : {10, 40, 100}) {
+    Chain chain;
+    chain.model.GeneralFFB = StandardGeneralFFB();
+    chain.model.GeneralFFB.MaximumForce = static_cast<Byte>(percent);
+    chain.SetValue(6, 49);  // the stall buffet's 20 %
+    chain.after = [&] { ASSERT_LE(chain.Of(1).Sum(), percent / 100.0 + 1e-4); };
+    chain.Begin();
+    EXPECT_NEAR(chain.Of(1).amplitude[1], std::min(0.2, percent / 200.0), 0.001) << percent;
+    EXPECT_NEAR(chain.Of(1).Most(), percent / 100.0, 0.01);
+    chain.SetValue(6, 120);
+    chain.Pass(2000);
+    EXPECT_NEAR(chain.Of(1).limit, percent / 100.0, 0.001);
+  }
+}
+
+// Another calibration counts when the forces have gone, and then they rise anew.
+TEST(Chain, ACalibrationInFlightShutsTheGateFirst) {
+  Chain chain;
+  chain.SetValue(6, 150);
+  chain.Begin();
+  const AxisCalibration before = chain.pair.Of(1).Settings().pitch;
+  chain.model.Yoke1.PitchCentre = static_cast<std::int16_t>(chain.model.Yoke1.PitchCentre + 4000);
+  chain.pair.ApplySettings();
+  while (chain.Of(1).limit > 0) {
+    ASSERT_EQ(chain.pair.Of(1).Settings().pitch, before);
+    chain.Pass(40);
+  }
+  chain.Pass(40);
+  EXPECT_EQ(chain.pair.Of(1).Settings().pitch.centre, before.centre + 4000);
+  EXPECT_LE(chain.Of(1).limit, 0.02);
+  chain.Pass(3000);
+  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
+  EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
+}
+
+// A weak servo moves the other yoke slowly and leaves it off its place: no hand is there.
+TEST(Chain, AWeakServoIsNoHand) {
+  struct Row {
+    int maximum, friction;
+    bool grip;
+  };
+  for (const Row& row :
+       {Row{80, 5, true}, Row{30, 5, true}, Row{14, 10, true}, Row{10, 30, false}, Row{5, 5, false}}) {
+    SCOPED_TRACE(row.maximum);
+    Chain chain(2);
+    chain.model.GeneralFFB = StandardGeneralFFB();
+    chain.model.GeneralFFB.MaximumForce = static_cast<Byte>(row.maximum);
+    chain.model.GeneralFFB.Friction = static_cast<Byte>(row.friction);
+    chain.Begin();
+    EXPECT_EQ(chain.pair.GripFrom(2).has_value(), row.grip);
+    for (const double place : {0.7, -0.7, 0.2}) {
+      chain.Of(1).device.Grip(0, place);
+      chain.Pass(5000);
+      EXPECT_EQ(chain.pair.Master(), 1) << place;
+    }
+    chain.Pass(8000);
+    chain.Of(2).device.Grip(0, -0.6);
+    chain.Pass(1500);
+    EXPECT_EQ(chain.pair.Master(), row.grip ? 2 : 1);
+  }
+}
+
+// A switch that stays down does not act when its yoke answers again, nor when the program starts.
+TEST(Chain, AHeldSwitchActsOnce) {
+  Chain chain(2);
+  chain.model.Yoke2.Buttons[0].Action = static_cast<Byte>(ButtonAction::TakeControl);
+  chain.Of(2).device.SetButton(1, true);
+  chain.Begin();
+  EXPECT_EQ(chain.pair.Master(), 1);
+  chain.Of(2).device.SetButton(1, false);
+  chain.Pass(200);
+  chain.Of(2).device.SetButton(1, true);
+  chain.Pass(200);
+  EXPECT_EQ(chain.pair.Master(), 2);
+  chain.pair.HandOver(1);
+  chain.Of(2).device.SetFault(vc::YokeFault::Silent);
+  chain.Pass(1000);
+  chain.Of(2).device.SetFault(vc::YokeFault::None);
+  chain.Pass(1000);
+  EXPECT_EQ(chain.pair.Master(), 1);
+}
+
+}  // namespace
+}  // namespace tvx::test

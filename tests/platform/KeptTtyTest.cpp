@@ -292,6 +292,20 @@ TEST_F(KeptTtyTest, TwoUsersNeverShareALine) {
   EXPECT_FALSE(Opens(other));
   EXPECT_EQ(other.State(), SerialState::Busy);
   ASSERT_TRUE(Opens(port));  // the own line may be opened again and again
+  EXPECT_FALSE(Opens(other));
+  {
+    const StoppedProcess stuck(StoppedProcess::KeeperOf(pty.Device()));
+    port.Open(3);
+    other.Open(3);
+    const Pty second;
+    ScratchFolder::Link(4, second.Device());
+    TtyPort third{std::make_unique<KeptTty>(keepers)};
+    EXPECT_TRUE(Opens(third, 4));
+    EXPECT_EQ(port.State(), SerialState::Opening) << "one has let go, the other has not";
+  }
+  const auto settled = [](const TtyPort& each) { return each.IsOpen() || each.State() == SerialState::Busy; };
+  EXPECT_TRUE(WaitUntil([&] { return settled(port) && settled(other); }));
+  EXPECT_NE(port.IsOpen(), other.IsOpen()) << "whoever is first";
   port.Close();
   EXPECT_TRUE(Opens(other)) << "only just closed";
 }

@@ -61,13 +61,20 @@ void LineKeepers::OnGone(Leaving& line) {
   }
   line.watcher->Release();
   close(std::exchange(line.socket, -1));
-  const std::string path = line.path;
-  const auto next = std::find_if(waiting_.begin(), waiting_.end(),
-                                 [&](const Waiting& waiting) { return waiting.path == path; });
-  if (next == waiting_.end()) return;
-  const Waiting turn = std::move(*next);
-  waiting_.erase(next);
-  turn.started(server_.StartKeeper(path, turn.reset));
+  StartWaiting(std::string(line.path));
+}
+
+// All who wait for the device, once nobody lets go of it any more: one gets it, the others are told that it
+// is busy.
+void LineKeepers::StartWaiting(const std::string& path) {
+  while (!IsLeaving(path)) {
+    const auto next = std::find_if(waiting_.begin(), waiting_.end(),
+                                   [&](const Waiting& waiting) { return waiting.path == path; });
+    if (next == waiting_.end()) return;
+    const Waiting turn = std::move(*next);
+    waiting_.erase(next);
+    turn.started(server_.StartKeeper(path, turn.reset));
+  }
 }
 
 }  // namespace tvx

@@ -49,6 +49,7 @@ class LineKeepers {
   };
   bool IsLeaving(const std::string& path) const;
   void OnGone(Leaving& line);
+  void StartWaiting(const std::string& path);
 
   LineServer& server_;
   MakeWatcher makeWatcher_;

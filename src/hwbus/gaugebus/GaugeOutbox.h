@@ -72,7 +72,7 @@ class GaugeOutbox {
   static constexpr std::uint16_t kNoSlot = 0xFFFF;
 
   static std::size_t KeyOf(int gaugeID, int command) {
-    return static_cast<std::size_t>(gaugeID * 16 + command);
+    return static_cast<std::size_t>(gaugeID) * 16 + static_cast<std::size_t>(command);
   }
   static bool IsLighting(const Slot& slot) { return slot.command == kCommandLighting; }
   static GaugeFrame FrameOf(const Slot& slot) {

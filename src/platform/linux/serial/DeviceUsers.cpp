@@ -74,6 +74,7 @@ std::vector<std::string> Names(const std::vector<Process>& holders) {
 
 void FindUsers(std::vector<SerialDevice>& devices, const std::string& root) {
   std::vector<Identity> wanted;
+  wanted.reserve(devices.size());
   for (const SerialDevice& device : devices) wanted.push_back(IdentityOf(root + device.path));
   std::vector<std::vector<Process>> holders(devices.size());
   // A system may hide the processes of others altogether; then the first one is hidden too.

@@ -23,6 +23,7 @@ class MovingRoad : public Road {
     for (int id = first; id < first + count; ++id) AddGauge(id, kNeedle, kMovingFunction);
   }
   void Move() {
+    clock.Advance(40);  // the time between two ticks, in which the line carries what it can
     value_ = value_ > 900 ? 0 : value_ + 10;
     std::array<float, 8> values{};
     values.fill(value_);

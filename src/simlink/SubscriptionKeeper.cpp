@@ -7,11 +7,8 @@
 namespace tvx {
 namespace {
 
-constexpr std::size_t kGroupKeys = 256;
 constexpr std::size_t kKeys = kGroupKeys + 65536;
 constexpr std::int64_t kLongAgo = std::numeric_limits<std::int64_t>::min() / 2;
-// How old a time in the list of what answers may be, so that not every value moves its entry there.
-constexpr std::int64_t kFreshMs = 250;
 // Asked for so often without an answer, it had stayed away.
 constexpr int kStayedAway = 3;
 // Entries that are looked at for one scout.
@@ -209,8 +206,7 @@ void SubscriptionKeeper::Answered(Place place) {
   entry.everAnswered = true;
   entry.step = 0;
   entry.answeredMs = heardMs_;
-  // Not with every value, since they are many: so the list's times are up to kFreshMs old.
-  if (entry.list == Index(List::Answered) && heardMs_ - entry.sinceMs < kFreshMs) return;
+  if (IsFresh(entry)) return;
   Move(place, Index(List::Answered), heardMs_);
 }
 

@@ -14,6 +14,9 @@
 
 namespace tvx {
 
+// Groups have the keys 0..255, and datarefs those behind, by their identifiers.
+inline constexpr std::size_t kGroupKeys = 256;
+
 // How it stands with one data group or one dataref.
 struct SubscriptionState {
   bool wanted = false;
@@ -68,7 +71,14 @@ class SubscriptionKeeper {
   // --- what arrives; none of it allocates ---
   void Heard();  // any datagram of the simulator, before what it holds
   void GroupAnswered(int group) { Answered(FindGroup(group)); }
-  void DatarefAnswered(int identifierOnWire) { Answered(FindDataref(identifierOnWire)); }
+  void DatarefAnswered(int identifierOnWire) {  // 0..65535
+    const Place place = kept_[kGroupKeys + static_cast<std::size_t>(identifierOnWire)];
+    if (place == kNone) return;
+    Entry& entry = At(place);
+    // Most values come soon after another: then only the time is noted.
+    if (!IsFresh(entry)) return Answered(place);
+    entry.answeredMs = heardMs_;
+  }
 
   // --- what is known ---
   SubscriptionState OfGroup(int group) const { return StateOf(FindGroup(group)); }
@@ -82,6 +92,8 @@ class SubscriptionKeeper {
   enum class List : std::uint8_t { Free, Cancel, Ask, Answered, Patience };  // Patience + step
   static constexpr std::size_t kLists = static_cast<std::size_t>(List::Patience) + kPatienceMs.size();
   using Place = std::int32_t;  // in entries_
+  // How old a time in the list of what answers may be, so that not every value moves its entry there.
+  static constexpr std::int64_t kFreshMs = 250;
   static constexpr Place kNone = -1;
   struct Entry {
     bool isGroup = false, kept = false, everAnswered = false;
@@ -101,6 +113,9 @@ class SubscriptionKeeper {
   const Chain& Of(List list) const { return lists_[Index(list)]; }
   Entry& At(Place place) { return entries_[static_cast<std::size_t>(place)]; }
   const Entry& At(Place place) const { return entries_[static_cast<std::size_t>(place)]; }
+  bool IsFresh(const Entry& entry) const {
+    return entry.list == Index(List::Answered) && heardMs_ - entry.sinceMs < kFreshMs;
+  }
   static std::size_t KeyOf(const Entry& entry);
   Place FindGroup(int group) const;
   Place FindDataref(int identifierOnWire) const;

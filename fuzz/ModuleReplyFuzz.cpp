@@ -61,8 +61,9 @@ struct Lines {
   SimCom sim{model, socket, boxes, clock};
   HardwarePorts hardware{model, {&other, &clusterPort, &modulePort, &other, &other, &other}};
   Keystrokes keystrokes{keys, boxes, [] { return true; }};
-  IOModule module{model, sim, hardware, keystrokes, boxes, kIOModule1Parameters, {timer, timer, timer}};
-  EngineCluster cluster{model, sim, hardware, boxes, {timer, timer}};
+  IOModule module{
+      model, sim, hardware, keystrokes, boxes, clock, kIOModule1Parameters, {timer, timer, timer}};
+  EngineCluster cluster{model, sim, hardware, boxes, clock, {timer, timer}};
 };
 
 }  // namespace

@@ -51,13 +51,15 @@ class RmiDriver final : public GaugeDriver {
   }
 
  private:
-  // The bearing as 0..360 degrees; marks it valid when the simulator has one.
+  // The bearing, 0..360 degrees; marks it valid when the simulator has one. It has none before the first
+  // value came, and says so itself by a negative number.
   static float Bearing(GaugeTick& tick, Port port, int valid) {
     float degrees = 0;
-    if (!tick.Sim().GetPort(port, degrees) || !(std::fabs(degrees) <= 360.0f)) return 0;
+    if (!tick.Sim().HasArrived(port) || !tick.Sim().GetPort(port, degrees)) return 0;
+    if (!(degrees >= 0 && degrees <= 360.0f)) return 0;
     SpecialValues& rmi = tick.Special();
     rmi.RmiValid = static_cast<std::int16_t>(rmi.RmiValid | valid);
-    return degrees < 0 ? degrees + 360.0f : degrees;
+    return degrees;
   }
   static std::int16_t TurnOf(float degrees) {
     const double turns = RoundHalfEven(static_cast<double>(degrees) / 360.0 * 65536.0);

@@ -29,14 +29,8 @@ struct Traits {
     easy.yokes = {.paced = false, .riseSeconds = 0};
     return easy;
   }
-  // What counts where nothing else is said: real hardware, and still the easy simulator.
-  static Traits Default() {
-    Traits traits = Easy();
-    traits.lines = {};
-    traits.devices = {};
-    traits.yokes = {};
-    return traits;
-  }
+  // What counts where nothing else is said.
+  static Traits Default() { return Real(); }
 };
 
 }  // namespace tvx::vc

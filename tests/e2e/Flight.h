@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QUdpSocket>
+#include <algorithm>
 #include <chrono>
 #include <memory>
 
@@ -82,7 +83,18 @@ class Flight {
   void Run() {
     Start();
     program_->Run().cmdRun_Click();
-    EXPECT_TRUE(Eventually([this] { return Sim().Subscriptions() > 0; }));
+    EXPECT_TRUE(Eventually([this] { return Missing() == 0; })) << Missing() << " datarefs";
+  }
+  // The datarefs in use that the simulator has and that have not come since `sinceMs`, on the program's
+  // clock.
+  std::size_t Missing(std::int64_t sinceMs = 0) {
+    const SimCom& link = program_->Sim();
+    const auto missing = [&](const RrefRow& row) {
+      const auto came = link.Keeper().OfDataref(RrefIdentifierOnWire(row.Identifier)).answeredMs;
+      const bool exists = Sim().Datarefs().Find(row.Dataref) != vc::DatarefStore::kNone;
+      return exists && came.value_or(-1) < sinceMs;
+    };
+    return static_cast<std::size_t>(std::count_if(link.Rrefs().begin(), link.Rrefs().end(), missing));
   }
 
   Program& TheProgram() { return *program_; }

@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::int16_t kYokeInterval = 40;  // ms, whatever the configuration says
 constexpr int kShortestInterval = 10;       // ms; less would leave no time for anything else
+constexpr std::int64_t kStrangerShownMs = 10000;
 constexpr std::int64_t kResendAgainMs = 2000;
 constexpr std::int64_t kDropShownMs = 10000;  // so long the user reads of a batch that was dropped
 
@@ -304,7 +305,27 @@ void StatusPresenter::WatchLinks() {
   if (running_ && !sim_.UdpOpen()) sim_.OpenUDP();
 }
 
+void StatusPresenter::UpdateIgnored() {
+  const Stranger* stranger = sim_.Strangers().Loudest(clock_.MonotonicMs(), kStrangerShownMs);
+  view_.Ignored = view_.IgnoredAddress = {};
+  if (stranger == nullptr) return;
+  view_.IgnoredAddress = AddressText(stranger->address);
+  view_.Ignored = std::to_string(stranger->datagrams) +
+                  (stranger->datagrams == 1 ? " datagram from " : " datagrams from ") + view_.IgnoredAddress +
+                  " ignored";
+}
+
+void StatusPresenter::cmdTakeAddress_Click() {
+  if (view_.IgnoredAddress.empty()) return;
+  model_.General.RemoteIP = view_.IgnoredAddress;
+  model_.ConfigChanged = true;
+  if (sim_.UdpOpen()) sim_.OpenUDP();
+  UpdateLinkWords();
+  Changed();
+}
+
 void StatusPresenter::UpdateLinkWords() {
+  UpdateIgnored();
   const auto silent = sim_.SilentForMs();
   SimulatorLinkState state;
   state.Running = running_;

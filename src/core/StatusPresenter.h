@@ -48,7 +48,9 @@ struct StatusView {
   std::vector<AskedGauge> AskedGauges;
   // Why the interval cannot be changed; empty where it can.
   std::string IntervalFixed;
-  std::string Notice;  // what the user must know and do once; empty where there is none
+  std::string Ignored;         // of datagrams that are not the simulator's; empty where none came lately
+  std::string IgnoredAddress;  // the computer that sent most of them
+  std::string Notice;          // what the user must know and do once; empty where there is none
 };
 
 class StatusPresenter {
@@ -84,6 +86,7 @@ class StatusPresenter {
   // Writes the dump to "TVXDumpFile.txt" in the working folder, whole or not at all, and says which.
   void DumpTVX(const std::string& module, std::int16_t code, const std::string& value);
   void cmdDumpTVX_Click();
+  void cmdTakeAddress_Click();  // the simulator is at IgnoredAddress
   void ShowPeripheral(PeripheralKind kind);
 
   void ProcessTimer_Tick();
@@ -106,6 +109,7 @@ class StatusPresenter {
   void OnLineChanged(bool cameBack);
   void UpdateLinkWords();
   void UpdateBusHealth();
+  void UpdateIgnored();
   void Changed();
 
   ConfigModel& model_;

@@ -28,7 +28,7 @@ class NamedHostSocket final : public UdpSocket {
   bool IsOpen() const override { return socket_.IsOpen(); }
   bool Send(ByteView datagram) override;
   std::size_t Receive(std::span<Byte> out) override { return socket_.Receive(out); }
-  std::int32_t WaitingSenderPort() const override { return socket_.WaitingSenderPort(); }
+  UdpSender WaitingSender() const override { return socket_.WaitingSender(); }
   std::string LastError() const override;
 
  private:

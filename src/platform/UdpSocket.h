@@ -20,6 +20,14 @@ struct UdpEndpoints {
   bool operator==(const UdpEndpoints&) const = default;
 };
 
+// Where a datagram came from.
+struct UdpSender {
+  std::uint32_t address = 0;  // IPv4, its first number in the highest byte; 0: not known
+  std::int32_t port = 0;      // 0: not known
+  // It is the remote host: its address; where that is this computer, any of its own. True where not known.
+  bool isRemote = true;
+};
+
 // An unconnected UDP socket bound to a local port. No operation waits.
 class UdpSocket {
  public:
@@ -47,8 +55,8 @@ class UdpSocket {
   // Moves the oldest waiting datagram to `out`, cut to its size; returns the bytes stored (0 when none
   // waits).
   virtual std::size_t Receive(std::span<Byte> out) = 0;
-  // The port that the oldest waiting datagram came from; 0 where none waits or it is not known.
-  virtual std::int32_t WaitingSenderPort() const { return 0; }
+  // Where the oldest waiting datagram came from. Never allocates.
+  virtual UdpSender WaitingSender() const { return {}; }
   // In words, of the last SetUp that failed; empty after one that succeeded.
   virtual std::string LastError() const = 0;
 

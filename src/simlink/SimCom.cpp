@@ -21,6 +21,7 @@ SimCom::SimCom(const ConfigModel& model, UdpSocket& socket, MessageBoxes& boxes,
 
 bool SimCom::OpenUDP() {
   lastArrivalMs_.reset();
+  strangers_.Clear();
   const bool open = link_.OpenUDP();
   keeper_.Opened();
   return open;
@@ -44,15 +45,19 @@ void SimCom::SetUdpMonitorMode(bool on) {
 }
 
 void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
-  const std::int32_t sender = udpMonitorMode_ && monitor_ ? socket_.WaitingSenderPort() : 0;
+  const UdpSender sender = socket_.WaitingSender();
   received_ = std::min(socket_.Receive(buffer_), buffer_.size());
   if (keeper_.Closing()) return;
+  if (!udpMonitorMode_ && !sender.isRemote) {
+    strangers_.Note(sender.address, clock_.MonotonicMs());
+    return;
+  }
   dataReceived_ = true;
   lastArrivalMs_ = clock_.MonotonicMs();
   if (udpMonitorMode_) {
     packetArrived_ = true;
     CountPacket();
-    monitor_(LastDatagram(), sender);
+    monitor_(LastDatagram(), sender.port);
     return;
   }
   keeper_.Heard();

@@ -18,6 +18,7 @@
 #include "simlink/LinkSocket.h"
 #include "simlink/Opener.h"
 #include "simlink/PortTable.h"
+#include "simlink/Strangers.h"
 #include "simlink/SubscriptionKeeper.h"
 #include "simlink/Subscriptions.h"
 
@@ -96,6 +97,8 @@ class SimCom {
   std::int16_t MacroValue() const { return ports_.MacroValue(); }
 
   // --- what arrives ---
+  // Only the simulator's datagrams are decoded; others count here.
+  const tvx::Strangers& Strangers() const { return strangers_; }
   // The socket's data-arrival event.
   void WinsockUDP_DataArrival(std::size_t bytesTotal);
   // Set by every arrival.
@@ -133,6 +136,7 @@ class SimCom {
   Callback<int> socketError_;
   Callback<ByteView, std::int32_t> monitor_;
   Registration arrivals_, errors_;  // of the socket
+  tvx::Strangers strangers_;
   bool udpMonitorMode_ = false;
   bool dataReceived_ = false;
   bool packetArrived_ = false;

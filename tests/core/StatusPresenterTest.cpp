@@ -183,6 +183,20 @@ TEST(StatusPresenter, ASilentSimulatorIsTroubleAndAskedAgain) {
   EXPECT_FALSE(rig.run.View().Simulator.Trouble);
 }
 
+TEST(StatusPresenter, AStrangersAddressCanBeTaken) {
+  ActivatedRig rig;
+  rig.run.cmdRun_Click();
+  rig.socket.Sender = {0xC0A80107, 49001, false};
+  for (int i = 0; i < 412; ++i) rig.Set(1, 80);
+  rig.run.Timer1_Tick();
+  EXPECT_EQ(rig.run.View().Ignored, "412 datagrams from 192.168.1.7 ignored");
+  rig.run.cmdTakeAddress_Click();
+  EXPECT_EQ(rig.model.General.RemoteIP, "192.168.1.7");
+  EXPECT_TRUE(rig.model.ConfigChanged);
+  EXPECT_EQ(rig.socket.SetUps.back().remoteHost, "192.168.1.7");
+  EXPECT_EQ(rig.run.View().Ignored, "");
+}
+
 TEST(StatusPresenter, ALocalPortThatBecomesFreeLaterIsOpened) {
   ProgramRig rig;  // asks for no values, so that no subscription opens the socket on the way
   rig.run.Load();

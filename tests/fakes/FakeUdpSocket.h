@@ -34,6 +34,7 @@ class FakeUdpSocket final : public UdpSocket {
   }
 
   // --- what the test makes happen ---
+  UdpSender Sender;        // of all that is delivered
   std::string SetUpError;  // not empty: SetUp fails, and this is why
 
   // A datagram waits; the program is not told yet.
@@ -78,6 +79,7 @@ class FakeUdpSocket final : public UdpSocket {
     waiting_.pop_front();
     return count;
   }
+  UdpSender WaitingSender() const override { return Sender; }
   std::string LastError() const override { return lastError_; }
 
  private:

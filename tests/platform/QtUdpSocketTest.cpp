@@ -23,7 +23,8 @@ class QtUdpSocketTest : public testing::Test {
   QtUdpSocketTest() {
     arrivals = socket.SetArrivalHandler([this](std::size_t bytesTotal) {
       totals.push_back(bytesTotal);
-      senders.push_back(socket.WaitingSenderPort());
+      senders.push_back(socket.WaitingSender().port);
+      fromRemote.push_back(socket.WaitingSender().isRemote);
       if (!reads) return;
       Byte room[100];
       const std::size_t count = socket.Receive(room);
@@ -45,9 +46,30 @@ class QtUdpSocketTest : public testing::Test {
   std::vector<std::size_t> totals;
   std::vector<Bytes> got;
   std::vector<std::int32_t> senders;
+  std::vector<bool> fromRemote;
   bool reads = true;
   int errors = 0;
 };
+
+TEST_F(QtUdpSocketTest, KnowsTheRemoteHostsDatagrams) {
+  const struct {
+    const char *remote, *sender;
+    bool isRemote;
+  } cases[] = {{"127.0.0.1", "127.0.0.1", true},
+               {"127.0.0.1", "127.0.0.2", true},  // this computer, over another of its addresses
+               {"127.0.0.3", "127.0.0.2", true},
+               {"192.0.2.7", "127.0.0.1", false}};
+  for (const auto& row : cases) {
+    here.remoteHost = row.remote;
+    ASSERT_TRUE(socket.SetUp(here)) << socket.LastError();
+    QUdpSocket sender;
+    ASSERT_TRUE(sender.bind(QHostAddress(row.sender), 0));
+    fromRemote.clear();
+    sender.writeDatagram("x", 1, QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(here.localPort));
+    ASSERT_TRUE(WaitUntil([&] { return !fromRemote.empty(); }));
+    EXPECT_EQ(fromRemote[0], row.isRemote) << row.remote << " " << row.sender;
+  }
+}
 
 TEST_F(QtUdpSocketTest, DatagramsTravelBothWaysAndTheRemotePortCanChange) {
   ASSERT_TRUE(socket.SetUp(here)) << socket.LastError();

@@ -81,6 +81,34 @@ TEST_F(Receive, EveryPortGetsTheAnswerToItsOwnRequest) {
   EXPECT_EQ(socket.TakeSent().at(0).substr(9, 2), std::string(2, '\0')) << "0 is free again";
 }
 
+TEST_F(Receive, OnlyTheSimulatorIsHeard) {
+  const Port port = OpenEnabled(60, Float, 3, 2);
+  sim.OpenUDP();
+  socket.Sender = {0xC0A80107, 49001, false};
+  for (int i = 0; i < 3; ++i) socket.Deliver(DataDatagram({{3, 10}}));
+  socket.Deliver(RrefDatagram({{0, 5.0f}}));
+  EXPECT_EQ(Get(port), 0);
+  EXPECT_FALSE(sim.DataReceived() || sim.SilentForMs() || sim.HasArrived(port));
+  EXPECT_EQ(sim.PacketsReceived(), 0);
+  const Stranger* loudest = sim.Strangers().Loudest(clock.now, 0);
+  ASSERT_NE(loudest, nullptr);
+  EXPECT_EQ(AddressText(loudest->address), "192.168.1.7");
+  EXPECT_EQ(loudest->datagrams, 4u);
+  clock.Advance(5);
+  EXPECT_EQ(sim.Strangers().Loudest(clock.now, 4), nullptr);
+  // More of them than are kept apart: the one that sends most is known all the same.
+  for (std::uint32_t i = 0; i < 100; ++i) {
+    for (const std::uint32_t address : {i, 500u}) {
+      socket.Sender.address = address;
+      socket.Deliver("DATA*");
+    }
+  }
+  EXPECT_EQ(sim.Strangers().Loudest(clock.now, 0)->datagrams, 100u);
+  sim.SetUdpMonitorMode(true);
+  socket.Deliver(DataDatagram({{3, 10}}));
+  EXPECT_EQ(sim.PacketsReceived(), 1) << "the test console shows them all";
+}
+
 TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
   const struct {

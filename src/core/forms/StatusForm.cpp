@@ -83,6 +83,14 @@ QWidget* StatusForm::MakeLinksPanel() {
     grid->addWidget(caption, line, 1);
     grid->addWidget(label, line++, 2);
   }
+  LabelIgnored = MakeLabel("LabelIgnored");
+  cmdTakeAddress = MakeButton(
+      "cmdTakeAddress", tr("&Take this address"),
+      tr("X-Plane runs on that computer: its address goes into the configuration, and it is listened to"));
+  auto* ignored = new QHBoxLayout;
+  ignored->addWidget(LabelIgnored, 1);
+  ignored->addWidget(cmdTakeAddress);
+  grid->addLayout(ignored, line, 2);
   grid->setColumnStretch(2, 1);
   return panel;
 }
@@ -183,6 +191,7 @@ void StatusForm::Connect() {
   on(CmdConfig, [this] { presenter_.CmdConfig_Click(); });
   on(CmdExit, [this] { presenter_.cmdExit_Click(); });
   on(cmdDumpTVX, [this] { presenter_.cmdDumpTVX_Click(); });
+  on(cmdTakeAddress, [this] { presenter_.cmdTakeAddress_Click(); });
   on(cmdHide, [this] { showMinimized(); });
   connect(cmdShowBus, &QPushButton::toggled, panelBusHealth_, &QWidget::setVisible);
   on(cmdShowPorts, [this] { showPorts_(); });
@@ -233,6 +242,9 @@ void StatusForm::ShowView() {
   cmdShowYokes->setVisible(view.ShowYokes);
   SetTextIfChanged(LabelNotice, view.Notice);
   LabelNotice->setVisible(!view.Notice.empty());
+  SetTextIfChanged(LabelIgnored, view.Ignored);
+  LabelIgnored->setVisible(!view.Ignored.empty());
+  cmdTakeAddress->setVisible(!view.Ignored.empty());
   ShowLink(LampSimulator, LabelSimulator, view.Simulator);
   ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
   panelBusHealth_->Show(view);

@@ -48,8 +48,9 @@ class StatusForm : public Form {
 
   QLabel *BoxRun, *BoxCurrentConfig, *LabelVersion;
   StateLamp *LampSimulator, *LampGaugeBus;
-  QLabel *LabelSimulator, *LabelGaugeBus, *LabelNotice;
   BusHealthPanel* panelBusHealth_;
+  QLabel *LabelSimulator, *LabelIgnored, *LabelGaugeBus, *LabelNotice;
+  QPushButton* cmdTakeAddress;
   ValueBox *BoxIAS, *BoxAltitude, *BoxHea, *boxBank, *boxPitch, *BoxVS, *boxCompass, *BoxAirPressHg,
       *BoxAirPressmBar, *boxVoltage, *BoxInstrLights, *boxNavLights;
   QSlider* SliderXferTimer;

@@ -3,6 +3,8 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <QNetworkInterface>
+#include <algorithm>
 #include <utility>
 
 #include "platform/HostName.h"
@@ -54,7 +56,10 @@ bool QtUdpSocket::SetUp(const UdpEndpoints& endpoints) {
   if (!IsPort(endpoints.remotePort)) return Fail("the remote port must be 1 to 65535");
   if (!IsPort(endpoints.localPort)) return Fail("the local port must be 1 to 65535");
   if (!samePort && !Bind(endpoints.localPort)) return false;
-  remote_.setAddress(*address);
+  const QHostAddress remote(*address);
+  const bool anew = !samePort || remote_ != remote;
+  remote_ = remote;
+  if (anew) FindOwnAddresses();
   remotePort_ = endpoints.remotePort;
   lastError_.clear();
   takenPort_ = 0;
@@ -128,14 +133,28 @@ std::size_t QtUdpSocket::Receive(std::span<Byte> out) {
   return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
-std::int32_t QtUdpSocket::WaitingSenderPort() const {
-  if (!IsOpen()) return 0;
+// A program on this computer answers from whichever of its addresses the way leads over.
+void QtUdpSocket::FindOwnAddresses() {
+  ownAddresses_.clear();
+  const QList<QHostAddress> own = QNetworkInterface::allAddresses();
+  if (!remote_.isLoopback() && !own.contains(remote_)) return;
+  for (const QHostAddress& address : own) {
+    if (const quint32 number = address.toIPv4Address(); number != 0) ownAddresses_.push_back(number);
+  }
+}
+
+UdpSender QtUdpSocket::WaitingSender() const {
+  if (!IsOpen()) return {};
   sockaddr_in from{};
   socklen_t size = sizeof from;
   char byte = 0;
   const ssize_t peeked = recvfrom(static_cast<int>(socket_.socketDescriptor()), &byte, sizeof byte,
                                   MSG_PEEK | MSG_DONTWAIT, reinterpret_cast<sockaddr*>(&from), &size);
-  return peeked >= 0 && from.sin_family == AF_INET ? ntohs(from.sin_port) : 0;
+  if (peeked < 0 || from.sin_family != AF_INET) return {};
+  const std::uint32_t address = ntohl(from.sin_addr.s_addr);
+  const bool loopback = (address >> 24) == 127 && !ownAddresses_.empty();
+  const bool own = std::find(ownAddresses_.begin(), ownAddresses_.end(), address) != ownAddresses_.end();
+  return {address, ntohs(from.sin_port), loopback || own || address == remote_.toIPv4Address()};
 }
 
 void QtUdpSocket::DeliverWaiting(int most) {

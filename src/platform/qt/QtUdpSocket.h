@@ -6,6 +6,7 @@
 #include <QUdpSocket>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/UdpSocket.h"
 
@@ -31,17 +32,19 @@ class QtUdpSocket final : public UdpSocket {
   bool IsOpen() const override;
   bool Send(ByteView datagram) override;
   std::size_t Receive(std::span<Byte> out) override;
-  std::int32_t WaitingSenderPort() const override;
+  UdpSender WaitingSender() const override;
   std::string LastError() const override;
 
  private:
   void DeliverWaiting(int most);
   bool Bind(std::int32_t localPort);
+  void FindOwnAddresses();
   bool Fail(std::string words);
   void OnError(QAbstractSocket::SocketError code);
 
   QUdpSocket socket_;
   QHostAddress remote_;
+  std::vector<quint32> ownAddresses_;  // of this computer, where the remote host is one of them
   std::int32_t remotePort_ = 0;
   std::int32_t localPort_ = 0;  // bound to; 0: closed
   PortUser portUser_;

@@ -23,6 +23,8 @@ class RoadSocket final : public UdpSocket {
   bool SetUp(const UdpEndpoints&) override { return true; }
   void SetRemotePort(std::int32_t) override {}
   void Close() override {}
+  UdpSender WaitingSender() const override { return {}; }
+  std::string LocalAddress() const override { return {}; }
   bool IsOpen() const override { return true; }
   bool Send(ByteView datagram) override {
     benchmark::DoNotOptimize(datagram.data());

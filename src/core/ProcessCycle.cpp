@@ -122,6 +122,7 @@ void ProcessCycle::Tick() {
   try {
     ++tickNumber_;
     nowMs_ = serial_.NowMs();
+    sentFrames_ = false;
     if (serial_.LineOpening()) {
       // What is sent now would be lost, and counted as sent.
       ReadFlightValues();
@@ -285,7 +286,9 @@ void ProcessCycle::SendBatch() {
   serial_.AppendToBatch(ByteView(moduleFrames_).first(moduleBytes_));
   if (sideFrameSet_) serial_.AppendToBatch(sideFrame_);
   const std::uint32_t rests = serial_.DiscardedRests();
+  const bool something = !serial_.TransmitBuffer().empty();
   const Serial::BatchResult result = serial_.SendBatch();
+  sentFrames_ = something && result == Serial::BatchResult::Sent;
   if (serial_.DiscardedRests() != rests) health_.NoteDamaged();
   if (result == Serial::BatchResult::Sent) {
     outbox_.Sent(nowMs_);

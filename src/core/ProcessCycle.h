@@ -80,6 +80,8 @@ class ProcessCycle final : private GaugeTick {
   std::uint64_t DroppedBatches() const { return droppedBatches_; }
   // What the bus has carried since this was called last; to be called once a second.
   BusLoad TakeLoad();
+  // The last tick had something to send, and the line took it.
+  bool SentFrames() const { return sentFrames_; }
 
  private:
   // GaugeTick
@@ -139,6 +141,7 @@ class ProcessCycle final : private GaugeTick {
   Lighting lighting_;
   bool lightingDue_ = false;  // the lighting is sent on the tick after the first one of a run
   std::uint64_t droppedBatches_ = 0;
+  bool sentFrames_ = false;
   std::uint32_t tickNumber_ = 0;
   float barometricSetting_ = 0;
   std::uint32_t barometricHeldUntil_ = 0;

@@ -7,6 +7,7 @@
 
 #include "config/NameTables.h"
 #include "core/Dump.h"
+#include "core/LinkFindings.h"
 #include "core/LinkWords.h"
 #include "platform/AtomicFile.h"
 
@@ -160,6 +161,8 @@ void StatusPresenter::cmdRun_Click() {
   running_ = true;
   load_ = {};
   cycle_.StartRun();
+  latency_.Clear();
+  sim_.TakeArrivalMs();
   ForEachConfigured({PeripheralKind::EngineCluster, PeripheralKind::IOModule1, PeripheralKind::IOModule2,
                      PeripheralKind::Yokes},
                     [](Peripheral& peripheral) { peripheral.Run(); });
@@ -264,7 +267,11 @@ void StatusPresenter::ShowPeripheral(PeripheralKind kind) {
 }
 
 void StatusPresenter::ProcessTimer_Tick() {
-  if (running_) cycle_.Tick();
+  if (!running_) return;
+  const auto arrival = sim_.TakeArrivalMs();
+  cycle_.Tick();
+  const std::int64_t now = clock_.MonotonicMs();
+  if (arrival && cycle_.SentFrames()) latency_.Note(now - *arrival, now);
 }
 
 void StatusPresenter::Timer1_Tick() {
@@ -315,6 +322,21 @@ void StatusPresenter::UpdateIgnored() {
                   " ignored";
 }
 
+void StatusPresenter::UpdateFindings() {
+  view_.Findings = view_.Flow = {};
+  view_.OfferDataOutput = false;
+  if (!running_) return;
+  const std::int64_t now = clock_.MonotonicMs();
+  LinkFindings findings = FindMissingValues(model_, sim_, now);
+  view_.Findings = std::move(findings.Text);
+  view_.OfferDataOutput = findings.GroupsMissing;
+  view_.Flow = FlowWords(latency_.OfLastMinute(now), sim_.ValuesLost(), sim_.GivenUpDatagrams().datagrams);
+}
+
+void StatusPresenter::cmdDataOutput_Click() {
+  sim_.SendDataOutputHere();
+}
+
 void StatusPresenter::cmdTakeAddress_Click() {
   if (view_.IgnoredAddress.empty()) return;
   model_.General.RemoteIP = view_.IgnoredAddress;
@@ -326,6 +348,7 @@ void StatusPresenter::cmdTakeAddress_Click() {
 
 void StatusPresenter::UpdateLinkWords() {
   UpdateIgnored();
+  UpdateFindings();
   const auto silent = sim_.SilentForMs();
   SimulatorLinkState state;
   state.Running = running_;

@@ -9,6 +9,7 @@
 #include "config/Model.h"
 #include "core/BusWords.h"
 #include "core/GaugeReceiver.h"
+#include "core/LatencyMeter.h"
 #include "core/Peripheral.h"
 #include "core/ProcessCycle.h"
 #include "core/Shell.h"
@@ -48,9 +49,12 @@ struct StatusView {
   std::vector<AskedGauge> AskedGauges;
   // Why the interval cannot be changed; empty where it can.
   std::string IntervalFixed;
-  std::string Ignored;         // of datagrams that are not the simulator's; empty where none came lately
-  std::string IgnoredAddress;  // the computer that sent most of them
-  std::string Notice;          // what the user must know and do once; empty where there is none
+  std::string Ignored;           // of datagrams that are not the simulator's; empty where none came lately
+  std::string IgnoredAddress;    // the computer that sent most of them
+  std::string Findings;          // what does not come, a line for each; empty where all does
+  bool OfferDataOutput = false;  // data groups do not come: X-Plane can be asked to send them here
+  std::string Flow;    // how long values take to the instruments, and what was lost; empty while halted
+  std::string Notice;  // what the user must know and do once; empty where there is none
 };
 
 class StatusPresenter {
@@ -86,6 +90,7 @@ class StatusPresenter {
   // Writes the dump to "TVXDumpFile.txt" in the working folder, whole or not at all, and says which.
   void DumpTVX(const std::string& module, std::int16_t code, const std::string& value);
   void cmdDumpTVX_Click();
+  void cmdDataOutput_Click();   // X-Plane is asked to send its data groups here
   void cmdTakeAddress_Click();  // the simulator is at IgnoredAddress
   void ShowPeripheral(PeripheralKind kind);
 
@@ -110,6 +115,7 @@ class StatusPresenter {
   void UpdateLinkWords();
   void UpdateBusHealth();
   void UpdateIgnored();
+  void UpdateFindings();
   void Changed();
 
   ConfigModel& model_;
@@ -126,6 +132,7 @@ class StatusPresenter {
   std::string keystrokeTrouble_;
   SpecialValues special_;
   ProcessCycle cycle_;
+  LatencyMeter latency_;
   GaugeReceiver receiver_;
   bool activated_ = false;
   bool running_ = false;

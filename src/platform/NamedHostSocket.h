@@ -29,6 +29,7 @@ class NamedHostSocket final : public UdpSocket {
   bool Send(ByteView datagram) override;
   std::size_t Receive(std::span<Byte> out) override { return socket_.Receive(out); }
   UdpSender WaitingSender() const override { return socket_.WaitingSender(); }
+  std::string LocalAddress() const override { return socket_.LocalAddress(); }
   std::string LastError() const override;
 
  private:

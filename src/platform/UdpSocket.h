@@ -56,7 +56,9 @@ class UdpSocket {
   // waits).
   virtual std::size_t Receive(std::span<Byte> out) = 0;
   // Where the oldest waiting datagram came from. Never allocates.
-  virtual UdpSender WaitingSender() const { return {}; }
+  virtual UdpSender WaitingSender() const = 0;
+  // The address of this computer that the remote host sees; empty where no way leads to it.
+  virtual std::string LocalAddress() const = 0;
   // In words, of the last SetUp that failed; empty after one that succeeded.
   virtual std::string LastError() const = 0;
 

@@ -112,4 +112,11 @@ void LinkSocket::SendXplaneDREF(std::string_view dataref, float value) {
   if (BuildDREF(dataref, value, packet)) SendAsItIs(packet);
 }
 
+void LinkSocket::SendDataOutputHere() {
+  if (!numbers_ && !ConvertPorts()) return;
+  const std::string address = socket_.LocalAddress();
+  Datagram packet;
+  if (!address.empty() && BuildISE4(address, std::to_string(numbers_->local), packet)) SendAsItIs(packet);
+}
+
 }  // namespace tvx

@@ -45,6 +45,7 @@ class LinkSocket {
   void SendXplaneCommand(std::string_view commandList, int entry);  // the command in line "#entry:"
   void SendCommandPath(std::string_view path);                      // "sim/..."
   void SendXplaneDREF(std::string_view dataref, float value);
+  void SendDataOutputHere();  // the simulator is to send its data groups to this socket
 
  private:
   struct PortNumbers {

@@ -103,6 +103,25 @@ bool BuildCHAR(int character, std::string_view remoteHost, Datagram& out) {
   return true;
 }
 
+// The fifth byte is zero here, as in RREF; 64 is the data output's number, and the last number switches it
+// on.
+bool BuildISE4(std::string_view address, std::string_view port, Datagram& out) {
+  constexpr Byte kDataOutput = 64;
+  if (address.size() > 15 || port.size() > 7) return false;
+  Writer(out)
+      .Text("ISE4")
+      .U8(0)
+      .U8(kDataOutput)
+      .Fill(0, 9)
+      .Text(address)
+      .Fill(0, 25)
+      .Text(port)
+      .Fill(0, 33)
+      .U8(1)
+      .Fill(0, kIse4Size);
+  return true;
+}
+
 bool BuildCMND(std::string_view path, Datagram& out) {
   if (path.size() > kCommandPathLimit) return false;
   Writer(out).Text("CMND0").Text(path);

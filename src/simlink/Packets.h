@@ -16,6 +16,7 @@ inline constexpr std::size_t kDataSize = 41;
 inline constexpr std::size_t kCharSize = 21;
 inline constexpr std::size_t kDrefSize = 509;
 inline constexpr std::size_t kRrefSize = 413;
+inline constexpr std::size_t kIse4Size = 37;
 inline constexpr std::size_t kDrefPathLimit = 500;
 inline constexpr std::size_t kRrefPathLimit = 400;
 inline constexpr std::size_t kCommandPathLimit = 1400;  // what fits one unfragmented datagram
@@ -38,6 +39,8 @@ bool BuildDataFloat(int group, int valueNumber, float value, Datagram& out);    
 bool BuildDataInt(int group, int valueNumber, std::int32_t value, Datagram& out);  // integers, big-endian
 bool BuildCHAR(int character, std::string_view remoteHost, Datagram& out);         // character 0..255
 bool BuildCMND(std::string_view path, Datagram& out);
+// Where the simulator sends its data groups: IPv4 address and port as texts of at most 15 and 7 characters.
+bool BuildISE4(std::string_view address, std::string_view port, Datagram& out);
 bool BuildDREF(std::string_view path, float value, Datagram& out);
 // The identifier as its two bytes in the request carry it: exact up to 128, then with a second byte that is
 // rounded.

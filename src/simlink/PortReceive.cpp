@@ -10,36 +10,42 @@
 
 namespace tvx {
 
-bool PortTable::DecodeRref(ByteView datagram) {
+bool PortTable::DecodeRref(ByteView datagram, std::int64_t nowMs) {
   const int records = RecordCount(datagram.size(), kRrefRecordSize);
   for (int i = 0; i < records; ++i) {
     const auto record = ReadRrefRecord(datagram, i);
-    if (!record) return false;
+    if (!record) return GiveUp(kNoPort);
     // An answer that nobody asked for still reaches the port with its number.
     const Port asker = subscriptions_.AskedWith(record->identifier);
     const std::size_t port = asker != kNoPort ? asker : static_cast<std::size_t>(record->identifier);
     keeper_.DatarefAnswered(record->identifier);
-    if (port >= rows_.size()) return false;
+    if (port >= rows_.size()) return GiveUp(kNoPort);
     rows_[port].FloatValue = record->value;
-    rows_[port].Answered = true;
+    traffic_[port].Note(nowMs);
     if (readings_[port].group >= 0) due_.Add(static_cast<Port>(port));
   }
   return true;
 }
 
-bool PortTable::DecodeData(ByteView datagram) {
+bool PortTable::DecodeData(ByteView datagram, std::int64_t nowMs) {
   if (!readersKnown_ || readersRevision_ != model_.Functions.Revision()) FindReaders();
   const int groups = RecordCount(datagram.size(), kDataGroupSize);
   for (int i = 0; i < groups; ++i) {
     const auto group = ReadDataGroup(datagram, i);
-    if (!group || group->index >= kDataGroups) return false;
+    if (!group || group->index >= kDataGroups) return GiveUp(kNoPort);
     const auto index = static_cast<std::size_t>(group->index);
     dataValues_[index] = group->values;
-    arrivedGroups_.set(index);
+    groupTraffic_[index].Note(nowMs);
     keeper_.GroupAnswered(group->index);
     for (const Port port : ReadersOf(index)) due_.Add(port);
   }
-  return due_.WorkOff([this](Port port) { return Refresh(port); });
+  return due_.WorkOff([this](Port port) { return Refresh(port) || GiveUp(port); });
+}
+
+bool PortTable::GiveUp(Port port) {
+  ++givenUp_.datagrams;
+  givenUp_.port = port;
+  return false;
 }
 
 bool PortTable::Refresh(Port port) {
@@ -90,13 +96,20 @@ float PortTable::DataValue(int group, int valueNumber) const {
   return dataValues_[static_cast<std::size_t>(group)][static_cast<std::size_t>(valueNumber)];
 }
 
-bool PortTable::HasArrived(Port port) const {
-  if (port >= PortCount()) return false;
+std::uint64_t PortTable::ValuesLost() const {
+  const auto add = [](std::uint64_t sum, const PortTraffic& traffic) { return sum + traffic.lost; };
+  return std::accumulate(traffic_.begin(), traffic_.end(), std::uint64_t{0}, add) +
+         std::accumulate(groupTraffic_.begin(), groupTraffic_.end(), std::uint64_t{0}, add);
+}
+
+const PortTraffic& PortTable::TrafficOf(Port port) const {
+  static constexpr PortTraffic kNever;
+  if (port >= PortCount()) return kNever;
   const PortRow& row = PortAt(port);
   const FunctionRecord& function = FunctionOf(row);
-  if (!ReadsDataGroup(function.ComboDT)) return row.Answered;
+  if (!ReadsDataGroup(function.ComboDT)) return traffic_[port];
   const int group = function.SlotOf(row.SeqNr).index;
-  return group >= 0 && group < kDataGroups && arrivedGroups_[static_cast<std::size_t>(group)];
+  return group >= 0 && group < kDataGroups ? groupTraffic_[static_cast<std::size_t>(group)] : kNever;
 }
 
 }  // namespace tvx

@@ -18,7 +18,6 @@ struct PortRow {
   Byte SeqNr = 0;             // 1..4; 0 counts as 1
   bool ReadEnabled = false;   // what arrives refreshes the port, and GetPort reads it
   bool Blocked = false;       // holds the value: neither refreshed nor read
-  bool Answered = false;      // an RREF answer has come for the port
   // The value as it came, in the slot of the Function's data type.
   Byte ByteValue = 0;
   std::int16_t IntValue = 0;   // Integer, Unsigned Int., BCD code

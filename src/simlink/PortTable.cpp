@@ -70,6 +70,7 @@ void PortTable::OpenSimPort(int function, Byte& sequenceNr, Port& port) {
   row.SeqNr = sequence;
   row.OpenedBy = currentOpener_;
   readings_.emplace_back();
+  traffic_.emplace_back();
   readers_.emplace_back();
   readersKnown_ = false;
   if (dataref) subscriptions_.Subscribe(port, *dataref, frequency);
@@ -127,6 +128,7 @@ void PortTable::BlockPort(Port port, bool blocked) {
 void PortTable::Clear() {
   rows_.clear();
   readings_.clear();
+  traffic_.clear();
   readers_.clear();
   readersKnown_ = false;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <bitset>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -14,11 +13,18 @@
 #include "simlink/LinkSocket.h"
 #include "simlink/Packets.h"
 #include "simlink/PortRow.h"
+#include "simlink/PortTraffic.h"
 #include "simlink/Subscriptions.h"
 
 namespace tvx {
 
 inline constexpr int kDataGroups = 151;  // group index 0..150
+
+// Datagrams of values that were abandoned.
+struct GivenUp {
+  std::uint64_t datagrams = 0;
+  Port port = kNoPort;  // whose value did not fit, of the last one; kNoPort: a record that was none
+};
 
 // Every operation on one port does nothing where that port is not open.
 class PortTable {
@@ -55,7 +61,9 @@ class PortTable {
   bool GetPortRaw(Port port, float& value) const;
   // Whether what the port reads has ever come from the simulator: its dataref, or its data group for any
   // port.
-  bool HasArrived(Port port) const;
+  bool HasArrived(Port port) const { return TrafficOf(port).HasCome(); }
+  // How these values come; of a port that is not open, none has.
+  const PortTraffic& TrafficOf(Port port) const;
   // Writes a value to the simulator; the raw value sent comes back in `value`: value * divide / multiply -
   // add. A raw value that is no finite number or does not fit the Function's data type is not sent: then it
   // gives false, and `value` stays as it was.
@@ -69,9 +77,13 @@ class PortTable {
   std::int16_t MacroValue() const { return macroValue_; }     // of all ports on macro 3
 
   // --- what arrives; never allocates ---
-  // Take a whole datagram of their kind. False where it stops making sense: what came before that counts.
-  bool DecodeRref(ByteView datagram);
-  bool DecodeData(ByteView datagram);
+  // Take a whole datagram of their kind, which came at `nowMs`. False where it stops making sense: what came
+  // before that counts.
+  bool DecodeRref(ByteView datagram, std::int64_t nowMs);
+  bool DecodeData(ByteView datagram, std::int64_t nowMs);
+  const GivenUp& GivenUpDatagrams() const { return givenUp_; }
+  std::uint64_t ValuesLost() const;  // of all groups and of the datarefs of open ports
+  void ForgetGivenUp() { givenUp_ = {}; }
 
  private:
   // What refreshing a port needs, worked out from its row and its Function.
@@ -93,6 +105,7 @@ class PortTable {
   void FindReaders();
   std::span<const Port> ReadersOf(std::size_t group) const;
   bool Refresh(Port port);
+  bool GiveUp(Port port);
 
   const ConfigModel& model_;
   LinkSocket& socket_;
@@ -104,7 +117,9 @@ class PortTable {
   std::int16_t macroValue_ = 0;
   std::uint16_t portsOpened_ = 0;
   std::array<std::array<float, kDataValuesPerGroup>, kDataGroups> dataValues_{};
-  std::bitset<kDataGroups> arrivedGroups_;
+  std::array<PortTraffic, kDataGroups> groupTraffic_{};
+  std::vector<PortTraffic> traffic_;  // of datarefs, by port
+  GivenUp givenUp_;
   // Who reads which group; found anew after readersKnown_ was cleared or a Function may have changed.
   bool readersKnown_ = false;
   std::uint64_t readersRevision_ = 0;

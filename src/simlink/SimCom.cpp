@@ -22,6 +22,7 @@ SimCom::SimCom(const ConfigModel& model, UdpSocket& socket, MessageBoxes& boxes,
 bool SimCom::OpenUDP() {
   lastArrivalMs_.reset();
   strangers_.Clear();
+  ports_.ForgetGivenUp();
   const bool open = link_.OpenUDP();
   keeper_.Opened();
   return open;
@@ -61,6 +62,7 @@ void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
     return;
   }
   keeper_.Heard();
+  if (!untakenMs_) untakenMs_ = lastArrivalMs_;
   if (bytesTotal >= kSmallestDatagram && Decode()) CountPacket();
 }
 
@@ -69,9 +71,9 @@ bool SimCom::Decode() {
     case DatagramKind::TooShort:
       return false;
     case DatagramKind::Rref:
-      return ports_.DecodeRref(LastDatagram());
+      return ports_.DecodeRref(LastDatagram(), *lastArrivalMs_);
     case DatagramKind::Data:
-      return ports_.DecodeData(LastDatagram());
+      return ports_.DecodeData(LastDatagram(), *lastArrivalMs_);
     case DatagramKind::Dref:
     case DatagramKind::Other:
       return true;
@@ -81,6 +83,12 @@ bool SimCom::Decode() {
 
 void SimCom::CountPacket() {
   if (packetsReceived_ < std::numeric_limits<std::int16_t>::max()) ++packetsReceived_;
+}
+
+std::optional<std::int64_t> SimCom::AgeMs(Port port) const {
+  const PortTraffic& traffic = ports_.TrafficOf(port);
+  if (!traffic.HasCome()) return std::nullopt;
+  return clock_.MonotonicMs() - traffic.cameMs;
 }
 
 std::optional<std::int64_t> SimCom::SilentForMs() const {

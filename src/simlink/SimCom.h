@@ -63,6 +63,7 @@ class SimCom {
   void SendDataChar(int character) { link_.SendDataChar(character); }
   void SendXplaneCommand(std::string_view list, int entry) { link_.SendXplaneCommand(list, entry); }
   void SendCommandPath(std::string_view path) { link_.SendCommandPath(path); }
+  void SendDataOutputHere() { link_.SendDataOutputHere(); }
   void SendXplaneDREF(std::string_view dataref, float value) { link_.SendXplaneDREF(dataref, value); }
 
   // --- subscriptions ---
@@ -88,6 +89,9 @@ class SimCom {
   bool GetPort(Port port, float& value) const { return ports_.GetPort(port, value); }
   bool GetPortRaw(Port port, float& value) const { return ports_.GetPortRaw(port, value); }
   bool HasArrived(Port port) const { return ports_.HasArrived(port); }
+  const PortTraffic& TrafficOf(Port port) const { return ports_.TrafficOf(port); }
+  // Milliseconds since the port's value came; std::nullopt where none has.
+  std::optional<std::int64_t> AgeMs(Port port) const;
   bool PutPort(Port port, float& value) { return ports_.PutPort(port, value); }
   void CloseAllPorts();  // CommandStopAll, ClearAllRREF, and no port is open any more
   int PortCount() const { return ports_.PortCount(); }
@@ -109,6 +113,11 @@ class SimCom {
   std::int16_t TakePacketsReceived() { return std::exchange(packetsReceived_, std::int16_t{0}); }
   // Milliseconds since the last datagram; std::nullopt when none came since OpenUDP.
   std::optional<std::int64_t> SilentForMs() const;
+  // Since OpenUDP.
+  const GivenUp& GivenUpDatagrams() const { return ports_.GivenUpDatagrams(); }
+  std::uint64_t ValuesLost() const { return ports_.ValuesLost(); }
+  // When the oldest of those values came that were not taken yet; std::nullopt where none did since.
+  std::optional<std::int64_t> TakeArrivalMs() { return std::exchange(untakenMs_, std::nullopt); }
   ByteView LastDatagram() const { return {buffer_.data(), received_}; }
 
   // --- monitor mode: arrivals are shown and counted, not decoded ---
@@ -141,7 +150,7 @@ class SimCom {
   bool dataReceived_ = false;
   bool packetArrived_ = false;
   std::int16_t packetsReceived_ = 0;
-  std::optional<std::int64_t> lastArrivalMs_;
+  std::optional<std::int64_t> lastArrivalMs_, untakenMs_;
   std::array<Byte, 65536> buffer_{};
   std::size_t received_ = 0;
 };

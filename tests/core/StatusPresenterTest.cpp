@@ -183,6 +183,63 @@ TEST(StatusPresenter, ASilentSimulatorIsTroubleAndAskedAgain) {
   EXPECT_FALSE(rig.run.View().Simulator.Trouble);
 }
 
+TEST(StatusPresenter, SaysWhatDoesNotCome) {
+  ActivatedRig rig;
+  for (const auto& [number, path] : {std::pair{60, "sim/there"}, {61, "sim/gone"}}) {
+    FunctionRecord& function = DefineFunction(rig.model, number, DataType::XplaneDataref, 0, 20);
+    function.FullName = "#1:" + std::string(path) + "\r\n";
+  }
+  const Port there = rig.sim.OpenSimPort(60, 1);
+  rig.sim.EnableReadSimPort(there);
+  rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(61, 1));
+  rig.run.cmdRun_Click();
+  for (int second = 0; second < 8; ++second) {
+    rig.LinkTicks(50);
+    rig.socket.Deliver(RrefDatagram({{there, 1.0f}}));
+    rig.run.ProcessTimer_Tick();
+  }
+  rig.run.Timer1_Tick();
+  EXPECT_NE(rig.run.View().Findings.find("not come. X-Plane, Settings, Data Output: enter this computer."),
+            std::string::npos)
+      << rig.run.View().Findings;
+  EXPECT_NE(rig.run.View().Findings.find(
+                "\nFunction 61 F61: sim/gone was never answered (this aircraft may not have it)."),
+            std::string::npos)
+      << rig.run.View().Findings;
+  EXPECT_TRUE(rig.run.View().OfferDataOutput);
+  EXPECT_NE(rig.run.View().Flow.find("0 values lost, 0 datagrams given up"), std::string::npos);
+  rig.socket.TakeSent();
+  rig.run.cmdDataOutput_Click();
+  EXPECT_EQ(rig.socket.TakeSent().at(0).substr(0, 21), std::string("ISE4\0\x40\0\0\0", 9) + "192.168.1.20");
+
+  // All groups come now; a record that is none, and a value 30 ms before the tick that shows it.
+  for (int number = 1; number <= 51; ++number) {
+    if (number == 1 || number == 2 || number == 14 || number == 51) rig.Set(number, 50);
+  }
+  rig.socket.Deliver("RREF,12345");
+  rig.clock.Advance(30);
+  rig.run.ProcessTimer_Tick();
+  rig.run.Timer1_Tick();
+  EXPECT_FALSE(rig.run.View().OfferDataOutput) << rig.run.View().Findings;
+  EXPECT_NE(rig.run.View().Findings.find("1 datagram given up, last for a record that is none."),
+            std::string::npos)
+      << rig.run.View().Findings;
+  EXPECT_NE(rig.run.View().Flow.find("99 of 100 within 30 ms; "), std::string::npos) << rig.run.View().Flow;
+}
+
+TEST(LatencyMeter, KnowsTheLastMinute) {
+  LatencyMeter meter;
+  EXPECT_FALSE(meter.OfLastMinute(0));
+  for (int i = 1; i <= 100; ++i) meter.Note(i, 1000 * (i % 30));
+  EXPECT_EQ(meter.OfLastMinute(30000)->medianMs, 50);
+  EXPECT_EQ(meter.OfLastMinute(30000)->percentile99Ms, 99);
+  meter.Note(100000, 85000);
+  EXPECT_GT(meter.OfLastMinute(85000)->percentile99Ms, 1000);
+  EXPECT_EQ(meter.OfLastMinute(95000)->medianMs, meter.OfLastMinute(95000)->percentile99Ms)
+      << "the others are too old";
+  EXPECT_FALSE(meter.OfLastMinute(146000));
+}
+
 TEST(StatusPresenter, AStrangersAddressCanBeTaken) {
   ActivatedRig rig;
   rig.run.cmdRun_Click();

@@ -80,6 +80,7 @@ class FakeUdpSocket final : public UdpSocket {
     return count;
   }
   UdpSender WaitingSender() const override { return Sender; }
+  std::string LocalAddress() const override { return "192.168.1.20"; }
   std::string LastError() const override { return lastError_; }
 
  private:

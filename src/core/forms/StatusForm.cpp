@@ -83,16 +83,34 @@ QWidget* StatusForm::MakeLinksPanel() {
     grid->addWidget(caption, line, 1);
     grid->addWidget(label, line++, 2);
   }
+  grid->addLayout(MakeFindings(), line, 1, 1, 2);
+  grid->setColumnStretch(2, 1);
+  return panel;
+}
+
+// What the user may have to do something about; it takes no room where there is none.
+QLayout* StatusForm::MakeFindings() {
+  LabelFlow = MakeLabel("LabelFlow", {}, "caption");
+  LabelFindings = MakeLabel("LabelFindings");
+  LabelFindings->setWordWrap(true);
+  LabelFindings->setTextInteractionFlags(Qt::TextSelectableByMouse);
   LabelIgnored = MakeLabel("LabelIgnored");
+  cmdDataOutput = MakeButton("cmdDataOutput", tr("&Ask X-Plane to send them here"),
+                             tr("Sets this computer and port as the target of X-Plane's data output"));
   cmdTakeAddress = MakeButton(
       "cmdTakeAddress", tr("&Take this address"),
       tr("X-Plane runs on that computer: its address goes into the configuration, and it is listened to"));
-  auto* ignored = new QHBoxLayout;
-  ignored->addWidget(LabelIgnored, 1);
-  ignored->addWidget(cmdTakeAddress);
-  grid->addLayout(ignored, line, 2);
-  grid->setColumnStretch(2, 1);
-  return panel;
+  auto* column = new QVBoxLayout;
+  column->setSpacing(look::Gap() / 2);
+  column->addWidget(LabelFlow);
+  for (const auto& [label, button] :
+       {std::pair{LabelFindings, cmdDataOutput}, std::pair{LabelIgnored, cmdTakeAddress}}) {
+    auto* row = new QHBoxLayout;
+    row->addWidget(label, 1);
+    row->addWidget(button, 0, Qt::AlignTop);
+    column->addLayout(row);
+  }
+  return column;
 }
 
 QLayout* StatusForm::MakeFlightValues() {
@@ -191,6 +209,7 @@ void StatusForm::Connect() {
   on(CmdConfig, [this] { presenter_.CmdConfig_Click(); });
   on(CmdExit, [this] { presenter_.cmdExit_Click(); });
   on(cmdDumpTVX, [this] { presenter_.cmdDumpTVX_Click(); });
+  on(cmdDataOutput, [this] { presenter_.cmdDataOutput_Click(); });
   on(cmdTakeAddress, [this] { presenter_.cmdTakeAddress_Click(); });
   on(cmdHide, [this] { showMinimized(); });
   connect(cmdShowBus, &QPushButton::toggled, panelBusHealth_, &QWidget::setVisible);
@@ -242,6 +261,11 @@ void StatusForm::ShowView() {
   cmdShowYokes->setVisible(view.ShowYokes);
   SetTextIfChanged(LabelNotice, view.Notice);
   LabelNotice->setVisible(!view.Notice.empty());
+  SetTextIfChanged(LabelFlow, view.Flow);
+  LabelFlow->setVisible(!view.Flow.empty());
+  SetTextIfChanged(LabelFindings, view.Findings);
+  LabelFindings->setVisible(!view.Findings.empty());
+  cmdDataOutput->setVisible(view.OfferDataOutput);
   SetTextIfChanged(LabelIgnored, view.Ignored);
   LabelIgnored->setVisible(!view.Ignored.empty());
   cmdTakeAddress->setVisible(!view.Ignored.empty());

@@ -34,6 +34,7 @@ class StatusForm : public Form {
  private:
   QWidget* MakeRunPanel();
   QWidget* MakeLinksPanel();
+  QLayout* MakeFindings();
   QLayout* MakeFlightValues();
   QWidget* MakeTransferPanel();
   QLayout* MakeButtons();
@@ -49,8 +50,8 @@ class StatusForm : public Form {
   QLabel *BoxRun, *BoxCurrentConfig, *LabelVersion;
   StateLamp *LampSimulator, *LampGaugeBus;
   BusHealthPanel* panelBusHealth_;
-  QLabel *LabelSimulator, *LabelIgnored, *LabelGaugeBus, *LabelNotice;
-  QPushButton* cmdTakeAddress;
+  QLabel *LabelSimulator, *LabelFlow, *LabelFindings, *LabelIgnored, *LabelGaugeBus, *LabelNotice;
+  QPushButton *cmdDataOutput, *cmdTakeAddress;
   ValueBox *BoxIAS, *BoxAltitude, *BoxHea, *boxBank, *boxPitch, *BoxVS, *boxCompass, *BoxAirPressHg,
       *BoxAirPressmBar, *boxVoltage, *BoxInstrLights, *boxNavLights;
   QSlider* SliderXferTimer;

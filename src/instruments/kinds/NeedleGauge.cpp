@@ -9,6 +9,11 @@ namespace {
 
 constexpr Byte kWithDisplay = 2;
 
+// Option: a needle whose value is older than this goes to the lowest position of its Plate.
+constexpr int kOptionParkOld = 0x40;
+constexpr std::int64_t kOldMs = 5000;
+constexpr std::size_t kLowestPoint = 2;  // of a Plate
+
 constexpr int kCommandFirstNeedle = 5;
 constexpr int kCommandSecondNeedle = 6;  // the digits, on a gauge with a display
 constexpr int kCommandDisplayControl = 11;
@@ -34,20 +39,23 @@ class NeedleDriver final : public GaugeDriver {
     const bool withDisplay = record_.GaugeType == kWithDisplay;
     if (record_.GaugeFunction1 != 0) {
       const double value = tick.ValueOf(first_);
-      ServeNeedle(tick, shown_.first, record_.GaugeSetting3, value);
+      ServeNeedle(tick, shown_.first, record_.GaugeSetting3, first_, value);
       if (withDisplay) ServeDisplay(tick, value);
     }
     // A gauge with a display has no second needle: its command 6 carries the digits.
     if (record_.GaugeFunction2 != 0 && !withDisplay) {
-      ServeNeedle(tick, shown_.second, record_.GaugeSetting4, tick.ValueOf(second_));
+      ServeNeedle(tick, shown_.second, record_.GaugeSetting4, second_, tick.ValueOf(second_));
     }
   }
 
  private:
   // A gauge whose Plate does not exist stays where it is.
-  void ServeNeedle(GaugeTick& tick, SentValue& needle, int plateNumber, double value) {
+  void ServeNeedle(GaugeTick& tick, SentValue& needle, int plateNumber, Port port, double value) {
     const PlateRecord* plate = tick.Model().PlateOf(plateNumber);
-    if (plate != nullptr) needle.QueueIfChanged(tick, gaugeID_, NeedlePosition(*plate, value));
+    if (plate == nullptr) return;
+    const bool parks = (record_.GaugeSetting5 & kOptionParkOld) != 0;
+    const bool old = parks && tick.Sim().AgeMs(port).value_or(kOldMs + 1) > kOldMs;
+    needle.QueueIfChanged(tick, gaugeID_, NeedlePosition(*plate, old ? plate->Value[kLowestPoint] : value));
   }
 
   // The digits show tenths; what five digits cannot hold is shown as the largest number that they can.
@@ -76,6 +84,9 @@ class NeedleGauge final : public Instrument {
     d.purpose = "Shows the value of each Function with a needle, by the Plate of its face.";
     d.function1 = {"First needle", "The Function that the first needle shows"};
     d.plates = {{"first needle", kCommandFirstNeedle}};
+    d.options = {{"Park without values",
+                  "A needle whose value has not come for 5 s goes to the lowest position of its Plate",
+                  kOptionParkOld}};
     d.trials = {{"First needle", kCommandFirstNeedle, 0, kNeedlePositions - 1, "steps, 3 to a degree"}};
     if (gaugetype == kWithDisplay) {
       d.purpose = "Shows the value of its Function with a needle, by the Plate of its face, and in digits.";

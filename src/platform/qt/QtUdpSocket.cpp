@@ -2,6 +2,7 @@
 
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <QNetworkInterface>
 #include <algorithm>
@@ -155,6 +156,21 @@ UdpSender QtUdpSocket::WaitingSender() const {
   const bool loopback = (address >> 24) == 127 && !ownAddresses_.empty();
   const bool own = std::find(ownAddresses_.begin(), ownAddresses_.end(), address) != ownAddresses_.end();
   return {address, ntohs(from.sin_port), loopback || own || address == remote_.toIPv4Address()};
+}
+
+// The system says by which way it would send, without sending anything.
+std::string QtUdpSocket::LocalAddress() const {
+  const int way = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  if (way < 0) return {};
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(remote_.toIPv4Address());
+  address.sin_port = htons(static_cast<std::uint16_t>(remotePort_));
+  socklen_t size = sizeof address;
+  const bool known = ::connect(way, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
+                     ::getsockname(way, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+  ::close(way);
+  return known ? QHostAddress(ntohl(address.sin_addr.s_addr)).toString().toStdString() : std::string();
 }
 
 void QtUdpSocket::DeliverWaiting(int most) {

@@ -33,6 +33,7 @@ class QtUdpSocket final : public UdpSocket {
   bool Send(ByteView datagram) override;
   std::size_t Receive(std::span<Byte> out) override;
   UdpSender WaitingSender() const override;
+  std::string LocalAddress() const override;
   std::string LastError() const override;
 
  private:

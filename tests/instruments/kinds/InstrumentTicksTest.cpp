@@ -107,6 +107,23 @@ TEST(InstrumentTicks, AClusterHousingIsSentItsPairEveryTick) {
   }
 }
 
+TEST(InstrumentTicks, ANeedleParksWhenItsValueIsOldWhereThatIsWanted) {
+  for (const bool parks : {false, true}) {
+    InstrumentRig rig;
+    rig.AddPlate(20, 100, 1000);
+    rig.StartWith(1, parks ? 0x40 : 0, 51, 0);
+    rig.Set(51, 60);
+    const Commands shown = rig.TickValues();
+    ASSERT_EQ(shown.size(), 1u);
+    rig.clock.Advance(5000);
+    EXPECT_EQ(rig.TickValues(), Commands{}) << parks;
+    rig.clock.Advance(1);
+    EXPECT_EQ(rig.TickValues().size(), parks ? 1u : 0u);
+    rig.Set(51, 60);
+    EXPECT_EQ(rig.TickValues(), parks ? shown : Commands{});
+  }
+}
+
 TEST(InstrumentTicks, PolledTypesAreAskedAndTheOthersAreNot) {
   for (int type = 1; type < 256; ++type) {
     InstrumentRig rig;

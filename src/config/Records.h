@@ -14,6 +14,7 @@
 namespace tvx {
 
 // Names of settings.
+inline constexpr std::string_view kHearAllSetting = "hearall";  // "yes": not only the simulator's computer
 inline constexpr std::string_view kFollowSetting = "follow";  // the host whose X-Plane's address is followed
 
 // The general settings.

@@ -4,8 +4,8 @@
 
 #include "config/FunctionNumbers.h"
 #include "config/StartFile.h"
-#include "core/LinkWords.h"
 #include "core/StatusPresenter.h"
+#include "core/watch/LinkWords.h"
 
 namespace tvx {
 namespace {

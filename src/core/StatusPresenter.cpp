@@ -7,8 +7,8 @@
 
 #include "config/NameTables.h"
 #include "core/Dump.h"
-#include "core/LinkFindings.h"
-#include "core/LinkWords.h"
+#include "core/watch/LinkFindings.h"
+#include "core/watch/LinkWords.h"
 #include "platform/AtomicFile.h"
 
 namespace tvx {

@@ -1,6 +1,8 @@
 // One simulator port: a small number that binds a Function and a sequence number to a value.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 #include "base/Bytes.h"
@@ -23,6 +25,37 @@ struct PortRow {
   std::int16_t IntValue = 0;   // Integer, Unsigned Int., BCD code
   std::int32_t LongValue = 0;  // Long
   float FloatValue = 0;        // Float, Xplane Dataref
+};
+
+// How the values of one source come.
+struct PortTraffic {
+  std::int64_t cameMs = -1;  // the last one; -1: none has come
+  std::uint32_t came = 0;
+  std::uint32_t lost = 0;  // those that a gap in the usual rhythm tells of; a silence of 3 s is no loss
+  float gapMs = 0;         // between two, as a rule
+
+  bool HasCome() const { return cameMs >= 0; }
+  // Values a second, 0 where fewer than two have come or none for 3 s.
+  float Rate(std::int64_t nowMs) const {
+    return gapMs > 0 && nowMs - cameMs < kSilenceMs ? 1000.0f / gapMs : 0.0f;
+  }
+  // One came.
+  void Note(std::int64_t nowMs) {
+    const auto gap = static_cast<float>(std::max<std::int64_t>(nowMs - cameMs, 1));
+    if (HasCome() && gap < static_cast<float>(kSilenceMs)) {
+      const bool missing = gapMs > 0 && gap > kMuchLonger * gapMs && gap > kShortestGapMs;
+      if (missing) lost += static_cast<std::uint32_t>(std::lround(gap / gapMs)) - 1;
+      // A slower rhythm is learnt all the same.
+      gapMs = gapMs == 0 ? gap : gapMs + (gap - gapMs) / (missing ? 32.0f : 8.0f);
+    }
+    cameMs = nowMs;
+    ++came;
+  }
+
+ private:
+  static constexpr std::int64_t kSilenceMs = 3000;
+  static constexpr float kMuchLonger = 1.8f;
+  static constexpr float kShortestGapMs = 60;
 };
 
 }  // namespace tvx

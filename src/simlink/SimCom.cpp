@@ -6,7 +6,8 @@
 namespace tvx {
 
 SimCom::SimCom(const ConfigModel& model, UdpSocket& socket, MessageBoxes& boxes, const Clock& clock)
-    : socket_(socket),
+    : model_(model),
+      socket_(socket),
       boxes_(boxes),
       clock_(clock),
       link_(model, socket),
@@ -49,7 +50,7 @@ void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
   const UdpSender sender = socket_.WaitingSender();
   received_ = std::min(socket_.Receive(buffer_), buffer_.size());
   if (keeper_.Closing()) return;
-  if (!udpMonitorMode_ && !sender.isRemote) {
+  if (!udpMonitorMode_ && !sender.isRemote && !HearsAll()) {
     strangers_.Note(sender.address, clock_.MonotonicMs());
     return;
   }
@@ -64,6 +65,10 @@ void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
   keeper_.Heard();
   if (!untakenMs_) untakenMs_ = lastArrivalMs_;
   if (bytesTotal >= kSmallestDatagram && Decode()) CountPacket();
+}
+
+bool SimCom::HearsAll() const {
+  return !model_.General.Setting(kHearAllSetting).empty();
 }
 
 bool SimCom::Decode() {

@@ -101,7 +101,7 @@ class SimCom {
   std::int16_t MacroValue() const { return ports_.MacroValue(); }
 
   // --- what arrives ---
-  // Only the simulator's datagrams are decoded; others count here.
+  // Only the simulator's datagrams are decoded, unless kHearAllSetting says otherwise; others count here.
   const tvx::Strangers& Strangers() const { return strangers_; }
   // The socket's data-arrival event.
   void WinsockUDP_DataArrival(std::size_t bytesTotal);
@@ -131,10 +131,12 @@ class SimCom {
   void ClearPacketArrived() { packetArrived_ = false; }
 
  private:
+  bool HearsAll() const;
   bool Decode();  // the last datagram; false where it is not to be counted
   void CountPacket();
   void OnSocketError(int code, std::string_view description);
 
+  const ConfigModel& model_;
   UdpSocket& socket_;
   MessageBoxes& boxes_;
   const Clock& clock_;

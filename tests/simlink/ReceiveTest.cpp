@@ -104,9 +104,13 @@ TEST_F(Receive, OnlyTheSimulatorIsHeard) {
     }
   }
   EXPECT_EQ(sim.Strangers().Loudest(clock.now, 0)->datagrams, 100u);
+  model.General.SetSetting(kHearAllSetting, "yes");
+  socket.Deliver(DataDatagram({{3, 10}}));
+  EXPECT_EQ(Get(port), 12);
+  model.General.SetSetting(kHearAllSetting, "");
   sim.SetUdpMonitorMode(true);
   socket.Deliver(DataDatagram({{3, 10}}));
-  EXPECT_EQ(sim.PacketsReceived(), 1) << "the test console shows them all";
+  EXPECT_EQ(sim.PacketsReceived(), 2) << "the test console shows them all";
 }
 
 TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {

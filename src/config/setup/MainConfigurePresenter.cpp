@@ -59,9 +59,13 @@ void ClearAllGauges(ConfigModel& model) {
 
 UdpSettings UdpOf(const ConfigModel& model) {
   const GeneralRecord& general = model.General;
-  return {general.RemoteIP,       general.RemotePort,
-          general.LocalPort,      general.ByteOrderReverse != 0,
-          general.BlockUSEL == 1, general.Setting(kFollowSetting)};
+  return {general.RemoteIP,
+          general.RemotePort,
+          general.LocalPort,
+          general.ByteOrderReverse != 0,
+          general.BlockUSEL == 1,
+          general.Setting(kFollowSetting),
+          !general.Setting(kHearAllSetting).empty()};
 }
 
 std::string_view UdpFault(const UdpSettings& settings) {
@@ -79,6 +83,7 @@ void SetUdp(ConfigModel& model, const UdpSettings& settings) {
   model.General.ByteOrderReverse = settings.reverseByteOrder ? -1 : 0;
   model.General.BlockUSEL = settings.blockUsel ? 1 : 0;
   model.General.SetSetting(kFollowSetting, settings.follow);
+  model.General.SetSetting(kHearAllSetting, settings.hearAll ? "yes" : "");
   model.ConfigChanged = true;
 }
 

@@ -40,6 +40,7 @@ struct UdpSettings {
   bool reverseByteOrder = false;
   bool blockUsel = false;
   std::string follow{};  // the host whose X-Plane's address is followed; empty: none
+  bool hearAll = false;  // values are taken from any computer
   bool operator==(const UdpSettings&) const = default;
 };
 UdpSettings UdpOf(const ConfigModel& model);

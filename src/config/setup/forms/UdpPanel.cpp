@@ -40,6 +40,10 @@ UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(m
   CheckBlockUsel = new QCheckBox(tr("Never &unsubscribe data groups (USEL)"));
   CheckBlockUsel->setObjectName("CheckBlockUsel");
   CheckBlockUsel->setToolTip(tr("For a simulator whose data output other programs use as well"));
+  CheckHearAll = new QCheckBox(tr("Take values from an&y computer"));
+  CheckHearAll->setObjectName("CheckHearAll");
+  CheckHearAll->setToolTip(
+      tr("Otherwise only the simulator's computer is heard, so that no other one moves needles or motors"));
   cmdSetUDP = MakeButton("cmdSetUDP", tr("Set"), tr("Takes these settings into the configuration"));
   LabelUdpFault = MakeLabel("LabelUdpFault");
   LabelUdpFault->setWordWrap(true);
@@ -47,12 +51,13 @@ UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(m
   grid->addWidget(OptionByteOrderNormal, 4, 1);
   grid->addWidget(OptionByteOrderReverse, 4, 2);
   grid->addWidget(CheckBlockUsel, 5, 0, 1, 2);
-  grid->addWidget(cmdSetUDP, 5, 2, Qt::AlignRight);
-  grid->addWidget(LabelUdpFault, 6, 0, 1, 3);
-  AddFound(grid, 7);
+  grid->addWidget(CheckHearAll, 6, 0, 1, 2);
+  grid->addWidget(cmdSetUDP, 6, 2, Qt::AlignRight);
+  grid->addWidget(LabelUdpFault, 7, 0, 1, 3);
+  AddFound(grid, 8);
   connect(cmdSetUDP, &QPushButton::clicked, this, [this] { cmdSetUDP_Click(); });
-  for (QAbstractButton* option :
-       std::initializer_list<QAbstractButton*>{OptionByteOrderReverse, CheckBlockUsel, CheckFollow})
+  for (QAbstractButton* option : std::initializer_list<QAbstractButton*>{
+           OptionByteOrderReverse, CheckBlockUsel, CheckHearAll, CheckFollow})
     connect(option, &QAbstractButton::toggled, this, [this] { OfferSet(); });
   ShowModel();
 }
@@ -75,7 +80,8 @@ void UdpPanel::AddFound(QGridLayout* grid, int row) {
 UdpSettings UdpPanel::Typed() const {
   return {boxRemoteIP->text().toStdString(),  boxRemotePort->text().toStdString(),
           boxLocalPort->text().toStdString(), OptionByteOrderReverse->isChecked(),
-          CheckBlockUsel->isChecked(),        CheckFollow->isChecked() ? host_ : std::string()};
+          CheckBlockUsel->isChecked(),        CheckFollow->isChecked() ? host_ : std::string(),
+          CheckHearAll->isChecked()};
 }
 
 void UdpPanel::ShowModel() {
@@ -87,6 +93,7 @@ void UdpPanel::ShowModel() {
     boxLocalPort->setText(ToText(now.localPort));
     (now.reverseByteOrder ? OptionByteOrderReverse : OptionByteOrderNormal)->setChecked(true);
     CheckBlockUsel->setChecked(now.blockUsel);
+    CheckHearAll->setChecked(now.hearAll);
     host_ = now.follow;
     CheckFollow->setChecked(!now.follow.empty());
   }

@@ -39,7 +39,7 @@ class UdpPanel : public QFrame {
   std::optional<UdpSettings> shown_;
   QLineEdit *boxRemoteIP, *boxRemotePort, *boxLocalPort;
   QRadioButton *OptionByteOrderNormal, *OptionByteOrderReverse;
-  QCheckBox *CheckBlockUsel, *CheckFollow;
+  QCheckBox *CheckBlockUsel, *CheckHearAll, *CheckFollow;
   QLabel* LabelFound;
   OfferList* Found;
   QPushButton* cmdSetUDP;

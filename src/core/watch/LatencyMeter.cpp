@@ -1,4 +1,4 @@
-#include "core/LatencyMeter.h"
+#include "core/watch/LatencyMeter.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,4 +1,4 @@
-#include "core/LinkFindings.h"
+#include "core/watch/LinkFindings.h"
 
 #include <vector>
 

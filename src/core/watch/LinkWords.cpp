@@ -1,4 +1,4 @@
-#include "core/LinkWords.h"
+#include "core/watch/LinkWords.h"
 
 namespace tvx {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "config/Model.h"
-#include "core/LatencyMeter.h"
+#include "core/watch/LatencyMeter.h"
 #include "simlink/SimCom.h"
 
 namespace tvx {

@@ -101,13 +101,13 @@ TEST_P(SimulatorLinkVariants, IsCompleteAfterRunAndAfterARestart) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SimulatorLinkVariants,
-                         testing::Values(Variant{"ThreeHundred", 91, 300, 0, false, 3000, 5000},
-                                         Variant{"DataOutputStays", 36, 190, 0, true, 3000, 5000},
-                                         Variant{"Losses", 36, 190, 3, false, 10000, 10000}),
+                         testing::Values(Variant{"ThreeHundred", 92, 300, 0, false, 3000, 5000},
+                                         Variant{"DataOutputStays", 37, 190, 0, true, 3000, 5000},
+                                         Variant{"Losses", 37, 190, 3, false, 10000, 10000}),
                          [](const auto& row) { return row.param.name; });
 
 TEST_F(SimulatorLink, DatarefsThatComeLateAndThoseOfAnotherAircraftArrive) {
-  Fly({"", 36, 190, 0, false, 0, 0});
+  Fly({"", 37, 190, 0, false, 0, 0});
   // While it loads, most names do not exist yet.
   flight->Sim().ChangeAircraft(std::vector<std::string>{kDatarefs[0], kDatarefs[2]});
   const std::int64_t begin = clock.MonotonicMs();

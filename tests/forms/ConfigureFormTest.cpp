@@ -74,8 +74,10 @@ TEST_F(ConfigureFormTest, ASimulatorOfTheNetworkIsTakenAtOnceAndFollowedOnReques
   EXPECT_TRUE(Control<QLabel>(Configuration(), "FoundTaken0")->isVisible());
   ASSERT_TRUE(follow->isEnabled());
   follow->setChecked(true);
-  EXPECT_EQ(General().Setting(kFollowSetting), "");
+  Control<QCheckBox>(Configuration(), "CheckHearAll")->setChecked(true);
+  EXPECT_EQ(General().GeneralText6, "");
   Click("cmdSetUDP");
+  EXPECT_EQ(General().Setting(kHearAllSetting), "yes");
   EXPECT_EQ(General().Setting(kFollowSetting), "SIM-PC");
   auto* address = Control<QLineEdit>(Configuration(), "boxRemoteIP");
   address->setText("10.0.0.99");

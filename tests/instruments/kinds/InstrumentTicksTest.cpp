@@ -111,16 +111,16 @@ TEST(InstrumentTicks, ANeedleParksWhenItsValueIsOldWhereThatIsWanted) {
   for (const bool parks : {false, true}) {
     InstrumentRig rig;
     rig.AddPlate(20, 100, 1000);
-    rig.StartWith(1, parks ? 0x40 : 0, 51, 0);
+    rig.StartWith(1, parks ? 0x40 : 0, 51);
     rig.Set(51, 60);
-    const Commands shown = rig.TickValues();
-    ASSERT_EQ(shown.size(), 1u);
-    rig.clock.Advance(5000);
-    EXPECT_EQ(rig.TickValues(), Commands{}) << parks;
-    rig.clock.Advance(1);
-    EXPECT_EQ(rig.TickValues().size(), parks ? 1u : 0u);
+    const std::string shown = rig.TickText();
+    ASSERT_NE(shown, "");
+    rig.clock.Advance(4000);
+    EXPECT_EQ(rig.TickText(), "") << parks;
+    rig.clock.Advance(1500);
+    EXPECT_EQ(rig.TickText() != "", parks);
     rig.Set(51, 60);
-    EXPECT_EQ(rig.TickValues(), parks ? shown : Commands{});
+    EXPECT_EQ(rig.TickText(), parks ? shown : "");
   }
 }
 

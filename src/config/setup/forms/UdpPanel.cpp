@@ -40,7 +40,7 @@ UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(m
   CheckBlockUsel = new QCheckBox(tr("Never &unsubscribe data groups (USEL)"));
   CheckBlockUsel->setObjectName("CheckBlockUsel");
   CheckBlockUsel->setToolTip(tr("For a simulator whose data output other programs use as well"));
-  CheckHearAll = new QCheckBox(tr("Take values from an&y computer"));
+  CheckHearAll = new QCheckBox(tr("Take values from any computer"));
   CheckHearAll->setObjectName("CheckHearAll");
   CheckHearAll->setToolTip(
       tr("Otherwise only the simulator's computer is heard, so that no other one moves needles or motors"));

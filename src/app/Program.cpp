@@ -9,6 +9,8 @@
 #include <ctime>
 
 #include "config/StandardFunctions.h"
+#include "config/plates/StandardPlates.h"
+#include "platform/AtomicFile.h"
 #include "platform/linux/KeyInjectors.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "platform/qt/QtMessageBoxes.h"
@@ -73,11 +75,14 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
                       functions_, finder_, *this}) {
   // A user without a configuration begins with these.
   FillStandardFunctions(model_);
+  FillStandardPlates(model_);
+  RemoveStaleTemporaries({});
   // A form that makes way for the next one must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setWindowIcon(ProgramIcon());
   registrations_.push_back(start_.SetChanged([this] {
     if (startForm_) startForm_->ShowView();
+    ShowUnsaved();
   }));
   registrations_.push_back(run_.SetChanged([this] {
     if (statusForm_) statusForm_->ShowView();
@@ -180,10 +185,22 @@ void Program::Exit() {
 
 void Program::ShowStartForm() {
   if (ended_) return;
-  startForm_.GetOrMake([this] { return new StartForm(start_, [this] { OpenWebPage(); }); }).BringToFront();
+  const auto make = [this] {
+    auto* form = new StartForm(start_, [this] { OpenWebPage(); });
+    unsavedPanel_ = new UnsavedPanel(unsaved_, [this] { start_.CmdConfigure_Click(); });
+    form->AddNotice(unsavedPanel_);
+    return form;
+  };
+  startForm_.GetOrMake(make).BringToFront();
+  ShowUnsaved();
+}
+
+void Program::ShowUnsaved() {
+  if (startForm_ && unsavedPanel_) unsavedPanel_->ShowFor(start_.View().FileName);
 }
 
 void Program::UnloadStartForm() {
+  if (configuration_.MainForm() != nullptr) unsaved_.Follow();
   // The configuration stands above the start form.
   configuration_.Unload();
   startForm_.Unload();
@@ -211,6 +228,7 @@ void Program::ShowMainConfiguration() {
 
 void Program::ConfigurationClosed() {
   timers_.WriteCmdDuringConfig.SetEnabled(false);
+  unsaved_.Follow();
   if (ended_ || !startForm_) return;
   startForm_->HoldActivation(false);
   startForm_->BringToFront();
@@ -242,6 +260,7 @@ void Program::OpenWebPage() {
 void Program::EndProgram() {
   if (ended_) return;
   ended_ = true;
+  unsaved_.Keep();
   UnloadEverything();
   leaving_ = true;
   if (!sim_.SayingGoodbye()) LeaveEventLoop();

@@ -12,7 +12,9 @@
 #include "app/SimulatorSocket.h"
 #include "app/YokesPeripheral.h"
 #include "config/ConfigFile.h"
+#include "config/setup/UnsavedWork.h"
 #include "config/setup/forms/MainConfigureForm.h"
+#include "config/setup/forms/UnsavedPanel.h"
 #include "core/Shell.h"
 #include "core/SimulatorFollower.h"
 #include "core/StartPresenter.h"
@@ -105,12 +107,14 @@ class Program final : private Shell, private ConfigurationHost {
   void AddPeripherals();
   void UnloadEverything();
   void ShowPorts();
+  void ShowUnsaved();
 
   std::unique_ptr<MessageBoxes> ownBoxes_;
   MessageBoxes& boxes_;
   LinuxClock clock_;
   ConfigModel model_;
   ConfigFile file_;
+  UnsavedWork unsaved_{model_, boxes_};
   SimulatorSocket socket_{clock_};
   SimCom sim_;
   std::unique_ptr<LineServer> ownLines_;
@@ -141,6 +145,7 @@ class Program final : private Shell, private ConfigurationHost {
   bool leaving_ = false;  // the event loop is left when the simulator has been told
 
   FormHolder<StartForm> startForm_;
+  QPointer<UnsavedPanel> unsavedPanel_;
   FormHolder<StatusForm> statusForm_;
   FormHolder<PortsForm> portsForm_;
 };

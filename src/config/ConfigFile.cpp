@@ -1,6 +1,8 @@
 #include "config/ConfigFile.h"
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "config/ConfigReader.h"
 #include "platform/AtomicFile.h"
@@ -22,17 +24,27 @@ class FlagScope {
   bool& flag_;
 };
 
+// The same for every way to name a file.
+std::string PlaceOf(const std::string& path) {
+  std::error_code code;
+  const auto place = std::filesystem::weakly_canonical(path, code);
+  return code ? path : place.string();
+}
+
 }  // namespace
 
 ConfigReadResult ReadConfigText(std::string_view text, ConfigModel& model, MessageBoxes& boxes,
-                                std::string& error, ConfigReadExtent extent) {
+                                std::string& error, ConfigReadExtent extent, ConfigSections* read) {
   error.clear();
+  ConfigReader reader(text, model, boxes, extent);
+  auto result = ConfigReadResult::Failed;
   try {
-    return ConfigReader(text, model, boxes, extent).Read();
+    result = reader.Read();
   } catch (const ConfigReadError& e) {
     error = e.what();
-    return ConfigReadResult::Failed;
   }
+  if (read != nullptr) *read = reader.Sections();
+  return result;
 }
 
 void ConfigFile::LoadConfigFile() {
@@ -48,7 +60,12 @@ void ConfigFile::LoadConfigFile() {
   // general record that was read stays in force.
   const bool failed = result == ConfigReadResult::Failed || result == ConfigReadResult::Unopened;
   model_.ConfigLoadFailed = failed || result == ConfigReadResult::RefusedTitle;
-  if (result == ConfigReadResult::Loaded) model_.ConfigChanged = false;
+  if (result == ConfigReadResult::Loaded) {
+    model_.ConfigChanged = false;
+    notReadWholly_.erase(PlaceOf(model_.ConfigFileName));
+  } else if (result != ConfigReadResult::Unopened) {
+    notReadWholly_.insert(PlaceOf(model_.ConfigFileName));
+  }
   lastLoad_ = result;
   if (failed) boxes_.Show(std::string(kError) + error);
 }
@@ -57,7 +74,12 @@ bool ConfigFile::SaveConfigFile() {
   std::string error;
   if (!ReplaceFile(model_.ConfigFileName, WriteConfigText(model_), error)) return false;
   model_.ConfigChanged = false;
+  notReadWholly_.erase(PlaceOf(model_.ConfigFileName));
   return true;
+}
+
+bool ConfigFile::NotReadWholly(const std::string& path) const {
+  return notReadWholly_.contains(PlaceOf(path));
 }
 
 }  // namespace tvx

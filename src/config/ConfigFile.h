@@ -1,6 +1,7 @@
 // The configuration file: one reader and one writer for everything that needs it.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,9 @@ class ConfigFile {
   void LoadConfigFile();
   // How the last load ended.
   ConfigReadResult LastLoad() const { return lastLoad_; }
+  // True for a file whose last load ended before the file did, or was refused: the model lacks some of it.
+  // Saving it makes that false.
+  bool NotReadWholly(const std::string& path) const;
 
   // Replaces the file that ConfigFileName names by the whole model, atomically: on any failure (full disk, no
   // permission) the old file stays as it was. False then; shows nothing and leaves ConfigLoadFailed as it is.
@@ -37,6 +41,7 @@ class ConfigFile {
   MessageBoxes& boxes_;
   bool loading_ = false;
   ConfigReadResult lastLoad_ = ConfigReadResult::Unopened;
+  std::set<std::string> notReadWholly_;
 };
 
 // The whole model as the file's text, and a file's text into the model (the reader without the disk, for the
@@ -44,9 +49,16 @@ class ConfigFile {
 std::string WriteConfigText(const ConfigModel& model);
 // How far a file is read: to its end, or up to its Plates.
 enum class ConfigReadExtent { Whole, UpToPlates };
-// `error` gets the description where the result is Failed (empty for an unexpected keyword).
+// The sections that a file has and that were read to their ends, up to the Plates.
+struct ConfigSections {
+  bool General = false, IOModules = false, Functions = false, Gaugetypes = false, Gauges = false,
+       EngineCluster = false, Plates = false;
+};
+// `error` gets the description where the result is Failed (empty for an unexpected keyword), `read`, where it
+// is not null, the sections that were read.
 ConfigReadResult ReadConfigText(std::string_view text, ConfigModel& model, MessageBoxes& boxes,
-                                std::string& error, ConfigReadExtent extent = ConfigReadExtent::Whole);
+                                std::string& error, ConfigReadExtent extent = ConfigReadExtent::Whole,
+                                ConfigSections* read = nullptr);
 
 // The header line that saving puts into the general record. `simulatorName` and `simulatorVersion` are those
 // of the last simulator that answered (empty when none did); `dateTime` is written as it stands.

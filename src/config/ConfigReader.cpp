@@ -16,6 +16,11 @@ constexpr std::string_view kVersionQuestion =
     "Correct and/or check and (re)save the configuration file.\r\n"
     "Continue?";
 
+constexpr std::string_view kNoPlates =
+    "The file has no Plates.\r\n"
+    "All that stands in front of them was read; the settings of the yokes behind them were not.\r\n"
+    "To repair it, open Configure and save the configuration: the Plates in use are put into the file.";
+
 // Where the header, built by BuildConfigHeader, has title and version; characters counted from 1.
 constexpr std::size_t kTitleAt = 15;
 constexpr std::size_t kTitleCompared = 35;
@@ -32,6 +37,7 @@ std::string_view Characters(std::string_view text, std::size_t first, std::size_
 ConfigReadResult ConfigReader::Read() {
   in_.ExpectKeyword("General");
   in_.Fields(model_.General);
+  sections_.General = true;
   if (!TitleAccepted()) return ConfigReadResult::RefusedTitle;
   if (!VersionAccepted()) return ConfigReadResult::RefusedVersion;
   ReadTables();
@@ -52,7 +58,7 @@ bool ConfigReader::VersionAccepted() {
 }
 
 bool ConfigReader::Ask(std::string_view question) {
-  const int answer = boxes_.Ask(question);
+  const int answer = boxes_.AskToGoOn(question);
   model_.LastAnswer = std::to_string(answer);
   return answer != kAnswerNo;
 }
@@ -62,15 +68,20 @@ void ConfigReader::ReadTables() {
   const std::size_t count = in_.Count("IOMCount");
   model_.IOModuleInputs.assign(count + 1, IOModuleRecord{});
   for (std::size_t i = 0; i < count; ++i) in_.Fields(model_.IOModuleInputs[i]);
+  sections_.IOModules = true;
 
   in_.ExpectKeyword("Functions");
   for (auto& record : model_.Functions) in_.Fields(record);
+  sections_.Functions = true;
   in_.ExpectKeyword("Gaugetypes");
   for (auto& record : model_.Gaugetypes) in_.Fields(record);
+  sections_.Gaugetypes = true;
   in_.ExpectKeyword("Gauges");
   for (auto& record : model_.Gauges) in_.Fields(record);
+  sections_.Gauges = true;
   in_.ExpectKeyword("Engine Cluster Settings");
   for (auto& record : model_.EngineCluster) in_.Fields(record);
+  sections_.EngineCluster = true;
 }
 
 void ConfigReader::ReadPlates() {
@@ -87,6 +98,7 @@ void ConfigReader::ReadPlates() {
       for (std::size_t k = 0; k < PlateRecord::kStoredPoints; ++k) in_.Value("Position", plate.Position[k]);
       in_.EndLine();
     }
+    sections_.Plates = true;
   } else if (keyword != "GeneralFFB" && keyword != "end") {
     throw ConfigReadError("");
   }
@@ -94,7 +106,12 @@ void ConfigReader::ReadPlates() {
   // ODDITY: where the section of Plates is absent, the keyword above was that of the next section and is used
   // up, so what follows takes that section's first value for a keyword and the load fails there. Files
   // without Plates have always ended so; their force-feedback settings are never taken over.
-  ReadForceFeedback();
+  try {
+    ReadForceFeedback();
+  } catch (const ConfigReadError&) {
+    if (sections_.Plates) throw;
+    throw ConfigReadError(std::string(kNoPlates));
+  }
 }
 
 void ConfigReader::ReadForceFeedback() {

@@ -19,6 +19,8 @@ class ConfigReader {
   // Reads the file as far as it is to be read, or to the question that was answered No. Throws
   // ConfigReadError.
   ConfigReadResult Read();
+  // What has been read so far.
+  const ConfigSections& Sections() const { return sections_; }
 
  private:
   bool TitleAccepted();
@@ -34,6 +36,7 @@ class ConfigReader {
   ConfigModel& model_;
   MessageBoxes& boxes_;
   ConfigReadExtent extent_;
+  ConfigSections sections_;
 };
 
 }  // namespace tvx

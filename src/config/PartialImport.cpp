@@ -30,13 +30,22 @@ void TakeOver(const ConfigModel& read, const ImportChoice& chosen, ConfigModel& 
 }  // namespace
 
 ConfigReadResult ImportConfigText(std::string_view text, const ImportChoice& chosen, ConfigModel& model,
-                                  MessageBoxes& boxes, std::string& error) {
+                                  MessageBoxes& boxes, std::string& error, ImportReport& report) {
   // What the file does not reach stays as the model has it.
   const auto read = std::make_unique<ConfigModel>(model);
-  const ConfigReadResult result = ReadConfigText(text, *read, boxes, error, ConfigReadExtent::UpToPlates);
+  ConfigSections sections;
+  const ConfigReadResult result =
+      ReadConfigText(text, *read, boxes, error, ConfigReadExtent::UpToPlates, &sections);
   model.LastAnswer = read->LastAnswer;
   if (result == ConfigReadResult::Loaded || result == ConfigReadResult::Failed) {
     TakeOver(*read, chosen, model);
+    const ImportChoice whole{sections.General,   sections.IOModules,    sections.Functions,
+                             sections.Functions, sections.Gaugetypes,   sections.Gauges,
+                             sections.Plates,    sections.EngineCluster};
+    for (std::size_t i = 0; i < kImportChapters; ++i) {
+      report.taken[i] = chosen[i] && whole[i];
+      report.missing[i] = chosen[i] && !whole[i];
+    }
   }
   return result;
 }

@@ -8,11 +8,17 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <filesystem>
 #include <system_error>
 #include <vector>
 
 namespace tvx {
 namespace {
+
+constexpr std::string_view kTemporary = ".saving-";
+constexpr std::string_view kTemporaryEnd = "XXXXXX";
+constexpr std::time_t kStaleSeconds = 60;
 
 // Closes a file descriptor at the end of its life.
 class Descriptor {
@@ -137,7 +143,7 @@ bool ReplaceFile(const std::string& path, std::string_view content, std::string&
     return false;
   }
   const std::string folder = FolderOf(*target);
-  std::string temporary = folder + "/.saving-XXXXXX";
+  std::string temporary = folder + '/' + std::string(kTemporary) + std::string(kTemporaryEnd);
   const int fd = mkostemp(temporary.data(), O_CLOEXEC);
   if (fd < 0) {
     error = Reason(path, errno);
@@ -152,6 +158,53 @@ bool ReplaceFile(const std::string& path, std::string_view content, std::string&
   const Descriptor folderHandle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folderHandle.Get() >= 0) fsync(folderHandle.Get());
   return true;
+}
+
+bool CreateNewFile(const std::string& path, std::string_view content, std::string& error) {
+  Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+  if (file.Get() < 0) {
+    error = Reason(path, errno);
+    return false;
+  }
+  if (WriteAll(file.Get(), content) && fsync(file.Get()) == 0 && file.Close()) return true;
+  error = Reason(path, errno);
+  unlink(path.c_str());
+  return false;
+}
+
+bool MoveToNewName(const std::string& path, const std::string& newName, std::string& error) {
+  struct stat status {};
+  if (lstat(path.c_str(), &status) != 0) {
+    error = Reason(path, errno);
+    return false;
+  }
+  if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) {
+    error = '"' + path + "\" is not a file";
+    return false;
+  }
+  int failed = renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, newName.c_str(), RENAME_NOREPLACE);
+  if (failed != 0 && (errno == EINVAL || errno == ENOSYS)) {  // the file system does not know how
+    errno = EEXIST;
+    if (lstat(newName.c_str(), &status) != 0) failed = rename(path.c_str(), newName.c_str());
+  }
+  if (failed != 0) error = Reason(newName, errno);
+  return failed == 0;
+}
+
+void RemoveStaleTemporaries(const std::string& folder) {
+  namespace fs = std::filesystem;
+  const std::time_t now = std::time(nullptr);
+  std::error_code code;
+  for (fs::directory_iterator entry(folder.empty() ? "." : folder, code), end; !code && entry != end;
+       entry.increment(code)) {
+    const std::string name = entry->path().filename().string();
+    struct stat status {};
+    if (name.size() == kTemporary.size() + kTemporaryEnd.size() && name.starts_with(kTemporary) &&
+        lstat(entry->path().c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+        status.st_mtime + kStaleSeconds < now) {
+      unlink(entry->path().c_str());
+    }
+  }
 }
 
 }  // namespace tvx

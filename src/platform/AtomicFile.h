@@ -1,4 +1,4 @@
-// Whole files, read and replaced in one piece.
+// Whole files, read, replaced and put aside in one piece.
 #pragma once
 
 #include <cstddef>
@@ -17,5 +17,17 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::string& e
 // or a full disk leaves the old file whole. A symbolic link is followed; the old file's permissions are kept.
 // False on failure, with the reason in `error`; no half-written file is left then.
 bool ReplaceFile(const std::string& path, std::string_view content, std::string& error);
+
+// Writes a new file. False, with the reason in `error`, where there is anything of this name already, a link
+// included; no half-written file is left then.
+bool CreateNewFile(const std::string& path, std::string_view content, std::string& error);
+
+// Gives a regular file another name in the same folder. A link is moved itself, and what it leads to is left
+// alone. False, with the reason in `error`, for anything else, and where there is something of the new name.
+bool MoveToNewName(const std::string& path, const std::string& newName, std::string& error);
+
+// Takes away what ReplaceFile left in a folder when the program or the computer stopped in the middle of it:
+// only what is older than a minute, as another program may just be saving there.
+void RemoveStaleTemporaries(const std::string& folder);
 
 }  // namespace tvx

@@ -20,7 +20,10 @@ class MessageBoxes {
   // unattended run is never held up by one. A text that is being shown already is not shown twice.
   virtual void Show(std::string_view text) = 0;
   // A Yes/No question. Returns kAnswerYes or kAnswerNo (closing the box is No); events are handled meanwhile.
+  // No is what Enter answers: Yes may destroy something.
   virtual int Ask(std::string_view text) = 0;
+  // The same for a question whose Yes destroys nothing: Enter answers Yes.
+  virtual int AskToGoOn(std::string_view text) { return Ask(text); }
   // Asks for a line of text: the question, and the text that the box begins with. std::nullopt when the user
   // cancels, and where nobody can be asked. Events are handled meanwhile.
   virtual std::optional<std::string> AskText(std::string_view, std::string_view) { return std::nullopt; }

@@ -1,7 +1,6 @@
 #include "ui/FieldGrid.h"
 
 #include <QScreen>
-#include <QStyle>
 #include <algorithm>
 #include <utility>
 
@@ -40,13 +39,6 @@ QLineEdit* AddEdit(QGridLayout* grid, int row, int column, const char* name, con
   grid->addWidget(MakeCaption(edit, caption), row, column);
   grid->addWidget(edit, row, column + 1);
   return edit;
-}
-
-void MarkWrong(QLineEdit* edit, bool wrong) {
-  if (edit->property("wrong").toBool() == wrong) return;
-  edit->setProperty("wrong", wrong);
-  edit->style()->unpolish(edit);
-  edit->style()->polish(edit);
 }
 
 std::function<void()> CheckAsTyped(QLineEdit* edit, std::function<std::string(const std::string&)> problem,

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 
+#include "ui/NumberBox.h"
 #include "ui/Widgets.h"
 
 namespace tvx {
@@ -23,8 +24,6 @@ QLabel* MakeCaption(QWidget* control, const QString& text);
 QLineEdit* AddEdit(QGridLayout* grid, int row, int column, const char* name, const QString& caption,
                    const QString& toolTip);
 
-// Frames an edit as wrong, or no more.
-void MarkWrong(QLineEdit* edit, bool wrong);
 // Frames an edit as wrong for as long as it holds something that `problem` objects to, and tells `said` what
 // that is, with the edit's caption before it; empty once it is right. What it returns checks again, for when
 // `problem` thinks otherwise.

@@ -24,7 +24,15 @@ SearchCombo::SearchCombo(const char* name, const QString& toolTip) {
   completer()->setCaseSensitivity(Qt::CaseInsensitive);
   look::SetRole(completer()->popup(), "popup");
   connect(this, &QComboBox::activated, this, &SearchCombo::Pick);
-  connect(lineEdit(), &QLineEdit::returnPressed, this, &SearchCombo::TakeTyped);
+  // Enter takes the first that fits; leaving the box only what can mean one thing.
+  connect(lineEdit(), &QLineEdit::returnPressed, this, [this] {
+    const QString typed = currentText().trimmed();
+    const auto found = model()->match(model()->index(0, 0), Qt::DisplayRole, typed, 1, Qt::MatchContains);
+    bool number = false;
+    typed.toInt(&number);
+    if (!number && !typed.isEmpty() && !found.isEmpty()) Pick(found.front().row());
+    TakeTyped();
+  });
 }
 
 void SearchCombo::Pick(int index) {

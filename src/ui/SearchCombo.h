@@ -1,5 +1,5 @@
-// A list of numbered things from which one picks by typing the number or a part of the name. Leaving it, or
-// Enter, takes what is typed where it means one thing only.
+// A list of numbered things from which one picks by typing the number or a part of the name. Enter takes the
+// first that has the part; leaving the box takes what is typed where it means one thing only.
 #pragma once
 
 #include <QComboBox>

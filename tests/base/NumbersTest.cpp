@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "base/NumberFormat.h"
+#include "base/NumberText.h"
 #include "base/Rounding.h"
 
 namespace tvx {
@@ -24,6 +25,27 @@ TEST(Rounding, RefusesWhatDoesNotFit) {
   EXPECT_FALSE(RoundTo<std::int32_t>(std::numeric_limits<double>::infinity()));
   EXPECT_EQ(RoundTo<std::int32_t>(-2147483648.0), std::numeric_limits<std::int32_t>::min());
   EXPECT_THROW(RoundToOrThrow<std::uint8_t>(256), RangeError);
+}
+
+TEST(TypedNumber, TakesCommaAndPointAndNoGroups) {
+  constexpr std::nullopt_t none = std::nullopt;
+  const std::pair<const char*, std::optional<double>> cases[] = {
+      {"29,92", 29.92},  {"29.92", 29.92},  {" -,5\t", -0.5}, {"2,992", 2.992}, {"1e3", 1000.0}, {"+7", 7.0},
+      {"1.000,5", none}, {"1,000.5", none}, {"1 000", none},  {"1'000", none},  {"7,5 %", none}, {"", none},
+      {" ", none},       {",", none},       {"0x10", none},   {"nan", none},    {"1e999", none}};
+  for (const auto& [text, value] : cases) EXPECT_EQ(TypedReal<double>(text), value) << text;
+}
+
+TEST(TypedNumber, WholeOnesHaveNoFraction) {
+  const std::pair<const char*, std::optional<int>> cases[] = {{"1079", 1079},
+                                                              {"0", 0},
+                                                              {"-0", 0},
+                                                              {"12,0", 12},
+                                                              {"7,5", std::nullopt},
+                                                              {"-1", std::nullopt},
+                                                              {"1080", std::nullopt},
+                                                              {"99999999999", std::nullopt}};
+  for (const auto& [text, value] : cases) EXPECT_EQ(TypedWhole(text, 0, 1079), value) << text;
 }
 
 TEST(NumberFormat, FollowsThePattern) {

@@ -119,8 +119,12 @@ TEST_F(BadConfig, WithoutPlatesLoadsUpToTheEngineClusterOnly) {
   const std::string& text = PlainText();
   const std::size_t plates = text.find("\"Plates\"");
   const std::size_t forces = text.find("\"GeneralFFB\"");
-  ExpectFailure(text.substr(0, plates) + text.substr(forces), "", 6);
-  ExpectFailure(text.substr(0, plates) + "\"end\"\r\n", "line 708: the file ends too early", 6);
+  const std::string words =
+      "The file has no Plates.\r\n"
+      "All that stands in front of them was read; the settings of the yokes behind them were not.\r\n"
+      "To repair it, open Configure and save the configuration: the Plates in use are put into the file.";
+  ExpectFailure(text.substr(0, plates) + text.substr(forces), words, 6);
+  ExpectFailure(text.substr(0, plates) + "\"end\"\r\n", words, 6);
 }
 
 TEST_F(BadConfig, PlatesWithoutForceFeedbackAreAWholeFile) {

@@ -274,7 +274,7 @@ void NewInstallation::SetUpTheTachometer() {
   MakePlate("Engine speed 0-3500 RPM", {{"0", 150}, {"1500", 462}, {"2500", 699}, {"3500", 930}}, kTachometer,
             "second-plate");
   form.Press("CmdClose");
-  EXPECT_EQ(program_->Model().Gauges[kTachometer].GaugeSetting3, 1) << "the second Plate";
+  EXPECT_EQ(program_->Model().Gauges[kTachometer].GaugeSetting3, program_->Model().PlateCount() - 1);
 }
 
 void NewInstallation::SetUpTheCluster() {
@@ -283,7 +283,7 @@ void NewInstallation::SetUpTheCluster() {
   status.Press("cmdConfigEC");
   const OnForm form("frmConfigEC");
   form.Pick("ComboFunction0", kOwnFunction);
-  form.Pick("ComboPlate0", 1);
+  form.Pick("ComboPlate0", program_->Model().PlateCount() - 1);
   EXPECT_TRUE(form.The<QAbstractButton>("CheckEnabled0").isChecked()) << "the first Function switches it on";
   form.Press("cmdTryHigh0");
   EXPECT_TRUE(Eventually([this] { return cockpit_->Cluster().Needle(0) == 930; })) << "the end of the scale";

@@ -160,7 +160,7 @@ TEST_F(ConfigureFormTest, TheSaveFormLoadsWithOtherPortsAndImports) {
   ClickIn(save, "cmdImportPartial");
   EXPECT_EQ(General().TransferInterval, 250);
   ClickIn(save, "cmdSave");
-  EXPECT_TRUE(QFile::exists("Other.cfg.bak"));
+  EXPECT_EQ(QDir().entryList({"Other.cfg.*.bak"}).size(), 1);
   Press(save, Qt::Key_Escape);
   Settle();
   EXPECT_EQ(Other("SaveConfig"), nullptr);
@@ -274,6 +274,14 @@ TEST_F(ConfigureFormTest, APlateThatIsTypedIsCheckedAndAskedAbout) {
   EXPECT_EQ(LabelText(form, "LabelCheck"), "At valuebox 1: Needle position is empty; Please correct.");
   type("boxNeedle1", "129");
   EXPECT_EQ(LabelText(form, "LabelCheck"), "");
+  type("boxValue3", "99,5");
+  type("boxNeedle3", "1079");
+  EXPECT_EQ(LabelText(form, "LabelCheck"), "");
+  EXPECT_EQ(Control<QLineEdit>(form, "boxValue2")->placeholderText(), "74.75") << "seen before it is stored";
+  type("boxNeedle3", "1080");
+  EXPECT_TRUE(Control<QLineEdit>(form, "boxNeedle3")->property("wrong").toBool());
+  EXPECT_EQ(LabelText(form, "LabelCheck"),
+            "At valuebox 3: Needle position must be 0 to 1079; Please correct.");
   boxes_.answers = {kAnswerNo, kAnswerYes};
   form->close();
   ASSERT_NE(Other("frmCalibrate"), nullptr);

@@ -158,6 +158,28 @@ TEST_F(EndTest, AsksNobody) {
   }
 }
 
+// The work of whoever is told to end is offered again, and the file itself stays as it was.
+TEST_F(EndTest, UnsavedWorkIsOfferedAtTheNextStart) {
+  EndsFrom(kUnsaved);
+  EXPECT_TRUE(QFile::exists("Default.cfg.unsaved"));
+  Begin();
+  EXPECT_TRUE(program_->Timers().WaitForAutostart.Enabled()) << "an automatic start goes on";
+  EXPECT_EQ(program_->Model().General.TransferInterval, SmallModel().General.TransferInterval);
+  auto* panel = Control<QWidget>(Start(), "PanelUnsaved");
+  EXPECT_TRUE(panel->isVisible());
+  Control<QPushButton>(panel, "cmdTakeUnsaved")->click();
+  ASSERT_NE(Configuration(), nullptr);
+  EXPECT_EQ(program_->Model().General.TransferInterval, 250);
+  Control<QPushButton>(Configuration(), "cmdSaveConfig")->click();
+  Control<QPushButton>(Shown("SaveConfig"), "cmdSave")->click();
+  Shown("SaveConfig")->close();
+  Configuration()->close();
+  Settle();
+  EXPECT_TRUE(boxes_.asked.empty());
+  EXPECT_FALSE(QFile::exists("Default.cfg.unsaved"));
+  EXPECT_FALSE(panel->isVisible());
+}
+
 TEST_F(EndTest, ComesWhileTheFirstFileIsAskedAbout) {
   ConfigModel foreign = SmallModel();
   foreign.General.ConfigHeader = "made by something else";

@@ -66,6 +66,46 @@ TEST_F(AtomicFile, LeavesAWriteProtectedFileAlone) {
   EXPECT_EQ(FileContent("file"), "old");
 }
 
+// Whatever stands under the new name stays, and what a link leads to is never touched.
+TEST_F(AtomicFile, NewNamesReplaceNothing) {
+  Put("file", "content");
+  fs::create_directory("folder");
+  fs::create_symlink("victim", "link");
+  fs::create_symlink("folder", "folder link");
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  Put("victim", "keep");
+  for (const char* taken : {"folder", "link", "folder link", "pipe", "victim"}) {
+    EXPECT_FALSE(CreateNewFile(taken, "new", error_)) << taken;
+    EXPECT_FALSE(MoveToNewName("file", taken, error_)) << taken;
+    EXPECT_NE(error_, "");
+  }
+  EXPECT_FALSE(MoveToNewName("folder", "elsewhere", error_));
+  EXPECT_FALSE(MoveToNewName("pipe", "elsewhere", error_));
+  EXPECT_FALSE(MoveToNewName("missing", "elsewhere", error_));
+  EXPECT_EQ(FileContent("victim"), "keep");
+  EXPECT_EQ(Entries(), 6);
+  EXPECT_TRUE(MoveToNewName("link", "moved", error_)) << error_;
+  EXPECT_TRUE(fs::is_symlink("moved"));
+  EXPECT_TRUE(MoveToNewName("file", "other", error_)) << error_;
+  EXPECT_TRUE(CreateNewFile("file", "new", error_)) << error_;
+  EXPECT_EQ(FileContent("file") + FileContent("other") + FileContent("victim"), "newcontentkeep");
+}
+
+TEST_F(AtomicFile, TemporariesOfACrashAreRemoved) {
+  const auto old = fs::file_time_type::clock::now() - std::chrono::minutes(2);
+  Put("victim", "keep");
+  for (const char* name :
+       {".saving-aB3xYz", ".saving-new123", ".saving-toolong", "saving-aB3xYz", ".saving-"}) {
+    Put(name, "half");
+    if (name != std::string_view(".saving-new123")) fs::last_write_time(name, old);
+  }
+  fs::create_directory(".saving-folder");
+  fs::create_symlink("victim", ".saving-linked");
+  RemoveStaleTemporaries("");
+  EXPECT_FALSE(fs::exists(".saving-aB3xYz"));
+  EXPECT_EQ(Entries(), 7) << "one of another program that is just saving, and all that is none of ours";
+}
+
 TEST_F(AtomicFile, ReadsWholeFilesUpToTheLimit) {
   const std::string content(100000, '\0');
   ASSERT_TRUE(ReplaceFile("file", content, error_)) << error_;

@@ -1,10 +1,12 @@
 #include "config/plates/PlateEdit.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/NumberFormat.h"
 #include "base/Rounding.h"
 #include "config/ValueText.h"
+#include "config/plates/PlateLookup.h"
 
 namespace tvx {
 namespace {
@@ -15,15 +17,15 @@ constexpr std::size_t kFirstEntry = 4;
 constexpr std::string_view kMinimumMissing = "Minimum value missing; Please correct";
 constexpr std::string_view kEqual = "Minimum and maximum values are equal; Please correct.";
 
-std::int16_t PositionOf(const std::string& text) {
-  return RoundTo<std::int16_t>(BoxNumber(text).value_or(0.0)).value_or(0);
-}
-
 template <typename T>
 std::string TextOf(T value) {
   std::string text;
   AppendValue(text, value);
   return text;
+}
+
+bool IsEmpty(std::string_view text) {
+  return text.find_first_not_of(" \t") == std::string_view::npos;
 }
 
 std::string AtBox(std::size_t box, std::string_view fault) {
@@ -43,9 +45,13 @@ void BridgeGap(PlateRecord& plate, std::size_t from, std::size_t to) {
 }  // namespace
 
 std::optional<double> BoxNumber(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-  return ParseReal<double>(text);
+  return TypedReal<double>(text);
+}
+
+std::optional<std::int16_t> NeedleInBox(std::string_view text) {
+  const auto number = TypedReal<double>(text);
+  const auto position = number ? RoundTo<std::int16_t>(*number) : std::nullopt;
+  return position && *position >= 0 && *position < kNeedlePositions ? position : std::nullopt;
 }
 
 std::size_t LastUsedBox(const PlateBoxes& boxes) {
@@ -57,18 +63,18 @@ std::size_t LastUsedBox(const PlateBoxes& boxes) {
 }
 
 PlateBoxes BoxesOfPlate(const PlateRecord& plate) {
+  const auto same = [&plate](std::size_t entry, double value, int position) {
+    return plate.Value[entry] == value && plate.Position[entry] == position;
+  };
+  std::size_t end = PlateRecord::kStoredPoints;
+  while (end > kFirstEntry && same(end - 1, 0, 0)) --end;
+  // The highest point may be a 0 at position 0 itself.
+  const bool endsAtZero = same(kHighestEntry, 0, 0) && !same(kLowestEntry, 0, 0);
+  if (endsAtZero && end < PlateRecord::kStoredPoints) ++end;
   PlateBoxes boxes;
-  const double highest = plate.Value[kHighestEntry];
-  if (!(plate.Value[kLowestEntry] < highest)) return boxes;
-  double previous = 0;
-  for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
-    const double value = plate.Value[box + kFirstEntry];
-    // The values of used entries rise; an entry whose value does not is unused.
-    if (box > 0 && !(value > previous)) continue;
-    boxes.value[box] = TextOf(value);
-    boxes.needle[box] = TextOf(plate.Position[box + kFirstEntry]);
-    previous = value;
-    if (box > 0 && value >= highest) break;
+  for (std::size_t entry = kFirstEntry; entry < end; ++entry) {
+    boxes.value[entry - kFirstEntry] = TextOf(plate.Value[entry]);
+    boxes.needle[entry - kFirstEntry] = TextOf(plate.Position[entry]);
   }
   return boxes;
 }
@@ -82,7 +88,7 @@ PlateRecord PlateOfBoxes(const PlateBoxes& boxes, const std::string& name) {
     if (!value) continue;
     const std::size_t entry = box + kFirstEntry;
     plate.Value[entry] = *value;
-    plate.Position[entry] = PositionOf(boxes.needle[box]);
+    plate.Position[entry] = NeedleInBox(boxes.needle[box]).value_or(0);
     if (previous) BridgeGap(plate, *previous, entry);
     previous = entry;
   }
@@ -94,18 +100,45 @@ PlateRecord PlateOfBoxes(const PlateBoxes& boxes, const std::string& name) {
   return plate;
 }
 
+PlateBoxes FilledIn(const PlateBoxes& boxes) {
+  const PlateRecord plate = PlateOfBoxes(boxes, {});
+  PlateBoxes filled;
+  const std::size_t last = LastUsedBox(boxes);
+  if (last == 0 && !BoxNumber(boxes.value[0])) return filled;
+  for (std::size_t box = 0; box <= last; ++box) {
+    if (!IsEmpty(boxes.value[box]) && !BoxNumber(boxes.value[box])) continue;
+    const bool between = IsEmpty(boxes.value[box]);
+    if (between) filled.value[box] = TextOf(plate.Value[box + kFirstEntry]);
+    if (between || IsEmpty(boxes.needle[box])) filled.needle[box] = TextOf(plate.Position[box + kFirstEntry]);
+  }
+  return filled;
+}
+
+std::string UnusableBox(const PlateBoxes& boxes) {
+  for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
+    if (!IsEmpty(boxes.value[box]) && !BoxNumber(boxes.value[box])) {
+      return AtBox(box, "value is no number; Please correct.");
+    }
+    if (!IsEmpty(boxes.needle[box]) && !NeedleInBox(boxes.needle[box])) {
+      return AtBox(box, "Needle position must be 0 to 1079; Please correct.");
+    }
+  }
+  return {};
+}
+
 PlateVerdict CheckPlateBoxes(const PlateBoxes& boxes) {
   const auto minimum = BoxNumber(boxes.value[0]);
-  if (!minimum) return {false, std::string(kMinimumMissing)};
+  if (!minimum && IsEmpty(boxes.value[0])) return {false, std::string(kMinimumMissing)};
+  if (std::string words = UnusableBox(boxes); !words.empty()) return {false, std::move(words)};
   double previous = *minimum;
   for (std::size_t box = 1; box < PlateBoxes::kBoxes; ++box) {
-    if (boxes.value[box].empty()) continue;
     const auto value = BoxNumber(boxes.value[box]);
-    if (!value || *value <= previous) {
+    if (!value) continue;
+    if (*value <= previous) {
       return {false, AtBox(box, "value lower than or equal to previous; Please correct.")};
     }
     previous = *value;
-    if (boxes.needle[box].empty()) return {false, AtBox(box, "Needle position is empty; Please correct.")};
+    if (IsEmpty(boxes.needle[box])) return {false, AtBox(box, "Needle position is empty; Please correct.")};
   }
   if (previous == *minimum) return {false, std::string(kEqual)};
   return {true, "Plate verified and no errors found"};

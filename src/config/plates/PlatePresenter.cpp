@@ -45,6 +45,12 @@ void PlatePresenter::CmdUpdatePlate() {
   if (model_.PlateOf(plate_) != nullptr) mode_ = Mode::Updating;
 }
 
+bool PlatePresenter::Storable() {
+  const std::string words = UnusableBox(Boxes);
+  if (!words.empty()) boxes_.Show(words);
+  return words.empty();
+}
+
 bool PlatePresenter::CmdSaveNewPlate() {
   if (Name.find_first_not_of(' ') == std::string::npos) {
     boxes_.Show("Platename missing");
@@ -54,13 +60,14 @@ bool PlatePresenter::CmdSaveNewPlate() {
     boxes_.Show("Plate name missing or incorrect");
     return false;
   }
+  if (!Storable()) return false;
   model_.Plates.push_back(PlateOfBoxes(Boxes, Name));
   Stored(model_.PlateCount() - 1);
   return true;
 }
 
 bool PlatePresenter::cmdSavePlate() {
-  if (model_.PlateOf(plate_) == nullptr) return false;
+  if (model_.PlateOf(plate_) == nullptr || !Storable()) return false;
   if (boxes_.Ask("This will update the current plate settings. Continue?") == kAnswerNo) return false;
   PlateRecord& plate = model_.Plates[static_cast<std::size_t>(plate_)];
   plate = PlateOfBoxes(Boxes, plate.Name);
@@ -100,7 +107,12 @@ bool PlatePresenter::Assign() {
     boxes_.Show("Plate selection in Engine Cluster can only be changed in the Engine Cluster Config page.");
     return false;
   }
-  if (!target_.IsGauge() || model_.PlateOf(plate_) == nullptr || plate_ > kHighestAssignable) return false;
+  if (!target_.IsGauge() || model_.PlateOf(plate_) == nullptr) return false;
+  if (plate_ > kHighestAssignable) {
+    boxes_.Show("A gauge can only have one of the Plates 0 to 255. This is Plate " + std::to_string(plate_) +
+                ".");
+    return false;
+  }
   GaugeRecord& gauge = model_.Gauges[static_cast<std::size_t>(target_.gaugeID)];
   (target_.needle == 2 ? gauge.GaugeSetting4 : gauge.GaugeSetting3) = static_cast<Byte>(plate_);
   model_.ConfigChanged = true;

@@ -44,6 +44,7 @@ class PlatePresenter {
   void Select(int plate);
   void CmdCreateNewPlate();  // and CmdCalibrateNewPlate: empty boxes for a new Plate
   void CmdUpdatePlate();     // the shown Plate may be edited
+  // False, and said why, where a name is missing, or a box holds what cannot be stored (UnusableBox).
   bool CmdSaveNewPlate();
   bool cmdSavePlate();  // asks first
   bool cmdSetNewName();
@@ -53,7 +54,8 @@ class PlatePresenter {
   // The needle that the calibration is for.
   void SetTarget(const CalibrationTarget& target) { target_ = target; }
   const CalibrationTarget& Target() const { return target_; }
-  // Gives the shown Plate to the target's needle. Refused for the engine cluster.
+  // Gives the shown Plate to the target's needle. Refused, in words, for the engine cluster, and for a number
+  // above 255, which the gauge's record cannot hold.
   bool Assign();
   // Another Function behind the target's needle, 0..300; asks first.
   bool ChangeFunction(int function);
@@ -63,6 +65,7 @@ class PlatePresenter {
   std::string FunctionLabel() const;
 
  private:
+  bool Storable();  // says what is not
   void Stored(int plate);
 
   ConfigModel& model_;

@@ -7,9 +7,10 @@
 #include <system_error>
 #include <utility>
 
+#include "base/NumberText.h"
 #include "base/Rounding.h"
 #include "config/StartFile.h"
-#include "config/ValueText.h"
+#include "config/setup/KeptFiles.h"
 #include "platform/AtomicFile.h"
 
 namespace tvx {
@@ -23,26 +24,62 @@ constexpr std::string_view kDelayPrompt =
     "Give autostart time delay (standard =10 seconds).\r\n"
     "Delay is the time (in seconds) the program waits with start-up after simulator is detected as running.";
 
-std::string BackupOf(const std::string& name) {
-  return name + ".bak";
+// What stands under a name; links are followed.
+enum class Found { Nothing, File, NoFile };
+Found Look(const std::string& name) {
+  std::error_code code;
+  const auto status = fs::status(name, code);
+  if (fs::is_regular_file(status)) return Found::File;
+  return status.type() == fs::file_type::not_found ? Found::Nothing : Found::NoFile;
 }
 
-// Keeps a copy of the file, where there is one.
-bool KeepOld(const std::string& name) {
-  std::error_code code;
-  if (!fs::exists(name, code) && !code) return true;
-  std::string error;
-  const auto old = ReadWholeFile(name, error);
-  return old && ReplaceFile(BackupOf(name), *old, error);
-}
+// What is kept of a file for as long as its replacing may still fail.
+class Copy {
+ public:
+  // False: there is a file, and it could not be kept.
+  bool Keep(const std::string& name, KeptAs as) {
+    if (Look(name) == Found::Nothing) return true;
+    std::string error;
+    const auto old = ReadWholeFile(name, error);
+    const std::string copy = NextKeptName(name, as);
+    if (!old || !CreateNewFile(copy, *old, error)) return false;
+    made_ = copy;
+    return true;
+  }
+  void Withdraw() {
+    std::error_code code;
+    if (!made_.empty()) fs::remove(made_, code);
+  }
+
+ private:
+  std::string made_;
+};
 
 // What the user types for a time: a number of seconds.
-std::optional<std::int16_t> SecondsOf(std::string text) {
-  text.erase(0, text.find_first_not_of(" \t"));
-  text.erase(text.find_last_not_of(" \t") + 1);
-  const auto number = ParseReal<double>(text);
+std::optional<std::int16_t> SecondsOf(std::string_view text) {
+  const auto number = TypedReal<double>(text);
   const auto seconds = number ? RoundTo<std::int16_t>(*number) : std::nullopt;
   return seconds && *seconds >= 0 ? seconds : std::nullopt;
+}
+
+std::string Listed(const ImportChoice& chapters) {
+  std::string names;
+  for (std::size_t i = 0; i < kImportChapters; ++i) {
+    if (chapters[i]) names.append(names.empty() ? "" : "; ").append(kImportChapterNames[i]);
+  }
+  return names;
+}
+
+// What an import took, on lines of their own.
+std::string ImportWords(const ImportReport& report, bool readToItsEnd) {
+  const std::string taken = Listed(report.taken), missing = Listed(report.missing);
+  if (taken.empty() && missing.empty()) return "\r\nTaken: none, as none was ticked.";
+  std::string words = "\r\nTaken: " + (taken.empty() ? "none" : taken) + '.';
+  if (missing.empty()) return words;
+  return words +
+         (readToItsEnd ? "\r\nNot in the file, left as it was: "
+                       : "\r\nNot taken, or only up to the error: ") +
+         missing + '.';
 }
 
 // A file's own questions are no matter for a check of what was written.
@@ -99,6 +136,28 @@ bool SavePresenter::NameAccepted(const std::string& name) {
   return false;
 }
 
+KeptAs SavePresenter::KindOfCopy(const std::string& name) const {
+  return file_.NotReadWholly(name) ? KeptAs::Unread : KeptAs::Backup;
+}
+
+std::string SavePresenter::SaveWords(const std::string& name) const {
+  if (!IsConfigFileName(name)) return {};
+  switch (Look(name)) {
+    case Found::Nothing:
+      return "Save makes a new file, " + name + ".";
+    case Found::NoFile:
+      return name + " is no file. Choose another name.";
+    default:
+      break;
+  }
+  const std::string copy = fs::path(NextKeptName(name, KindOfCopy(name))).filename().string();
+  if (!file_.NotReadWholly(name)) {
+    return "Save replaces " + name + ", whose old content is kept as " + copy + ".";
+  }
+  return name + " was not read wholly. Save replaces it by what was read; all of it is kept as " + copy +
+         ", which no later Save touches.";
+}
+
 bool SavePresenter::Save(const std::string& name) {
   if (!NameAccepted(name)) return false;
   const std::string oldHeader = model_.General.ConfigHeader;
@@ -122,9 +181,15 @@ bool SavePresenter::WriteKeepingOld() {
     boxes_.Show("Configuration corrupt; Cannot save");
     return false;
   }
-  if (KeepOld(model_.ConfigFileName) && file_.SaveConfigFile()) return true;
-  boxes_.Show("file cannot be overwritten");
-  return false;
+  const std::string& name = model_.ConfigFileName;
+  Copy copy;
+  if (!copy.Keep(name, KindOfCopy(name)) || !file_.SaveConfigFile()) {
+    copy.Withdraw();
+    boxes_.Show("file cannot be overwritten");
+    return false;
+  }
+  KeepTenBackups(name);
+  return true;
 }
 
 bool SavePresenter::Load(const std::string& name) {
@@ -147,15 +212,20 @@ bool SavePresenter::Load(const std::string& name) {
 bool SavePresenter::Delete(const std::string& name) {
   if (!NameAccepted(name)) return false;
   if (boxes_.Ask("This will delete the file: " + name + " ; Are you sure? ") == kAnswerNo) return false;
-  std::error_code code;
-  fs::rename(name, BackupOf(name), code);
-  if (code) boxes_.Show("File cannot be deleted: " + name);
-  return !code;
+  std::string error;
+  const bool moved = MoveToNewName(name, NextKeptName(name, KindOfCopy(name)), error);
+  if (moved) KeepTenBackups(name);
+  if (!moved) boxes_.Show("File cannot be deleted: " + name);
+  return moved;
 }
 
 bool SavePresenter::SetAsStartup(const std::string& name) {
   if (name.empty()) {
     boxes_.Show("File Name missing.");
+    return false;
+  }
+  if (Look(name) == Found::NoFile) {
+    boxes_.Show("Error in file/time input");
     return false;
   }
   const auto answer = boxes_.AskText(kDelayPrompt, std::to_string(model_.StartDelay));
@@ -180,17 +250,22 @@ bool SavePresenter::ImportPartial(const std::string& name, const ImportChoice& c
     return false;
   }
   std::string error;
+  ImportReport report;
   const auto text = ReadWholeFile(name, error);
   const auto result =
-      text ? ImportConfigText(*text, chosen, model_, boxes_, error) : ConfigReadResult::Failed;
-  const bool any = std::find(chosen.begin(), chosen.end(), true) != chosen.end();
+      text ? ImportConfigText(*text, chosen, model_, boxes_, error, report) : ConfigReadResult::Failed;
   // A read error may come after sections that were taken over.
-  if (text && any && (result == ConfigReadResult::Loaded || result == ConfigReadResult::Failed)) {
-    model_.ConfigChanged = true;
+  const bool any = std::find(chosen.begin(), chosen.end(), true) != chosen.end();
+  const bool reached = text && (result == ConfigReadResult::Loaded || result == ConfigReadResult::Failed);
+  if (any && reached) model_.ConfigChanged = true;
+  if (result == ConfigReadResult::Failed) {
+    if (!error.empty()) error = "\r\n" + error;
+    boxes_.Show("Error in Configuration file" + error +
+                (reached ? ImportWords(report, false) : std::string()));
   }
-  if (result == ConfigReadResult::Failed) boxes_.Show("Error in Configuration file");
   if (result != ConfigReadResult::Loaded) return false;
-  boxes_.Show("Configuration chapters imported into file: " + model_.ConfigFileName);
+  boxes_.Show("Configuration chapters imported into file: " + model_.ConfigFileName +
+              ImportWords(report, true));
   return true;
 }
 

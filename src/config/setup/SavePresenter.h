@@ -7,6 +7,7 @@
 
 #include "config/ConfigFile.h"
 #include "config/PartialImport.h"
+#include "config/setup/KeptFiles.h"
 
 namespace tvx {
 
@@ -19,11 +20,15 @@ class SavePresenter {
                 std::function<std::string()> header);
 
   // Saves the model under this name, which becomes the file in use. The file that was there is kept beside it
-  // as "<name>.bak".
+  // (KeptFiles.h). Where the saving fails, all files stay as they were, and no other one is left.
   bool Save(const std::string& name);
+  // What Save would do to the file of this name, in words; empty where it would refuse the name.
+  std::string SaveWords(const std::string& name) const;
+  // True where the file in use was not read to its end.
+  bool NotReadWholly() const { return file_.NotReadWholly(model_.ConfigFileName); }
   // Asks, then loads the file, which becomes the one in use; one that cannot be opened does not.
   bool Load(const std::string& name);
-  // Asks, then renames the file to "<name>.bak".
+  // Asks, then gives the file the name of its next copy (KeptFiles.h). Of a link, the link itself.
   bool Delete(const std::string& name);
   // Asks for the delay and writes the start-up file.
   bool SetAsStartup(const std::string& name);
@@ -31,6 +36,7 @@ class SavePresenter {
   bool ImportPartial(const std::string& name, const ImportChoice& chosen);
 
  private:
+  KeptAs KindOfCopy(const std::string& name) const;
   bool NameAccepted(const std::string& name);
   bool WriteKeepingOld();
 

@@ -48,6 +48,10 @@ StartForm::StartForm(StartPresenter& presenter, std::function<void()> openWebPag
   butOK->setFocus();
 }
 
+void StartForm::AddNotice(QWidget* panel) {
+  static_cast<QVBoxLayout*>(layout())->insertWidget(1, panel);
+}
+
 QWidget* StartForm::MakeHeader(const std::function<void()>& openWebPage) {
   auto* header = new QWidget;
   header->setObjectName("HeaderStart");

@@ -21,6 +21,8 @@ class StartForm : public Form {
  public:
   StartForm(StartPresenter& presenter, std::function<void()> openWebPage);
 
+  // Puts a panel below the header, for what the user should know first.
+  void AddNotice(QWidget* panel);
   // Shows what the logic holds now.
   void ShowView();
   // The form is back in the user's hands: it was shown, or the configuration was closed. Reads the folder

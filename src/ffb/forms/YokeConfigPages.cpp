@@ -4,6 +4,7 @@
 
 #include "ffb/forms/YokeConfigForm.h"
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 namespace {
@@ -47,7 +48,7 @@ constexpr const char* kStartModes[] = {QT_TR_NOOP("Center Mode"), QT_TR_NOOP("FF
                                        QT_TR_NOOP("OFF mode")};
 
 QSpinBox* MakeSpin(const char* name, int low, int high, const QString& suffix) {
-  auto* box = new QSpinBox;
+  auto* box = new NumberSpin;
   box->setObjectName(QString::fromLatin1(name));
   box->setRange(low, high);
   box->setSuffix(suffix);

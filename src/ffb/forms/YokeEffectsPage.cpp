@@ -1,6 +1,7 @@
 // The page of a yoke's form with the aircraft's speeds and the effects, which both yokes share.
 #include "ffb/forms/YokeConfigForm.h"
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 namespace {
@@ -33,7 +34,7 @@ QWidget* YokeConfigForm::MakeEffectsPage() {
   grid->addWidget(hint, 0, 0, 1, 5);
   int line = 1;
   for (const SharedRow& row : kShared) {
-    auto* box = new QSpinBox;
+    auto* box = new NumberSpin;
     box->setObjectName(QString::fromLatin1(row.name));
     box->setRange(0, 2000);
     box->setSuffix(QString::fromLatin1(row.suffix));
@@ -48,11 +49,11 @@ QWidget* YokeConfigForm::MakeEffectsPage() {
   grid->addWidget(MakeLabel("", tr("Roll"), "caption"), line, 1, 1, 2);
   grid->addWidget(MakeLabel("", tr("Pitch"), "caption"), line++, 3, 1, 2);
   for (std::size_t place = 0; place < 2 * kEffects; ++place) {
-    auto* frequency = new QSpinBox;
+    auto* frequency = new NumberSpin;
     frequency->setObjectName(QString("boxFrequency%1").arg(place));
     frequency->setRange(0, 50);
     frequency->setSuffix(" Hz");
-    auto* level = new QSpinBox;
+    auto* level = new NumberSpin;
     level->setObjectName(QString("boxLevel%1").arg(place));
     level->setRange(0, 100);
     level->setSuffix(" %");

@@ -1,7 +1,6 @@
 #include "hwbus/cluster/EngineClusterPresenter.h"
 
-#include <charconv>
-
+#include "base/NumberText.h"
 #include "config/FunctionItems.h"
 #include "config/plates/PlateLookup.h"
 
@@ -98,15 +97,7 @@ void EngineClusterPresenter::SetBacklight(bool on) {
 }
 
 std::optional<int> EngineClusterPresenter::ReadExtraBits(std::string_view text) {
-  while (text.starts_with(' ')) text.remove_prefix(1);
-  while (text.ends_with(' ')) text.remove_suffix(1);
-  int bits = 0;
-  const char* end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data(), end, bits);
-  if (text.empty() || error != std::errc() || stopped != end || bits < 0 || bits > kHighestBits) {
-    return std::nullopt;
-  }
-  return bits;
+  return TypedWhole(text, 0, kHighestBits);
 }
 
 std::string_view EngineClusterPresenter::ExtraBitsRemark(std::string_view text) {

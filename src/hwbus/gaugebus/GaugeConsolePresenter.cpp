@@ -14,9 +14,9 @@ constexpr std::size_t kSearchedSlots = 50;
 constexpr int kHighestCommand = 15;
 constexpr std::array<const char*, 4> kSpinner{"---", " \\", " |", " /"};
 
-// A whole number within the limits; std::nullopt for any other text.
+// A number, rounded, within the limits; std::nullopt for any other text.
 std::optional<int> WholeNumber(const std::string& text, int lowest, int highest) {
-  const auto number = ParseReal<double>(text);
+  const auto number = TypedReal<double>(text);
   const auto whole = number ? RoundTo<int>(*number) : std::nullopt;
   return whole && *whole >= lowest && *whole <= highest ? whole : std::nullopt;
 }
@@ -27,7 +27,7 @@ GaugeConsolePresenter::GaugeConsolePresenter(ConfigModel& model, Serial& serial,
     : model_(model), serial_(serial), boxes_(boxes) {}
 
 std::optional<int> GaugeConsolePresenter::GaugeID() const {
-  return WholeNumber(ManualGaugeID, 0, kGauges - 1);
+  return TypedWhole(ManualGaugeID, 0, kGauges - 1);
 }
 
 void GaugeConsolePresenter::cmdPollGauge() {
@@ -93,7 +93,7 @@ void GaugeConsolePresenter::Step(int by) {
 }
 
 std::string_view GaugeConsolePresenter::CommandProblem(const std::string& text) {
-  const auto typed = ParseReal<double>(text);
+  const auto typed = TypedReal<double>(text);
   if (!typed || *typed < 0 || *typed >= kHighestCommand + 1) return "Commands must be 0 <-> 15";
   // A fraction such as 15.7 is not above 15 yet, but would be sent as 16.
   const auto command = RoundTo<int>(*typed);
@@ -129,6 +129,13 @@ bool GaugeConsolePresenter::cmdAddToConfig() {
     boxes_.Show("GaugeID and/or Gaugetype incorrect");
     return false;
   }
+  // An empty box counts as 0.
+  const auto model = TypedWhole(boxAddModel.empty() ? "0" : boxAddModel, 0, 255);
+  const auto version = TypedWhole(boxAddVersion.empty() ? "0" : boxAddVersion, 0, 255);
+  if (!model || !version) {
+    boxes_.Show("Model and version are whole numbers from 0 to 255.");
+    return false;
+  }
   if (boxes_.Ask("You are forcing a gauge into the configuration.\r\n"
                  "There is NO check whether the Gaugetype matches the actual Gauge. \r\n"
                  "This can result in unpredicted behaviour of gauges when incorrect\r\n"
@@ -143,8 +150,8 @@ bool GaugeConsolePresenter::cmdAddToConfig() {
     gauge.GaugeSetting6 = spare;
   }
   gauge.GaugeType = static_cast<Byte>(ComboGaugeType);
-  gauge.GaugeSetting1 = static_cast<Byte>(WholeNumber(boxAddModel, 0, 255).value_or(0));
-  gauge.GaugeSetting2 = static_cast<Byte>(WholeNumber(boxAddVersion, 0, 255).value_or(0));
+  gauge.GaugeSetting1 = static_cast<Byte>(*model);
+  gauge.GaugeSetting2 = static_cast<Byte>(*version);
   model_.ConfigChanged = true;
   Changed();
   return true;

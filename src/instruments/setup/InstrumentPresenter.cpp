@@ -27,9 +27,8 @@ std::string IdText(int gaugeID) {
 }
 
 std::optional<Byte> GaugeIDOf(const std::string& text) {
-  const auto number = ParseReal<double>(text);
-  const auto wanted = number ? RoundTo<Byte>(*number) : std::nullopt;
-  return wanted && *wanted == *number ? wanted : std::nullopt;
+  const auto wanted = TypedWhole(text, 0, kGauges - 1);
+  return wanted ? std::optional(static_cast<Byte>(*wanted)) : std::nullopt;
 }
 
 }  // namespace
@@ -75,6 +74,10 @@ bool InstrumentPresenter::SetSequence(int needle, int sequenceNr) {
 }
 
 bool InstrumentPresenter::SetPlate(int needle, int plate) {
+  if (plate > kHighestPlate && model_.PlateOf(plate) != nullptr) {
+    boxes_.Show("A gauge can only have one of the Plates 0 to 255. This is Plate " + std::to_string(plate) +
+                ".");
+  }
   return SetField(model_.PlateOf(plate) != nullptr && plate <= kHighestPlate, [&](GaugeRecord& gauge) {
     (needle == 2 ? gauge.GaugeSetting4 : gauge.GaugeSetting3) = static_cast<Byte>(plate);
   });

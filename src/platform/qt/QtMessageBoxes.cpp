@@ -65,10 +65,18 @@ void QtMessageBoxes::Show(std::string_view text) {
 }
 
 int QtMessageBoxes::Ask(std::string_view text) {
+  return AskWith(text, false);
+}
+
+int QtMessageBoxes::AskToGoOn(std::string_view text) {
+  return AskWith(text, true);
+}
+
+int QtMessageBoxes::AskWith(std::string_view text, bool enterIsYes) {
   if (dismissed_) return kAnswerNo;
   const std::unique_ptr<QMessageBox> box(
       MakeBox(QMessageBox::Question, ToQString(text), QMessageBox::Yes | QMessageBox::No));
-  box->setDefaultButton(QMessageBox::Yes);
+  box->setDefaultButton(enterIsYes ? QMessageBox::Yes : QMessageBox::No);
   box->setEscapeButton(QMessageBox::No);
   return Run(*box) == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
 }

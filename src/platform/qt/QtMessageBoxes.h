@@ -18,10 +18,12 @@ class QtMessageBoxes final : public MessageBoxes {
   ~QtMessageBoxes() override;
   void Show(std::string_view text) override;
   int Ask(std::string_view text) override;
+  int AskToGoOn(std::string_view text) override;
   std::optional<std::string> AskText(std::string_view text, std::string_view preset) override;
   void Dismiss() override;
 
  private:
+  int AskWith(std::string_view text, bool enterIsYes);
   // Runs the box until it is answered, and gives its result; QDialog::Rejected once dismissed.
   int Run(QDialog& box);
 

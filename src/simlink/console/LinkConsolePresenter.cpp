@@ -224,7 +224,7 @@ bool LinkConsolePresenter::ReadGroupValue(std::string_view index, std::string_vi
 void LinkConsolePresenter::cmdDataUdp_Click(std::string_view index, std::string_view valueNumber,
                                             std::string_view value) {
   int group = 0, number = 0;
-  const auto typed = ParseReal<float>(value);
+  const auto typed = TypedReal<float>(value);
   if (!typed) {
     Refuse(functiontext::kIncorrectData);
   } else if (ReadGroupValue(index, valueNumber, group, number)) {
@@ -255,7 +255,7 @@ void LinkConsolePresenter::cmdSendCharacter_Click(std::string_view character) {
 }
 
 void LinkConsolePresenter::cmdSendDREF_Click(std::string_view path, std::string_view value) {
-  const auto typed = ParseReal<float>(value);
+  const auto typed = TypedReal<float>(value);
   if (!typed || !IsPath(path)) {
     Refuse(functiontext::kIncorrectData);
   } else if (OpenLink()) {

@@ -42,7 +42,7 @@ std::string ConsoleHelp() {
 }
 
 std::optional<std::int32_t> WholeNumber(std::string_view text, const ConsoleBox& box) {
-  const auto number = ParseReal<double>(text);
+  const auto number = TypedReal<double>(text);
   if (!number || *number < static_cast<double>(box.lowest) || *number > static_cast<double>(box.highest) ||
       *number != static_cast<double>(static_cast<std::int64_t>(*number))) {
     return std::nullopt;
@@ -56,7 +56,7 @@ std::string ConsoleProblem(std::string_view box, std::string_view text) {
       return WholeNumberWords(static_cast<int>(known.lowest), static_cast<int>(known.highest));
     }
   }
-  if ((box == "boxValue" || box == "boxDREFValue") && !ParseReal<float>(text)) {
+  if ((box == "boxValue" || box == "boxDREFValue") && !TypedReal<float>(text)) {
     return std::string(kRealNumberWords);
   }
   if (box == "SelectedReference" && !IsEntry(text)) return "a path without blanks, such as sim/time/paused";

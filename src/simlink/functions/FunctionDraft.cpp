@@ -1,7 +1,6 @@
 #include "simlink/functions/FunctionDraft.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <type_traits>
 
@@ -65,7 +64,7 @@ class Storer {
     }
   }
   void operator()(std::string_view field, float& value) {
-    const auto number = ParseReal<float>(Trimmed(draft_.At(field)));
+    const auto number = TypedReal<float>(draft_.At(field));
     if (!number) return Fail(field, std::string(kRealNumberWords));
     value = *number;
   }
@@ -74,8 +73,8 @@ class Storer {
     static_assert(std::is_same_v<Whole, Byte> || std::is_same_v<Whole, std::int16_t>);
     using Limits = std::numeric_limits<Whole>;
     const Range range = RangeOf(field, dataType_, {Limits::min(), Limits::max()});
-    const auto number = ParseReal<double>(Trimmed(draft_.At(field)));
-    if (!number || std::floor(*number) != *number || *number < range.lowest || *number > range.highest) {
+    const auto number = TypedWhole(draft_.At(field), range.lowest, range.highest);
+    if (!number) {
       return Fail(field, WholeNumberWords(range.lowest, range.highest));
     }
     value = static_cast<Whole>(*number);

@@ -14,6 +14,7 @@ namespace {
 constexpr std::string_view kPattern = "######0.0000";
 constexpr std::string_view kNoValue = "---";
 constexpr std::int64_t kSilentMs = 3000;
+constexpr int kHighestSequence = 4;
 
 // What a data type takes, and what is said of any other value.
 // ODDITY: the texts keep their spelling; users search their notes for them. The Integer range ends at -32767,
@@ -63,13 +64,13 @@ FunctionTrialPresenter::FunctionTrialPresenter(const ConfigModel& model, SimCom&
     : model_(model), sim_(sim), boxes_(boxes), portsAreOurs_(sim.PortCount() == 0) {}
 
 void FunctionTrialPresenter::Choose(std::string_view function, std::string_view sequenceNr) {
-  const int number = ParseInteger<std::int16_t>(function).value_or(std::int16_t{0});
-  const int sequence = ParseInteger<std::int16_t>(sequenceNr).value_or(std::int16_t{-1});
+  const int number = TypedWhole(function, 1, kFunctions - 1).value_or(0);
+  const int sequence = TypedWhole(sequenceNr, 0, kHighestSequence).value_or(-1);
   if (number == function_ && sequence == sequenceNr_ && !view_.DataTypeName.empty()) return;
   CmdStopRead_Click();
   CmdStopWrite_Click();
   view_ = {};
-  function_ = number >= 1 && number < kFunctions ? number : 0;
+  function_ = number;
   sequenceNr_ = sequence;
   port_ = kNoPort;
   if (function_ != 0) view_.DataTypeName = DataTypeName(model_.FunctionOf(function_)->ComboDT);
@@ -166,19 +167,19 @@ std::string FunctionTrialPresenter::ReadNote() const {
 }
 
 std::string_view FunctionTrialPresenter::ProblemOf(std::string_view text) const {
-  const auto value = ParseReal<float>(text);
+  const auto value = TypedReal<float>(text);
   if (!value) return functiontext::kIncorrectData;
   return function_ == 0 ? std::string_view() : OutOfRangeText(model_.FunctionOf(function_)->ComboDT, *value);
 }
 
 std::string_view FunctionTrialPresenter::StepProblem(std::string_view step) {
-  const auto by = ParseReal<float>(step);
+  const auto by = TypedReal<float>(step);
   return by && *by > 0 ? std::string_view() : functiontext::kIncorrectData;
 }
 
 std::optional<double> FunctionTrialPresenter::Checked(std::string_view text) {
   const std::string_view problem = ProblemOf(text);
-  if (problem.empty()) return *ParseReal<float>(text);
+  if (problem.empty()) return *TypedReal<float>(text);
   boxes_.Show(problem);
   return std::nullopt;
 }
@@ -217,7 +218,7 @@ void FunctionTrialPresenter::CmdWriteInterval_Click(std::string_view lower, std:
     return;
   }
   if (!OpenPort()) return;
-  sweep_.emplace(*low, *high, *ParseReal<float>(step));
+  sweep_.emplace(*low, *high, *TypedReal<float>(step));
   view_.WriteStatus = "Writing";
   IntervalTimer_Tick();
 }

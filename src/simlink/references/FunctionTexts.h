@@ -32,7 +32,7 @@ inline constexpr std::array<std::string_view, 8> kSignalTypes{
     "Gauge", "Dedicated Gauge", "Macro",          "Switch and LED"};
 
 // What a box takes, in words: "a whole number from 0 to 7", and any number.
-inline constexpr std::string_view kRealNumberWords = "a number with a decimal point, such as 0.5 or -12";
+inline constexpr std::string_view kRealNumberWords = "a number, such as 0.5 or -12";
 std::string WholeNumberWords(int lowest, int highest);
 
 }  // namespace tvx

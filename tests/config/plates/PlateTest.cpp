@@ -28,12 +28,15 @@ TEST(PlateCheck, TellsTheFirstFault) {
   } rows[] = {
       {Boxes({{0, "0", "0"}, {1, "10", "100"}}), "Plate verified and no errors found"},
       {Boxes({{0, "-5", ""}, {3, "-1", "10"}, {20, "7.5", "900"}}), "Plate verified and no errors found"},
-      {Boxes({{0, "low", "0"}, {1, "10", "100"}}), "Minimum value missing; Please correct"},
+      {Boxes({{1, "10", "100"}}), "Minimum value missing; Please correct"},
+      {Boxes({{0, "low", "0"}, {1, "10", "100"}}), "At valuebox 0: value is no number; Please correct."},
+      {Boxes({{0, "29,92", "0"}, {1, "30.1", "100"}}), "Plate verified and no errors found"},
+      {Boxes({{0, "0", "0"}, {1, "10", "1080"}}),
+       "At valuebox 1: Needle position must be 0 to 1079; Please correct."},
       {Boxes({{0, "0", "0"}, {1, "10", ""}}), "At valuebox 1: Needle position is empty; Please correct."},
       {Boxes({{0, "0", "0"}, {4, "20", "1"}, {20, "10", "2"}}),
        "At valuebox 20: value lower than or equal to previous; Please correct."},
-      {Boxes({{0, "0", "0"}, {2, "x", "1"}}),
-       "At valuebox 2: value lower than or equal to previous; Please correct."},
+      {Boxes({{0, "0", "0"}, {2, "x", "1"}}), "At valuebox 2: value is no number; Please correct."},
       {Boxes({{0, "5", "0"}}), "Minimum and maximum values are equal; Please correct."},
   };
   for (const auto& row : rows) {
@@ -66,14 +69,45 @@ TEST(PlateBoxes, GapsDoNotBendTheCurve) {
   }
 }
 
-TEST(PlateBoxes, ReadOldPlatesWithGapsAndEmptyOnes) {
-  PlateRecord plate;
-  plate.Value = {0, 0, 5, 30, 5, 0, 20, 30, 0};
-  plate.Position = {0, 0, 1, 3, 1, 0, 2, 3, 0};
-  EXPECT_EQ(BoxesOfPlate(plate), Boxes({{0, "5", "1"}, {2, "20", "2"}, {3, "30", "3"}}));
-  EXPECT_EQ(BoxesOfPlate(PlateRecord{}), PlateBoxes{});
-  plate.Value = {0, 0, 5, 30, 40, 50, 60};
-  EXPECT_EQ(BoxesOfPlate(plate), Boxes({{0, "40", "1"}, {1, "50", "0"}})) << "one that starts above its end";
+// Whatever the order, and however few: a user must see what the needle follows.
+TEST(PlateBoxes, ShowThePointsAsTheyWereStored) {
+  const struct {
+    decltype(PlateRecord::Value) value;
+    decltype(PlateRecord::Position) position;
+    PlateBoxes boxes;
+    const char* words;
+  } rows[] = {
+      {{0, 0, 5, 30, 5, 0, 20, 30, 0},
+       {0, 0, 1, 3, 1, 0, 2, 3, 0},
+       Boxes({{0, "5", "1"}, {1, "0", "0"}, {2, "20", "2"}, {3, "30", "3"}}),
+       "At valuebox 1: value lower than or equal to previous; Please correct."},
+      {{0, 0, 5, 5, 5},
+       {0, 0, 7, 7, 7},
+       Boxes({{0, "5", "7"}}),
+       "Minimum and maximum values are equal; Please correct."},
+      {{0, 0, 9, 1, 9, 1},
+       {0, 0, 7, 8, 7, 8},
+       Boxes({{0, "9", "7"}, {1, "1", "8"}}),
+       "At valuebox 1: value lower than or equal to previous; Please correct."},
+      {{0, 0, -10, 0, -10, 0},
+       {0, 0, 500, 0, 500, 0},
+       Boxes({{0, "-10", "500"}, {1, "0", "0"}}),
+       "Plate verified and no errors found"},
+      {{}, {}, {}, "Minimum value missing; Please correct"},
+  };
+  for (const auto& row : rows) {
+    PlateRecord plate;
+    plate.Value = row.value;
+    plate.Position = row.position;
+    EXPECT_EQ(BoxesOfPlate(plate), row.boxes) << row.words;
+    EXPECT_EQ(CheckPlateBoxes(BoxesOfPlate(plate)).text, row.words);
+  }
+}
+
+TEST(PlateBoxes, WhatIsFilledInIsShownBefore) {
+  EXPECT_EQ(FilledIn(Boxes({{0, "0", ""}, {2, "10", "200"}, {3, "", "7"}})),
+            Boxes({{0, "", "0"}, {1, "5", "100"}}));
+  EXPECT_EQ(FilledIn(PlateBoxes{}), PlateBoxes{});
 }
 
 TEST(PlateLinear, FillsBetweenMinimumAndLastBox) {
@@ -116,6 +150,36 @@ TEST_F(PlateControlTest, ANewPlateNeedsAName) {
   EXPECT_EQ(plates.PlateNumber(), 1);
   EXPECT_FALSE(plates.Unsaved());
   EXPECT_TRUE(model.ConfigChanged);
+}
+
+TEST_F(PlateControlTest, WhatIsNoNumberIsStoredNowhere) {
+  for (const auto& [value, needle] : {std::pair{"1.000,5", "9"}, {"2", "1080"}, {"2", "-1"}, {"2", "9o"}}) {
+    const PlateRecord before = model.Plates[0];
+    plates.CmdCreateNewPlate();
+    plates.Name = "new";
+    plates.Boxes = Boxes({{0, "1", "0"}, {1, value, needle}});
+    EXPECT_FALSE(plates.CmdSaveNewPlate()) << value;
+    plates.Select(0);
+    plates.CmdUpdatePlate();
+    plates.Boxes.value[1] = value;
+    plates.Boxes.needle[1] = needle;
+    EXPECT_FALSE(plates.cmdSavePlate()) << value;
+    EXPECT_EQ(model.Plates.size(), 1u);
+    EXPECT_EQ(model.Plates[0].Value, before.Value);
+    EXPECT_EQ(boxes.asked.size(), 0u) << "refused before it is asked about";
+  }
+  EXPECT_EQ(boxes.shown.back(), "At valuebox 1: Needle position must be 0 to 1079; Please correct.");
+}
+
+TEST_F(PlateControlTest, ANumberThatAGaugeCannotHoldIsRefusedAloud) {
+  model.Plates.resize(300);
+  plates.SetTarget({.gaugeID = 9});
+  for (const auto& [plate, taken] : {std::pair{255, true}, {256, false}}) {
+    plates.Select(plate);
+    EXPECT_EQ(plates.Assign(), taken);
+    EXPECT_EQ(model.Gauges[9].GaugeSetting3, 255);
+  }
+  EXPECT_EQ(boxes.shown.back(), "A gauge can only have one of the Plates 0 to 255. This is Plate 256.");
 }
 
 TEST_F(PlateControlTest, AnUpdateAsksFirst) {

@@ -1,3 +1,9 @@
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <set>
+
 #include "config/StartFile.h"
 #include "config/setup/SavePresenter.h"
 #include "tests/config/Samples.h"
@@ -16,6 +22,17 @@ class SaveControlTest : public InEmptyFolder {
     model.Plates.emplace_back();  // a file without Plates does not load wholly
     model.ConfigFileName = "Default.cfg";
     model.Functions[60].ShortName = "mine";
+  }
+  // The copies of a file with this ending, oldest first, by what they hold.
+  static std::string Kept(const std::string& file, const std::string& ending) {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(".")) {
+      const std::string name = entry.path().filename().string();
+      if (name.starts_with(file + ".2") && name.ends_with(ending)) names.insert(name);
+    }
+    std::string content;
+    for (const std::string& name : names) content += (content.empty() ? "" : " ") + FileContent(name);
+    return content;
   }
   std::string LastShown() const { return boxes.shown.empty() ? "" : boxes.shown.back(); }
 
@@ -53,7 +70,7 @@ TEST_F(SaveControlTest, SavingKeepsThePreviousFile) {
   model.ConfigLoadFailed = true;
   ASSERT_TRUE(save.Save("Other.cfg"));
   EXPECT_EQ(LastShown(), "File saved as: Other.cfg");
-  EXPECT_EQ(FileContent("Other.cfg.bak"), "previous");
+  EXPECT_EQ(Kept("Other.cfg", ".bak"), "previous");
   EXPECT_FALSE(model.ConfigChanged);
   EXPECT_FALSE(model.ConfigLoadFailed);
   EXPECT_EQ(model.ConfigFileName, "Other.cfg");
@@ -72,9 +89,117 @@ TEST_F(SaveControlTest, AFailedSaveHarmsNothing) {
   EXPECT_FALSE(save.Save("Good.cfg"));
   EXPECT_EQ(LastShown(), "Configuration corrupt; Cannot save");
   EXPECT_EQ(FileContent("Good.cfg"), "good");
-  EXPECT_FALSE(fs::exists("Good.cfg.bak"));
+  EXPECT_EQ(Kept("Good.cfg", ".bak"), "");
   EXPECT_EQ(model.General.ConfigHeader, "loaded header");
   EXPECT_EQ(model.ConfigFileName, "Default.cfg");
+}
+
+TEST_F(SaveControlTest, TenBackupsAreKept) {
+  for (int i = 0; i < 13; ++i) {
+    Put("Other.cfg", std::to_string(i));
+    ASSERT_TRUE(save.Save("Other.cfg"));
+    fs::remove("Other.cfg");
+  }
+  EXPECT_EQ(Kept("Other.cfg", ".bak"), "3 4 5 6 7 8 9 10 11 12");
+  // A clock that was set back must not make the newest the first to go.
+  Put("Other.cfg.2999-01-01.bak", "future");
+  Put("Other.cfg", "newest");
+  ASSERT_TRUE(save.Save("Other.cfg"));
+  EXPECT_EQ(FileContent("Other.cfg.2999-01-01_02.bak"), "newest");
+}
+
+// A link leads to somebody else's file, a folder and a pipe are no configurations.
+TEST_F(SaveControlTest, WhatIsNoFileOfOursStays) {
+  fs::create_directory("Folder.cfg");
+  ASSERT_EQ(mkfifo("Pipe.cfg", 0600), 0);
+  Put("far", "theirs");
+  fs::create_symlink("far", "Link.cfg");
+  boxes.otherwise = kAnswerYes;
+  boxes.texts = {"5", "5"};
+  for (const char* name : {"Folder.cfg", "Pipe.cfg"}) {
+    EXPECT_FALSE(save.Save(name)) << name;
+    EXPECT_EQ(LastShown(), "file cannot be overwritten");
+    EXPECT_FALSE(save.Load(name)) << name;
+    EXPECT_FALSE(save.Delete(name)) << name;
+    EXPECT_EQ(LastShown(), std::string("File cannot be deleted: ") + name);
+    EXPECT_FALSE(save.SetAsStartup(name)) << name;
+    EXPECT_EQ(save.SaveWords(name), std::string(name) + " is no file. Choose another name.");
+  }
+  EXPECT_TRUE(save.Delete("Link.cfg"));
+  EXPECT_EQ(FileContent("far"), "theirs");
+  EXPECT_EQ(ConfigFilesIn(""), std::vector<std::string>{});
+  // The name of the next backup leads elsewhere.
+  Put("Other.cfg", "old");
+  const std::string next = NextKeptName("Other.cfg", KeptAs::Backup);
+  fs::create_symlink("far", next);
+  EXPECT_TRUE(save.Save("Other.cfg"));
+  EXPECT_EQ(FileContent("far"), "theirs");
+}
+
+// Half of it is in the model, and would be all that is left.
+TEST_F(SaveControlTest, AFileThatWasNotReadWhollyIsKeptForGood) {
+  std::string half = WriteConfigText(model);
+  half.resize(half.size() / 2);
+  Put("Half.cfg", half);
+  boxes.answers = {kAnswerYes};
+  EXPECT_FALSE(save.Load("Half.cfg"));
+  EXPECT_TRUE(save.NotReadWholly());
+  const std::string copy = NextKeptName("Half.cfg", KeptAs::Unread);
+  EXPECT_EQ(save.SaveWords("./Half.cfg"),
+            "./Half.cfg was not read wholly. Save replaces it by what was read; all of it is kept as " +
+                copy + ", which no later Save touches.");
+  for (int i = 0; i < 12; ++i) ASSERT_TRUE(save.Save("Half.cfg"));
+  EXPECT_FALSE(save.NotReadWholly());
+  EXPECT_EQ(FileContent(copy), half);
+}
+
+TEST_F(SaveControlTest, WhatSaveWillDoIsSaidBefore) {
+  Put("Old.cfg", "old");
+  EXPECT_EQ(save.SaveWords("New.cfg"), "Save makes a new file, New.cfg.");
+  EXPECT_EQ(save.SaveWords("New"), "");
+  const std::string words = save.SaveWords("Old.cfg");
+  ASSERT_TRUE(save.Save("Old.cfg"));
+  for (const auto& entry : fs::directory_iterator(".")) {
+    const std::string name = entry.path().filename().string();
+    if (!name.ends_with(".bak")) continue;
+    EXPECT_EQ(words, "Save replaces Old.cfg, whose old content is kept as " + name + ".");
+  }
+}
+
+// No file may grow beyond this, as on a disk that is full.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit small{bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+
+ private:
+  rlimit before_{};
+};
+
+// Whether the new file finds no room or the copy of the old one.
+TEST_F(SaveControlTest, OnAFullDiskNothingChanges) {
+  model.ConfigChanged = true;
+  for (const std::size_t size : {3u, 20000u}) {
+    const std::string old(size, 'o');
+    Put("Full.cfg", old);
+    const auto before = Entries();
+    {
+      const FullDisk full(9999);
+      EXPECT_FALSE(save.Save("Full.cfg"));
+    }
+    EXPECT_EQ(LastShown(), "file cannot be overwritten");
+    EXPECT_EQ(FileContent("Full.cfg"), old);
+    EXPECT_EQ(Entries(), before) << "neither a copy nor a half-written file";
+    EXPECT_EQ(model.ConfigFileName, "Default.cfg");
+    EXPECT_TRUE(model.ConfigChanged);
+  }
 }
 
 TEST_F(SaveControlTest, LoadingAsksFirst) {
@@ -125,7 +250,7 @@ TEST_F(SaveControlTest, DeletingAsksAndKeepsACopy) {
   EXPECT_TRUE(fs::exists("Old.cfg"));
   EXPECT_TRUE(save.Delete("Old.cfg"));
   EXPECT_FALSE(fs::exists("Old.cfg"));
-  EXPECT_EQ(FileContent("Old.cfg.bak"), "old");
+  EXPECT_EQ(Kept("Old.cfg", ".bak"), "old");
   EXPECT_FALSE(save.Delete("Old.cfg"));
   EXPECT_EQ(LastShown(), "File cannot be deleted: Old.cfg");
 }
@@ -217,6 +342,9 @@ TEST_F(PartialImportTest, EachBoxTakesItsChapterOnly) {
   model = ConfigModel{};
   boxes.answers = {kAnswerYes};
   EXPECT_TRUE(save.ImportPartial("Source.cfg", {}));
+  EXPECT_EQ(LastShown(),
+            "Configuration chapters imported into file: Default.cfg\r\n"
+            "Taken: none, as none was ticked.");
   EXPECT_EQ(Taken(), "");
   EXPECT_FALSE(model.ConfigChanged);
 }
@@ -232,6 +360,10 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
   badForces.resize(badForces.find("\"Yoke1\""));
   const char *error = "Error in Configuration file",
              *imported = "Configuration chapters imported into file: Default.cfg";
+  const std::string noPlates =
+      "Taken: General: ports, link, interval; IOM: inputs and outputs; Functions 0 to 50; Functions 51 to "
+      "300; "
+      "Gaugetypes; Gauges; Engine Cluster Settings.\r\nNot in the file, left as it was: Plates.";
   const std::string strange = WriteConfigText(stranger);
   constexpr int yes = kAnswerYes, no = kAnswerNo;
   const struct {
@@ -255,14 +387,21 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
     boxes.shown.clear();
     boxes.answers = row.answers;
     save.ImportPartial("Source.cfg", All());
-    EXPECT_EQ(LastShown(), row.message) << row.what;
+    EXPECT_EQ(LastShown().substr(0, LastShown().find('\r')), row.message) << row.what;
+    EXPECT_EQ(LastShown().find(noPlates) != std::string::npos, row.what == std::string("without Plates"));
     EXPECT_EQ(Taken(), row.taken) << row.what;
     EXPECT_EQ(model.ConfigChanged, *row.taken != 0 || row.text == "nonsense") << row.what;
     EXPECT_TRUE(boxes.answers.empty()) << row.what;
   }
   boxes.answers = {kAnswerYes};
   EXPECT_FALSE(save.ImportPartial("Missing.cfg", All()));
-  EXPECT_EQ(LastShown(), "Error in Configuration file");
+  EXPECT_EQ(LastShown(), "Error in Configuration file\r\n\"Missing.cfg\": No such file or directory");
+  Put("Source.cfg", cut);
+  boxes.answers = {kAnswerYes};
+  EXPECT_FALSE(save.ImportPartial("Source.cfg", {false, false, true, false, false, true}));
+  EXPECT_EQ(LastShown(),
+            "Error in Configuration file\r\nline 439: the file ends too early\r\nTaken: Functions 0 to 50.\r\n"
+            "Not taken, or only up to the error: Gauges.");
 }
 
 }  // namespace

@@ -167,7 +167,7 @@ TEST_F(LinkConsoleTest, UnselectsAllUnlessThatIsBlocked) {
 }
 
 TEST_F(LinkConsoleTest, WhatWasTypedWronglyIsNotSent) {
-  for (const char* bad : {"", "x", " 7", "-1", "256", "1.5"}) {
+  for (const char* bad : {"", "x", "7 7", "-1", "256", "1.5"}) {
     console.cmdDSEL_Click(bad);
     console.cmdUSEL_Click(bad);
     console.cmdDataUdp_Click(bad, "0", "1");

@@ -62,7 +62,7 @@ TEST_F(FunctionEditTest, WhatIsWrongIsNamedAndNothingIsSaved) {
     const char *type, *field, *text, *message;
   } rows[] = {
       {"0", "ShortName", "  ", "The Short name of the function is missing"},
-      {"0", "BoxAdd", "0,5", "Incorrect data"},
+      {"0", "BoxAdd", "1.000,5", "Incorrect data"},
       {"0", "Multiplier", "inf", "Incorrect data"},
       {"0", "Devider", "1e39", "Incorrect data"},
       {"0", "XPindex2", "151", "Incorrect data"},

@@ -7,6 +7,7 @@
 #include "base/NumberFormat.h"
 #include "config/plates/PlateLookup.h"
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 namespace {
@@ -88,10 +89,15 @@ void CalibrateForm::ShowBoxes() {
 // The first fault stands below the boxes while the user types; the button Check shows it in a message box.
 void CalibrateForm::ShowPoints() {
   std::vector<FacePoint> points;
+  const PlateBoxes filled = FilledIn(presenter_.Boxes);
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
-    const auto value = BoxNumber(presenter_.Boxes.value[box]),
-               needle = BoxNumber(presenter_.Boxes.needle[box]);
-    if (value && needle) points.push_back({*value, *needle});
+    const auto value = BoxNumber(presenter_.Boxes.value[box]);
+    const auto needle = NeedleInBox(presenter_.Boxes.needle[box]);
+    if (value && needle) points.push_back({*value, static_cast<double>(*needle)});
+    MarkWrong(boxValue[box], !value && !boxValue[box]->text().trimmed().isEmpty());
+    MarkWrong(boxNeedle[box], !needle && !boxNeedle[box]->text().trimmed().isEmpty());
+    boxValue[box]->setPlaceholderText(ToText(filled.value[box]));
+    boxNeedle[box]->setPlaceholderText(ToText(filled.needle[box]));
   }
   Curve->SetPoints(points);
   Face->SetPoints(points);
@@ -143,8 +149,8 @@ void CalibrateForm::PointEdited(std::size_t box, bool needle) {
   TakeBoxes();
   ShowPoints();
   lastBox_ = box;
-  const auto position = needle ? BoxNumber(presenter_.Boxes.needle[box]) : std::nullopt;
-  if (position) SliderMoveNeedle->setValue(static_cast<int>(*position));
+  const auto position = needle ? NeedleInBox(presenter_.Boxes.needle[box]) : std::nullopt;
+  if (position) SliderMoveNeedle->setValue(*position);
 }
 
 void CalibrateForm::MoveNeedle(int position) {

@@ -1,8 +1,6 @@
 // The panels of the calibration form.
 #include <QApplication>
-#include <QDoubleValidator>
 #include <QGridLayout>
-#include <QIntValidator>
 #include <QShortcut>
 
 #include "config/FunctionItems.h"
@@ -71,11 +69,9 @@ QWidget* CalibrateForm::MakePointPanel() {
     if (c > 0) grid->setColumnMinimumWidth(c * 4 - 1, look::Margin());
   }
   for (std::size_t box = 0; box < PlateBoxes::kBoxes; ++box) {
-    const auto edit = [&](const QString& name, QValidator* validator, const QString& tip, bool needle) {
+    const auto edit = [&](const QString& name, const QString& tip, bool needle) {
       auto* line = new QLineEdit;
       line->setObjectName(name);
-      validator->setParent(line);
-      line->setValidator(validator);
       line->setToolTip(tip);
       line->setAlignment(Qt::AlignRight);
       line->setMinimumWidth(look::Margin() * (needle ? 3 : 5));
@@ -83,13 +79,11 @@ QWidget* CalibrateForm::MakePointPanel() {
       connect(line, &QLineEdit::textEdited, this, [this, box, needle] { PointEdited(box, needle); });
       return line;
     };
-    auto* value = new QDoubleValidator;
-    value->setLocale(QLocale::c());
     boxValue[box] =
-        edit(box == 0 ? QString("CalMinimumValue") : "boxValue" + QString::number(box), value,
+        edit(box == 0 ? QString("CalMinimumValue") : "boxValue" + QString::number(box),
              tr("Value of the Function, in its own unit; higher from box to box. Empty: not used"), false);
     boxNeedle[box] =
-        edit("boxNeedle" + QString::number(box), new QIntValidator(0, kNeedlePositions - 1),
+        edit("boxNeedle" + QString::number(box),
              tr("Needle position, 0 to 1079: three to a degree, clockwise, 540 points up"), true);
     const int row = static_cast<int>(box % rows) + 1, at = static_cast<int>(box / rows) * 4;
     grid->addWidget(MakeLabel("", box == 0 ? tr("Min") : QString::number(box), "caption"), row, at,

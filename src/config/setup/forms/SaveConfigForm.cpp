@@ -10,14 +10,7 @@
 namespace tvx {
 namespace {
 
-constexpr const char* kChapters[kImportChapters] = {"General: ports, link, interval",
-                                                    "IOM: inputs and outputs",
-                                                    "Functions 0 to 50",
-                                                    "Functions 51 to 300",
-                                                    "Gaugetypes",
-                                                    "Gauges",
-                                                    "Plates",
-                                                    "Engine Cluster Settings"};
+constexpr std::string_view kEnding = ".cfg";
 
 }  // namespace
 
@@ -61,14 +54,14 @@ QWidget* SaveConfigForm::MakeFilePanel() {
   LabelStartup = MakeLabel("LabelStartup");
   auto* buttons = new QGridLayout;
   buttons->setSpacing(look::Gap());
-  QPushButton* save =
-      MakeButton("cmdSave", tr("&Save"),
-                 tr("Writes the configuration to this file; the previous file is kept as *.bak"));
+  QPushButton* save = MakeButton("cmdSave", tr("&Save"), tr("Writes the configuration to this file (Enter)"));
   look::SetRole(save, "primary");
   QPushButton* load =
       MakeButton("cmdLoad", tr("&Load"), tr("Replaces the configuration by this file; asks first"));
-  QPushButton* erase =
-      MakeButton("cmdDelete", tr("&Delete"), tr("Deletes this file; asks first, and keeps it as *.bak"));
+  QPushButton* erase = MakeButton(
+      "cmdDelete", tr("&Delete"),
+      tr("Takes this file out of the list; asks first, and keeps its content beside it, under its name with "
+         "the date"));
   QPushButton* startup = MakeButton("cmdSetAsStartup", tr("Set as s&tart-up..."),
                                     tr("The program loads this file at its start, after a delay in seconds"));
   buttons->addWidget(save, 0, 0);
@@ -81,6 +74,12 @@ QWidget* SaveConfigForm::MakeFilePanel() {
   connect(startup, &QPushButton::clicked, this, [this] { Do(&SavePresenter::SetAsStartup); });
   column->addWidget(FileList, 1);
   column->addLayout(name);
+  LabelSave = MakeLabel("LabelSave");
+  LabelSave->setWordWrap(true);
+  connect(FileName, &QLineEdit::textChanged, this, [this] { ShowWhatSaveDoes(); });
+  connect(FileName, &QLineEdit::editingFinished, this, &SaveConfigForm::OfferEnding);
+  SetDefaultButton(save);
+  column->addWidget(LabelSave);
   column->addLayout(buttons);
   column->addWidget(LabelCurrent);
   column->addWidget(LabelStartup);
@@ -91,7 +90,7 @@ QWidget* SaveConfigForm::MakeImportPanel() {
   QFrame* panel = MakePanel("PanelImport");
   QVBoxLayout* column = MakeTitledColumn(panel, tr("Take over single chapters of this file"), "LabelImport");
   for (std::size_t i = 0; i < kImportChapters; ++i) {
-    ChkImportPartial[i] = new QCheckBox(tr(kChapters[i]));
+    ChkImportPartial[i] = new QCheckBox(ToText(kImportChapterNames[i]));
     ChkImportPartial[i]->setObjectName("ChkImportPartial" + QString::number(i));
     ChkImportPartial[i]->setToolTip(tr("Replaces this chapter of the loaded configuration"));
     column->addWidget(ChkImportPartial[i]);
@@ -106,6 +105,17 @@ QWidget* SaveConfigForm::MakeImportPanel() {
 
 std::string SaveConfigForm::ChosenFile() const {
   return FileName->text().trimmed().toStdString();
+}
+
+void SaveConfigForm::ShowWhatSaveDoes() {
+  SetTextIfChanged(LabelSave, save_.SaveWords(ChosenFile()));
+}
+
+// A new file is named without its ending as often as not.
+void SaveConfigForm::OfferEnding() {
+  const QString name = FileName->text().trimmed();
+  if (!name.isEmpty() && !name.contains('.') && !name.endsWith('/'))
+    FileName->setText(name + ToText(kEnding));
 }
 
 // The operation may ask the user, and the form may have ended when the answer comes.
@@ -129,8 +139,10 @@ void SaveConfigForm::Refresh() {
   FileList->clear();
   for (const std::string& name : ConfigFilesIn({})) FileList->addItem(ToText(name));
   FileList->Mark(FileName->text());
+  ShowWhatSaveDoes();
   SetTextIfChanged(LabelCurrent,
                    tr("In use: ") + ToText(model_.ConfigFileName) +
+                       (save_.NotReadWholly() ? tr(", which was not read wholly") : QString()) +
                        (model_.ConfigChanged ? tr(", with changes that are not saved") : QString()));
   ConfigModel start;
   const std::string path = ReadStartFile(start);

@@ -24,6 +24,8 @@ class SaveConfigForm : public Form {
   void Do(bool (SavePresenter::*operation)(const std::string&));
   void cmdImportPartial_Click();
   void Refresh();
+  void ShowWhatSaveDoes();
+  void OfferEnding();
   std::string ChosenFile() const;
 
   const ConfigModel& model_;
@@ -31,7 +33,7 @@ class SaveConfigForm : public Form {
   ModelWatcher& watcher_;
   PickList* FileList = nullptr;
   QLineEdit* FileName = nullptr;
-  QLabel *LabelCurrent = nullptr, *LabelStartup = nullptr;
+  QLabel *LabelCurrent = nullptr, *LabelStartup = nullptr, *LabelSave = nullptr;
   std::array<QCheckBox*, kImportChapters> ChkImportPartial{};
 };
 

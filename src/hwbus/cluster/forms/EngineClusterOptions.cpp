@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 #include "ui/Widgets.h"
 
 namespace tvx {
@@ -74,8 +75,9 @@ void EngineClusterOptions::TakeBits() {
 }
 
 void EngineClusterOptions::ShowBitsRemark() {
-  SetTextIfChanged(LabelExtraBits_,
-                   EngineClusterPresenter::ExtraBitsRemark(boxExtraBits_->text().toStdString()));
+  const std::string typed = boxExtraBits_->text().toStdString();
+  MarkWrong(boxExtraBits_, !EngineClusterPresenter::ReadExtraBits(typed));
+  SetTextIfChanged(LabelExtraBits_, EngineClusterPresenter::ExtraBitsRemark(typed));
 }
 
 bool EngineClusterOptions::Untaken() const {

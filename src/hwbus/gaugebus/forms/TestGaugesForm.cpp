@@ -1,7 +1,5 @@
 #include "hwbus/gaugebus/forms/TestGaugesForm.h"
 
-#include <QIntValidator>
-
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
@@ -59,7 +57,7 @@ QWidget* TestGaugesForm::MakePollPanel() {
   ManualGaugeID->setObjectName("ManualGaugeID");
   ManualGaugeID->setToolTip(tr("Address of the gauge, 0 to 255"));
   ManualGaugeID->setMaximumWidth(look::Margin() * 8);
-  ManualGaugeID->setValidator(new QIntValidator(0, kGauges - 1, ManualGaugeID));
+  WantWhole(ManualGaugeID, 0, kGauges - 1);
   line->addWidget(MakeCaption(ManualGaugeID, tr("&GaugeID")));
   line->addWidget(ManualGaugeID);
   const struct {
@@ -157,7 +155,7 @@ QWidget* TestGaugesForm::MakeAddPanel() {
   }
   boxAddModel = AddNumber(grid, 1, 2, "boxAddModel", tr("&Model"), tr("Model, 0 to 255"));
   boxAddVersion = AddNumber(grid, 1, 4, "boxAddVersion", tr("Ve&rsion"), tr("Firmware version, 0 to 255"));
-  for (QLineEdit* edit : {boxAddModel, boxAddVersion}) edit->setValidator(new QIntValidator(0, 255, edit));
+  for (QLineEdit* edit : {boxAddModel, boxAddVersion}) WantWhole(edit, 0, 255);
   QPushButton* add =
       MakeButton("cmdAddToConfig", tr("&Add..."), tr("Adds it without having seen it; asks first"));
   connect(add, &QPushButton::clicked, this, [this] {

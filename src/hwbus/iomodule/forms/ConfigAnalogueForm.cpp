@@ -1,5 +1,7 @@
 #include "hwbus/iomodule/forms/ConfigAnalogueForm.h"
 
+#include <cmath>
+
 #include "hwbus/iomodule/IOModuleActions.h"
 
 namespace tvx {
@@ -44,7 +46,7 @@ void ConfigAnalogueForm::TakeReport(const IOModuleReport& report) {
 bool ConfigAnalogueForm::ReadControls(IOModuleRecord& definition) const {
   const auto minimum = NumberIn(boxRawMinimum_), centre = NumberIn(boxRawCentre_);
   const auto maximum = NumberIn(boxRawMaximum_), deadBand = NumberIn(boxDeadBand_);
-  if (!minimum || !centre || !maximum || !deadBand) return false;
+  if (!minimum || !centre || !maximum || !deadBand || *deadBand != std::floor(*deadBand)) return false;
   definition.OffOnValue = static_cast<float>(*minimum);
   definition.OnOffValue = static_cast<float>(*centre);
   definition.RawMaximum = static_cast<float>(*maximum);

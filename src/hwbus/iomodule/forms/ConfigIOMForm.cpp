@@ -8,6 +8,7 @@
 #include "hwbus/iomodule/forms/ConfigSwitchForm.h"
 #include "hwbus/iomodule/forms/IOModuleStatusForm.h"
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 namespace {
@@ -74,7 +75,7 @@ ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes&
 QWidget* ConfigIOMForm::MakeSetUp() {
   QFrame* panel = MakePanel("PanelSetUp");
   auto* row = new QHBoxLayout(panel);
-  auto* address = new QSpinBox;
+  auto* address = new NumberSpin;
   address->setObjectName("boxAddress");
   address->setRange(0, 255);
   address->setValue(kIOModuleBusAddress);

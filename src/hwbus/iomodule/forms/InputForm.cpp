@@ -2,14 +2,14 @@
 
 #include <QLocale>
 
+#include "base/NumberText.h"
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 
 std::optional<double> NumberIn(const QLineEdit* box) {
-  bool good = false;
-  const double value = QLocale::c().toDouble(box->text().trimmed().replace(',', '.'), &good);
-  return good && value - value == 0.0 ? std::optional<double>(value) : std::nullopt;
+  return TypedReal<float>(box->text().toStdString());
 }
 
 InputForm::InputForm(const char* name, const ConfigModel& model, IOModulePresenter presenter,
@@ -67,6 +67,7 @@ QLineEdit* InputForm::NumberBox(const char* name, double value, const QString& t
   auto* box = new QLineEdit(QLocale::c().toString(value, 'g', 7));
   box->setObjectName(QString::fromLatin1(name));
   box->setToolTip(toolTip);
+  WantReal(box);
   connect(box, &QLineEdit::textChanged, this, [this] { ShowPreview(); });
   return box;
 }

@@ -1,7 +1,6 @@
 #include "instruments/setup/forms/InstrumentForm.h"
 
 #include <QCheckBox>
-#include <QIntValidator>
 #include <QSignalBlocker>
 
 #include "config/FunctionItems.h"
@@ -11,8 +10,6 @@
 
 namespace tvx {
 namespace {
-
-constexpr std::size_t kAssignablePlates = 256;  // what a gauge's record holds
 
 QGridLayout* GridIn(QFrame* panel, const QString& title, const char* name) {
   QGridLayout* grid = MakeTitledGrid(panel, title, name);
@@ -74,7 +71,7 @@ QWidget* InstrumentForm::MakeSettingsPanel() {
 
 int InstrumentForm::AddFunction(QGridLayout* grid, int row, int needle, const FunctionField& field) {
   const QString suffix = QString::number(needle);
-  auto* sequence = new QSpinBox;
+  auto* sequence = new NumberSpin;
   sequence->setObjectName("boxInstance" + suffix);
   sequence->setRange(0, 4);
   sequence->setPrefix(tr("# "));
@@ -118,12 +115,11 @@ int InstrumentForm::AddPlate(QGridLayout* grid, int row, int needle, const Plate
   auto* plate = new SearchCombo("", tr("The calibration of the face: values and needle positions"));
   plate->setObjectName("ComboPlate" + QString::number(needle));
   plate->SetPicked([this, needle](int number) {
-    presenter_.SetPlate(needle, number);
+    if (!presenter_.SetPlate(needle, number)) Refresh();
     watcher_.ModelChanged();
   });
   refreshers_.emplace_back([this, plate, needle] {
     auto items = PlateItems(model_);
-    items.resize(std::min(items.size(), kAssignablePlates));
     if (items.empty()) items.emplace_back(0, "(none yet: Calibrate makes one)");
     plate->SetItems(items);
     plate->SetValue(needle == 2 ? presenter_.Record().GaugeSetting4 : presenter_.Record().GaugeSetting3);
@@ -188,7 +184,7 @@ int InstrumentForm::AddNumbers(QGridLayout* grid, int row) {
     grid->addWidget(models, row++, 1, 1, 2);
   }
   if (!d.setting6.empty()) {
-    auto* number = new QSpinBox;
+    auto* number = new NumberSpin;
     number->setObjectName("boxSetting6");
     number->setRange(0, kFunctions - 1);
     number->setToolTip(ToText(d.setting6));
@@ -221,7 +217,7 @@ QWidget* InstrumentForm::MakeLivePanel() {
   grid->addWidget(LabelReadings, 2, 1, 1, 2);
   boxNewGaugeID = new QLineEdit;
   boxNewGaugeID->setObjectName("boxNewGaugeID");
-  boxNewGaugeID->setValidator(new QIntValidator(0, kGauges - 1, boxNewGaugeID));
+  WantWhole(boxNewGaugeID, 0, kGauges - 1);
   boxNewGaugeID->setMaximumWidth(look::Margin() * 6);
   boxNewGaugeID->setToolTip(tr("A free address, 0 to 255"));
   LabelNewGaugeID = MakeLabel("LabelNewGaugeID");
@@ -253,7 +249,7 @@ void InstrumentForm::AddTrial(QGridLayout* grid, int row) {
   ComboTrial->setObjectName("ComboTrial");
   ComboTrial->setToolTip(tr("What to try on the live instrument"));
   for (const TrialField& trial : presenter_.Description().trials) ComboTrial->addItem(ToText(trial.label));
-  boxTrialValue = new QSpinBox;
+  boxTrialValue = new NumberSpin;
   boxTrialValue->setObjectName("boxTrialValue");
   LabelTrialUnit = MakeLabel("LabelTrialUnit", {}, "caption");
   QPushButton* send = MakeButton("cmdTry", tr("&Try"), tr("Shows this value on the live instrument"));
@@ -323,7 +319,7 @@ void InstrumentForm::cmdSetNewID_Click() {
 
 void InstrumentForm::ShowAnswer() {
   setEnabled(true);
-  const bool moved = boxNewGaugeID->text().toInt() == presenter_.GaugeID();
+  const bool moved = TypedWhole(boxNewGaugeID->text().toStdString(), 0, kGauges - 1) == presenter_.GaugeID();
   if (moved) boxNewGaugeID->clear();
   Refresh();
   watcher_.ModelChanged();

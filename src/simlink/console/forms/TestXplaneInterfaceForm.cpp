@@ -2,9 +2,9 @@
 
 #include <QFileDialog>
 #include <QFontDatabase>
-#include <QIntValidator>
 
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 namespace {
@@ -326,7 +326,7 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
   row->setSpacing(look::Gap());
   cmdStopLog = AddButton("cmdStopLog", {}, tr("Logs every datagram, until it is stopped"),
                          [this] { presenter_.cmdStopLog_Click(); });
-  boxFrames = new QSpinBox;
+  boxFrames = new NumberSpin;
   boxFrames->setObjectName("boxFrames");
   boxFrames->setRange(2, 1000);
   boxFrames->setValue(10);

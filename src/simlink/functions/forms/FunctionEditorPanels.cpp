@@ -1,6 +1,7 @@
 // The Function editor's panels; what they do is in FunctionEditorForm.cpp.
 #include "simlink/functions/forms/FunctionEditorForm.h"
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 namespace {
@@ -161,7 +162,7 @@ QWidget* FunctionEditorForm::MakeReferenceColumn() {
   words->setWordWrap(true);
   words->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   words->setAlignment(Qt::AlignTop);
-  boxElement = new QSpinBox;
+  boxElement = new NumberSpin;
   boxElement->setObjectName("boxElement");
   boxElement->setRange(0, 9999);
   boxElement->setToolTip(tr("Of an array: which element, from 0; for example 1 for the second engine"));

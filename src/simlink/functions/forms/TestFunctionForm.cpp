@@ -1,9 +1,8 @@
 #include "simlink/functions/forms/TestFunctionForm.h"
 
-#include <QIntValidator>
-
 #include "simlink/PortValue.h"
 #include "ui/Look.h"
+#include "ui/NumberBox.h"
 
 namespace tvx {
 namespace {
@@ -50,10 +49,10 @@ QWidget* TestFunctionForm::MakeChoicePanel() {
   QFrame* panel = MakePanel("PanelChoice");
   QGridLayout* grid = MakeTitledGrid(panel, tr("Function"));
   BoxFunctionNr = AddEdit(grid, 1, 0, "BoxFunctionNr", tr("&Number"), tr("Function number, 1 to 300"));
-  BoxFunctionNr->setValidator(new QIntValidator(1, 300, BoxFunctionNr));
+  WantWhole(BoxFunctionNr, 1, kFunctions - 1);
   BoxSeqNr = AddEdit(grid, 1, 2, "BoxSeqNr", tr("&Sequence number"),
                      tr("Which of the Function's four sources, 1 to 4"));
-  BoxSeqNr->setValidator(new QIntValidator(0, 4, BoxSeqNr));
+  WantWhole(BoxSeqNr, 0, 4);
   BoxSeqNr->setText("1");
   LabelName = MakeLabel("LabelName");
   LabelDataType = MakeLabel("LabelDataType", {}, "caption");
@@ -103,7 +102,7 @@ QWidget* TestFunctionForm::MakeWritePanel() {
                                tr("In the Function's own unit; sweeping turns here"));
   boxIncrDecr =
       AddEdit(grid, 3, 0, "boxIncrDecr", tr("S&tep"), tr("Added up to the upper limit, then taken away"));
-  BoxInterval = new QSpinBox;
+  BoxInterval = new NumberSpin;
   BoxInterval->setObjectName("BoxInterval");
   BoxInterval->setRange(20, 10000);
   BoxInterval->setSingleStep(20);
@@ -170,7 +169,8 @@ void TestFunctionForm::Choose(int function) {
 
 void TestFunctionForm::TakeChoice() {
   presenter_.Choose(BoxFunctionNr->text().toStdString(), BoxSeqNr->text().toStdString());
-  const FunctionRecord* function = model_.FunctionOf(BoxFunctionNr->text().toInt());
+  const FunctionRecord* function =
+      model_.FunctionOf(TypedWhole(BoxFunctionNr->text().toStdString(), 1, kFunctions - 1).value_or(-1));
   const bool defined = function != nullptr && !function->ShortName.empty();
   LabelName->setText(defined ? ToText(function->ShortName) : tr("not defined"));
   const auto offer = [](QLineEdit* box, float value) { box->setText(ToText(ValueText(value))); };

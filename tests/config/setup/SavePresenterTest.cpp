@@ -399,9 +399,10 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
   Put("Source.cfg", cut);
   boxes.answers = {kAnswerYes};
   EXPECT_FALSE(save.ImportPartial("Source.cfg", {false, false, true, false, false, true}));
-  EXPECT_EQ(LastShown(),
-            "Error in Configuration file\r\nline 439: the file ends too early\r\nTaken: Functions 0 to 50.\r\n"
-            "Not taken, or only up to the error: Gauges.");
+  EXPECT_EQ(
+      LastShown(),
+      "Error in Configuration file\r\nline 439: the file ends too early\r\nTaken: Functions 0 to 50.\r\n"
+      "Not taken, or only up to the error: Gauges.");
 }
 
 }  // namespace

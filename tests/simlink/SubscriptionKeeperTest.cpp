@@ -37,6 +37,7 @@ struct ModelSimulator {
   std::set<int> Frame() {
     for (std::size_t i = 0; present && i < kReads && !buffer.empty(); ++i, buffer.pop_front()) {
       const std::string& r = buffer.front();
+      if (!r.starts_with("RREF")) continue;  // shorter: it asks for groups
       const int identifier = static_cast<Byte>(r[9]) + 256 * static_cast<Byte>(r[10]);
       if (r[5] == 0) subscribed.erase(identifier);
       if (r[5] != 0 && known.contains(identifier)) subscribed.insert(identifier);

@@ -90,9 +90,15 @@ namespace {
 // Paints its text alone, over the ground that it stands on: so nothing below it is painted with it.
 class ReadingLabel : public QLabel {
  public:
-  explicit ReadingLabel(look::Ground ground) : ground_(ground) { setAttribute(Qt::WA_OpaquePaintEvent); }
+  explicit ReadingLabel(look::Ground ground) : ground_(ground) {}
 
  protected:
+  bool event(QEvent* event) override {
+    const bool handled = QLabel::event(event);
+    // The style sheet takes it away whenever it polishes the label.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    return handled;
+  }
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.fillRect(rect(), look::ColourOf(ground_));

@@ -28,6 +28,7 @@ BusHealthPanel::BusHealthPanel() : LabelBusLoad(MakeLabel("LabelBusLoad")), List
                                   tr("Answers in the last minute"), tr("Asked every"), tr("Not answered"),
                                   tr("Damaged")});
   ListBusHealth->setRootIsDecorated(false);
+  ListBusHealth->setUniformRowHeights(true);
   ListBusHealth->setSelectionMode(QAbstractItemView::NoSelection);
   ListBusHealth->setFocusPolicy(Qt::TabFocus);
   ListBusHealth->header()->setStretchLastSection(false);

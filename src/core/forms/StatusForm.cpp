@@ -212,7 +212,10 @@ void StatusForm::Connect() {
   on(cmdDataOutput, [this] { presenter_.cmdDataOutput_Click(); });
   on(cmdTakeAddress, [this] { presenter_.cmdTakeAddress_Click(); });
   on(cmdHide, [this] { showMinimized(); });
-  connect(cmdShowBus, &QPushButton::toggled, panelBusHealth_, &QWidget::setVisible);
+  connect(cmdShowBus, &QPushButton::toggled, this, [this](bool shown) {
+    panelBusHealth_->setVisible(shown);
+    ShowBusHealth();
+  });
   on(cmdShowPorts, [this] { showPorts_(); });
   on(cmdShowIOM, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule1); });
   on(cmdShowIOM2, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule2); });
@@ -271,7 +274,11 @@ void StatusForm::ShowView() {
   cmdTakeAddress->setVisible(!view.Ignored.empty());
   ShowLink(LampSimulator, LabelSimulator, view.Simulator);
   ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
-  panelBusHealth_->Show(view);
+  ShowBusHealth();
+}
+
+void StatusForm::ShowBusHealth() {
+  if (!panelBusHealth_->isHidden()) panelBusHealth_->Show(presenter_.View());
 }
 
 // Run is grey while running, Stop while halted; the focus moves to the one that can be pressed.

@@ -40,6 +40,7 @@ class StatusForm : public Form {
   QLayout* MakeButtons();
   void Connect();
   void ShowRunButtons();
+  void ShowBusHealth();
   void ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link);
 
   StatusPresenter& presenter_;

@@ -60,7 +60,8 @@ class ThirtyPolled : public SimulatedBus {
 };
 
 TEST(BusInTime, AKnobThatIsTurnedForLongIsNotThrownBack) {
-  // A simulator that answers after 1.5 s still has the older value when the hand moves on, until the next poll.
+  // A simulator that answers after 1.5 s still has the older value when the hand moves on, until the next
+  // poll.
   for (const int echoMs : {100, 1500}) {
     ThirtyPolled bus(40, echoMs);
     bus.Run(6000);

@@ -126,6 +126,7 @@ class Needles : public SimulatedBus {
  public:
   explicit Needles(int count) : SimulatedBus(40), count_(count) {
     const auto plate = static_cast<Byte>(rig_->AddPlate(0, 1079, 1079));
+    rig_->Define(14);
     for (int i = 0; i < count; ++i) {
       rig_->Define(45 + i);
       GaugeRecord& gauge = rig_->AddGauge(1 + i, 4);
@@ -136,6 +137,7 @@ class Needles : public SimulatedBus {
   }
   std::int64_t oldest_ = 0;  // of the values that arrived, ms
   std::uint64_t arrived_ = 0;
+  int lightings_ = 0;  // of the first gauge
 
  protected:
   // The position tells the tick.
@@ -146,6 +148,7 @@ class Needles : public SimulatedBus {
   }
   void OnFrame(const vc::Frame& frame) override {
     const auto* command = std::get_if<vc::CommandFrame>(&frame);
+    if (command != nullptr && command->command == 8 && command->gaugeID == 1) ++lightings_;
     if (command == nullptr || command->command != 5) return;
     ++arrived_;
     oldest_ = std::max(oldest_, nowMs_ - ticks_[static_cast<std::size_t>(command->value)]);
@@ -176,9 +179,19 @@ TEST(BusInTime, AFullLineCarriesNewValuesToEveryNeedleAndIsTold) {
   }
 }
 
+TEST(BusInTime, TheFirstLightingOfARunGoesOutOnce) {
+  for (const int count : {3, 60}) {
+    Needles bus(count);
+    bus.Run(6000);
+    EXPECT_EQ(bus.lightings_, 1) << count;
+    bus.rig_->Set(14, 1023);
+    bus.Run(2000);
+    EXPECT_EQ(bus.lightings_, 2) << count;
+  }
+}
+
 TEST(BusInTime, OnAFullLineTheLightingComesFirst) {
   Needles bus(60);
-  bus.rig_->Define(14);
   bus.Run(3000);
   bus.rig_->Set(14, 512);
   bus.rig_->cycle.ResendAll();

@@ -105,7 +105,20 @@ TEST_F(ModuleFormsTest, WhatIsTouchedIsSelectedAndCheckedWhenStored) {
   ASSERT_NE(editor, nullptr);
   auto* store = Control<QPushButton>(editor, "cmdStore");
   boxes_.shown.clear();
-  Control<QComboBox>(editor, "ComboFunction")->setCurrentIndex(1);
+  auto* functions = Control<QComboBox>(editor, "ComboFunction");
+  ASSERT_GT(functions->count(), 1);
+  Byte& type = program.Model().Functions[static_cast<std::size_t>(functions->itemData(1).toInt())].ComboDT;
+  const Byte before = type;
+  for (const auto& [number, text] :
+       {std::pair{DataType::ByteType, "Data Byte"}, std::pair{DataType::Integer, "Data Integer"},
+        std::pair{DataType::UnsignedInt, "Data Uns.Int."}, std::pair{DataType::Long, "Data Long"},
+        std::pair{DataType::BcdCode, "Data BCD"}, std::pair{DataType::Float, "Data Float"}}) {
+    type = static_cast<Byte>(number);
+    functions->setCurrentIndex(0);
+    functions->setCurrentIndex(1);
+    EXPECT_EQ(Control<QComboBox>(editor, "ComboAction")->itemText(1).toStdString(), text);
+  }
+  type = before;
   Control<QLineEdit>(editor, "boxDebounceTime")->setText("3");
   Control<QLineEdit>(editor, "BoxOffOnValue")->setText("much");
   store->click();

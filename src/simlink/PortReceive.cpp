@@ -19,12 +19,22 @@ bool PortTable::DecodeRref(ByteView datagram, std::int64_t nowMs) {
     const Port asker = subscriptions_.AskedWith(record->identifier);
     const std::size_t port = asker != kNoPort ? asker : static_cast<std::size_t>(record->identifier);
     keeper_.DatarefAnswered(record->identifier);
-    if (port >= rows_.size()) return GiveUp(kNoPort);
+    if (port >= rows_.size()) {
+      RefuseFrom(datagram, i);
+      return GiveUp(kNoPort);
+    }
     rows_[port].FloatValue = record->value;
     traffic_[port].Note(nowMs);
     if (readings_[port].group >= 0) due_.Add(static_cast<Port>(port));
   }
   return true;
+}
+
+// Its rest is lost each time, so what nobody asks for has to stop.
+void PortTable::RefuseFrom(ByteView datagram, int first) {
+  for (int i = first; const auto record = ReadRrefRecord(datagram, i); ++i) {
+    if (subscriptions_.AskedWith(record->identifier) == kNoPort) keeper_.Unasked(record->identifier);
+  }
 }
 
 bool PortTable::DecodeData(ByteView datagram, std::int64_t nowMs) {

@@ -104,6 +104,7 @@ class PortTable {
   void FindReaders();
   std::span<const Port> ReadersOf(std::size_t group) const;
   bool Refresh(Port port);
+  void RefuseFrom(ByteView datagram, int first);
   bool GiveUp(Port port);
 
   const ConfigModel& model_;

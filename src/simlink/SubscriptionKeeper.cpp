@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 #include <utility>
 
 namespace tvx {
@@ -145,6 +146,21 @@ void SubscriptionKeeper::Cancel(Entry entry) {
   SendWaiting(clock_.MonotonicMs());
 }
 
+// Of the numbers that a request can carry, the one that stands so on the wire.
+void SubscriptionKeeper::CancelUnasked() {
+  const auto begin = unasked_.begin();
+  const auto end = begin + static_cast<std::ptrdiff_t>(std::exchange(unaskedCount_, 0));
+  std::sort(begin, end);
+  for (const std::int32_t onWire : std::span(begin, std::unique(begin, end))) {
+    if (FindDataref(onWire) != kNone) continue;
+    for (const std::int32_t number : {onWire, onWire - 256}) {
+      if (RrefIdentifierOnWire(number) != onWire) continue;
+      CancelDataref({}, number);
+      break;
+    }
+  }
+}
+
 void SubscriptionKeeper::DropRequestsFor(std::size_t key) {
   if (kept_[key] != kNone) Free(kept_[key]);
   for (Place place = Of(List::Ask).first; onceWaiting_ > 0 && place != kNone;) {
@@ -226,6 +242,7 @@ SubscriptionState SubscriptionKeeper::StateOf(Place place) const {
 
 void SubscriptionKeeper::Tick() {
   const std::int64_t now = clock_.MonotonicMs();
+  CancelUnasked();
   if (!paused_ && !held_) {
     NoticeSilence(now);
     CollectDue(now);

@@ -79,6 +79,11 @@ class SubscriptionKeeper {
     if (!IsFresh(entry)) return Answered(place);
     entry.answeredMs = heardMs_;
   }
+  // A value of a dataref that nobody asks for: what a program that died had asked for goes on. It is
+  // cancelled at the next Tick.
+  void Unasked(int identifierOnWire) {
+    if (unaskedCount_ < unasked_.size()) unasked_[unaskedCount_++] = identifierOnWire;
+  }
 
   // --- what is known ---
   SubscriptionState OfGroup(int group) const { return StateOf(FindGroup(group)); }
@@ -127,6 +132,7 @@ class SubscriptionKeeper {
   void Free(Place place);
   void Ask(Entry entry, Keep keep);
   void Cancel(Entry entry);
+  void CancelUnasked();
   void DropRequestsFor(std::size_t key);
   void Answered(Place place);
   void WaitAnew(std::int64_t now);
@@ -145,6 +151,8 @@ class SubscriptionKeeper {
   std::size_t onceWaiting_ = 0;   // requests that wait and are not kept
   std::array<std::int64_t, kMostRequests> sentAtMs_;
   std::size_t nextSent_ = 0;
+  std::array<std::int32_t, kMostRequests> unasked_{};
+  std::size_t unaskedCount_ = 0;
   bool paused_ = false, held_ = false, closing_ = false;
   std::int64_t closeByMs_ = 0;
   bool silent_ = true;  // no datagram for kSilentMs

@@ -178,6 +178,31 @@ TEST_F(Receive, SourcesOutsideTheTableAbandonTheRest) {
   EXPECT_EQ(Get(after), 5);
 }
 
+// What a program that was killed had asked for still comes, and each time costs the rest of its datagram.
+TEST_F(Receive, CancelsWhatNobodyAsksFor) {
+  Define(60, XplaneDataref, 0, 5).FullName = "#1:sim/x\r\n";
+  sim.OpenUDP();
+  const Port port = sim.OpenSimPort(60, 1);
+  sim.EnableReadSimPort(port);
+  socket.TakeSent();
+  for (const int identifier : {1, 127, RrefIdentifierOnWire(200), RrefIdentifierOnWire(900)}) {
+    const std::string stale = RrefDatagram({{0, 3}, {identifier, 9}, {identifier, 9}, {0, 4}});
+    socket.Deliver(stale);
+    socket.Deliver(stale);
+    EXPECT_EQ(Get(port), 3) << "the rest is lost";
+    sim.Tick();
+    Datagram cancellation;
+    ASSERT_TRUE(BuildRREF({}, 0,
+                          identifier < 200    ? identifier
+                          : identifier == 456 ? 200
+                                              : 900,
+                          cancellation));
+    const auto sent = socket.TakeSent();
+    ASSERT_EQ(sent.size(), 1u) << identifier;
+    EXPECT_EQ(sent[0], std::string(cancellation.View().begin(), cancellation.View().end()));
+  }
+}
+
 TEST_F(Receive, KnowsForHowLongTheSimulatorIsSilent) {
   sim.OpenUDP();
   EXPECT_FALSE(sim.SilentForMs());

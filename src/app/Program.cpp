@@ -67,7 +67,7 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
       engineCluster_(model_, sim_, hardware_, boxes_, clock_,
                      [this] { return run_.Cycle().CockpitLighting().Word(); }),
-      yokes_(model_, sim_, hardware_, boxes_, clock_),
+      yokes_(model_, sim_, hardware_, boxes_, clock_, lastWords_),
       start_(model_, file_, sim_, finder_, boxes_, *this, clock_, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
@@ -143,6 +143,7 @@ void Program::ConnectTimers() {
   connect(timers_.FinderTimer, kSecondMs, [this] {
     finder_.Tick();
     follower_.Tick(configuration_.MainForm() == nullptr);
+    yokes_.GiveBackLeftOnes();
   });
   timers_.FinderTimer.SetEnabled(true);
   connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });

@@ -23,6 +23,7 @@
 #include "core/forms/StatusForm.h"
 #include "hwbus/gaugebus/Serial.h"
 #include "platform/TtyPort.h"
+#include "platform/linux/CrashWords.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/serial/ComPortMap.h"
 #include "platform/linux/serial/KeptTty.h"
@@ -116,6 +117,7 @@ class Program final : private Shell, private ConfigurationHost {
   ConfigFile file_;
   UnsavedWork unsaved_{model_, boxes_};
   SimulatorSocket socket_{clock_};
+  CrashWords lastWords_{[this] { return socket_.Target(); }};
   SimCom sim_;
   std::unique_ptr<LineServer> ownLines_;
   LineKeepers keepers_;

@@ -12,6 +12,7 @@ class SimulatorSocket {
  public:
   explicit SimulatorSocket(const Clock& clock) : named_(udp_, resolver_, clock) {}
   UdpSocket& Socket() { return named_; }
+  std::optional<UdpTarget> Target() const { return udp_.Target(); }
 
  private:
   QtUdpSocket udp_{[](std::int32_t port) { return UserOfUdpPort(port); }};

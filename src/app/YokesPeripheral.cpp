@@ -1,14 +1,27 @@
 #include "app/YokesPeripheral.h"
 
 namespace tvx {
+namespace {
+
+constexpr std::int64_t kHeardMs = 2000;
+
+}  // namespace
 
 YokesPeripheral::YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware,
-                                 MessageBoxes& boxes, const Clock& clock)
+                                 MessageBoxes& boxes, const Clock& clock, LastWords& words)
     : model_(model),
+      sim_(sim),
       boxes_(boxes),
       pair_(model, sim, hardware.PortOf(HardwareGroup::Yoke1), hardware.PortOf(HardwareGroup::Yoke2), boxes,
-            clock, joystick_, processTimer_) {
+            clock, joystick_, processTimer_),
+      controls_(words) {
   ticks_ = processTimer_.OnTick([this] { pair_.ProcessTimer_Tick(); });
+  taken_ = pair_.SetTaken([this](TakenGroups groups) { controls_.Hold(groups); });
+}
+
+YokesPeripheral::~YokesPeripheral() {
+  pair_.Unload();
+  LetGo();
 }
 
 void YokesPeripheral::Load() {
@@ -19,8 +32,23 @@ void YokesPeripheral::Load() {
   form_.GetOrMake(make).show();
 }
 
+void YokesPeripheral::Stop() {
+  pair_.cmdStop_Click();
+  LetGo();
+}
+
+void YokesPeripheral::LetGo() {
+  if (!pair_.Controls().YokeTaken() && !pair_.Controls().PedalsTaken()) controls_.LetGo();
+}
+
+void YokesPeripheral::GiveBackLeftOnes() {
+  const auto silent = sim_.SilentForMs();
+  controls_.Tick(silent && *silent <= kHeardMs);
+}
+
 void YokesPeripheral::Unload() {
   pair_.Unload();
+  LetGo();
   form_.Unload();
   for (auto& form : configurations_) form.Unload();
 }

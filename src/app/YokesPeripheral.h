@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/Peripheral.h"
+#include "ffb/TakenControls.h"
 #include "ffb/YokePair.h"
 #include "ffb/forms/FfbStatusForm.h"
 #include "ffb/forms/YokeConfigForm.h"
@@ -15,9 +16,10 @@ namespace tvx {
 
 class YokesPeripheral final : public Peripheral {
  public:
+  // `words`: what is said where the program crashes.
   YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
-                  const Clock& clock);
-  ~YokesPeripheral() override { pair_.Unload(); }
+                  const Clock& clock, LastWords& words);
+  ~YokesPeripheral() override;
 
   bool Configured() const override { return pair_.Configured(1) || pair_.Configured(2); }
   void Load() override;
@@ -25,7 +27,9 @@ class YokesPeripheral final : public Peripheral {
   void Show() override;
   void OpenPorts() override { pair_.OpenPorts(); }
   void Run() override { pair_.cmdRun_Click(); }
-  void Stop() override { pair_.cmdStop_Click(); }
+  void Stop() override;
+  // About once a second, whether there are yokes or not: gives back what a program that was killed left.
+  void GiveBackLeftOnes();
 
   // Opens the form of yoke 1 or 2.
   void ShowConfiguration(int which);
@@ -35,12 +39,16 @@ class YokesPeripheral final : public Peripheral {
   YokeConfigForm* ConfigurationForm(int which) const { return configurations_[which == 2 ? 1 : 0].Get(); }
 
  private:
+  void LetGo();
+
   ConfigModel& model_;
+  SimCom& sim_;
   MessageBoxes& boxes_;
   SdlJoystick joystick_;
   QtTimer processTimer_{QStringLiteral("Yokes.ProcessTimer")};
   YokePair pair_;
-  Registration ticks_;
+  TakenControls controls_;
+  Registration ticks_, taken_;
   FormHolder<FfbStatusForm> form_;
   std::array<FormHolder<YokeConfigForm>, 2> configurations_;
 };

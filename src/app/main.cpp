@@ -6,6 +6,7 @@
 #include "app/Program.h"
 #include "app/TerminationSignals.h"
 #include "base/Version.h"
+#include "platform/linux/CrashWords.h"
 #include "platform/linux/FolderClaim.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "ui/Look.h"
@@ -45,6 +46,7 @@ int main(int argc, char** argv) {
   tvx::Program program(nullptr, nullptr, nullptr, &lines);
   claim.Listen(std::make_unique<tvx::QtFdWatcher>(), [&program] { program.ShowItself(); });
   const tvx::TerminationSignals termination([&program] { program.Exit(); });
+  tvx::CrashWords::CatchFatalSignals();  // behind the line server, which is no part of it
   program.Begin();
   return program.Ended() ? 0 : QApplication::exec();
 }

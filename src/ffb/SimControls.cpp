@@ -5,10 +5,6 @@
 namespace tvx {
 namespace {
 
-constexpr std::array<std::string_view, 2> kYokeOverrides = {"sim/operation/override/override_joystick_roll",
-                                                            "sim/operation/override/override_joystick_pitch"};
-constexpr std::array<std::string_view, 2> kPedalOverrides = {
-    "sim/operation/override/override_joystick_heading", "sim/operation/override/override_toe_brakes"};
 constexpr int kRenewCycles = 25;          // all is written again about once a second
 constexpr double kSmallestChange = 5e-4;  // a quarter of a position count
 
@@ -21,7 +17,9 @@ bool SimControls::Take(Group& group, bool wanted, std::array<std::string_view, 2
   group.taken = wanted;
   if (!renew) return false;
   group.cycles = 0;
+  if (wanted) Tell();
   for (const std::string_view override : overrides) sim_.SendXplaneDREF(override, wanted ? 1.0f : 0.0f);
+  if (!wanted) Tell();
   return true;
 }
 
@@ -53,7 +51,7 @@ void SimControls::Pedals(const std::optional<PedalRatios>& ratios) {
 void SimControls::GiveBack() {
   if (!yoke_.taken && !pedals_.taken) return;
   const bool closed = !sim_.UdpOpen();
-  if (closed) sim_.OpenUDP();
+  if (closed && !sim_.OpenUDP()) return;
   Yoke(std::nullopt);
   Pedals(std::nullopt);
   if (closed) sim_.CloseUDP();

@@ -51,6 +51,7 @@ class YokePair {
 
   const FfbPorts& Ports() const { return ports_; }
   const SimControls& Controls() const { return controls_; }
+  Registration SetTaken(std::function<void(TakenGroups)> told) { return controls_.SetTaken(std::move(told)); }
   const FfbSettings& Settings() const { return settings_; }
   const Feel& Flight() const { return feel_; }
   // From how many counts off its place on a hand's grip can be told, with these settings; std::nullopt where

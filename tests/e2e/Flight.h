@@ -97,6 +97,9 @@ class Flight {
     return static_cast<std::size_t>(std::count_if(link.Rrefs().begin(), link.Rrefs().end(), missing));
   }
 
+  // The cockpit stays, for a program elsewhere.
+  void EndProgram() { program_.reset(); }
+
   Program& TheProgram() { return *program_; }
   vc::Cockpit& TheCockpit() { return *cockpit_; }
   vc::Simulator& Sim() { return cockpit_->Sim(); }

@@ -134,6 +134,11 @@ std::size_t QtUdpSocket::Receive(std::span<Byte> out) {
   return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
+std::optional<UdpTarget> QtUdpSocket::Target() const {
+  if (!IsOpen() || !IsPort(remotePort_)) return std::nullopt;
+  return UdpTarget{remote_.toIPv4Address(), remotePort_};
+}
+
 // A program on this computer answers from whichever of its addresses the way leads over.
 void QtUdpSocket::FindOwnAddresses() {
   ownAddresses_.clear();

@@ -5,9 +5,11 @@
 #include <QHostAddress>
 #include <QUdpSocket>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/LastWords.h"
 #include "platform/UdpSocket.h"
 
 namespace tvx {
@@ -35,6 +37,8 @@ class QtUdpSocket final : public UdpSocket {
   UdpSender WaitingSender() const override;
   std::string LocalAddress() const override;
   std::string LastError() const override;
+  // Where Send sends to; std::nullopt while closed.
+  std::optional<UdpTarget> Target() const;
 
  private:
   void DeliverWaiting(int most);

@@ -151,6 +151,44 @@ TEST(StatusPresenter, GoingToTheConfigurationHaltsAndMakesRoomForANewLife) {
   EXPECT_EQ(rig.sim.PortCount(), 4);
 }
 
+// Power that went and returned, and an adapter that was pulled: the instruments may still be starting.
+TEST(StatusPresenter, InstrumentsWhoseLineIsBackAreToldEverythingTwice) {
+  for (const bool pulled : {false, true}) {
+    ActivatedRig rig;
+    rig.Bus().SetCarrier(true);
+    rig.run.cmdRun_Click();
+    rig.Set(51, 50);
+    const auto needles = [&rig](int ticks) {
+      rig.Bus().Writes.clear();
+      for (int i = 0; i < ticks; ++i, rig.clock.Advance(40)) rig.run.ProcessTimer_Tick();
+      int count = 0;
+      for (const auto& write : rig.Bus().Writes) {
+        const auto commands = CommandsOf(write);
+        count += static_cast<int>(std::count(commands.begin(), commands.end(), SentCommand{12, 5, 500}));
+      }
+      return count;
+    };
+    EXPECT_EQ(needles(20), 1);
+    if (pulled) {
+      rig.Bus().Unplug();
+      rig.Bus().OpenResult = SerialState::Open;
+      for (int i = 0; i < 5 && !rig.Bus().IsOpen(); ++i, rig.clock.Advance(1000)) rig.run.Timer1_Tick();
+    } else {
+      rig.Bus().SetCarrier(false);
+      rig.Bus().SetCarrier(true);
+    }
+    EXPECT_EQ(needles(20), 1) << pulled;
+    rig.run.Timer1_Tick();
+    EXPECT_EQ(needles(20), 0) << pulled;
+    rig.clock.Advance(2000);
+    rig.run.Timer1_Tick();
+    EXPECT_EQ(needles(20), 1) << pulled;
+    rig.clock.Advance(2000);
+    rig.run.Timer1_Tick();
+    EXPECT_EQ(needles(20), 0) << pulled;
+  }
+}
+
 TEST(StatusPresenter, RatesAreShownAndCleared) {
   ActivatedRig rig;
   rig.run.cmdRun_Click();

@@ -37,7 +37,7 @@ void BusHealth::Begin(std::int64_t nowMs) {
     gauge.gaugeID = gaugeID;
     gauge.answeredMs = nowMs;
   }
-  askedLast_ = -1;
+  askedLast_ = restOf_ = kNobody;
 }
 
 GaugeHealth* BusHealth::Find(int gaugeID) {
@@ -60,14 +60,14 @@ std::uint32_t BusHealth::NoteAnswer(int gaugeID, std::int64_t nowMs) {
   gauge->CountAnswer(nowMs);
   gauge->answeredMs = nowMs;
   gauge->everAnswered = true;
+  restOf_ = kNobody;
   gauge->waitingSinceMs_.reset();
   return std::exchange(gauge->missedInARow, 0);
 }
 
 void BusHealth::NoteDamaged() {
-  GaugeHealth* gauge = Find(askedLast_);
-  if (gauge == nullptr) return;
-  ++gauge->damaged;
+  const int rest = std::exchange(restOf_, kNobody);
+  if (GaugeHealth* gauge = Find(rest == kNobody ? askedLast_ : rest)) ++gauge->damaged;
 }
 
 void BusHealth::Watch(std::int64_t nowMs) {

@@ -43,7 +43,11 @@ class BusHealth {
   void NoteAsked(int gaugeID, std::int64_t nowMs);
   // Returns how many answers in a row it had missed before this one.
   std::uint32_t NoteAnswer(int gaugeID, std::int64_t nowMs);
-  // Bytes came that are no answer: the one that was asked last said them.
+  // Bytes wait that are no whole answer; they are looked at before the next one is asked. Whoever was asked
+  // last said them.
+  void NoteRest() { restOf_ = askedLast_; }
+  // What waited did not become an answer, or something came that is none: whoever began it said it, where
+  // none has begun the one that was asked last.
   void NoteDamaged();
   // Counts what has been missed by now.
   void Watch(std::int64_t nowMs);
@@ -64,7 +68,9 @@ class BusHealth {
   GaugeHealth* Find(int gaugeID);
 
   std::vector<GaugeHealth> gauges_;
-  int askedLast_ = -1;
+  static constexpr int kNobody = -1;
+  int askedLast_ = kNobody;
+  int restOf_ = kNobody;
 };
 
 }  // namespace tvx

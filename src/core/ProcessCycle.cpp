@@ -286,9 +286,11 @@ void ProcessCycle::SendBatch() {
   serial_.AppendToBatch(ByteView(moduleFrames_).first(moduleBytes_));
   if (sideFrameSet_) serial_.AppendToBatch(sideFrame_);
   const std::uint32_t rests = serial_.DiscardedRests();
+  const bool restWaited = serial_.RestWaits();
   const bool something = !serial_.TransmitBuffer().empty();
   const Serial::BatchResult result = serial_.SendBatch();
   sentFrames_ = something && result == Serial::BatchResult::Sent;
+  if (!restWaited && serial_.RestWaits()) health_.NoteRest();
   if (serial_.DiscardedRests() != rests) health_.NoteDamaged();
   if (result == Serial::BatchResult::Sent) {
     outbox_.Sent(nowMs_);

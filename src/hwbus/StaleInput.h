@@ -28,6 +28,8 @@ class StaleInput {
     return true;
   }
 
+  // Bytes that waited when it was looked at last.
+  std::size_t Waiting() const { return waiting_; }
   // Input was read: what waits from now on is another answer.
   void NoteRead() { waiting_ = 0; }
 

@@ -27,6 +27,9 @@ TEST(Dump, RecordsAreExactAndTheConfigurationFollows) {
   rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(51, 2));
   rig.sim.SetCurrentOpener(opener::kEngineCluster);
   rig.sim.OpenSimPort(52, 1);
+  rig.sim.SetCurrentOpener(255);
+  rig.AddGauge(255, 101);
+  rig.sim.OpenSimPort(51, 1);
   rig.socket.Deliver(std::string("RREF,\x01\0\0\0\0\0\x20\x3F", 13));  // port 1 = 0.625
 
   const std::string expected =
@@ -36,6 +39,7 @@ TEST(Dump, RecordsAreExactAndTheConfigurationFollows) {
       "\"\r\nList of active Ports\"\r\n"
       "\"Port= 0 FX= 51 Seq= 2 Rdf= 1 SdF= 0 Used by= ID:007 ,Device: Digital/Analogue Altimeter \"\r\n"
       "\"Port= 1 FX= 52 Seq= 1 Rdf= 0 SdF= 0.625 Used by= ENGCl\"\r\n"
+      "\"Port= 2 FX= 51 Seq= 1 Rdf= 0 SdF= 0 Used by= ID:255 ,Device: Digital/Analogue Altimeter \"\r\n"
       "\"\r\nList of active RREFs\"\r\n"
       "\"RREF#= 0 Freq= 5 Ident= 1 Dataref = sim/a; Value = 0.625\"\r\n"
       "\"\r\nEnd of Dump\"\r\n"

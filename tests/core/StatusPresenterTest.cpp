@@ -276,6 +276,11 @@ TEST(LatencyMeter, KnowsTheLastMinute) {
   EXPECT_EQ(meter.OfLastMinute(95000)->medianMs, meter.OfLastMinute(95000)->percentile99Ms)
       << "the others are too old";
   EXPECT_FALSE(meter.OfLastMinute(146000));
+  for (const int ms : {99, 100, 250, 259, 1000}) {  // exact up to 100 ms, in steps of 10 above
+    LatencyMeter one;
+    one.Note(ms, 0);
+    EXPECT_EQ(one.OfLastMinute(0)->medianMs, ms < 100 ? ms : ms / 10 * 10);
+  }
 }
 
 TEST(StatusPresenter, AStrangersAddressCanBeTaken) {

@@ -102,6 +102,8 @@ class Serial {
   BatchResult SendBatch();
   // How many such rests of damaged answers were discarded since the program started.
   std::uint32_t DiscardedRests() const { return discardedRests_; }
+  // Whether a part of an answer waited when the last batch was sent.
+  bool RestWaits() const { return input_.Waiting() > 0; }
 
   // What the line has taken and not carried yet.
   const LineBacklog& Backlog() const { return backlog_; }

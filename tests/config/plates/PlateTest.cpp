@@ -225,6 +225,9 @@ TEST_F(PlateControlTest, PlateAndFunctionGoToTheTargetsNeedle) {
   EXPECT_TRUE(plates.Assign());
   EXPECT_EQ(model.Gauges[9].GaugeSetting4, 1);
   EXPECT_EQ(plates.TargetPlate(), 1);
+  model.Gauges[9].GaugeFunction1 = 61;
+  model.Gauges[9].GaugeFunction2 = 62;
+  EXPECT_EQ(plates.TargetFunction(), 62);
   boxes.answers = {kAnswerNo, kAnswerYes, kAnswerYes};
   EXPECT_FALSE(plates.ChangeFunction(70));
   EXPECT_TRUE(plates.ChangeFunction(70));

@@ -75,6 +75,20 @@ TEST_F(ForcesTest, HandForceOverAirspeed) {
   }
 }
 
+// A centre near the stop, or beyond it, leaves some way to either side.
+TEST(Forces, PlaceAndRatioAgreeWhereverTheCentreIs) {
+  for (const double centre : {-2000.0, -460.0, 0.0, 300.0, 511.0, 2000.0}) {
+    for (const double ratio : {-1.0, -0.5, 0.0, 0.25, 1.0}) {
+      const double place = PlaceOfRatio(ratio, centre);
+      EXPECT_NEAR(RatioOfPlace(place, centre), ratio, 1e-9) << centre;
+      EXPECT_LE(std::fabs(place), 511) << centre;
+    }
+    EXPECT_GE(PlaceOfRatio(1, centre) - PlaceOfRatio(0, centre), 51) << centre;
+    EXPECT_GE(PlaceOfRatio(0, centre) - PlaceOfRatio(-1, centre), 51) << centre;
+    EXPECT_EQ(RatioOfPlace(511, centre), 1) << centre;
+  }
+}
+
 TEST_F(ForcesTest, TrimMovesTheCentreWithinItsRange) {
   values.ElevatorTrim = -0.5f;
   values.AileronTrim = 3;

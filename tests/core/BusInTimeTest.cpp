@@ -102,6 +102,16 @@ TEST(BusInTime, NearlyEveryPollIsAnsweredAtEveryInterval) {
   }
 }
 
+TEST(BusInTime, HalfAnAnswerIsCountedAsDamaged) {
+  ThirtyPolled bus;
+  bus.Radio().SetFault(vc::DeviceFault::Half);
+  bus.Run(12000);
+  for (const GaugeHealth& gauge : bus.rig_->cycle.Health().Gauges()) {
+    EXPECT_EQ(gauge.damaged > 0, gauge.gaugeID == kRadio) << gauge.gaugeID;
+    EXPECT_EQ(gauge.missed > 0, gauge.gaugeID == kRadio) << gauge.gaugeID;
+  }
+}
+
 TEST(BusInTime, AnInstrumentThatComesBackIsSentEverythingTwiceAndDoesNotUndoTheSimulator) {
   ThirtyPolled bus;
   bus.Run(6000);
@@ -135,7 +145,8 @@ class Needles : public SimulatedBus {
     }
     Start();
   }
-  std::int64_t oldest_ = 0;  // of the values that arrived, ms
+  std::int64_t longestGap_ = 0;  // between two values of a needle, ms
+  std::int64_t oldest_ = 0;      // of the values that arrived, ms
   std::uint64_t arrived_ = 0;
   int lightings_ = 0;  // of the first gauge
 
@@ -151,6 +162,9 @@ class Needles : public SimulatedBus {
     if (command != nullptr && command->command == 8 && command->gaugeID == 1) ++lightings_;
     if (command == nullptr || command->command != 5) return;
     ++arrived_;
+    std::int64_t& last = lastMs_[command->gaugeID];
+    if (last != 0) longestGap_ = std::max(longestGap_, nowMs_ - last);
+    last = nowMs_;
     oldest_ = std::max(oldest_, nowMs_ - ticks_[static_cast<std::size_t>(command->value)]);
   }
 
@@ -158,6 +172,7 @@ class Needles : public SimulatedBus {
   const int count_;
   int tick_ = 0;
   std::array<std::int64_t, 1079> ticks_{};
+  std::array<std::int64_t, 256> lastMs_{};
 };
 
 TEST(BusInTime, AFullLineCarriesNewValuesToEveryNeedleAndIsTold) {
@@ -177,6 +192,18 @@ TEST(BusInTime, AFullLineCarriesNewValuesToEveryNeedleAndIsTold) {
                 "gauge bus full: needles updated 9 times a second");
     }
   }
+}
+
+// Lighting that changes all the time goes before the values, and starves none of them.
+TEST(BusInTime, LightingThatNeverRestsStarvesNoNeedle) {
+  Needles bus(60);
+  bus.Run(3000);
+  bus.longestGap_ = 0;
+  for (int i = 0; i < 100; ++i) {
+    bus.rig_->Set(14, static_cast<float>(64 * (i % 16)));
+    bus.Run(120);
+  }
+  EXPECT_LT(bus.longestGap_, 1500);
 }
 
 TEST(BusInTime, TheFirstLightingOfARunGoesOutOnce) {

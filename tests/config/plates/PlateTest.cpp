@@ -104,6 +104,17 @@ TEST(PlateBoxes, ShowThePointsAsTheyWereStored) {
   }
 }
 
+TEST(PlateBoxes, AFullPlateHasNoBoxBeyondItsLast) {
+  PlateRecord plate;
+  for (std::size_t entry = 2; entry < PlateRecord::kStoredPoints; ++entry) {
+    plate.Value[entry] = static_cast<double>(entry) - 100;
+    plate.Position[entry] = static_cast<std::int16_t>(entry);
+  }
+  plate.Value[3] = plate.Position[3] = 0;  // the highest value is a 0 at position 0
+  const PlateBoxes boxes = BoxesOfPlate(plate);
+  EXPECT_EQ(boxes.value.front() + " " + boxes.value.back() + " " + boxes.needle.back(), "-96 -76 24");
+}
+
 TEST(PlateBoxes, WhatIsFilledInIsShownBefore) {
   EXPECT_EQ(FilledIn(Boxes({{0, "0", ""}, {2, "10", "200"}, {3, "", "7"}})),
             Boxes({{0, "", "0"}, {1, "5", "100"}}));

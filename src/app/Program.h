@@ -31,7 +31,7 @@
 #include "platform/qt/QtHost.h"
 #include "platform/qt/QtMulticastListener.h"
 #include "simlink/SimCom.h"
-#include "simlink/forms/PortsForm.h"
+#include "simlink/overview/forms/PortsForm.h"
 
 namespace tvx {
 

@@ -9,7 +9,7 @@ namespace tvx {
 NamedHostSocket::NamedHostSocket(UdpSocket& socket, HostResolver& resolver, const Clock& clock)
     : socket_(socket), resolver_(resolver), clock_(clock) {
   arrivals_ = socket_.SetArrivalHandler([this](std::size_t bytesTotal) {
-    heardMs_ = clock_.MonotonicMs();
+    if (!named_ || socket_.WaitingSender().isRemote) heardMs_ = clock_.MonotonicMs();
     RaiseArrival(bytesTotal);
   });
   errors_ = socket_.SetErrorHandler(

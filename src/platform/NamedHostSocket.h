@@ -51,7 +51,7 @@ class NamedHostSocket final : public UdpSocket {
   bool looking_ = false;
   bool waiting_ = false;      // the last SetUp failed for want of the address
   std::int64_t askedMs_ = 0;  // when it was looked up last
-  std::int64_t heardMs_ = 0;  // when a datagram arrived last
+  std::int64_t heardMs_ = 0;  // when a datagram of that computer arrived last
 };
 
 }  // namespace tvx

@@ -20,12 +20,14 @@ struct UdpEndpoints {
   bool operator==(const UdpEndpoints&) const = default;
 };
 
-// Where a datagram came from.
+// Where a datagram came from, and when.
 struct UdpSender {
   std::uint32_t address = 0;  // IPv4, its first number in the highest byte; 0: not known
   std::int32_t port = 0;      // 0: not known
   // It is the remote host: its address; where that is this computer, any of its own. True where not known.
   bool isRemote = true;
+  // How long ago the computer received it; 0 where not known.
+  std::int64_t waitedMs = 0;
 };
 
 // An unconnected UDP socket bound to a local port. No operation waits.

@@ -112,6 +112,11 @@ void LinkSocket::SendXplaneDREF(std::string_view dataref, float value) {
   if (BuildDREF(dataref, value, packet)) SendAsItIs(packet);
 }
 
+std::string LinkSocket::OwnAddressWords() const {
+  const std::string address = numbers_ ? socket_.LocalAddress() : std::string();
+  return address.empty() ? address : address + ", port " + std::to_string(numbers_->local);
+}
+
 void LinkSocket::SendDataOutputHere() {
   if (!numbers_ && !ConvertPorts()) return;
   const std::string address = socket_.LocalAddress();

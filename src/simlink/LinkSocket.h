@@ -33,6 +33,9 @@ class LinkSocket {
   // Why the last set-up failed, in words; empty after one that succeeded.
   std::string Error() const { return portTextError_.empty() ? socket_.LastError() : portTextError_; }
 
+  // "192.168.1.20, port 49003": this end of the link; empty where no way leads to the simulator.
+  std::string OwnAddressWords() const;
+
   // These set the socket up again before they send.
   void SendDSEL(int group);  // group 0..255
   void SendUSEL(int group);  // does nothing while the configuration's BlockUSEL is 1

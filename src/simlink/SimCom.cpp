@@ -63,7 +63,7 @@ void SimCom::WinsockUDP_DataArrival(std::size_t bytesTotal) {
     return;
   }
   keeper_.Heard();
-  if (!untakenMs_) untakenMs_ = lastArrivalMs_;
+  if (!untakenMs_) untakenMs_ = *lastArrivalMs_ - sender.waitedMs;
   if (bytesTotal >= kSmallestDatagram && Decode()) CountPacket();
 }
 

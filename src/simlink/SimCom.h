@@ -48,6 +48,8 @@ class SimCom {
   // To be called about every 20 ms, as long as the program lives.
   void Tick() { keeper_.Tick(); }
   std::string LinkError() const { return link_.Error(); }
+  // "192.168.1.20, port 49003": where the simulator is to send; empty where no way leads to it.
+  std::string OwnAddressWords() const { return link_.OwnAddressWords(); }
   // Told of a socket error after its message was shown: writes the dump and stops the run.
   using SocketErrorHandler = std::function<void(int code)>;
   Registration SetSocketErrorHandler(SocketErrorHandler handler) {
@@ -116,7 +118,8 @@ class SimCom {
   // Since OpenUDP.
   const GivenUp& GivenUpDatagrams() const { return ports_.GivenUpDatagrams(); }
   std::uint64_t ValuesLost() const { return ports_.ValuesLost(); }
-  // When the oldest of those values came that were not taken yet; std::nullopt where none did since.
+  // When the computer received the oldest of those values that were not taken yet; std::nullopt where none
+  // came since.
   std::optional<std::int64_t> TakeArrivalMs() { return std::exchange(untakenMs_, std::nullopt); }
   ByteView LastDatagram() const { return {buffer_.data(), received_}; }
 

@@ -50,6 +50,8 @@ QListView::item { padding: 0.2em; }
 QHeaderView { border: none; padding: 0; }
 QHeaderView::section { background: @panel; color: @dim; border: none; border-bottom: 1px solid @line;
                        padding: 0.2em; }
+QHeaderView::up-arrow, QHeaderView::down-arrow { subcontrol-origin: padding; subcontrol-position: top center;
+                                                 width: @markpx; height: 0.5em; }
 QCheckBox::indicator, QRadioButton::indicator { width: @markpx; height: @markpx; border: 2px solid @dim;
                                                 background: @ground; }
 QRadioButton::indicator { border-radius: @roundpx; }

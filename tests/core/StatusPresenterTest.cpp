@@ -223,7 +223,7 @@ TEST(StatusPresenter, ASilentSimulatorIsTroubleAndAskedAgain) {
 
 TEST(StatusPresenter, SaysWhatDoesNotCome) {
   ActivatedRig rig;
-  for (const auto& [number, path] : {std::pair{60, "sim/there"}, {61, "sim/gone"}}) {
+  for (const auto& [number, path] : {std::pair{60, "sim/there"}, {61, "sim/gone"}, {62, "sim/late"}}) {
     FunctionRecord& function = DefineFunction(rig.model, number, DataType::XplaneDataref, 0, 20);
     function.FullName = "#1:" + std::string(path) + "\r\n";
   }
@@ -237,8 +237,10 @@ TEST(StatusPresenter, SaysWhatDoesNotCome) {
     rig.run.ProcessTimer_Tick();
   }
   rig.run.Timer1_Tick();
-  EXPECT_NE(rig.run.View().Findings.find("not come. X-Plane, Settings, Data Output: enter this computer."),
-            std::string::npos)
+  EXPECT_NE(
+      rig.run.View().Findings.find("Data groups 1, 2, 14 and 51 do not come. X-Plane, Settings, Data Output: "
+                                   "enter this computer (192.168.1.20, port 49003)."),
+      std::string::npos)
       << rig.run.View().Findings;
   EXPECT_NE(rig.run.View().Findings.find(
                 "\nFunction 61 F61: sim/gone was never answered (this aircraft may not have it)."),
@@ -259,10 +261,26 @@ TEST(StatusPresenter, SaysWhatDoesNotCome) {
   rig.run.ProcessTimer_Tick();
   rig.run.Timer1_Tick();
   EXPECT_FALSE(rig.run.View().OfferDataOutput) << rig.run.View().Findings;
+  EXPECT_EQ(rig.run.View().Findings.find("Data group"), std::string::npos) << rig.run.View().Findings;
   EXPECT_NE(rig.run.View().Findings.find("1 datagram given up, last for a record that is none."),
             std::string::npos)
       << rig.run.View().Findings;
   EXPECT_NE(rig.run.View().Flow.find("99 of 100 within 30 ms; "), std::string::npos) << rig.run.View().Flow;
+
+  // One group goes on, and another dataref is answered.
+  const Port late = rig.sim.OpenSimPort(62, 1);
+  for (int second = 0; second < 12; ++second) {
+    rig.LinkTicks(50);
+    rig.Set(1, 50);
+    rig.socket.Deliver(RrefDatagram({{late, 1.0f}}));
+  }
+  rig.run.Timer1_Tick();
+  EXPECT_TRUE(rig.run.View().Findings.starts_with(
+      "Data groups 2, 14 and 51 do not come, though others do (this X-Plane may not have it).\n"
+      "Function 60 F60: sim/there is not answered any more (this aircraft may not have it).\n"
+      "Function 61 F61: sim/gone was never answered (this aircraft may not have it).\n"))
+      << rig.run.View().Findings;
+  EXPECT_FALSE(rig.run.View().OfferDataOutput);
 }
 
 TEST(LatencyMeter, KnowsTheLastMinute) {

@@ -1,4 +1,6 @@
+#include <QClipboard>
 #include <QSlider>
+#include <QTreeView>
 
 #include "tests/forms/FormsRig.h"
 
@@ -76,16 +78,32 @@ TEST_F(StatusFormTest, TheGaugeBusInTroubleIsSaidAndLit) {
   EXPECT_EQ(static_cast<const StateLamp*>(lamp)->Shown(), StateLamp::State::Trouble);
 }
 
-TEST_F(StatusFormTest, ShowPortsListsThemAndAClickTellsMore) {
+TEST_F(StatusFormTest, ShowPortsIsALiveTableToSearchSortAndCopy) {
   BeginHalted();
   Control<QPushButton>(Status(), "cmdShowPorts")->click();
   PortsForm* ports = program_->PortsWindow();
   ASSERT_NE(ports, nullptr);
-  auto* list = Control<QListWidget>(ports, "OffsetsList");
-  ASSERT_EQ(list->count(), 1 + program_->Sim().PortCount());
+  auto* list = Control<QTreeView>(ports, "OffsetsList");
+  const QAbstractItemModel& lines = *list->model();
+  const auto cell = [&lines](int line, int column) { return lines.index(line, column).data().toString(); };
+  ASSERT_EQ(lines.rowCount(), program_->Sim().PortCount());
   const std::string hint = LabelText(ports, "LabelDetails");
-  list->setCurrentRow(1);
+  const int last = lines.rowCount() - 1;
+  list->setCurrentIndex(lines.index(last, 0));
   EXPECT_NE(LabelText(ports, "LabelDetails"), hint);
+  const QString chosen = cell(last, 0);
+  list->sortByColumn(0, Qt::DescendingOrder);
+  EXPECT_EQ(list->currentIndex().row(), 0) << "what is chosen moves along";
+  EXPECT_EQ(cell(0, 0), chosen);
+  Control<QLineEdit>(ports, "SearchPorts")->setText("airspeed intrn");
+  ASSERT_EQ(lines.rowCount(), 1);
+  EXPECT_EQ(LabelText(ports, "LabelCount"), "1 of " + std::to_string(last + 1) + " ports");
+  Control<QPushButton>(ports, "cmdCopyPorts")->click();
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("\n000\tINTRN\t001\t"));
+  program_->Sim().CloseAllPorts();
+  ports->Refresh();
+  EXPECT_EQ(lines.rowCount(), 0);
+  ExpectNothingClipped(ports);
 }
 
 TEST_F(StatusFormTest, TheCloseButtonEndsTheProgramWithEverythingClosed) {

@@ -130,6 +130,8 @@ TEST_F(NamedHostSocketTest, ASilentComputerIsLookedUpAgainAndFollowedWhileTheSoc
   clock.Advance(NamedHostSocket::kSilenceToAskMs - 1);
   socket.Send({});
   EXPECT_EQ(resolver.asked.size(), 1u) << "it is not silent yet";
+  inner.Sender = {0x0A000063, 49001, false};
+  inner.Deliver("DATA*");  // of another computer, or of its own new address
   clock.Advance(1);
   socket.Send({});
   socket.Send({});

@@ -1,7 +1,6 @@
 // Opening, reading and writing simulator ports, and their listing.
 #include <cmath>
 
-#include "simlink/PortListing.h"
 #include "simlink/PortValue.h"
 #include "tests/simlink/Fixture.h"
 
@@ -211,40 +210,6 @@ TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
   EXPECT_EQ(Get(own), -4);
   EXPECT_EQ(Get(other), -12345);
   EXPECT_TRUE(socket.Sent.empty());
-}
-
-TEST_F(Ports, AreListedWithTheirUsersAndTypes) {
-  model.Gauges[7].GaugeType = 101;
-  model.Gaugetypes[11] = {101, "Altimeter"};
-  const struct {
-    int function;
-    DataType type;
-    std::int16_t opener;
-    const char *line, *details;
-  } cases[] = {
-      {60, Float, 7, "000      ID:007      060           --------Float--------- F60",
-       "Used by Gauge Type: Altimeter|DATA (float), name: F60|Index Nr: 10 Value Nr: 3"},
-      {61, XplaneDataref, 1000, "001      IOM#1       061           Xplane Dataref F61",
-       "Gauge type: IOM#1|RREF Ident (Port#)= 1|Frequency =3|Dataref= sim/a"},
-      {62, XplaneDataref, 4000, "002      ENGCl       062           Xplane Dataref F62",
-       "Gauge type: ENGCl|It is a RREF Write only (DREF)."},
-      {63, XplaneCmnd, 5000, "003      YOKES       063           Xplane CMND   F63",
-       "Gauge type: YOKES|CMND, Dataref= #1:sim/a\r\n"},
-  };
-  std::vector<std::string> lines;
-  for (const auto& c : cases) {
-    Define(c.function, c.type, 10, c.function == 62 ? 0 : 3).FullName = "#1:sim/a\r\n";
-    sim.SetCurrentOpener(c.opener);
-    std::string details;
-    for (const std::string& detail : PortDetails(model, sim, sim.OpenSimPort(c.function, 1)))
-      details += (details.empty() ? "" : "|") + detail;
-    EXPECT_EQ(details, c.details);
-    lines.push_back(c.line);
-  }
-  const PortListing listing = ListPorts(model, sim);
-  EXPECT_EQ(listing.Header, "Port#    Used by     Func#         Datatype      Func. Name");
-  EXPECT_EQ(listing.Lines, lines);
-  EXPECT_TRUE(PortDetails(model, sim, 4).empty());
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #include "core/forms/StatusForm.h"
 
+#include <QScreen>
 #include <QShowEvent>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "ui/Look.h"
 
@@ -266,19 +268,29 @@ void StatusForm::ShowView() {
   LabelNotice->setVisible(!view.Notice.empty());
   SetTextIfChanged(LabelFlow, view.Flow);
   LabelFlow->setVisible(!view.Flow.empty());
-  SetTextIfChanged(LabelFindings, view.Findings);
-  LabelFindings->setVisible(!view.Findings.empty());
   cmdDataOutput->setVisible(view.OfferDataOutput);
+  const bool othersFound = SetTextIfChanged(LabelFindings, view.Findings);
+  LabelFindings->setVisible(!view.Findings.empty());
   SetTextIfChanged(LabelIgnored, view.Ignored);
   LabelIgnored->setVisible(!view.Ignored.empty());
   cmdTakeAddress->setVisible(!view.Ignored.empty());
   ShowLink(LampSimulator, LabelSimulator, view.Simulator);
   ShowLink(LampGaugeBus, LabelGaugeBus, view.GaugeBus);
   ShowBusHealth();
+  if (othersFound) GrowToFit();
 }
 
 void StatusForm::ShowBusHealth() {
   if (!panelBusHealth_->isHidden()) panelBusHealth_->Show(presenter_.View());
+}
+
+// Labels that wrap do not make a window higher by themselves.
+void StatusForm::GrowToFit() {
+  if (!isVisible() || isMaximized() || isFullScreen()) return;
+  const int room = screen()->availableGeometry().height() - 2 * look::Margin();
+  layout()->activate();
+  const int needed = std::min(layout()->totalHeightForWidth(width()), room);
+  if (needed > height()) resize(width(), needed);
 }
 
 // Run is grey while running, Stop while halted; the focus moves to the one that can be pressed.

@@ -41,6 +41,7 @@ class StatusForm : public Form {
   void Connect();
   void ShowRunButtons();
   void ShowBusHealth();
+  void GrowToFit();
   void ShowLink(StateLamp* lamp, QLabel* label, const StatusView::Link& link);
 
   StatusPresenter& presenter_;

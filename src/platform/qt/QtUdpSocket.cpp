@@ -2,10 +2,12 @@
 
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/uio.h>
+#include <time.h>
 #include <unistd.h>
 
-#include <QNetworkInterface>
-#include <algorithm>
+#include <array>
+#include <cstring>
 #include <utility>
 
 #include "platform/HostName.h"
@@ -18,10 +20,42 @@ namespace {
 constexpr int kDatagramsPerCall = 64;
 // More than the system's receive buffer holds: the end of a delivery even where a sender never stops.
 constexpr int kDatagramsBeforeRebinding = 4096;
-constexpr qint64 kPortUserMs = 2000;  // for so long it is taken for the same
+constexpr std::size_t kControlRoom = 256;       // for the time of a datagram
+constexpr std::int64_t kLongestWaitMs = 10000;  // more is a clock that was set
+constexpr qint64 kPortUserMs = 2000;            // for so long it is taken for the same
 
 bool IsPort(std::int32_t port) {
   return port >= 1 && port <= 65535;
+}
+
+// Whether an IPv4 address is one of this computer's now: only those can be bound to. Cards come and go, so no
+// answer is kept. Never allocates.
+bool IsOwnAddress(std::uint32_t address) {
+  if (address >> 24 == 127) return true;
+  if (address == 0) return false;
+  const int trial = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  if (trial < 0) return false;
+  sockaddr_in own{};
+  own.sin_family = AF_INET;
+  own.sin_addr.s_addr = htonl(address);
+  const bool bound = ::bind(trial, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0;
+  ::close(trial);
+  return bound;
+}
+
+// How long ago the computer received what `message` tells of. 0 where it does not say, or where the clock was
+// set meanwhile.
+std::int64_t WaitedMs(msghdr& message) {
+  for (cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr; part = CMSG_NXTHDR(&message, part)) {
+    if (part->cmsg_level != SOL_SOCKET || part->cmsg_type != SCM_TIMESTAMPNS) continue;
+    timespec received{}, now{};
+    std::memcpy(&received, CMSG_DATA(part), sizeof received);
+    clock_gettime(CLOCK_REALTIME, &now);
+    const std::int64_t ms =
+        (now.tv_sec - received.tv_sec) * 1000 + (now.tv_nsec - received.tv_nsec) / 1'000'000;
+    return ms >= 0 && ms < kLongestWaitMs ? ms : 0;
+  }
+  return 0;
 }
 
 // Holds a flag for as long as a scope lasts.
@@ -57,10 +91,7 @@ bool QtUdpSocket::SetUp(const UdpEndpoints& endpoints) {
   if (!IsPort(endpoints.remotePort)) return Fail("the remote port must be 1 to 65535");
   if (!IsPort(endpoints.localPort)) return Fail("the local port must be 1 to 65535");
   if (!samePort && !Bind(endpoints.localPort)) return false;
-  const QHostAddress remote(*address);
-  const bool anew = !samePort || remote_ != remote;
-  remote_ = remote;
-  if (anew) FindOwnAddresses();
+  remote_ = QHostAddress(*address);
   remotePort_ = endpoints.remotePort;
   lastError_.clear();
   takenPort_ = 0;
@@ -81,6 +112,8 @@ bool QtUdpSocket::Bind(std::int32_t localPort) {
     return false;
   }
   localPort_ = localPort;
+  const int on = 1;  // what arrives is to carry the time
+  ::setsockopt(static_cast<int>(socket_.socketDescriptor()), SOL_SOCKET, SO_TIMESTAMPNS, &on, sizeof on);
   return true;
 }
 
@@ -139,28 +172,27 @@ std::optional<UdpTarget> QtUdpSocket::Target() const {
   return UdpTarget{remote_.toIPv4Address(), remotePort_};
 }
 
-// A program on this computer answers from whichever of its addresses the way leads over.
-void QtUdpSocket::FindOwnAddresses() {
-  ownAddresses_.clear();
-  const QList<QHostAddress> own = QNetworkInterface::allAddresses();
-  if (!remote_.isLoopback() && !own.contains(remote_)) return;
-  for (const QHostAddress& address : own) {
-    if (const quint32 number = address.toIPv4Address(); number != 0) ownAddresses_.push_back(number);
-  }
-}
-
 UdpSender QtUdpSocket::WaitingSender() const {
   if (!IsOpen()) return {};
   sockaddr_in from{};
-  socklen_t size = sizeof from;
   char byte = 0;
-  const ssize_t peeked = recvfrom(static_cast<int>(socket_.socketDescriptor()), &byte, sizeof byte,
-                                  MSG_PEEK | MSG_DONTWAIT, reinterpret_cast<sockaddr*>(&from), &size);
+  iovec data{&byte, sizeof byte};
+  alignas(cmsghdr) std::array<char, kControlRoom> control{};
+  msghdr message{};
+  message.msg_name = &from;
+  message.msg_namelen = sizeof from;
+  message.msg_iov = &data;
+  message.msg_iovlen = 1;
+  message.msg_control = control.data();
+  message.msg_controllen = control.size();
+  const auto peeked =
+      ::recvmsg(static_cast<int>(socket_.socketDescriptor()), &message, MSG_PEEK | MSG_DONTWAIT);
   if (peeked < 0 || from.sin_family != AF_INET) return {};
   const std::uint32_t address = ntohl(from.sin_addr.s_addr);
-  const bool loopback = (address >> 24) == 127 && !ownAddresses_.empty();
-  const bool own = std::find(ownAddresses_.begin(), ownAddresses_.end(), address) != ownAddresses_.end();
-  return {address, ntohs(from.sin_port), loopback || own || address == remote_.toIPv4Address()};
+  const std::uint32_t remote = remote_.toIPv4Address();
+  // A program on this computer answers from whichever of its addresses the way leads over.
+  const bool isRemote = address == remote || (IsOwnAddress(remote) && IsOwnAddress(address));
+  return {address, ntohs(from.sin_port), isRemote, WaitedMs(message)};
 }
 
 // The system says by which way it would send, without sending anything.

@@ -7,7 +7,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/LastWords.h"
 #include "platform/UdpSocket.h"
@@ -43,13 +42,11 @@ class QtUdpSocket final : public UdpSocket {
  private:
   void DeliverWaiting(int most);
   bool Bind(std::int32_t localPort);
-  void FindOwnAddresses();
   bool Fail(std::string words);
   void OnError(QAbstractSocket::SocketError code);
 
   QUdpSocket socket_;
   QHostAddress remote_;
-  std::vector<quint32> ownAddresses_;  // of this computer, where the remote host is one of them
   std::int32_t remotePort_ = 0;
   std::int32_t localPort_ = 0;  // bound to; 0: closed
   PortUser portUser_;

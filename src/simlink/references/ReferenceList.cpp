@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/NumberFormat.h"
+#include "base/SearchWords.h"
 #include "platform/AtomicFile.h"
 
 namespace tvx {
@@ -60,26 +61,6 @@ char Small(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-std::string SmallLetters(std::string_view text) {
-  std::string small(text);
-  std::transform(small.begin(), small.end(), small.begin(), Small);
-  return small;
-}
-
-std::vector<std::string> Words(std::string_view text) {
-  std::vector<std::string> words;
-  std::string word;
-  for (const char c : text) {
-    if (!IsBlank(c)) {
-      word += Small(c);
-    } else if (!word.empty()) {
-      words.push_back(std::exchange(word, {}));
-    }
-  }
-  if (!word.empty()) words.push_back(word);
-  return words;
-}
-
 }  // namespace
 
 std::optional<ListContent> ParseListFile(std::string_view text, std::string_view title) {
@@ -130,13 +111,10 @@ void ReferenceList::Load(const ListFile& file, std::string_view missing) {
 void ReferenceList::Filter(std::string_view prefix, std::string_view search) {
   prefix_ = prefix;
   search_ = search;
-  const std::vector<std::string> words = Words(search);
+  const std::vector<std::string> words = SearchWords(search);
   shown_.clear();
   for (std::size_t i = 0; i < content_.entries.size(); ++i) {
-    const auto holds = [this, i](const std::string& word) {
-      return small_[i].find(word) != std::string::npos;
-    };
-    if (content_.entries[i].starts_with(prefix_) && std::all_of(words.begin(), words.end(), holds)) {
+    if (content_.entries[i].starts_with(prefix_) && HoldsEvery(words, small_[i])) {
       shown_.push_back(i);
     }
   }

@@ -42,48 +42,13 @@ SubscriptionKeeper::Place SubscriptionKeeper::FindDataref(int identifierOnWire) 
 
 // --- the lists ---
 
-SubscriptionKeeper::Place SubscriptionKeeper::New(Entry entry, List list) {
-  Place place = Of(List::Free).first;
-  if (place == kNone) {
-    place = static_cast<Place>(entries_.size());
-    entries_.emplace_back();
-    Chain& free = lists_[Index(List::Free)];
-    free = {place, place, 1};
-  }
-  Move(place, Index(list), clock_.MonotonicMs());
-  Entry& made = At(place);
-  entry.list = made.list;
-  entry.before = made.before;
-  entry.after = made.after;
-  entry.sinceMs = made.sinceMs;
-  made = std::move(entry);
-  return place;
-}
-
-// To the end of another list.
-void SubscriptionKeeper::Move(Place place, std::size_t list, std::int64_t now) {
-  Entry& entry = At(place);
-  Chain& from = lists_[entry.list];
-  (entry.before == kNone ? from.first : At(entry.before).after) = entry.after;
-  (entry.after == kNone ? from.last : At(entry.after).before) = entry.before;
-  --from.count;
-  Chain& to = lists_[list];
-  entry.before = to.last;
-  entry.after = kNone;
-  (to.last == kNone ? to.first : At(to.last).after) = place;
-  to.last = place;
-  ++to.count;
-  entry.list = static_cast<std::uint8_t>(list);
-  entry.sinceMs = now;
-}
-
 void SubscriptionKeeper::Free(Place place) {
-  Entry& entry = At(place);
+  Entry& entry = requests_.At(place);
   const auto key = KeyOf(entry);
   if (kept_[key] == place) kept_[key] = kNone;
   if (entry.list == Index(List::Ask) && !entry.kept) --onceWaiting_;
   entry.kept = false;
-  Move(place, Index(List::Free), 0);
+  requests_.Free(place);
 }
 
 // --- asking ---
@@ -112,11 +77,11 @@ void SubscriptionKeeper::Ask(Entry entry, Keep keep) {
   const auto key = KeyOf(entry);
   if (keep == Keep::No) {
     ++onceWaiting_;
-    New(std::move(entry), List::Ask);
+    requests_.New(std::move(entry), Index(List::Ask), clock_.MonotonicMs());
   } else if (kept_[key] == kNone) {
     entry.kept = true;
-    kept_[key] = New(std::move(entry), List::Ask);
-  } else if (At(kept_[key]).list != Index(List::Ask)) {
+    kept_[key] = requests_.New(std::move(entry), Index(List::Ask), clock_.MonotonicMs());
+  } else if (requests_.At(kept_[key]).list != Index(List::Ask)) {
     Requeue(kept_[key], now);
   }
   SendWaiting(now);
@@ -142,7 +107,7 @@ void SubscriptionKeeper::Cancel(Entry entry) {
   DropRequestsFor(key);
   if (cancelling_[key] || (entry.isGroup && socket_.UselBlocked())) return;
   cancelling_[key] = true;
-  New(std::move(entry), List::Cancel);
+  requests_.New(std::move(entry), Index(List::Cancel), clock_.MonotonicMs());
   SendWaiting(clock_.MonotonicMs());
 }
 
@@ -164,8 +129,8 @@ void SubscriptionKeeper::CancelUnasked() {
 void SubscriptionKeeper::DropRequestsFor(std::size_t key) {
   if (kept_[key] != kNone) Free(kept_[key]);
   for (Place place = Of(List::Ask).first; onceWaiting_ > 0 && place != kNone;) {
-    const Place next = At(place).after;
-    if (KeyOf(At(place)) == key) Free(place);
+    const Place next = requests_.At(place).after;
+    if (KeyOf(requests_.At(place)) == key) Free(place);
     place = next;
   }
 }
@@ -197,11 +162,11 @@ void SubscriptionKeeper::Hold(bool on) {
 
 // What comes had no chance to be noticed: everything that was asked for gets the shortest patience again.
 void SubscriptionKeeper::WaitAnew(std::int64_t now) {
-  for (Place place = 0; place < static_cast<Place>(entries_.size()); ++place) {
-    Entry& entry = At(place);
+  for (Place place = 0; place < static_cast<Place>(requests_.Size()); ++place) {
+    Entry& entry = requests_.At(place);
     if (!entry.kept || entry.list == Index(List::Ask)) continue;
     entry.step = 0;
-    Move(place, Index(List::Patience), now);
+    requests_.Move(place, Index(List::Patience), now);
   }
   anewMs_ = kLongAgo;
 }
@@ -215,7 +180,7 @@ void SubscriptionKeeper::Heard() {
 
 void SubscriptionKeeper::Answered(Place place) {
   if (place == kNone) return;
-  Entry& entry = At(place);
+  Entry& entry = requests_.At(place);
   // What was asked under this number before, by something else.
   if (entry.asked == 0) return;
   if (entry.step >= kStayedAway) woken_ = true;
@@ -223,13 +188,13 @@ void SubscriptionKeeper::Answered(Place place) {
   entry.step = 0;
   entry.answeredMs = heardMs_;
   if (IsFresh(entry)) return;
-  Move(place, Index(List::Answered), heardMs_);
+  requests_.Move(place, Index(List::Answered), heardMs_);
 }
 
 SubscriptionState SubscriptionKeeper::StateOf(Place place) const {
   SubscriptionState state;
   if (place == kNone) return state;
-  const Entry& entry = At(place);
+  const Entry& entry = requests_.At(place);
   state.wanted = entry.kept;
   state.asked = entry.asked;
   state.askedMs = entry.askedMs;
@@ -251,7 +216,7 @@ void SubscriptionKeeper::Tick() {
   if (!closing_ || (CancellationsWaiting() > 0 && now < closeByMs_)) return;
   while (CancellationsWaiting() > 0) {
     const Place place = Of(List::Cancel).first;
-    cancelling_[KeyOf(At(place))] = false;
+    cancelling_[KeyOf(requests_.At(place))] = false;
     Free(place);
   }
   closing_ = false;
@@ -269,11 +234,11 @@ void SubscriptionKeeper::NoticeSilence(std::int64_t now) {
 void SubscriptionKeeper::SendScouts(std::int64_t now) {
   scoutDueMs_ = now + kScoutMs;
   int scouts = 0;
-  const int looks = std::min(kScouts * kLooksForAScout, static_cast<int>(entries_.size()));
+  const int looks = std::min(kScouts * kLooksForAScout, static_cast<int>(requests_.Size()));
   for (int look = 0; look < looks && scouts < kScouts; ++look) {
-    if (nextScout_ >= entries_.size()) nextScout_ = 0;
+    if (nextScout_ >= requests_.Size()) nextScout_ = 0;
     const auto place = static_cast<Place>(nextScout_++);
-    Entry& entry = At(place);
+    Entry& entry = requests_.At(place);
     if (!entry.kept || entry.list < Index(List::Patience) || now - entry.sinceMs < kScoutMs) continue;
     Requeue(place, now);
     if (entry.step > 0) --entry.step;  // its patience stays as it is
@@ -286,14 +251,14 @@ void SubscriptionKeeper::CollectDue(std::int64_t now) {
   std::size_t room = kMostRequests - std::min(kMostRequests, RequestsWaiting());
   for (; room > 0; --room) {
     const Place place = Of(List::Answered).first;
-    if (place == kNone || now - At(place).sinceMs < kSilentMs + kFreshMs) break;
+    if (place == kNone || now - requests_.At(place).sinceMs < kSilentMs + kFreshMs) break;
     Requeue(place, now);
   }
   for (std::size_t step = 0; step < kPatienceMs.size(); ++step) {
     for (; room > 0; --room) {
-      const Place place = lists_[Index(List::Patience, step)].first;
+      const Place place = requests_.Of(Index(List::Patience, step)).first;
       if (place == kNone) break;
-      Entry& entry = At(place);
+      Entry& entry = requests_.At(place);
       const bool anew = entry.sinceMs <= anewMs_;
       if (now - entry.sinceMs < (anew ? kPatienceMs[0] : kPatienceMs[step])) break;
       if (anew && step > 0) entry.step = 0;
@@ -314,7 +279,7 @@ void SubscriptionKeeper::SendWaiting(std::int64_t now) {
 }
 
 void SubscriptionKeeper::Send(Place place, std::int64_t now) {
-  Entry& entry = At(place);
+  Entry& entry = requests_.At(place);
   if (entry.list == Index(List::Cancel)) {
     cancelling_[KeyOf(entry)] = false;
     if (entry.isGroup) {
@@ -333,7 +298,7 @@ void SubscriptionKeeper::Send(Place place, std::int64_t now) {
   if (!entry.kept) return Free(place);
   ++entry.asked;
   entry.askedMs = now;
-  Move(place, Index(List::Patience, entry.step), now);
+  requests_.Move(place, Index(List::Patience, entry.step), now);
   entry.step = static_cast<std::uint8_t>(std::min<std::size_t>(entry.step + 1u, kPatienceMs.size() - 1));
 }
 

@@ -5,12 +5,13 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Host.h"
 #include "simlink/LinkSocket.h"
+#include "simlink/RequestLists.h"
 
 namespace tvx {
 
@@ -74,7 +75,7 @@ class SubscriptionKeeper {
   void DatarefAnswered(int identifierOnWire) {  // 0..65535
     const Place place = kept_[kGroupKeys + static_cast<std::size_t>(identifierOnWire)];
     if (place == kNone) return;
-    Entry& entry = At(place);
+    Entry& entry = requests_.At(place);
     // Most values come soon after another: then only the time is noted.
     if (!IsFresh(entry)) return Answered(place);
     entry.answeredMs = heardMs_;
@@ -92,32 +93,18 @@ class SubscriptionKeeper {
   std::size_t CancellationsWaiting() const { return Of(List::Cancel).count; }
 
  private:
-  // Every entry is in one list. Those of a Patience list wait for their answer, for the same time in each; so
-  // all lists are in the order in which something falls due, and only their first entries need a look.
-  enum class List : std::uint8_t { Free, Cancel, Ask, Answered, Patience };  // Patience + step
+  // Those of a Patience list wait for their answer, for the same time in each; so all lists are in the order
+  // in which something falls due, and only their first entries need a look.
+  enum class List : std::uint8_t { Cancel, Ask, Answered, Patience };  // Patience + step
   static constexpr std::size_t kLists = static_cast<std::size_t>(List::Patience) + kPatienceMs.size();
-  using Place = std::int32_t;  // in entries_
+  using Place = RequestLists::Place;
+  using Entry = RequestLists::Entry;
   // How old a time in the list of what answers may be, so that not every value moves its entry there.
   static constexpr std::int64_t kFreshMs = 250;
-  static constexpr Place kNone = -1;
-  struct Entry {
-    bool isGroup = false, kept = false, everAnswered = false;
-    std::uint8_t list = 0, step = 0;
-    std::int32_t number = 0, frequency = 0;
-    int asked = 0;
-    std::int64_t sinceMs = 0, askedMs = 0, answeredMs = 0;  // sinceMs: in its list
-    Place before = kNone, after = kNone;
-    std::string path;
-  };
-  struct Chain {
-    Place first = kNone, last = kNone;
-    std::size_t count = 0;
-  };
+  static constexpr Place kNone = RequestLists::kNone;
 
   static std::size_t Index(List list, std::size_t step = 0) { return static_cast<std::size_t>(list) + step; }
-  const Chain& Of(List list) const { return lists_[Index(list)]; }
-  Entry& At(Place place) { return entries_[static_cast<std::size_t>(place)]; }
-  const Entry& At(Place place) const { return entries_[static_cast<std::size_t>(place)]; }
+  const RequestLists::Chain& Of(List list) const { return requests_.Of(Index(list)); }
   bool IsFresh(const Entry& entry) const {
     return entry.list == Index(List::Answered) && heardMs_ - entry.sinceMs < kFreshMs;
   }
@@ -126,9 +113,7 @@ class SubscriptionKeeper {
   Place FindDataref(int identifierOnWire) const;
   SubscriptionState StateOf(Place place) const;
 
-  Place New(Entry entry, List list);
-  void Requeue(Place place, std::int64_t now) { Move(place, Index(List::Ask), now); }
-  void Move(Place place, std::size_t list, std::int64_t now);
+  void Requeue(Place place, std::int64_t now) { requests_.Move(place, Index(List::Ask), now); }
   void Free(Place place);
   void Ask(Entry entry, Keep keep);
   void Cancel(Entry entry);
@@ -144,8 +129,7 @@ class SubscriptionKeeper {
 
   LinkSocket& socket_;
   const Clock& clock_;
-  std::vector<Entry> entries_;
-  std::array<Chain, kLists> lists_{};
+  RequestLists requests_{kLists};
   std::vector<Place> kept_;       // by key: the entry that is kept
   std::vector<bool> cancelling_;  // by key: its cancellation waits
   std::size_t onceWaiting_ = 0;   // requests that wait and are not kept

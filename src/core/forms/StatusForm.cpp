@@ -288,9 +288,13 @@ void StatusForm::ShowBusHealth() {
 void StatusForm::GrowToFit() {
   if (!isVisible() || isMaximized() || isFullScreen()) return;
   const int room = screen()->availableGeometry().height() - 2 * look::Margin();
-  layout()->activate();
-  const int needed = std::min(layout()->totalHeightForWidth(width()), room);
-  if (needed > height()) resize(width(), needed);
+  constexpr int kTries = 4;  // others take their share of what is added
+  for (int i = 0; i < kTries; ++i) {
+    layout()->activate();
+    const int lacking = LabelFindings->heightForWidth(LabelFindings->width()) - LabelFindings->height();
+    if (LabelFindings->isHidden() || lacking <= 0 || height() >= room) return;
+    resize(width(), std::min(height() + lacking, room));
+  }
 }
 
 // Run is grey while running, Stop while halted; the focus moves to the one that can be pressed.

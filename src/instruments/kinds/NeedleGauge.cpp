@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "config/plates/PlateLookup.h"
+#include "instruments/kinds/ParkOld.h"
 #include "instruments/kinds/Registry.h"
 
 namespace tvx {
@@ -9,9 +10,6 @@ namespace {
 
 constexpr Byte kWithDisplay = 2;
 
-// Option: a needle whose value is older than this goes to the lowest position of its Plate.
-constexpr int kOptionParkOld = 0x40;
-constexpr std::int64_t kOldMs = 5000;
 constexpr std::size_t kLowestPoint = 2;  // of a Plate
 
 constexpr int kCommandFirstNeedle = 5;
@@ -53,8 +51,7 @@ class NeedleDriver final : public GaugeDriver {
   void ServeNeedle(GaugeTick& tick, SentValue& needle, int plateNumber, Port port, double value) {
     const PlateRecord* plate = tick.Model().PlateOf(plateNumber);
     if (plate == nullptr) return;
-    const bool parks = (record_.GaugeSetting5 & kOptionParkOld) != 0;
-    const bool old = parks && tick.Sim().AgeMs(port).value_or(kOldMs + 1) > kOldMs;
+    const bool old = ParksOld(record_.GaugeSetting5, tick.Sim(), port);
     needle.QueueIfChanged(tick, gaugeID_, NeedlePosition(*plate, old ? plate->Value[kLowestPoint] : value));
   }
 

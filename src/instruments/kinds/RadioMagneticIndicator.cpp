@@ -1,5 +1,6 @@
 // Radio magnetic indicator, Gaugetype 130: a compass card, two pointers, and a distance window.
 #include "config/FunctionNumbers.h"
+#include "instruments/kinds/ParkOld.h"
 #include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 
@@ -52,10 +53,12 @@ class RmiDriver final : public GaugeDriver {
 
  private:
   // The bearing, 0..360 degrees; marks it valid when the simulator has one. It has none before the first
-  // value came, and says so itself by a negative number.
-  static float Bearing(GaugeTick& tick, Port port, int valid) {
+  // value came, and says so itself by a negative number. One that is too old counts as none where the option
+  // says so.
+  float Bearing(GaugeTick& tick, Port port, int valid) const {
     float degrees = 0;
     if (!tick.Sim().HasArrived(port) || !tick.Sim().GetPort(port, degrees)) return 0;
+    if (ParksOld(record_.GaugeSetting5, tick.Sim(), port)) return 0;
     if (!(degrees >= 0 && degrees <= 360.0f)) return 0;
     SpecialValues& rmi = tick.Special();
     rmi.RmiValid = static_cast<std::int16_t>(rmi.RmiValid | valid);
@@ -93,7 +96,8 @@ class RadioMagneticIndicator final : public Instrument {
          {{0, "VOR"}, {kOptionPointer2Adf, "ADF"}}},
         {"Second VOR receiver", "The second pointer shows Function 143, sequence number 2", kOptionSecondVor},
         {"Second ADF receiver", "The second pointer shows Function 144, sequence number 2",
-         kOptionSecondAdf}};
+         kOptionSecondAdf},
+        {"Park without values", "A pointer whose bearing has not come for 5 s is parked", kOptionParkOld}};
     d.trials = {
         {"Card", kCommandCard, 0, kDialSteps - 1, "steps, 12 to a degree"},
         {"First pointer", kCommandPointer1, 0, kParkedNeedle, "steps, 12 to a degree; 5000 parks it"},

@@ -105,11 +105,12 @@ std::string AdviceOnDatarefs(const FunctionRecord& function) {
   return any ? std::string() : "No data reference yet: choose one in the list and copy it.";
 }
 
-// Whether the program writes such a Function to the simulator as a 32-bit integer in a data group.
+// Whether such a Function, where the program writes it, leaves as a 32-bit integer in a data group. A
+// dedicated gauge's knobs may write its Functions.
 bool WritesInteger(const FunctionRecord& function) {
   const auto use = static_cast<FunctionUse>(function.FuncType);
   const bool written = use == FunctionUse::InputSwitch || use == FunctionUse::InputAnalogue ||
-                       use == FunctionUse::SwitchAndLed;
+                       use == FunctionUse::SwitchAndLed || use == FunctionUse::DedicatedGauge;
   return written && (function.Is(DataType::ByteType) || function.Is(DataType::Integer) ||
                      function.Is(DataType::UnsignedInt) || function.Is(DataType::BcdCode));
 }
@@ -175,9 +176,9 @@ std::string AdviceOn(const FunctionRecord& function) {
   if (function.Devider == 0) return "Dividing by 0: the value will never be right.";
   if (function.Multiplier == 0) return "Multiplying by 0: the value will always be 0.";
   if (WritesInteger(function)) {
-    return "Written as an integer, high byte first: X-Plane itself takes data groups as floats. Choose Float "
-           "or Xplane "
-           "Dataref to set a value in X-Plane.";
+    return "Where it is written, it leaves as an integer, high byte first: X-Plane itself takes data groups "
+           "as "
+           "floats. Choose Float or Xplane Dataref to set a value in X-Plane.";
   }
   return {};
 }

@@ -108,19 +108,25 @@ TEST(InstrumentTicks, AClusterHousingIsSentItsPairEveryTick) {
 }
 
 TEST(InstrumentTicks, ANeedleParksWhenItsValueIsOldWhereThatIsWanted) {
-  for (const bool parks : {false, true}) {
-    InstrumentRig rig;
-    rig.AddPlate(20, 100, 1000);
-    rig.StartWith(1, parks ? 0x40 : 0, 51);
-    rig.Set(51, 60);
-    const std::string shown = rig.TickText();
-    ASSERT_NE(shown, "");
-    rig.clock.Advance(4000);
-    EXPECT_EQ(rig.TickText(), "") << parks;
-    rig.clock.Advance(1500);
-    EXPECT_EQ(rig.TickText() != "", parks);
-    rig.Set(51, 60);
-    EXPECT_EQ(rig.TickText(), parks ? shown : "");
+  const struct {
+    int type;
+    const char *value, *parked, *again;
+  } rows[] = {{1, "51=60", "5:20", "5:560"}, {130, "143=60", "5:5000 6:5000", "5:720 6:720"}};
+  for (const auto& row : rows) {
+    for (const bool parks : {false, true}) {
+      SCOPED_TRACE(std::string(row.value) + (parks ? " parks" : ""));
+      InstrumentRig rig;
+      rig.AddPlate(20, 100, 1000);
+      rig.StartWith(row.type, parks ? 0x40 : 0, 51);
+      rig.SetAll(row.value);
+      EXPECT_NE(rig.TickText().find(row.again), std::string::npos);
+      rig.clock.Advance(4000);
+      EXPECT_EQ(rig.TickText(), "");
+      rig.clock.Advance(1500);
+      EXPECT_EQ(rig.TickText(), parks ? row.parked : "");
+      rig.SetAll(row.value);
+      EXPECT_EQ(rig.TickText(), parks ? row.again : "");
+    }
   }
 }
 

@@ -95,8 +95,7 @@ class RadioMagneticIndicator final : public Instrument {
          kOptionPointer2Adf,
          {{0, "VOR"}, {kOptionPointer2Adf, "ADF"}}},
         {"Second VOR receiver", "The second pointer shows Function 143, sequence number 2", kOptionSecondVor},
-        {"Second ADF receiver", "The second pointer shows Function 144, sequence number 2",
-         kOptionSecondAdf},
+        {"Second ADF receiver", "The second pointer shows Function 144, sequence number 2", kOptionSecondAdf},
         {"Park without values", "A pointer whose bearing has not come for 5 s is parked", kOptionParkOld}};
     d.trials = {
         {"Card", kCommandCard, 0, kDialSteps - 1, "steps, 12 to a degree"},

@@ -111,7 +111,7 @@ TEST(InstrumentTicks, ANeedleParksWhenItsValueIsOldWhereThatIsWanted) {
   const struct {
     int type;
     const char *value, *parked, *again;
-  } rows[] = {{1, "51=60", "5:20", "5:560"}, {130, "143=60", "5:5000 6:5000", "5:720 6:720"}};
+  } rows[] = {{1, "51=60", "5:0", "5:500"}, {130, "143=60", "5:5000 6:5000", "5:720 6:720"}};
   for (const auto& row : rows) {
     for (const bool parks : {false, true}) {
       SCOPED_TRACE(std::string(row.value) + (parks ? " parks" : ""));

@@ -6,7 +6,8 @@
 namespace tvx {
 namespace {
 
-constexpr int kResendCycles = 25;  // what does not change is told again once a second
+constexpr int kResendCycles = 25;   // what does not change is told again once a second
+constexpr int kVibrationTimes = 3;  // a change of it must arrive, since the limit counts on it
 constexpr double kHalfRawRange = 32768;
 constexpr double kHoldSeconds = kHoldMs / 1000.0;
 constexpr double kShareSlew = 0.5;  // a second
@@ -189,8 +190,10 @@ void Yoke::ComposeVibration(const ForceCommand& command) {
   const AxisForce& p = command.axes[1];
   const std::array<int, 4> vibration{FrequencyParameter(r.frequency), FractionParameter(r.amplitude),
                                      FrequencyParameter(p.frequency), FractionParameter(p.amplitude)};
-  if (++cyclesSinceVibration_ < kResendCycles && !sendAll_ && vibration == sentVibration_) return;
+  if (vibration != sentVibration_) vibrationAgain_ = kVibrationTimes;
+  if (++cyclesSinceVibration_ < kResendCycles && !sendAll_ && vibrationAgain_ == 0) return;
   cyclesSinceVibration_ = 0;
+  vibrationAgain_ = std::max(vibrationAgain_ - 1, 0);
   sentVibration_ = vibration;
   line_.ComposeCmd(YokeCommand::Vibration, vibration[0], vibration[1], vibration[2], vibration[3]);
 }

@@ -93,6 +93,7 @@ class Yoke {
   int cyclesSinceFeel_ = 0, cyclesSinceVibration_ = 0;  // since each was sent
   std::array<int, 2> sentFeel_{};
   std::array<int, 4> sentVibration_{};
+  int vibrationAgain_ = 0;  // so many more times it is sent
   std::optional<std::uint16_t> buttonsBefore_;
 };
 

@@ -163,6 +163,31 @@ TEST(Chain, ACalibrationInFlightShutsTheGateFirst) {
   EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
 }
 
+// So does another address, though nothing else is changed: the yoke that gives the forces is told to fade.
+TEST(Chain, AnAddressInFlightShutsTheGateFirst) {
+  Chain chain;
+  chain.SetValue(6, 150);
+  chain.Begin();
+  chain.model.Yoke1.Address = 7;
+  chain.pair.ApplySettings();
+  EXPECT_EQ(chain.pair.Of(1).Settings().address, 1);
+  double before = chain.Of(1).device.Limit();
+  for (int ms = 0; ms < kFadeMs; ms += 40) {
+    ASSERT_LE(chain.Of(1).device.Limit(), before);
+    before = chain.Of(1).device.Limit();
+    chain.Pass(40);
+  }
+  chain.Pass(120);
+  EXPECT_EQ(chain.Of(1).Most(), 0) << "not left to its hold time";
+  EXPECT_EQ(chain.pair.Of(1).Settings().address, 7);
+  chain.Pass(1000);
+  EXPECT_EQ(chain.pair.StateText(1), "No force: The yoke does not answer");
+  chain.model.Yoke1.Address = 1;
+  chain.pair.ApplySettings();
+  chain.Pass(3500);
+  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
+}
+
 // A weak servo moves the other yoke slowly and leaves it off its place: no hand is there.
 TEST(Chain, AWeakServoIsNoHand) {
   struct Row {

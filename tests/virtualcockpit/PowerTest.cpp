@@ -144,8 +144,26 @@ Bytes YokeCommand(int number, std::array<int, 4> parameters) {
     frame.push_back(static_cast<Byte>(p % 128 | 0x80));
     frame.push_back(static_cast<Byte>(p / 128 | 0x80));
   }
-  frame.push_back(0xFF);
+  frame.insert(frame.end(), {0xFF, 0xFF});
   return frame;
+}
+
+// A frame without one of its bytes is none, and the next one is read from its own start.
+TEST(Yoke, AFrameThatLostAByteIsDropped) {
+  const Bytes bias = YokeCommand(2, {8192, 8192, 300, 16383}), report = YokeCommand(7, {});
+  for (std::size_t lost = 0; lost < bias.size(); ++lost) {
+    int answers = 0;
+    YokeDevice yoke(1, [&](ByteView) { ++answers; });
+    yoke.SetTraits({.riseSeconds = 0});
+    Bytes rest = bias;
+    rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(lost));
+    yoke.OnBytes(rest);
+    yoke.OnBytes(report);
+    EXPECT_EQ(yoke.Limit(), 0) << lost;
+    EXPECT_EQ(answers, 1) << lost;
+    yoke.OnBytes(bias);
+    EXPECT_NEAR(yoke.Limit(), 300 / 16383.0, 1e-9) << lost;
+  }
 }
 
 // The hold time runs out: half a second to slack. Commands come again: two seconds to the whole force.

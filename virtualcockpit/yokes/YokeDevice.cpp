@@ -7,7 +7,7 @@
 namespace tvx::vc {
 namespace {
 
-constexpr std::size_t kFrameSize = 12;
+constexpr std::size_t kFrameSize = 13;  // with the separator
 enum Command { kSpring = 1, kBias = 2, kFeel = 3, kVibration = 4, kServo = 5, kRelease = 6, kReport = 7 };
 // Status bits of the answer.
 constexpr int kHasPower = 1, kStopPressed = 4, kFades = 8;
@@ -73,7 +73,9 @@ void YokeDevice::OnBytes(ByteView bytes) {
     } else {
       frame_.push_back(byte);
       if (frame_.size() < kFrameSize) continue;
-      if (byte == 0xFF && (address_ == 0 || frame_[1] == address_)) {
+      // A frame that lost a byte has its separator where the end belongs, and the next one's start behind.
+      const bool whole = byte == 0xFF && frame_[kFrameSize - 2] == 0xFF;
+      if (whole && (address_ == 0 || frame_[1] == address_)) {
         OnFrame();
       } else {
         discarded_ += frame_.size();

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 
 #include "ffb/YokeSettings.h"
 #include "ffb/forces/Feel.h"
@@ -273,6 +274,34 @@ TEST_F(ForcesTest, GustsAreBoundedAndGoWithTheAir) {
     }
   }
   EXPECT_GT(largest, 0.05);
+}
+
+// Loads that a pilot flies are no gusts: the slower ones leave the yoke still, whatever their size.
+TEST_F(ForcesTest, CalmAirIsCalm) {
+  const struct {
+    const char* what;
+    double (*load)(double seconds);
+    double least, most;  // of the largest bias; a yoke's own bearings hold 0.02
+  } rows[] = {
+      {"steady turn", [](double) { return 2.0; }, 0, 0},
+      {"phugoid", [](double t) { return 1 + std::sin(0.3 * t); }, 0, 0},
+      {"pull-up within a second", [](double t) { return 1 + 1.5 * std::clamp(t - 5, 0.0, 1.0); }, 0, 0.02},
+      {"half a hertz", [](double t) { return 1 + 0.9 * std::sin(std::numbers::pi * t); }, 0, 0.005},
+      {"light chop", [](double t) { return 1 + 0.1 * std::sin(6 * std::numbers::pi * t); }, 0.002, 0.03},
+      {"gusts", [](double t) { return 1 + 0.6 * std::sin(6 * std::numbers::pi * t); }, 0.05, 0.15},
+  };
+  for (const auto& row : rows) {
+    feel = {};
+    values.Airspeed = 100;
+    double largest = 0;
+    for (double t = 0; t < 20; t += 0.04) {
+      values.NormalG = static_cast<float>(row.load(t));
+      Pass();
+      largest = std::max(largest, std::abs(Wanted().axes[0].bias));
+    }
+    EXPECT_GE(largest, row.least) << row.what;
+    EXPECT_LE(largest, row.most) << row.what;
+  }
 }
 
 TEST(Forces, OfACommandOnTheHand) {

@@ -15,6 +15,7 @@ YokesPeripheral::YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts&
       pair_(model, sim, hardware.PortOf(HardwareGroup::Yoke1), hardware.PortOf(HardwareGroup::Yoke2), boxes,
             clock, joystick_, processTimer_),
       controls_(words) {
+  pair_.Joysticks().KeepIn(std::string(PedalDevices::kFile));
   ticks_ = processTimer_.OnTick([this] { pair_.ProcessTimer_Tick(); });
   taken_ = pair_.SetTaken([this](TakenGroups groups) { controls_.Hold(groups); });
 }

@@ -13,6 +13,10 @@ void Approach(double& value, double target, double step) {
 
 }  // namespace
 
+double FlownRatios::StepOf(double seconds) {
+  return std::min(kSlew * std::clamp(seconds, 0.0, kLongestCycle), kLargestStep);
+}
+
 void FlownRatios::GoOnWith(const Ratios& own) {
   for (std::size_t i = 0; i < kAxes; ++i) blend_[i] = now_[i] - own[i];
 }
@@ -21,7 +25,7 @@ const Ratios& FlownRatios::Follow(const Ratios& own, double seconds) {
   seconds = std::clamp(seconds, 0.0, kLongestCycle);
   for (std::size_t i = 0; i < kAxes; ++i) {
     Approach(blend_[i], 0, kBlendRate * seconds);
-    Approach(now_[i], std::clamp(own[i] + blend_[i], -1.0, 1.0), std::min(kSlew * seconds, kLargestStep));
+    Approach(now_[i], std::clamp(own[i] + blend_[i], -1.0, 1.0), StepOf(seconds));
   }
   return now_;
 }

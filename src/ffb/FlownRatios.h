@@ -15,6 +15,8 @@ class FlownRatios {
   // Most that a ratio changes at once, and in a second.
   static constexpr double kLargestStep = 0.1;
   static constexpr double kSlew = 2.5;
+  // So far one goes in a cycle of so many seconds.
+  static double StepOf(double seconds);
   // What another source left fades so fast, a second.
   static constexpr double kBlendRate = 1;
 

@@ -8,8 +8,8 @@
 
 #include "base/Registration.h"
 #include "ffb/FfbPorts.h"
-#include "ffb/Pedals.h"
 #include "ffb/forces/Forces.h"
+#include "ffb/pedals/Pedals.h"
 #include "simlink/SimCom.h"
 
 namespace tvx {

@@ -29,7 +29,8 @@ YokePair::YokePair(ConfigModel& model, SimCom& sim, SerialPort& yoke1, SerialPor
       controls_(sim, ports_),
       joystick_(joystick),
       yoke1_(yoke1, clock),
-      yoke2_(yoke2, clock) {
+      yoke2_(yoke2, clock),
+      joysticks_(joystick) {
   timer_.SetInterval(kIntervalMs);
 }
 
@@ -38,6 +39,8 @@ bool YokePair::Configured(int which) const {
 }
 
 void YokePair::Load() {
+  if (Configured(1) && BeginYoke(model_, model_.Yoke1)) model_.ConfigChanged = true;
+  if (Configured(2) && BeginYoke(model_, model_.Yoke2)) model_.ConfigChanged = true;
   ClearYoke2Tail(model_);
   DefineFfbFunctions(model_);
   ApplySettings();
@@ -71,6 +74,7 @@ void YokePair::ApplySettings() {
   settings_ = ReadFfbSettings(model_);
   yoke1_.Configure(ReadYokeSettings(model_.Yoke1));
   yoke2_.Configure(ReadYokeSettings(model_.Yoke2));
+  if (running_) CheckPedals();
 }
 
 void YokePair::OpenPorts() {
@@ -83,21 +87,38 @@ void YokePair::cmdRun_Click() {
   running_ = true;
   masterLostFor_ = disconnecting_ = 0;
   autopilot_.reset();
-  StartJoystick();
+  StartPedals();
 }
 
 // The master's joystick, or else the other's; each pilot may have pedals.
-void YokePair::StartJoystick() {
-  pedals_ = nullptr;
+const YokeRecord* YokePair::PedalRecord() const {
+  const YokeRecord* first = nullptr;
   for (const int which : {master_, OtherThan(master_)}) {
     if (!Configured(which) || !Of(which).Settings().Has(yokeoption::kJoystick)) continue;
     const YokeRecord& record = RecordOf(which);
-    if (CheckJoystick(record).empty()) {
-      pedals_ = &record;
-      return;
-    }
-    boxes_.Show(kJoystickUnusable);
+    if (CheckJoystick(record).empty()) return &record;
+    if (first == nullptr) first = &record;
   }
+  return first;
+}
+
+// A device that nobody has chosen yet is the right one. What is wrong is said once.
+void YokePair::StartPedals() {
+  pedalState_ = PedalState::Usable;
+  CheckPedals();
+  if (pedals_ == nullptr) return;
+  std::string error;
+  if (!pedalsComplete_) {
+    boxes_.Show(kJoystickUnusable);
+  } else if (!joysticks_.Chosen(pedals_->JoystickNumber) &&
+             !joysticks_.Choose(pedals_->JoystickNumber, error)) {
+    boxes_.Show(error);
+  }
+}
+
+void YokePair::CheckPedals() {
+  pedals_ = PedalRecord();
+  pedalsComplete_ = pedals_ != nullptr && CheckJoystick(*pedals_).empty();
 }
 
 void YokePair::cmdStop_Click() {
@@ -134,7 +155,7 @@ void YokePair::ProcessTimer_Tick() {
     Of(which).ProcessTimer_Tick({ports_.Variables, settings_, feel_, cause, PlaceToFollow(which), seconds});
   }
   WriteControls(seconds);
-  WritePedals();
+  WritePedals(seconds);
 }
 
 // A master that is lost for a moment is followed to where it was last.
@@ -246,10 +267,33 @@ void YokePair::WriteControls(double seconds) {
   if (!held) autopilot_.reset();
 }
 
-void YokePair::WritePedals() {
-  if (!running_ || pedals_ == nullptr) return;
+void YokePair::WritePedals(double seconds) {
+  if (!running_) return;
+  const PedalState before = pedalState_;
+  if (pedals_ != nullptr && pedalsComplete_) pedalState_ = joysticks_.Look(*pedals_);
+  if (pedals_ == nullptr || !pedalsComplete_ || pedalState_ != PedalState::Usable) {
+    controls_.Pedals(std::nullopt);
+    pedalRatios_ = {};
+    const bool wrong = pedalState_ == PedalState::Other || pedalState_ == PedalState::NoAxis;
+    if (wrong && pedalState_ != before) boxes_.Show(joysticks_.Words(*pedals_));
+    return;
+  }
   joystick_.JoystickID = pedals_->JoystickNumber;
-  controls_.Pedals(joystick_.Present() ? std::optional(ReadPedals(joystick_, *pedals_)) : std::nullopt);
+  const PedalRatios feet = ReadPedals(joystick_, *pedals_);
+  const double step = FlownRatios::StepOf(seconds);
+  for (float PedalRatios::*const ratio :
+       {&PedalRatios::rudder, &PedalRatios::leftBrake, &PedalRatios::rightBrake}) {
+    const double way = feet.*ratio - pedalRatios_.*ratio;
+    pedalRatios_.*ratio += static_cast<float>(std::clamp(way, -step, step));
+  }
+  controls_.Pedals(pedalRatios_);
+}
+
+std::string YokePair::PedalText() {
+  const YokeRecord* record = running_ ? pedals_ : PedalRecord();
+  if (record == nullptr) return {};
+  if (!CheckJoystick(*record).empty()) return std::string(kJoystickUnusable);
+  return "Rudder and brakes: " + joysticks_.Words(*record);
 }
 
 std::optional<int> YokePair::GripFrom(int which) const {

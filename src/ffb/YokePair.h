@@ -8,9 +8,10 @@
 
 #include "ffb/FfbPorts.h"
 #include "ffb/FlownRatios.h"
-#include "ffb/Pedals.h"
 #include "ffb/SimControls.h"
 #include "ffb/Yoke.h"
+#include "ffb/pedals/PedalDevices.h"
+#include "ffb/pedals/Pedals.h"
 
 namespace tvx {
 
@@ -33,7 +34,8 @@ class YokePair {
   void cmdStop_Click();  // forces fade within kFadeMs; the controls are given back at once
   bool Running() const { return running_; }
   void ProcessTimer_Tick();
-  // Takes over settings that were changed in the configuration; modes and roles stay.
+  // Takes over settings that were changed in the configuration; modes and roles stay. Pedals whose settings
+  // cannot be used any more are given back.
   void ApplySettings();
 
   // Yokes are counted 1 and 2 here, as on the forms.
@@ -61,7 +63,9 @@ class YokePair {
   std::string RoleText(int which) const;
   std::string StateText(int which) const;
   std::string_view GroundText() const;  // "On Ground" or "Airborne"
-  bool JoystickUsable() const { return pedals_ != nullptr; }
+  // How rudder and brakes stand, in words; empty where no yoke has the option.
+  std::string PedalText();
+  PedalDevices& Joysticks() { return joysticks_; }
 
  private:
   static int OtherThan(int which) { return which == 1 ? 2 : 1; }
@@ -69,7 +73,9 @@ class YokePair {
   bool Paired() const { return Configured(1) && Configured(2); }
   SafetyCause CommonCause() const;
   void StartModes();
-  void StartJoystick();
+  const YokeRecord* PedalRecord() const;
+  void StartPedals();
+  void CheckPedals();
   void ServeButtons(double seconds);
   void Press(int which, std::size_t button);
   void Trim(ButtonAction action, double seconds);
@@ -79,7 +85,7 @@ class YokePair {
   void MoveTrim(double seconds);
   std::optional<Ratios> PlaceToFollow(int which);
   void WriteControls(double seconds);
-  void WritePedals();
+  void WritePedals(double seconds);
   Ratios MasterRatios() const;
   bool MayFly() const;
   bool Flies() const;
@@ -96,7 +102,11 @@ class YokePair {
   Yoke yoke1_, yoke2_;
   FfbSettings settings_;
   Feel feel_;
+  PedalDevices joysticks_;
   const YokeRecord* pedals_ = nullptr;  // whose joystick settings are used; nullptr: none
+  bool pedalsComplete_ = false;         // those settings
+  PedalState pedalState_ = PedalState::Usable;
+  PedalRatios pedalRatios_;  // as the simulator has them
   bool loaded_ = false, running_ = false;
   int master_ = 1;
   std::int64_t lastTickMs_ = 0;

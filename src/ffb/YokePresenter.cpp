@@ -99,6 +99,11 @@ void YokePresenter::SetPlace(const Place& place) {
       boxes_.Show("The joystick is not there.");
       return;
     }
+    const JoystickInfo* device = JoystickAt(Record().JoystickNumber);
+    if (device != nullptr && !HasAxis(*device, axis)) {
+      boxes_.Show(NoAxisWords(*device, axis));
+      return;
+    }
   }
   YokeRecord next = Record();
   next.*place.field = StoredRaw(RawNow(place.source));
@@ -147,12 +152,30 @@ void YokePresenter::SetButton(std::size_t button, ButtonAction action, std::stri
 
 void YokePresenter::SetJoystick(int number, int rudder, int leftBrake, int rightBrake) {
   YokeRecord& record = Edited();
-  record.JoystickNumber = static_cast<std::int16_t>(std::clamp(number, 0, 15));
+  number = std::clamp(number, 0, 15);
+  const bool another = number != record.JoystickNumber;
+  record.JoystickNumber = static_cast<std::int16_t>(number);
   const int last = static_cast<int>(kJoystickAxes.size()) - 1;
-  record.RudderAxis = ToByte(rudder, last);
-  record.LeftBrakeAxis = ToByte(leftBrake, last);
-  record.RightBrakeAxis = ToByte(rightBrake, last);
+  const JoystickInfo* device = JoystickAt(number);
+  const auto set = [&](Byte& axis, int place) {
+    const Byte wanted = ToByte(place, last);
+    if (wanted == axis) return;
+    if (wanted > 0 && device != nullptr && !HasAxis(*device, wanted)) {
+      boxes_.Show(NoAxisWords(*device, wanted));
+    } else {
+      axis = wanted;
+    }
+  };
+  set(record.RudderAxis, rudder);
+  set(record.LeftBrakeAxis, leftBrake);
+  set(record.RightBrakeAxis, rightBrake);
   Changed();
+  if (another) ChooseJoystick();
+}
+
+void YokePresenter::ChooseJoystick() {
+  std::string error;
+  if (!pair_.Joysticks().Choose(Record().JoystickNumber, error)) boxes_.Show(error);
 }
 
 void YokePresenter::SetFunction(int offset, int function) {
@@ -212,8 +235,10 @@ void YokePresenter::SetStandardForces() {
 bool YokePresenter::CheckJoystickSettings() {
   const auto faults = CheckJoystick(Record());
   for (const std::string_view fault : faults) boxes_.Show(fault);
-  if (!faults.empty()) boxes_.Show(kJoystickUnusable);
-  return faults.empty();
+  const bool device = !faults.empty() || pair_.Joysticks().Look(Record()) == PedalState::Usable;
+  if (!device) boxes_.Show(JoystickText());
+  if (!faults.empty() || !device) boxes_.Show(kJoystickUnusable);
+  return faults.empty() && device;
 }
 
 }  // namespace tvx

@@ -38,6 +38,12 @@ class YokePresenter {
   // The present raw position of an axis; 0 where none is assigned.
   int RawNow(Place::Source source);
   bool JoystickThere();
+  // The device under a number, and how it stands with the chosen one, in words; see PedalDevices.
+  const JoystickInfo* JoystickAt(int number) { return pair_.Joysticks().At(number); }
+  std::string JoystickText() { return pair_.Joysticks().Words(Record()); }
+  bool JoystickIsAnother() { return pair_.Joysticks().Look(Record()) == PedalState::Other; }
+  // The device that is there now is the one to use from now on.
+  void ChooseJoystick();
 
   void SetOption(int bit, bool on);
   void SetMode(YokeMode mode) { pair_.SelectMode(which_, mode); }
@@ -45,7 +51,9 @@ class YokePresenter {
   void SetAddress(int address);                                                    // 0..255
   void SetForceLevel(int percent);                                                 // 1..100
   void SetButton(std::size_t button, ButtonAction action, std::string_view text);  // without quotes, one line
-  void SetJoystick(int number, int rudder, int leftBrake, int rightBrake);         // places in the axis list
+  // Places in the axis list. An axis that the device does not have is said so and stays as it was. Another
+  // number chooses the device that is there.
+  void SetJoystick(int number, int rudder, int leftBrake, int rightBrake);
   void SetFunction(int offset, int function);  // of FFB offset 0..17; 0: the standard one. In yoke 1's record
   // A point of the force table: kt, 0..1000, and % 0..100.
   void SetForcePoint(Axis axis, std::size_t point, double airspeed, double force);

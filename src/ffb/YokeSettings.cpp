@@ -96,6 +96,18 @@ void SetStandardEffects(YokeRecord& yoke1) {
   }
 }
 
+bool BeginYoke(ConfigModel& model, YokeRecord& yoke) {
+  const bool set = yoke.StartMode != 0 || yoke.OptionBits != 0 || yoke.Address != 0 || yoke.ForceLevel != 0 ||
+                   yoke.RollLeft != 0 || yoke.RollCentre != 0 || yoke.RollRight != 0 ||
+                   yoke.PitchForward != 0 || yoke.PitchCentre != 0 || yoke.PitchBack != 0;
+  if (set) return false;
+  yoke.StartMode = static_cast<std::int16_t>(YokeMode::Ffb);
+  yoke.OptionBits = yokeoption::kStandard;
+  if (IsBlank(model.GeneralFFB)) model.GeneralFFB = StandardGeneralFFB();
+  if (EffectsAreBlank(model.Yoke1)) SetStandardEffects(model.Yoke1);
+  return true;
+}
+
 FfbSettings ReadFfbSettings(const ConfigModel& model) {
   const GeneralFFBRecord general = IsBlank(model.GeneralFFB) ? StandardGeneralFFB() : model.GeneralFFB;
   YokeRecord tail = model.Yoke1;

@@ -9,6 +9,7 @@
 #include "config/Model.h"
 #include "ffb/YokeFrame.h"
 #include "ffb/forces/Forces.h"
+#include "ffb/pedals/RawPosition.h"
 
 namespace tvx {
 
@@ -56,14 +57,6 @@ struct YokeSettings {
 };
 YokeSettings ReadYokeSettings(const YokeRecord& record);
 
-// A raw position 0..65535 as the record keeps it, and back.
-constexpr std::int16_t StoredRaw(int raw) {
-  return static_cast<std::int16_t>((raw < 0 ? 0 : raw > 65535 ? 65535 : raw) - 32768);
-}
-constexpr int RawOf(std::int16_t stored) {
-  return stored + 32768;
-}
-
 // Centre and scale from an axis's two ends and its centre, as raw values. The scale is that of the shorter
 // side, so that both ends reach the full position; falling values give a negative scale. False, and
 // `calibration` as it was, unless the centre lies between the ends, at least kLeastTravel away from each: on
@@ -89,6 +82,9 @@ FfbSettings ReadFfbSettings(const ConfigModel& model);
 // The standard values, as records; what a record that was never set counts as.
 GeneralFFBRecord StandardGeneralFFB();
 void SetStandardEffects(YokeRecord& yoke1);
+// A yoke that has a port and was never set up: gives it the standard mode and options, and both the standard
+// forces where none are set. False, and no change, for a record in which anything of a yoke is set.
+bool BeginYoke(ConfigModel& model, YokeRecord& yoke);
 bool IsBlank(const GeneralFFBRecord& record);
 bool EffectsAreBlank(const YokeRecord& yoke1);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace tvx {
 
@@ -23,6 +24,13 @@ struct JoyInfoEx {
 };
 static_assert(sizeof(JoyInfoEx) == 52);
 
+// What a device says of itself.
+struct JoystickInfo {
+  std::string name;      // as its maker calls it
+  std::string identity;  // one word; the same for one device under any number. Two of a kind may share it
+  int axes = 0;
+};
+
 class JoystickDevice {
  public:
   virtual ~JoystickDevice() = default;
@@ -30,6 +38,11 @@ class JoystickDevice {
   // there is none, or it was unplugged. A number stays with its device: one that is plugged in again gets the
   // number it had. Never waits.
   virtual bool joyGetPosEx(std::int32_t number, JoyInfoEx& record) = 0;
+  // Joystick `number`; null where there is none. Valid until the next call. Never allocates while the devices
+  // are the same.
+  virtual const JoystickInfo* Describe(std::int32_t number) = 0;
+  // Why one that is connected is not seen, in words; empty where no such reason is known.
+  virtual std::string Trouble() = 0;
 };
 
 }  // namespace tvx

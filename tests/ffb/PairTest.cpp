@@ -1,6 +1,9 @@
 // Both yokes with the simulator link and serial ports in memory: the watchdog, the roles, what goes to the
 // simulator.
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
 
 #include "tests/ffb/YokeRig.h"
 
@@ -494,23 +497,132 @@ TEST(Simulator, TrimMovesTheYokeAndNotTheSimulatorsTwice) {
   EXPECT_NEAR(rig.Written("yoke_pitch_ratio"), 0, 0.02);
 }
 
-TEST(Pedals, AreScaledSentAndGivenBackWhenUnplugged) {
+TEST(Pedals, AreScaledAndSentWithoutAJump) {
   YokeRig rig;
   rig.UsePedals();
+  rig.joystick.info.RPos = 30000;
   rig.Start();
-  rig.joystick.info = JoyInfoEx{};
-  rig.joystick.info.RPos = 65535, rig.joystick.info.XPos = 0, rig.joystick.info.YPos = 30000;
-  rig.Run(200);
-  EXPECT_EQ(rig.Override("joystick_heading"), 1);
+  rig.joystick.info.RPos = 65535, rig.joystick.info.YPos = 30000;
+  double before = 0;
+  for (int cycle = 0; cycle < 15; ++cycle) {
+    rig.Cycle();
+    EXPECT_LE(rig.Written("yoke_heading_ratio") - before, FlownRatios::kLargestStep + 1e-6);
+    before = rig.Written("yoke_heading_ratio");
+  }
+  EXPECT_EQ(before, 1);
   EXPECT_EQ(rig.Override("toe_brakes"), 1);
-  EXPECT_EQ(rig.Written("yoke_heading_ratio"), 1);
   EXPECT_EQ(rig.Written("left_brake_ratio"), 0);
   EXPECT_NEAR(rig.Written("right_brake_ratio"), 0.5, 0.01);
-  rig.joystick.present = false;  // its values are 0 now: full left rudder, if one believed them
-  rig.Run(200);
-  EXPECT_EQ(rig.Override("joystick_heading"), 0);
-  EXPECT_EQ(rig.Override("toe_brakes"), 0);
-  EXPECT_EQ(rig.Written("yoke_heading_ratio"), 1);
+}
+
+// Whatever becomes of device and settings in flight: what cannot be relied on is given back and said, and
+// used again when it is over.
+TEST(Pedals, AreCheckedOnEveryChange) {
+  const struct {
+    const char* what;
+    void (*happens)(YokeRig&, bool);  // and, with false, is over
+    const char* words;
+    bool box;
+  } rows[] = {
+      {"unplugged", [](YokeRig& r, bool now) { r.joystick.present = !now; },
+       "Rudder and brakes: \"Pedals\" (joystick 0) is not connected.", false},
+      {"may not be read",
+       [](YokeRig& r, bool now) { r.joystick.present = !now, r.joystick.trouble = "Ask the administrator."; },
+       "Rudder and brakes: \"Pedals\" (joystick 0) is not connected. Ask the administrator.", false},
+      {"swapped with another",
+       [](YokeRig& r, bool) { std::swap(r.joystick.devices[0], r.joystick.devices[1]); },
+       "Rudder and brakes: Joystick 0 is \"Stick\" now, but \"Pedals\" was set up. It is not used. The right "
+       "one is "
+       "joystick 1 now.",
+       true},
+      {"another of its kind",
+       [](YokeRig& r, bool now) { r.joystick.devices[0].identity = now ? "p2" : "p1"; },
+       "Rudder and brakes: Joystick 0 is another \"Pedals\" than the one that was set up. It is not used.",
+       true},
+      {"an axis less", [](YokeRig& r, bool now) { r.joystick.devices[0].axes = now ? 3 : 4; },
+       "Rudder and brakes: \"Pedals\" has no R-Axis.", true},
+      {"centre at the stop",
+       [](YokeRig& r, bool now) { r.model.Yoke1.RudderCentre = StoredRaw(now ? 1000 : 30000); },
+       "Joystick settings incorrect or incomplete.", false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    YokeRig rig;
+    rig.UsePedals();
+    rig.joystick.devices[1] = {"Stick", "s1", 6};
+    rig.Start(400);
+    ASSERT_EQ(rig.Override("joystick_heading"), 1);
+    EXPECT_TRUE(rig.boxes.shown.empty());
+    EXPECT_EQ(rig.pair.PedalText(), "Rudder and brakes: \"Pedals\", 6 axes");
+    for (const bool now : {true, false}) {
+      row.happens(rig, now);
+      rig.pair.ApplySettings();
+      rig.Run(120);
+      EXPECT_EQ(rig.Override("joystick_heading"), now ? 0 : 1);
+      EXPECT_EQ(rig.Override("toe_brakes"), now ? 0 : 1);
+      if (now) {
+        EXPECT_EQ(rig.pair.PedalText(), row.words);
+      }
+    }
+    EXPECT_EQ(rig.boxes.shown.size(), row.box ? 1u : 0u) << "once";
+  }
+}
+
+// The numbers follow the order of plugging: also between two starts.
+TEST(Pedals, TheChosenDeviceIsKeptBesideTheConfiguration) {
+  const std::string file = testing::TempDir() + "joysticks-" + std::to_string(getpid());
+  YokeRig rig;
+  rig.UsePedals();
+  std::string error;
+  {
+    PedalDevices devices(rig.joystick);
+    devices.KeepIn(file);
+    EXPECT_FALSE(devices.Chosen(0));
+    EXPECT_TRUE(devices.Choose(0, error)) << error;
+    EXPECT_TRUE(devices.Choose(5, error)) << "nothing there";
+  }
+  PedalDevices devices(rig.joystick);
+  devices.KeepIn(file);
+  EXPECT_FALSE(devices.Chosen(5));
+  EXPECT_EQ(devices.Look(rig.model.Yoke1), PedalState::Usable);
+  rig.joystick.devices[0] = {"Stick", "s1", 6};
+  EXPECT_EQ(devices.Look(rig.model.Yoke1), PedalState::Other);
+  EXPECT_EQ(devices.Words(rig.model.Yoke1),
+            "Joystick 0 is \"Stick\" now, but \"Pedals\" was set up. It is not used.");
+  EXPECT_TRUE(devices.Choose(0, error));
+  EXPECT_EQ(devices.Look(rig.model.Yoke1), PedalState::Usable) << "the user's word";
+  std::ofstream(file) << "what\n0\n1 \n99 a b\n2 id a name\n";
+  PedalDevices damaged(rig.joystick);
+  damaged.KeepIn(file);
+  EXPECT_TRUE(damaged.Chosen(2));
+  EXPECT_FALSE(damaged.Chosen(0) || damaged.Chosen(1) || damaged.Chosen(99));
+  std::remove(file.c_str());
+}
+
+// Who has only given a yoke its port flies it once it is calibrated; what somebody has set stays.
+TEST(Newcomer, AYokeThatWasNeverSetUpFlies) {
+  YokeRig rig;
+  const YokeRecord calibrated = rig.model.Yoke1;
+  rig.model.Yoke1 = {};
+  rig.model.GeneralFFB = {};
+  rig.pair.Load();
+  EXPECT_TRUE(rig.model.ConfigChanged);
+  EXPECT_FALSE(IsBlank(rig.model.GeneralFFB));
+  EXPECT_FALSE(EffectsAreBlank(rig.model.Yoke1));
+  EXPECT_EQ(rig.model.Yoke2.OptionBits, calibrated.OptionBits) << "not configured, not touched";
+  YokeRecord& record = rig.model.Yoke1;
+  record.RollLeft = calibrated.RollLeft, record.RollRight = calibrated.RollRight;
+  record.PitchForward = calibrated.PitchForward, record.PitchBack = calibrated.PitchBack;
+  rig.SetValue(6, 120);
+  rig.Start(3000);
+  EXPECT_EQ(rig.pair.StateText(1), "Forces on");
+  EXPECT_EQ(rig.Override("joystick_roll"), 1);
+  EXPECT_GT(rig.hardware[0].gradient[1], 0);
+  record.OptionBits = 0;
+  rig.model.ConfigChanged = false;
+  rig.pair.Load();
+  EXPECT_EQ(record.OptionBits, 0);
+  EXPECT_FALSE(rig.model.ConfigChanged);
 }
 
 }  // namespace

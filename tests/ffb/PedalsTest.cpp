@@ -3,8 +3,8 @@
 #include <string>
 
 #include "config/ConfigFile.h"
-#include "ffb/Pedals.h"
 #include "ffb/YokeSettings.h"
+#include "ffb/pedals/Pedals.h"
 #include "tests/ffb/YokeRig.h"
 
 namespace tvx::test {

@@ -108,6 +108,14 @@ class FakeJoystick : public JoystickDevice {
  public:
   bool present = true;
   JoyInfoEx info;
+  std::array<JoystickInfo, 2> devices{JoystickInfo{"Pedals", "p1", 6}, JoystickInfo{}};
+  std::string trouble;
+  const JoystickInfo* Describe(std::int32_t number) override {
+    const bool there = present && (number == 0 || number == 1);
+    const JoystickInfo* device = there ? &devices[static_cast<std::size_t>(number)] : nullptr;
+    return device != nullptr && !device->identity.empty() ? device : nullptr;
+  }
+  std::string Trouble() override { return trouble; }
   bool joyGetPosEx(std::int32_t number, JoyInfoEx& record) override {
     if (!present || number != 0) return false;
     const std::uint32_t size = record.Size, flags = record.Flags;

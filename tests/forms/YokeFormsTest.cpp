@@ -14,6 +14,7 @@ class YokeFormsTest : public FormsTest {
     model.General.ComPortYoke1 = 91;  // nothing is there
     model.General.ComPortYoke2 = 92;
     model.Yoke1.OptionBits = yokeoption::kStandard;
+    model.Yoke2.Address = 2;  // something is set
     WriteConfig("Default.cfg", model);
     BeginHalted();
     program_->Yokes().ShowConfiguration(1);

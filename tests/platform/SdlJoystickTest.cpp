@@ -1,7 +1,14 @@
 // The real joystick reader on joysticks that SDL itself pretends to have.
 #include <SDL.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+#include "platform/linux/JoystickAccess.h"
 #include "platform/linux/SdlJoystick.h"
 
 namespace tvx::test {
@@ -48,6 +55,43 @@ TEST_F(SdlJoystickTest, ReadsTheWholeRecord) {
     EXPECT_EQ(info.Pov, pov) << int{bits};
   }
   SDL_JoystickDetachVirtual(index);
+}
+
+TEST_F(SdlJoystickTest, SaysWhatADeviceIs) {
+  EXPECT_EQ(reader_.Describe(0), nullptr);
+  Plug(SDL_JOYSTICK_TYPE_FLIGHT_STICK, 3);
+  Plug(SDL_JOYSTICK_TYPE_THROTTLE, 5);
+  ASSERT_NE(reader_.Describe(1), nullptr);
+  const JoystickInfo stick = *reader_.Describe(0), throttle = *reader_.Describe(1);
+  EXPECT_FALSE(stick.name.empty());
+  EXPECT_EQ(stick.axes, 3);
+  EXPECT_EQ(throttle.axes, 5);
+  EXPECT_NE(stick.identity, throttle.identity);
+  EXPECT_GE(stick.identity.size(), 32u);
+  EXPECT_EQ(stick.identity.find(' '), std::string::npos);
+  while (SDL_NumJoysticks() > 0) SDL_JoystickDetachVirtual(0);
+  EXPECT_EQ(reader_.Describe(0), nullptr);
+}
+
+TEST(JoystickAccess, NamesAStickThatMayNotBeRead) {
+  const std::string folder = testing::TempDir() + "input-" + std::to_string(getpid()) + "-";
+  const std::string list = folder + "list";
+  std::ofstream(list) << "I: Bus=0003\nN: Name=\"Keys\"\nH: Handlers=sysrq kbd event2\n\n"
+                         "I: Bus=0003\nN: Name=\"Gone\"\nH: Handlers=event7 js1\n\n"
+                         "I: Bus=0003\nN: Name=\"Pedals\"\nH: Handlers=event5 js0 \n";
+  const std::string device = folder + "event5";
+  std::ofstream{device};
+  std::ofstream{folder + "event2"};
+  EXPECT_EQ(UnreadableJoystick(list, folder), "");
+  chmod(device.c_str(), 0);
+  const auto said = [&] {
+    if (geteuid() == 0 && setuid(65534) != 0) return 2;  // to the root everything is readable
+    const std::string words = UnreadableJoystick(list, folder);
+    return words.starts_with("\"Pedals\" is connected, but this user may not read " + device) ? 0 : 1;
+  };
+  EXPECT_EXIT(std::_Exit(said()), testing::ExitedWithCode(0), "");
+  EXPECT_EQ(UnreadableJoystick(folder + "none", folder), "");
+  for (const char* file : {"list", "event5", "event2"}) std::remove((folder + file).c_str());
 }
 
 TEST_F(SdlJoystickTest, MissingAndUnpluggedLeaveTheRecordAlone) {

@@ -17,6 +17,7 @@ FfbStatusForm::FfbStatusForm(YokePair& pair, std::function<void(int)> configure)
   LabelGround = MakeLabel("LabelGround", {}, "title");
   LabelSimulator = MakeLabel("LabelSimulator");
   LabelJoystick = MakeLabel("LabelJoystick", {}, "caption");
+  LabelJoystick->setWordWrap(true);
   cmdRun = MakeButton("cmdRun", tr("&Run"), tr("Starts the forces; they rise slowly"));
   cmdStop = MakeButton("cmdStop", tr("&Stop"),
                        tr("Lets the forces fade and gives the simulator its controls back"));
@@ -60,6 +61,7 @@ QWidget* FfbStatusForm::MakeSide(int which) {
   side.bank = new ValueBox(name("boxBank"), tr("Roll"), "%", "-100.0");
   side.pitch = new ValueBox(name("boxPitch"), tr("Pitch"), "%", "-100.0");
   side.picture = new YokePicture(name("PictureYoke"));
+  side.chain = new ForceChain(QByteArray::number(which));
   side.master = MakeButton(name("cmdMaster"), tr("Master &%1").arg(which),
                            tr("Makes this yoke the master, without a jump"));
   side.off = MakeButton(name("cmdOff"), tr("Forces off"), tr("OFF mode for this yoke"));
@@ -82,6 +84,7 @@ QWidget* FfbStatusForm::MakeSide(int which) {
   grid->setRowStretch(3, 1);
   column->addLayout(title);
   column->addLayout(grid, 1);
+  column->addWidget(side.chain);
   column->addWidget(side.state);
   column->addLayout(buttons);
   connect(side.master, &QPushButton::clicked, this, [this, which] { pair_.HandOver(which), Refresh(); });
@@ -97,8 +100,7 @@ void FfbStatusForm::Refresh() {
   SetTextIfChanged(LabelGround, pair_.GroundText());
   SetTextIfChanged(LabelSimulator, pair_.Controls().YokeTaken() ? tr("The yokes fly the simulator")
                                                                 : tr("The simulator has its own controls"));
-  SetTextIfChanged(LabelJoystick,
-                   pair_.JoystickUsable() ? tr("Rudder and brakes from the joystick") : QString());
+  SetTextIfChanged(LabelJoystick, ToText(pair_.PedalText()));
   cmdRun->setEnabled(!pair_.Running());
   cmdStop->setEnabled(pair_.Running());
 }
@@ -122,6 +124,7 @@ void FfbStatusForm::RefreshSide(int which) {
   side.picture->SetPosition({yoke.Position()[0] / kYokeTravel, yoke.Position()[1] / kYokeTravel},
                             {command.axes[0].centre / kYokeTravel, command.axes[1].centre / kYokeTravel},
                             yoke.Usable());
+  side.chain->Refresh(pair_, which);
   side.master->setEnabled(pair_.IsSlave(which) && (!pair_.Running() || yoke.Usable()));
 }
 

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "ffb/YokePair.h"
+#include "ffb/forms/ForceChain.h"
 #include "ffb/forms/YokePicture.h"
 #include "ui/Form.h"
 #include "ui/Widgets.h"
@@ -31,6 +32,7 @@ class FfbStatusForm : public Form {
     QLabel *role, *state, *received, *activity;
     ValueBox *bank, *pitch;
     YokePicture* picture;
+    ForceChain* chain;
     QPushButton *master, *off;
   };
   QWidget* MakeSide(int which);

@@ -1,7 +1,7 @@
 #include "ffb/forms/YokeConfigForm.h"
 
 #include <QScrollArea>
-#include <QSignalBlocker>
+#include <QStandardItemModel>
 
 #include "ui/Look.h"
 
@@ -114,7 +114,9 @@ QWidget* YokeConfigForm::MakeModePage() {
   grid->addWidget(boxRollLoad, 1, 2);
   grid->addWidget(boxPitchLoad, 1, 3);
   grid->addLayout(answer, 2, 2, 1, 2);
-  grid->addWidget(LabelState, 4, 0, 1, 4);
+  ChainMode = new ForceChain({});
+  grid->addWidget(ChainMode, 4, 0, 1, 4);
+  grid->addWidget(LabelState, 5, 0, 1, 4);
   grid->setColumnStretch(1, 1);
   grid->setRowStretch(3, 1);
   return page;
@@ -176,6 +178,7 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
       if (loading_) return;
       presenter_.SetJoystick(ComboJoystick->currentIndex(), ComboRudderAxis->currentIndex(),
                              ComboLeftBrakeAxis->currentIndex(), ComboRightBrakeAxis->currentIndex());
+      LoadJoystick();  // an axis may have been refused
       Refresh();
     });
     return box;
@@ -185,6 +188,8 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
   ComboLeftBrakeAxis = combo("ComboLeftBrakeAxis", tr("Left brake"), 2, true);
   ComboRightBrakeAxis = combo("ComboRightBrakeAxis", tr("Right brake"), 3, true);
   LabelJoystick = MakeLabel("LabelJoystick");
+  LabelJoystick->setWordWrap(true);
+  LabelJoystick->setMinimumWidth(look::Margin() * 16);
   grid->addWidget(LabelJoystick, 0, 2, 1, 3);
   static constexpr const char* kBars[] = {"BarRudder", "BarLeftBrake", "BarRightBrake"};
   for (int i = 0; i < 3; ++i) {
@@ -214,6 +219,14 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
     if (presenter_.CheckJoystickSettings()) LabelJoystick->setText(tr("The settings are complete"));
   });
   grid->addWidget(check, line, 2);
+  cmdUseJoystick =
+      MakeButton("cmdUseJoystick", tr("&Use this device"),
+                 tr("Takes the device that has this number now in place of the one set up before"));
+  connect(cmdUseJoystick, &QPushButton::clicked, this, [this] {
+    presenter_.ChooseJoystick();
+    Refresh();
+  });
+  grid->addWidget(cmdUseJoystick, line, 3);
   grid->setColumnStretch(4, 1);
   grid->setRowStretch(line + 1, 1);
   return page;
@@ -238,6 +251,7 @@ void YokeConfigForm::Refresh() {
   }
   const ForceCommand& command = yoke.Commanded();
   const auto position = yoke.Position();
+  ChainMode->Refresh(pair_, which);
   PictureMode->SetPosition({position[0] / kYokeTravel, position[1] / kYokeTravel},
                            {command.axes[0].centre / kYokeTravel, command.axes[1].centre / kYokeTravel},
                            yoke.Usable());
@@ -270,10 +284,40 @@ void YokeConfigForm::RefreshCalibration() {
                               Share(RawOf(record.PitchCentre)), Share(RawOf(record.PitchBack))});
 }
 
+// The devices with their names; and of the chosen one's axes those that it has.
+void YokeConfigForm::ShowJoysticks() {
+  for (int number = 0; number < ComboJoystick->count(); ++number) {
+    const JoystickInfo* device = presenter_.JoystickAt(number);
+    const QString text = device != nullptr ? tr("Joystick %1: %2").arg(number).arg(ToText(device->name))
+                                           : tr("Joystick %1").arg(number);
+    if (ComboJoystick->itemText(number) != text) ComboJoystick->setItemText(number, text);
+  }
+  const JoystickInfo* device = presenter_.JoystickAt(presenter_.Record().JoystickNumber);
+  for (QComboBox* combo : {ComboRudderAxis, ComboLeftBrakeAxis, ComboRightBrakeAxis}) {
+    auto* model = qobject_cast<QStandardItemModel*>(combo->model());
+    for (int place = 1; model != nullptr && place < combo->count(); ++place) {
+      const bool has = device == nullptr || HasAxis(*device, place);
+      if (model->item(place)->isEnabled() != has) model->item(place)->setEnabled(has);
+    }
+  }
+}
+
+void YokeConfigForm::LoadJoystick() {
+  loading_ = true;
+  const YokeRecord& record = presenter_.Record();
+  ComboJoystick->setCurrentIndex(record.JoystickNumber);
+  ComboRudderAxis->setCurrentIndex(record.RudderAxis);
+  ComboLeftBrakeAxis->setCurrentIndex(record.LeftBrakeAxis);
+  ComboRightBrakeAxis->setCurrentIndex(record.RightBrakeAxis);
+  loading_ = false;
+}
+
 void YokeConfigForm::RefreshJoystick() {
   const YokeRecord& record = presenter_.Record();
   const bool there = presenter_.JoystickThere();
-  SetTextIfChanged(LabelJoystick, there ? tr("The device is there") : tr("There is no such device"));
+  SetTextIfChanged(LabelJoystick, ToText(presenter_.JoystickText()));
+  cmdUseJoystick->setEnabled(presenter_.JoystickIsAnother());
+  ShowJoysticks();
   using Source = YokePresenter::Place::Source;
   const float ratios[] = {
       RudderRatio(presenter_.RawNow(Source::Rudder), record),

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "ffb/YokePresenter.h"
+#include "ffb/forms/ForceChain.h"
 #include "ffb/forms/ForceCurveWidget.h"
 #include "ffb/forms/YokePicture.h"
 #include "ui/Form.h"
@@ -38,6 +39,8 @@ class YokeConfigForm : public Form {
   QWidget* MakeJoystickPage();
   void RefreshCalibration();
   void RefreshJoystick();
+  void ShowJoysticks();
+  void LoadJoystick();
   QPushButton* MakePlaceButton(const YokePresenter::Place& place);
   // YokeConfigPages.cpp
   QWidget* MakeForcesPage();
@@ -80,10 +83,12 @@ class YokeConfigForm : public Form {
   QLabel *ModeIndicator, *LabelState, *LabelRole, *ReceivedMessage, *LabelActivity;
   ValueBox *boxBank, *boxPitch, *boxRollLoad, *boxPitchLoad;
   YokePicture *PictureMode, *PictureCalibration;
+  ForceChain* ChainMode;
   std::vector<PlaceLine> places_;
   QLabel* LabelCalibrated;
   QComboBox *ComboJoystick, *ComboRudderAxis, *ComboLeftBrakeAxis, *ComboRightBrakeAxis;
   QLabel* LabelJoystick;
+  QPushButton* cmdUseJoystick;
   std::array<QProgressBar*, 3> pedals_{};
   QRadioButton *OptionCurveRoll, *OptionCurvePitch;
   ForceCurveWidget* ForceCurvePicture;

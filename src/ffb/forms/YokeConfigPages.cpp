@@ -214,10 +214,7 @@ void YokeConfigForm::LoadPages() {
     buttons_[i].text->setText(ToText(button.Text));
     buttons_[i].text->setEnabled(button.Action == static_cast<Byte>(ButtonAction::Command));
   }
-  ComboJoystick->setCurrentIndex(record.JoystickNumber);
-  ComboRudderAxis->setCurrentIndex(record.RudderAxis);
-  ComboLeftBrakeAxis->setCurrentIndex(record.LeftBrakeAxis);
-  ComboRightBrakeAxis->setCurrentIndex(record.RightBrakeAxis);
+  LoadJoystick();
   loading_ = false;
   ShowCurve();
 }

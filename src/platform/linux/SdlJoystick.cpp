@@ -3,13 +3,17 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
-#include <cstring>
+#include <utility>
+
+#include "platform/linux/JoystickAccess.h"
 
 namespace tvx {
 namespace {
 
 constexpr std::uint32_t kCentred = 65535;
+constexpr std::chrono::seconds kTroubleLasts{2};
 
 SDL_Joystick* Of(void* joystick) {
   return static_cast<SDL_Joystick*>(joystick);
@@ -17,6 +21,22 @@ SDL_Joystick* Of(void* joystick) {
 
 std::uint32_t Axis(SDL_Joystick* joystick, int axis) {
   return axis < SDL_JoystickNumAxes(joystick) ? JoystickAxis(SDL_JoystickGetAxis(joystick, axis)) : 0;
+}
+
+// The GUID is that of a kind of device; a serial number tells two of a kind apart, where the driver gives it.
+JoystickInfo InfoOf(SDL_Joystick* joystick) {
+  JoystickInfo info;
+  if (const char* name = SDL_JoystickName(joystick)) info.name = name;
+  std::array<char, 33> guid{};
+  SDL_JoystickGetGUIDString(SDL_JoystickGetGUID(joystick), guid.data(), static_cast<int>(guid.size()));
+  info.identity = guid.data();
+  const char* serial = SDL_JoystickGetSerial(joystick);
+  for (; serial != nullptr && *serial != 0; ++serial) {
+    if (info.identity.size() == guid.size() - 1) info.identity += '-';
+    info.identity += *serial > ' ' ? *serial : '_';
+  }
+  info.axes = SDL_JoystickNumAxes(joystick);
+  return info;
 }
 
 std::uint32_t Buttons(SDL_Joystick* joystick) {
@@ -72,12 +92,11 @@ bool SdlJoystick::Start() {
   return started_;
 }
 
-SdlJoystick::Slot& SdlJoystick::SlotFor(const std::array<std::uint8_t, 16>& guid) {
+SdlJoystick::Slot& SdlJoystick::SlotFor(const std::string& identity) {
   for (Slot& slot : slots_) {
-    if (slot.joystick == nullptr && slot.guid == guid) return slot;
+    if (slot.joystick == nullptr && slot.info.identity == identity) return slot;
   }
-  slots_.push_back({guid, nullptr});
-  return slots_.back();
+  return slots_.emplace_back();
 }
 
 // Lets go of devices that were pulled out, and takes those that are new or back again.
@@ -94,19 +113,40 @@ void SdlJoystick::Refresh() {
     if (id < 0 || SDL_JoystickFromInstanceID(id) != nullptr) continue;  // open already
     SDL_Joystick* joystick = SDL_JoystickOpen(index);
     if (joystick == nullptr) continue;
-    const SDL_JoystickGUID guid = SDL_JoystickGetGUID(joystick);
-    std::array<std::uint8_t, 16> bytes{};
-    std::memcpy(bytes.data(), guid.data, bytes.size());
-    SlotFor(bytes).joystick = joystick;
+    JoystickInfo info = InfoOf(joystick);
+    Slot& slot = SlotFor(info.identity);
+    slot.info = std::move(info);
+    slot.joystick = joystick;
   }
 }
 
-bool SdlJoystick::joyGetPosEx(std::int32_t number, JoyInfoEx& record) {
-  if (!Start()) return false;
+const SdlJoystick::Slot* SdlJoystick::SlotOf(std::int32_t number) {
+  if (!Start()) return nullptr;
   Refresh();
-  if (number < 0 || static_cast<std::size_t>(number) >= slots_.size()) return false;
-  SDL_Joystick* joystick = Of(slots_[static_cast<std::size_t>(number)].joystick);
-  if (joystick == nullptr) return false;
+  if (number < 0 || static_cast<std::size_t>(number) >= slots_.size()) return nullptr;
+  const Slot& slot = slots_[static_cast<std::size_t>(number)];
+  return slot.joystick != nullptr ? &slot : nullptr;
+}
+
+const JoystickInfo* SdlJoystick::Describe(std::int32_t number) {
+  const Slot* slot = SlotOf(number);
+  return slot != nullptr ? &slot->info : nullptr;
+}
+
+// Asked for as often as a form is painted, so the answer is kept for a while.
+std::string SdlJoystick::Trouble() {
+  if (failed_) return std::string("Game controllers cannot be read: ") + SDL_GetError();
+  const auto now = std::chrono::steady_clock::now();
+  if (now - troubleAt_ < kTroubleLasts) return trouble_;
+  troubleAt_ = now;
+  trouble_ = UnreadableJoystick();
+  return trouble_;
+}
+
+bool SdlJoystick::joyGetPosEx(std::int32_t number, JoyInfoEx& record) {
+  const Slot* slot = SlotOf(number);
+  if (slot == nullptr) return false;
+  SDL_Joystick* joystick = Of(slot->joystick);
   record.XPos = Axis(joystick, 0);
   record.YPos = Axis(joystick, 1);
   record.ZPos = Axis(joystick, 2);

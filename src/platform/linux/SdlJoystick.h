@@ -1,9 +1,10 @@
 // Game controllers through SDL, by number, without a window.
 #pragma once
 
-#include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "platform/JoystickDevice.h"
@@ -12,8 +13,8 @@ namespace tvx {
 
 // Axes 0..5 of a device are X, Y, Z, R, U, V in the order of its driver, and its first hat the point of view:
 // what is what on a given device is the user's to choose. A number is given to a device when it is first
-// seen and stays with it, by its GUID, so that pulling one out does not renumber the others. Two devices of
-// one kind that are pulled out together may come back in the other order.
+// seen and stays with it, by its GUID and serial number, so that pulling one out does not renumber the
+// others. Two devices of one kind that are pulled out together may come back in the other order.
 class SdlJoystick final : public JoystickDevice {
  public:
   SdlJoystick() = default;
@@ -23,19 +24,24 @@ class SdlJoystick final : public JoystickDevice {
 
   // SDL is started by the first call; where it cannot be, no number has a device.
   bool joyGetPosEx(std::int32_t number, JoyInfoEx& record) override;
+  const JoystickInfo* Describe(std::int32_t number) override;
+  std::string Trouble() override;
 
  private:
   struct Slot {
-    std::array<std::uint8_t, 16> guid{};
+    JoystickInfo info;
     void* joystick = nullptr;  // an SDL_Joystick; nullptr while it is unplugged
   };
 
   bool Start();
   void Refresh();
-  Slot& SlotFor(const std::array<std::uint8_t, 16>& guid);
+  const Slot* SlotOf(std::int32_t number);  // null without a device
+  Slot& SlotFor(const std::string& identity);
 
   std::vector<Slot> slots_;
   bool started_ = false, failed_ = false;
+  std::string trouble_;  // as of
+  std::chrono::steady_clock::time_point troubleAt_{};
 };
 
 // An SDL axis (-32768..32767) as a position 0..65535.

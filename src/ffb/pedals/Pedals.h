@@ -2,11 +2,13 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "config/Records.h"
-#include "ffb/clsJoy.h"
+#include "ffb/pedals/RawPosition.h"
+#include "ffb/pedals/clsJoy.h"
 
 namespace tvx {
 
@@ -15,6 +17,9 @@ inline constexpr std::array<std::string_view, 7> kJoystickAxes = {"-none-", "R-A
                                                                   "Z-Axis", "U-Axis", "V-Axis"};
 // The position 0..65535 of an axis by its place in the list; 0 for place 0 and beyond the list.
 int ReadAxis(clsJoy& joystick, int place);
+// Whether a device has the axis at a place in the list. Place 0, and what is beyond the list, is no axis.
+bool HasAxis(const JoystickInfo& device, int place);
+std::string NoAxisWords(const JoystickInfo& device, int place);  // that it does not have it
 
 // What is wrong with the joystick settings, in the order of looking; empty when they can be used.
 std::vector<std::string_view> CheckJoystick(const YokeRecord& record);

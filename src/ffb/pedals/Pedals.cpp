@@ -1,9 +1,7 @@
-#include "ffb/Pedals.h"
+#include "ffb/pedals/Pedals.h"
 
 #include <algorithm>
 #include <cstdlib>
-
-#include "ffb/YokeSettings.h"
 
 namespace tvx {
 namespace {
@@ -30,6 +28,19 @@ int ReadAxis(clsJoy& joystick, int place) {
       nullptr, &clsJoy::JoyR, &clsJoy::JoyX, &clsJoy::JoyY, &clsJoy::JoyZ, &clsJoy::JoyU, &clsJoy::JoyV};
   if (place < 1 || static_cast<std::size_t>(place) >= kReaders.size()) return 0;
   return (joystick.*kReaders[static_cast<std::size_t>(place)])();
+}
+
+bool HasAxis(const JoystickInfo& device, int place) {
+  // How many axes a device has that has this one: X, Y, Z, R, U, V are its axes in the order of its driver.
+  constexpr std::array<int, kJoystickAxes.size()> kNeeded = {1000, 4, 1, 2, 3, 5, 6};
+  if (place < 1 || static_cast<std::size_t>(place) >= kNeeded.size()) return false;
+  return device.axes >= kNeeded[static_cast<std::size_t>(place)];
+}
+
+std::string NoAxisWords(const JoystickInfo& device, int place) {
+  const bool listed = place >= 0 && static_cast<std::size_t>(place) < kJoystickAxes.size();
+  const std::string axis(listed ? kJoystickAxes[static_cast<std::size_t>(place)] : "such axis");
+  return '"' + device.name + "\" has no " + axis + '.';
 }
 
 std::vector<std::string_view> CheckJoystick(const YokeRecord& r) {

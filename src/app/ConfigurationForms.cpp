@@ -145,6 +145,16 @@ void ConfigurationForms::OpenPlates(std::vector<CalibrationTarget> targets, cons
   ShowLineTrouble();
 }
 
+void ConfigurationForms::SaveInUse() {
+  save_.Save(parts_.model.ConfigFileName);
+  if (main_) main_->Rebuild();
+}
+
+void ConfigurationForms::ConfigurationReplaced() {
+  if (main_) hardware_.FollowPortNumbers();
+  Refresh();
+}
+
 void ConfigurationForms::ModelChanged() {
   hardware_.FollowPortNumbers();
   Refresh();

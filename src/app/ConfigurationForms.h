@@ -62,6 +62,13 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   // The dialog of a gauge; only while the main form is open.
   void OpenGauge(int gaugeID) override;
   MainConfigureForm* MainForm() const { return main_.Get(); }
+  // Saves into the file in use, as the save form does; what that will do, in words.
+  void SaveInUse();
+  std::string SaveWords() const { return save_.SaveWords(parts_.model.ConfigFileName); }
+  // Whether gauges are being looked for.
+  bool Searching() { return hardware_.Search().Running(); }
+  // The configuration was put back or forward.
+  void ConfigurationReplaced();
   // Shows the model anew, after another form has changed it.
   void Refresh();
 

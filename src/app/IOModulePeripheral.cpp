@@ -39,6 +39,10 @@ void IOModulePeripheral::Load() {
   form_.GetOrMake(make).show();
 }
 
+void IOModulePeripheral::ConfigurationReplaced() {
+  if (form_ || configuration_) module_.TakeDefinitions();
+}
+
 void IOModulePeripheral::Unload() {
   if (module_.Running()) module_.cmdStop_Click();
   module_.ForgetPorts();

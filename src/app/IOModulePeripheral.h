@@ -31,6 +31,8 @@ class IOModulePeripheral final : public Peripheral {
   // Opens the module's set-up, `ConfigIOM`, over `parent`; the module's port is open as long as it stands.
   void ShowConfiguration(QWidget* parent);
   void StopTimers();
+  // The configuration was put back or forward.
+  void ConfigurationReplaced();
 
   IOModule& Module() { return module_; }
   IOModuleStatusForm* Form() const { return form_.Get(); }

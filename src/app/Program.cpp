@@ -227,6 +227,24 @@ void Program::ShowMainConfiguration() {
   configuration_.Show(startForm_.Get());
 }
 
+FormCare::Parts Program::MakeCareParts() {
+  return {model_,
+          history_,
+          [this] { ConfigurationReplaced(); },
+          [this] { configuration_.SaveInUse(); },
+          [this] { return configuration_.SaveWords(); },
+          [this] { return ended_ || file_.Loading() || configuration_.Searching(); }};
+}
+
+// Whoever works with something that was made from the configuration makes it anew.
+void Program::ConfigurationReplaced() {
+  configuration_.ConfigurationReplaced();
+  ioModule1_.ConfigurationReplaced();
+  ioModule2_.ConfigurationReplaced();
+  yokes_.Pair().ApplySettings();
+  if (statusForm_) run_.SliderXferTimer_Change(model_.General.TransferInterval);
+}
+
 void Program::ConfigurationClosed() {
   timers_.WriteCmdDuringConfig.SetEnabled(false);
   unsaved_.Follow();

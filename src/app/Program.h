@@ -7,11 +7,13 @@
 
 #include "app/ConfigurationForms.h"
 #include "app/EngineClusterPeripheral.h"
+#include "app/FormCare.h"
 #include "app/FunctionForms.h"
 #include "app/IOModulePeripheral.h"
 #include "app/SimulatorSocket.h"
 #include "app/YokesPeripheral.h"
 #include "config/ConfigFile.h"
+#include "config/setup/ConfigurationHistory.h"
 #include "config/setup/UnsavedWork.h"
 #include "config/setup/forms/MainConfigureForm.h"
 #include "config/setup/forms/UnsavedPanel.h"
@@ -105,10 +107,12 @@ class Program final : private Shell, private ConfigurationHost {
   void ConnectTimers();
   void LinkTimer_Tick();
   void LeaveEventLoop();
+  FormCare::Parts MakeCareParts();
   void AddPeripherals();
   void UnloadEverything();
   void ShowPorts();
   void ShowUnsaved();
+  void ConfigurationReplaced();
 
   std::unique_ptr<MessageBoxes> ownBoxes_;
   MessageBoxes& boxes_;
@@ -142,6 +146,8 @@ class Program final : private Shell, private ConfigurationHost {
   LinuxComPorts comPorts_;
   FunctionForms functions_{model_, sim_, boxes_, clock_};
   ConfigurationForms configuration_;
+  ConfigurationHistory history_{model_, clock_};
+  FormCare care_{MakeCareParts()};
   std::vector<Registration> registrations_;  // views and timers
   bool ended_ = false;
   bool leaving_ = false;  // the event loop is left when the simulator has been told

@@ -42,6 +42,7 @@ int main(int argc, char** argv) {
   if (start != tvx::FolderClaim::Start::First) return SaySecond(start, argc, argv);
   tvx::LineServer lines;  // before windows and threads: it is split off from this process
   QApplication application(argc, argv);
+  tvx::look::FollowDesktop();
   tvx::look::Apply(application, tvx::look::Theme::Dark);
   tvx::Program program(nullptr, nullptr, nullptr, &lines);
   claim.Listen(std::make_unique<tvx::QtFdWatcher>(), [&program] { program.ShowItself(); });

@@ -49,6 +49,7 @@ struct GeneralRecord {
     if (Setting(kFollowSetting) != host) SetSetting(kFollowSetting, {});
   }
 
+  bool operator==(const GeneralRecord&) const = default;
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
     visit("ConfigHeader", r.ConfigHeader);
@@ -89,6 +90,7 @@ struct IOModuleRecord {
   std::int16_t SwitchType = 0;    // 0 toggle, 1 encoder A, 2 encoder B
   std::int16_t DebounceTime = 0;  // 0..20
 
+  bool operator==(const IOModuleRecord&) const = default;
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
     visit("Input", r.Input);
@@ -177,6 +179,7 @@ struct FunctionRecord {
   bool IsMacro() const { return FuncType == static_cast<Byte>(FunctionUse::Macro); }
   bool Is(DataType type) const { return ComboDT == static_cast<Byte>(type); }
 
+  bool operator==(const FunctionRecord&) const = default;
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
     visit("ShortName", r.ShortName);
@@ -208,6 +211,7 @@ struct GaugetypeRecord {
   std::int16_t Code = 0;
   std::string Name;
 
+  bool operator==(const GaugetypeRecord&) const = default;
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
     visit("Code", r.Code);
@@ -229,6 +233,7 @@ struct GaugeRecord {
   std::int16_t GaugeSetting5 = 0;   // option bits, by instrument (docs/instruments.md)
   std::int16_t GaugeSetting6 = 0;   // spare; kept by "clear all"
 
+  bool operator==(const GaugeRecord&) const = default;
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
     visit("GaugeType", r.GaugeType);
@@ -251,6 +256,7 @@ struct EngineClusterRecord {
   std::int16_t Value2 = 0;  // channel: Function number. 8: backlight
   std::int16_t Value3 = 0;  // channel: Plate number. 8: options
 
+  bool operator==(const EngineClusterRecord&) const = default;
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
     visit("Value1", r.Value1);
@@ -269,6 +275,8 @@ struct PlateRecord {
   std::string Name;
   std::array<double, kPoints> Value{};
   std::array<std::int16_t, kPoints> Position{};
+
+  bool operator==(const PlateRecord&) const = default;
 };
 
 // The force-feedback settings that both yokes share. A record whose numbers and percentages are all 0 was
@@ -280,6 +288,7 @@ struct GeneralFFBRecord {
     float RollForce = 0;      // centring force at full deflection, % of what the yoke can give
     float PitchAirspeed = 0;  // kt
     float PitchForce = 0;     // %
+    bool operator==(const ForcePoint&) const = default;
   };
   std::int16_t MasterYoke = 0;  // 1 or 2: who flies after the start; any other number counts as 1
   std::int16_t GripThreshold =
@@ -292,6 +301,7 @@ struct GeneralFFBRecord {
   Byte PitchTrimRange = 0;  // %
   std::array<ForcePoint, 13> ForceTable{};
 
+  bool operator==(const GeneralFFBRecord&) const = default;
   template <typename Self, typename Visit>
   static void Fields(Self& r, Visit&& visit) {
     visit("MasterYoke", r.MasterYoke);
@@ -319,10 +329,12 @@ struct YokeRecord {
   struct Button {
     Byte Action = 0;   // what pressing it does (ffb/YokeSettings.h)
     std::string Text;  // the simulator command of the action that runs one
+    bool operator==(const Button&) const = default;
   };
   struct Effect {
     float Frequency = 0;  // Hz
     Byte Level = 0;       // %
+    bool operator==(const Effect&) const = default;
   };
   std::int16_t StartMode = 0;                   // YokeMode after the start, 0..4
   Byte Address = 0;                             // of the yoke in its frames; 0: any sender is accepted
@@ -357,6 +369,7 @@ struct YokeRecord {
   std::int16_t RunwayBumps = 0;       // dm: distance of the runway's bumps
   std::array<Effect, 12> Effects{};   // by effect and axis: 2 e the roll axis, 2 e + 1 the pitch axis
 
+  bool operator==(const YokeRecord&) const = default;
   template <typename Self, typename Visit>
   static void Head(Self& r, Visit&& visit) {
     visit("StartMode", r.StartMode);

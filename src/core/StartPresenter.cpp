@@ -50,6 +50,7 @@ void StartPresenter::Activate() {
   if (taken_ && !IsInUse(*taken_)) taken_.reset();  // the user has set another address since
   if (first) model_.ProgramTitle = std::string(kProgramTitle);
   if (!first) ShowCountdown(false);
+  view_.Notice.clear();
   view_.FileName = model_.ConfigFileName = ReadStartFile(model_);
   if (first) {
     view_.TextAutostart = std::string(kCountdownText);
@@ -209,6 +210,11 @@ void StartPresenter::UpdateWords() {
     return;
   }
   const auto silent = sim_.SilentForMs();
+  if (probeState_ == ProbeState::CloseLink || probeState_ == ProbeState::Done) {
+    view_.SimulatorTrouble = true;
+    view_.SimulatorWords = "cannot be asked: this configuration lacks Function 300, X-Plane's version.";
+    return;
+  }
   SimulatorLinkState state;
   state.Running = true;
   state.SocketOpen = sim_.UdpOpen();
@@ -243,6 +249,8 @@ void StartPresenter::AutoStartRun() {
   LoadFile();
   if (model_.ConfigLoadFailed) {
     run_.SetCurrentConfig(view_.FileName);
+    ShowCountdown(false);
+    view_.Notice = "The automatic start did not happen: " + WhyNotLoaded();
     boxes_.Show("No or incorrect Start-Up file.File name is Case sensitive");
     Changed();
     return;
@@ -252,6 +260,20 @@ void StartPresenter::AutoStartRun() {
   HandOver();
   run_.cmdRun_Click();
   shell_.UnloadStartForm();
+}
+
+std::string StartPresenter::WhyNotLoaded() const {
+  const std::string& name = view_.FileName;
+  switch (file_.LastLoad()) {
+    case ConfigReadResult::Unopened:
+      return "the file " + name + " is not in this folder, or cannot be read. Choose another one, or press "
+             "Configure to set up your cockpit.";
+    case ConfigReadResult::RefusedTitle:
+      return name + " was not made by this program, and was refused. Choose another file.";
+    default:
+      return name + " could be read in part only. Choose another file, or press Configure and load one of "
+             "its backups.";
+  }
 }
 
 void StartPresenter::HandOver() {
@@ -269,6 +291,7 @@ void StartPresenter::HandOver() {
 void StartPresenter::FileBox_Click(const std::string& name) {
   if (file_.Loading()) return;
   ShowCountdown(false);
+  view_.Notice.clear();
   view_.FileName = model_.ConfigFileName = name;
   run_.SetCurrentConfig(name);
   taken_.reset();

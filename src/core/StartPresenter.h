@@ -27,6 +27,7 @@ struct StartView {
   std::string LabelXplaneVersion;
   std::string SimulatorWords;  // why it is waited for, until its version is known
   bool SimulatorTrouble = false;
+  std::string Notice;  // why the automatic start did not happen; empty: it did, or is still to come
 };
 
 // "11.55.01" for 115501: the digits two by two, cut where they end ("97.00." for 9700).
@@ -74,6 +75,7 @@ class StartPresenter {
   void ProbeAnew();
   void LoadFile();
   void UpdateWords();
+  std::string WhyNotLoaded() const;
   void AutoStartRun();
   void HandOver();  // to the status form, halted
   void ShowCountdown(bool visible);

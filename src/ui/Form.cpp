@@ -3,15 +3,32 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QThread>
+#include <QScrollArea>
+#include <QStyle>
 #include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
 
 namespace tvx {
 namespace {
 
 constexpr int kLookAgainMs = 50;
+constexpr int kTitleBar = 3;  // of the window manager, in text heights
+
+// As large as what it holds, where there is room.
+class Scroller : public QScrollArea {
+ public:
+  using QScrollArea::QScrollArea;
+  QSize sizeHint() const override {
+    if (widget() == nullptr) return QScrollArea::sizeHint();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return widget()->sizeHint().expandedTo(widget()->minimumSizeHint()) + QSize(bar, bar);
+  }
+};
 
 }  // namespace
 
@@ -48,10 +65,80 @@ void Form::DeleteWhenIdle() {
   }
 }
 
+// What the form holds moves into an area that scrolls.
+void Form::ScrollInside() {
+  scrolls_ = true;
+  auto* scroller = new Scroller(this);
+  scroller->setObjectName("ScrollForm");
+  scroller->setFrameShape(QFrame::NoFrame);
+  scroller->setWidgetResizable(true);
+  scroller->setFocusPolicy(Qt::NoFocus);
+  auto* content = new QWidget(this);  // within this window, so that Tab keeps its order
+  content->setObjectName("FormContent");
+  QPointer<QWidget> focused = focusWidget();
+  QWidget* foot = foot_;
+  if (foot != nullptr) layout()->removeWidget(foot);
+  // What the form itself asks for; what its layout asks for may grow.
+  const QSize least = layout()->totalMinimumSize();
+  const QSize asked(minimumWidth() > least.width() ? minimumWidth() : 0,
+                    minimumHeight() > least.height() ? minimumHeight() : 0);
+  content->setLayout(layout());
+  content->setMinimumSize(asked);
+  setMinimumSize(0, 0);
+  scroller->setWidget(content);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(scroller, 1);
+  if (foot != nullptr) column->addWidget(foot);
+  if (isVisible()) scroller->show();
+  content->layout()->activate();
+  column->activate();
+  if (focused) focused->setFocus();
+}
+
+void Form::FitScreen() {
+  if (layout() == nullptr || screen() == nullptr || isMaximized() || isFullScreen()) return;
+  const QSize room = screen()->availableGeometry().size() - QSize(0, kTitleBar * fontMetrics().height());
+  const QSize least = layout()->totalMinimumSize().expandedTo(minimumSize());
+  if (!scrolls_ && (least.width() > room.width() || least.height() > room.height())) ScrollInside();
+  if (width() > room.width() || height() > room.height()) resize(size().boundedTo(room));
+}
+
+// Both when it is shown and when more is shown on it.
+bool Form::event(QEvent* event) {
+  const bool done = QWidget::event(event);
+  const auto type = event->type();
+  if (!unloading_ && (type == QEvent::Show || (type == QEvent::LayoutRequest && isVisible()))) FitScreen();
+  return done;
+}
+
 void Form::BringToFront() {
   show();
   raise();
   activateWindow();
+}
+
+void Form::AddFoot(QWidget* foot) {
+  if (layout() == nullptr) return;
+  if (foot_ == nullptr) {
+    foot_ = new QWidget(this);
+    foot_->setObjectName("FormFoot");
+    auto* column = new QVBoxLayout(foot_);
+    column->setContentsMargins(0, 0, 0, 0);
+    if (scrolls_) {
+      layout()->addWidget(foot_);
+    } else if (auto* grid = qobject_cast<QGridLayout*>(layout())) {
+      grid->addWidget(foot_, grid->rowCount(), 0, 1, -1);
+    } else {
+      layout()->addWidget(foot_);
+    }
+  }
+  foot_->layout()->addWidget(foot);
+  for (QWidget* child : foot->findChildren<QWidget*>()) child->ensurePolished();
+  const int more = foot->sizeHint().height() + layout()->spacing();
+  if (testAttribute(Qt::WA_Resized) || isVisible()) resize(width(), height() + more);
+  if (!scrolls_ && minimumHeight() > 0) setMinimumHeight(minimumHeight() + more);
 }
 
 void Form::ShowNotice(const QString& text) {
@@ -61,7 +148,7 @@ void Form::ShowNotice(const QString& text) {
     notice_->setObjectName("LabelFormNotice");
     notice_->setWordWrap(true);
     notice_->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to be copied
-    layout()->addWidget(notice_);
+    AddFoot(notice_);
   }
   notice_->setText(text);
   notice_->setVisible(!text.isEmpty());

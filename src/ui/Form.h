@@ -14,7 +14,7 @@
 namespace tvx {
 
 // A window with a given name. Enter presses the focused button, or else the default one; Escape does what the
-// window's close button does.
+// window's close button does. A form that does not fit the screen scrolls inside; its foot stays in sight.
 //
 // A form ends by one road, Unload, whatever ends it: the user, who closes it; its maker; the end of the form
 // above it; the end of the program. From then on it is hidden, its timers stand still, the callbacks that it
@@ -33,6 +33,11 @@ class Form : public QWidget {
   void BringToFront();
   // One line at the foot of the form, on what is wrong around it; gone again with an empty text.
   void ShowNotice(const QString& text);
+  // Puts a widget below everything else, over the whole width. The form grows by it.
+  void AddFoot(QWidget* foot);
+  // The configuration was put back or forward: what the form shows of it is to be read anew. What the user
+  // has typed and not stored stays.
+  virtual void ConfigurationReplaced() {}
   // Closes the form for the user. Unloads it, unless MayEnd objects; other forms hide, or tell the program.
   virtual void CloseAsked();
 
@@ -50,15 +55,20 @@ class Form : public QWidget {
   // Keeps a callback for as long as the form is not unloaded.
   void Keep(Registration registration) { kept_.push_back(std::move(registration)); }
 
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void DeleteWhenIdle();
+  void FitScreen();
+  void ScrollInside();
 
   QPointer<QPushButton> defaultButton_;
   std::vector<Registration> kept_;
+  QWidget* foot_ = nullptr;   // the same
   QLabel* notice_ = nullptr;  // made when there is something to say
+  bool scrolls_ = false;
   bool unloading_ = false;
   bool closing_ = false;
 };

@@ -16,12 +16,16 @@ constexpr double kZeroAngle = 225.0;  // position 0 points to the lower left
 
 Indicator::Indicator(const QString& name, const QString& text) : text_(text) {
   setObjectName(name);
+  setAccessibleName(text);
+  setAccessibleDescription(tr("off, or not known"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void Indicator::SetColour(int colour) {
-  if (colour_ == colour) return;
+void Indicator::SetColour(int colour, bool on) {
+  if (colour_ == colour && on_ == on) return;
   colour_ = colour;
+  on_ = on;
+  setAccessibleDescription(on ? tr("on") : colour < 0 ? tr("off, or not known") : tr("off"));
   update();
 }
 
@@ -50,7 +54,9 @@ void Indicator::paintEvent(QPaintEvent*) {
     painter.drawEllipse(QRectF(height() * 0.3, (height() - lamp) / 2, lamp, lamp));
     textArea.setLeft(static_cast<int>(height() * 0.3 + lamp));
   }
-  painter.setPen(look::Contrast(Qt::black, fill) > look::Contrast(Qt::white, fill) ? Qt::black : Qt::white);
+  const QColor ink = look::Contrast(Qt::black, fill) > look::Contrast(Qt::white, fill) ? Qt::black : Qt::white;
+  if (on_) painter.fillRect(QRectF(width() * 0.25, height() - 4.5, width() * 0.5, 2.5), ink);
+  painter.setPen(ink);
   painter.drawText(textArea, Qt::AlignCenter, text_);
 }
 

@@ -18,8 +18,9 @@ inline constexpr int kLampOnColour = 0x00A5FF;
 class Indicator : public QWidget {
  public:
   Indicator(const QString& name, const QString& text);
-  // As red + 256 green + 65536 blue; -1: the state is not known.
-  void SetColour(int colour);
+  // As red + 256 green + 65536 blue; -1: the state is not known. Where it is `on`, a bar below the text says
+  // so without the colour.
+  void SetColour(int colour, bool on = false);
   int Colour() const { return colour_; }
   QSize sizeHint() const override;
 
@@ -29,6 +30,7 @@ class Indicator : public QWidget {
  private:
   QString text_;
   int colour_ = -1;
+  bool on_ = false;
 };
 
 // A round face, directly on a form, with one needle that stands where the instrument's needle was sent.

@@ -2,16 +2,28 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QScreen>
+#include <QStyleOption>
 #include <algorithm>
 #include <cmath>
 
 namespace tvx::look {
 namespace {
 
+// In pixels: what desktops use by themselves, and what still makes a form.
+constexpr int kSmallestUsualText = 11, kLargestUsualText = 16;
+constexpr int kSmallestText = 10, kLargestText = 40;
+// Only black on white, or white on black, has more.
+constexpr double kPureContrast = 20.5;
+
 Theme currentTheme = Theme::Dark;
 int currentText = 15;
+bool highContrast = false;
 
 // The tokens @ground, @text and so on stand for the theme's colours, @small, @big and @huge for text heights,
 // @mark and @round for the marks of boxes.
@@ -52,10 +64,10 @@ QHeaderView::section { background: @panel; color: @dim; border: none; border-bot
                        padding: 0.2em; }
 QHeaderView::up-arrow, QHeaderView::down-arrow { subcontrol-origin: padding; subcontrol-position: top center;
                                                  width: @markpx; height: 0.5em; }
-QCheckBox::indicator, QRadioButton::indicator { width: @markpx; height: @markpx; border: 2px solid @dim;
+QRadioButton::indicator { width: @markpx; height: @markpx; border: 2px solid @dim;
                                                 background: @ground; }
 QRadioButton::indicator { border-radius: @roundpx; }
-QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: @accent; }
+QRadioButton::indicator:checked { background: @accent; }
 QCheckBox:focus, QRadioButton:focus { color: @accent; }
 )";
 
@@ -113,6 +125,50 @@ double Luminance(const QColor& colour) {
   return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
+// A ticked box has a tick in it.
+class MarkStyle final : public QProxyStyle {
+ public:
+  // `markSize`: of a check box and a radio button, in pixels.
+  explicit MarkStyle(int markSize) : QProxyStyle("Fusion"), markSize_(markSize) {}
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+
+ private:
+  int markSize_;
+};
+
+int MarkStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  if (metric == PM_IndicatorWidth || metric == PM_IndicatorHeight) return markSize_;
+  return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+void MarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  if (element != PE_IndicatorCheckBox && element != PE_IndicatorItemViewItemCheck) {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    return;
+  }
+  const Colours& colours = CurrentColours();
+  const bool enabled = (option->state & State_Enabled) != 0;
+  const bool focused = (option->state & State_HasFocus) != 0;
+  const QRectF box = QRectF(option->rect).adjusted(1, 1, -1, -1);
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(QPen(enabled && focused ? colours.accent : colours.dim, 2));
+  painter->setBrush(colours.ground);
+  painter->drawRoundedRect(box, 2, 2);
+  if ((option->state & State_On) != 0) {
+    painter->setPen(QPen(enabled ? colours.accent : colours.dim, box.width() / 6, Qt::SolidLine, Qt::RoundCap,
+                         Qt::RoundJoin));
+    const QPointF tick[] = {{box.left() + box.width() * 0.20, box.top() + box.height() * 0.52},
+                            {box.left() + box.width() * 0.42, box.top() + box.height() * 0.74},
+                            {box.left() + box.width() * 0.80, box.top() + box.height() * 0.26}};
+    painter->drawPolyline(tick, 3);
+  }
+  painter->restore();
+}
+
 }  // namespace
 
 const Colours& ColoursOf(Theme theme) {
@@ -122,6 +178,13 @@ const Colours& ColoursOf(Theme theme) {
   static const Colours light{QColor(0xf1, 0xf4, 0xf6), QColor(0xff, 0xff, 0xff), QColor(0xb7, 0xc3, 0xcd),
                              QColor(0x12, 0x1c, 0x25), QColor(0x4d, 0x5d, 0x6a), QColor(0x0a, 0x62, 0xb0),
                              QColor(0xff, 0xff, 0xff), QColor(0x15, 0x80, 0x3d), QColor(0xa3, 0x5c, 0x00)};
+  static const Colours strongDark{Qt::black,          Qt::black, Qt::white, Qt::white, Qt::white,
+                                  QColor(255, 255, 0), Qt::black, QColor(0x55, 0xff, 0x88),
+                                  QColor(0xff, 0xc0, 0x40)};
+  static const Colours strongLight{Qt::white,           Qt::white, Qt::black, Qt::black, Qt::black,
+                                   QColor(0, 0, 0xa0),  Qt::white, QColor(0, 0x55, 0x20),
+                                   QColor(0x7a, 0x20, 0)};
+  if (highContrast) return theme == Theme::Dark ? strongDark : strongLight;
   return theme == Theme::Dark ? dark : light;
 }
 
@@ -134,16 +197,35 @@ QColor ColourOf(Ground ground) {
   return ground == Ground::Form ? colours.ground : ground == Ground::Panel ? colours.panel : Qt::transparent;
 }
 
-int TextHeight(int screenHeight) {
-  return std::clamp(screenHeight * 15 / 1000, 13, 28);
+int TextHeight(int screenHeight, int systemText) {
+  const int usual = std::clamp(screenHeight * 15 / 1000, 13, 28);
+  if (systemText <= 0) return usual;
+  // Within the usual sizes of desktops the screen decides; a user who has chosen others means it.
+  const int nearest = std::clamp(systemText, kSmallestUsualText, kLargestUsualText);
+  return std::clamp(usual * systemText / nearest, kSmallestText, kLargestText);
+}
+
+bool WantsHighContrast(const QPalette& desktop, const QString& themeName) {
+  return themeName.contains("highcontrast", Qt::CaseInsensitive) ||
+         Contrast(desktop.color(QPalette::WindowText), desktop.color(QPalette::Window)) > kPureContrast;
+}
+
+void SetHighContrast(bool on) {
+  highContrast = on;
+}
+
+void FollowDesktop() {
+  // Once the program has set its own, the desktop's colours cannot be asked for any more.
+  SetHighContrast(WantsHighContrast(QApplication::palette(), qEnvironmentVariable("GTK_THEME")));
 }
 
 void Apply(QApplication& application, Theme theme) {
   currentTheme = theme;
   if (const QScreen* screen = QApplication::primaryScreen()) {
-    currentText = TextHeight(screen->availableGeometry().height());
+    const QFont system = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    currentText = TextHeight(screen->availableGeometry().height(), QFontInfo(system).pixelSize());
   }
-  QApplication::setStyle("Fusion");
+  QApplication::setStyle(new MarkStyle(currentText * 2 / 5 * 2 + 4));
   QFont font = QApplication::font();
   font.setPixelSize(currentText);
   QApplication::setFont(font);

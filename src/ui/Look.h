@@ -30,8 +30,17 @@ QColor ColourOf(Ground ground);
 // Sets palette, font and style sheet of the whole program; may be called again with the other theme.
 void Apply(QApplication& application, Theme theme);
 
+// Takes high contrast over from the desktop; to be called once, before the first Apply.
+void FollowDesktop();
+// Whether the desktop, of these colours and with a theme of this name, is one of high contrast.
+bool WantsHighContrast(const QPalette& desktop, const QString& themeName);
+// Black, white and few strong colours, in both themes; takes effect with the next Apply.
+void SetHighContrast(bool on);
+
 // Height of ordinary text in pixels for a screen of `screenHeight` pixels: 13..28, growing with the screen.
-int TextHeight(int screenHeight);
+// The desktop's own text height, in pixels, makes that larger or smaller where it is not a usual one (11 to
+// 16); 0: it is not known.
+int TextHeight(int screenHeight, int systemText = 0);
 
 // Distances, in pixels of the current text size.
 int Gap();     // between controls that belong together

@@ -160,12 +160,15 @@ ValueBox::ValueBox(const char* name, const QString& caption, const QString& unit
 
 StateLamp::StateLamp(const char* name) {
   setObjectName(QString::fromLatin1(name));
+  setAccessibleName(tr("State"));
+  setAccessibleDescription(tr("off"));
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void StateLamp::SetState(State state) {
   if (state_ == state) return;
   state_ = state;
+  setAccessibleDescription(state == State::Good ? tr("good") : state == State::Trouble ? tr("trouble") : tr("off"));
   update();
 }
 
@@ -180,9 +183,16 @@ void StateLamp::paintEvent(QPaintEvent*) {
                                                    : colours.line;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colour.darker(160), 1));
-  painter.setBrush(colour);
-  painter.drawEllipse(QRectF(rect()).adjusted(2, 2, -2, -2));
+  // Not by its colour alone: off is a ring, good is full, trouble is a triangle.
+  const QRectF area = QRectF(rect()).adjusted(2, 2, -2, -2);
+  painter.setPen(QPen(state_ == State::Off ? colours.dim : colour.darker(160), state_ == State::Off ? 2 : 1));
+  painter.setBrush(state_ == State::Off ? QBrush(Qt::NoBrush) : QBrush(colour));
+  if (state_ != State::Trouble) {
+    painter.drawEllipse(area);
+    return;
+  }
+  const QPointF corners[] = {{area.center().x(), area.top()}, area.bottomRight(), area.bottomLeft()};
+  painter.drawPolygon(corners, 3);
 }
 
 PickList::PickList(const char* name) {

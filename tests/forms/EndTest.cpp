@@ -4,9 +4,7 @@
 #include <csignal>
 
 #include "app/TerminationSignals.h"
-#include "tests/fakes/FakeKeyInjector.h"
-#include "tests/forms/FormsRig.h"
-#include "tests/platform/Pty.h"
+#include "tests/forms/EveryForm.h"
 
 namespace tvx {
 namespace {
@@ -14,44 +12,11 @@ namespace {
 constexpr int kLongestMs = 3000;
 constexpr int kTooLate = 99;
 
-struct Step {
-  const char *form, *button;
-};
-using Steps = std::vector<Step>;
-
-struct Row {
-  const char* what;
-  Steps steps;
-};
-
-Steps operator+(Steps first, const Steps& then) {
-  first.insert(first.end(), then.begin(), then.end());
-  return first;
-}
-
-class EndTest : public FormsTest {
+class EndTest : public EveryFormTest {
  protected:
-  EndTest() {
-    ConfigModel model = SmallModel();
-    model.General.ComPortIOM1 = 6;
-    model.General.ComPortEC = 7;
-    model.General.ComPortYoke1 = 9;
-    model.EngineCluster[0] = {1, 1, 0};
-    WriteConfig("Default.cfg", model);
-    QDir().mkdir("comports");
-    ScratchFolder::Link(6, module_.Device());
-    ScratchFolder::Link(7, cluster_.Device());
-  }
-
   static QByteArray FileText() {
     QFile file("Default.cfg");
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-  }
-  static QWidget* Shown(const char* name) {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->isVisible() && window->objectName() == name) return window;
-    }
-    return nullptr;
   }
   // Presses the buttons one after the other, and raises the signal. The last press may stand in a question:
   // what follows it is called from the event loop of that question.
@@ -61,13 +26,7 @@ class EndTest : public FormsTest {
       return;
     }
     QTimer::singleShot(0, qApp, [this, &steps, at] { Walk(steps, at + 1); });
-    QWidget* form = Shown(steps[at].form);
-    auto* button = form == nullptr ? nullptr : form->findChild<QAbstractButton*>(steps[at].button);
-    if (button == nullptr) {
-      ADD_FAILURE() << "no " << steps[at].form << '/' << steps[at].button;
-      return;
-    }
-    button->click();
+    PressStep(steps[at]);
   }
   void EndsFrom(const Steps& steps) {
     const QByteArray before = FileText();
@@ -89,50 +48,10 @@ class EndTest : public FormsTest {
     }
     EXPECT_EQ(FileText(), before);
   }
-
-  Pty module_, cluster_;
-  FakeKeyInjector keys_;
 };
 
-const Steps kHalted{{"frmMain", "butOK"}};
-const Steps kRunning = kHalted + Steps{{"frmStatus", "cmdRun"}};
-const Steps kConfiguring{{"frmMain", "CmdConfigure"}};
-const Steps kFromRun = kRunning + Steps{{"frmStatus", "CmdConfig"}};
-const Steps kUnsaved = kConfiguring + Steps{{"FrmMainConfigure", "CmdSet250"}};
-const Steps kFiles = kConfiguring + Steps{{"FrmMainConfigure", "cmdSaveConfig"}};
-const Steps kFunctions = kConfiguring + Steps{{"FrmMainConfigure", "cmdGetOffset"}};
-const Steps kConsole = kConfiguring + Steps{{"FrmMainConfigure", "cmdTestXplaneInterface"}};
-const Steps kSetUp = Steps{{"frmStatusIOM", "cmdConfigIOM"}};
-
 TEST_F(EndTest, ComesFromEveryForm) {
-  const Row rows[] = {
-      {"start", {}},
-      {"halted", kHalted},
-      {"running", kRunning},
-      {"ports", kRunning + Steps{{"frmStatus", "cmdShowPorts"}}},
-      {"module", kRunning + Steps{{"frmStatus", "cmdShowIOM"}}},
-      {"set-up of a module", kRunning + kSetUp},
-      {"definition of an input", kHalted + kSetUp + Steps{{"ConfigIOM", "cmdEdit"}}},
-      {"cluster", kRunning + Steps{{"frmStatusEC", "cmdTestEC"}}},
-      {"set-up of the cluster", kHalted + Steps{{"frmStatusEC", "cmdConfigEC"}}},
-      {"Plates over it", kHalted + Steps{{"frmStatusEC", "cmdConfigEC"}, {"frmConfigEC", "cmdCalibrate0"}}},
-      {"yoke", kRunning + Steps{{"frmStatusFFB", "cmdConfigY1"}}},
-      {"configuration", kConfiguring},
-      {"configuration after a run", kFromRun},
-      {"files", kFiles},
-      {"Functions", kFunctions},
-      {"list of Functions", kFunctions + Steps{{"frmFunctionEditor", "cmdListFunctions"}}},
-      {"test of a Function", kFunctions + Steps{{"frmFunctionEditor", "cmdTestFunction"}}},
-      {"console", kConsole},
-      {"console, receiving", kConsole + Steps{{"frmTestXplaneInterface", "cmdStartUDP"}}},
-      {"Plates", kConfiguring + Steps{{"FrmMainConfigure", "cmdPlates"}}},
-      {"gauge test", kConfiguring + Steps{{"FrmMainConfigure", "cmdTestGauges"}}},
-      {"adapters", kConfiguring + Steps{{"FrmMainConfigure", "cmdAdapters"}}},
-      {"module from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoIOM"}} + kSetUp},
-      {"cluster from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoEC"}}},
-      {"yokes from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoFFB"}}},
-  };
-  for (const Row& row : rows) {
+  for (const Row& row : kEveryForm) {
     SCOPED_TRACE(row.what);
     EndsFrom(row.steps);
   }

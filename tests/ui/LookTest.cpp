@@ -11,16 +11,33 @@ TEST(Look, ContrastIsTheOneOfTheAccessibilityRules) {
 }
 
 TEST(Look, EveryThemeIsReadable) {
-  for (const Theme theme : {Theme::Dark, Theme::Light}) {
-    const Colours& c = ColoursOf(theme);
+  for (const int which : {0, 1, 2, 3}) {
+    SetHighContrast(which > 1);
+    const Colours& c = ColoursOf(which % 2 == 0 ? Theme::Dark : Theme::Light);
+    SetHighContrast(false);
     for (const QColor& ground : {c.ground, c.panel}) {
       for (const QColor& text : {c.text, c.dim, c.accent, c.good, c.trouble}) {
-        EXPECT_GE(Contrast(text, ground), 4.5)
+        EXPECT_GE(Contrast(text, ground), which > 1 ? 7.0 : 4.5)
             << text.name().toStdString() << " on " << ground.name().toStdString();
       }
     }
     EXPECT_GE(Contrast(c.onAccent, c.accent), 4.5);
   }
+}
+
+TEST(Look, FollowsTheDesktop) {
+  const QPalette pure(Qt::black, Qt::white, Qt::white, Qt::black, Qt::gray, Qt::black, Qt::white, Qt::white,
+                      Qt::white);
+  QPalette usual = pure;
+  usual.setColor(QPalette::Window, QColor(0xef, 0xef, 0xef));
+  EXPECT_TRUE(WantsHighContrast(pure, {}));
+  EXPECT_FALSE(WantsHighContrast(usual, "Adwaita"));
+  EXPECT_TRUE(WantsHighContrast(usual, "HighContrastInverse"));
+  const struct {
+    int screen, system, text;
+  } rows[] = {{1080, 0, 16}, {1080, 12, 16}, {1080, 16, 16}, {1080, 32, 32}, {600, 13, 13}, {600, 26, 21},
+              {720, 9, 10},  {1440, 8, 15},  {2160, 100, 40}};
+  for (const auto& row : rows) EXPECT_EQ(TextHeight(row.screen, row.system), row.text) << row.system;
 }
 
 TEST(Look, LegibleKeepsTheHueAndReads) {

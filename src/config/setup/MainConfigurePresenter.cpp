@@ -1,12 +1,14 @@
 #include "config/setup/MainConfigurePresenter.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "base/NumberText.h"
 #include "platform/HostName.h"
 
 namespace tvx {
 namespace {
+
+constexpr int kHighestPort = 65535;
 
 // A text of the file must not hold a double quote.
 std::string Plain(std::string text) {
@@ -14,23 +16,21 @@ std::string Plain(std::string text) {
   return text;
 }
 
-// A whole number without sign, 0..highest, that is all of `text`.
-std::optional<unsigned> WholeNumber(std::string_view text, unsigned highest) {
-  unsigned number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool good = error == std::errc{} && end == text.data() + text.size() && number <= highest;
-  return good ? std::optional(number) : std::nullopt;
-}
-
 bool IsAddress(std::string_view text) {
   return ParseIPv4(text) || IsHostName(text);
 }
 
-bool IsPort(std::string_view text) {
-  return WholeNumber(text, 65535).value_or(0) > 0;
+// The number alone, without what was typed around it.
+std::string PortText(const std::string& text) {
+  return std::to_string(TypedWhole(text, 1, kHighestPort).value_or(0));
 }
 
 }  // namespace
+
+// No decimal sign, as "49,000" is not meant as 49.
+bool IsUdpPort(std::string_view text) {
+  return text.find_first_of(".,") == std::string_view::npos && TypedWhole(text, 1, kHighestPort);
+}
 
 std::optional<std::size_t> LightsModeIndex(const ConfigModel& model) {
   for (std::size_t i = 0; i < kLightsModes.size(); ++i) {
@@ -71,15 +71,15 @@ UdpSettings UdpOf(const ConfigModel& model) {
 std::string_view UdpFault(const UdpSettings& settings) {
   if (!IsAddress(settings.remoteIP))
     return "The address is four numbers, each 0 to 255, with points between, or a computer's name.";
-  if (!IsPort(settings.remotePort)) return "The simulator's port is a number from 1 to 65535.";
-  if (!IsPort(settings.localPort)) return "The port on which we listen is a number from 1 to 65535.";
+  if (!IsUdpPort(settings.remotePort)) return "The simulator's port is a number from 1 to 65535.";
+  if (!IsUdpPort(settings.localPort)) return "The port on which we listen is a number from 1 to 65535.";
   return {};
 }
 
 void SetUdp(ConfigModel& model, const UdpSettings& settings) {
   model.General.RemoteIP = Plain(settings.remoteIP);
-  model.General.RemotePort = Plain(settings.remotePort);
-  model.General.LocalPort = Plain(settings.localPort);
+  model.General.RemotePort = PortText(settings.remotePort);
+  model.General.LocalPort = PortText(settings.localPort);
   model.General.ByteOrderReverse = settings.reverseByteOrder ? -1 : 0;
   model.General.BlockUSEL = settings.blockUsel ? 1 : 0;
   model.General.SetSetting(kFollowSetting, settings.follow);

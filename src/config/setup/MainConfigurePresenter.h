@@ -45,6 +45,8 @@ struct UdpSettings {
 };
 UdpSettings UdpOf(const ConfigModel& model);
 void SetUdp(ConfigModel& model, const UdpSettings& settings);
+// A port as it is typed: a whole number from 1 to 65535.
+bool IsUdpPort(std::string_view text);
 // What is wrong with them, in words; empty where they are right.
 std::string_view UdpFault(const UdpSettings& settings);
 // The host whose X-Plane can be followed where `remoteIP` is the address: the one that is followed at this

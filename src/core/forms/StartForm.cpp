@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QShowEvent>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include "base/Version.h"
 #include "ui/Look.h"
@@ -41,11 +42,11 @@ StartForm::StartForm(StartPresenter& presenter, std::function<void()> openWebPag
   column->addWidget(MakeCountdownPanel());
   column->addWidget(MakeButtons());
   Connect();
+  butOK->setFocus();
   SetDefaultButton(butOK);
   RefreshFiles();
   ShowView();
   resize(look::Margin() * 42, sizeHint().height());
-  butOK->setFocus();
 }
 
 void StartForm::AddNotice(QWidget* panel) {
@@ -92,9 +93,13 @@ QWidget* StartForm::MakeFilePanel() {
   FileBox->setToolTip(tr("Click a file to use it instead of the start-up configuration"));
   FileBox->setMinimumHeight(look::Margin() * 6);
   caption->setBuddy(FileBox);
+  LabelWelcome = MakeLabel("LabelWelcome", tr("Welcome"), "title");
   NoFiles = MakeLabel("LabelNoFiles",
-                      tr("There is no configuration file (*.cfg) in this folder: %1\nPress Configure to "
-                         "set up your cockpit, and save it there.")
+                      tr("There is no cockpit in this folder yet (%1). To set one up:\n\n"
+                         "1.  Plug in your instruments and press Configure.\n"
+                         "2.  Give the gauge bus its serial port, and let it find the gauges.\n"
+                         "3.  Click each gauge to choose what it shows, and press Save and load.\n"
+                         "4.  Come back here, press OK, and then Run.")
                           .arg(QDir::toNativeSeparators(QDir::currentPath())));
   NoFiles->setWordWrap(true);
   QLabel* nameCaption = MakeLabel("LabelFileName", tr("&File to be used"), "caption");
@@ -102,8 +107,13 @@ QWidget* StartForm::MakeFilePanel() {
   FileName->setObjectName("FileName");
   FileName->setToolTip(tr("The configuration file that OK and the automatic start load"));
   nameCaption->setBuddy(FileName);
+  LabelNotice = MakeLabel("LabelNotice");
+  LabelNotice->setWordWrap(true);
+  LabelNotice->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  column->addWidget(LabelNotice);
   column->addWidget(caption);
   column->addWidget(FileBox, 1);
+  column->addWidget(LabelWelcome);
   column->addWidget(NoFiles);
   column->addWidget(nameCaption);
   column->addWidget(FileName);
@@ -187,6 +197,8 @@ void StartForm::ShowView() {
   const QString name = ToText(view.FileName);
   if (FileName->text() != name) FileName->setText(name);
   FileBox->Mark(name);
+  SetTextIfChanged(LabelNotice, view.Notice);
+  LabelNotice->setVisible(!view.Notice.empty());
   SetTextIfChanged(TextAutostart, view.TextAutostart);
   SetTextIfChanged(BoxAutoStartTime, QString::number(view.BoxAutoStartTime));
   TextAutostart->setVisible(view.CountdownVisible);
@@ -239,6 +251,21 @@ void StartForm::RefreshFiles() {
   const bool none = FileBox->count() == 0;
   FileBox->setVisible(!none);
   NoFiles->setVisible(none);
+  LabelWelcome->setVisible(none);
+  if (none != none_) WelcomeNewcomer(none);
+}
+
+// Where nothing can be started yet, the button that is wanted is another one.
+void StartForm::WelcomeNewcomer(bool none) {
+  none_ = none;
+  QPushButton* wanted = none ? CmdConfigure : butOK;
+  for (QPushButton* button : {butOK, CmdConfigure}) {
+    look::SetRole(button, button == wanted ? "primary" : "");
+    button->style()->unpolish(button);
+    button->style()->polish(button);
+  }
+  SetDefaultButton(wanted);
+  wanted->setFocus();
 }
 
 void StartForm::showEvent(QShowEvent* event) {

@@ -43,16 +43,18 @@ class StartForm : public Form {
   void Connect();
   void RefreshFiles();
   void ShowFound();
+  void WelcomeNewcomer(bool none);
   void TakeSimulator(std::size_t line);
 
   StartPresenter& presenter_;
   bool held_ = false;
+  bool none_ = false;  // the folder has no configuration
 
   LogoFace* Logo;
   QPushButton* LabelTitle;
   QPushButton* LabelWebPage;
   PickList* FileBox;
-  QLabel* NoFiles;
+  QLabel *LabelWelcome, *NoFiles, *LabelNotice;
   QLineEdit* FileName;
   QLabel* TextAutostart;
   QLabel* BoxAutoStartTime;

@@ -48,6 +48,7 @@ YokeConfigForm::YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes&
   setWindowTitle(tr("Yoke %1").arg(which));
   auto* tabs = new QTabWidget;
   tabs->setObjectName("TabsYoke");
+  tabs->setAccessibleName(tr("Pages of this yoke"));
   tabs->addTab(MakeModePage(), tr("&Mode"));
   tabs->addTab(MakeCalibrationPage(), tr("Ca&libration"));
   tabs->addTab(MakeForcesPage(), tr("&Forces"));
@@ -61,7 +62,7 @@ YokeConfigForm::YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes&
   LabelRole = MakeLabel("LabelRole", {}, "title");
   row->addWidget(LabelRole, 1);
   row->addWidget(MakeLabel("LabelSaveHint",
-                           tr("Changes take effect at once; save them with the configuration"), "caption"));
+                           tr("Changes take effect at once"), "caption"));
   row->addWidget(close);
   auto* column = PageColumn(this);
   column->addWidget(tabs, 1);
@@ -230,6 +231,11 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
   grid->setColumnStretch(4, 1);
   grid->setRowStretch(line + 1, 1);
   return page;
+}
+
+void YokeConfigForm::ConfigurationReplaced() {
+  LoadPages();
+  Refresh();
 }
 
 void YokeConfigForm::Refresh() {

@@ -30,6 +30,7 @@ class YokeConfigForm : public Form {
 
   // Shows what the logic holds now. Called ten times a second while the form can be seen.
   void Refresh();
+  void ConfigurationReplaced() override;
   static constexpr int kRefreshMs = 100;
 
  private:

@@ -61,6 +61,15 @@ void CalibrateForm::BeginWith(const CalibrationTarget& first) {
   presenter_.Select(0);
 }
 
+// What is being worked on in the boxes stays there.
+void CalibrateForm::ConfigurationReplaced() {
+  const bool gone = presenter_.PlateNumber() >= model_.PlateCount();
+  if (gone || presenter_.CurrentMode() == PlatePresenter::Mode::Viewing)
+    presenter_.Select(presenter_.PlateNumber());
+  ShowPlates();
+  ShowAll();
+}
+
 void CalibrateForm::ShowAll() {
   ShowBoxes();
   ShowTarget();

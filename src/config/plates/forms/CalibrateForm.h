@@ -26,6 +26,7 @@ class CalibrateForm : public Form {
 
  protected:
   bool MayEnd() override { return MayLeave(); }
+  void ConfigurationReplaced() override;
 
  private:
   QWidget* MakePlatePanel();

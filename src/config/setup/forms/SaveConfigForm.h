@@ -17,6 +17,7 @@ class SaveConfigForm : public Form {
  public:
   // `watcher` is told after each operation, a save too: the file's name may be another one.
   SaveConfigForm(const ConfigModel& model, SavePresenter& save, ModelWatcher& watcher, QWidget* parent);
+  void ConfigurationReplaced() override { Refresh(); }
 
  private:
   QWidget* MakeFilePanel();

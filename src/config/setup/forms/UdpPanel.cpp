@@ -1,45 +1,51 @@
 #include "config/setup/forms/UdpPanel.h"
 
-#include <QIntValidator>
-#include <QRegularExpressionValidator>
 #include <QSignalBlocker>
 
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
 
 namespace tvx {
+namespace {
+
+constexpr int kLongestName = 253;
+
+}  // namespace
 
 UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(model), finder_(finder) {
   setObjectName("PanelUdp");
   look::SetRole(this, "panel");
   QGridLayout* grid = MakeTitledGrid(this, tr("Link to the simulator (UDP)"), "LabelUdp");
   int row = 1;
-  const auto edit = [&](const char* name, const QString& caption, const QString& tip, QValidator* validator) {
+  const auto edit = [&](const char* name, const QString& caption, const QString& tip) {
     QLineEdit* box = AddEdit(grid, row, 0, name, caption, tip);
     grid->addWidget(box, row++, 1, 1, 2);
-    validator->setParent(box);
-    box->setValidator(validator);
     connect(box, &QLineEdit::textChanged, this, [this] { OfferSet(); });
     return box;
   };
-  const auto digits = [] { return new QIntValidator(1, 65535); };
-  boxRemoteIP =
-      edit("boxRemoteIP", tr("&Address of the simulator's computer"),
-           tr("Four numbers with points between, or the computer's name; 127.0.0.1 is this computer"),
-           new QRegularExpressionValidator(QRegularExpression("[^\\s\",;]{0,253}")));
+  boxRemoteIP = edit("boxRemoteIP", tr("&Address of the simulator's computer"),
+                     tr("Four numbers with points between, or the computer's name; 127.0.0.1 is this computer"));
+  boxRemoteIP->setMaxLength(kLongestName);
   boxRemotePort = edit("boxRemotePort", tr("&Port on which it listens"),
-                       tr("UDP port of the simulator, 1 to 65535; X-Plane's own is 49000"), digits());
+                       tr("UDP port of the simulator, 1 to 65535; X-Plane's own is 49000"));
   boxLocalPort = edit("boxLocalPort", tr("Port on which &we listen"),
-                      tr("UDP port of this program, 1 to 65535; no other program may use it"), digits());
-  OptionByteOrderNormal = new QRadioButton(tr("&Normal"));
+                      tr("UDP port of this program, 1 to 65535; no other program may use it"));
+  for (QLineEdit* box : {boxRemotePort, boxLocalPort}) {
+    MarkAsTyped(box, [](const QString& text) {
+      return IsUdpPort(text.toStdString()) ? QString() : tr("A whole number from 1 to 65535");
+    });
+  }
+  OptionByteOrderNormal = new QRadioButton(tr("&Normal (PC)"));
   OptionByteOrderNormal->setObjectName("OptionByteOrderNormal");
-  OptionByteOrderNormal->setToolTip(tr("Numbers with the lowest byte first: simulators of today"));
-  OptionByteOrderReverse = new QRadioButton(tr("Re&verse"));
+  OptionByteOrderNormal->setToolTip(
+      tr("How Test X-Plane reads numbers: lowest byte first, as every X-Plane of today sends them"));
+  OptionByteOrderReverse = new QRadioButton(tr("Re&versed"));
   OptionByteOrderReverse->setObjectName("OptionByteOrderReverse");
-  OptionByteOrderReverse->setToolTip(tr("Numbers with the highest byte first: simulators on old computers"));
-  CheckBlockUsel = new QCheckBox(tr("Never &unsubscribe data groups (USEL)"));
+  OptionByteOrderReverse->setToolTip(
+      tr("How Test X-Plane reads numbers: highest byte first, as X-Plane sent them from old computers"));
+  CheckBlockUsel = new QCheckBox(tr("Leave X-Plane sending at the end (never &unsubscribe)"));
   CheckBlockUsel->setObjectName("CheckBlockUsel");
-  CheckBlockUsel->setToolTip(tr("For a simulator whose data output other programs use as well"));
+  CheckBlockUsel->setToolTip(tr("For an X-Plane whose data output other programs use as well: no USEL is ever sent"));
   CheckHearAll = new QCheckBox(tr("Take values from any computer"));
   CheckHearAll->setObjectName("CheckHearAll");
   CheckHearAll->setToolTip(
@@ -47,7 +53,7 @@ UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(m
   cmdSetUDP = MakeButton("cmdSetUDP", tr("Set"), tr("Takes these settings into the configuration"));
   LabelUdpFault = MakeLabel("LabelUdpFault");
   LabelUdpFault->setWordWrap(true);
-  grid->addWidget(MakeLabel("LabelByteOrder", tr("Byte order of the test console")), 4, 0);
+  grid->addWidget(MakeLabel("LabelByteOrder", tr("Numbers in Test X-Plane")), 4, 0);
   grid->addWidget(OptionByteOrderNormal, 4, 1);
   grid->addWidget(OptionByteOrderReverse, 4, 2);
   grid->addWidget(CheckBlockUsel, 5, 0, 1, 2);

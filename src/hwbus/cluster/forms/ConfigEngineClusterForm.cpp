@@ -49,7 +49,7 @@ ConfigEngineClusterForm::ConfigEngineClusterForm(const ConfigModel& model, const
   connect(close, &QPushButton::clicked, this, [this] { CloseAsked(); });
   auto* row = new QHBoxLayout;
   row->addWidget(MakeLabel("LabelSaveHint",
-                           tr("Changes take effect at once; save them with the configuration"), "caption"));
+                           tr("Changes take effect at once"), "caption"));
   row->addStretch(1);
   row->addWidget(close);
   column->addLayout(row);

@@ -47,6 +47,7 @@ ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes&
   column->addWidget(MakeLabel("LabelTouch", tr("Move a switch or an axis, and it is selected."), "title"));
   column->addWidget(status_);
   list_->setObjectName("ListInputs");
+  list_->setToolTip(tr("The inputs and lamps of the module, with what each does"));
   column->addWidget(list_, 1);
   QPushButton* edit =
       MakeButton("cmdEdit", tr("&Define..."), tr("Opens the definition of the selected input"));
@@ -77,6 +78,7 @@ QWidget* ConfigIOMForm::MakeSetUp() {
   auto* row = new QHBoxLayout(panel);
   auto* address = new NumberSpin;
   address->setObjectName("boxAddress");
+  address->setToolTip(tr("Address on the gauge bus, 0 to 255"));
   address->setRange(0, 255);
   address->setValue(kIOModuleBusAddress);
   QPushButton* setAddress = MakeButton("cmdSetAddress", tr("Set &address"),
@@ -142,6 +144,15 @@ void ConfigIOMForm::Edit() {
   const IOModuleInput input = Selected();
   if (editor_ && editor_->Input() != input) editor_.Unload();
   editor_.GetOrMake([&] { return MakeEditor(input); }).BringToFront();
+}
+
+void ConfigIOMForm::ConfigurationReplaced() {
+  module_.TakeDefinitions();
+  FillList();
+  if (!editor_ || editor_->AsStored()) return;
+  const bool shown = editor_->isVisible();
+  editor_.Unload();
+  if (shown) Edit();
 }
 
 QString ConfigIOMForm::LineFor(const IOModuleInput& input) const {

@@ -12,6 +12,7 @@ class ConfigIOMForm : public Form {
   Q_OBJECT
  public:
   ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes& boxes, QWidget* parent);
+  void ConfigurationReplaced() override;
 
   IOModuleInput Selected() const;
   InputForm* Editor() const { return editor_.Get(); }

@@ -129,11 +129,13 @@ void IOModuleStatusForm::ShowState() {
   cmdStop_->setEnabled(module_.Running());
   for (std::size_t i = 0; i < switches_.size(); ++i) {
     const bool on = module_.SwitchState()[i];
-    switches_[i]->SetColour(!module_.SwitchesKnown() ? -1 : on ? kSwitchOnColour : kSwitchOffColour);
+    switches_[i]->SetColour(!module_.SwitchesKnown() ? -1 : on ? kSwitchOnColour : kSwitchOffColour,
+                            module_.SwitchesKnown() && on);
   }
   for (std::size_t j = 0; j < bars_.size(); ++j) bars_[j]->setValue(module_.AnalogueValue()[j]);
   for (std::size_t i = 0; i < lamps_.size(); ++i) {
-    lamps_[i]->SetColour((module_.Lamps() >> i & 1) != 0 ? kLampOnColour : -1);
+    const bool lit = (module_.Lamps() >> i & 1) != 0;
+    lamps_[i]->SetColour(lit ? kLampOnColour : -1, lit);
   }
 }
 

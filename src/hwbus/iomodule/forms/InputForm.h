@@ -19,6 +19,8 @@ class InputForm : public Form {
             const IOModuleInput& input, QWidget* parent);
 
   const IOModuleInput& Input() const { return input_; }
+  // Whether the configuration still holds the definition that the controls were filled from.
+  bool AsStored() const { return presenter_.DefinitionOf(input_) == definition_; }
   // The module reported: what the preview says may have changed.
   virtual void TakeReport(const IOModuleReport&) {}
 

@@ -29,7 +29,8 @@ InstrumentForm::InstrumentForm(const ConfigModel& model, InstrumentPresenter& pr
       model_(model),
       presenter_(presenter),
       windows_(windows),
-      watcher_(watcher) {
+      watcher_(watcher),
+      builtFor_(presenter.Record().GaugeType) {
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   LabelGauge = MakeLabel("LabelGauge", {}, "title");
   LabelGauge->setWordWrap(true);  // long names, wide fonts
@@ -49,6 +50,15 @@ InstrumentForm::InstrumentForm(const ConfigModel& model, InstrumentPresenter& pr
   Refresh();
   setMinimumHeight(column->totalHeightForWidth(minimumWidth()));
   focusNextChild();
+}
+
+// A gauge that has gone, or become another one, has no fields here any more.
+void InstrumentForm::ConfigurationReplaced() {
+  if (presenter_.Record().GaugeType != builtFor_) {
+    Unload();
+  } else {
+    Refresh();
+  }
 }
 
 QWidget* InstrumentForm::MakeSettingsPanel() {

@@ -283,6 +283,7 @@ QWidget* TestXplaneInterfaceForm::MakeRawPanel() {
   QGridLayout* grid = MakeTitledGrid(panel, tr("Datagram received last"));
   boxUDPRaw = new QPlainTextEdit;
   boxUDPRaw->setObjectName("boxUDPRaw");
+  boxUDPRaw->setToolTip(tr("The bytes of what arrived last"));
   boxUDPRaw->setReadOnly(true);
   boxUDPRaw->setTabChangesFocus(true);
   boxUDPRaw->setLineWrapMode(QPlainTextEdit::NoWrap);

@@ -26,6 +26,7 @@ class FunctionEditorForm : public Form {
 
   // Takes the Functions anew from the model, after another form has changed it; what is unsaved stays.
   void Refresh();
+  void ConfigurationReplaced() override { Refresh(); }
   // Goes to a Function, 1..300; asks where something is unsaved.
   void Choose(int function);
   ListFunctionsForm* ListWindow() const { return listForm_.Get(); }

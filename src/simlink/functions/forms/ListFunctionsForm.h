@@ -19,6 +19,7 @@ class ListFunctionsForm : public Form {
 
   // Reads the Functions anew.
   void Refresh();
+  void ConfigurationReplaced() override { Refresh(); }
   // True where every edit is saved, or the user says that it may be lost.
   bool MayClose() { return presenter_.MayClose(); }
 

@@ -1,0 +1,63 @@
+#include "ui/windows/EditBar.h"
+
+#include <QShortcut>
+
+namespace tvx {
+namespace {
+
+constexpr int kLongestName = 34;  // in letters; the tip has all of it
+
+QString Named(const QString& what, const QString& name) {
+  if (name.isEmpty()) return what;
+  return what + ": " + (name.size() > kLongestName ? name.left(kLongestName - 1) + QChar(0x2026) : name);
+}
+
+}  // namespace
+
+EditBar::EditBar(Actions actions, QWidget* form) {
+  setObjectName("BarEdit");
+  cmdUndo = MakeButton("cmdUndo", tr("Undo"), {});
+  cmdRedo = MakeButton("cmdRedo", tr("Redo"), {});
+  LabelSaved = MakeLabel("LabelSaved", {}, "caption");
+  LabelSaved->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  LabelSaved->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(look::Gap());
+  row->addWidget(cmdUndo);
+  row->addWidget(cmdRedo);
+  row->addWidget(LabelSaved, 1);
+  if (actions.save) {
+    cmdSaveNow = MakeButton("cmdSaveNow", tr("Save to file"), {});
+    row->addWidget(cmdSaveNow);
+    connect(cmdSaveNow, &QPushButton::clicked, this, [save = actions.save] { save(); });
+  }
+  connect(cmdUndo, &QPushButton::clicked, this, [undo = actions.undo] { undo(); });
+  connect(cmdRedo, &QPushButton::clicked, this, [redo = actions.redo] { redo(); });
+  const auto shortcut = [&](const char* keys, const std::function<void()>& does) {
+    auto* key = new QShortcut(QKeySequence(QString::fromLatin1(keys)), form);
+    connect(key, &QShortcut::activated, this, [does] { does(); });
+  };
+  shortcut("Ctrl+Z", actions.undo);
+  shortcut("Ctrl+Shift+Z", actions.redo);
+  shortcut("Ctrl+Y", actions.redo);
+}
+
+void EditBar::Show(const View& view) {
+  if (shownOnce_ && view == shown_) return;
+  shownOnce_ = true;
+  shown_ = view;
+  const auto show = [](QPushButton* button, const QString& what, const QString& name, const QString& tip) {
+    button->setText(Named(what, name));
+    button->setToolTip(name.isEmpty() ? tip : what + ": " + name + "\n" + tip);
+    button->setEnabled(!name.isEmpty());
+  };
+  show(cmdUndo, tr("Undo"), view.undo, tr("Takes back the last change of the configuration (Ctrl+Z)"));
+  show(cmdRedo, tr("Redo"), view.redo, tr("Makes the change again that was taken back (Ctrl+Shift+Z)"));
+  SetTextIfChanged(LabelSaved, view.state);
+  if (cmdSaveNow == nullptr) return;
+  cmdSaveNow->setEnabled(view.changed);
+  cmdSaveNow->setToolTip(view.saveWords);
+}
+
+}  // namespace tvx

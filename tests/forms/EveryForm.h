@@ -1,0 +1,101 @@
+// Every form of the program, and what a user presses to get there.
+#pragma once
+
+#include <QAbstractButton>
+#include <string>
+#include <vector>
+
+#include "tests/fakes/FakeKeyInjector.h"
+#include "tests/forms/FormsRig.h"
+#include "tests/platform/Pty.h"
+
+namespace tvx {
+
+struct Step {
+  const char *form, *button;
+};
+using Steps = std::vector<Step>;
+
+struct Row {
+  const char* what;
+  Steps steps;
+};
+
+inline Steps operator+(Steps first, const Steps& then) {
+  first.insert(first.end(), then.begin(), then.end());
+  return first;
+}
+
+inline const Steps kHalted{{"frmMain", "butOK"}};
+inline const Steps kRunning = kHalted + Steps{{"frmStatus", "cmdRun"}};
+inline const Steps kConfiguring{{"frmMain", "CmdConfigure"}};
+inline const Steps kFromRun = kRunning + Steps{{"frmStatus", "CmdConfig"}};
+inline const Steps kUnsaved = kConfiguring + Steps{{"FrmMainConfigure", "CmdSet250"}};
+inline const Steps kFiles = kConfiguring + Steps{{"FrmMainConfigure", "cmdSaveConfig"}};
+inline const Steps kFunctionEditor = kConfiguring + Steps{{"FrmMainConfigure", "cmdGetOffset"}};
+inline const Steps kConsole = kConfiguring + Steps{{"FrmMainConfigure", "cmdTestXplaneInterface"}};
+inline const Steps kSetUp = Steps{{"frmStatusIOM", "cmdConfigIOM"}};
+
+inline const std::vector<Row> kEveryForm{
+    {"start", {}},
+    {"halted", kHalted},
+    {"running", kRunning},
+    {"ports", kRunning + Steps{{"frmStatus", "cmdShowPorts"}}},
+    {"module", kRunning + Steps{{"frmStatus", "cmdShowIOM"}}},
+    {"set-up of a module", kRunning + kSetUp},
+    {"definition of an input", kHalted + kSetUp + Steps{{"ConfigIOM", "cmdEdit"}}},
+    {"cluster", kRunning + Steps{{"frmStatusEC", "cmdTestEC"}}},
+    {"set-up of the cluster", kHalted + Steps{{"frmStatusEC", "cmdConfigEC"}}},
+    {"Plates over it", kHalted + Steps{{"frmStatusEC", "cmdConfigEC"}, {"frmConfigEC", "cmdCalibrate0"}}},
+    {"yoke", kRunning + Steps{{"frmStatusFFB", "cmdConfigY1"}}},
+    {"configuration", kConfiguring},
+    {"configuration after a run", kFromRun},
+    {"files", kFiles},
+    {"Functions", kFunctionEditor},
+    {"list of Functions", kFunctionEditor + Steps{{"frmFunctionEditor", "cmdListFunctions"}}},
+    {"test of a Function", kFunctionEditor + Steps{{"frmFunctionEditor", "cmdTestFunction"}}},
+    {"console", kConsole},
+    {"console, receiving", kConsole + Steps{{"frmTestXplaneInterface", "cmdStartUDP"}}},
+    {"Plates", kConfiguring + Steps{{"FrmMainConfigure", "cmdPlates"}}},
+    {"gauge test", kConfiguring + Steps{{"FrmMainConfigure", "cmdTestGauges"}}},
+    {"adapters", kConfiguring + Steps{{"FrmMainConfigure", "cmdAdapters"}}},
+    {"module from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoIOM"}} + kSetUp},
+    {"cluster from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoEC"}}},
+    {"yokes from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoFFB"}}},
+};
+
+// A cockpit with everything in it: ports, modules, cluster and yokes.
+class EveryFormTest : public FormsTest {
+ protected:
+  EveryFormTest() {
+    ConfigModel model = SmallModel();
+    model.General.ComPortIOM1 = 6;
+    model.General.ComPortEC = 7;
+    model.General.ComPortYoke1 = 9;
+    model.EngineCluster[0] = {1, 1, 0};
+    WriteConfig("Default.cfg", model);
+    QDir().mkdir("comports");
+    ScratchFolder::Link(6, module_.Device());
+    ScratchFolder::Link(7, cluster_.Device());
+  }
+  static QWidget* Shown(const char* name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->isVisible() && window->objectName() == name) return window;
+    }
+    return nullptr;
+  }
+  static void PressStep(const Step& step) {
+    QWidget* form = Shown(step.form);
+    auto* button = form == nullptr ? nullptr : form->findChild<QAbstractButton*>(step.button);
+    if (button == nullptr) {
+      ADD_FAILURE() << "no " << step.form << '/' << step.button;
+      return;
+    }
+    button->click();
+  }
+
+  Pty module_, cluster_;
+  FakeKeyInjector keys_;
+};
+
+}  // namespace tvx

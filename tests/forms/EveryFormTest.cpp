@@ -1,0 +1,93 @@
+// What holds for every form of the program: a name and a state for those who do not see it, and its place on
+// the screen that there is. Run on several screens.
+#include <QAccessible>
+#include <QScreen>
+#include <QScrollArea>
+
+#include "tests/forms/EveryForm.h"
+#include "ui/Indicators.h"
+
+namespace tvx {
+namespace {
+
+std::string NameSeen(QWidget* widget) {
+  const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(widget);
+  return seen == nullptr ? std::string() : seen->text(QAccessible::Name).toStdString();
+}
+
+void ExpectNames(QWidget* form) {
+  EXPECT_FALSE(form->windowTitle().isEmpty()) << "the window has no name";
+  for (QWidget* control : form->findChildren<QWidget*>()) {
+    const QString name = control->objectName();
+    if (!control->isVisible() || control->window() != form || name.startsWith("qt_")) continue;
+    const bool state = dynamic_cast<StateLamp*>(control) || dynamic_cast<Indicator*>(control);
+    EXPECT_EQ(state, state && !control->accessibleDescription().isEmpty()) << name.toStdString();
+    if (!state && (control->focusPolicy() == Qt::NoFocus || name.isEmpty())) continue;
+    EXPECT_FALSE(NameSeen(control).empty()) << "no accessible name: " << name.toStdString();
+  }
+}
+
+// Within the screen, and nothing squeezed: what has no room scrolls.
+void ExpectFits(QWidget* form) {
+  const QSize room = form->screen()->availableGeometry().size();
+  EXPECT_LE(form->width(), room.width());
+  EXPECT_LE(form->height(), room.height());
+  for (const auto* button : form->findChildren<QAbstractButton*>()) {
+    if (!button->isVisible() || button->window() != form) continue;
+    const QSize least = button->minimumSizeHint() - QSize(2, 2);  // the focus has a thicker frame
+    EXPECT_GE(button->width(), least.width()) << button->objectName().toStdString();
+    EXPECT_GE(button->height(), least.height()) << button->objectName().toStdString();
+    const auto* area = form->findChild<QScrollArea*>("ScrollForm");
+    if (area != nullptr && area->isAncestorOf(button)) continue;
+    const QRect place(button->mapTo(form, QPoint()), button->size());
+    bool inOtherArea = false;
+    for (const auto* other : form->findChildren<QScrollArea*>()) inOtherArea |= other->isAncestorOf(button);
+    EXPECT_TRUE(inOtherArea || form->rect().contains(place)) << button->objectName().toStdString();
+  }
+}
+
+TEST_F(EveryFormTest, HasNamesAndFitsTheScreen) {
+  for (const Row& row : kEveryForm) {
+    program_ = std::make_unique<Program>(&boxes_, &keys_, nullptr, nullptr, &beacons_);
+    program_->Begin();
+    Settle();
+    for (const Step& step : row.steps) {
+      PressStep(step);
+      Settle();
+    }
+    Settle();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (!window->isVisible() || qobject_cast<Form*>(window) == nullptr) continue;
+      SCOPED_TRACE(std::string(row.what) + ", " + window->objectName().toStdString());
+      ExpectNames(window);
+      ExpectFits(window);
+    }
+    program_.reset();
+  }
+}
+
+TEST_F(EveryFormTest, ComesBackWhereItWasLeft) {
+  const auto openPlates = [this] {
+    program_ = std::make_unique<Program>(&boxes_, &keys_, nullptr, nullptr, &beacons_);
+    program_->Begin();
+    Settle();
+    for (const Step& step : kFiles) PressStep(step);
+    Settle();
+    return Shown("SaveConfig");
+  };
+  look::Apply(*qApp, look::Theme::Dark);
+  QWidget* form = openPlates();
+  const QSize left = form->size() - QSize(-20, -30);
+  form->resize(left);
+  Control<QPushButton>(Shown("frmMain"), "cmdTheme")->click();
+  program_.reset();
+  look::Apply(*qApp, look::Theme::Dark);
+  form = openPlates();
+  EXPECT_EQ(form->size(), left);
+  EXPECT_EQ(look::CurrentTheme(), look::Theme::Light);
+  program_.reset();
+  look::Apply(*qApp, look::Theme::Dark);
+}
+
+}  // namespace
+}  // namespace tvx

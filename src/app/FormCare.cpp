@@ -17,10 +17,10 @@ constexpr const char* kCared = "cared";
 // The forms that change the configuration. The one that saves it has a Save of its own.
 constexpr const char* kSaveForm = "SaveConfig";
 constexpr const char* kEditing[] = {
-    "FrmMainConfigure", kSaveForm,     "frmAdapters", "frmInstrument", "frmCalibrate",
-    "frmTestGauges",    "ConfigIOM",   "ConfigSwitch", "ConfigAnalogue", "ConfigLamp",
-    "frmConfigEC",      "frmConfigY1", "frmConfigY2", "frmFunctionEditor", "frmListFunctions",
-    "frmTestXplaneInterface"};
+    "FrmMainConfigure", kSaveForm,           "frmAdapters",      "frmInstrument",
+    "frmCalibrate",     "frmTestGauges",     "ConfigIOM",        "ConfigSwitch",
+    "ConfigAnalogue",   "ConfigLamp",        "frmConfigEC",      "frmConfigY1",
+    "frmConfigY2",      "frmFunctionEditor", "frmListFunctions", "frmTestXplaneInterface"};
 
 bool Edits(const Form& form) {
   return std::any_of(std::begin(kEditing), std::end(kEditing),
@@ -64,7 +64,13 @@ void FormCare::Welcome(Form& form) {
   form.setProperty(kCared, true);
   if (Edits(form)) AddBar(form);
   NameControls(&form);
-  memory_.Restore(form);
+  // Once it has been fitted to its screen, which may have made it smaller than it could be before.
+  QMetaObject::invokeMethod(
+      &form,
+      [this, &form] {
+        if (!form.Unloading()) memory_.Restore(form);
+      },
+      Qt::QueuedConnection);
 }
 
 void FormCare::AddBar(Form& form) {

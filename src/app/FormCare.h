@@ -20,10 +20,10 @@ class FormCare final : public QObject {
   struct Parts {
     ConfigModel& model;
     ConfigurationHistory& history;
-    std::function<void()> replaced;        // the model was undone or redone: whoever keeps some of it follows
-    std::function<void()> save;            // into the file in use
+    std::function<void()> replaced;  // the model was undone or redone: whoever keeps some of it follows
+    std::function<void()> save;      // into the file in use
     std::function<std::string()> saveWords;  // what that will do
-    std::function<bool()> busy;            // something is changing the model that is one step when it is done
+    std::function<bool()> busy;  // something is changing the model that is one step when it is done
   };
   explicit FormCare(Parts parts);
 

@@ -210,7 +210,8 @@ void StartPresenter::UpdateWords() {
     return;
   }
   const auto silent = sim_.SilentForMs();
-  if (probeState_ == ProbeState::CloseLink || probeState_ == ProbeState::Done) {
+  const bool notAsked = probeState_ == ProbeState::CloseLink || probeState_ == ProbeState::Done;
+  if (notAsked && sim_.LinkError().empty()) {
     view_.SimulatorTrouble = true;
     view_.SimulatorWords = "cannot be asked: this configuration lacks Function 300, X-Plane's version.";
     return;
@@ -266,12 +267,14 @@ std::string StartPresenter::WhyNotLoaded() const {
   const std::string& name = view_.FileName;
   switch (file_.LastLoad()) {
     case ConfigReadResult::Unopened:
-      return "the file " + name + " is not in this folder, or cannot be read. Choose another one, or press "
+      return "the file " + name +
+             " is not in this folder, or cannot be read. Choose another one, or press "
              "Configure to set up your cockpit.";
     case ConfigReadResult::RefusedTitle:
       return name + " was not made by this program, and was refused. Choose another file.";
     default:
-      return name + " could be read in part only. Choose another file, or press Configure and load one of "
+      return name +
+             " could be read in part only. Choose another file, or press Configure and load one of "
              "its backups.";
   }
 }

@@ -6,9 +6,9 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLayout>
-#include <QThread>
 #include <QScrollArea>
 #include <QStyle>
+#include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>

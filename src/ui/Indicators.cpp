@@ -54,7 +54,8 @@ void Indicator::paintEvent(QPaintEvent*) {
     painter.drawEllipse(QRectF(height() * 0.3, (height() - lamp) / 2, lamp, lamp));
     textArea.setLeft(static_cast<int>(height() * 0.3 + lamp));
   }
-  const QColor ink = look::Contrast(Qt::black, fill) > look::Contrast(Qt::white, fill) ? Qt::black : Qt::white;
+  const QColor ink =
+      look::Contrast(Qt::black, fill) > look::Contrast(Qt::white, fill) ? Qt::black : Qt::white;
   if (on_) painter.fillRect(QRectF(width() * 0.25, height() - 4.5, width() * 0.5, 2.5), ink);
   painter.setPen(ink);
   painter.drawText(textArea, Qt::AlignCenter, text_);

@@ -178,11 +178,23 @@ const Colours& ColoursOf(Theme theme) {
   static const Colours light{QColor(0xf1, 0xf4, 0xf6), QColor(0xff, 0xff, 0xff), QColor(0xb7, 0xc3, 0xcd),
                              QColor(0x12, 0x1c, 0x25), QColor(0x4d, 0x5d, 0x6a), QColor(0x0a, 0x62, 0xb0),
                              QColor(0xff, 0xff, 0xff), QColor(0x15, 0x80, 0x3d), QColor(0xa3, 0x5c, 0x00)};
-  static const Colours strongDark{Qt::black,          Qt::black, Qt::white, Qt::white, Qt::white,
-                                  QColor(255, 255, 0), Qt::black, QColor(0x55, 0xff, 0x88),
+  static const Colours strongDark{Qt::black,
+                                  Qt::black,
+                                  Qt::white,
+                                  Qt::white,
+                                  Qt::white,
+                                  QColor(255, 255, 0),
+                                  Qt::black,
+                                  QColor(0x55, 0xff, 0x88),
                                   QColor(0xff, 0xc0, 0x40)};
-  static const Colours strongLight{Qt::white,           Qt::white, Qt::black, Qt::black, Qt::black,
-                                   QColor(0, 0, 0xa0),  Qt::white, QColor(0, 0x55, 0x20),
+  static const Colours strongLight{Qt::white,
+                                   Qt::white,
+                                   Qt::black,
+                                   Qt::black,
+                                   Qt::black,
+                                   QColor(0, 0, 0xa0),
+                                   Qt::white,
+                                   QColor(0, 0x55, 0x20),
                                    QColor(0x7a, 0x20, 0)};
   if (highContrast) return theme == Theme::Dark ? strongDark : strongLight;
   return theme == Theme::Dark ? dark : light;

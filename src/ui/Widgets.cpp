@@ -168,7 +168,9 @@ StateLamp::StateLamp(const char* name) {
 void StateLamp::SetState(State state) {
   if (state_ == state) return;
   state_ = state;
-  setAccessibleDescription(state == State::Good ? tr("good") : state == State::Trouble ? tr("trouble") : tr("off"));
+  setAccessibleDescription(state == State::Good      ? tr("good")
+                           : state == State::Trouble ? tr("trouble")
+                                                     : tr("off"));
   update();
 }
 

@@ -77,7 +77,8 @@ TEST_F(EveryFormTest, ComesBackWhereItWasLeft) {
   };
   look::Apply(*qApp, look::Theme::Dark);
   QWidget* form = openPlates();
-  const QSize left = form->size() - QSize(-20, -30);
+  const int room = form->screen()->availableGeometry().width();
+  const QSize left(std::min(form->width() + 20, room - 40), form->height() + 30);
   form->resize(left);
   Control<QPushButton>(Shown("frmMain"), "cmdTheme")->click();
   program_.reset();

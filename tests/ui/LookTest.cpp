@@ -35,8 +35,8 @@ TEST(Look, FollowsTheDesktop) {
   EXPECT_TRUE(WantsHighContrast(usual, "HighContrastInverse"));
   const struct {
     int screen, system, text;
-  } rows[] = {{1080, 0, 16}, {1080, 12, 16}, {1080, 16, 16}, {1080, 32, 32}, {600, 13, 13}, {600, 26, 21},
-              {720, 9, 10},  {1440, 8, 15},  {2160, 100, 40}};
+  } rows[] = {{1080, 0, 16}, {1080, 12, 16}, {1080, 16, 16}, {1080, 32, 32}, {600, 13, 13},
+              {600, 26, 21}, {720, 9, 10},   {1440, 8, 15},  {2160, 100, 40}};
   for (const auto& row : rows) EXPECT_EQ(TextHeight(row.screen, row.system), row.text) << row.system;
 }
 

@@ -15,7 +15,8 @@ constexpr int kECChannels = 8;
 constexpr int kInputsOfModule = 1000;
 
 std::string Numbered(const char* kind, std::size_t number, const std::string& name = {}) {
-  return kind + (' ' + FormatNumberText(static_cast<double>(number), "000")) + (name.empty() ? "" : ' ' + name);
+  return kind + (' ' + FormatNumberText(static_cast<double>(number), "000")) +
+         (name.empty() ? "" : ' ' + name);
 }
 
 // The things of one kind that differ, and what they are called together.

@@ -94,13 +94,13 @@ QWidget* StartForm::MakeFilePanel() {
   FileBox->setMinimumHeight(look::Margin() * 6);
   caption->setBuddy(FileBox);
   LabelWelcome = MakeLabel("LabelWelcome", tr("Welcome"), "title");
-  NoFiles = MakeLabel("LabelNoFiles",
-                      tr("There is no cockpit in this folder yet (%1). To set one up:\n\n"
-                         "1.  Plug in your instruments and press Configure.\n"
-                         "2.  Give the gauge bus its serial port, and let it find the gauges.\n"
-                         "3.  Click each gauge to choose what it shows, and press Save and load.\n"
-                         "4.  Come back here, press OK, and then Run.")
-                          .arg(QDir::toNativeSeparators(QDir::currentPath())));
+  NoFiles =
+      MakeLabel("LabelNoFiles", tr("There is no cockpit in this folder yet (%1). To set one up:\n\n"
+                                   "1.  Plug in your instruments and press Configure.\n"
+                                   "2.  Give the gauge bus its serial port, and let it find the gauges.\n"
+                                   "3.  Click each gauge to choose what it shows, and press Save and load.\n"
+                                   "4.  Come back here, press OK, and then Run.")
+                                    .arg(QDir::toNativeSeparators(QDir::currentPath())));
   NoFiles->setWordWrap(true);
   QLabel* nameCaption = MakeLabel("LabelFileName", tr("&File to be used"), "caption");
   FileName = new QLineEdit;

@@ -61,8 +61,7 @@ YokeConfigForm::YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes&
   auto* row = new QHBoxLayout;
   LabelRole = MakeLabel("LabelRole", {}, "title");
   row->addWidget(LabelRole, 1);
-  row->addWidget(MakeLabel("LabelSaveHint",
-                           tr("Changes take effect at once"), "caption"));
+  row->addWidget(MakeLabel("LabelSaveHint", tr("Changes take effect at once"), "caption"));
   row->addWidget(close);
   auto* column = PageColumn(this);
   column->addWidget(tabs, 1);

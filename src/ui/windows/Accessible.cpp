@@ -39,9 +39,8 @@ const QLabel* LabelBefore(const QWidget* widget, QLayout* layout) {
 
 QString NameFor(const QWidget* widget) {
   const QWidget* parent = widget->parentWidget();
-  const QLabel* label = parent == nullptr || parent->layout() == nullptr
-                            ? nullptr
-                            : LabelBefore(widget, parent->layout());
+  const QLabel* label =
+      parent == nullptr || parent->layout() == nullptr ? nullptr : LabelBefore(widget, parent->layout());
   if (label != nullptr && !Plain(label->text()).isEmpty()) return Plain(label->text());
   const QString tip = widget->toolTip();
   return Plain(tip.left(tip.indexOf('\n')));
@@ -58,7 +57,8 @@ bool HasName(QWidget* widget) {
 void NameControls(QWidget* form) {
   for (QWidget* widget : form->findChildren<QWidget*>()) {
     const QString object = widget->objectName();
-    const bool control = widget->focusPolicy() != Qt::NoFocus && !object.isEmpty() && !object.startsWith("qt_");
+    const bool control =
+        widget->focusPolicy() != Qt::NoFocus && !object.isEmpty() && !object.startsWith("qt_");
     if (control && widget->window() == form && !HasName(widget)) widget->setAccessibleName(NameFor(widget));
   }
 }

@@ -5,11 +5,9 @@
 namespace tvx {
 namespace {
 
-constexpr int kLongestName = 34;  // in letters; the tip has all of it
-
+// Of a step that there is.
 QString Named(const QString& what, const QString& name) {
-  if (name.isEmpty()) return what;
-  return what + ": " + (name.size() > kLongestName ? name.left(kLongestName - 1) + QChar(0x2026) : name);
+  return name.isEmpty() ? QString() : what + ": " + name + "    ";
 }
 
 }  // namespace
@@ -18,6 +16,8 @@ EditBar::EditBar(Actions actions, QWidget* form) {
   setObjectName("BarEdit");
   cmdUndo = MakeButton("cmdUndo", tr("Undo"), {});
   cmdRedo = MakeButton("cmdRedo", tr("Redo"), {});
+  LabelSteps = MakeLabel("LabelSteps", {}, "caption");
+  LabelSteps->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   LabelSaved = MakeLabel("LabelSaved", {}, "caption");
   LabelSaved->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   LabelSaved->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -26,6 +26,7 @@ EditBar::EditBar(Actions actions, QWidget* form) {
   row->setSpacing(look::Gap());
   row->addWidget(cmdUndo);
   row->addWidget(cmdRedo);
+  row->addWidget(LabelSteps, 1);
   row->addWidget(LabelSaved, 1);
   if (actions.save) {
     cmdSaveNow = MakeButton("cmdSaveNow", tr("Save to file"), {});
@@ -48,12 +49,13 @@ void EditBar::Show(const View& view) {
   shownOnce_ = true;
   shown_ = view;
   const auto show = [](QPushButton* button, const QString& what, const QString& name, const QString& tip) {
-    button->setText(Named(what, name));
     button->setToolTip(name.isEmpty() ? tip : what + ": " + name + "\n" + tip);
     button->setEnabled(!name.isEmpty());
   };
   show(cmdUndo, tr("Undo"), view.undo, tr("Takes back the last change of the configuration (Ctrl+Z)"));
   show(cmdRedo, tr("Redo"), view.redo, tr("Makes the change again that was taken back (Ctrl+Shift+Z)"));
+  SetTextIfChanged(LabelSteps, Named(tr("Undo"), view.undo) + Named(tr("Redo"), view.redo));
+  LabelSteps->setToolTip(LabelSteps->text());
   SetTextIfChanged(LabelSaved, view.state);
   if (cmdSaveNow == nullptr) return;
   cmdSaveNow->setEnabled(view.changed);

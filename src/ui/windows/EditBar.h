@@ -17,7 +17,7 @@ class EditBar : public QWidget {
   // What would be undone and redone, by name; empty: nothing can be.
   struct View {
     QString undo, redo;
-    QString state;     // whether the configuration is saved
+    QString state;      // whether the configuration is saved
     QString saveWords;  // what Save will do
     bool changed = false;
     bool operator==(const View&) const = default;
@@ -29,7 +29,7 @@ class EditBar : public QWidget {
 
  private:
   QPushButton *cmdUndo, *cmdRedo, *cmdSaveNow = nullptr;
-  QLabel* LabelSaved;
+  QLabel *LabelSteps, *LabelSaved;
   View shown_;
   bool shownOnce_ = false;
 };

@@ -1,11 +1,10 @@
 // Undo and redo of everything that a configuration can change, by name.
-#include "config/setup/ConfigurationHistory.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "config/ConfigFile.h"
+#include "config/setup/ConfigurationHistory.h"
 #include "config/setup/MainConfigurePresenter.h"
 #include "tests/fakes/FakeHost.h"
 
@@ -39,7 +38,8 @@ TEST(ConfigurationHistory, TakesBackWhateverWasChanged) {
       {"Function 120 Prop RPM cleared", [](ConfigModel& m) { m.Functions[120] = {}; }},
       {"Plate 001 Oil cleared", [](ConfigModel& m) { m.Plates.pop_back(); }},
       {"new Plate 002 New", [](ConfigModel& m) { m.Plates.emplace_back().Name = "New"; }},
-      {"input 7 of IO module 1 cleared", [](ConfigModel& m) { m.IOModuleInputs.erase(m.IOModuleInputs.begin()); }},
+      {"input 7 of IO module 1 cleared",
+       [](ConfigModel& m) { m.IOModuleInputs.erase(m.IOModuleInputs.begin()); }},
       {"new channel 3 of the engine cluster", [](ConfigModel& m) { m.EngineCluster[2].Value2 = 9; }},
       {"yoke 2", [](ConfigModel& m) { m.Yoke2.Buttons[3].Text = "sim/x"; }},
       {"forces of the yokes", [](ConfigModel& m) { m.GeneralFFB.Friction = 3; }},

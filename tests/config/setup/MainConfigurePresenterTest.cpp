@@ -66,9 +66,8 @@ TEST(UdpFault, NamesTheFirstFieldThatCannotBe) {
               {{"1..3.4", "1", "1"}, address},      {{"sim-pc", "", ""}, remote},
               {{"sim pc", "1", "1"}, address},      {{"1.2.3.4", "0", "49001"}, remote},
               {{"1.2.3.4", "65536", ""}, remote},   {{"1.2.3.4", "1", "4900x"}, local},
-              {{"1.2.3.4", "1", ""}, local},
-              {{"1.2.3.4", "49,000", "1"}, remote}, {{"1.2.3.4", "49 000", "1"}, remote},
-              {{"1.2.3.4", " 49000 ", "1"}, ""}};
+              {{"1.2.3.4", "1", ""}, local},        {{"1.2.3.4", "49,000", "1"}, remote},
+              {{"1.2.3.4", "49 000", "1"}, remote}, {{"1.2.3.4", " 49000 ", "1"}, ""}};
   for (const auto& row : rows) EXPECT_EQ(UdpFault(row.settings), row.fault) << row.settings.remoteIP;
   ConfigModel model;
   SetUdp(model, {"1.2.3.4", " 49000 ", "49003"});

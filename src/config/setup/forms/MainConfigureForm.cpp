@@ -71,7 +71,9 @@ QWidget* MainConfigureForm::MakeTimingPanel() {
   BoxXferTimerProcess = MakeLabel("BoxXferTimerProcess");
   BoxXferTimerProcess->setMinimumWidth(BoxXferTimerProcess->fontMetrics().horizontalAdvance("32767"));
   BoxXferTimerProcess->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  QPushButton* slow = MakeButton("CmdSet250", tr("250"), tr("Sets the interval to 250 milliseconds"));
+  QPushButton* slow =
+      MakeButton("CmdSet250", tr("Slow: 250"),
+                 tr("Sets the interval to 250 milliseconds: easy on a slow computer or line"));
   QLabel* caption = MakeLabel("LabelXferTimer", tr("Transfer interval, &ms"));
   caption->setBuddy(SliderXferTtimerProcess);
   ComboLights = new QComboBox;

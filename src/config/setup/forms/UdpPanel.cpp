@@ -23,8 +23,9 @@ UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(m
     connect(box, &QLineEdit::textChanged, this, [this] { OfferSet(); });
     return box;
   };
-  boxRemoteIP = edit("boxRemoteIP", tr("&Address of the simulator's computer"),
-                     tr("Four numbers with points between, or the computer's name; 127.0.0.1 is this computer"));
+  boxRemoteIP =
+      edit("boxRemoteIP", tr("&Address of the simulator's computer"),
+           tr("Four numbers with points between, or the computer's name; 127.0.0.1 is this computer"));
   boxRemoteIP->setMaxLength(kLongestName);
   boxRemotePort = edit("boxRemotePort", tr("&Port on which it listens"),
                        tr("UDP port of the simulator, 1 to 65535; X-Plane's own is 49000"));
@@ -45,7 +46,8 @@ UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(m
       tr("How Test X-Plane reads numbers: highest byte first, as X-Plane sent them from old computers"));
   CheckBlockUsel = new QCheckBox(tr("Leave X-Plane sending at the end (never &unsubscribe)"));
   CheckBlockUsel->setObjectName("CheckBlockUsel");
-  CheckBlockUsel->setToolTip(tr("For an X-Plane whose data output other programs use as well: no USEL is ever sent"));
+  CheckBlockUsel->setToolTip(
+      tr("For an X-Plane whose data output other programs use as well: no USEL is ever sent"));
   CheckHearAll = new QCheckBox(tr("Take values from any computer"));
   CheckHearAll->setObjectName("CheckHearAll");
   CheckHearAll->setToolTip(

@@ -48,8 +48,10 @@ ConfigEngineClusterForm::ConfigEngineClusterForm(const ConfigModel& model, const
       MakeButton("cmdClose", tr("&Close"), tr("Closes this window; the changes stay (Escape)"));
   connect(close, &QPushButton::clicked, this, [this] { CloseAsked(); });
   auto* row = new QHBoxLayout;
-  row->addWidget(MakeLabel("LabelSaveHint",
-                           tr("Changes take effect at once"), "caption"));
+  row->addWidget(
+      MakeLabel("LabelSaveHint",
+                tr("Changes take effect at once. Which needle a channel moves depends on the version above."),
+                "caption"));
   row->addStretch(1);
   row->addWidget(close);
   column->addLayout(row);

@@ -51,7 +51,7 @@ QLayout* EngineClusterOptions::MakeBits() {
          "the cluster needs; otherwise 0"));
   LabelExtraBits_ = MakeLabel("LabelExtraBits", {}, "caption");
   LabelExtraBits_->setWordWrap(true);
-  QLabel* caption = MakeLabel("LabelExtraBitsCaption", tr("Fur&ther bits"));
+  QLabel* caption = MakeLabel("LabelExtraBitsCaption", tr("Code of a special &type"));
   caption->setBuddy(boxExtraBits_);
   connect(boxExtraBits_, &QLineEdit::textEdited, this, [this] {
     bitsEdited_ = true;

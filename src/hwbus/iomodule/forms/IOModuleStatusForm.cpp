@@ -129,7 +129,9 @@ void IOModuleStatusForm::ShowState() {
   cmdStop_->setEnabled(module_.Running());
   for (std::size_t i = 0; i < switches_.size(); ++i) {
     const bool on = module_.SwitchState()[i];
-    switches_[i]->SetColour(!module_.SwitchesKnown() ? -1 : on ? kSwitchOnColour : kSwitchOffColour,
+    switches_[i]->SetColour(!module_.SwitchesKnown() ? -1
+                            : on                     ? kSwitchOnColour
+                                                     : kSwitchOffColour,
                             module_.SwitchesKnown() && on);
   }
   for (std::size_t j = 0; j < bars_.size(); ++j) bars_[j]->setValue(module_.AnalogueValue()[j]);

@@ -3,6 +3,7 @@
 #include <QLocale>
 
 #include "base/NumberText.h"
+#include "config/FunctionItems.h"
 #include "ui/Look.h"
 #include "ui/NumberBox.h"
 
@@ -20,18 +21,12 @@ InputForm::InputForm(const char* name, const ConfigModel& model, IOModulePresent
       input_(input),
       definition_(presenter_.DefinitionOf(input)),
       rows_(new QFormLayout),
-      comboFunction_(new QComboBox),
+      comboFunction_(new SearchCombo("ComboFunction", tr("Type a part of its number or name"))),
       comboSequence_(new QComboBox),
       preview_(MakeLabel("LabelPreview")) {
-  comboFunction_->setObjectName("ComboFunction");
-  comboFunction_->addItem(tr("none"), 0);
-  for (int number = 1; number < kFunctions; ++number) {
-    const FunctionRecord& function = model_.Functions[static_cast<std::size_t>(number)];
-    if (function.ShortName.empty()) continue;
-    comboFunction_->addItem(
-        QStringLiteral("%1  ").arg(number, 3, 10, QChar('0')) + ToText(function.ShortName), number);
-  }
-  comboFunction_->setCurrentIndex(std::max(0, comboFunction_->findData(definition_.FunctionNr)));
+  comboFunction_->SetItems(FunctionItems(model_));
+  comboFunction_->SetValue(definition_.FunctionNr);
+  comboFunction_->SetPicked([this](int) { ShowPreview(); });
   comboSequence_->setObjectName("ComboSequence");
   for (int sequence = 1; sequence <= 4; ++sequence) comboSequence_->addItem(QString::number(sequence));
   comboSequence_->setCurrentIndex(std::clamp<int>(definition_.SequenceNr, 1, 4) - 1);
@@ -79,9 +74,14 @@ QLineEdit* InputForm::AddNumber(const char* name, const QString& caption, double
   return box;
 }
 
+// A number that no named Function has is shown and kept as it stands.
+int InputForm::ChosenFunction() const {
+  return comboFunction_->currentIndex() < 0 ? comboFunction_->Value() : comboFunction_->currentData().toInt();
+}
+
 bool InputForm::ReadAll(IOModuleRecord& definition) const {
   definition = definition_;
-  definition.FunctionNr = static_cast<std::int16_t>(comboFunction_->currentData().toInt());
+  definition.FunctionNr = static_cast<std::int16_t>(ChosenFunction());
   definition.SequenceNr = static_cast<std::int16_t>(comboSequence_->currentIndex() + 1);
   return ReadControls(definition);
 }

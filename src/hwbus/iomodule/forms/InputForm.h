@@ -8,6 +8,7 @@
 #include "hwbus/iomodule/IOModule.h"
 #include "hwbus/iomodule/IOModulePresenter.h"
 #include "ui/Form.h"
+#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
 
 namespace tvx {
@@ -44,6 +45,7 @@ class InputForm : public Form {
   MessageBoxes* Boxes = nullptr;
 
  private:
+  int ChosenFunction() const;
   bool ReadAll(IOModuleRecord& definition) const;
   void Store();
   void Delete();
@@ -53,7 +55,8 @@ class InputForm : public Form {
   IOModuleInput input_;
   IOModuleRecord definition_;
   QFormLayout* rows_;
-  QComboBox *comboFunction_, *comboSequence_;
+  SearchCombo* comboFunction_;
+  QComboBox* comboSequence_;
   QLabel* preview_;
 };
 

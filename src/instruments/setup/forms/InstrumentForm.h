@@ -52,7 +52,7 @@ class InstrumentForm : public Form {
   InstrumentPresenter& presenter_;
   ConfigurationWindows& windows_;
   ModelWatcher& watcher_;
-  const int builtFor_;  // the Gaugetype that the fields are of
+  const int builtFor_;                             // the Gaugetype that the fields are of
   std::vector<std::function<void()>> refreshers_;  // one for each field
   QLabel *LabelGauge = nullptr, *LabelIdentity = nullptr, *LabelReadings = nullptr, *LabelTrialUnit = nullptr,
          *LabelNewGaugeID = nullptr;

@@ -146,8 +146,8 @@ void FunctionEditorForm::AddNumbers(QGridLayout* grid) {
   AddField(grid, 2, 0, "Devider", tr("Di&vide"), tr("value = (raw + add) x multiply / divide"));
   AddField(grid, 0, 2, "boxMinimumValue", tr("Lo&west value"), tr("In the unit after scaling"));
   AddField(grid, 1, 2, "boxMaximumValue", tr("Hi&ghest value"), tr("In the unit after scaling"));
-  AddField(grid, 2, 2, "BoxMacroNr", tr("Macro &number"),
-           tr("Of a Macro: 3 keeps one value for all, 4 one for each port"));
+  AddField(grid, 2, 2, "BoxMacroNr", tr("Ki&nd of Macro"),
+           tr("Only of a Macro: 3 keeps one value for all of its ports, 4 one for each"));
   AddField(grid, 3, 2, "FunctionSetting", tr("Sett&ing"),
            tr("A mark of your own, 0 to 99, shown in the list"));
   grid->setColumnStretch(1, 1);

@@ -51,6 +51,7 @@ PortsForm::PortsForm(const ConfigModel& model, const SimCom& sim)
   timer_.start(kRefreshMs);
   Refresh();
   OpenWide(this, kLettersWide);
+  OffsetsList->setAccessibleName(tr("Simulator ports in use"));
   OffsetsList->setFocus();
 }
 

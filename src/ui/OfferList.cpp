@@ -53,7 +53,7 @@ void OfferList::KeepTextsWhole() {
   for (const Row& row : rows_) {
     const int beside =
         std::max(row.take->sizeHint().width(), row.taken->sizeHint().width()) + grid_->spacing();
-    row.text->setMinimumHeight(row.text->heightForWidth(std::max(width() - beside, 1)));
+    row.text->setMinimumHeight(std::max(row.text->heightForWidth(std::max(width() - beside, 1)), 0));
   }
 }
 

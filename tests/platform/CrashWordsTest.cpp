@@ -1,7 +1,7 @@
 // Processes that crash, each split off from this one, and what they still say.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <poll.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -63,10 +63,10 @@ struct Death {
 };
 
 const Death kDeaths[] = {
-    {"null",
+    {"fault",
      [] {
-       volatile int* volatile nowhere = nullptr;
-       *nowhere = 1;
+       void* page = mmap(nullptr, 1, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+       *static_cast<volatile char*>(page) = 1;
      },
      SIGSEGV, true},
     {"stack", [] { std::_Exit(Deeper(0)); }, SIGSEGV, true},

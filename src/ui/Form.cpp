@@ -107,9 +107,11 @@ void Form::FitScreen() {
 
 // Both when it is shown and when more is shown on it.
 bool Form::event(QEvent* event) {
-  const bool done = QWidget::event(event);
   const auto type = event->type();
-  if (!unloading_ && (type == QEvent::Show || (type == QEvent::LayoutRequest && isVisible()))) FitScreen();
+  // Another event may be the one that deletes the form.
+  if (type != QEvent::Show && type != QEvent::LayoutRequest) return QWidget::event(event);
+  const bool done = QWidget::event(event);
+  if (!unloading_ && (type == QEvent::Show || isVisible())) FitScreen();
   return done;
 }
 

@@ -94,8 +94,11 @@ class ReadingLabel : public QLabel {
 
  protected:
   bool event(QEvent* event) override {
-    const bool handled = QLabel::event(event);
     // The style sheet takes it away whenever it polishes the label.
+    const bool polishes = event->type() == QEvent::Polish || event->type() == QEvent::StyleChange ||
+                          event->type() == QEvent::Show || event->type() == QEvent::PaletteChange;
+    if (!polishes) return QLabel::event(event);
+    const bool handled = QLabel::event(event);
     setAttribute(Qt::WA_OpaquePaintEvent);
     return handled;
   }

@@ -72,7 +72,8 @@ TEST_F(CrashTest, GivesTheControlsBackAndAfterAKillTheNextStartDoes) {
     ASSERT_TRUE(Eventually([this] { return Taken() == 2; })) << program_.readAll().toStdString();
     EXPECT_TRUE(Noted());
     Die(signal);
-    EXPECT_EQ(program_.exitStatus(), QProcess::CrashExit);
+    // A sanitizer reports the fault and ends the program itself.
+    EXPECT_TRUE(program_.exitStatus() == QProcess::CrashExit || program_.exitCode() != 0);
     EXPECT_TRUE(Noted());
     if (signal != SIGKILL) {
       EXPECT_TRUE(Eventually([this] { return Taken() == 0; }));

@@ -107,8 +107,7 @@ void FormCare::ShowBars() {
   const ConfigModel& model = parts_.model;
   const QString file = ToText(model.ConfigFileName);
   const EditBar::View view{ToText(parts_.history.UndoName()), ToText(parts_.history.RedoName()),
-                           model.ConfigChanged ? tr("%1 has changes that are not saved").arg(file)
-                                               : tr("%1: all is saved").arg(file),
+                           model.ConfigChanged ? tr("%1: not saved").arg(file) : tr("%1: saved").arg(file),
                            ToText(parts_.saveWords()), model.ConfigChanged};
   for (const auto& bar : bars_) {
     if (bar) bar->Show(view);

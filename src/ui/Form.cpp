@@ -28,7 +28,21 @@ class Scroller : public QScrollArea {
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     return widget()->sizeHint().expandedTo(widget()->minimumSizeHint()) + QSize(bar, bar);
   }
+
+ protected:
+  // What is held may have grown: the form is to know.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool done = QScrollArea::eventFilter(watched, event);
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    return done;
+  }
 };
+
+// Below what scrolls, a foot has to keep its own distance from the window's edge.
+void SpaceFoot(QWidget& foot) {
+  const int gap = foot.fontMetrics().height() / 2;
+  foot.layout()->setContentsMargins(2 * gap, gap, 2 * gap, gap);
+}
 
 }  // namespace
 
@@ -90,7 +104,10 @@ void Form::ScrollInside() {
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(scroller, 1);
-  if (foot != nullptr) column->addWidget(foot);
+  if (foot != nullptr) {
+    column->addWidget(foot);
+    SpaceFoot(*foot);
+  }
   if (isVisible()) scroller->show();
   content->layout()->activate();
   column->activate();
@@ -101,7 +118,17 @@ void Form::FitScreen() {
   if (layout() == nullptr || screen() == nullptr || isMaximized() || isFullScreen()) return;
   const QSize room = screen()->availableGeometry().size() - QSize(0, kTitleBar * fontMetrics().height());
   const QSize least = layout()->totalMinimumSize().expandedTo(minimumSize());
-  if (!scrolls_ && (least.width() > room.width() || least.height() > room.height())) ScrollInside();
+  if (!scrolls_ && (least.width() > room.width() || least.height() > room.height())) {
+    ScrollInside();
+    resize(size().expandedTo(layout()->sizeHint()).boundedTo(room));
+  }
+  // Sideways it scrolls only where the screen is too narrow.
+  if (const auto* scroller = findChild<QScrollArea*>("ScrollForm", Qt::FindDirectChildrenOnly);
+      scrolls_ && scroller != nullptr) {
+    const int wanted =
+        scroller->widget()->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    if (width() < wanted) resize(std::min(wanted, room.width()), height());
+  }
   if (width() > room.width() || height() > room.height()) resize(size().boundedTo(room));
 }
 
@@ -130,6 +157,7 @@ void Form::AddFoot(QWidget* foot) {
     column->setContentsMargins(0, 0, 0, 0);
     if (scrolls_) {
       layout()->addWidget(foot_);
+      SpaceFoot(*foot_);
     } else if (auto* grid = qobject_cast<QGridLayout*>(layout())) {
       grid->addWidget(foot_, grid->rowCount(), 0, 1, -1);
     } else {

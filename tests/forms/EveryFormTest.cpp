@@ -30,6 +30,10 @@ void ExpectNames(QWidget* form) {
 // Within the screen, and nothing squeezed: what has no room scrolls.
 void ExpectFits(QWidget* form) {
   const QSize room = form->screen()->availableGeometry().size();
+  if (const auto* area = form->findChild<QScrollArea*>("ScrollForm", Qt::FindDirectChildrenOnly)) {
+    const int wanted = std::min(room.width(), area->widget()->minimumSizeHint().width());
+    EXPECT_GE(form->width(), wanted) << "it scrolls sideways beside free room";
+  }
   EXPECT_LE(form->width(), room.width());
   EXPECT_LE(form->height(), room.height());
   for (const auto* button : form->findChildren<QAbstractButton*>()) {
@@ -37,7 +41,7 @@ void ExpectFits(QWidget* form) {
     const QSize least = button->minimumSizeHint() - QSize(2, 2);  // the focus has a thicker frame
     EXPECT_GE(button->width(), least.width()) << button->objectName().toStdString();
     EXPECT_GE(button->height(), least.height()) << button->objectName().toStdString();
-    const auto* area = form->findChild<QScrollArea*>("ScrollForm");
+    const auto* area = form->findChild<QScrollArea*>("ScrollForm", Qt::FindDirectChildrenOnly);
     if (area != nullptr && area->isAncestorOf(button)) continue;
     const QRect place(button->mapTo(form, QPoint()), button->size());
     bool inOtherArea = false;

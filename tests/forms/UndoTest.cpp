@@ -46,7 +46,7 @@ TEST_F(UndoTest, KeysUndoTheConfigurationUnlessATextIsBeingEdited) {
   EXPECT_EQ(LabelText(form, "LabelSteps"), "Redo: transfer interval    ");
   Key(form, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(Interval(), 250);
-  EXPECT_EQ(LabelText(form, "LabelSaved"), "Default.cfg has changes that are not saved");
+  EXPECT_EQ(LabelText(form, "LabelSaved"), "Default.cfg: not saved");
 }
 
 // What was undone in one form is so in all of them.

@@ -56,6 +56,7 @@ void EditBar::Show(const View& view) {
   show(cmdRedo, tr("Redo"), view.redo, tr("Makes the change again that was taken back (Ctrl+Shift+Z)"));
   SetTextIfChanged(LabelSteps, Named(tr("Undo"), view.undo) + Named(tr("Redo"), view.redo));
   LabelSteps->setToolTip(LabelSteps->text());
+  LabelSteps->setVisible(!LabelSteps->text().isEmpty());
   SetTextIfChanged(LabelSaved, view.state);
   if (cmdSaveNow == nullptr) return;
   cmdSaveNow->setEnabled(view.changed);

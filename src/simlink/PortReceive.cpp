@@ -107,7 +107,7 @@ float PortTable::DataValue(int group, int valueNumber) const {
 }
 
 std::uint64_t PortTable::ValuesLost() const {
-  const auto add = [](std::uint64_t sum, const PortTraffic& traffic) { return sum + traffic.lost; };
+  const auto add = [](std::uint64_t sum, const PortTraffic& traffic) { return sum + traffic.Lost(); };
   return std::accumulate(traffic_.begin(), traffic_.end(), std::uint64_t{0}, add) +
          std::accumulate(groupTraffic_.begin(), groupTraffic_.end(), std::uint64_t{0}, add);
 }

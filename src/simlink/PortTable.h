@@ -13,6 +13,7 @@
 #include "simlink/LinkSocket.h"
 #include "simlink/Packets.h"
 #include "simlink/PortRow.h"
+#include "simlink/PortTraffic.h"
 #include "simlink/Subscriptions.h"
 
 namespace tvx {

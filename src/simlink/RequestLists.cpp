@@ -1,14 +1,14 @@
 #include "simlink/RequestLists.h"
 
-#include <utility>
-
 namespace tvx {
 
-RequestLists::Place RequestLists::New(Entry entry, std::size_t list, std::int64_t nowMs) {
+RequestLists::Place RequestLists::New(Entry entry, std::string_view path, std::size_t list,
+                                      std::int64_t nowMs) {
   Place place = Of(FreeList()).first;
   if (place == kNone) {
     place = static_cast<Place>(entries_.size());
     entries_.emplace_back().list = static_cast<std::uint8_t>(FreeList());
+    paths_.emplace_back();
     chains_[FreeList()] = {place, place, 1};
   }
   Move(place, list, nowMs);
@@ -17,7 +17,8 @@ RequestLists::Place RequestLists::New(Entry entry, std::size_t list, std::int64_
   entry.before = made.before;
   entry.after = made.after;
   entry.sinceMs = made.sinceMs;
-  made = std::move(entry);
+  made = entry;
+  paths_[static_cast<std::size_t>(place)] = path;
   return place;
 }
 

@@ -93,7 +93,7 @@ void SimCom::CountPacket() {
 std::optional<std::int64_t> SimCom::AgeMs(Port port) const {
   const PortTraffic& traffic = ports_.TrafficOf(port);
   if (!traffic.HasCome()) return std::nullopt;
-  return clock_.MonotonicMs() - traffic.cameMs;
+  return clock_.MonotonicMs() - traffic.CameMs();
 }
 
 std::optional<std::int64_t> SimCom::SilentForMs() const {

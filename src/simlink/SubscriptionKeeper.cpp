@@ -58,7 +58,7 @@ void SubscriptionKeeper::AskForGroup(int group, Keep keep) {
   Entry entry;
   entry.isGroup = true;
   entry.number = group;
-  Ask(std::move(entry), keep);
+  Ask(entry, {}, keep);
 }
 
 void SubscriptionKeeper::AskForDataref(std::string_view path, std::int32_t frequency, std::int32_t identifier,
@@ -66,21 +66,20 @@ void SubscriptionKeeper::AskForDataref(std::string_view path, std::int32_t frequ
   Entry entry;
   entry.number = identifier;
   entry.frequency = frequency;
-  entry.path = path;
-  Ask(std::move(entry), keep);
+  Ask(entry, path, keep);
 }
 
-void SubscriptionKeeper::Ask(Entry entry, Keep keep) {
+void SubscriptionKeeper::Ask(Entry entry, std::string_view path, Keep keep) {
   const std::int64_t now = clock_.MonotonicMs();
   closing_ = false;
   if (std::exchange(paused_, false)) WaitAnew(now);
   const auto key = KeyOf(entry);
   if (keep == Keep::No) {
     ++onceWaiting_;
-    requests_.New(std::move(entry), Index(List::Ask), clock_.MonotonicMs());
+    requests_.New(entry, path, Index(List::Ask), clock_.MonotonicMs());
   } else if (kept_[key] == kNone) {
     entry.kept = true;
-    kept_[key] = requests_.New(std::move(entry), Index(List::Ask), clock_.MonotonicMs());
+    kept_[key] = requests_.New(entry, path, Index(List::Ask), clock_.MonotonicMs());
   } else if (requests_.At(kept_[key]).list != Index(List::Ask)) {
     Requeue(kept_[key], now);
   }
@@ -92,22 +91,21 @@ void SubscriptionKeeper::CancelGroup(int group) {
   Entry entry;
   entry.isGroup = true;
   entry.number = group;
-  Cancel(std::move(entry));
+  Cancel(entry, {});
 }
 
 void SubscriptionKeeper::CancelDataref(std::string_view path, std::int32_t identifier) {
   Entry entry;
   entry.number = identifier;
-  entry.path = path;
-  Cancel(std::move(entry));
+  Cancel(entry, path);
 }
 
-void SubscriptionKeeper::Cancel(Entry entry) {
+void SubscriptionKeeper::Cancel(const Entry& entry, std::string_view path) {
   const auto key = KeyOf(entry);
   DropRequestsFor(key);
   if (cancelling_[key] || (entry.isGroup && socket_.UselBlocked())) return;
   cancelling_[key] = true;
-  requests_.New(std::move(entry), Index(List::Cancel), clock_.MonotonicMs());
+  requests_.New(entry, path, Index(List::Cancel), clock_.MonotonicMs());
   SendWaiting(clock_.MonotonicMs());
 }
 
@@ -285,7 +283,7 @@ void SubscriptionKeeper::Send(Place place, std::int64_t now) {
     if (entry.isGroup) {
       socket_.SendUSEL(entry.number);
     } else {
-      socket_.SendRREF(entry.path, 0, entry.number);
+      socket_.SendRREF(requests_.PathOf(place), 0, entry.number);
     }
     Free(place);
     return;
@@ -293,7 +291,7 @@ void SubscriptionKeeper::Send(Place place, std::int64_t now) {
   if (entry.isGroup) {
     socket_.SendDSEL(entry.number);
   } else {
-    socket_.SendRREF(entry.path, entry.frequency, entry.number);
+    socket_.SendRREF(requests_.PathOf(place), entry.frequency, entry.number);
   }
   if (!entry.kept) return Free(place);
   ++entry.asked;

@@ -115,8 +115,8 @@ class SubscriptionKeeper {
 
   void Requeue(Place place, std::int64_t now) { requests_.Move(place, Index(List::Ask), now); }
   void Free(Place place);
-  void Ask(Entry entry, Keep keep);
-  void Cancel(Entry entry);
+  void Ask(Entry entry, std::string_view path, Keep keep);
+  void Cancel(const Entry& entry, std::string_view path);
   void CancelUnasked();
   void DropRequestsFor(std::size_t key);
   void Answered(Place place);

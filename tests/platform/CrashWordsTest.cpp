@@ -86,6 +86,8 @@ int Fate(Life&& life) {
   if (child == 0) {
     const rlimit none{0, 0};
     setrlimit(RLIMIT_CORE, &none);
+    // A shell starts what goes on in the background with these ignored.
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) std::signal(signal, SIG_DFL);
     [[maybe_unused]] const auto quiet = freopen("/dev/null", "w", stderr);
     life();
     std::_Exit(99);

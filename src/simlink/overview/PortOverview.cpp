@@ -100,11 +100,11 @@ void PortOverview::FillTraffic(Row& row, bool awaited) const {
   row.late = awaited && age.value_or(kLateMs + 1) > kLateMs;
   row.Number(PortColumn::Age) = age ? static_cast<double>(*age) : awaited ? kNever : kNone;
   row.Text(PortColumn::Age) = age ? AgeText(*age) : awaited ? "never" : "";
-  const float rate = age ? traffic.Rate(traffic.cameMs + *age) : 0.0f;
+  const float rate = age ? traffic.Rate(traffic.CameMs() + *age) : 0.0f;
   row.Number(PortColumn::Rate) = age ? static_cast<double>(rate) : kNone;
   row.Text(PortColumn::Rate) = age ? FormatNumberText(static_cast<double>(rate), "0.0") : "";
-  row.Number(PortColumn::Lost) = age ? static_cast<double>(traffic.lost) : kNone;
-  row.Text(PortColumn::Lost) = age ? std::to_string(traffic.lost) : "";
+  row.Number(PortColumn::Lost) = age ? static_cast<double>(traffic.Lost()) : kNone;
+  row.Text(PortColumn::Lost) = age ? std::to_string(traffic.Lost()) : "";
 }
 
 void PortOverview::Search(std::string_view words) {

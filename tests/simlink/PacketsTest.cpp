@@ -117,6 +117,7 @@ TEST(Packets, Ise4NamesTheTargetOfTheDataOutput) {
   const std::string expected = std::string("ISE4\0\x40\0\0\0", 9) + "192.168.1.20" + std::string(4, '\0') +
                                "49003" + std::string("\0\0\0\x01\0\0\0", 7);
   EXPECT_EQ(std::string(out.View().begin(), out.View().end()), expected);
+  EXPECT_TRUE(BuildISE4("123456789012345", "1234567", out));
   EXPECT_FALSE(BuildISE4("1234567890123456", "1", out) || BuildISE4("1", "12345678", out));
 }
 

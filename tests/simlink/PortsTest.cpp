@@ -19,6 +19,8 @@ TEST_F(Ports, OpeningNumbersThemInOrder) {
   EXPECT_EQ(port, 0);
   EXPECT_EQ(sequence, 1);
   EXPECT_EQ(sim.OpenSimPort(60, 4), 1);
+  EXPECT_EQ(sim.OpenSimPort(60, 256), kNoPort);
+  EXPECT_EQ(sim.OpenSimPort(60, -1), kNoPort);
   EXPECT_EQ(sim.PortAt(0).OpenedBy, 5000);
   EXPECT_EQ(sim.PortAt(1).SeqNr, 4);
   for (const auto& [function, expected] :

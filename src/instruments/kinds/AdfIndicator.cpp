@@ -1,5 +1,6 @@
 // ADF indicator, Gaugetype 108: the pointer, the card, and the knob that turns the card.
 #include "config/FunctionNumbers.h"
+#include "instruments/kinds/ParkOld.h"
 #include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
@@ -9,6 +10,7 @@ namespace {
 
 constexpr int kCommandPointer = 5;  // steps, 0..4319
 constexpr int kCommandCard = 6;     // steps, 0..4319
+constexpr double kParkedAt = 90;    // degrees: where the pointer of such an instrument stands without a station
 
 class AdfDriver final : public GaugeDriver {
  public:
@@ -22,7 +24,8 @@ class AdfDriver final : public GaugeDriver {
   void Forget() override { shown_ = {}; }
 
   void Serve(GaugeTick& tick) override {
-    shown_.pointer.QueueRounded(tick, gaugeID_, DialStepsOf(tick.ValueOf(bearing_)));
+    const bool old = ParksOld(record_.GaugeSetting5, tick.Sim(), bearing_);
+    shown_.pointer.QueueRounded(tick, gaugeID_, DialStepsOf(old ? kParkedAt : tick.ValueOf(bearing_)));
     if (Settled(tick)) shown_.card.QueueRounded(tick, gaugeID_, DialStepsOf(tick.ValueOf(card_)));
   }
 
@@ -52,6 +55,9 @@ class AdfIndicator final : public Instrument {
     InstrumentDescription d;
     d.purpose = "Shows the relative bearing of the ADF (Function 31) and its card (Function 32).";
     d.function2 = {"Card knob", "The Function that the knob sets, degrees; none: Function 32"};
+    d.options = {{"Park without values",
+                  "A pointer whose bearing has not come for 5 s goes to 90°, to the right",
+                  kOptionParkOld}};
     d.trials = {{"Pointer", kCommandPointer, 0, kDialSteps - 1, "steps, 12 to a degree"},
                 {"Card", kCommandCard, 0, kDialSteps - 1, "steps, 12 to a degree"}};
     d.readings = {{"Card knob", KnobText<7>}};

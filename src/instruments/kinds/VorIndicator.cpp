@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "config/FunctionNumbers.h"
+#include "instruments/kinds/ParkOld.h"
 #include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
@@ -47,8 +48,8 @@ class VorDriver final : public GaugeDriver {
     ServeNeedle(tick, glideSlope_);
 
     // A flag that is no byte is not sent.
-    const auto toFrom = RoundTo<Byte>(tick.ValueOf(toFrom_.port));
-    const auto received = RoundTo<Byte>(tick.ValueOf(glideSlopeReceived_.port));
+    const auto toFrom = RoundTo<Byte>(Current(tick, toFrom_.port));
+    const auto received = RoundTo<Byte>(Current(tick, glideSlopeReceived_.port));
     if (!toFrom || !received || (toFrom_.sent == toFrom && glideSlopeReceived_.sent == received)) return;
     if (!tick.Queue(gaugeID_, kCommandFlags, *toFrom + 256 * *received)) return;
     toFrom_.sent = toFrom;
@@ -74,8 +75,13 @@ class VorDriver final : public GaugeDriver {
     std::optional<Byte> sent{};
   };
 
+  // Where the option says so, a value that is too old counts as 0: needle in the middle, flag not received.
+  double Current(GaugeTick& tick, Port port) const {
+    return ParksOld(record_.GaugeSetting5, tick.Sim(), port) ? 0 : tick.ValueOf(port);
+  }
+
   void ServeNeedle(GaugeTick& tick, Needle& needle) const {
-    const auto value = static_cast<float>(tick.ValueOf(needle.port));
+    const auto value = static_cast<float>(Current(tick, needle.port));
     if (needle.sent == value) return;
     const double d = RoundHalfEven(static_cast<double>(value));
     const double steps =
@@ -100,6 +106,9 @@ class VorIndicator final : public Instrument {
     d.purpose = gaugetype == kVor2 ? "Shows the second VOR receiver: Functions 33 to 36, sequence number 2."
                                    : "Shows the first VOR receiver: Functions 33 to 36.";
     d.function1 = {"Course", "The Function that the course knob sets, whole degrees"};
+    d.options = {{"Park without values",
+                  "A needle whose value has not come for 5 s goes to the middle, a flag shows no reception",
+                  kOptionParkOld}};
     d.trials = {{"Course needle", kCommandCourse, 0, 2 * kLimit, "steps, 472 in the middle"},
                 {"Glide slope needle", kCommandGlide, 0, 2 * kLimit, "steps, 472 in the middle"},
                 {"Flags", kCommandFlags, 0, 258, "0 off, 1 to, 2 from; + 256 glide slope"}};

@@ -111,7 +111,10 @@ TEST(InstrumentTicks, ANeedleParksWhenItsValueIsOldWhereThatIsWanted) {
   const struct {
     int type;
     const char *value, *parked, *again;
-  } rows[] = {{1, "51=60", "5:0", "5:500"}, {130, "143=60", "5:5000 6:5000", "5:720 6:720"}};
+  } rows[] = {{1, "51=60", "5:0", "5:500"},
+              {106, "33=60 34=60 35=1 36=1", "5:472 6:472 11:0", "5:614 6:614 11:257"},
+              {108, "31=60", "5:1080", "5:720"},
+              {130, "143=60", "5:5000 6:5000", "5:720 6:720"}};
   for (const auto& row : rows) {
     for (const bool parks : {false, true}) {
       SCOPED_TRACE(std::string(row.value) + (parks ? " parks" : ""));

@@ -243,6 +243,8 @@ TEST_F(LinkConsoleTest, AFloodNeitherGrowsTheLogNorHidesThatItWas) {
   Arrive(150);
   EXPECT_EQ(console.Log().Size(), 100 * 3 + 1u);
   EXPECT_EQ(console.Log().At(300), "=== 50 more came too fast to be logged ===");
+  Arrive(1);
+  EXPECT_EQ(console.Log().Size(), 101 * 3 + 1u) << "said once";
   for (int i = 0; i < 10; ++i) Arrive(100);
   EXPECT_EQ(console.Log().Size(), 1000u);
 }

@@ -285,9 +285,16 @@ TEST(Simulator, ButtonsTrimCommandAndDisconnect) {
   rig.Run(1000);
   EXPECT_NEAR(rig.Written("elevator_trim"), 0.3, 0.02) << "a tenth in a second, whatever comes back late";
   rig.hardware[0].buttons = 2 + 4;
+  rig.deaf = true;
   rig.Run(200);
   EXPECT_EQ(rig.Written("autopilot_mode"), 1) << "the flight director stays";
   EXPECT_EQ(rig.commands, (std::vector<std::string>{"sim/lights/landing_lights_toggle"})) << "once a press";
+  // A request that was lost is made again, for a second.
+  for (const double again : {1, 1, 1, 0}) {
+    rig.written.clear();
+    rig.Run(again != 0 ? 280 : 400);
+    EXPECT_EQ(std::isnan(rig.Written("autopilot_mode")), again == 0);
+  }
   rig.hardware[0].buttons = 0x8000;
   rig.Run(80);
   EXPECT_EQ(rig.pair.Of(1).Mode(), YokeMode::Off);

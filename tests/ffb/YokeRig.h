@@ -137,7 +137,7 @@ struct YokeRig {
   std::array<FakeYoke, 2> hardware;
   SimCom sim{model, socket, boxes, clock};
   YokePair pair{model, sim, ports[0], ports[1], boxes, clock, joystick, timer};
-  bool simulatorAlive = true;
+  bool simulatorAlive = true, deaf = false;  // deaf: what it is told gets lost
   std::set<int> frozen;                  // FFB offsets that it does not send
   std::map<std::string, float> written;  // last value of each dataref that was written
   std::vector<std::string> commands;
@@ -233,7 +233,7 @@ struct YokeRig {
       OnWritten(path, value);
       for (int offset = 0; offset < kFfbOffsets; ++offset) {
         // The simulator keeps what it is told.
-        if (FfbOffsets()[static_cast<std::size_t>(offset)].dataref == path) values_[offset] = value;
+        if (!deaf && FfbOffsets()[static_cast<std::size_t>(offset)].dataref == path) values_[offset] = value;
       }
     }
   }

@@ -173,6 +173,9 @@ TEST_F(Receive, SourcesOutsideTheTableAbandonTheRest) {
     EXPECT_EQ(Get(after), 0) << index << "," << value;
     EXPECT_EQ(sim.PacketsReceived(), 0);
   }
+  EXPECT_EQ(sim.GivenUpDatagrams().datagrams, 5u);
+  sim.OpenUDP();
+  EXPECT_EQ(sim.GivenUpDatagrams().datagrams, 0u) << "counted anew";
   model.Functions[60].ComboDT = static_cast<Byte>(XplaneDataref);  // a dataref has no place in the table
   socket.Deliver(DataDatagram({{3, 5}}));
   EXPECT_EQ(Get(after), 5);

@@ -198,7 +198,6 @@ QWidget* YokeConfigForm::MakeJoystickPage() {
     bar->setObjectName(QString::fromLatin1(kBars[i]));
     bar->setRange(i == 0 ? -100 : 0, 100);
     bar->setFormat("%v %");
-    bar->setValue(0);
     grid->addWidget(bar, i + 1, 2, 1, 3);
   }
   int line = 4;
@@ -261,7 +260,7 @@ void YokeConfigForm::Refresh() {
                            {command.axes[0].centre / kYokeTravel, command.axes[1].centre / kYokeTravel},
                            yoke.Usable());
   const bool told = boxGripThreshold->value() == 0 || pair_.GripFrom(which);
-  const QString grip = told ? QString() : tr(" off: servo too weak");
+  const QString grip = told ? QString() : tr(", off: servo too weak");
   if (boxGripThreshold->suffix() != grip) boxGripThreshold->setSuffix(grip);
   RefreshCalibration();
   if (ComboJoystick->isVisible()) RefreshJoystick();
@@ -331,9 +330,11 @@ void YokeConfigForm::RefreshJoystick() {
       BrakeRatio(presenter_.RawNow(Source::RightBrake), RawOf(record.RightBrakeReleased),
                  RawOf(record.RightBrakePressed)),
   };
+  const int axes[] = {record.RudderAxis, record.LeftBrakeAxis, record.RightBrakeAxis};
   for (std::size_t i = 0; i < pedals_.size(); ++i) {
-    pedals_[i]->setEnabled(there);
-    pedals_[i]->setValue(there ? static_cast<int>(100 * ratios[i]) : 0);
+    const bool read = there && axes[i] != 0;
+    pedals_[i]->setEnabled(read);
+    read ? pedals_[i]->setValue(static_cast<int>(100 * ratios[i])) : pedals_[i]->reset();
   }
 }
 

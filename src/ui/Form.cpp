@@ -129,6 +129,11 @@ void Form::FitScreen() {
         scroller->widget()->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     if (width() < wanted) resize(std::min(wanted, room.width()), height());
   }
+  // Words that wrap may need more lines than the form was made for.
+  if (!scrolls_ && layout()->hasHeightForWidth()) {
+    const int wanted = layout()->totalMinimumHeightForWidth(width());
+    if (height() < wanted) resize(width(), wanted);
+  }
   if (width() > room.width() || height() > room.height()) resize(size().boundedTo(room));
 }
 

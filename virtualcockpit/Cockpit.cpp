@@ -128,7 +128,12 @@ void Cockpit::SetPower(bool on) {
 
 bool Cockpit::Start() {
   const int port = settings_.port.value_or(PortOf(model_));
-  const bool simulator = simulation_.Start(static_cast<std::uint16_t>(port));
+  bool simulator = true;
+  if (settings_.simulator) {
+    simulator = simulation_.Start(static_cast<std::uint16_t>(port));
+  } else {
+    simulation_.StayOff(static_cast<std::uint16_t>(port));
+  }
   bool lines = !HasGaugeBus() || gaugeLine_.Plug();
   for (UnitLine* line : UnitLines()) lines = line->Plug() && lines;
   return simulator && lines;

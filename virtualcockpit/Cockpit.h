@@ -33,6 +33,7 @@ class Cockpit : public QObject {
     std::string folder = ".";  // where comports/ is
     bool links = true;         // whether comports/com<n> is made
     vc::Traits traits = vc::Traits::Default();
+    bool simulator = true;  // false: it stays off until it is switched on
   };
 
   // Makes the instruments that the configuration names, and every dataref that it needs. Nothing runs yet.
@@ -46,7 +47,8 @@ class Cockpit : public QObject {
   void SetPower(bool on);
   bool Powered() const { return gaugeLine_.Bus().Powered(); }
 
-  // Starts simulator and gauge bus. False when one of them could not start; the other runs all the same.
+  // Starts the simulator, unless it is to stay off, and the gauge bus. False when one of them could not
+  // start; the other runs all the same.
   bool Start();
   // Stops both; the link is taken away.
   void Stop();

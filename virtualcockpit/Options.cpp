@@ -9,7 +9,8 @@ namespace {
 const QString kConfig = QStringLiteral("config"), kPort = QStringLiteral("port"),
               kSpeed = QStringLiteral("speed"), kPrint = QStringLiteral("print"),
               kSeconds = QStringLiteral("seconds"), kScreenshot = QStringLiteral("screenshot"),
-              kFolder = QStringLiteral("folder"), kBehaviour = QStringLiteral("behaviour");
+              kFolder = QStringLiteral("folder"), kBehaviour = QStringLiteral("behaviour"),
+              kNoSimulator = QStringLiteral("no-simulator"), kWithout = QStringLiteral("without");
 constexpr int kHighestPort = 65535, kMostSeconds = 1000000;
 constexpr double kSlowest = 0.1, kFastest = 50;
 
@@ -42,8 +43,29 @@ void Describe(QCommandLineParser& parser) {
            "real: as slow and as strict as real hardware and the real simulator; easy: instant and "
            "forgiving."),
        QStringLiteral("real|easy")},
+      {kNoSimulator, QStringLiteral("Leaves the simulator off: the instruments show what a real one says.")},
+      {kWithout, QStringLiteral("Leaves parts of the windows out, with commas between them."),
+       QStringLiteral("instruments,units,controls,yokes")},
       {kFolder, QStringLiteral("The working folder, where comports/ is."), QStringLiteral("DIR")},
   });
+}
+
+// False where a word is no part, or none would be left.
+bool LeaveOut(const QString& parts, Options& options) {
+  for (const QString& part : parts.split(QLatin1Char(','))) {
+    if (part == QStringLiteral("instruments")) {
+      options.withoutInstruments = true;
+    } else if (part == QStringLiteral("units")) {
+      options.withoutUnits = true;
+    } else if (part == QStringLiteral("controls")) {
+      options.withoutControls = true;
+    } else if (part == QStringLiteral("yokes")) {
+      options.withoutYokes = true;
+    } else {
+      return false;
+    }
+  }
+  return !(options.withoutInstruments && options.withoutUnits && options.withoutControls);
 }
 
 // Reads the values; false with the name of the first option whose value is not possible.
@@ -64,6 +86,8 @@ bool TakeValues(const QCommandLineParser& parser, Options& options, QString& wro
       !whole(kSeconds, 1, kMostSeconds, options.seconds)) {
     return false;
   }
+  wrong = kWithout;
+  if (parser.isSet(kWithout) && !LeaveOut(parser.value(kWithout), options)) return false;
   if (parser.isSet(kBehaviour)) {
     wrong = kBehaviour;
     const QString behaviour = parser.value(kBehaviour);
@@ -83,6 +107,7 @@ bool ParseOptions(const QStringList& arguments, Options& options, QString& error
   options.help = parser.isSet(QStringLiteral("help"));
   options.version = parser.isSet(QStringLiteral("version"));
   options.print = parser.isSet(kPrint);
+  options.simulator = !parser.isSet(kNoSimulator);
   if (!known) {
     error = parser.errorText();
     return false;

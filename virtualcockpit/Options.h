@@ -17,6 +17,9 @@ struct Options {
   std::optional<int> seconds;  // after which it ends by itself
   std::optional<std::string> screenshot;
   std::string folder = ".";
+  bool simulator = true;  // false: it stays off until it is switched on in the window
+  // Parts of the windows that are left out.
+  bool withoutInstruments = false, withoutUnits = false, withoutControls = false, withoutYokes = false;
   Traits traits = Traits::Default();
   bool help = false, version = false;
 };

@@ -91,7 +91,7 @@ int main(int argc, char** argv) {
   const bool loaded =
       vc::LoadConfiguration(options.config ? *options.config : vc::DefaultConfiguration(), model, error);
   if (!loaded) Say(error);
-  vc::Cockpit cockpit(model, {options.port, ".", true, options.traits});
+  vc::Cockpit cockpit(model, {options.port, ".", true, options.traits, options.simulator});
   cockpit.Sim().SetSpeed(options.speed);
   if (!cockpit.Start()) Say(cockpit.Simulation().LastError() + cockpit.GaugeLine().Line().LastError());
   const auto yokes = vc::MakeYokes(model, ".", cockpit.Traits().lines, cockpit.Traits().yokes);
@@ -102,11 +102,12 @@ int main(int argc, char** argv) {
     vc::SetYokeTraits(yokes, traits.lines, traits.yokes);
   };
   vc::PanelWindow window(cockpit, yokes.empty() ? std::function<void(const vc::Traits&)>() : setYokes);
+  window.ShowParts({!options.withoutInstruments, !options.withoutUnits, !options.withoutControls});
   if (!loaded) window.SetNotice(QString::fromStdString(error));
   const vc::EndSignals signalsToEnd([] { QApplication::quit(); });
   Schedule(options, window, application);
   vc::YokeWindow yokeWindow(yokes);
-  if (!yokes.empty()) yokeWindow.show();
+  if (!yokes.empty() && !options.withoutYokes) yokeWindow.show();
   window.show();
   const int status = QApplication::exec();
   cockpit.Stop();

@@ -35,6 +35,19 @@ TEST(Cockpit, NeverTakesALinkThatLeadsToARealDevice) {
   EXPECT_FALSE(fs::is_symlink(link));
 }
 
+TEST(Cockpit, LeavesItsSimulatorOffUntilItIsSwitchedOn) {
+  const ConfigModel model;
+  Cockpit other(model, {0, ".", false});
+  ASSERT_TRUE(other.Start());
+  const int taken = other.Simulation().Port();  // as by a real simulator on this computer
+  Cockpit cockpit(model, {taken, ".", false, Traits::Default(), false});
+  EXPECT_TRUE(cockpit.Start());
+  EXPECT_FALSE(cockpit.Simulation().Present());
+  other.Stop();
+  EXPECT_TRUE(cockpit.Simulation().Return());
+  EXPECT_EQ(cockpit.Simulation().Port(), taken);
+}
+
 TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
   Options options;
   QString error;
@@ -44,10 +57,19 @@ TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
   EXPECT_EQ(options.speed, 2.5);
   EXPECT_EQ(options.port, 0);
   EXPECT_EQ(options.folder, "demo");
-  const QStringList wrong[] = {
-      {"--port"},         {"--port", "65536"},    {"--port", "x"},    {"--port", "1 "},
-      {"--speed", "nan"}, {"--speed", "0"},       {"--seconds", "0"}, {"--config", ""},
-      {"--what"},         {"--behaviour", "odd"}, {"file.cfg"}};
+  const QStringList wrong[] = {{"--port"},
+                               {"--port", "65536"},
+                               {"--port", "x"},
+                               {"--port", "1 "},
+                               {"--speed", "nan"},
+                               {"--speed", "0"},
+                               {"--seconds", "0"},
+                               {"--config", ""},
+                               {"--what"},
+                               {"--behaviour", "odd"},
+                               {"file.cfg"},
+                               {"--without", "yokes,wings"},
+                               {"--without", "instruments,units,controls"}};
   for (const QStringList& bad : wrong) {
     error.clear();
     EXPECT_FALSE(ParseOptions(QStringList("vc") + bad, options, error));

@@ -53,7 +53,9 @@ PanelWindow::PanelWindow(Cockpit& cockpit, std::function<void(const Traits&)> on
     : QWidget(parent),
       cockpit_(cockpit),
       panel_(new InstrumentPanel(this)),
+      scroll_(new PanelScroll(panel_, this)),
       shelf_(new UnitShelf(cockpit, this)),
+      strip_(new QWidget(this)),
       behaviour_(new BehaviourPanel(cockpit, std::move(onYokes), this)) {
   setObjectName(QStringLiteral("virtualCockpit"));
   setAttribute(Qt::WA_StyledBackground);
@@ -64,17 +66,16 @@ PanelWindow::PanelWindow(Cockpit& cockpit, std::function<void(const Traits&)> on
   row->setSpacing(0);
   auto* column = new QVBoxLayout;
   column->setSpacing(0);
-  column->addWidget(new PanelScroll(panel_, this), 1);
+  column->addWidget(scroll_, 1);
   column->addWidget(shelf_);
   row->addLayout(column, 1);
-  auto* side = new QWidget(this);
-  side->setObjectName(QStringLiteral("sideStrip"));
-  side->setAttribute(Qt::WA_StyledBackground);
-  side->setFixedWidth(kStripWidth);
-  auto* strip = new QVBoxLayout(side);
+  strip_->setObjectName(QStringLiteral("sideStrip"));
+  strip_->setAttribute(Qt::WA_StyledBackground);
+  strip_->setFixedWidth(kStripWidth);
+  auto* strip = new QVBoxLayout(strip_);
   strip->setContentsMargins(18, 16, 18, 16);
   strip->setSpacing(7);
-  row->addWidget(side);
+  row->addWidget(strip_);
   for (const auto& device : cockpit.Gauges().Devices())
     panel_->Add(MakeFace(*device, cockpit.Model(), panel_));
   BuildStrip(*strip);
@@ -248,8 +249,8 @@ void PanelWindow::ShowSimulator() {
   } else {
     Show(*labelSimulator_,
          failed ? QStringLiteral("Off: ") + QString::fromStdString(service.LastError())
-                : QStringLiteral("Off: no datagram is answered"),
-         theme::kTrouble);
+                : QStringLiteral("Off: a real simulator can fly these instruments"),
+         failed ? theme::kTrouble : theme::kAmber);
   }
   QString client = QStringLiteral("Nobody has asked for data yet");
   if (sim.Client()) client = QStringLiteral("Client ") + QString::fromStdString(PeerText(*sim.Client()));
@@ -337,6 +338,12 @@ QString PanelWindow::Words() const {
   if (!units.isEmpty()) lines << units.join(QStringLiteral("; "));
   return QStringLiteral("%1 %2: %3")
       .arg(MinutesText(state.time), Utf8(state.phase), lines.join(QStringLiteral("\n      ")));
+}
+
+void PanelWindow::ShowParts(const Parts& parts) {
+  scroll_->setVisible(parts.instruments);
+  if (!parts.units) shelf_->hide();
+  strip_->setVisible(parts.controls);
 }
 
 void PanelWindow::SetNotice(const QString& text) {

@@ -27,6 +27,11 @@ class PanelWindow : public QWidget {
   InstrumentPanel& Panel() { return *panel_; }
   // Plain words in one to three lines: the flight, and what the most telling instruments show.
   QString Words() const;
+  // Leaves parts out: the faces; IO modules and engine cluster; the strip with the controls.
+  struct Parts {
+    bool instruments = true, units = true, controls = true;
+  };
+  void ShowParts(const Parts& parts);
   // What was wrong with the configuration, shown at the foot of the strip.
   void SetNotice(const QString& text);
 
@@ -46,7 +51,9 @@ class PanelWindow : public QWidget {
 
   Cockpit& cockpit_;
   InstrumentPanel* panel_;
+  QWidget* scroll_;  // around the panel
   UnitShelf* shelf_;
+  QWidget* strip_;
   BehaviourPanel* behaviour_;
   QLabel *labelPhase_, *labelFlight_, *labelSimulator_, *labelClient_, *labelTraffic_;
   QLabel *labelBus_, *labelBusPath_, *labelBusTraffic_, *labelNotice_, *labelBehaviour_;

@@ -26,6 +26,11 @@ class SimulatorService : public QObject {
 
   // Starts to listen on the port (0: any free one). False with the reason in LastError().
   bool Start(std::uint16_t port);
+  // It is off, and Return starts it on this port.
+  void StayOff(std::uint16_t port) {
+    Stop();
+    wantedPort_ = port;
+  }
   // Vanishes: no datagram is read or sent any more, and what the traits say is forgotten.
   void Stop();
   // Comes back on the port it had.

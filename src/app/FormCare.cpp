@@ -62,6 +62,7 @@ void FormCare::Look() {
 void FormCare::Welcome(Form& form) {
   if (form.property(kCared).toBool()) return;
   form.setProperty(kCared, true);
+  connect(&form, &Form::FollowAsked, this, [this](const Subject& subject) { parts_.follow(subject); });
   if (Edits(form)) AddBar(form);
   NameControls(&form);
   // Once it has been fitted to its screen, which may have made it smaller than it could be before.

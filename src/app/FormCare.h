@@ -22,7 +22,8 @@ class FormCare final : public QObject {
     ConfigurationHistory& history;
     std::function<void()> replaced;  // the model was undone or redone: whoever keeps some of it follows
     std::function<void()> save;      // into the file in use
-    std::function<std::string()> saveWords;  // what that will do
+    std::function<std::string()> saveWords;      // what that will do
+    std::function<void(const Subject&)> follow;  // shows the road of a value
     std::function<bool()> busy;  // something is changing the model that is one step when it is done
   };
   explicit FormCare(Parts parts);

@@ -72,7 +72,17 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
                       devices == nullptr ? ownDevices_ : *devices, adapterLine_, comPorts_, engineCluster_,
-                      functions_, finder_, *this}) {
+                      functions_, finder_, *this}),
+      roads_({model_,
+              sim_,
+              serial_,
+              hardware_,
+              run_.Cycle(),
+              {&ioModule1_.Module(), &ioModule2_.Module()},
+              engineCluster_.Cluster(),
+              yokes_.Pair(),
+              clock_,
+              [this] { return run_.Running(); }}) {
   // A user without a configuration begins with these.
   FillStandardFunctions(model_);
   FillStandardPlates(model_);
@@ -209,11 +219,18 @@ void Program::UnloadStartForm() {
 
 void Program::ShowStatusForm() {
   if (ended_) return;
-  statusForm_.GetOrMake([this] { return new StatusForm(run_, [this] { ShowPorts(); }); }).BringToFront();
+  statusForm_
+      .GetOrMake([this] {
+        return new StatusForm(
+            run_, [this] { ShowPorts(); }, [this] { ShowCockpit(); });
+      })
+      .BringToFront();
 }
 
 void Program::UnloadStatusForm() {
   portsForm_.Unload();
+  cockpitForm_.Unload();
+  followForm_.Unload();
   statusForm_.Unload();
 }
 
@@ -233,6 +250,7 @@ FormCare::Parts Program::MakeCareParts() {
           [this] { ConfigurationReplaced(); },
           [this] { configuration_.SaveInUse(); },
           [this] { return configuration_.SaveWords(); },
+          [this](const Subject& subject) { ShowRoad(subject); },
           [this] { return ended_ || file_.Loading() || configuration_.Searching(); }};
 }
 
@@ -255,6 +273,7 @@ void Program::ConfigurationClosed() {
 }
 
 void Program::UnloadConfigurationForms() {
+  followForm_.Unload();
   configuration_.Unload();
   if (startForm_) startForm_->HoldActivation(false);
 }
@@ -262,6 +281,16 @@ void Program::UnloadConfigurationForms() {
 void Program::ShowPorts() {
   if (portsForm_) portsForm_->Refresh();
   portsForm_.GetOrMake([this] { return new PortsForm(model_, sim_); }).BringToFront();
+}
+
+void Program::ShowCockpit() {
+  cockpitForm_.GetOrMake([this] { return new CockpitForm(roads_); }).BringToFront();
+}
+
+void Program::ShowRoad(const Subject& subject) {
+  FollowForm& form = followForm_.GetOrMake([this] { return new FollowForm(roads_); });
+  form.Choose(subject);
+  form.BringToFront();
 }
 
 void Program::OpenWebPage() {

@@ -23,6 +23,8 @@
 #include "core/StatusPresenter.h"
 #include "core/forms/StartForm.h"
 #include "core/forms/StatusForm.h"
+#include "follow/forms/CockpitForm.h"
+#include "follow/forms/FollowForm.h"
 #include "hwbus/gaugebus/Serial.h"
 #include "platform/TtyPort.h"
 #include "platform/linux/CrashWords.h"
@@ -77,6 +79,8 @@ class Program final : private Shell, private ConfigurationHost {
   ConfigurationForms& Configuration() { return configuration_; }
   FunctionForms& Functions() { return functions_; }
   PortsForm* PortsWindow() const { return portsForm_.Get(); }
+  FollowForm* FollowWindow() const { return followForm_.Get(); }
+  CockpitForm* CockpitWindow() const { return cockpitForm_.Get(); }
   // The timers that the forms' logic switches.
   struct TimerSet {
     QtTimer WaitForAutostart{"WaitForAutostart"};
@@ -111,6 +115,8 @@ class Program final : private Shell, private ConfigurationHost {
   void AddPeripherals();
   void UnloadEverything();
   void ShowPorts();
+  void ShowCockpit();
+  void ShowRoad(const Subject& subject);
   void ShowUnsaved();
   void ConfigurationReplaced();
 
@@ -147,6 +153,7 @@ class Program final : private Shell, private ConfigurationHost {
   FunctionForms functions_{model_, sim_, boxes_, clock_};
   ConfigurationForms configuration_;
   ConfigurationHistory history_{model_, clock_};
+  Follower roads_;
   FormCare care_{MakeCareParts()};
   std::vector<Registration> registrations_;  // views and timers
   bool ended_ = false;
@@ -156,6 +163,8 @@ class Program final : private Shell, private ConfigurationHost {
   QPointer<UnsavedPanel> unsavedPanel_;
   FormHolder<StatusForm> statusForm_;
   FormHolder<PortsForm> portsForm_;
+  FormHolder<CockpitForm> cockpitForm_;
+  FormHolder<FollowForm> followForm_;
 };
 
 }  // namespace tvx

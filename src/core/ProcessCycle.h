@@ -71,6 +71,9 @@ class ProcessCycle final : private GaugeTick {
   bool WasToldOther(int gaugeID, int command, std::int32_t value) const {
     return outbox_.WasToldOther(gaugeID, command, value, serial_.NowMs());
   }
+  std::optional<GaugeOutbox::Told> ToldOf(int gaugeID, int command) const {
+    return outbox_.ToldOf(gaugeID, command);
+  }
   void NoteShown(int gaugeID, int command, std::int32_t value) { outbox_.NoteShown(gaugeID, command, value); }
   // The barometric setting that the altimeters' knobs turn, inHg. Follows the simulator's, but not within a
   // second of a turn.

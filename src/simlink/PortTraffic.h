@@ -16,8 +16,8 @@ class PortTraffic {
   float Rate(std::int64_t nowMs) const {
     return gapMs_ > 0 && nowMs - cameMs_ < kSilenceMs ? 1000.0f / gapMs_ : 0.0f;
   }
-  // One came. Every value of every dataref passes here: what comes in its rhythm is counted, and looked at only
-  // now and then.
+  // One came. Every value of every dataref passes here: what comes in its rhythm is counted, and looked at
+  // only now and then.
   void Note(std::int64_t nowMs) {
     const std::int64_t gap = nowMs - cameMs_;
     cameMs_ = nowMs;

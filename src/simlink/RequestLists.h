@@ -55,7 +55,7 @@ class RequestLists {
 
   std::vector<Entry> entries_;
   std::vector<std::string> paths_;  // by place
-  std::vector<Chain> chains_;  // the last is that of the free places
+  std::vector<Chain> chains_;       // the last is that of the free places
 };
 
 }  // namespace tvx

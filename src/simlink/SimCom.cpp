@@ -39,6 +39,29 @@ void SimCom::CloseAllPorts() {
   ClearAllRREF();
   keeper_.ForgetGroups();
   ports_.Clear();
+  written_.clear();
+}
+
+void SimCom::OpenSimPort(int function, Byte& sequenceNr, Port& port) {
+  ports_.OpenSimPort(function, sequenceNr, port);
+  written_.resize(static_cast<std::size_t>(ports_.PortCount()));
+}
+
+Port SimCom::OpenSimPort(int function, int sequenceNr) {
+  const Port port = ports_.OpenSimPort(function, sequenceNr);
+  written_.resize(static_cast<std::size_t>(ports_.PortCount()));
+  return port;
+}
+
+bool SimCom::PutPort(Port port, float& value) {
+  if (!ports_.PutPort(port, value)) return false;
+  written_[port] = {value, clock_.MonotonicMs()};
+  return true;
+}
+
+std::optional<SimCom::Written> SimCom::LastWritten(Port port) const {
+  if (port >= written_.size() || written_[port].atMs < 0) return std::nullopt;
+  return written_[port];
 }
 
 void SimCom::SetUdpMonitorMode(bool on) {

@@ -80,10 +80,8 @@ class SimCom {
   // --- ports ---
   void SetCurrentOpener(std::int16_t opener) { ports_.SetCurrentOpener(opener); }
   std::int16_t CurrentOpener() const { return ports_.CurrentOpener(); }
-  void OpenSimPort(int function, Byte& sequenceNr, Port& port) {
-    ports_.OpenSimPort(function, sequenceNr, port);
-  }
-  Port OpenSimPort(int function, int sequenceNr) { return ports_.OpenSimPort(function, sequenceNr); }
+  void OpenSimPort(int function, Byte& sequenceNr, Port& port);
+  Port OpenSimPort(int function, int sequenceNr);
   void EnableReadSimPort(Port port) { ports_.EnableReadSimPort(port); }
   void DisableReadSimPort(Port port) { ports_.DisableReadSimPort(port); }
   void NewSeqNr(Port port, Byte sequenceNr) { ports_.NewSeqNr(port, sequenceNr); }
@@ -94,7 +92,13 @@ class SimCom {
   const PortTraffic& TrafficOf(Port port) const { return ports_.TrafficOf(port); }
   // Milliseconds since the port's value came; std::nullopt where none has.
   std::optional<std::int64_t> AgeMs(Port port) const;
-  bool PutPort(Port port, float& value) { return ports_.PutPort(port, value); }
+  bool PutPort(Port port, float& value);
+  // What was written to the port last, as it was sent, and when; std::nullopt where that never happened.
+  struct Written {
+    float raw = 0;
+    std::int64_t atMs = -1;
+  };
+  std::optional<Written> LastWritten(Port port) const;
   void CloseAllPorts();  // CommandStopAll, ClearAllRREF, and no port is open any more
   int PortCount() const { return ports_.PortCount(); }
   const PortRow& PortAt(int port) const { return ports_.PortAt(port); }
@@ -156,6 +160,7 @@ class SimCom {
   bool packetArrived_ = false;
   std::int16_t packetsReceived_ = 0;
   std::optional<std::int64_t> lastArrivalMs_, untakenMs_;
+  std::vector<Written> written_;  // by port
   std::array<Byte, 65536> buffer_{};
   std::size_t received_ = 0;
 };

@@ -13,6 +13,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/Widgets.h"
+
 namespace tvx {
 namespace {
 
@@ -54,6 +56,15 @@ Form::Form(const char* name, QWidget* parent) : QWidget(parent, Qt::Window) {
 Form::~Form() {
   disconnect(qApp, nullptr, this, nullptr);
   for (QObject* child : findChildren<QObject*>()) child->disconnect(this);
+}
+
+QPushButton* Form::MakeFollowButton(std::function<Subject()> subject) {
+  QPushButton* button = MakeButton("cmdFollow", tr("Where is it?"),
+                                   tr("Follows the value from X-Plane to the instrument, or from the hand to "
+                                      "X-Plane, and says where it stops"));
+  connect(button, &QPushButton::clicked, this,
+          [this, subject = std::move(subject)] { emit FollowAsked(subject()); });
+  return button;
 }
 
 void Form::Unload() {

@@ -5,11 +5,13 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QWidget>
+#include <functional>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "base/Registration.h"
+#include "base/Subject.h"
 
 namespace tvx {
 
@@ -44,6 +46,7 @@ class Form : public QWidget {
  signals:
   void Closed();  // the user has closed it; comes after Ended
   void Ended();   // it was unloaded; it still exists, but is not shown any more
+  void FollowAsked(const tvx::Subject& subject);  // the user wants to see this value's road
 
  protected:
   // False: the user wants to stay, having been asked what to do with unsaved edits.
@@ -52,6 +55,8 @@ class Form : public QWidget {
   virtual void AtEnd() {}
   virtual void EscapePressed() { CloseAsked(); }
   void SetDefaultButton(QPushButton* button) { defaultButton_ = button; }
+  // A button "cmdFollow" that asks for the road of what `subject` gives then.
+  QPushButton* MakeFollowButton(std::function<Subject()> subject);
   // Keeps a callback for as long as the form is not unloaded.
   void Keep(Registration registration) { kept_.push_back(std::move(registration)); }
 

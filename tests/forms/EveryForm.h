@@ -41,6 +41,8 @@ inline const std::vector<Row> kEveryForm{
     {"halted", kHalted},
     {"running", kRunning},
     {"ports", kRunning + Steps{{"frmStatus", "cmdShowPorts"}}},
+    {"cockpit", kRunning + Steps{{"frmStatus", "cmdCockpit"}}},
+    {"road of a value", kRunning + Steps{{"frmStatus", "cmdCockpit"}, {"frmCockpit", "cmdFollow"}}},
     {"module", kRunning + Steps{{"frmStatus", "cmdShowIOM"}}},
     {"set-up of a module", kRunning + kSetUp},
     {"definition of an input", kHalted + kSetUp + Steps{{"ConfigIOM", "cmdEdit"}}},

@@ -127,9 +127,9 @@ TEST_F(StatusFormTest, AStrayEscapeDoesNotEndAFlight) {
 
 TEST_F(StatusFormTest, TabReachesEverythingAndNothingIsClipped) {
   BeginHalted();
-  const std::set<std::string> expected{"cmdRun",     "SliderXferTimer", "cmdShowPorts",
-                                       "cmdShowBus", "cmdDumpTVX",      "CmdConfig",
-                                       "cmdHide",    "CmdExit",         "cmdTheme"};
+  const std::set<std::string> expected{"cmdRun",     "SliderXferTimer", "cmdCockpit", "cmdShowPorts",
+                                       "cmdShowBus", "cmdDumpTVX",      "CmdConfig",  "cmdHide",
+                                       "CmdExit",    "cmdTheme"};
   EXPECT_EQ(TabRound(Status()), expected);
   program_->Run().cmdRun_Click();
   ExpectNothingClipped(Status());

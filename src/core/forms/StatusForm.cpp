@@ -9,8 +9,12 @@
 
 namespace tvx {
 
-StatusForm::StatusForm(StatusPresenter& presenter, std::function<void()> showPorts)
-    : Form("frmStatus"), presenter_(presenter), showPorts_(std::move(showPorts)) {
+StatusForm::StatusForm(StatusPresenter& presenter, std::function<void()> showPorts,
+                       std::function<void()> showCockpit)
+    : Form("frmStatus"),
+      presenter_(presenter),
+      showPorts_(std::move(showPorts)),
+      showCockpit_(std::move(showCockpit)) {
   auto* column = new QVBoxLayout(this);
   SpaceForm(column);
   column->addWidget(MakeRunPanel());
@@ -179,6 +183,8 @@ QWidget* StatusForm::MakeTransferPanel() {
 }
 
 QLayout* StatusForm::MakeButtons() {
+  cmdCockpit = MakeButton("cmdCockpit", tr("Coc&kpit"),
+                          tr("Lists every gauge, input and lamp with its value, what is in trouble first"));
   cmdShowPorts = MakeButton("cmdShowPorts", tr("Show &ports"), tr("Lists the simulator values in use"));
   cmdShowIOM = MakeButton("cmdShowIOM", tr("IO module &1"), tr("Shows the state of IO module 1"));
   cmdShowIOM2 = MakeButton("cmdShowIOM2", tr("IO module &2"), tr("Shows the state of IO module 2"));
@@ -193,8 +199,8 @@ QLayout* StatusForm::MakeButtons() {
   CmdExit = MakeButton("CmdExit", tr("E&xit"), tr("Closes all ports and ends the program"));
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
-  for (QPushButton* button :
-       {cmdShowPorts, cmdShowBus, cmdShowIOM, cmdShowIOM2, cmdShowECStatus, cmdShowYokes, cmdDumpTVX}) {
+  for (QPushButton* button : {cmdCockpit, cmdShowPorts, cmdShowBus, cmdShowIOM, cmdShowIOM2, cmdShowECStatus,
+                              cmdShowYokes, cmdDumpTVX}) {
     row->addWidget(button);
   }
   row->addStretch(1);
@@ -219,6 +225,7 @@ void StatusForm::Connect() {
     ShowBusHealth();
   });
   on(cmdShowPorts, [this] { showPorts_(); });
+  on(cmdCockpit, [this] { showCockpit_(); });
   on(cmdShowIOM, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule1); });
   on(cmdShowIOM2, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule2); });
   on(cmdShowECStatus, [this] { presenter_.ShowPeripheral(PeripheralKind::EngineCluster); });

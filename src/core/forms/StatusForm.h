@@ -15,8 +15,8 @@ namespace tvx {
 class StatusForm : public Form {
   Q_OBJECT
  public:
-  // `showPorts` opens the list of the simulator ports in use.
-  StatusForm(StatusPresenter& presenter, std::function<void()> showPorts);
+  // `showPorts` opens the list of the simulator ports in use, `showCockpit` the cockpit on one page.
+  StatusForm(StatusPresenter& presenter, std::function<void()> showPorts, std::function<void()> showCockpit);
 
   // Shows what the logic holds now, the flight values apart: these are read a few times a second, no faster
   // than an eye follows.
@@ -60,8 +60,8 @@ class StatusForm : public Form {
   QLabel *BoxXferProcessTimer, *LabelIntervalFixed;
   ValueBox *frmXferCount, *boxUDPrate, *boxNrofOffsets;
   QPushButton *cmdRun, *cmdStop, *CmdConfig, *CmdExit, *cmdDumpTVX, *cmdShowPorts, *cmdShowIOM, *cmdShowIOM2,
-      *cmdShowECStatus, *cmdShowYokes, *cmdShowBus, *cmdHide;
-  std::function<void()> showPorts_;
+      *cmdShowECStatus, *cmdShowYokes, *cmdShowBus, *cmdHide, *cmdCockpit;
+  std::function<void()> showPorts_, showCockpit_;
 };
 
 }  // namespace tvx

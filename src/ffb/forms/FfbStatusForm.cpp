@@ -76,6 +76,9 @@ QWidget* FfbStatusForm::MakeSide(int which) {
   reply->addWidget(side.activity);
   auto* buttons = new QHBoxLayout;
   for (QPushButton* button : {side.master, side.off, configure}) buttons->addWidget(button);
+  QPushButton* follow = MakeFollowButton([which] { return Subject{Subject::Kind::YokeAxis, which}; });
+  follow->setObjectName(name("cmdFollow"));
+  buttons->addWidget(follow);
   grid->addWidget(side.picture, 0, 0, 4, 1);
   grid->addWidget(side.bank, 0, 1);
   grid->addWidget(side.pitch, 1, 1);

@@ -64,6 +64,8 @@ class EngineCluster {
   int NeedleOf(int channel) const { return ECNeedleOfChannel(channel, DualEngine()); }
   // What an enabled channel's Function says now; std::nullopt while halted and where it has no value.
   std::optional<double> Value(int channel) const;
+  // The simulator port of a channel; kNoPort where it has none.
+  Port PortOf(int channel) const { return ports_[static_cast<std::size_t>(channel)]; }
   // The needle position 0..1079 for a value: its place on the channel's Plate; without a Plate the value
   // itself.
   int PositionOf(int channel, double value) const;

@@ -95,6 +95,17 @@ bool GaugeOutbox::WasToldOther(int gaugeID, int command, std::int32_t value, std
          nowMs - slot->leftMs >= kAnswerMs;
 }
 
+std::optional<GaugeOutbox::Told> GaugeOutbox::ToldOf(int gaugeID, int command) const {
+  const Slot* slot = Find(gaugeID, command);
+  if (slot == nullptr) return std::nullopt;
+  Told told;
+  if (slot->everTold) told.value = slot->told;
+  told.leftMs = slot->leftMs;
+  if (slot->waiting) told.waiting = slot->wanted;
+  told.sinceMs = slot->sinceMs;
+  return told;
+}
+
 void GaugeOutbox::Clear() {
   slots_.clear();
   waiting_.clear();

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "base/Bytes.h"
@@ -26,6 +27,15 @@ class GaugeOutbox {
   bool WasTold(int gaugeID, int command, std::int32_t value, std::int64_t nowMs) const;
   // True when the instrument was told another value, and so long ago that its answers know of it.
   bool WasToldOther(int gaugeID, int command, std::int32_t value, std::int64_t nowMs) const;
+  // What a command of an instrument carried last, and what waits to be carried; std::nullopt where it was
+  // never used.
+  struct Told {
+    std::optional<std::int32_t> value;    // that left last; std::nullopt: none has
+    std::int64_t leftMs = 0;              // when
+    std::optional<std::int32_t> waiting;  // that the line has not taken yet
+    std::int64_t sinceMs = 0;             // how long it waits
+  };
+  std::optional<Told> ToldOf(int gaugeID, int command) const;
   // Nothing waits any more, and what was told before is not known.
   void Clear();
 

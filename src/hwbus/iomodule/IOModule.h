@@ -86,6 +86,8 @@ class IOModule {
   // The value that a definition's Function has now; 0 where it has none, std::nullopt before one ever came.
   double CurrentValue(int definitionNr) const { return KnownValue(definitionNr).value_or(0.0); }
   std::optional<double> KnownValue(int definitionNr) const { return ports_.Known(definitionNr); }
+  // The simulator port of a definition; kNoPort where it has none.
+  Port PortOf(int definitionNr) const { return ports_.PortOf(definitionNr); }
   bool Answering() const { return secondsSilent_ < kSilentSeconds; }
   // Told of every well-formed report, running or not: for learning by touch. Until the
   // Registration ends.

@@ -81,6 +81,11 @@ void IOModulePorts::Put(int definitionNr, float value) {
   }
 }
 
+Port IOModulePorts::PortOf(int definitionNr) const {
+  const std::size_t target = IndexOf(definitionNr);
+  return target == kNone ? kNoPort : targets_[target].port;
+}
+
 void IOModulePorts::NoteStep(int definitionNr, float value, std::int64_t nowMs) {
   const std::size_t target = IndexOf(definitionNr);
   if (target == kNone) return;

@@ -31,6 +31,8 @@ class IOModulePorts {
   // For a lamp: the value as it is read, also before the first one came.
   bool Read(int definitionNr, float& value) const;
   void Put(int definitionNr, float value);
+  // kNoPort where the definition has none.
+  Port PortOf(int definitionNr) const;
 
   // What an encoder has written, for the clicks that follow.
   void NoteStep(int definitionNr, float value, std::int64_t nowMs);

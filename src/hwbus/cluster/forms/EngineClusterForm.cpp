@@ -85,6 +85,11 @@ QLayout* EngineClusterForm::MakeButtons() {
   connect(hide, &QPushButton::clicked, this, [this] { CloseAsked(); });
   auto* row = new QHBoxLayout;
   for (QPushButton* button : {cmdRun_, cmdStop_, cmdRecalibrate_, setUp, test}) row->addWidget(button);
+  row->addWidget(MakeFollowButton([this] {
+    int channel = 0;
+    while (channel + 1 < kECChannels && !cluster_.ChannelEnabled(channel)) ++channel;
+    return Subject{Subject::Kind::Channel, channel};
+  }));
   row->addStretch(1);
   row->addWidget(hide);
   return row;

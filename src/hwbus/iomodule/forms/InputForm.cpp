@@ -50,6 +50,9 @@ void InputForm::Finish() {
   connect(close, &QPushButton::clicked, this, &InputForm::CloseAsked);
   auto* row = new QHBoxLayout;
   row->addWidget(remove);
+  row->addWidget(MakeFollowButton([this] {
+    return Subject{Subject::Kind::Input, IOModuleInputNumber(input_)};
+  }));
   row->addStretch(1);
   row->addWidget(store);
   row->addWidget(close);

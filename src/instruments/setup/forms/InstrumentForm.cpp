@@ -294,6 +294,7 @@ QLayout* InstrumentForm::MakeButtons() {
   connect(close, &QPushButton::clicked, this, &InstrumentForm::CloseAsked);
   auto* row = new QHBoxLayout;
   row->addWidget(erase);
+  row->addWidget(MakeFollowButton([this] { return Subject{Subject::Kind::Gauge, presenter_.GaugeID()}; }));
   row->addStretch(1);
   row->addWidget(close);
   return row;

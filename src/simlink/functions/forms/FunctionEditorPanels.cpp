@@ -211,6 +211,9 @@ QLayout* FunctionEditorForm::MakeButtons() {
   row->setSpacing(look::Gap());
   row->addWidget(list);
   row->addWidget(test);
+  row->addWidget(MakeFollowButton([this] {
+    return Subject{Subject::Kind::Function, presenter_.Number(), 1};
+  }));
   row->addStretch(1);
   row->addWidget(CmdSave);
   row->addWidget(close);

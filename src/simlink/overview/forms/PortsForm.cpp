@@ -33,6 +33,12 @@ PortsForm::PortsForm(const ConfigModel& model, const SimCom& sim)
                  tr("Copies the chosen lines, or all that are shown where none is chosen (Ctrl+C)"));
   QPushButton* close = MakeButton("CmdClose", tr("&Close"), tr("Closes this list (Escape)"));
   auto* buttons = new QHBoxLayout;
+  buttons->addWidget(MakeFollowButton([this] {
+    const int line = std::max(OffsetsList->currentIndex().row(), 0);
+    const bool any = lines_.Overview().Lines() > 0;
+    return Subject{Subject::Kind::OpenPort,
+                   any ? lines_.Overview().PortOf(static_cast<std::size_t>(line)) : 0};
+  }));
   buttons->addStretch(1);
   buttons->addWidget(copy);
   buttons->addWidget(close);

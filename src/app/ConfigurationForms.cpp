@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "core/forms/StartForm.h"
 #include "instruments/setup/CalibrationTargets.h"
 
 namespace tvx {
@@ -77,6 +78,9 @@ void ConfigurationForms::Open(ConfigurationWindow window) {
       break;
     case ConfigurationWindow::Yokes:
       OpenPeripheral(PeripheralKind::Yokes);
+      break;
+    case ConfigurationWindow::Aircraft:
+      ShowForm(aircraftForm_, parts_.aircraft, ConfigurationFiles(), main_.Get());
       break;
   }
 }

@@ -18,6 +18,7 @@
 #include "hwbus/gaugebus/forms/TestGaugesForm.h"
 #include "instruments/setup/InstrumentPresenter.h"
 #include "instruments/setup/forms/InstrumentForm.h"
+#include "simlink/aircraft/forms/AircraftForm.h"
 
 namespace tvx {
 
@@ -48,6 +49,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
     EngineClusterPeripheral& cluster;
     FunctionForms& functions;
     SimulatorFinder& finder;
+    AircraftSwitch& aircraft;
     ConfigurationHost& host;
   };
   explicit ConfigurationForms(const Parts& parts);
@@ -100,6 +102,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   FormHolder<CalibrateForm> calibrateForm_;
   FormHolder<InstrumentForm> instrumentForm_;
   FormHolder<TestGaugesForm> testForm_;
+  FormHolder<AircraftForm> aircraftForm_;
 };
 
 }  // namespace tvx

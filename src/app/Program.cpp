@@ -72,7 +72,7 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_, file_, boxes_, serial_, run_, peripherals_,
                       devices == nullptr ? ownDevices_ : *devices, adapterLine_, comPorts_, engineCluster_,
-                      functions_, finder_, *this}),
+                      functions_, finder_, aircraft_, *this}),
       roads_({model_,
               sim_,
               serial_,
@@ -154,6 +154,8 @@ void Program::ConnectTimers() {
     finder_.Tick();
     follower_.Tick(configuration_.MainForm() == nullptr);
     yokes_.GiveBackLeftOnes();
+    aircraft_.Tick();
+    run_.SetAircraftWords(aircraft_.Words());
   });
   timers_.FinderTimer.SetEnabled(true);
   connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });
@@ -270,6 +272,30 @@ void Program::ConfigurationClosed() {
   startForm_->HoldActivation(false);
   startForm_->BringToFront();
   startForm_->Activate();
+}
+
+bool Program::MayChangeConfiguration() const {
+  return !ended_ && statusForm_ && run_.Activated() && configuration_.MainForm() == nullptr &&
+         !file_.Loading();
+}
+
+bool Program::UseConfiguration(const std::string& file) {
+  const std::string before = model_.ConfigFileName;
+  const bool ran = run_.Running(), changed = model_.ConfigChanged;
+  if (!unsaved_.Keep()) return false;
+  run_.PutAway();
+  model_.ConfigFileName = file;
+  file_.LoadConfigFile();
+  if (ended_) return false;
+  const bool loaded = !model_.ConfigLoadFailed;
+  if (!loaded) {
+    model_.ConfigFileName = before;
+    file_.LoadConfigFile();
+    if (changed && !ended_) unsaved_.Take(before);
+  }
+  if (ended_) return false;
+  run_.TakeUp(model_.ConfigFileName, ran);
+  return loaded;
 }
 
 void Program::UnloadConfigurationForms() {

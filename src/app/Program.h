@@ -35,12 +35,13 @@
 #include "platform/qt/QtHost.h"
 #include "platform/qt/QtMulticastListener.h"
 #include "simlink/SimCom.h"
+#include "simlink/aircraft/AircraftSwitch.h"
 #include "simlink/overview/forms/PortsForm.h"
 
 namespace tvx {
 
 // Needs a QApplication around it, and works in the current folder. Everything happens in the event loop.
-class Program final : private Shell, private ConfigurationHost {
+class Program final : private Shell, private ConfigurationHost, private AircraftSwitch::Host {
  public:
   // `boxes`: the message boxes to use; nullptr for those on the screen. `keys`: where keystrokes go; nullptr
   // for the desktop. `devices`: the serial adapters; nullptr for this computer's. `lines`: starts the
@@ -78,6 +79,7 @@ class Program final : private Shell, private ConfigurationHost {
   MainConfigureForm* ConfigurationWindow() const { return configuration_.MainForm(); }
   ConfigurationForms& Configuration() { return configuration_; }
   FunctionForms& Functions() { return functions_; }
+  AircraftSwitch& AircraftFollowed() { return aircraft_; }
   PortsForm* PortsWindow() const { return portsForm_.Get(); }
   FollowForm* FollowWindow() const { return followForm_.Get(); }
   CockpitForm* CockpitWindow() const { return cockpitForm_.Get(); }
@@ -107,6 +109,9 @@ class Program final : private Shell, private ConfigurationHost {
   // ConfigurationHost
   std::string HeaderForSaving() const override;
   void ConfigurationClosed() override;
+  // AircraftSwitch::Host
+  bool MayChangeConfiguration() const override;
+  bool UseConfiguration(const std::string& file) override;
 
   void ConnectTimers();
   void LinkTimer_Tick();
@@ -150,6 +155,7 @@ class Program final : private Shell, private ConfigurationHost {
   StartPresenter start_;
   LinuxSerialDevices ownDevices_;
   LinuxComPorts comPorts_;
+  AircraftSwitch aircraft_{model_, sim_, boxes_, clock_, *this};
   FunctionForms functions_{model_, sim_, boxes_, clock_};
   ConfigurationForms configuration_;
   ConfigurationHistory history_{model_, clock_};

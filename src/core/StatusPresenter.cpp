@@ -61,9 +61,10 @@ void StatusPresenter::OnLineChanged(bool cameBack) {
 void StatusPresenter::Load() {
   activated_ = running_ = false;
   EditingConfiguration = false;
-  const std::string currentConfig = view_.BoxCurrentConfig;
-  view_ = {};
-  view_.BoxCurrentConfig = currentConfig;
+  StatusView anew;
+  anew.BoxCurrentConfig = view_.BoxCurrentConfig;
+  anew.AircraftWords = view_.AircraftWords;
+  view_ = std::move(anew);
   view_.Caption = model_.ProgramTitle;
   view_.LabelVersion = "Version: " + std::string(kProgramVersion);
   view_.UdpRateVisible = model_.ProgramTitle == kProgramTitle;
@@ -195,13 +196,37 @@ void StatusPresenter::StopPeripherals() {
                     [](Peripheral& peripheral) { peripheral.Stop(); });
 }
 
-void StatusPresenter::CmdConfig_Click() {
+void StatusPresenter::SetAircraftWords(const std::string& words) {
+  if (view_.AircraftWords == words) return;
+  view_.AircraftWords = words;
+  Changed();
+}
+
+void StatusPresenter::PutAway() {
+  Close();
+  UnloadPeripherals();
+  sim_.CloseUDP();
+}
+
+void StatusPresenter::TakeUp(const std::string& currentConfig, bool run) {
+  Load();
+  SetCurrentConfig(currentConfig);
+  Form_Activate();
+  if (run) cmdRun_Click();
+}
+
+// The yokes are told to let go while their lines are open.
+void StatusPresenter::Close() {
   if (running_) StopPeripherals();
   sim_.ClearAllRREF();
   sim_.CloseAllPorts();
   serial_.CloseComPorts();
   cmdStop_Click();
   timers_.Timer1.SetEnabled(false);
+}
+
+void StatusPresenter::CmdConfig_Click() {
+  Close();
   EditingConfiguration = true;
   shell_.ShowStartForm();
   shell_.ShowMainConfiguration();

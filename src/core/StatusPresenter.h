@@ -28,6 +28,7 @@ struct StatusView {
   std::string Caption;
   std::string LabelVersion;
   std::string BoxCurrentConfig;
+  std::string AircraftWords;  // why that one, where it follows the aircraft; else empty
   std::string BoxRun = "Halted";
   std::int32_t BoxRunColour = kColourHalted;
   int TransferInterval = 0;    // BoxXferProcessTimer, SliderXferTimer, ms
@@ -80,6 +81,12 @@ class StatusPresenter {
   // What to tell on the status form where an IO module is configured: why keystrokes cannot be sent. Empty
   // where they can.
   void SetKeystrokeTrouble(std::string words) { keystrokeTrouble_ = std::move(words); }
+  // Why this configuration is in use, where it follows the aircraft.
+  void SetAircraftWords(const std::string& words);
+  // Stops, and closes everything that was made from the configuration; the status form stays.
+  void PutAway();
+  // A new life with the configuration that is loaded now: prepared, and running where that is wanted.
+  void TakeUp(const std::string& currentConfig, bool run);
   void Form_Activate();
   void cmdRun_Click();
   void cmdStop_Click();
@@ -102,6 +109,7 @@ class StatusPresenter {
   bool EditingConfiguration = false;
 
  private:
+  void Close();
   void OpenStandardPorts();
   template <typename Operation>
   void ForEachConfigured(std::initializer_list<PeripheralKind> kinds, Operation operation);

@@ -20,6 +20,7 @@ bool PortTable::DecodeRref(ByteView datagram, std::int64_t nowMs) {
     const std::size_t port = asker != kNoPort ? asker : static_cast<std::size_t>(record->identifier);
     keeper_.DatarefAnswered(record->identifier);
     if (port >= rows_.size()) {
+      if (others_ != nullptr && others_->Take(record->identifier, record->value)) continue;
       RefuseFrom(datagram, i);
       return GiveUp(kNoPort);
     }

@@ -11,6 +11,7 @@
 #include "platform/Host.h"
 #include "simlink/DuePorts.h"
 #include "simlink/LinkSocket.h"
+#include "simlink/OtherValues.h"
 #include "simlink/Packets.h"
 #include "simlink/PortRow.h"
 #include "simlink/PortTraffic.h"
@@ -84,6 +85,7 @@ class PortTable {
   const GivenUp& GivenUpDatagrams() const { return givenUp_; }
   std::uint64_t ValuesLost() const;  // of all groups and of the datarefs of open ports
   void ForgetGivenUp() { givenUp_ = {}; }
+  void SetOtherValues(OtherValues* others) { others_ = others; }
 
  private:
   // What refreshing a port needs, worked out from its row and its Function.
@@ -121,6 +123,7 @@ class PortTable {
   std::array<PortTraffic, kDataGroups> groupTraffic_{};
   std::vector<PortTraffic> traffic_;  // of datarefs, by port
   GivenUp givenUp_;
+  OtherValues* others_ = nullptr;
   // Who reads which group; found anew after readersKnown_ was cleared or a Function may have changed.
   bool readersKnown_ = false;
   std::uint64_t readersRevision_ = 0;

@@ -38,7 +38,10 @@ class SimCom {
   void UseEndpoint(std::optional<Endpoint> endpoint) { link_.UseEndpoint(std::move(endpoint)); }
   bool OpenUDP();
   // The link counts as closed at once; the cancellations that wait leave first (SubscriptionKeeper::Close).
-  void CloseUDP() { keeper_.Close(); }
+  void CloseUDP() {
+    if (others_ != nullptr) others_->Closing();
+    keeper_.Close();
+  }
   void OpenSimCom() { OpenUDP(); }
   void RunSimcom() { OpenUDP(); }
   void StopSimcom() { CloseUDP(); }
@@ -74,6 +77,18 @@ class SimCom {
     subscriptions_.SendXplaneRREF(dataref, frequency, identifier, record);
   }
   void ClearAllRREF() { subscriptions_.ClearAllRREF(); }
+  // Of values that no port reads. They are not recorded: whoever asks also cancels. `others`: where they go,
+  // null for nowhere; it must outlive its being set.
+  void SetOtherValues(OtherValues* others) {
+    others_ = others;
+    ports_.SetOtherValues(others);
+  }
+  void KeepDataref(std::string_view path, std::int32_t frequency, std::int32_t identifier) {
+    keeper_.AskForDataref(path, frequency, identifier, SubscriptionKeeper::Keep::Yes);
+  }
+  void CancelDataref(std::string_view path, std::int32_t identifier) {
+    keeper_.CancelDataref(path, identifier);
+  }
   const std::vector<RrefRow>& Rrefs() const { return subscriptions_.Rrefs(); }
   const SubscriptionKeeper& Keeper() const { return keeper_; }
 
@@ -151,6 +166,7 @@ class SimCom {
   SubscriptionKeeper keeper_;
   Subscriptions subscriptions_;
   PortTable ports_;
+  OtherValues* others_ = nullptr;
   Callback<int> socketError_;
   Callback<ByteView, std::int32_t> monitor_;
   Registration arrivals_, errors_;  // of the socket

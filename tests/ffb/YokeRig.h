@@ -138,8 +138,8 @@ struct YokeRig {
   SimCom sim{model, socket, boxes, clock};
   YokePair pair{model, sim, ports[0], ports[1], boxes, clock, joystick, timer};
   bool simulatorAlive = true, deaf = false;  // deaf: what it is told gets lost
-  std::set<int> frozen;                  // FFB offsets that it does not send
-  std::map<std::string, float> written;  // last value of each dataref that was written
+  std::set<int> frozen;                      // FFB offsets that it does not send
+  std::map<std::string, float> written;      // last value of each dataref that was written
   std::vector<std::string> commands;
 
   explicit YokeRig(int yokes = 1) {

@@ -16,6 +16,8 @@ constexpr double kSuctionAtFull = 5.1;
 
 constexpr DatarefRow kRows[] = {
     {"sim/version/xplane_internal_version", nullptr, 121100, Free},
+    {"sim/aircraft/view/acf_ICAO[0]", nullptr, 0, Free},
+    {"sim/aircraft/view/acf_relative_path[0]", nullptr, 0, Free},
     {"sim/time/paused", nullptr, 0, Free},
     {"sim/time/sim_speed", nullptr, 1, Free},
     {"sim/time/zulu_time_sec", &S::zuluSeconds, 1, Flown},

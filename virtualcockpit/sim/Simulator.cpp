@@ -31,6 +31,11 @@ bool TakeTurn(double& dueMs, double periodMs, std::int64_t nowMs) {
 
 }  // namespace
 
+Simulator::Simulator(Send send) : send_(std::move(send)) {
+  Refresh();
+  NameAircraft("C172", "Aircraft/Trainers/trainer.acf");
+}
+
 void Simulator::OnDatagram(ByteView datagram, const Peer& from) {
   ++counters_.received;
   const Request request = ParseRequest(datagram);
@@ -208,8 +213,27 @@ void Simulator::Restart(bool groups, bool values) {
   if (!values) return;
   store_.Reset();
   groups_.Reset();
+  WriteAircraft();
   SetSpeed(speed_);
   SetPaused(paused_);
+}
+
+void Simulator::NameAircraft(std::string_view icao, std::string_view path) {
+  aircraftIcao_ = icao;
+  aircraftPath_ = path;
+  WriteAircraft();
+}
+
+void Simulator::WriteAircraft() {
+  const auto write = [this](std::string_view array, std::string_view text, int letters) {
+    for (int i = 0; i < letters; ++i) {
+      const auto at = static_cast<std::size_t>(i);
+      const int place = store_.PlaceOf(std::string(array) + "[" + std::to_string(i) + "]");
+      store_.Write(place, at < text.size() ? static_cast<Byte>(text[at]) : 0);
+    }
+  };
+  write("sim/aircraft/view/acf_ICAO", aircraftIcao_, 40);
+  write("sim/aircraft/view/acf_relative_path", aircraftPath_, 256);
 }
 
 void Simulator::ChangeAircraft(std::span<const std::string> missing) {
@@ -221,6 +245,7 @@ void Simulator::ChangeAircraft(std::span<const std::string> missing) {
 std::vector<std::string> Simulator::ChangeAircraft(double percentMissing, Chance& chance) {
   std::vector<std::string> missing;
   for (const Subscription& subscription : subscriptions_) {
+    if (subscription.name.starts_with("sim/aircraft/view/")) continue;  // every aircraft has a name
     if (chance.Hits(percentMissing)) missing.push_back(subscription.name);
   }
   ChangeAircraft(missing);

@@ -43,7 +43,7 @@ class Simulator {
   static constexpr std::size_t kMostSubscriptions = 4096;
 
   using Send = std::function<void(ByteView datagram, const Peer& to)>;
-  explicit Simulator(Send send) : send_(std::move(send)) { Refresh(); }
+  explicit Simulator(Send send);
 
   // A client's datagram, of any content.
   void OnDatagram(ByteView datagram, const Peer& from);
@@ -58,6 +58,9 @@ class Simulator {
   void ChangeAircraft(std::span<const std::string> missing);
   // The same, with about so many in a hundred of the datarefs that clients ask for missing; returns which.
   std::vector<std::string> ChangeAircraft(double percentMissing, Chance& chance);
+
+  // Which aircraft it says that it flies: its ICAO type and the path of its file, a letter each.
+  void NameAircraft(std::string_view icao, std::string_view path);
 
   void SetOutput(const DataOutput& output) { output_ = output; }
   const DataOutput& Output() const { return output_; }
@@ -124,6 +127,7 @@ class Simulator {
   void Flush(std::vector<IndexedValue>& values, const Peer& to);
   void Transmit(ByteView datagram, const Peer& to);
   void Refresh(double seconds = 0);
+  void WriteAircraft();
 
   Send send_;
   Flight flight_;
@@ -131,6 +135,7 @@ class Simulator {
   HandFlight hand_;
   DatarefStore store_;
   DataGroups groups_{store_};
+  std::string aircraftIcao_, aircraftPath_;
   double seconds_ = 0;
   double speed_ = 1;
   bool paused_ = false;

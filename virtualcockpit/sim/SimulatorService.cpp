@@ -10,6 +10,11 @@ constexpr std::int64_t kBeaconMs = 1000;
 constexpr std::string_view kVersion = "sim/version/xplane_internal_version";
 constexpr int kAsTheyCome = 500;  // datagrams at once, of a simulator that reads them as they come
 
+// It loads these two in turn.
+constexpr struct {
+  std::string_view icao, path;
+} kTrainer{"C172", "Aircraft/Trainers/trainer.acf"}, kAirliner{"B738", "Aircraft/Airliners/airliner.acf"};
+
 }  // namespace
 
 SimulatorService::SimulatorService(QObject* parent)
@@ -77,6 +82,8 @@ void SimulatorService::Stop() {
 void SimulatorService::ChangeAircraft(double percentMissing, std::int64_t pauseMs) {
   loadedAtMs_ = clock_.NowMs() + pauseMs;
   sim_.ChangeAircraft(percentMissing, aircraft_);
+  airliner_ = !airliner_;
+  sim_.NameAircraft(airliner_ ? kAirliner.icao : kTrainer.icao, airliner_ ? kAirliner.path : kTrainer.path);
 }
 
 void SimulatorService::Read(int most) {

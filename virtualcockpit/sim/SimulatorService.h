@@ -65,6 +65,7 @@ class SimulatorService : public QObject {
   Simulator sim_;
   BadNetwork towards_, from_;  // the simulator
   Chance aircraft_{1};
+  bool airliner_ = false;  // flies that, not the trainer
   QTimer timer_;
   std::unique_ptr<QSocketNotifier> notifier_;
   std::uint16_t wantedPort_ = 49000;

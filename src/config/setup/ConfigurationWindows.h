@@ -13,7 +13,8 @@ enum class ConfigurationWindow {
   IOModule1,
   IOModule2,
   EngineCluster,
-  Yokes
+  Yokes,
+  Aircraft
 };
 
 class ConfigurationWindows {

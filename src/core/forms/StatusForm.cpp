@@ -56,6 +56,10 @@ QWidget* StatusForm::MakeRunPanel() {
   config->setSpacing(0);
   config->addWidget(MakeLabel("LabelCurrentConfig", tr("Configuration"), "caption"));
   config->addWidget(BoxCurrentConfig);
+  LabelAircraft = MakeLabel("LabelAircraft", {}, "caption");
+  LabelAircraft->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  LabelAircraft->hide();
+  config->addWidget(LabelAircraft);
   row->addWidget(BoxRun);
   row->addWidget(cmdRun);
   row->addWidget(cmdStop);
@@ -243,6 +247,10 @@ void StatusForm::ShowView() {
   SetTextIfChanged(LabelVersion, view.LabelVersion);
   if (SetTextIfChanged(BoxCurrentConfig, view.BoxCurrentConfig)) {
     BoxCurrentConfig->setToolTip(BoxCurrentConfig->text());
+  }
+  if (SetTextIfChanged(LabelAircraft, view.AircraftWords)) {
+    LabelAircraft->setToolTip(LabelAircraft->text());
+    LabelAircraft->setVisible(!view.AircraftWords.empty());
   }
   SetTextIfChanged(BoxRun, view.BoxRun);
   ShowRunButtons();

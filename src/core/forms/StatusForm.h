@@ -49,7 +49,7 @@ class StatusForm : public Form {
   std::int32_t runColour_ = -1;
   bool built_ = false;
 
-  QLabel *BoxRun, *BoxCurrentConfig, *LabelVersion;
+  QLabel *BoxRun, *BoxCurrentConfig, *LabelAircraft, *LabelVersion;
   StateLamp *LampSimulator, *LampGaugeBus;
   BusHealthPanel* panelBusHealth_;
   QLabel *LabelSimulator, *LabelFlow, *LabelFindings, *LabelIgnored, *LabelGaugeBus, *LabelNotice;

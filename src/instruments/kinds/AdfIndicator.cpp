@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kCommandPointer = 5;  // steps, 0..4319
 constexpr int kCommandCard = 6;     // steps, 0..4319
-constexpr double kParkedAt = 90;    // degrees: where the pointer of such an instrument stands without a station
+constexpr double kParkedAt = 90;  // degrees: where the pointer of such an instrument stands without a station
 
 class AdfDriver final : public GaugeDriver {
  public:
@@ -56,8 +56,7 @@ class AdfIndicator final : public Instrument {
     d.purpose = "Shows the relative bearing of the ADF (Function 31) and its card (Function 32).";
     d.function2 = {"Card knob", "The Function that the knob sets, degrees; none: Function 32"};
     d.options = {{"Park without values",
-                  "A pointer whose bearing has not come for 5 s goes to 90°, to the right",
-                  kOptionParkOld}};
+                  "A pointer whose bearing has not come for 5 s goes to 90°, to the right", kOptionParkOld}};
     d.trials = {{"Pointer", kCommandPointer, 0, kDialSteps - 1, "steps, 12 to a degree"},
                 {"Card", kCommandCard, 0, kDialSteps - 1, "steps, 12 to a degree"}};
     d.readings = {{"Card knob", KnobText<7>}};

@@ -175,6 +175,8 @@ QLayout* MainConfigureForm::MakeButtons() {
   row->setSpacing(look::Gap());
   row->addWidget(MakeThemeButton());
   row->addStretch(1);
+  Opener(row, "cmdAircraft", tr("A&ircraft..."), tr("Changes the configuration with the aircraft"),
+         ConfigurationWindow::Aircraft);
   Opener(row, "cmdSaveConfig", tr("&Save and load..."),
          tr("Configuration files: save, load, delete, import, start-up"), ConfigurationWindow::SaveAndLoad);
   QPushButton* close = MakeButton("CmdClose", tr("Close"), tr("Back to the start form (Escape)"));

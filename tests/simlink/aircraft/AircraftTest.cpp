@@ -1,0 +1,150 @@
+#include "simlink/aircraft/AircraftSwitch.h"
+#include "tests/fakes/ScratchFolder.h"
+#include "tests/simlink/Fixture.h"
+
+namespace tvx {
+namespace {
+
+TEST(AircraftList, PatternsFitWholeTexts) {
+  const struct {
+    const char *pattern, *text;
+    bool fits;
+  } rows[] = {
+      {"C172", "c172", true},
+      {"C17", "C172", false},
+      {"C172", "C17", false},
+      {"b738*", "B738", true},
+      {"b738*", "b738_4k.acf", true},
+      {"*.acf", "x.acf.acf", true},
+      {"C1?2", "C152", true},
+      {"C1?2", "C12", false},
+      {"*a*b", "xaxxb", true},
+      {"*a*b", "xbxxa", false},
+      {"", "", false},
+      {"**", "", true},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(FitsPattern(row.pattern, row.text), row.fits) << row.pattern << row.text;
+}
+
+TEST(AircraftList, SurvivesItsFileAndKeepsWhatIsNoLine) {
+  AircraftList list;
+  list.On = true;
+  list.Lines = {{"C172", "My -> Cockpit.cfg"}, {"b738*", "Boeing.cfg"}};
+  list.Lines[0].File = "My Cockpit.cfg";
+  list.Unread = {"what is this?"};
+  EXPECT_EQ(ReadAircraftList(WriteAircraftList(list)), list);
+  const AircraftList strange = ReadAircraftList("on\r\nC172 -> a.cfg\r\n->\n\n");
+  EXPECT_FALSE(strange.On) << "without its title the file is another one";
+  EXPECT_EQ(strange.Unread, (std::vector<std::string>{"on", "->"}));
+  EXPECT_EQ(strange.Lines, (std::vector<AircraftLine>{{"C172", "a.cfg"}}));
+}
+
+class AircraftTest : public LinkTest, public AircraftSwitch::Host {
+ protected:
+  AircraftTest() {
+    model.ConfigFileName = "Default.cfg";
+    sim.OpenUDP();
+    aircraft = std::make_unique<AircraftSwitch>(model, sim, boxes, clock, *this);
+    EXPECT_TRUE(aircraft->SetList({true, {{"C172", "Trainer.cfg"}, {"air*", "Liner.cfg"}}, {}}));
+    Seconds(1);
+  }
+  bool MayChangeConfiguration() const override { return may; }
+  bool UseConfiguration(const std::string& file) override {
+    used.push_back(file);
+    if (loads) model.ConfigFileName = file;
+    return loads;
+  }
+  // The program's second; the simulator sends every letter that it was asked for, or those below `most`.
+  void Seconds(int seconds, int most = AircraftName::kLetters) {
+    for (int i = 0; i < seconds; ++i) {
+      std::string letters = icao;
+      letters.resize(AircraftName::kIcaoLetters);
+      letters += path;
+      letters.resize(AircraftName::kLetters);
+      for (int letter = 0; letter < most; ++letter) {
+        const float value = letters[static_cast<std::size_t>(letter)];
+        socket.Deliver(RrefDatagram({{AircraftName::kFirstIdentifier + letter, value}}));
+      }
+      clock.Advance(1000);
+      aircraft->Tick();
+    }
+  }
+
+  const ScratchFolder folder;
+  std::string icao = "C172", path = "Aircraft/x/trainer.acf";
+  bool may = true, loads = true;
+  std::vector<std::string> used;
+  std::unique_ptr<AircraftSwitch> aircraft;
+};
+
+using Files = std::vector<std::string>;
+
+TEST_F(AircraftTest, TheConfigurationFollowsOnceForEachAircraft) {
+  Seconds(2);
+  EXPECT_EQ(used, Files{}) << "letters may still be another aircraft's";
+  Seconds(2);
+  EXPECT_EQ(used, Files{"Trainer.cfg"});
+  EXPECT_EQ(aircraft->Words(), "For C172 (trainer.acf)");
+  model.ConfigFileName = "Other.cfg";  // the user's own choice
+  Seconds(5);
+  icao = "B738";
+  path = "Aircraft/y/airliner.acf";
+  Seconds(5);
+  EXPECT_EQ(used, (Files{"Trainer.cfg", "Liner.cfg"})) << "by its file's name";
+  icao = "PA28";
+  path = "";
+  Seconds(5);
+  EXPECT_EQ(used.size(), 2u);
+  EXPECT_EQ(aircraft->Words(), "No configuration is listed for PA28; this one stays");
+}
+
+TEST_F(AircraftTest, WaitsWhileTheConfigurationIsEditedAndSaysWhatFails) {
+  may = loads = false;
+  Seconds(5);
+  EXPECT_EQ(used, Files{});
+  EXPECT_EQ(aircraft->Words(), "Trainer.cfg for C172 (trainer.acf) waits until the configuration is closed");
+  may = true;
+  Seconds(5);
+  EXPECT_EQ(used, Files{"Trainer.cfg"}) << "tried once";
+  EXPECT_EQ(aircraft->Words(), "Trainer.cfg for C172 (trainer.acf) cannot be loaded; this one stays");
+}
+
+// X-Plane versions that do not have the path are silent about it.
+TEST_F(AircraftTest, ATypeAloneIsEnoughAndHalfATypeIsNot) {
+  Seconds(10, 3);
+  EXPECT_EQ(used, Files{});
+  Seconds(3, AircraftName::kIcaoLetters);
+  EXPECT_EQ(used, Files{"Trainer.cfg"});
+  EXPECT_EQ(aircraft->Words(), "For C172");
+}
+
+TEST_F(AircraftTest, WhatWasAskedForIsCancelledBeforeTheLinkCloses) {
+  const auto count = [&] {
+    int asked = 0;
+    for (const std::string& sent : socket.TakeSent()) {
+      if (sent.starts_with("RREF")) asked += sent[5] != 0 ? 1 : -1;
+    }
+    return asked;
+  };
+  Settle();
+  EXPECT_EQ(count(), AircraftName::kLetters);
+  sim.CloseUDP();
+  Settle();
+  EXPECT_EQ(count(), -AircraftName::kLetters);
+  sim.OpenUDP();
+  Seconds(5);
+  EXPECT_EQ(used, Files{"Trainer.cfg"});
+  AircraftList off = aircraft->List();
+  off.On = false;
+  EXPECT_TRUE(aircraft->SetList(off));
+  Settle();
+  count();
+  Seconds(1, 0);
+  Settle();
+  EXPECT_EQ(count(), -AircraftName::kLetters);
+  EXPECT_EQ(aircraft->Words(), "");
+}
+
+}  // namespace
+}  // namespace tvx

@@ -283,6 +283,7 @@ bool Program::UseConfiguration(const std::string& file) {
   const std::string before = model_.ConfigFileName;
   const bool ran = run_.Running(), changed = model_.ConfigChanged;
   if (!unsaved_.Keep()) return false;
+  followForm_.Unload();  // its road is one of the configuration that goes
   run_.PutAway();
   model_.ConfigFileName = file;
   file_.LoadConfigFile();

@@ -14,8 +14,8 @@ namespace tvx {
 namespace {
 
 constexpr int kLettersWide = 112, kLinesHigh = 24;
-constexpr std::array<const char*, kCockpitColumns> kWidest{"014 Heading Indicator: first needle",
-                                                           "-12345.67", "raw 4095", "59.9 min ago", ""};
+constexpr std::array<const char*, kCockpitColumns> kWidest{"014 Heading Indicator: first needle", "-12345.67",
+                                                           "raw 4095", "59.9 min ago", ""};
 
 }  // namespace
 

@@ -115,6 +115,15 @@ void FormCare::ShowBars() {
   }
 }
 
+// False: the key was pressed elsewhere than in a form.
+bool FormCare::HelpAsked(QObject* watched) {
+  const auto* widget = qobject_cast<QWidget*>(watched);
+  const auto* form = widget == nullptr ? nullptr : qobject_cast<Form*>(widget->window());
+  if (form == nullptr) return false;
+  parts_.help(form->objectName());
+  return true;
+}
+
 bool FormCare::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Show) {
     if (auto* form = qobject_cast<Form*>(watched)) Welcome(*form);
@@ -129,6 +138,9 @@ bool FormCare::eventFilter(QObject* watched, QEvent* event) {
       event->ignore();
       return true;
     }
+  } else if (event->type() == QEvent::KeyPress &&
+             static_cast<QKeyEvent*>(event)->matches(QKeySequence::HelpContents)) {
+    return HelpAsked(watched);
   }
   return QObject::eventFilter(watched, event);
 }

@@ -1,5 +1,6 @@
 // What the program does for every form, whichever it is: undo, redo and Save at the foot of those that change
-// the configuration; a name for every control; and the place, size and colours from the last time.
+// the configuration; help by F1; a name for every control; and the place, size and colours from the last
+// time.
 #pragma once
 
 #include <QObject>
@@ -25,6 +26,7 @@ class FormCare final : public QObject {
     std::function<std::string()> saveWords;      // what that will do
     std::function<void(const Subject&)> follow;  // shows the road of a value
     std::function<bool()> busy;  // something is changing the model that is one step when it is done
+    std::function<void(const QString&)> help;  // for the form of this name
   };
   explicit FormCare(Parts parts);
 
@@ -36,6 +38,7 @@ class FormCare final : public QObject {
 
  private:
   void Welcome(Form& form);
+  bool HelpAsked(QObject* watched);
   void AddBar(Form& form);
   bool AnyBar() const;
   void Undo(bool again);

@@ -1,11 +1,7 @@
 #include "app/Program.h"
 
 #include <QApplication>
-#include <QDesktopServices>
-#include <QDir>
-#include <QFileInfo>
 #include <QThread>
-#include <QUrl>
 #include <ctime>
 
 #include "config/StandardFunctions.h"
@@ -23,10 +19,6 @@ constexpr int kCountdownTickMs = 50;
 constexpr int kSecondMs = 1000;
 constexpr int kTransmitTickMs = 20;
 constexpr int kLinkTickMs = 20;
-
-// The manual as it was installed with the program, or in the sources that it was built from.
-constexpr const char* kManualPlaces[] = {"../share/doc/torvex-control/manual.md", "../../docs/manual.md",
-                                         "manual.md"};
 
 std::array<std::unique_ptr<TtyPort>, kHardwareGroups> MakePorts(LineKeepers& keepers) {
   std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports;
@@ -127,6 +119,7 @@ void Program::UnloadEverything() {
   for (Peripheral* peripheral : peripherals_) peripheral->Unload();
   UnloadStatusForm();
   UnloadStartForm();
+  sideForms_.Unload();
   serial_.CloseComPorts();
   if (!sim_.UdpOpen() && sim_.PortCount() == 0) return;
   sim_.ClearAllRREF();
@@ -253,7 +246,10 @@ FormCare::Parts Program::MakeCareParts() {
           [this] { configuration_.SaveInUse(); },
           [this] { return configuration_.SaveWords(); },
           [this](const Subject& subject) { ShowRoad(subject); },
-          [this] { return ended_ || file_.Loading() || configuration_.Searching(); }};
+          [this] { return ended_ || file_.Loading() || configuration_.Searching(); },
+          [this](const QString& form) {
+            if (!ended_) sideForms_.ShowHelp(form);
+          }};
 }
 
 // Whoever works with something that was made from the configuration makes it anew.
@@ -321,15 +317,7 @@ void Program::ShowRoad(const Subject& subject) {
 }
 
 void Program::OpenWebPage() {
-  const QString folder = QCoreApplication::applicationDirPath() + '/';
-  for (const char* place : kManualPlaces) {
-    const QFileInfo manual(folder + QString::fromLatin1(place));
-    if (!manual.isFile()) continue;
-    QDesktopServices::openUrl(QUrl::fromLocalFile(manual.canonicalFilePath()));
-    return;
-  }
-  const QFileInfo expected(folder + QString::fromLatin1(kManualPlaces[0]));
-  boxes_.Show("The manual was not found: " + QDir::cleanPath(expected.absoluteFilePath()).toStdString());
+  if (!ended_) sideForms_.ShowHelp({});
 }
 
 void Program::EndProgram() {

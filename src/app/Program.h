@@ -10,6 +10,7 @@
 #include "app/FormCare.h"
 #include "app/FunctionForms.h"
 #include "app/IOModulePeripheral.h"
+#include "app/SideForms.h"
 #include "app/SimulatorSocket.h"
 #include "app/YokesPeripheral.h"
 #include "config/ConfigFile.h"
@@ -83,6 +84,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   PortsForm* PortsWindow() const { return portsForm_.Get(); }
   FollowForm* FollowWindow() const { return followForm_.Get(); }
   CockpitForm* CockpitWindow() const { return cockpitForm_.Get(); }
+  SideForms& Beside() { return sideForms_; }
   // The timers that the forms' logic switches.
   struct TimerSet {
     QtTimer WaitForAutostart{"WaitForAutostart"};
@@ -160,6 +162,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   ConfigurationForms configuration_;
   ConfigurationHistory history_{model_, clock_};
   Follower roads_;
+  SideForms sideForms_{boxes_};
   FormCare care_{MakeCareParts()};
   std::vector<Registration> registrations_;  // views and timers
   bool ended_ = false;

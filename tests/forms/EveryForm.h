@@ -12,7 +12,7 @@
 namespace tvx {
 
 struct Step {
-  const char *form, *button;
+  const char *form, *button;  // "F1" is the key
 };
 using Steps = std::vector<Step>;
 
@@ -40,6 +40,7 @@ inline const std::vector<Row> kEveryForm{
     {"start", {}},
     {"halted", kHalted},
     {"running", kRunning},
+    {"help", kRunning + Steps{{"frmStatus", "F1"}}},
     {"ports", kRunning + Steps{{"frmStatus", "cmdShowPorts"}}},
     {"cockpit", kRunning + Steps{{"frmStatus", "cmdCockpit"}}},
     {"road of a value", kRunning + Steps{{"frmStatus", "cmdCockpit"}, {"frmCockpit", "cmdFollow"}}},
@@ -67,8 +68,20 @@ inline const std::vector<Row> kEveryForm{
     {"yokes from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoFFB"}}},
 };
 
+inline void PressHelp(QWidget* form) {
+  Press(form->focusWidget() == nullptr ? form : form->focusWidget(), Qt::Key_F1);
+}
+
 // A cockpit with everything in it: ports, modules, cluster and yokes.
 class EveryFormTest : public FormsTest {
+ public:
+  static QWidget* Shown(const char* name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->isVisible() && window->objectName() == name) return window;
+    }
+    return nullptr;
+  }
+
  protected:
   EveryFormTest() {
     ConfigModel model = SmallModel();
@@ -81,14 +94,9 @@ class EveryFormTest : public FormsTest {
     ScratchFolder::Link(6, module_.Device());
     ScratchFolder::Link(7, cluster_.Device());
   }
-  static QWidget* Shown(const char* name) {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->isVisible() && window->objectName() == name) return window;
-    }
-    return nullptr;
-  }
   static void PressStep(const Step& step) {
     QWidget* form = Shown(step.form);
+    if (form != nullptr && std::string(step.button) == "F1") return PressHelp(form);
     auto* button = form == nullptr ? nullptr : form->findChild<QAbstractButton*>(step.button);
     if (button == nullptr) {
       ADD_FAILURE() << "no " << step.form << '/' << step.button;

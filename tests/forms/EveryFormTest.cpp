@@ -50,7 +50,24 @@ void ExpectFits(QWidget* form) {
   }
 }
 
-TEST_F(EveryFormTest, HasNamesAndFitsTheScreen) {
+// The manual comes up by F1, without a network, at what it tells of each of these forms.
+void ExpectHelp(Program& program, const std::set<QString>& forms) {
+  PressHelp(EveryFormTest::Shown("frmMain"));
+  HelpForm* help = program.Beside().Help();
+  ASSERT_NE(help, nullptr);
+  EXPECT_EQ(help->Headline(), "The start form");
+  for (const QString& form : forms) {
+    SCOPED_TRACE(form.toStdString());
+    const auto [file, headline] = HelpForm::PlaceOf(form);
+    EXPECT_FALSE(file.isEmpty()) << "HelpForm.cpp does not say where the manual tells of it";
+    help->Open(file, headline);
+    EXPECT_EQ(help->Headline(), headline);
+    EXPECT_EQ(help->File(), file);
+  }
+}
+
+TEST_F(EveryFormTest, HasNamesFitsTheScreenAndHelps) {
+  std::set<QString> forms;
   for (const Row& row : kEveryForm) {
     program_ = std::make_unique<Program>(&boxes_, &keys_, nullptr, nullptr, &beacons_);
     program_->Begin();
@@ -65,9 +82,11 @@ TEST_F(EveryFormTest, HasNamesAndFitsTheScreen) {
       SCOPED_TRACE(std::string(row.what) + ", " + window->objectName().toStdString());
       ExpectNames(window);
       ExpectFits(window);
+      forms.insert(window->objectName());
     }
     program_.reset();
   }
+  ExpectHelp(Begin(), forms);
 }
 
 TEST_F(EveryFormTest, ComesBackWhereItWasLeft) {

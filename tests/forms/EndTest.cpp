@@ -9,11 +9,16 @@
 namespace tvx {
 namespace {
 
-constexpr int kLongestMs = 3000;
+constexpr int kLongestMs = 3000;       // from the signal
+constexpr int kLongestWalkMs = 60000;  // until it is raised
 constexpr int kTooLate = 99;
 
 class EndTest : public EveryFormTest {
  protected:
+  EndTest() {
+    guard_.setSingleShot(true);
+    QObject::connect(&guard_, &QTimer::timeout, [] { QCoreApplication::exit(kTooLate); });
+  }
   static QByteArray FileText() {
     QFile file("Default.cfg");
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
@@ -22,6 +27,7 @@ class EndTest : public EveryFormTest {
   // what follows it is called from the event loop of that question.
   void Walk(const Steps& steps, std::size_t at) {
     if (at == steps.size()) {
+      guard_.start(kLongestMs);
       std::raise(SIGTERM);
       return;
     }
@@ -32,15 +38,13 @@ class EndTest : public EveryFormTest {
     const QByteArray before = FileText();
     program_ = std::make_unique<Program>(nullptr, &keys_, nullptr, nullptr, &beacons_);  // with real boxes
     const TerminationSignals termination([this] { program_->Exit(); });
-    QTimer guard;
-    guard.setSingleShot(true);
-    QObject::connect(&guard, &QTimer::timeout, [] { QCoreApplication::exit(kTooLate); });
-    guard.start(kLongestMs);
+    guard_.start(kLongestWalkMs);
     program_->Begin();
     // The file is loaded from the event loop, and may raise a question of its own.
     QMetaObject::invokeMethod(
         qApp, [&] { Walk(steps, 0); }, Qt::QueuedConnection);
     EXPECT_EQ(QApplication::exec(), 0);
+    guard_.stop();
     EXPECT_TRUE(program_->Ended());
     program_.reset();
     for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -48,6 +52,8 @@ class EndTest : public EveryFormTest {
     }
     EXPECT_EQ(FileText(), before);
   }
+
+  QTimer guard_;
 };
 
 TEST_F(EndTest, ComesFromEveryForm) {

@@ -1,18 +1,9 @@
 #include "app/ConfigurationForms.h"
 
-#include <array>
-
 #include "core/forms/StartForm.h"
 #include "instruments/setup/CalibrationTargets.h"
 
 namespace tvx {
-namespace {
-
-constexpr std::array<const char*, kHardwareGroups> kGroupNames{"Gauge bus",   "Engine cluster", "IO module 1",
-                                                               "IO module 2", "Yoke 1",         "Yoke 2"};
-
-}  // namespace
-
 ConfigurationForms::ConfigurationForms(const Parts& parts)
     : parts_(parts),
       save_(parts.model, parts.file, parts.boxes, [this] { return parts_.host.HeaderForSaving(); }),
@@ -20,11 +11,15 @@ ConfigurationForms::ConfigurationForms(const Parts& parts)
                 parts.cluster),
       console_(parts.model, parts.serial, parts.boxes),
       instrument_(parts.model, parts.serial, parts.boxes,
-                  [this] { return parts_.run.Receiver().ReplyText(); }) {
+                  [this] { return parts_.run.Receiver().ReplyText(); }),
+      guide_({parts.model, hardware_, parts.finder, parts.boxes, parts.clock, parts.modules,
+              [this] { return save_.Store(parts_.model.ConfigFileName); }}) {
   searchChanged_ = hardware_.Search().SetChanged([this] { ShowSearch(); });
   replies_ = parts_.run.Receiver().SetListener([this](std::optional<ReplyView> reply) {
     hardware_.Search().OnReply(reply);
-    if (reply) console_.OnReply(*reply);
+    if (!reply) return;
+    console_.OnReply(*reply);
+    guide_.OnReply(*reply);
   });
   parts_.cluster.SetPlates(*this);
 }
@@ -37,8 +32,8 @@ void ConfigurationForms::ShowForm(FormHolder<FormType>& form, Arguments&&... arg
 void ConfigurationForms::Show(QWidget* parent) {
   const auto make = [&] {
     hardware_.OpenPorts();
-    auto* form =
-        new MainConfigureForm(parts_.model, parts_.boxes, hardware_, hardware_, *this, parts_.finder, parent);
+    auto* form = new MainConfigureForm(parts_.model, parts_.boxes, hardware_, hardware_, *this, parts_.finder,
+                                       advice_, parent);
     QObject::connect(form, &Form::Closed, form, [this] { MainFormClosed(); });
     return form;
   };
@@ -47,6 +42,9 @@ void ConfigurationForms::Show(QWidget* parent) {
 
 void ConfigurationForms::Open(ConfigurationWindow window) {
   switch (window) {
+    case ConfigurationWindow::Guide:
+      OpenGuide();
+      break;
     case ConfigurationWindow::SaveAndLoad:
       hardware_.CancelSearch();
       ShowForm(saveForm_, parts_.model, save_, *this, main_.Get());
@@ -83,6 +81,16 @@ void ConfigurationForms::Open(ConfigurationWindow window) {
       ShowForm(aircraftForm_, parts_.aircraft, ConfigurationFiles(), main_.Get());
       break;
   }
+}
+
+void ConfigurationForms::OpenGuide() {
+  hardware_.CancelSearch();
+  const auto make = [this] {
+    auto* form = new GuideForm(guide_, parts_.boxes, main_.Get());
+    QObject::connect(form, &Form::Closed, form, [this] { Refresh(); });
+    return form;
+  };
+  guideForm_.GetOrMake(make).BringToFront();
 }
 
 void ConfigurationForms::OpenAdapters() {
@@ -180,6 +188,7 @@ void ConfigurationForms::ShowSearch() {
 void ConfigurationForms::Tick() {
   if (!main_) return;
   hardware_.Tick();
+  guide_.Tick();
   if (hardware_.Roles().Changed()) ShowRole();
   if (!hardware_.LinesChanged()) return;
   main_->ShowLines();

@@ -14,8 +14,10 @@
 #include "config/setup/forms/MainConfigureForm.h"
 #include "config/setup/forms/SaveConfigForm.h"
 #include "core/StatusPresenter.h"
+#include "guide/forms/GuideForm.h"
 #include "hwbus/gaugebus/GaugeConsolePresenter.h"
 #include "hwbus/gaugebus/forms/TestGaugesForm.h"
+#include "instruments/setup/GaugeWork.h"
 #include "instruments/setup/InstrumentPresenter.h"
 #include "instruments/setup/forms/InstrumentForm.h"
 #include "simlink/aircraft/forms/AircraftForm.h"
@@ -51,6 +53,8 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
     SimulatorFinder& finder;
     AircraftSwitch& aircraft;
     ConfigurationHost& host;
+    std::array<IOModule*, 2> modules;
+    const Clock& clock;
   };
   explicit ConfigurationForms(const Parts& parts);
 
@@ -84,6 +88,7 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   static void ShowForm(FormHolder<FormType>& form, Arguments&&... arguments);
   void MainFormClosed();
   void OpenAdapters();
+  void OpenGuide();
   void OpenPeripheral(PeripheralKind kind);
   void OpenPlates(std::vector<CalibrationTarget> targets, const CalibrationTarget& first, QWidget* parent);
   void ShowSearch();
@@ -95,8 +100,11 @@ class ConfigurationForms final : private ModelWatcher, private ConfigurationWind
   ConfigurationHardware hardware_;
   GaugeConsolePresenter console_;
   InstrumentPresenter instrument_;
+  InstrumentAdvice advice_{parts_.model};
+  Guide guide_;
   Registration searchChanged_, replies_;
   FormHolder<MainConfigureForm> main_;
+  FormHolder<GuideForm> guideForm_;
   FormHolder<SaveConfigForm> saveForm_;
   FormHolder<AdaptersForm> adaptersForm_;
   FormHolder<CalibrateForm> calibrateForm_;

@@ -10,7 +10,9 @@ namespace tvx {
 namespace {
 
 constexpr int kTicksPerSecond = 50;
-constexpr int kTicksOfShow = 10;  // no faster than an eye reads
+constexpr int kTicksOfShow = 10;     // no faster than an eye reads
+constexpr int kFirstOfAdapters = 5;  // COM numbers below are the computer's own ports
+constexpr const char* kOwnPorts = "/dev/ttyS";
 
 }  // namespace
 
@@ -169,6 +171,64 @@ void ConfigurationHardware::MoveNeedle(const CalibrationTarget& target, int posi
   } else {
     needle_.Move(target.gaugeID, target.command, position);
   }
+}
+
+// The computer's own ports are left alone: mostly nothing hangs on them, and to ask takes its time.
+std::vector<SerialDevice> ConfigurationHardware::FreeAdapters() {
+  LookAgain();
+  std::vector<SerialDevice> free;
+  for (const SerialDevice& adapter : listed_) {
+    if (!adapter.mayOpen || !adapter.OtherUserWords().empty() || adapter.path.rfind(kOwnPorts, 0) == 0)
+      continue;
+    const PortNumbers numbers = Numbers();
+    if (std::none_of(numbers.begin(), numbers.end(),
+                     [&](int number) { return numbers_.LeadsTo(number, adapter); }))
+      free.push_back(adapter);
+  }
+  return free;
+}
+
+// One that leads to it already; otherwise the first that leads nowhere and that no group has.
+int ConfigurationHardware::NumberFor(const SerialDevice& adapter) const {
+  const auto own = numbers_.NumbersOf(adapter);
+  if (!own.empty()) return own.front();
+  const PortNumbers taken = Numbers();
+  int number = kFirstOfAdapters;
+  while (number < kHighestComNumber &&
+         (!numbers_.DeviceOf(number).empty() || std::find(taken.begin(), taken.end(), number) != taken.end()))
+    ++number;
+  return number;
+}
+
+std::string ConfigurationHardware::TakeRole(const SerialDevice& adapter) {
+  const std::string words = roles_.Words();
+  const auto offer = roles_.Offered();
+  if (!offer) return words + '.';
+  const std::string group = kGroupNames[static_cast<std::size_t>(offer->group)];
+  if (offer->comNumber == 0 && serial_.Ports().Configured(offer->group))
+    return words + ". " + group + " has an adapter already.";
+  const int number = offer->comNumber > 0 ? offer->comNumber : NumberFor(adapter);
+  std::string error;
+  if (!devices_.Assign(number, adapter, error)) return words + ". It could not be assigned: " + error;
+  GiveNumber(offer->group, number);
+  LookAgain();
+  return words + ". It is used from now on: " + group + ", COM " + std::to_string(number) + '.';
+}
+
+bool ConfigurationHardware::SearchGauges() {
+  StartSearch();
+  return search_.Running();
+}
+
+std::string ConfigurationHardware::GaugesFoundWords() {
+  std::string words = search_.Summary();
+  for (const std::string& remark : search_.Remarks()) words += '\n' + remark;
+  return words;
+}
+
+bool ConfigurationHardware::Command(int gaugeID, int command, std::int32_t value) {
+  if (serial_.TransmitPending() || !serial_.Line().IsOpen()) return false;
+  return serial_.WriteGaugeCommand(gaugeID, command, value);
 }
 
 }  // namespace tvx

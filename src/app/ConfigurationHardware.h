@@ -10,6 +10,7 @@
 #include "config/plates/LiveNeedleAccess.h"
 #include "config/setup/GaugeBusAccess.h"
 #include "config/setup/PortAccess.h"
+#include "guide/GuideHardware.h"
 #include "hwbus/gaugebus/GaugeSearch.h"
 #include "hwbus/gaugebus/LiveNeedle.h"
 #include "hwbus/gaugebus/Serial.h"
@@ -19,7 +20,13 @@ namespace tvx {
 
 class EngineClusterPeripheral;
 
-class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, public LiveNeedleAccess {
+inline constexpr std::array<const char*, kHardwareGroups> kGroupNames{
+    "Gauge bus", "Engine cluster", "IO module 1", "IO module 2", "Yoke 1", "Yoke 2"};
+
+class ConfigurationHardware final : public PortAccess,
+                                    public GaugeBusAccess,
+                                    public LiveNeedleAccess,
+                                    public GuideHardware {
  public:
   ConfigurationHardware(ConfigModel& model, Serial& serial, MessageBoxes& boxes, SerialDevices& devices,
                         const ComPorts& numbers, AdapterLine& line, EngineClusterPeripheral& cluster);
@@ -37,7 +44,7 @@ class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, pu
 
   // What hangs on an adapter, on request.
   RoleFinder& Roles() { return roles_; }
-  void AskRole(const SerialDevice& adapter);
+  void AskRole(const SerialDevice& adapter) override;
   // Gives the group the COM number.
   void GiveNumber(HardwareGroup group, int comNumber);
 
@@ -54,14 +61,25 @@ class ConfigurationHardware final : public PortAccess, public GaugeBusAccess, pu
   void StartSearch() override;
   void CancelSearch() override { search_.Cancel(); }
   void TickReplyCountdown() override { serial_.TickReplyCountdown(); }
-  // LiveNeedleAccess
+  // LiveNeedleAccess, GuideHardware
   void MoveNeedle(const CalibrationTarget& target, int position) override;
+  std::vector<SerialDevice> FreeAdapters() override;
+  bool AskingRole() override { return roles_.Running(); }
+  void StopAskingRole() override { roles_.Cancel(); }
+  std::string TakeRole(const SerialDevice& adapter) override;
+  bool SearchGauges() override;
+  void StopSearch() override { search_.Cancel(); }
+  bool SearchingGauges() override { return search_.Running(); }
+  int SearchedAddresses() override { return search_.Done(); }
+  std::string GaugesFoundWords() override;
+  bool Command(int gaugeID, int command, std::int32_t value) override;
 
  private:
   using PortNumbers = std::array<int, kHardwareGroups>;
   PortNumbers Numbers() const;
   const SerialDevice* AdapterOf(int comNumber) const;
   std::string SharingWords(int group) const;
+  int NumberFor(const SerialDevice& adapter) const;
 
   ConfigModel& model_;
   Serial& serial_;

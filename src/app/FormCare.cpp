@@ -17,10 +17,11 @@ constexpr const char* kCared = "cared";
 // The forms that change the configuration. The one that saves it has a Save of its own.
 constexpr const char* kSaveForm = "SaveConfig";
 constexpr const char* kEditing[] = {
-    "FrmMainConfigure", kSaveForm,           "frmAdapters",      "frmInstrument",
-    "frmCalibrate",     "frmTestGauges",     "ConfigIOM",        "ConfigSwitch",
-    "ConfigAnalogue",   "ConfigLamp",        "frmConfigEC",      "frmConfigY1",
-    "frmConfigY2",      "frmFunctionEditor", "frmListFunctions", "frmTestXplaneInterface"};
+    "FrmMainConfigure",      "frmGuide",       kSaveForm,           "frmAdapters",
+    "frmInstrument",         "frmCalibrate",   "frmTestGauges",     "ConfigIOM",
+    "ConfigSwitch",          "ConfigAnalogue", "ConfigLamp",        "frmConfigEC",
+    "frmConfigY1",           "frmConfigY2",    "frmFunctionEditor", "frmListFunctions",
+    "frmTestXplaneInterface"};
 
 bool Edits(const Form& form) {
   return std::any_of(std::begin(kEditing), std::end(kEditing),

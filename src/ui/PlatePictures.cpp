@@ -1,5 +1,6 @@
 #include "ui/PlatePictures.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -27,6 +28,50 @@ QString Number(double value) {
 QPointF Direction(double position) {
   const double angle = (position - kPositionUp) / kPositionsToADegree / 180.0 * std::numbers::pi;
   return {std::sin(angle), -std::cos(angle)};
+}
+
+void PaintDial(QPainter& painter, const QRectF& area, const std::vector<FacePoint>& points) {
+  const double radius = std::min(area.width(), area.height()) / 2.0 - 2;
+  const QPointF centre = area.center();
+  painter.setPen(QPen(look::CurrentColours().line, 2));
+  painter.setBrush(QColor(0x0b, 0x0d, 0x10));
+  painter.drawEllipse(centre, radius, radius);
+  const QColor print(kPrint);
+  QFont font = painter.font();
+  font.setPixelSize(std::max(9, static_cast<int>(radius / 9)));
+  painter.setFont(font);
+  std::vector<QRectF> printed;
+  // The last number first: the ends of a scale tell most.
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const FacePoint& p = points[i == 0 ? points.size() - 1 : i - 1];
+    const QPointF out = Direction(p.position);
+    painter.setPen(QPen(print, 2));
+    painter.drawLine(centre + out * radius * 0.84, centre + out * radius * 0.96);
+    const QString number = Number(p.value);
+    QRectF place(QPointF(), painter.fontMetrics().size(Qt::TextSingleLine, number));
+    place.moveCenter(centre + out * radius * 0.68);
+    // Numbers that would stand in each other are left out, as on a real face.
+    if (std::any_of(printed.begin(), printed.end(),
+                    [&](const QRectF& other) { return other.intersects(place); }))
+      continue;
+    printed.push_back(place);
+    painter.setPen(print);
+    painter.drawText(place, Qt::AlignCenter, number);
+  }
+}
+
+void PaintNeedle(QPainter& painter, const QRectF& area, double position) {
+  const double radius = std::min(area.width(), area.height()) / 2.0 - 2;
+  const QPointF centre = area.center();
+  const QPointF out = Direction(position), side(-out.y(), out.x());
+  const double thick = std::max(2.0, radius / 40);
+  painter.setPen(Qt::NoPen);
+  // The face is dark by day as well.
+  painter.setBrush(look::ColoursOf(look::Theme::Dark).trouble);
+  painter.drawPolygon(QPolygonF{centre + side * thick - out * radius * 0.15,
+                                centre - side * thick - out * radius * 0.15, centre + out * radius * 0.88});
+  painter.setBrush(QColor(kPrint));
+  painter.drawEllipse(centre, thick * 2, thick * 2);
 }
 
 }  // namespace
@@ -129,47 +174,24 @@ QSize PlateFace::sizeHint() const {
 }
 
 void PlateFace::PaintStill(QPainter& painter) const {
-  const double radius = std::min(width(), height()) / 2.0 - 2;
-  const QPointF centre = QRectF(rect()).center();
-  painter.setPen(QPen(look::CurrentColours().line, 2));
-  painter.setBrush(QColor(0x0b, 0x0d, 0x10));
-  painter.drawEllipse(centre, radius, radius);
-  const QColor print(kPrint);
-  QFont font = painter.font();
-  font.setPixelSize(std::max(9, static_cast<int>(radius / 9)));
-  painter.setFont(font);
-  std::vector<QRectF> printed;
-  // The last number first: the ends of a scale tell most.
-  for (std::size_t i = 0; i < points_.size(); ++i) {
-    const FacePoint& p = points_[i == 0 ? points_.size() - 1 : i - 1];
-    const QPointF out = Direction(p.position);
-    painter.setPen(QPen(print, 2));
-    painter.drawLine(centre + out * radius * 0.84, centre + out * radius * 0.96);
-    const QString number = Number(p.value);
-    QRectF place(QPointF(), painter.fontMetrics().size(Qt::TextSingleLine, number));
-    place.moveCenter(centre + out * radius * 0.68);
-    // Numbers that would stand in each other are left out, as on a real face.
-    if (std::any_of(printed.begin(), printed.end(),
-                    [&](const QRectF& other) { return other.intersects(place); }))
-      continue;
-    printed.push_back(place);
-    painter.setPen(print);
-    painter.drawText(place, Qt::AlignCenter, number);
-  }
+  PaintDial(painter, QRectF(rect()), points_);
 }
 
 void PlateFace::PaintMoving(QPainter& painter) const {
-  const double radius = std::min(width(), height()) / 2.0 - 2;
-  const QPointF centre = QRectF(rect()).center();
-  const QPointF out = Direction(needle_), side(-out.y(), out.x());
-  const double thick = std::max(2.0, radius / 40);
-  painter.setPen(Qt::NoPen);
-  // The face is dark by day as well.
-  painter.setBrush(look::ColoursOf(look::Theme::Dark).trouble);
-  painter.drawPolygon(QPolygonF{centre + side * thick - out * radius * 0.15,
-                                centre - side * thick - out * radius * 0.15, centre + out * radius * 0.88});
-  painter.setBrush(QColor(kPrint));
-  painter.drawEllipse(centre, thick * 2, thick * 2);
+  PaintNeedle(painter, QRectF(rect()), needle_);
+}
+
+QPixmap FacePicture(const std::vector<FacePoint>& points, int size) {
+  const double scale = qApp->devicePixelRatio();
+  QPixmap picture(QSize(size, size) * scale);
+  picture.setDevicePixelRatio(scale);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF area(0, 0, size, size);
+  PaintDial(painter, area, points);
+  if (!points.empty()) PaintNeedle(painter, area, points.front().position);
+  return picture;
 }
 
 }  // namespace tvx

@@ -1,6 +1,7 @@
 // Pictures of a gauge face's calibration: its curve, and the face with its needle.
 #pragma once
 
+#include <QPixmap>
 #include <vector>
 
 #include "ui/PaintedOnce.h"
@@ -12,6 +13,9 @@ struct FacePoint {
   double value = 0;
   double position = 0;
 };
+
+// The face with these points as a small square picture of so many pixels, its needle at the first of them.
+QPixmap FacePicture(const std::vector<FacePoint>& points, int size);
 
 // Positions over values, in a framed panel.
 class PlateCurve : public PaintedOnce {

@@ -4,6 +4,7 @@
 namespace tvx {
 
 enum class ConfigurationWindow {
+  Guide,
   SaveAndLoad,
   Functions,
   Plates,

@@ -159,6 +159,12 @@ std::string SavePresenter::SaveWords(const std::string& name) const {
 }
 
 bool SavePresenter::Save(const std::string& name) {
+  if (!Store(name)) return false;
+  boxes_.Show("File saved as: " + name);
+  return true;
+}
+
+bool SavePresenter::Store(const std::string& name) {
   if (!NameAccepted(name)) return false;
   const std::string oldHeader = model_.General.ConfigHeader;
   const std::string oldName = model_.ConfigFileName;
@@ -170,7 +176,6 @@ bool SavePresenter::Save(const std::string& name) {
     model_.ConfigFileName = oldName;
     return false;
   }
-  boxes_.Show("File saved as: " + name);
   return true;
 }
 

@@ -22,6 +22,8 @@ class SavePresenter {
   // Saves the model under this name, which becomes the file in use. The file that was there is kept beside it
   // (KeptFiles.h). Where the saving fails, all files stay as they were, and no other one is left.
   bool Save(const std::string& name);
+  // The same, which says only where it failed.
+  bool Store(const std::string& name);
   // What Save would do to the file of this name, in words; empty where it would refuse the name.
   std::string SaveWords(const std::string& name) const;
   // True where the file in use was not read to its end.

@@ -140,4 +140,11 @@ std::string EngineClusterPresenter::Reading(int channel) const {
   return FormatNumberText(*value, "###00.00") + " at " + std::to_string(cluster_.PositionOf(channel, *value));
 }
 
+bool EngineClusterPresenter::PasteChannel(int channel) {
+  if (!copied_) return false;
+  Edited(channel) = *copied_;
+  Changed();
+  return true;
+}
+
 }  // namespace tvx

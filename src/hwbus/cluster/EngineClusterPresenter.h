@@ -33,6 +33,9 @@ class EngineClusterPresenter {
   void SetFunction(int channel, int function);
   // A Plate that there is, or kNoPlate; no effect for another number.
   void SetPlate(int channel, int plate);
+  // Keeps what a channel shows, and gives that to another one; false before anything was kept.
+  void CopyChannel(int channel) { copied_ = Channel(channel); }
+  bool PasteChannel(int channel);
   // The Plates, kNoPlate first of all, and the channel's own number where no Plate has it.
   std::vector<std::pair<int, std::string>> PlateItemsOf(int channel) const;
   // What the list shows as chosen.
@@ -80,6 +83,7 @@ class EngineClusterPresenter {
   EngineCluster& cluster_;
   Callback<> changed_;
   std::optional<Tried> tried_;
+  std::optional<EngineClusterRecord> copied_;
 };
 
 }  // namespace tvx

@@ -24,6 +24,7 @@ constexpr Place kPlaces[] = {
     {"frmCockpit", "manual.md", "Where is my value?"},
     {"frmFollow", "manual.md", "Where is my value?"},
     {"frmAircraft", "manual.md", "A configuration for each aircraft"},
+    {"frmGuide", "manual.md", "Set up with the guide"},
     {"frmMessages", "manual.md", "Messages"},
     {"frmHelp", "manual.md", ""},
     {"FrmMainConfigure", "manual.md", "Set up from nothing, step by step"},

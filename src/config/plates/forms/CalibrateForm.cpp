@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 
 #include "base/NumberFormat.h"
+#include "config/faces/FaceFile.h"
 #include "config/plates/PlateLookup.h"
 #include "ui/Look.h"
 #include "ui/NumberBox.h"
@@ -142,6 +143,8 @@ void CalibrateForm::ShowMode() {
   cmdSave->setVisible(mode == PlatePresenter::Mode::Updating);
   cmdLinear->setEnabled(editing);
   cmdTake->setEnabled(editing);
+  cmdSaveFace->setVisible(presenter_.CurrentMode() == PlatePresenter::Mode::Viewing);
+  cmdSaveFace->setEnabled(presenter_.PlateNumber() >= 0);
   cmdAssign->setEnabled(presenter_.PlateNumber() >= 0 && ComboTarget->Value() >= 0);
   const QSignalBlocker quiet(PlateList);
   PlateList->setCurrentRow(presenter_.PlateNumber());
@@ -243,6 +246,13 @@ void CalibrateForm::cmdLinearVal_Click() {
 void CalibrateForm::cmdAssignPlate_Click() {
   presenter_.Assign();
   ShowTarget();
+}
+
+void CalibrateForm::cmdSaveFace_Click() {
+  const PlateRecord* plate = model_.PlateOf(presenter_.PlateNumber());
+  if (plate == nullptr) return;
+  const std::string refused = SaveFace(FaceOf(model_, *plate, presenter_.TargetFunction()));
+  boxes_.Show(refused.empty() ? "Kept as a ready face: " + plate->Name : refused);
 }
 
 }  // namespace tvx

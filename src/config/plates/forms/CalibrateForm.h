@@ -58,6 +58,7 @@ class CalibrateForm : public Form {
   void cmdSetCheck_Click();
   void cmdLinearVal_Click();
   void cmdAssignPlate_Click();
+  void cmdSaveFace_Click();
 
   ConfigModel& model_;
   MessageBoxes& boxes_;
@@ -76,7 +77,7 @@ class CalibrateForm : public Form {
   SearchCombo *ComboTarget = nullptr, *ComboFunction = nullptr;
   QSlider* SliderMoveNeedle = nullptr;
   QPushButton *cmdUpdate = nullptr, *cmdSaveNew = nullptr, *cmdSave = nullptr, *cmdLinear = nullptr,
-              *cmdAssign = nullptr, *cmdTake = nullptr;
+              *cmdAssign = nullptr, *cmdTake = nullptr, *cmdSaveFace = nullptr;
 };
 
 }  // namespace tvx

@@ -53,6 +53,11 @@ QWidget* CalibrateForm::MakePlatePanel() {
                     tr("Replaces the points of this Plate; asks first"), &CalibrateForm::cmdSavePlate_Click);
   for (QPushButton* button : {cmdSaveNew, cmdSave}) look::SetRole(button, "primary");
   for (QPushButton* button : {cmdUpdate, cmdSaveNew, cmdSave}) column->addWidget(button);
+  cmdSaveFace = Command("cmdSaveFace", tr("Keep as ready face"),
+                        tr("Offers this Plate, with the Function of the needle, as a face in every set-up "
+                           "guide of this folder"),
+                        &CalibrateForm::cmdSaveFace_Click);
+  column->addWidget(cmdSaveFace);
   return panel;
 }
 

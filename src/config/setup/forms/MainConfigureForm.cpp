@@ -17,8 +17,14 @@ constexpr int kTickMs = 50;
 
 MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, PortAccess& ports,
                                      GaugeBusAccess& bus, ConfigurationWindows& windows,
-                                     SimulatorFinder& finder, QWidget* parent)
-    : Form("FrmMainConfigure", parent), model_(model), boxes_(boxes), bus_(bus), windows_(windows) {
+                                     SimulatorFinder& finder, const GaugeAdvice& advice, QWidget* parent)
+    : Form("FrmMainConfigure", parent),
+      model_(model),
+      boxes_(boxes),
+      bus_(bus),
+      windows_(windows),
+      advice_(advice),
+      bulk_(model, advice) {
   setWindowTitle(tr("Configuration"));
   if (parent != nullptr) setWindowModality(Qt::WindowModal);
   CurrentConfigFile = MakeLabel("CurrentConfigFile");
@@ -105,7 +111,7 @@ QWidget* MainConfigureForm::MakeGaugePanel() {
   QFrame* panel = MakePanel("PanelGauges");
   auto* column = new QVBoxLayout(panel);
   SpacePanel(column, look::Margin());
-  Configlist = new GaugeTable("Configlist");
+  Configlist = new GaugeTable("Configlist", model_, advice_);
   Configlist->setMinimumHeight(look::Margin() * 8);
   Configlist->SetOpened([this](int gaugeID) {
     if (!searching_) windows_.OpenGauge(gaugeID);
@@ -114,6 +120,14 @@ QWidget* MainConfigureForm::MakeGaugePanel() {
   caption->setBuddy(Configlist);
   column->addWidget(caption);
   column->addWidget(Configlist, 1);
+  PanelBulk = new GaugeBulkPanel(model_, bulk_, [this] { Configlist->Fill(); });
+  column->addWidget(PanelBulk);
+  Configlist->SetTicked([this] { PanelBulk->ShowFor(Configlist->Ticked()); });
+  Configlist->SetEdited([this](const GaugeTable::Edit& edit) {
+    edit.plate ? bulk_.SetPlate({edit.gaugeID}, edit.needle, edit.value)
+               : bulk_.SetFunction({edit.gaugeID}, edit.needle, edit.value);
+    Configlist->Fill();
+  });
   column->addLayout(MakeSearchRow());
   LabelSearch = MakeLabel("LabelSearch");
   LabelSearch->setWordWrap(true);
@@ -135,7 +149,16 @@ QLayout* MainConfigureForm::MakeSearchRow() {
   connect(clear, &QPushButton::clicked, this, &MainConfigureForm::cmdClearConfig_Click);
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
+  QPushButton* next = MakeButton("cmdNextWork", tr("Next to do"),
+                                 tr("Opens the next gauge that lacks a Function or a Plate"));
+  connect(next, &QPushButton::clicked, this, [this] {
+    const int gaugeID = bulk_.NextThatNeedsWork(Configlist->Current());
+    if (gaugeID < 0) return boxes_.Show("Every gauge has what it needs.");
+    Configlist->Choose(gaugeID);
+    if (!searching_) windows_.OpenGauge(gaugeID);
+  });
   row->addWidget(cmdStartTest);
+  row->addWidget(next);
   row->addWidget(ProgressBar1, 1);
   row->addWidget(LabelBus, 1);
   Opener(row, "cmdTestGauges", tr("Test a gauge..."), tr("Talks to one address by hand"),
@@ -154,6 +177,9 @@ void MainConfigureForm::Opener(QBoxLayout* row, const char* name, const QString&
 QLayout* MainConfigureForm::MakeOpeners() {
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
+  Opener(row, "cmdGuide", tr("Set-up guide..."),
+         tr("From nothing to a cockpit that flies, step by step: finds everything and asks little"),
+         ConfigurationWindow::Guide);
   Opener(row, "cmdGetOffset", tr("Fun&ctions..."), tr("The values that are exchanged with the simulator"),
          ConfigurationWindow::Functions);
   Opener(row, "cmdPlates", tr("Pla&tes..."), tr("The calibrations of the gauge faces"),
@@ -204,7 +230,7 @@ void MainConfigureForm::ShowSearch(const SearchView& view) {
   }
   SetTextIfChanged(LabelSearch, text);
   LabelSearch->setVisible(!text.empty());
-  Configlist->Fill(model_);
+  Configlist->Fill();
 }
 
 void MainConfigureForm::Rebuild() {
@@ -220,7 +246,7 @@ void MainConfigureForm::Rebuild() {
   BoxXferTimerProcess->setText(QString::number(general.TransferInterval));
   const auto mode = LightsModeIndex(model_);
   ComboLights->setCurrentIndex(mode ? static_cast<int>(*mode) : -1);
-  Configlist->Fill(model_);
+  Configlist->Fill();
   ShowBus();
 }
 

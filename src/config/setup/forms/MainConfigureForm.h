@@ -13,6 +13,7 @@
 #include "config/setup/ConfigurationWindows.h"
 #include "config/setup/GaugeBusAccess.h"
 #include "config/setup/forms/ComPortsPanel.h"
+#include "config/setup/forms/GaugeBulkPanel.h"
 #include "config/setup/forms/GaugeTable.h"
 #include "config/setup/forms/UdpPanel.h"
 #include "platform/Host.h"
@@ -33,7 +34,8 @@ class MainConfigureForm : public Form {
   };
   // `parent`, if there is one, waits until the form is closed.
   MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, PortAccess& ports, GaugeBusAccess& bus,
-                    ConfigurationWindows& windows, SimulatorFinder& finder, QWidget* parent);
+                    ConfigurationWindows& windows, SimulatorFinder& finder, const GaugeAdvice& advice,
+                    QWidget* parent);
   void ShowSearch(const SearchView& view);
   // Shows the model as it is now, as on opening.
   void Rebuild();
@@ -59,6 +61,8 @@ class MainConfigureForm : public Form {
   MessageBoxes& boxes_;
   GaugeBusAccess& bus_;
   ConfigurationWindows& windows_;
+  const GaugeAdvice& advice_;
+  GaugeBulk bulk_;
 
   QLabel* CurrentConfigFile;
   ComPortsPanel* PanelCom;
@@ -67,6 +71,7 @@ class MainConfigureForm : public Form {
   QLabel* BoxXferTimerProcess;
   QComboBox* ComboLights;
   GaugeTable* Configlist;
+  GaugeBulkPanel* PanelBulk;
   QPushButton* cmdStartTest;
   QProgressBar* ProgressBar1;
   QLabel *LabelSearch, *LabelBus;

@@ -53,6 +53,7 @@ ConfigEngineClusterForm::ConfigEngineClusterForm(const ConfigModel& model, const
                 tr("Changes take effect at once. Which needle a channel moves depends on the version above."),
                 "caption"));
   row->addStretch(1);
+  AddCopying(row);
   row->addWidget(close);
   column->addLayout(row);
   connect(&refresh_, &QTimer::timeout, this, [this] {
@@ -60,6 +61,25 @@ ConfigEngineClusterForm::ConfigEngineClusterForm(const ConfigModel& model, const
   });
   refresh_.start(kRefreshMs);
   Refresh();
+}
+
+void ConfigEngineClusterForm::AddCopying(QHBoxLayout* row) {
+  auto* channels = new QComboBox;
+  channels->setObjectName("ComboChannel");
+  channels->setToolTip(tr("The channel that Copy and Paste are for"));
+  for (int k = 0; k < kECChannels; ++k) channels->addItem(tr("Channel %1").arg(k + 1));
+  QPushButton* copy =
+      MakeButton("cmdCopySettings", tr("Copy"), tr("Keeps what this channel shows, for Paste"));
+  QPushButton* paste =
+      MakeButton("cmdPasteSettings", tr("Paste"), tr("Makes this channel show what was copied"));
+  paste->setEnabled(false);
+  connect(copy, &QPushButton::clicked, this, [this, channels, paste] {
+    presenter_.CopyChannel(channels->currentIndex());
+    paste->setEnabled(true);
+  });
+  connect(paste, &QPushButton::clicked, this,
+          [this, channels] { presenter_.PasteChannel(channels->currentIndex()); });
+  for (QWidget* control : std::initializer_list<QWidget*>{channels, copy, paste}) row->addWidget(control);
 }
 
 QWidget* ConfigEngineClusterForm::MakeChannels() {

@@ -39,6 +39,7 @@ class ConfigEngineClusterForm : public Form {
     std::array<QPushButton*, 3> tries;
   };
   QWidget* MakeChannels();
+  void AddCopying(QHBoxLayout* row);
   void AddRow(QGridLayout* grid, int channel);
 
   const ConfigModel& model_;

@@ -57,8 +57,17 @@ ConfigIOMForm::ConfigIOMForm(ConfigModel& model, IOModule& module, MessageBoxes&
   connect(list_, &QListWidget::itemActivated, this, [this] { Edit(); });
   connect(close, &QPushButton::clicked, this, [this] { CloseAsked(); });
   column->addWidget(MakeSetUp());
+  QPushButton* copy =
+      MakeButton("cmdCopySettings", tr("Co&py"), tr("Keeps what the selected input does, for Paste"));
+  cmdPaste_ = MakeButton("cmdPasteSettings", tr("Pas&te"),
+                         tr("Makes the selected input, of the same kind, do what was copied"));
+  cmdPaste_->setEnabled(false);
+  connect(copy, &QPushButton::clicked, this, [this] { Copy(); });
+  connect(cmdPaste_, &QPushButton::clicked, this, [this] { Paste(); });
   auto* row = new QHBoxLayout;
   row->addWidget(edit);
+  row->addWidget(copy);
+  row->addWidget(cmdPaste_);
   row->addStretch(1);
   row->addWidget(close);
   column->addLayout(row);
@@ -144,6 +153,26 @@ void ConfigIOMForm::Edit() {
   const IOModuleInput input = Selected();
   if (editor_ && editor_->Input() != input) editor_.Unload();
   editor_.GetOrMake([&] { return MakeEditor(input); }).BringToFront();
+}
+
+void ConfigIOMForm::Copy() {
+  const IOModulePresenter presenter(model_, boxes_);
+  if (!presenter.Defined(Selected()))
+    return boxes_.Show("This input is not defined: there is nothing to copy.");
+  copied_ = presenter.DefinitionOf(Selected());
+  cmdPaste_->setEnabled(true);
+}
+
+void ConfigIOMForm::Paste() {
+  const auto from = copied_ ? IOModuleInputOf(copied_->Input) : std::nullopt;
+  if (!from) return;
+  if (from->Kind != Selected().Kind)
+    return boxes_.Show("Switch, axis and lamp have settings of different kinds.");
+  IOModuleRecord pasted = *copied_;
+  pasted.Input = IOModuleInputNumber(Selected());
+  if (!IOModulePresenter(model_, boxes_).Store(pasted)) return;
+  module_.TakeDefinitions();
+  FillList();
 }
 
 void ConfigIOMForm::ConfigurationReplaced() {

@@ -22,6 +22,8 @@ class ConfigIOMForm : public Form {
   void TakeReport(const IOModuleReport& report);
   void Select(const IOModuleInput& input);
   void Edit();
+  void Copy();
+  void Paste();
   InputForm* MakeEditor(const IOModuleInput& input);
   void FillList();
   QString LineFor(const IOModuleInput& input) const;
@@ -34,6 +36,8 @@ class ConfigIOMForm : public Form {
   QListWidget* list_;
   QLabel* status_;
   FormHolder<InputForm> editor_;
+  QPushButton* cmdPaste_;
+  std::optional<IOModuleRecord> copied_;
   QTimer poll_{this};
 };
 

@@ -56,11 +56,17 @@ void DefineDatarefs(const FunctionRecord& function, DatarefStore& store) {
 bool LoadConfiguration(const std::string& file, ConfigModel& model, std::string& error) {
   const auto text = ReadWholeFile(file, error);
   if (!text) return false;
+  model.ConfigFileName = file;
+  if (LoadConfigurationText(*text, model, error)) return true;
+  error = file + ": " + error;
+  return false;
+}
+
+bool LoadConfigurationText(std::string_view text, ConfigModel& model, std::string& error) {
   UnattendedBoxes boxes;
   std::string reason;
-  model.ConfigFileName = file;
-  if (ReadConfigText(*text, model, boxes, reason) == ConfigReadResult::Loaded) return true;
-  error = file + ": " + (reason.empty() ? "is not a configuration file" : reason);
+  if (ReadConfigText(text, model, boxes, reason) == ConfigReadResult::Loaded) return true;
+  error = reason.empty() ? "is not a configuration file" : reason;
   return false;
 }
 

@@ -21,6 +21,8 @@ namespace tvx::vc {
 // Reads a configuration file; questions are answered with yes. False with the reason in words; what was read
 // before an error stays in the model.
 bool LoadConfiguration(const std::string& file, ConfigModel& model, std::string& error);
+// The same from the text of such a file; `error` is why.
+bool LoadConfigurationText(std::string_view text, ConfigModel& model, std::string& error);
 // The file that the start-up file in the working folder names, otherwise "Default.cfg".
 std::string DefaultConfiguration();
 

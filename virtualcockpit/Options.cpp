@@ -10,7 +10,8 @@ const QString kConfig = QStringLiteral("config"), kPort = QStringLiteral("port")
               kSpeed = QStringLiteral("speed"), kPrint = QStringLiteral("print"),
               kSeconds = QStringLiteral("seconds"), kScreenshot = QStringLiteral("screenshot"),
               kFolder = QStringLiteral("folder"), kBehaviour = QStringLiteral("behaviour"),
-              kNoSimulator = QStringLiteral("no-simulator"), kWithout = QStringLiteral("without");
+              kNoSimulator = QStringLiteral("no-simulator"), kWithout = QStringLiteral("without"),
+              kReplay = QStringLiteral("replay");
 constexpr int kHighestPort = 65535, kMostSeconds = 1000000;
 constexpr double kSlowest = 0.1, kFastest = 50;
 
@@ -43,6 +44,7 @@ void Describe(QCommandLineParser& parser) {
            "real: as slow and as strict as real hardware and the real simulator; easy: instant and "
            "forgiving."),
        QStringLiteral("real|easy")},
+      {kReplay, QStringLiteral("Plays a trace that the control program has saved."), QStringLiteral("FILE")},
       {kNoSimulator, QStringLiteral("Leaves the simulator off: the instruments show what a real one says.")},
       {kWithout, QStringLiteral("Leaves parts of the windows out, with commas between them."),
        QStringLiteral("instruments,units,controls,yokes")},
@@ -82,8 +84,8 @@ bool TakeValues(const QCommandLineParser& parser, Options& options, QString& wro
     return ReadNumber(parser.value(name), least, most, into.emplace());
   };
   if (!text(kConfig, options.config) || !text(kScreenshot, options.screenshot) ||
-      !text(kFolder, options.folder) || !whole(kPort, 0, kHighestPort, options.port) ||
-      !whole(kSeconds, 1, kMostSeconds, options.seconds)) {
+      !text(kFolder, options.folder) || !text(kReplay, options.replay) ||
+      !whole(kPort, 0, kHighestPort, options.port) || !whole(kSeconds, 1, kMostSeconds, options.seconds)) {
     return false;
   }
   wrong = kWithout;
@@ -107,7 +109,7 @@ bool ParseOptions(const QStringList& arguments, Options& options, QString& error
   options.help = parser.isSet(QStringLiteral("help"));
   options.version = parser.isSet(QStringLiteral("version"));
   options.print = parser.isSet(kPrint);
-  options.simulator = !parser.isSet(kNoSimulator);
+  options.simulator = !parser.isSet(kNoSimulator) && !parser.isSet(kReplay);
   if (!known) {
     error = parser.errorText();
     return false;

@@ -17,7 +17,8 @@ struct Options {
   std::optional<int> seconds;  // after which it ends by itself
   std::optional<std::string> screenshot;
   std::string folder = ".";
-  bool simulator = true;  // false: it stays off until it is switched on in the window
+  std::optional<std::string> replay;  // a trace that is played, without a simulator
+  bool simulator = true;              // false: it stays off until it is switched on in the window
   // Parts of the windows that are left out.
   bool withoutInstruments = false, withoutUnits = false, withoutControls = false, withoutYokes = false;
   Traits traits = Traits::Default();

@@ -8,6 +8,7 @@
 #include "virtualcockpit/Cockpit.h"
 #include "virtualcockpit/EndSignals.h"
 #include "virtualcockpit/Options.h"
+#include "virtualcockpit/Replay.h"
 #include "virtualcockpit/panel/PanelWindow.h"
 #include "virtualcockpit/yokes/YokeWindow.h"
 
@@ -76,7 +77,7 @@ int main(int argc, char** argv) {
     return kBadCommandLine;
   }
   // Files are named from where the program was called, whatever folder it then works in.
-  for (std::optional<std::string>* file : {&options.config, &options.screenshot}) {
+  for (std::optional<std::string>* file : {&options.config, &options.screenshot, &options.replay}) {
     if (*file) *file = std::filesystem::absolute(**file).string();
   }
   std::error_code failure;
@@ -88,12 +89,21 @@ int main(int argc, char** argv) {
 
   ConfigModel model;
   std::string error;
-  const bool loaded =
-      vc::LoadConfiguration(options.config ? *options.config : vc::DefaultConfiguration(), model, error);
+  Trace trace;
+  const bool loaded = options.replay
+                          ? vc::LoadTrace(*options.replay, trace, model, error)
+                          : vc::LoadConfiguration(
+                                options.config ? *options.config : vc::DefaultConfiguration(), model, error);
   if (!loaded) Say(error);
   vc::Cockpit cockpit(model, {options.port, ".", true, options.traits, options.simulator});
   cockpit.Sim().SetSpeed(options.speed);
   if (!cockpit.Start()) Say(cockpit.Simulation().LastError() + cockpit.GaugeLine().Line().LastError());
+  std::optional<vc::Replay> replay;
+  if (options.replay && loaded) {
+    const auto program = vc::PeerOf("127.0.0.1", model.General.LocalPort);
+    replay.emplace(trace, cockpit, program.value_or(vc::Peer{}));
+    replay->Start();
+  }
   const auto yokes = vc::MakeYokes(model, ".", cockpit.Traits().lines, cockpit.Traits().yokes);
   for (const auto& yoke : yokes) {
     if (!yoke->Plug()) Say(yoke->Line().LastError());

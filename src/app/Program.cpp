@@ -20,13 +20,30 @@ constexpr int kSecondMs = 1000;
 constexpr int kTransmitTickMs = 20;
 constexpr int kLinkTickMs = 20;
 
+constexpr const char* kTraceFile = "TVXTrace.txt";
+
 std::array<std::unique_ptr<TtyPort>, kHardwareGroups> MakePorts(LineKeepers& keepers) {
   std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports;
   for (auto& port : ports) port = std::make_unique<TtyPort>(std::make_unique<KeptTty>(keepers));
   return ports;
 }
 
-HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<TtyPort>, kHardwareGroups>& owned) {
+// In the order of HardwareGroup.
+constexpr TraceSource kSources[kHardwareGroups] = {TraceSource::GaugeBus,  TraceSource::EngineCluster,
+                                                   TraceSource::IOModule1, TraceSource::IOModule2,
+                                                   TraceSource::Yoke1,     TraceSource::Yoke2};
+
+std::array<std::unique_ptr<TracedPort>, kHardwareGroups> TracePorts(
+    const std::array<std::unique_ptr<TtyPort>, kHardwareGroups>& owned, TraceRing& trace,
+    const Clock& clock) {
+  std::array<std::unique_ptr<TracedPort>, kHardwareGroups> traced;
+  for (std::size_t i = 0; i < owned.size(); ++i) {
+    traced[i] = std::make_unique<TracedPort>(*owned[i], kSources[i], trace, clock);
+  }
+  return traced;
+}
+
+HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<TracedPort>, kHardwareGroups>& owned) {
   HardwarePorts::Ports ports{};
   for (std::size_t i = 0; i < owned.size(); ++i) ports[i] = owned[i].get();
   return ports;
@@ -39,11 +56,12 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
     : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
       boxes_(boxes == nullptr ? *ownBoxes_ : *boxes),
       file_(model_, boxes_),
-      sim_(model_, socket_.Socket(), boxes_, clock_),
+      sim_(model_, tracedSocket_, boxes_, clock_),
       ownLines_(lines == nullptr ? std::make_unique<LineServer>() : nullptr),
       keepers_(lines == nullptr ? *ownLines_ : *lines, [] { return std::make_unique<QtFdWatcher>(); }),
       ports_(MakePorts(keepers_)),
-      hardware_(model_, PortsOf(ports_)),
+      tracedPorts_(TracePorts(ports_, trace_, clock_)),
+      hardware_(model_, PortsOf(tracedPorts_)),
       serial_(hardware_, boxes_, clock_),
       ownKeys_(keys == nullptr ? MakeKeyInjector() : nullptr),
       keys_(keys == nullptr ? *ownKeys_ : *keys),
@@ -320,7 +338,17 @@ void Program::ShowPorts() {
 }
 
 void Program::ShowCockpit() {
-  cockpitForm_.GetOrMake([this] { return new CockpitForm(roads_); }).BringToFront();
+  const auto make = [this] { return new CockpitForm(roads_, [this] { WriteTrace(); }); };
+  cockpitForm_.GetOrMake(make).BringToFront();
+}
+
+void Program::WriteTrace() {
+  const std::string text = trace_.FileText(WriteConfigText(model_), clock_.MonotonicMs());
+  std::string error;
+  const bool written = ReplaceFile(kTraceFile, text, error);
+  boxes_.Show(written ? "What happened in the last five minutes is in " + std::string(kTraceFile) +
+                            ", with the configuration. Send it along when you ask for help."
+                      : "The trace could not be written: " + error);
 }
 
 void Program::ShowRoad(const Subject& subject) {

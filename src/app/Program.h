@@ -38,6 +38,7 @@
 #include "simlink/SimCom.h"
 #include "simlink/aircraft/AircraftSwitch.h"
 #include "simlink/overview/forms/PortsForm.h"
+#include "trace/Traced.h"
 
 namespace tvx {
 
@@ -124,6 +125,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   void ShowPorts();
   void ShowCockpit();
   void ShowRoad(const Subject& subject);
+  void WriteTrace();
   void ShowUnsaved();
   void ConfigurationReplaced();
 
@@ -135,11 +137,14 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   UnsavedWork unsaved_{model_, boxes_};
   SimulatorSocket socket_{clock_};
   CrashWords lastWords_{[this] { return socket_.Target(); }};
+  TraceRing trace_;
+  TracedSocket tracedSocket_{socket_.Socket(), trace_, clock_};
   SimCom sim_;
   std::unique_ptr<LineServer> ownLines_;
   LineKeepers keepers_;
   AdapterLine adapterLine_{keepers_};
   std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports_;
+  std::array<std::unique_ptr<TracedPort>, kHardwareGroups> tracedPorts_;
   HardwarePorts hardware_;
   Serial serial_;
   std::unique_ptr<KeyInjector> ownKeys_;

@@ -65,6 +65,7 @@ TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
                                {"--speed", "0"},
                                {"--seconds", "0"},
                                {"--config", ""},
+                               {"--replay"},
                                {"--what"},
                                {"--behaviour", "odd"},
                                {"file.cfg"},

@@ -25,6 +25,9 @@ class HardwareLine : public QObject {
   void SetTraits(const LineTraits& traits) { wire_.SetTraits(traits); }
   const LineTraits& Traits() const { return wire_.Traits(); }
 
+  // The hardware speaks by itself.
+  void Say(ByteView bytes) { Write(bytes); }
+
   const PtyLine& Line() const { return line_; }
   bool Plugged() const { return line_.Plugged(); }
   // Where a program finds the line: the link, or the device where there is no link.

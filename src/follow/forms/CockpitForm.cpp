@@ -19,7 +19,8 @@ constexpr std::array<const char*, kCockpitColumns> kWidest{"014 Heading Indicato
 
 }  // namespace
 
-CockpitForm::CockpitForm(const Follower& follower) : Form("frmCockpit"), list_(follower) {
+CockpitForm::CockpitForm(const Follower& follower, std::function<void()> writeTrace)
+    : Form("frmCockpit"), list_(follower), writeTrace_(std::move(writeTrace)) {
   setWindowTitle(tr("The cockpit on one page"));
   auto* column = new QVBoxLayout(this);
   SpaceForm(column);
@@ -88,12 +89,18 @@ QLayout* CockpitForm::MakeButtons() {
       MakeButton("cmdCopyCockpit", tr("C&opy"),
                  tr("Copies the chosen lines, or all that are shown where none is chosen (Ctrl+C)"));
   QPushButton* close = MakeButton("CmdClose", tr("&Close"), tr("Closes this list (Escape)"));
+  QPushButton* trace =
+      MakeButton("cmdTrace", tr("&Save what happened"),
+                 tr("Writes all datagrams, frames and answers of the last five minutes to TVXTrace.txt; the "
+                    "virtual cockpit plays such a file"));
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(follow);
+  buttons->addWidget(trace);
   buttons->addStretch(1);
   buttons->addWidget(copy);
   buttons->addWidget(close);
   connect(follow, &QPushButton::clicked, this, &CockpitForm::Follow);
+  connect(trace, &QPushButton::clicked, this, [this] { writeTrace_(); });
   connect(copy, &QPushButton::clicked, this, &CockpitForm::Copy);
   connect(close, &QPushButton::clicked, this, &CockpitForm::CloseAsked);
   return buttons;

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QTimer>
 #include <QTreeWidget>
+#include <functional>
 
 #include "follow/CockpitList.h"
 #include "ui/Form.h"
@@ -16,7 +17,8 @@ class CockpitForm : public Form {
  public:
   static constexpr int kRefreshMs = 500;
 
-  explicit CockpitForm(const Follower& follower);
+  // `writeTrace` writes what happened in the last minutes to a file, and says where.
+  CockpitForm(const Follower& follower, std::function<void()> writeTrace);
 
   // Takes all values anew, as it does by itself while it is shown. What is chosen stays so.
   void Refresh();
@@ -32,6 +34,7 @@ class CockpitForm : public Form {
   void Copy();
 
   CockpitList list_;
+  std::function<void()> writeTrace_;
   QTimer timer_{this};
   QLineEdit* SearchCockpit;
   QLabel* LabelCount;

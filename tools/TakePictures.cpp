@@ -117,7 +117,7 @@ int main(int argc, char** argv) {
   Eventually([&] { return flight.TheProgram().Run().Running(); });
   RunFor(std::chrono::seconds(2));
   TakePictures(folder);
-  for (const char* button : {"cmdShowPorts", "cmdShowIOM", "cmdShowECStatus", "cmdShowYokes"}) {
+  for (const char* button : {"cmdShowPorts", "cmdShowIOM", "cmdShowECStatus", "cmdShowYokes", "cmdCockpit", "cmdFollow"}) {
     if (Press(button)) TakePictures(folder);
   }
   Press("CmdConfig");
@@ -133,6 +133,8 @@ int main(int argc, char** argv) {
       {"cmdPlates"},
       {"cmdTestGauges"},
       {"cmdAdapters"},
+      {"cmdAircraft"},
+      {"cmdGuide"},
   };
   for (const auto& way : ways) {
     for (const char* button : way) {

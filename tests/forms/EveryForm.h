@@ -63,7 +63,6 @@ inline const std::vector<Row> kEveryForm{
     {"Plates", kConfiguring + Steps{{"FrmMainConfigure", "cmdPlates"}}},
     {"gauge test", kConfiguring + Steps{{"FrmMainConfigure", "cmdTestGauges"}}},
     {"adapters", kConfiguring + Steps{{"FrmMainConfigure", "cmdAdapters"}}},
-    {"guide", kConfiguring + Steps{{"FrmMainConfigure", "cmdGuide"}}},
     {"aircraft", kConfiguring + Steps{{"FrmMainConfigure", "cmdAircraft"}}},
     {"module from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoIOM"}} + kSetUp},
     {"cluster from the configuration", kConfiguring + Steps{{"FrmMainConfigure", "cmdGotoEC"}}},

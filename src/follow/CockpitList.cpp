@@ -36,7 +36,7 @@ void CockpitList::Arrange() {
   for (std::size_t i = 0; i < rows_.size(); ++i) {
     if (HoldsEvery(words_, rows_[i].searched)) shown_.push_back(i);
   }
-  std::ranges::stable_partition(shown_, [this](std::size_t i) { return rows_[i].trouble; });
+  std::stable_partition(shown_.begin(), shown_.end(), [this](std::size_t i) { return rows_[i].trouble; });
 }
 
 std::size_t CockpitList::Troubles() const {

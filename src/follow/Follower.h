@@ -36,6 +36,7 @@ class Follower {
     Port port = kNoPort;
   };
   std::vector<Part> PartsOf(int gaugeID) const;
+  bool OnlySetByHand(const Part& part, Port port) const;
   const ActiveGauge* Active(int gaugeID) const;
   std::vector<Port> PortsOf(int gaugeID) const;
   void AddGaugesInUse(std::vector<Subject>& subjects) const;

@@ -68,6 +68,17 @@ std::vector<Port> Follower::PortsOf(int gaugeID) const {
   return ports;
 }
 
+// A knob's or a button's own Function, which no needle shows: nothing need come from X-Plane.
+bool Follower::OnlySetByHand(const Part& part, Port port) const {
+  if (part.plate >= 0) return false;
+  if (part.function == 0) return true;
+  const FunctionRecord* function = parts_.Model.FunctionOf(part.function);
+  if (function == nullptr || function->ShortName.empty()) return false;
+  const bool neverAsked =
+      function->Is(DataType::XplaneDataref) && function->SlotOf(static_cast<Byte>(part.sequence)).value == 0;
+  return port == kNoPort || function->Is(DataType::XplaneCmnd) || neverAsked;
+}
+
 std::vector<Follower::Part> Follower::PartsOf(int gaugeID) const {
   std::vector<Part> parts;
   const GaugeRecord& gauge = parts_.Model.Gauges[static_cast<std::size_t>(gaugeID)];
@@ -130,7 +141,15 @@ Road Follower::GaugeRoad(const Subject& subject) const {
   const auto index = static_cast<std::size_t>(subject.part);
   const Part part = index < parts.size() ? parts[index] : Part{};
   if (index < parts.size()) {
-    auto value = road.AddReading(part.function, part.sequence, part.port);
+    const Port port = part.port != kNoPort ? part.port : PortFor(parts_.Sim, part.function, part.sequence);
+    std::optional<double> value;
+    if (OnlySetByHand(part, port)) {
+      road.Add("Set by hand", part.label).Note =
+          part.function == 0 ? "it has no Function"
+                             : FunctionWords(part.function) + ", which is only written";
+    } else {
+      value = road.AddReading(part.function, part.sequence, port);
+    }
     const GaugeRecord& record = parts_.Model.Gauges[static_cast<std::size_t>(id)];
     const bool parked = ParksOld(record.GaugeSetting5, parts_.Sim, part.port);
     if (part.plate >= 0) {
@@ -167,8 +186,10 @@ void Follower::AddFrame(RoadMaker& road, int gaugeID, const Part& part) const {
     if (waits > kWaitsLongMs) road.StopInFlight("The line is full: the value waits since " + AgeWords(waits));
   } else if (told && told->value) {
     station.Note += "; unchanged since";
-  } else {
+  } else if (part.command >= 0) {
     road.StopInFlight("No frame was sent to " + GaugeNumber(gaugeID) + " yet");
+  } else {
+    station.Note = "none of a single value";
   }
 }
 

@@ -47,6 +47,13 @@ const Case kCases[] = {
     {"Function 051 has no source", kNeedle, [](FollowRig& rig) { rig.Speed().FullName = "a description"; }},
     {"Function 051 is only written: it asks for its value 0 times a second", kNeedle,
      [](FollowRig& rig) { rig.Speed().XPVal1 = 0; }},
+    // a knob's own Function, which no needle shows
+    {"All is well", kNeedle,
+     [](FollowRig& rig) {
+       rig.model.Gauges[12].GaugeType = 108;
+       rig.model.Gauges[12].GaugeFunction1 = 0;
+     },
+     [](FollowRig& rig) { rig.SendSpeed(120); }},
     {"Function 051 is a command, which has no value", kNeedle,
      [](FollowRig& rig) { rig.Speed().ComboDT = static_cast<Byte>(DataType::XplaneCmnd); }},
     {"Function 051 divides by 0", kNeedle, [](FollowRig& rig) { rig.Speed().Devider = 0; }},

@@ -1,24 +1,12 @@
 // The demonstration's gauges and their faces.
-#include <string_view>
-#include <vector>
-
 #include "config/ConfigFile.h"
 #include "config/NameTables.h"
 #include "config/StandardFunctions.h"
+#include "config/faces/ReadyFaces.h"
 #include "demo/DemoConfig.h"
 
 namespace tvx::demo {
 namespace {
-
-struct Point {
-  double value;
-  std::int16_t position;  // three to a degree, clockwise; 540 is the middle of the sweep
-};
-
-struct Face {
-  std::string_view name;
-  std::vector<Point> points;  // rising values, at most 21: the numbers that the face prints
-};
 
 enum PlateNumber : Byte {
   kAirspeedFace,
@@ -37,75 +25,23 @@ enum PlateNumber : Byte {
   kFlapsFace,
 };
 
-std::vector<Face> Faces() {
-  return {
-      {"Airspeed 40-200 kt",
-       {{0, 0},
-        {40, 90},
-        {50, 147},
-        {60, 216},
-        {70, 291},
-        {80, 366},
-        {90, 438},
-        {100, 507},
-        {110, 573},
-        {120, 636},
-        {130, 696},
-        {140, 753},
-        {150, 807},
-        {160, 858},
-        {170, 906},
-        {180, 951},
-        {190, 993},
-        {200, 1032}}},
-      {"Vertical speed 2000 ft/min",
-       {{-2000, 30},
-        {-1500, 135},
-        {-1000, 258},
-        {-500, 399},
-        {0, 540},
-        {500, 681},
-        {1000, 822},
-        {1500, 945},
-        {2000, 1050}}},
-      {"Engine speed 0-3500 RPM",
-       {{0, 150}, {500, 246}, {1000, 351}, {1500, 462}, {2000, 579}, {2500, 699}, {3000, 816}, {3500, 930}}},
-      {"Fuel left 0-26 gal", {{0, 180}, {5, 225}, {10, 276}, {15, 330}, {20, 387}, {26, 450}}},
-      {"Fuel right 0-26 gal", {{0, 900}, {5, 855}, {10, 804}, {15, 750}, {20, 693}, {26, 630}}},
-      {"Oil temperature 75-245 F", {{75, 180}, {100, 210}, {150, 294}, {200, 384}, {245, 450}}},
-      {"Oil pressure 0-115 psi", {{0, 900}, {20, 861}, {50, 789}, {90, 690}, {115, 630}}},
-      {"Exhaust temperature 900-1700 F",
-       {{900, 150},
-        {1000, 204},
-        {1100, 264},
-        {1200, 330},
-        {1300, 402},
-        {1400, 480},
-        {1500, 564},
-        {1600, 654},
-        {1700, 750}}},
-      {"Fuel flow 0-20 gal/h", {{0, 150}, {4, 276}, {8, 423}, {12, 585}, {16, 756}, {20, 930}}},
-      {"Manifold pressure 10-35 inHg", {{10, 150}, {15, 312}, {20, 471}, {25, 627}, {30, 780}, {35, 930}}},
-      {"Vacuum 3-7 inHg", {{3, 180}, {4, 240}, {5, 315}, {6, 390}, {7, 450}}},
-      {"Amperes -60-60 A", {{-60, 900}, {-30, 831}, {0, 765}, {30, 699}, {60, 630}}},
-      {"Head temperature 100-500 F", {{100, 150}, {200, 303}, {300, 483}, {400, 690}, {500, 930}}},
-      {"Flaps 0-100 %", {{0, 270}, {33, 435}, {67, 615}, {100, 810}}},
-  };
-}
-
-// Entries 2 and 3 hold the ends of the scale, entries 4 and up its points.
-PlateRecord PlateOf(const Face& face) {
-  PlateRecord plate;
-  plate.Name = face.name;
-  const auto set = [&plate](std::size_t entry, const Point& point) {
-    plate.Value[entry] = point.value;
-    plate.Position[entry] = point.position;
-  };
-  set(2, face.points.front());
-  set(3, face.points.back());
-  for (std::size_t i = 0; i < face.points.size(); ++i) set(4 + i, face.points[i]);
-  return plate;
-}
+// In the order of their numbers.
+constexpr const char* kFaces[] = {
+    "Airspeed 40-200 kt",
+    "Vertical speed 2000 ft/min",
+    "Engine speed 0-3500 RPM",
+    "Fuel left 0-26 gal",
+    "Fuel right 0-26 gal",
+    "Oil temperature 75-245 F",
+    "Oil pressure 0-115 psi",
+    "Exhaust temperature 900-1700 F",
+    "Fuel flow 0-20 gal/h",
+    "Manifold pressure 10-35 inHg",
+    "Vacuum 3-7 inHg",
+    "Amperes -60-60 A",
+    "Head temperature 100-500 F",
+    "Flaps 0-100 %",
+};
 
 struct GaugeRow {
   Byte id;
@@ -162,7 +98,7 @@ constexpr GaugeRow kGaugeRows[] = {
 }  // namespace
 
 void AddGaugesAndPlates(ConfigModel& model) {
-  for (const auto& face : Faces()) model.Plates.push_back(PlateOf(face));
+  for (const char* face : kFaces) model.Plates.push_back(BuiltInPlate(face));
   for (const auto& row : kGaugeRows) {
     GaugeRecord& gauge = model.Gauges[row.id];
     gauge.GaugeType = row.type;

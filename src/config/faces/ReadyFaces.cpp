@@ -137,6 +137,13 @@ PlateRecord PlateOfFace(const ReadyFace& face) {
   return plate;
 }
 
+PlateRecord BuiltInPlate(std::string_view name) {
+  const auto& faces = BuiltInFaces();
+  const auto found =
+      std::find_if(faces.begin(), faces.end(), [name](const ReadyFace& face) { return face.name == name; });
+  return found == faces.end() ? PlateRecord{} : PlateOfFace(*found);
+}
+
 std::vector<FaceMark> MarksOf(const PlateRecord& plate) {
   std::vector<FaceMark> marks;
   for (std::size_t entry = kFirst; entry < PlateRecord::kStoredPoints; ++entry) {

@@ -29,6 +29,8 @@ struct ReadyFace {
 
 // Those that come with the program: a light aircraft's, to begin with.
 const std::vector<ReadyFace>& BuiltInFaces();
+// One of them as a Plate; an empty Plate where none has the name.
+PlateRecord BuiltInPlate(std::string_view name);
 
 // The points as a Plate of the face's name.
 PlateRecord PlateOfFace(const ReadyFace& face);

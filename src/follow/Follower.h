@@ -36,6 +36,7 @@ class Follower {
     Port port = kNoPort;
   };
   std::vector<Part> PartsOf(int gaugeID) const;
+  void AddOpenPorts(int gaugeID, std::vector<Part>& parts) const;
   bool OnlySetByHand(const Part& part, Port port) const;
   const ActiveGauge* Active(int gaugeID) const;
   std::vector<Port> PortsOf(int gaugeID) const;

@@ -19,6 +19,18 @@ std::string GaugeNumber(int gaugeID) {
   return FormatNumberText(gaugeID, "000");
 }
 
+// "First needle" from "first needle"
+std::string Capitalised(std::string_view words) {
+  std::string text(words);
+  if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
+  return text;
+}
+
+std::string ShortNameOf(const ConfigModel& model, int number) {
+  const FunctionRecord* function = model.FunctionOf(number);
+  return function == nullptr ? FunctionWords(number) : function->ShortName;
+}
+
 const GaugeHealth* HealthOf(const BusHealth& health, int gaugeID) {
   const auto& gauges = health.Gauges();
   const auto found = std::find_if(gauges.begin(), gauges.end(),
@@ -85,36 +97,57 @@ std::vector<Follower::Part> Follower::PartsOf(int gaugeID) const {
   const Instrument* kind = gauge.GaugeType == 0 ? nullptr : InstrumentOf(gauge.GaugeType);
   if (kind == nullptr) return parts;
   const InstrumentDescription description = kind->Describe(gauge.GaugeType);
-  std::vector<Port> ports = PortsOf(gaugeID);
-  const std::array<const FunctionField*, 2> fields{&description.function1, &description.function2};
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    if (fields[i]->label.empty() || !fields[i]->number) continue;
-    Part& part = parts.emplace_back();
-    part.label = fields[i]->label;
-    const int chosen = i == 0 ? gauge.GaugeFunction1 : gauge.GaugeFunction2;
-    part.function = chosen == 0 ? 0 : chosen + fields[i]->offset;
-    part.sequence = std::max<int>(i == 0 ? gauge.GaugeInstance1 : gauge.GaugeInstance2, 1);
-    if (i < description.plates.size()) {
-      part.plate = i == 0 ? gauge.GaugeSetting3 : gauge.GaugeSetting4;
-      part.command = description.plates[i].command;
-    }
-    const auto own = std::ranges::find_if(ports, [&](Port port) {
-      const PortRow& row = parts_.Sim.PortAt(port);
-      return row.FunctionNr == part.function && std::max<int>(row.SeqNr, 1) == part.sequence;
-    });
-    if (own == ports.end()) continue;
-    part.port = *own;
-    ports.erase(own);
+  for (std::size_t i = 0; i < description.plates.size(); ++i) {
+    const auto [function, sequence] = kind->NeedleShows(gauge, i);
+    const int plate = i == 0 ? gauge.GaugeSetting3 : gauge.GaugeSetting4;
+    parts.push_back({Capitalised(description.plates[i].label), function, std::max(sequence, 1), plate,
+                     description.plates[i].command});
   }
+  for (const int function : description.own) parts.push_back({ShortNameOf(parts_.Model, function), function});
+  const std::array<const FunctionField*, 2> fields{&description.function1, &description.function2};
+  for (std::size_t i = description.plates.size(); i < fields.size(); ++i) {
+    if (fields[i]->label.empty() || !fields[i]->number) continue;
+    const int chosen = i == 0 ? gauge.GaugeFunction1 : gauge.GaugeFunction2;
+    const int sequence = i == 0 ? gauge.GaugeInstance1 : gauge.GaugeInstance2;
+    Part part{.label = std::string(fields[i]->label), .sequence = std::max(sequence, 1)};
+    if (fields[i]->instead != 0) {
+      if (chosen == 0) continue;  // not switched on
+      part.function = fields[i]->instead;
+      part.sequence = 1;
+    } else if (chosen != 0) {
+      part.function = chosen + fields[i]->offset;
+    }
+    parts.push_back(std::move(part));
+  }
+  AddOpenPorts(gaugeID, parts);
+  return parts;
+}
+
+// The ports of the parts, and as further parts what the kind opens by itself. A part whose port is open and
+// not among those of the driver is one that nobody sees as the gauge is set up.
+void Follower::AddOpenPorts(int gaugeID, std::vector<Part>& parts) const {
+  std::vector<Port> ports = PortsOf(gaugeID);
+  const auto isOf = [this](const Part& part, const PortRow& row) {
+    return row.FunctionNr == part.function && std::max<int>(row.SeqNr, 1) == part.sequence;
+  };
+  std::erase_if(parts, [&](Part& part) {
+    const auto own =
+        std::ranges::find_if(ports, [&](Port port) { return isOf(part, parts_.Sim.PortAt(port)); });
+    if (own != ports.end()) {
+      part.port = *own;
+      ports.erase(own);
+      return false;
+    }
+    for (int port = 0; port < parts_.Sim.PortCount(); ++port) {
+      const PortRow& row = parts_.Sim.PortAt(port);
+      if (row.OpenedBy == gaugeID && isOf(part, row)) return true;
+    }
+    return false;
+  });
   for (const Port port : ports) {
     const PortRow& row = parts_.Sim.PortAt(port);
-    Part& part = parts.emplace_back();
-    part.function = row.FunctionNr;
-    part.sequence = row.SeqNr;
-    part.port = port;
-    part.label = parts_.Model.FunctionOf(row.FunctionNr)->ShortName;
+    parts.push_back({ShortNameOf(parts_.Model, row.FunctionNr), row.FunctionNr, row.SeqNr, -1, -1, port});
   }
-  return parts;
 }
 
 // A second needle without a Function is one that is not used.

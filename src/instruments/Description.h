@@ -17,6 +17,7 @@ struct FunctionField {
   std::string_view tip;
   bool number = true;  // false: only the sequence number counts
   int offset = 0;      // the Function used is the configured number plus this
+  int instead = 0;     // the Function used where any number is configured; 0: that number
 };
 // The needle that a Plate calibrates, and the command that moves the needle to a position 0..1079.
 struct PlateField {
@@ -50,7 +51,8 @@ struct ReadingField {
 struct InstrumentDescription {
   std::string_view purpose;  // what it shows, and where that comes from
   FunctionField function1{}, function2{};
-  std::vector<PlateField> plates{};  // at most two: of the first and the second Function
+  std::vector<PlateField> plates{};  // at most two
+  std::vector<int> own{};            // Functions of the program's own flight values that it shows
   std::vector<OptionField> options{};
   std::vector<OptionChoice> models{};  // where the model changes what is shown
   std::string_view setting6{};         // what the number in GaugeSetting6 means; empty where it is not used

@@ -54,7 +54,7 @@ class GaugeDriver {
   }
 
   // --- for the forms ---
-  // The simulator ports that it opened, in that order.
+  // The simulator ports whose values it shows or sets, in the order in which it opened them.
   std::span<const Port> Ports() const { return ports_; }
   const KnobHold& Hold() const { return hold_; }
   // What its replies said that goes nowhere else, in words; empty for most kinds.
@@ -64,8 +64,9 @@ class GaugeDriver {
   explicit GaugeDriver(const Activation& activation)
       : gaugeID_(activation.gaugeID), record_(activation.record) {}
   // Opens a simulator port and enables reading it. kNoPort for Function 0, and for one that is not defined. A
-  // sequence number of 0 counts as 1.
-  Port Open(const Activation& activation, int function, int sequenceNr);
+  // sequence number of 0 counts as 1. `used` false: it is open, but as the gauge is set up nobody sees its
+  // value.
+  Port Open(const Activation& activation, int function, int sequenceNr, bool used = true);
   virtual void HandleReply(ReplyView, GaugeReply&) {}
   // False while a knob of the gauge is being turned: what the simulator sends then is older than the hand.
   bool Settled(const GaugeTick& tick) const { return hold_.Over(tick.TickNumber()); }
@@ -78,6 +79,12 @@ class GaugeDriver {
   std::vector<Port> ports_;
 };
 
+// A Function as a gauge uses it; number 0: none. A sequence number of 0 counts as 1.
+struct ShownFunction {
+  int number = 0;
+  int sequence = 0;
+};
+
 // One kind of instrument. It has no state: one object serves every gauge of its kind.
 class Instrument {
  public:
@@ -86,6 +93,11 @@ class Instrument {
   virtual std::span<const Byte> Gaugetypes() const = 0;
   // What its configuration dialog offers for a gauge of this type, one of those above.
   virtual InstrumentDescription Describe(int gaugetype) const = 0;
+  // What a needle of a Plate shows, the first (0) or the second (1).
+  virtual ShownFunction NeedleShows(const GaugeRecord& gauge, std::size_t needle) const {
+    return needle == 0 ? ShownFunction{gauge.GaugeFunction1, gauge.GaugeInstance1}
+                       : ShownFunction{gauge.GaugeFunction2, gauge.GaugeInstance2};
+  }
   // True when the cycle asks such gauges, one a tick, to report.
   virtual bool Polled() const { return false; }
   // Opens the simulator ports that the gauge needs, and makes what drives it.

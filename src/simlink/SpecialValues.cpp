@@ -128,6 +128,22 @@ float SpecialValues::AutopilotValue(int offset) const {
   return value;
 }
 
+bool SpecialValues::ReadsAutopilotPort(std::size_t offset) {
+  switch (offset) {
+    case kEngagedPort:
+    case kLateralPort:
+    case kNavigationPort:
+    case kApproachPort:
+    case kAltitudeHoldPort:
+    case kAltitudePort:
+    case kVerticalSpeedPort:
+    case kTrimPort:
+      return true;
+    default:
+      return false;
+  }
+}
+
 void SpecialValues::GetAPvaluesFX() {
   APStatusBits = 0;
   const auto setWhen = [this](bool condition, int bit) {

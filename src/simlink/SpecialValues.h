@@ -60,6 +60,8 @@ class SpecialValues {
   // The autopilot's ports by their distance from its first one; kNoPort where its Function is not defined.
   // Filled when the panel's ports are opened.
   static constexpr int kAutopilotPorts = 21;
+  // Whether the autopilot's state is read from this port of the table.
+  static bool ReadsAutopilotPort(std::size_t offset);
   using AutopilotPortTable = std::array<Port, kAutopilotPorts>;
   void SetAutopilotPorts(const AutopilotPortTable& ports) { autopilotPorts_ = ports; }
   // Composes APStatusBits and takes the values below.

@@ -1,4 +1,7 @@
 // From a simulator's datagram to a moving needle, through the whole program.
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
 #include <cmath>
 
 #include "tests/e2e/Flight.h"
@@ -44,6 +47,22 @@ TEST(FirstFlight, StartsByItselfAndTheNeedlesFollow) {
   EXPECT_TRUE(Eventually([&] { return ShowsAltitude(flight); }));
   EXPECT_TRUE(flight.boxes.shown.empty()) << flight.boxes.shown[0];
   EXPECT_EQ(flight.TheCockpit().Gauges().Decoder().Garbage(), 0u) << "every byte on the bus is understood";
+}
+
+// Every kind of instrument, both IO modules, the engine cluster and the yokes: what works is no trouble.
+TEST(FirstFlight, NothingOfTheCockpitIsInTrouble) {
+  Flight flight;
+  flight.Sim().RestartFlight(130);
+  flight.Run();
+  flight.TheProgram().StatusWindow()->findChild<QPushButton*>("cmdCockpit")->click();
+  const CockpitForm* form = flight.TheProgram().CockpitWindow();
+  ASSERT_NE(form, nullptr);
+  const auto* count = form->findChild<QLabel*>("LabelCount");
+  const auto* list = form->findChild<QTreeWidget*>("ListCockpit");
+  EXPECT_TRUE(Eventually([&] { return count->text().endsWith("none in trouble"); }))
+      << count->text().toStdString() << ", the first: " << list->topLevelItem(0)->text(0).toStdString()
+      << ", " << list->topLevelItem(0)->text(4).toStdString();
+  EXPECT_GT(list->topLevelItemCount(), 100);
 }
 
 TEST(FirstFlight, AnAdapterThatIsPulledOutComesBackByItself) {

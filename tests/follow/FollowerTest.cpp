@@ -189,5 +189,55 @@ TEST(Follower, ListsWhatIsInUseAndFindsWhoOpenedAPort) {
             "012: First needle|IO module 1, switch A4|IO module 1, lamp 5|Engine cluster, channel 1|");
 }
 
+// What a kind shows as it is set up, and not all that it opens.
+TEST(Follower, ListsWhatAGaugeShowsAsItIsSetUp) {
+  struct Shown {
+    int type;
+    void (*set)(GaugeRecord&);
+    const char* titles;
+  };
+  const auto first60 = [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60; };
+  constexpr int kOption1 = 1, kOption6 = 6;
+  const Shown kShown[] = {
+      {8, first60, "First needle F66|Second needle F67|"},
+      {8, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeSetting5 = 2; },
+       "First needle F62|Second needle F63|"},
+      {3, first60, "First needle F60|"},
+      {2, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeFunction2 = 61; },
+       "First needle F60|"},
+      {101, first60, "F2 F2|"},
+      {101, [](GaugeRecord& gauge) { gauge.GaugeFunction2 = 61; }, "F2 F2|Air pressure F8|"},
+      {105, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeFunction2 = 61; },
+       "F3 F3|Heading bug F60|"},
+      {105,
+       [](GaugeRecord& gauge) {
+         gauge.GaugeFunction1 = 60, gauge.GaugeFunction2 = 61, gauge.GaugeSetting5 = kOption1;
+       },
+       "F3 F3|Heading bug F60|Gyro correction F61|"},
+      {120, [](GaugeRecord&) {}, "F20 F20|F22 F22|"},
+      // the second pointer the second VOR receiver's, the first the first one's; and both the second ADF's
+      {130, [](GaugeRecord& gauge) { gauge.GaugeSetting5 = 4; }, "F3 F3|F27 F27|F143 F143|F143 F143|"},
+      {130, [](GaugeRecord& gauge) { gauge.GaugeSetting5 = kOption6 + kOption1; },
+       "F3 F3|F27 F27|F144 F144|"},
+  };
+  for (const Shown& row : kShown) {
+    FollowRig rig;
+    for (const int number : {2, 3, 8, 20, 21, 22, 23, 27, 143, 144}) rig.Define(number);
+    for (int number = 60; number < 68; ++number) rig.Define(number);
+    GaugeRecord& gauge = rig.AddGauge(20, row.type);
+    row.set(gauge);
+    rig.Fly();
+    rig.running = false;
+    std::string titles;
+    for (const Subject& subject : rig.follower.InUse()) {
+      if (subject != Subject{Kind::Gauge, 20, subject.part}) continue;
+      const std::string title = rig.follower.TitleOf(subject);
+      const Station source = rig.follower.Follow(subject).Stations.front();
+      titles += title.substr(title.find(": ") + 2) + source.Note.substr(12, source.Note.find(';') - 12) + "|";
+    }
+    EXPECT_EQ(titles, row.titles) << row.type;
+  }
+}
+
 }  // namespace
 }  // namespace tvx

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "config/FunctionNumbers.h"
 #include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
@@ -86,7 +87,9 @@ class Altimeter final : public Instrument {
     InstrumentDescription d;
     d.purpose = "Shows the program's own altitude (Function 2), and the air pressure set (Function 8).";
     d.function2 = {"Air pressure",
-                   "Any Function here switches the pressure display on; the value is Function 8"};
+                   "Any Function here switches the pressure display on; the value is Function 8", true, 0,
+                   functions::kAirPressure};
+    d.own = {functions::kAltitude};
     d.models = {{kModelInches, "Inches of mercury"}, {2, "Hectopascal"}};
     d.trials = {{"Altitude", kCommandAltitude, -2000, kLargestValue, "ft"},
                 {"Air pressure", kCommandPressure, 0, 3200, "hPa, or 0.01 inHg on model 1"}};

@@ -1,4 +1,5 @@
 // Attitude indicator, Gaugetype 103: pitch and bank of the program's own flight values.
+#include "config/FunctionNumbers.h"
 #include "instruments/kinds/Registry.h"
 
 namespace tvx {
@@ -34,6 +35,7 @@ class AttitudeIndicator final : public Instrument {
   InstrumentDescription Describe(int) const override {
     InstrumentDescription d;
     d.purpose = "Shows the program's own pitch (Function 5) and bank (Function 4).";
+    d.own = {functions::kPitch, functions::kBank};
     d.trials = {{"Pitch", kCommandPitch, -900, 900, "0.1°, up positive"},
                 {"Bank", kCommandBank, -1800, 1800, "0.1°, right positive"}};
     return d;

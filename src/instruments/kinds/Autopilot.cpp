@@ -26,8 +26,11 @@ class AutopilotDriver final : public GaugeDriver {
     block_.fill(kNoPort);
     const GaugeRecord& record = a.record;
     if (record.GaugeFunction1 != 0) {
-      int function = record.GaugeFunction1 + kFunctionOffset;
-      for (Port& port : block_) port = Open(a, function++, record.GaugeInstance1);
+      const int function = record.GaugeFunction1 + kFunctionOffset;
+      for (std::size_t i = 0; i < block_.size(); ++i) {
+        const bool used = i == kCommandList || SpecialValues::ReadsAutopilotPort(i);
+        block_[i] = Open(a, function + static_cast<int>(i), record.GaugeInstance1, used);
+      }
     }
     if (record.GaugeFunction2 != 0) {
       preselect_ = ReportedValue(Open(a, record.GaugeFunction2 + kFunctionOffset, record.GaugeInstance2));

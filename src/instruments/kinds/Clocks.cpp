@@ -90,6 +90,7 @@ class ClockGauge final : public Instrument {
     if (gaugetype == kCessnaClock) {
       d.purpose =
           "Shows the simulator's time and date (Function 10), outside temperature (13) and voltage (9).";
+      d.own = {functions::kVoltage};
       d.trials.push_back({"Outside temperature", kCommandTemperature, -900, 900, "0.1 °C"});
       d.trials.push_back({"Voltage", kCommandVoltage, 0, 400, "0.1 V"});
     }

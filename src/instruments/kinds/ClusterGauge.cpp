@@ -13,6 +13,10 @@ constexpr int kModeMask = 3;  // of the option bits
 // right, oil temperature and pressure, exhaust temperature and fuel flow.
 constexpr std::array<std::size_t, 4> kFirstValueOfMode{6, 0, 2, 4};
 
+std::size_t FirstValueOf(const GaugeRecord& gauge) {
+  return kFirstValueOfMode[static_cast<std::size_t>(gauge.GaugeSetting5 & kModeMask)];
+}
+
 constexpr int kCommandFirst = 4;
 constexpr int kCommandSecond = 5;
 
@@ -20,16 +24,19 @@ class ClusterDriver final : public GaugeDriver {
  public:
   explicit ClusterDriver(const Activation& a) : GaugeDriver(a) {
     values_.fill(kNoPort);
-    int function = a.record.GaugeFunction1;
+    const int function = a.record.GaugeFunction1;
     if (function == 0) return;
-    for (Port& port : values_) port = Open(a, function++, a.record.GaugeInstance1);
+    const std::size_t first = FirstValueOf(a.record);
+    for (std::size_t i = 0; i < kValues; ++i) {
+      const bool shown = i == first || i == first + 1;
+      values_[i] = Open(a, function + static_cast<int>(i), a.record.GaugeInstance1, shown);
+    }
   }
 
   // Every tick sends both needles, moved or not: the housing goes to rest when it hears nothing for a second.
   void Forget() override {}
   void Serve(GaugeTick& tick) override {
-    const auto mode = static_cast<std::size_t>(record_.GaugeSetting5 & kModeMask);
-    const std::size_t first = kFirstValueOfMode[mode];
+    const std::size_t first = FirstValueOf(record_);
     SendNeedle(tick, kCommandFirst, record_.GaugeSetting3, values_[first]);
     SendNeedle(tick, kCommandSecond, record_.GaugeSetting4, values_[first + 1]);
   }
@@ -66,6 +73,10 @@ class ClusterGauge final : public Instrument {
     d.trials = {{"First needle", kCommandFirst, 0, kNeedlePositions - 1, "steps, 3 to a degree"},
                 {"Second needle", kCommandSecond, 0, kNeedlePositions - 1, "steps, 3 to a degree"}};
     return d;
+  }
+  ShownFunction NeedleShows(const GaugeRecord& gauge, std::size_t needle) const override {
+    if (gauge.GaugeFunction1 == 0) return {};
+    return {gauge.GaugeFunction1 + static_cast<int>(FirstValueOf(gauge) + needle), gauge.GaugeInstance1};
   }
   std::unique_ptr<GaugeDriver> Activate(const Activation& activation) const override {
     return std::make_unique<ClusterDriver>(activation);

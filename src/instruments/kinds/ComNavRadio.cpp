@@ -21,7 +21,7 @@ class ComNavDriver final : public GaugeDriver {
         active1_(Open(a, functions::kRadio1Active, a.record.GaugeInstance1)),
         standby1_(Open(a, functions::kRadio1Standby, a.record.GaugeInstance1)),
         active2_(sendStandby_ ? Open(a, functions::kRadio2Active, a.record.GaugeInstance1) : kNoPort),
-        standby2_(Open(a, functions::kRadio2Standby, a.record.GaugeInstance1)) {}
+        standby2_(Open(a, functions::kRadio2Standby, a.record.GaugeInstance1, sendStandby_)) {}
 
   void Forget() override {}
   void Serve(GaugeTick&) override {}

@@ -42,8 +42,10 @@ class DmeDriver final : public GaugeDriver {
     }
     if (dmeDisplayLocal_) OpenReceiver(a, second_, 2);
     const GaugeRecord& record = a.record;
-    selector_ = ReportedValue(
-        record.GaugeFunction2 == 0 ? source_ : Open(a, record.GaugeFunction2, record.GaugeInstance2));
+    selector_ =
+        ReportedValue(record.GaugeFunction2 == 0 ? source_
+                                                 : Open(a, record.GaugeFunction2, record.GaugeInstance2,
+                                                        record.GaugeType != kKing && !dmeDisplayLocal_));
   }
 
   void Forget() override { shown_ = {}; }

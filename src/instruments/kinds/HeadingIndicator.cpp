@@ -1,4 +1,5 @@
 // Heading indicator / directional gyro, Gaugetype 105: the heading disc, a bug, and two knobs that report.
+#include "config/FunctionNumbers.h"
 #include "instruments/kinds/Registry.h"
 #include "instruments/kinds/ReplyNumbers.h"
 #include "instruments/kinds/ReplyTexts.h"
@@ -20,7 +21,7 @@ class HeadingDriver final : public GaugeDriver {
         inputEnabled_((a.record.GaugeSetting5 & kOptionKnobs) != 0),
         bug_(Open(a, a.record.GaugeFunction1, a.record.GaugeInstance1)),
         bugKnob_(bug_),
-        correctionKnob_(Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2)) {}
+        correctionKnob_(Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2, inputEnabled_)) {}
 
   void Forget() override { shown_ = {}; }
 
@@ -59,6 +60,7 @@ class HeadingIndicator final : public Instrument {
     d.purpose = "Shows the program's own heading (Function 3) on its disc, and a heading bug.";
     d.function1 = {"Heading bug", "The Function that the bug shows and its knob sets, degrees"};
     d.function2 = {"Gyro correction", "The Function that the correction knob sets, degrees"};
+    d.own = {functions::kHeading};
     d.options = {
         {"The knobs report", "What the knobs are turned to goes to the two Functions", kOptionKnobs}};
     d.trials = {{"Disc", kCommandDisc, 0, kDialSteps - 1, "steps, 12 to a degree"},

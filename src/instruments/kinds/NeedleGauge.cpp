@@ -29,7 +29,8 @@ class NeedleDriver final : public GaugeDriver {
   explicit NeedleDriver(const Activation& a)
       : GaugeDriver(a),
         first_(Open(a, a.record.GaugeFunction1, a.record.GaugeInstance1)),
-        second_(Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2)) {}
+        second_(
+            Open(a, a.record.GaugeFunction2, a.record.GaugeInstance2, a.record.GaugeType != kWithDisplay)) {}
 
   void Forget() override { shown_ = {}; }
 

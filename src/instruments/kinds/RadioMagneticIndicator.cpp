@@ -25,10 +25,10 @@ class RmiDriver final : public GaugeDriver {
   explicit RmiDriver(const Activation& a)
       : GaugeDriver(a),
         distance_(Open(a, functions::kDmeDistance, 1)),
-        vor1_(Open(a, functions::kRmiVor, 1)),
-        adf1_(Open(a, functions::kRmiAdf, 1)),
-        vor2_((a.record.GaugeSetting5 & kOptionSecondVor) != 0 ? Open(a, functions::kRmiVor, 2) : kNoPort),
-        adf2_((a.record.GaugeSetting5 & kOptionSecondAdf) != 0 ? Open(a, functions::kRmiAdf, 2) : kNoPort) {}
+        vor1_(Open(a, functions::kRmiVor, 1, Shows(a, false, 1))),
+        adf1_(Open(a, functions::kRmiAdf, 1, Shows(a, true, 1))),
+        vor2_(Has(a, kOptionSecondVor) ? Open(a, functions::kRmiVor, 2, Shows(a, false, 2)) : kNoPort),
+        adf2_(Has(a, kOptionSecondAdf) ? Open(a, functions::kRmiAdf, 2, Shows(a, true, 2)) : kNoPort) {}
 
   void Forget() override { shown_ = {}; }
 
@@ -52,6 +52,13 @@ class RmiDriver final : public GaugeDriver {
   }
 
  private:
+  static bool Has(const Activation& a, int option) { return (a.record.GaugeSetting5 & option) != 0; }
+  // Whether one of the pointers shows this receiver, 1 or 2, of the ADF or of the VOR.
+  static bool Shows(const Activation& a, bool adf, int receiver) {
+    const bool second = Has(a, adf ? kOptionSecondAdf : kOptionSecondVor);
+    if (Has(a, kOptionPointer2Adf) == adf && (second ? 2 : 1) == receiver) return true;
+    return receiver == 1 && Has(a, kOptionPointer1Adf) == adf;
+  }
   // The bearing, 0..360 degrees; marks it valid when the simulator has one. It has none before the first
   // value came, and says so itself by a negative number. One that is too old counts as none where the option
   // says so.
@@ -88,6 +95,7 @@ class RadioMagneticIndicator final : public Instrument {
   InstrumentDescription Describe(int) const override {
     InstrumentDescription d;
     d.purpose = "Shows the heading on its card and two bearings: Functions 143 (VOR) and 144 (ADF).";
+    d.own = {functions::kHeading};
     d.options = {
         {"First pointer", "What it points to", kOptionPointer1Adf, {{0, "VOR"}, {kOptionPointer1Adf, "ADF"}}},
         {"Second pointer",

@@ -1,7 +1,5 @@
 #include "instruments/setup/GaugeWork.h"
 
-#include <array>
-
 #include "base/NumberFormat.h"
 #include "config/ValueText.h"
 #include "instruments/kinds/Registry.h"
@@ -10,9 +8,6 @@ namespace tvx {
 namespace {
 
 constexpr std::size_t kLowest = 2, kHighest = 3;  // entries of a Plate
-constexpr Byte kClusterHousing = 8;
-// The first of the two Functions of a housing, by its mode, counted from its own.
-constexpr std::array<int, 4> kFirstOfMode{6, 0, 2, 4};
 constexpr std::string_view kOwnValues = "its own values";
 
 std::string Number(double value) {
@@ -38,12 +33,8 @@ int NeedleFunction(const ConfigModel& model, const CalibrationTarget& needle) {
   }
   if (!needle.IsGauge()) return 0;
   const GaugeRecord& gauge = model.Gauges[static_cast<std::size_t>(needle.gaugeID)];
-  if (gauge.GaugeType == kClusterHousing && gauge.GaugeFunction1 != 0) {
-    const auto mode = static_cast<std::size_t>(gauge.GaugeSetting5) % kFirstOfMode.size();
-    return gauge.GaugeFunction1 + kFirstOfMode[mode] + needle.needle - 1;
-  }
-  return needle.needle == 2 && gauge.GaugeType != kClusterHousing ? gauge.GaugeFunction2
-                                                                  : gauge.GaugeFunction1;
+  const Instrument* kind = InstrumentOf(gauge.GaugeType);
+  return kind == nullptr ? 0 : kind->NeedleShows(gauge, needle.needle == 2 ? 1 : 0).number;
 }
 
 int NeedlePlate(const ConfigModel& model, const CalibrationTarget& needle) {

@@ -5,6 +5,14 @@
 namespace tvx {
 namespace {
 
+std::vector<Port> OpenedBy12(const InstrumentRig& rig) {
+  std::vector<Port> ports;
+  for (int port = 0; port < rig.sim.PortCount(); ++port) {
+    if (rig.sim.PortAt(port).OpenedBy == 12) ports.push_back(static_cast<Port>(port));
+  }
+  return ports;
+}
+
 TEST(InstrumentPorts, AreOpenedInTheirOrderAndRead) {
   const struct {
     int type, options;
@@ -44,11 +52,10 @@ TEST(InstrumentPorts, AreOpenedInTheirOrderAndRead) {
     gauge.GaugeSetting6 = 50;
     rig.StartWith(c.type, c.options, 51, 52);
     std::string opened;
-    for (const Port port : rig.Driver().Ports()) {
+    for (const Port port : OpenedBy12(rig)) {
       const PortRow& row = rig.sim.PortAt(port);
       if (!opened.empty()) opened += ' ';
       opened += std::to_string(row.FunctionNr) + '/' + std::to_string(row.SeqNr);
-      EXPECT_EQ(row.OpenedBy, 12) << c.type;
       EXPECT_EQ(row.ReadEnabled, 1) << c.type;
     }
     EXPECT_EQ(opened, c.opened) << c.type << ", options " << c.options;
@@ -58,13 +65,13 @@ TEST(InstrumentPorts, AreOpenedInTheirOrderAndRead) {
 TEST(InstrumentPorts, AModuleWithoutAFunctionForItsInputsOpensNone) {
   InstrumentRig rig;
   rig.StartWith(10, 0, 51, 52);
-  EXPECT_EQ(rig.Driver().Ports().size(), 2u);
+  EXPECT_EQ(OpenedBy12(rig).size(), 2u);
 }
 
 TEST(InstrumentPorts, TheAutopilotsBlockIsCountedFrom90) {
   InstrumentRig rig;
   rig.StartWith(124, 0, 1, 30);
-  const auto ports = rig.Driver().Ports();
+  const auto ports = OpenedBy12(rig);
   ASSERT_EQ(ports.size(), 22u);
   EXPECT_EQ(rig.sim.PortAt(ports[0]).FunctionNr, 91);
   EXPECT_EQ(rig.sim.PortAt(ports[20]).FunctionNr, 111);
@@ -79,7 +86,7 @@ TEST(InstrumentPorts, WhatTheDialogAsksForIsOpened) {
     InstrumentRig rig;
     rig.StartWith(type, 1, type == 124 ? 1 : 51, type == 124 ? 30 : 52);
     const auto opens = [&rig](int function) {
-      for (const Port port : rig.Driver().Ports())
+      for (const Port port : OpenedBy12(rig))
         if (rig.sim.PortAt(port).FunctionNr == function) return true;
       return false;
     };

@@ -157,7 +157,9 @@ TEST_F(StartPresenterTest, ASimulatorThatIsTakenIsAskedAndStaysForTheStart) {
   CountdownTicks(5);
   const FoundSimulator found = rig.finder.Found().at(0);
   EXPECT_FALSE(rig.start.IsInUse(found));
+  EXPECT_TRUE(rig.sim.UdpOpen());
   rig.start.TakeSimulator(found);
+  EXPECT_FALSE(rig.sim.UdpOpen()) << "what the other one answers now is nobody's";
   EXPECT_TRUE(rig.start.IsInUse(found));
   CountdownTicks(3);
   EXPECT_EQ(rig.socket.SetUps.back(), (UdpEndpoints{"10.0.0.7", 49100, 49003}));

@@ -14,7 +14,6 @@ namespace {
 // GaugeIDs of the demonstration.
 constexpr int kAirspeedGauge = 10;
 constexpr int kAltimeter = 12;
-constexpr int kFreeGaugeID = 77;
 
 // Where the face must put the airspeed's needle: the Plate's points are 40 kt at 90, 100 kt at 507, 120 kt at
 // 636.
@@ -118,28 +117,6 @@ TEST(FirstFlight, DuskLightsTheFaces) {
   ASSERT_TRUE(Eventually([&] { return gauge.Light().told && !gauge.Light().lit; }));
   datarefs.Write(rheostat, 1);
   EXPECT_TRUE(Eventually([&] { return gauge.Light().lit && gauge.Light().brightness == 15; }));
-}
-
-TEST(FirstFlight, AGaugeTakesANewAddressAndAnswersThere) {
-  Flight flight;
-  flight.Start();
-  Serial& serial = flight.TheProgram().HardwareBus();
-  // The configuration form's timer counts the waiting down.
-  QTimer countdown;
-  QObject::connect(&countdown, &QTimer::timeout, [&] { serial.TickReplyCountdown(); });
-  countdown.start(20);
-  const auto answers = [&](int gaugeID) {
-    std::optional<bool> ended;
-    const Registration query = serial.QueryGauge(gaugeID, [&](bool answered) { ended = answered; });
-    EXPECT_TRUE(Eventually([&] { return ended.has_value(); }));
-    return ended.value_or(false);
-  };
-  EXPECT_TRUE(answers(kAirspeedGauge));
-  serial.WriteNewGaugeID(kAirspeedGauge, kFreeGaugeID);
-  EXPECT_TRUE(answers(kFreeGaugeID));
-  EXPECT_TRUE(flight.boxes.shown.empty());
-  EXPECT_FALSE(answers(kAirspeedGauge));
-  EXPECT_EQ(flight.boxes.shown, (std::vector<std::string>{"Gauge with ID: 10 doesn't respond."}));
 }
 
 TEST(FirstFlight, ExitLeavesNothingSubscribed) {

@@ -118,6 +118,21 @@ TEST(Modes, SendWhatTheTableSays) {
   }
 }
 
+TEST(Modes, TheFeelIsToldOnceASecondAndAtOnceWhenItChanges) {
+  YokeRig rig;
+  rig.Start(2000);
+  rig.hardware[0].told.clear();
+  rig.Run(1000);
+  const int feel = static_cast<int>(YokeCommand::Feel);
+  EXPECT_EQ(rig.hardware[0].told[feel], 1);
+  EXPECT_EQ(rig.hardware[0].told[static_cast<int>(YokeCommand::Bias)], 25);
+  rig.model.GeneralFFB.Friction = 77;
+  rig.pair.ApplySettings();
+  rig.hardware[0].told.clear();
+  rig.Cycle();
+  EXPECT_EQ(rig.hardware[0].told[feel], 1);
+}
+
 TEST(Modes, FollowsTheAutopilotAndGivesTheControlsBackMeanwhile) {
   YokeRig rig;
   rig.model.Yoke1.StartMode = static_cast<std::int16_t>(YokeMode::FollowAP);

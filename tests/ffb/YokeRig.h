@@ -26,6 +26,7 @@ struct FakeYoke {
   std::uint16_t buttons = 0;
   // What it was told.
   std::set<int> commands;
+  std::map<int, int> told;  // how often each
   bool asked = false, released = true;
   double limit = 0, force = 0, holdMs = 0;
   std::array<double, 2> centre{}, gradient{}, bias{};
@@ -78,6 +79,7 @@ struct FakeYoke {
  private:
   void On(int command, const std::array<int, 4>& p) {
     commands.insert(command);
+    ++told[command];
     const auto counts = [](int parameter) { return (parameter * 4 - 32768) / 50.0; };
     if (command == 1 || command == 5) {
       servo_ = command == 5;

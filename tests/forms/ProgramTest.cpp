@@ -1,24 +1,9 @@
-#include <QDeadlineTimer>
-#include <csignal>
-
-#include "app/TerminationSignals.h"
 #include "tests/forms/FormsRig.h"
 
 namespace tvx {
 namespace {
 
 using ProgramTest = FormsTest;
-
-TEST_F(ProgramTest, ATerminationSignalEndsARunLikeExit) {
-  BeginHalted();
-  program_->Run().cmdRun_Click();
-  const TerminationSignals termination([this] { program_->Exit(); });
-  std::raise(SIGTERM);
-  for (const QDeadlineTimer deadline(5000); !program_->Ended() && !deadline.hasExpired();) Settle();
-  EXPECT_TRUE(program_->Ended());
-  EXPECT_FALSE(program_->Sim().UdpOpen());
-  EXPECT_EQ(Status(), nullptr);
-}
 
 // A question about a file stands while the program is ended: what goes on behind it opens nothing again.
 TEST_F(ProgramTest, EndingBehindAQuestionLeavesNothingOpen) {

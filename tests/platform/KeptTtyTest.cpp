@@ -235,9 +235,11 @@ TEST_F(KeptTtyTest, AStuckLineHoldsUpNoOtherAndIsTakenUpAgainWhenItGoesOn) {
   EXPECT_TRUE(Opens(other, 4));
   EXPECT_EQ(port.State(), SerialState::Opening) << "its device is still held";
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  EXPECT_TRUE(WaitUntil([&] {
+    return pty.Collect() == Bytes{1, 2};
+  })) << "what was written is not taken back";
   stuck.GoOn();
   EXPECT_TRUE(WaitUntil([&] { return port.IsOpen(); }));
-  EXPECT_TRUE(WaitUntil([&] { return pty.Collect() == Bytes{1, 2}; })) << "output gets a moment to leave";
 }
 
 TEST_F(KeptTtyTest, TheProgramEndsAtOnceWhateverALineDoesAndTheKeeperAfterwards) {

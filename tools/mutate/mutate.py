@@ -104,6 +104,9 @@ def copy_tree():
             target.parent.mkdir(parents=True, exist_ok=True)
             shutil.copyfile(source, target)
             target.chmod(source.stat().st_mode)
+    manual = HERE / "docs"  # where the programs look for it, seen from BUILD
+    if not manual.is_symlink():
+        manual.symlink_to(TREE / "docs")
 
 
 def configure():

@@ -117,8 +117,8 @@ int main(int argc, char** argv) {
   Eventually([&] { return flight.TheProgram().Run().Running(); });
   RunFor(std::chrono::seconds(2));
   TakePictures(folder);
-  for (const char* button :
-       {"cmdShowPorts", "cmdShowIOM", "cmdShowECStatus", "cmdShowYokes", "cmdCockpit", "cmdFollow"}) {
+  for (const char* button : {"cmdShowPorts", "cmdMessages", "cmdShowIOM", "cmdShowECStatus", "cmdShowYokes",
+                             "cmdCockpit", "cmdFollow"}) {
     if (Press(button)) TakePictures(folder);
   }
   Press("CmdConfig");

@@ -54,7 +54,7 @@ HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<TracedPort>, kHard
 Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, LineServer* lines,
                  MulticastListener* beacons)
     : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
-      boxes_(boxes == nullptr ? *ownBoxes_ : *boxes),
+      boxes_(boxes == nullptr ? *ownBoxes_ : *boxes, said_),
       file_(model_, boxes_),
       sim_(model_, tracedSocket_, boxes_, clock_),
       ownLines_(lines == nullptr ? std::make_unique<LineServer>() : nullptr),
@@ -116,9 +116,11 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
   registrations_.push_back(start_.SetChanged([this] {
     if (startForm_) startForm_->ShowView();
     ShowUnsaved();
+    presence_.ShowState();
   }));
   registrations_.push_back(run_.SetChanged([this] {
     if (statusForm_) statusForm_->ShowView();
+    presence_.ShowState();
   }));
   ConnectTimers();
   AddPeripherals();
@@ -180,6 +182,7 @@ void Program::ConnectTimers() {
     yokes_.GiveBackLeftOnes();
     aircraft_.Tick();
     run_.SetAircraftWords(aircraft_.Words());
+    presence_.Tick();
   });
   timers_.FinderTimer.SetEnabled(true);
   connect(timers_.ProcessTimer, model_.General.TransferInterval, [this] { run_.ProcessTimer_Tick(); });
@@ -198,16 +201,22 @@ void Program::LinkTimer_Tick() {
   if (leaving_ && !sim_.SayingGoodbye()) LeaveEventLoop();
 }
 
+void Program::Begin() {
+  presence_.Begin();
+  ShowStartForm();
+}
+
 void Program::ShowItself() {
   if (ended_) return;
+  presence_.ShowWindows();
+  boxes_.Show("This program was started again in the same folder. It runs here already.");
+}
+
+void Program::BringInUseToFront() {
   Form* inUse = startForm_.Get();
   if (statusForm_) inUse = statusForm_.Get();
   if (configuration_.MainForm() != nullptr) inUse = configuration_.MainForm();
-  if (inUse != nullptr) {
-    inUse->setWindowState(inUse->windowState() & ~Qt::WindowMinimized);
-    inUse->BringToFront();
-  }
-  boxes_.Show("This program was started again in the same folder. It runs here already.");
+  if (inUse != nullptr) inUse->BringToFront();
 }
 
 void Program::Exit() {
@@ -226,6 +235,7 @@ void Program::ShowStartForm() {
     auto* form = new StartForm(start_, [this] { OpenWebPage(); });
     unsavedPanel_ = new UnsavedPanel(unsaved_, [this] { start_.CmdConfigure_Click(); });
     form->AddNotice(unsavedPanel_);
+    form->AddChoice(presence_.MakeChoice());
     return form;
   };
   startForm_.GetOrMake(make).BringToFront();
@@ -248,7 +258,7 @@ void Program::ShowStatusForm() {
   statusForm_
       .GetOrMake([this] {
         return new StatusForm(
-            run_, [this] { ShowPorts(); }, [this] { ShowCockpit(); });
+            run_, [this] { ShowPorts(); }, [this] { ShowCockpit(); }, [this] { sideForms_.ShowMessages(); });
       })
       .BringToFront();
 }
@@ -364,6 +374,7 @@ void Program::OpenWebPage() {
 void Program::EndProgram() {
   if (ended_) return;
   ended_ = true;
+  presence_.End();
   unsaved_.Keep();
   UnloadEverything();
   leaving_ = true;

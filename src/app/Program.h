@@ -10,6 +10,7 @@
 #include "app/FormCare.h"
 #include "app/FunctionForms.h"
 #include "app/IOModulePeripheral.h"
+#include "app/Presence.h"
 #include "app/SideForms.h"
 #include "app/SimulatorSocket.h"
 #include "app/YokesPeripheral.h"
@@ -57,7 +58,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   Program& operator=(const Program&) = delete;
 
   // Shows the start form. Everything else follows from events.
-  void Begin() { ShowStartForm(); }
+  void Begin();
   // Brings the window that is in use to the front, and says that the program was started again in its folder.
   void ShowItself();
   // Ends the program as its Exit buttons do, from whatever state: asks nobody, takes every form and box away,
@@ -86,6 +87,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   FollowForm* FollowWindow() const { return followForm_.Get(); }
   CockpitForm* CockpitWindow() const { return cockpitForm_.Get(); }
   SideForms& Beside() { return sideForms_; }
+  Presence& Windows() { return presence_; }
   // The timers that the forms' logic switches.
   struct TimerSet {
     QtTimer WaitForAutostart{"WaitForAutostart"};
@@ -127,11 +129,13 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   void ShowRoad(const Subject& subject);
   void WriteTrace();
   void ShowUnsaved();
+  void BringInUseToFront();
   void ConfigurationReplaced();
 
-  std::unique_ptr<MessageBoxes> ownBoxes_;
-  MessageBoxes& boxes_;
   LinuxClock clock_;
+  SaidLog said_{clock_};
+  std::unique_ptr<MessageBoxes> ownBoxes_;
+  NotedBoxes boxes_;
   ConfigModel model_;
   ConfigFile file_;
   UnsavedWork unsaved_{model_, boxes_};
@@ -167,7 +171,9 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   ConfigurationForms configuration_;
   ConfigurationHistory history_{model_, clock_};
   Follower roads_;
-  SideForms sideForms_{boxes_};
+  SideForms sideForms_{boxes_, said_};
+  Presence presence_{
+      {start_, run_, hardware_, said_, clock_, [this] { BringInUseToFront(); }, [this] { Exit(); }}};
   FormCare care_{MakeCareParts()};
   std::vector<Registration> registrations_;  // views and timers
   bool ended_ = false;

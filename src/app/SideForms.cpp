@@ -42,7 +42,12 @@ void SideForms::ShowHelp(const QString& form) {
   help.Open(file, headline);
 }
 
+void SideForms::ShowMessages() {
+  messages_.GetOrMake([this] { return new MessagesForm(said_); }).BringToFront();
+}
+
 void SideForms::Unload() {
+  messages_.Unload();
   help_.Unload();
 }
 

@@ -151,6 +151,7 @@ void Form::FitScreen() {
 // Both when it is shown and when more is shown on it.
 bool Form::event(QEvent* event) {
   const auto type = event->type();
+  if (type == QEvent::WindowStateChange && isVisible() && !isMinimized()) comingUp_ = ComingUp::Front;
   // Another event may be the one that deletes the form.
   if (type != QEvent::Show && type != QEvent::LayoutRequest) return QWidget::event(event);
   const bool done = QWidget::event(event);
@@ -160,8 +161,35 @@ bool Form::event(QEvent* event) {
 
 void Form::BringToFront() {
   show();
+  if (comingUp_ != ComingUp::Front) return;
   raise();
   activateWindow();
+}
+
+void Form::setVisible(bool visible) {
+  const bool comes = visible && !isVisible() && !heldBack_;
+  if (visible && comingUp_ == ComingUp::Hidden && !isVisible()) {
+    HoldBack();
+  } else {
+    if (heldBack_) setWindowState(windowState() & ~Qt::WindowMinimized);
+    heldBack_ = false;
+    if (comes && comingUp_ == ComingUp::Minimised) setWindowState(windowState() | Qt::WindowMinimized);
+    QWidget::setVisible(visible);
+  }
+  if (comes && !unloading_) CameUp();
+}
+
+void Form::HoldBack() {
+  if (unloading_) return;
+  QWidget::setVisible(false);
+  heldBack_ = true;
+  setWindowState(windowState() | Qt::WindowMinimized);
+}
+
+void Form::Reveal() {
+  if (!heldBack_ && !isVisible()) return;
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  setVisible(true);
 }
 
 void Form::AddFoot(QWidget* foot) {

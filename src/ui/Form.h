@@ -15,6 +15,10 @@
 
 namespace tvx {
 
+// How a form comes up that the program shows: above all others; as an entry of the task bar; or not at all,
+// until somebody wants to see it.
+enum class ComingUp { Front, Minimised, Hidden };
+
 // A window with a given name. Enter presses the focused button, or else the default one; Escape does what the
 // window's close button does. A form that does not fit the screen scrolls inside; its foot stays in sight.
 //
@@ -31,8 +35,18 @@ class Form : public QWidget {
 
   void Unload();
   bool Unloading() const { return unloading_; }
-  // Shows it above all others, with the focus.
+  // Shows it above all others, with the focus; see SetComingUp.
   void BringToFront();
+  // From now on every form that is shown comes up so. Whoever brings one back from the task bar wants to see
+  // the next ones, too: they come in front again then.
+  static void SetComingUp(ComingUp how) { comingUp_ = how; }
+  static ComingUp ComesUp() { return comingUp_; }
+  // Takes it off the screen, until Reveal. To whoever asks, it counts as minimised meanwhile.
+  void HoldBack();
+  bool HeldBack() const { return heldBack_; }
+  // Puts it on the screen if it was held back or minimised. Before that: SetComingUp(ComingUp::Front).
+  void Reveal();
+  void setVisible(bool visible) override;
   // One line at the foot of the form, on what is wrong around it; gone again with an empty text.
   void ShowNotice(const QString& text);
   // Puts a widget below everything else, over the whole width. The form grows by it.
@@ -54,6 +68,8 @@ class Form : public QWidget {
   // What the form has to stop or give back, once, before Ended.
   virtual void AtEnd() {}
   virtual void EscapePressed() { CloseAsked(); }
+  // The program has shown the form; not where the user brings it back, and also where it is held back.
+  virtual void CameUp() {}
   void SetDefaultButton(QPushButton* button) { defaultButton_ = button; }
   // A button "cmdFollow" that asks for the road of what `subject` gives then.
   QPushButton* MakeFollowButton(std::function<Subject()> subject);
@@ -76,6 +92,8 @@ class Form : public QWidget {
   bool scrolls_ = false;
   bool unloading_ = false;
   bool closing_ = false;
+  bool heldBack_ = false;
+  inline static ComingUp comingUp_ = ComingUp::Front;  // one desktop, so one for all
 };
 
 // A form as its maker holds it: made when it is first wanted, and gone with its maker at the latest.

@@ -5,6 +5,7 @@
 
 #include "app/TerminationSignals.h"
 #include "tests/forms/EveryForm.h"
+#include "tests/forms/FakeTray.h"
 
 namespace tvx {
 namespace {
@@ -27,19 +28,23 @@ class EndTest : public EveryFormTest {
   // what follows it is called from the event loop of that question.
   void Walk(const Steps& steps, std::size_t at) {
     if (at == steps.size()) {
+      if (hidden_) program_->Windows().HideWindows();
       guard_.start(kLongestMs);
-      std::raise(SIGTERM);
+      std::raise(hidden_ ? SIGINT : SIGTERM);
       return;
     }
     QTimer::singleShot(0, qApp, [this, &steps, at] { Walk(steps, at + 1); });
     PressStep(steps[at]);
   }
-  void EndsFrom(const Steps& steps) {
+  // `hidden`: with every window behind the tray's icon.
+  void EndsFrom(const Steps& steps, bool hidden = false) {
     const QByteArray before = FileText();
     program_ = std::make_unique<Program>(nullptr, &keys_, nullptr, nullptr, &beacons_);  // with real boxes
     const TerminationSignals termination([this] { program_->Exit(); });
     guard_.start(kLongestWalkMs);
+    program_->Windows().UseTray(std::make_unique<FakeTray>());
     program_->Begin();
+    hidden_ = hidden;
     // The file is loaded from the event loop, and may raise a question of its own.
     QMetaObject::invokeMethod(
         qApp, [&] { Walk(steps, 0); }, Qt::QueuedConnection);
@@ -54,6 +59,7 @@ class EndTest : public EveryFormTest {
   }
 
   QTimer guard_;
+  bool hidden_ = false;
 };
 
 TEST_F(EndTest, ComesFromEveryForm) {
@@ -63,10 +69,15 @@ TEST_F(EndTest, ComesFromEveryForm) {
   }
 }
 
+TEST_F(EndTest, ComesWhileEverythingIsHidden) {
+  for (const Steps& steps : {Steps{}, kRunning, kUnsaved}) EndsFrom(steps, true);
+}
+
 TEST_F(EndTest, AsksNobody) {
   const Row rows[] = {
       {"a message",
        kConfiguring + Steps{{"FrmMainConfigure", "cmdTestGauges"}, {"frmTestGauges", "cmdPollGauge"}}},
+      {"what happened, in a file", kRunning + Steps{{"frmStatus", "cmdCockpit"}, {"frmCockpit", "cmdTrace"}}},
       {"unsaved edits", kUnsaved},
       {"the question about them", kUnsaved + Steps{{"FrmMainConfigure", "CmdClose"}}},
       {"clear all gauges", kConfiguring + Steps{{"FrmMainConfigure", "cmdClearConfig"}}},

@@ -44,6 +44,7 @@ inline const std::vector<Row> kEveryForm{
     {"ports", kRunning + Steps{{"frmStatus", "cmdShowPorts"}}},
     {"cockpit", kRunning + Steps{{"frmStatus", "cmdCockpit"}}},
     {"road of a value", kRunning + Steps{{"frmStatus", "cmdCockpit"}, {"frmCockpit", "cmdFollow"}}},
+    {"messages", kRunning + Steps{{"frmStatus", "cmdMessages"}}},
     {"module", kRunning + Steps{{"frmStatus", "cmdShowIOM"}}},
     {"set-up of a module", kRunning + kSetUp},
     {"definition of an input", kHalted + kSetUp + Steps{{"ConfigIOM", "cmdEdit"}}},

@@ -132,8 +132,8 @@ TEST_F(StartFormTest, SaysWhoHasThePort) {
 
 TEST_F(StartFormTest, TabReachesEverythingAndNothingIsClipped) {
   Begin();
-  const std::set<std::string> expected{"FileBox", "FileName",     "butOK",   "CmdConfigure",
-                                       "Exit",    "LabelWebPage", "cmdTheme"};
+  const std::set<std::string> expected{"FileBox",      "FileName", "butOK",        "CmdConfigure",
+                                       "ComboAtStart", "Exit",     "LabelWebPage", "cmdTheme"};
   EXPECT_EQ(TabRound(Start()), expected);
   ExpectNothingClipped(Start());
 }

@@ -129,7 +129,7 @@ TEST_F(StatusFormTest, TabReachesEverythingAndNothingIsClipped) {
   BeginHalted();
   const std::set<std::string> expected{"cmdRun",     "SliderXferTimer", "cmdCockpit", "cmdShowPorts",
                                        "cmdShowBus", "cmdDumpTVX",      "CmdConfig",  "cmdHide",
-                                       "CmdExit",    "cmdTheme"};
+                                       "CmdExit",    "cmdTheme",        "cmdMessages"};
   EXPECT_EQ(TabRound(Status()), expected);
   program_->Run().cmdRun_Click();
   ExpectNothingClipped(Status());

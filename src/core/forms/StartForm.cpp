@@ -1,7 +1,6 @@
 #include "core/forms/StartForm.h"
 
 #include <QDir>
-#include <QShowEvent>
 #include <QSignalBlocker>
 #include <QStyle>
 
@@ -51,6 +50,10 @@ StartForm::StartForm(StartPresenter& presenter, std::function<void()> openWebPag
 
 void StartForm::AddNotice(QWidget* panel) {
   static_cast<QVBoxLayout*>(layout())->insertWidget(1, panel);
+}
+
+void StartForm::AddChoice(QWidget* line) {
+  panelCountdown_->layout()->addWidget(line);
 }
 
 QWidget* StartForm::MakeHeader(const std::function<void()>& openWebPage) {
@@ -121,7 +124,7 @@ QWidget* StartForm::MakeFilePanel() {
 }
 
 QWidget* StartForm::MakeCountdownPanel() {
-  QFrame* panel = MakePanel("PanelCountdown");
+  QFrame* panel = panelCountdown_ = MakePanel("PanelCountdown");
   auto* column = new QVBoxLayout(panel);
   SpacePanel(column, look::Margin());
   TextAutostart = MakeLabel("TextAutostart");
@@ -268,15 +271,13 @@ void StartForm::WelcomeNewcomer(bool none) {
   wanted->setFocus();
 }
 
-void StartForm::showEvent(QShowEvent* event) {
-  Form::showEvent(event);
-  // Restored from the task list, or raised by the window manager: not a new activation.
-  if (event->spontaneous() || held_) return;
+void StartForm::CameUp() {
+  if (held_) return;
   // Loading may ask a question, so it waits until this window stands.
   QMetaObject::invokeMethod(
       this,
       [this] {
-        if (isVisible() && !held_) Activate();
+        if (!Unloading() && !held_) Activate();
       },
       Qt::QueuedConnection);
 }

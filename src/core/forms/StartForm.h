@@ -23,16 +23,18 @@ class StartForm : public Form {
 
   // Puts a panel below the header, for what the user should know first.
   void AddNotice(QWidget* panel);
+  // Puts a line at the foot of the panel of the start.
+  void AddChoice(QWidget* line);
   // Shows what the logic holds now.
   void ShowView();
   // The form is back in the user's hands: it was shown, or the configuration was closed. Reads the folder
-  // anew and tells the logic. Showing calls it by itself, once the window stands; getting the focus does not.
+  // anew and tells the logic. Showing calls it by itself, from the event loop; getting the focus does not.
   void Activate();
   // While held, showing does not activate: the configuration forms come up together with this form.
   void HoldActivation(bool hold) { held_ = hold; }
 
  protected:
-  void showEvent(QShowEvent* event) override;
+  void CameUp() override;
   void CloseAsked() override { presenter_.Exit_Click(); }
 
  private:
@@ -50,6 +52,7 @@ class StartForm : public Form {
   bool held_ = false;
   bool none_ = false;  // the folder has no configuration
 
+  QFrame* panelCountdown_;
   LogoFace* Logo;
   QPushButton* LabelTitle;
   QPushButton* LabelWebPage;

@@ -10,11 +10,12 @@
 namespace tvx {
 
 StatusForm::StatusForm(StatusPresenter& presenter, std::function<void()> showPorts,
-                       std::function<void()> showCockpit)
+                       std::function<void()> showCockpit, std::function<void()> showMessages)
     : Form("frmStatus"),
       presenter_(presenter),
       showPorts_(std::move(showPorts)),
-      showCockpit_(std::move(showCockpit)) {
+      showCockpit_(std::move(showCockpit)),
+      showMessages_(std::move(showMessages)) {
   auto* column = new QVBoxLayout(this);
   SpaceForm(column);
   column->addWidget(MakeRunPanel());
@@ -93,7 +94,10 @@ QWidget* StatusForm::MakeLinksPanel() {
     grid->addWidget(caption, line, 1);
     grid->addWidget(label, line++, 2);
   }
-  grid->addLayout(MakeFindings(), line, 1, 1, 2);
+  cmdMessages = MakeButton("cmdMessages", tr("&Messages"),
+                           tr("Lists the last 1000 messages and states of the links, with their times"));
+  grid->addWidget(cmdMessages, 0, 3, Qt::AlignTop);
+  grid->addLayout(MakeFindings(), line, 1, 1, 3);
   grid->setColumnStretch(2, 1);
   return panel;
 }
@@ -230,6 +234,7 @@ void StatusForm::Connect() {
   });
   on(cmdShowPorts, [this] { showPorts_(); });
   on(cmdCockpit, [this] { showCockpit_(); });
+  on(cmdMessages, [this] { showMessages_(); });
   on(cmdShowIOM, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule1); });
   on(cmdShowIOM2, [this] { presenter_.ShowPeripheral(PeripheralKind::IOModule2); });
   on(cmdShowECStatus, [this] { presenter_.ShowPeripheral(PeripheralKind::EngineCluster); });

@@ -15,8 +15,10 @@ namespace tvx {
 class StatusForm : public Form {
   Q_OBJECT
  public:
-  // `showPorts` opens the list of the simulator ports in use, `showCockpit` the cockpit on one page.
-  StatusForm(StatusPresenter& presenter, std::function<void()> showPorts, std::function<void()> showCockpit);
+  // `showPorts` opens the list of the simulator ports in use, `showCockpit` the cockpit on one page,
+  // `showMessages` the list of what was said.
+  StatusForm(StatusPresenter& presenter, std::function<void()> showPorts, std::function<void()> showCockpit,
+             std::function<void()> showMessages);
 
   // Shows what the logic holds now, the flight values apart: these are read a few times a second, no faster
   // than an eye follows.
@@ -60,8 +62,8 @@ class StatusForm : public Form {
   QLabel *BoxXferProcessTimer, *LabelIntervalFixed;
   ValueBox *frmXferCount, *boxUDPrate, *boxNrofOffsets;
   QPushButton *cmdRun, *cmdStop, *CmdConfig, *CmdExit, *cmdDumpTVX, *cmdShowPorts, *cmdShowIOM, *cmdShowIOM2,
-      *cmdShowECStatus, *cmdShowYokes, *cmdShowBus, *cmdHide, *cmdCockpit;
-  std::function<void()> showPorts_, showCockpit_;
+      *cmdShowECStatus, *cmdShowYokes, *cmdShowBus, *cmdHide, *cmdCockpit, *cmdMessages;
+  std::function<void()> showPorts_, showCockpit_, showMessages_;
 };
 
 }  // namespace tvx

@@ -8,6 +8,8 @@ namespace {
 constexpr const char* kFile = ".torvex-control-windows.ini";
 constexpr const char* kCameUp = "geometryAtFirst";
 constexpr const char* kTheme = "colours";
+constexpr const char* kAtStart = "atStart";
+constexpr const char* kComingUp[] = {"front", "minimised", "hidden"};  // by ComingUp
 
 QString KeyOf(const QWidget& window) {
   return "windows/" + window.objectName();
@@ -37,6 +39,18 @@ std::optional<look::Theme> WindowMemory::Theme() const {
 
 void WindowMemory::KeepTheme(look::Theme theme) {
   if (theme != Theme()) file_.setValue(kTheme, theme == look::Theme::Light ? "day" : "night");
+}
+
+ComingUp WindowMemory::AtStart() const {
+  const QString kept = file_.value(kAtStart).toString();
+  for (const ComingUp how : {ComingUp::Minimised, ComingUp::Hidden}) {
+    if (kept == QLatin1String(kComingUp[static_cast<int>(how)])) return how;
+  }
+  return ComingUp::Front;
+}
+
+void WindowMemory::KeepAtStart(ComingUp how) {
+  if (how != AtStart()) file_.setValue(kAtStart, kComingUp[static_cast<int>(how)]);
 }
 
 }  // namespace tvx

@@ -1,11 +1,12 @@
-// Where the windows stood, how large they were and in which colours, from one start to the next: in a small
-// hidden file of the working folder. What cannot be kept there is not kept, without a word.
+// Where the windows stood, how large they were, in which colours, and how they come up, from one start to the
+// next: in a small hidden file of the working folder. What cannot be kept there is not kept, without a word.
 #pragma once
 
 #include <QSettings>
 #include <QWidget>
 #include <optional>
 
+#include "ui/Form.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -20,6 +21,8 @@ class WindowMemory {
   void Keep(const QWidget& window);
   std::optional<look::Theme> Theme() const;  // std::nullopt: none was chosen yet
   void KeepTheme(look::Theme theme);
+  ComingUp AtStart() const;  // as the user wants it; in front where nothing else was chosen
+  void KeepAtStart(ComingUp how);
 
  private:
   QSettings file_;

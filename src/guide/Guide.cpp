@@ -124,7 +124,8 @@ std::string Guide::FixedWords() const {
     fixed += gauge.GaugeType != 0 && !needs ? 1 : 0;
   }
   if (fixed == 0) return {};
-  return std::to_string(fixed) + (fixed == 1 ? " instrument works" : " instruments work") + " as they are.";
+  return std::to_string(fixed) +
+         (fixed == 1 ? " instrument works as it is." : " instruments work as they are.");
 }
 
 bool Guide::GiveRole(std::size_t role) {

@@ -95,6 +95,12 @@ struct FollowRig : CockpitRig {
     for (const RrefRow& row : sim.Rrefs())
       socket.Deliver(RrefDatagram({{RrefIdentifierOnWire(row.Identifier), value}}));
   }
+  // As a knob of 012 would.
+  void WriteSpeed(float value) {
+    for (Port port = 0; port < sim.PortCount(); ++port) {
+      if (sim.PortAt(port).OpenedBy == 12) sim.PutPort(port, value);
+    }
+  }
   void Report(bool on) {
     std::vector<Byte> report(kReplySize, 0);
     report[2] = 10;

@@ -54,6 +54,20 @@ const Case kCases[] = {
        rig.model.Gauges[12].GaugeFunction1 = 0;
      },
      [](FollowRig& rig) { rig.SendSpeed(120); }},
+    {"Function 099 is not defined",
+     {Kind::Gauge, 12, 1},
+     [](FollowRig& rig) {
+       rig.model.Gauges[12].GaugeType = 105;
+       rig.model.Gauges[12].GaugeFunction1 = 99;
+     }},
+    {"X-Plane was sent 300 and says 150: it did not take it", kNeedle, [](FollowRig&) {},
+     [](FollowRig& rig) {
+       rig.SendSpeed(120), rig.Pass(200), rig.WriteSpeed(300), rig.Pass(1900), rig.SendSpeed(150);
+     }},
+    {"All is well", kNeedle, [](FollowRig&) {},
+     [](FollowRig& rig) {
+       rig.SendSpeed(120), rig.Pass(200), rig.WriteSpeed(150), rig.Pass(1900), rig.SendSpeed(150.1f);
+     }},
     {"Function 051 is a command, which has no value", kNeedle,
      [](FollowRig& rig) { rig.Speed().ComboDT = static_cast<Byte>(DataType::XplaneCmnd); }},
     {"Function 051 divides by 0", kNeedle, [](FollowRig& rig) { rig.Speed().Devider = 0; }},
@@ -203,6 +217,8 @@ TEST(Follower, ListsWhatAGaugeShowsAsItIsSetUp) {
       {8, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeSetting5 = 2; },
        "First needle F62|Second needle F63|"},
       {3, first60, "First needle F60|"},
+      {3, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeInstance1 = 2; },
+       "First needle F60|"},
       {2, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeFunction2 = 61; },
        "First needle F60|"},
       {101, first60, "F2 F2|"},

@@ -33,6 +33,10 @@ QSize Indicator::sizeHint() const {
   return {look::Margin() * 2, look::Margin() + look::Gap()};
 }
 
+QSize Indicator::minimumSizeHint() const {
+  return {fontMetrics().horizontalAdvance(text_), fontMetrics().height()};
+}
+
 // A wide cell carries its colour in a lamp beside the text: a panel of them must not light up a dark cockpit.
 // A narrow one is filled.
 void Indicator::paintEvent(QPaintEvent*) {

@@ -23,6 +23,7 @@ class Indicator : public QWidget {
   void SetColour(int colour, bool on = false);
   int Colour() const { return colour_; }
   QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;  // its text can be read
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -64,6 +64,8 @@ QHeaderView::section { background: @panel; color: @dim; border: none; border-bot
                        padding: 0.2em; }
 QHeaderView::up-arrow, QHeaderView::down-arrow { subcontrol-origin: padding; subcontrol-position: top center;
                                                  width: @markpx; height: 0.5em; }
+QTreeView[sortingEnabled="false"] QHeaderView::up-arrow,
+QTreeView[sortingEnabled="false"] QHeaderView::down-arrow { width: 0px; }
 QRadioButton::indicator { width: @markpx; height: @markpx; border: 2px solid @dim;
                                                 background: @ground; }
 QRadioButton::indicator { border-radius: @roundpx; }

@@ -46,7 +46,8 @@ GuideForm::GuideForm(Guide& guide, MessageBoxes& boxes, QWidget* parent)
   ListSteps->setObjectName("ListSteps");
   ListSteps->setToolTip(tr("The steps of the set-up, each of which can be taken alone"));
   ListSteps->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-  ListSteps->setFixedWidth(look::Margin() * 13);
+  ListSteps->setFixedWidth(look::Margin() * 15);
+  ListSteps->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   Pages = new QStackedWidget;
   for (QWidget* page :
        {MakeFindPage(), MakeRadiosPage(), MakeNeedlesPage(), MakeSwitchesPage(), MakeFlightPage()})

@@ -8,6 +8,7 @@
 #include "config/plates/forms/CalibrateForm.h"
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
+#include "ui/SearchLine.h"
 
 namespace tvx {
 namespace {
@@ -39,6 +40,9 @@ QWidget* CalibrateForm::MakePlatePanel() {
   PlateName->setToolTip(tr("Name of the Plate: what the face shows, and its range"));
   connect(PlateName, &QLineEdit::textEdited, this,
           [this](const QString& text) { presenter_.Name = text.toStdString(); });
+  column->addWidget(new SearchLine(
+      "SearchPlate", tr("The list shows the Plates that hold this, as you type; Enter takes the first one"),
+      PlateList));
   column->addWidget(PlateList, 1);
   column->addWidget(PlateName);
   column->addWidget(Command("cmdSetNewName", tr("&Rename"), tr("Gives the chosen Plate this name"),

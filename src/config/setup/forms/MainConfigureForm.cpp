@@ -6,6 +6,7 @@
 #include "config/setup/MainConfigurePresenter.h"
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
+#include "ui/SearchLine.h"
 
 namespace tvx {
 namespace {
@@ -118,7 +119,16 @@ QWidget* MainConfigureForm::MakeGaugePanel() {
   });
   QLabel* caption = MakeLabel("LabelGauges", tr("Gauges of this coc&kpit"), "caption");
   caption->setBuddy(Configlist);
-  column->addWidget(caption);
+  auto* search =
+      new SearchLine("SearchGauge",
+                     tr("The list shows the gauges that hold this, and those that are ticked; Enter goes to "
+                        "the first one, and once more opens it"),
+                     Configlist);
+  auto* head = new QHBoxLayout;
+  head->addWidget(caption);
+  head->addStretch(2);
+  head->addWidget(search, 1);
+  column->addLayout(head);
   column->addWidget(Configlist, 1);
   PanelBulk = new GaugeBulkPanel(model_, bulk_, [this] { Configlist->Fill(); });
   column->addWidget(PanelBulk);

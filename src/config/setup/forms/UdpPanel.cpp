@@ -44,7 +44,7 @@ UdpPanel::UdpPanel(ConfigModel& model, const SimulatorFinder& finder) : model_(m
   OptionByteOrderReverse->setObjectName("OptionByteOrderReverse");
   OptionByteOrderReverse->setToolTip(
       tr("How Test X-Plane reads numbers: highest byte first, as X-Plane sent them from old computers"));
-  CheckBlockUsel = new QCheckBox(tr("Leave X-Plane sending at the end (never &unsubscribe)"));
+  CheckBlockUsel = new QCheckBox(tr("Leave X-Plane sending at the end, for other programs"));
   CheckBlockUsel->setObjectName("CheckBlockUsel");
   CheckBlockUsel->setToolTip(
       tr("For an X-Plane whose data output other programs use as well: no USEL is ever sent"));

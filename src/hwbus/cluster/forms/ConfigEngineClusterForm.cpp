@@ -48,10 +48,11 @@ ConfigEngineClusterForm::ConfigEngineClusterForm(const ConfigModel& model, const
       MakeButton("cmdClose", tr("&Close"), tr("Closes this window; the changes stay (Escape)"));
   connect(close, &QPushButton::clicked, this, [this] { CloseAsked(); });
   auto* row = new QHBoxLayout;
-  row->addWidget(
-      MakeLabel("LabelSaveHint",
-                tr("Changes take effect at once. Which needle a channel moves depends on the version above."),
-                "caption"));
+  row->addWidget(MakeLabel(
+      "LabelSaveHint",
+      tr("Changes take effect at once. Which needle a channel moves depends on the version above; the "
+         "cluster counts its needles from 0."),
+      "caption"));
   row->addStretch(1);
   AddCopying(row);
   row->addWidget(close);

@@ -45,14 +45,17 @@ void ConfigSwitchForm::MakeAction() {
   connect(comboAction_, &QComboBox::currentIndexChanged, this, [this] { ShowPreview(); });
   Rows()->insertRow(0, tr("&Action"), comboAction_);
   const QString words =
-      tr("A percentage of the Function's range; a step where the edge increments; the entry of an "
+      tr("A percentage of the Function's range; what is added where it is a step; the entry of an "
          "X-Plane command; -1: send nothing");
   BoxOffOnValue_ = NumberBox("BoxOffOnValue", static_cast<double>(definition.OffOnValue), words);
   boxOnOffValue_ = NumberBox("boxOnOffValue", static_cast<double>(definition.OnOffValue), words);
-  CheckStepOffOn_ = new QCheckBox(tr("increments"));
+  const QString added = tr("Each time, the value is added to what X-Plane has, instead of replacing it");
+  CheckStepOffOn_ = new QCheckBox(tr("as a step"));
+  CheckStepOffOn_->setToolTip(added);
   CheckStepOffOn_->setObjectName("CheckStepOffOn");
   CheckStepOffOn_->setChecked((definition.IncrementFlags & kIOModuleStepOffOn) != 0);
-  CheckStepOnOff_ = new QCheckBox(tr("increments"));
+  CheckStepOnOff_ = new QCheckBox(tr("as a step"));
+  CheckStepOnOff_->setToolTip(added);
   CheckStepOnOff_->setObjectName("CheckStepOnOff");
   CheckStepOnOff_->setChecked((definition.IncrementFlags & kIOModuleStepOnOff) != 0);
   KeytopKeyOn_ = new KeytopEdit(QStringLiteral("KeytopKeyOn"));

@@ -74,7 +74,7 @@ void TakePages(const QDir& folder) {
     if (tabs == nullptr) continue;
     for (int page = 1; page < tabs->count(); ++page) {
       tabs->setCurrentIndex(page);
-      RunFor(std::chrono::milliseconds(200));
+      RunFor(std::chrono::milliseconds(700));
       window->grab().save(folder.filePath(FileName(*window, page)));
     }
   }
@@ -121,6 +121,7 @@ int main(int argc, char** argv) {
                              "cmdCockpit", "cmdFollow"}) {
     if (Press(button)) TakePictures(folder);
   }
+  TakePages(folder);  // of the cockpit
   Press("CmdConfig");
   TakePictures(folder);
   // Each button of the configuration, and those of the forms that it opens.

@@ -1,7 +1,8 @@
 // How the stand-ins behave: one table for all of them.
 #pragma once
 
-#include "virtualcockpit/bus/Device.h"
+#include "drawn/Device.h"
+#include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/pace/SerialWire.h"
 #include "virtualcockpit/sim/SimTraits.h"
 #include "virtualcockpit/yokes/YokeDevice.h"

@@ -1,5 +1,6 @@
 #include "core/GaugeReceiver.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "instruments/kinds/Registry.h"
@@ -41,6 +42,7 @@ void GaugeReceiver::Dispatch(ReplyView reply) {
   if (type < kLowestReplyType || type > kHighestReplyType) return;
   ActiveGauge* gauge = cycle_.GaugeWithID(ReplyGaugeID(reply));
   if (gauge == nullptr || gauge->Driver == nullptr || gauge->Kind != InstrumentOf(type)) return;
+  std::ranges::copy(reply, gauge->Answer.emplace().begin());
   if (!cycle_.NoteAnswer(*gauge)) return;
   try {
     gauge->Driver->TakeReply(reply, *this);

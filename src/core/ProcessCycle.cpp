@@ -294,6 +294,7 @@ void ProcessCycle::SendBatch() {
   if (serial_.DiscardedRests() != rests) health_.NoteDamaged();
   if (result == Serial::BatchResult::Sent) {
     outbox_.Sent(nowMs_);
+    NoteToldBeside();
     if (asked_ != nullptr) {
       health_.NoteAsked(asked_->GaugeID, nowMs_);
       nextQuestionMs_ = nowMs_ + kAnswerTakesMs + static_cast<std::int64_t>(serial_.Backlog().Ms(nowMs_));
@@ -311,11 +312,21 @@ void ProcessCycle::SendBatch() {
   if (leftOver_) ++load_.ticksLeftOver;
 }
 
+// What has left without having waited in the outbox.
+void ProcessCycle::NoteToldBeside() {
+  const auto note = [this](const Told& told) {
+    if (told.command != kCommandReportState) outbox_.NoteSent(told.gaugeID, told.command, told.value, nowMs_);
+  };
+  for (std::size_t i = 0; i < moduleBytes_ / sizeof(GaugeFrame); ++i) note(moduleTold_[i]);
+  if (sideFrameSet_) note(side_);
+}
+
 bool ProcessCycle::Queue(int gaugeID, int command, std::int32_t value) {
   if (!servingModule_) return outbox_.Put(gaugeID, command, value, nowMs_);
   const auto frame = BuildGaugeFrame(gaugeID, command, value);
   if (!frame || moduleBytes_ + frame->size() > moduleFrames_.size()) return false;
   std::copy(frame->begin(), frame->end(), moduleFrames_.begin() + static_cast<std::ptrdiff_t>(moduleBytes_));
+  moduleTold_[moduleBytes_ / sizeof(GaugeFrame)] = {gaugeID, command, value};
   moduleBytes_ += frame->size();
   return true;
 }
@@ -325,6 +336,7 @@ bool ProcessCycle::PrepareSide(int gaugeID, int command, std::int32_t value) {
   if (!frame) return false;
   sideFrame_[0] = 0xFF;
   std::copy(frame->begin(), frame->end(), sideFrame_.begin() + 1);
+  side_ = {gaugeID, command, value};
   sideFrameSet_ = true;
   return true;
 }

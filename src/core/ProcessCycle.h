@@ -108,6 +108,7 @@ class ProcessCycle final : private GaugeTick {
   void ServeGauges();
   void ServeModule();
   void EndPolling();
+  void NoteToldBeside();
   void SendBatch();
   void ForgetGauges();
 
@@ -126,10 +127,17 @@ class ProcessCycle final : private GaugeTick {
   const ActiveGauge* asked_ = nullptr;  // by this tick
   std::int64_t nextQuestionMs_ = 0;
   std::uint32_t roundBegan_ = 0, roundTicks_ = 0;
+  struct Told {
+    int gaugeID = 0, command = 0;
+    std::int32_t value = 0;
+  };
   std::array<Byte, 7> sideFrame_{};
+  Told side_;  // what it tells
   bool sideFrameSet_ = false;
   // An IO module's turn, which goes out behind everything else.
-  std::array<Byte, 8 * sizeof(GaugeFrame)> moduleFrames_{};
+  static constexpr std::size_t kModuleFrames = 8;
+  std::array<Byte, kModuleFrames * sizeof(GaugeFrame)> moduleFrames_{};
+  std::array<Told, kModuleFrames> moduleTold_{};  // what each of them tells
   std::size_t moduleBytes_ = 0;
   bool servingModule_ = false;
   GaugeOutbox outbox_;

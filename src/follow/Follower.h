@@ -22,6 +22,7 @@ class Follower {
   std::vector<Subject> InUse() const;
   // Whose value it is, in a few words.
   std::string TitleOf(const Subject& subject) const;
+  const FollowedParts& Parts() const { return parts_; }
   // Who opened an open port; the port's Function where that is nobody with a road of its own.
   Subject OwnerOf(int port) const;
 

@@ -2,7 +2,9 @@
 // is in kinds/; Registry.h there finds a kind by its Gaugetype code.
 #pragma once
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -108,11 +110,12 @@ class Instrument {
 struct ActiveGauge {
   Byte GaugeID = 0;
   const GaugeRecord* Record = nullptr;
-  const Instrument* Kind = nullptr;     // null for a Gaugetype that no instrument serves,
-  std::unique_ptr<GaugeDriver> Driver;  // and this as well
-  int PollSlot = -1;                    // -1: not polled
-  std::int64_t SendAgainMs = 0;         // when it is sent everything once more; 0: not
-  std::int64_t HeededFromMs = 0;        // its replies count from then on
+  const Instrument* Kind = nullptr;                      // null for a Gaugetype that no instrument serves,
+  std::unique_ptr<GaugeDriver> Driver;                   // and this as well
+  int PollSlot = -1;                                     // -1: not polled
+  std::int64_t SendAgainMs = 0;                          // when it is sent everything once more; 0: not
+  std::int64_t HeededFromMs = 0;                         // its replies count from then on
+  std::optional<std::array<Byte, kReplySize>> Answer{};  // its last reply
 };
 
 }  // namespace tvx

@@ -3,9 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "core/BusWords.h"
+#include "drawn/devices/NeedleDevice.h"
+#include "drawn/devices/RadioDevice.h"
 #include "tests/fakes/SimulatedBus.h"
-#include "virtualcockpit/devices/NeedleDevice.h"
-#include "virtualcockpit/devices/RadioDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx {
 namespace {

@@ -4,9 +4,10 @@
 #include <QTreeWidget>
 #include <algorithm>
 
+#include "drawn/devices/NeedleDevice.h"
 #include "tests/e2e/Flight.h"
 #include "tests/e2e/Hands.h"
-#include "virtualcockpit/devices/NeedleDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {

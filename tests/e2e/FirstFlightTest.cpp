@@ -4,9 +4,10 @@
 #include <QTreeWidget>
 #include <cmath>
 
+#include "drawn/devices/AltimeterDevice.h"
+#include "drawn/devices/NeedleDevice.h"
 #include "tests/e2e/Flight.h"
-#include "virtualcockpit/devices/AltimeterDevice.h"
-#include "virtualcockpit/devices/NeedleDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {

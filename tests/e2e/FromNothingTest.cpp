@@ -1,9 +1,10 @@
 // A user with a box of instruments and an empty folder gets everything flying through the forms alone.
 #include <cmath>
 
+#include "drawn/devices/AltimeterDevice.h"
+#include "drawn/devices/NeedleDevice.h"
 #include "tests/e2e/NewInstallation.h"
-#include "virtualcockpit/devices/AltimeterDevice.h"
-#include "virtualcockpit/devices/NeedleDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {

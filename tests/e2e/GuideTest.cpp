@@ -7,13 +7,14 @@
 #include <map>
 
 #include "config/plates/PlateLookup.h"
+#include "drawn/devices/NeedleDevice.h"
+#include "drawn/devices/RadioDevice.h"
 #include "guide/forms/GuideForm.h"
 #include "instruments/setup/CalibrationTargets.h"
 #include "instruments/setup/GaugeWork.h"
 #include "platform/qt/QtMulticastListener.h"
 #include "tests/e2e/NewInstallation.h"
-#include "virtualcockpit/devices/NeedleDevice.h"
-#include "virtualcockpit/devices/RadioDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {

@@ -3,16 +3,17 @@
 #include <cmath>
 #include <functional>
 
+#include "drawn/devices/AltimeterDevice.h"
+#include "drawn/devices/AudioDevice.h"
+#include "drawn/devices/AutopilotDevice.h"
+#include "drawn/devices/DiscDevices.h"
+#include "drawn/devices/DmeDevice.h"
+#include "drawn/devices/RadioDevice.h"
+#include "drawn/devices/TransponderDevice.h"
+#include "drawn/devices/TrimDevice.h"
+#include "drawn/devices/VorDevice.h"
 #include "tests/e2e/Flight.h"
-#include "virtualcockpit/devices/AltimeterDevice.h"
-#include "virtualcockpit/devices/AudioDevice.h"
-#include "virtualcockpit/devices/AutopilotDevice.h"
-#include "virtualcockpit/devices/DiscDevices.h"
-#include "virtualcockpit/devices/DmeDevice.h"
-#include "virtualcockpit/devices/RadioDevice.h"
-#include "virtualcockpit/devices/TransponderDevice.h"
-#include "virtualcockpit/devices/TrimDevice.h"
-#include "virtualcockpit/devices/VorDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {

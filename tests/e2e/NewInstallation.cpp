@@ -9,7 +9,8 @@
 #include <QSlider>
 #include <QTimer>
 
-#include "virtualcockpit/devices/NeedleDevice.h"
+#include "drawn/devices/NeedleDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {

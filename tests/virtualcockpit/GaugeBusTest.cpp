@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 
+#include "drawn/devices/AltimeterDevice.h"
+#include "drawn/devices/IOModuleDevice.h"
+#include "drawn/devices/NeedleDevice.h"
+#include "drawn/devices/VorDevice.h"
 #include "tests/virtualcockpit/Bytes.h"
+#include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/bus/GaugeBus.h"
-#include "virtualcockpit/devices/AltimeterDevice.h"
-#include "virtualcockpit/devices/IOModuleDevice.h"
-#include "virtualcockpit/devices/NeedleDevice.h"
-#include "virtualcockpit/devices/VorDevice.h"
 
 namespace tvx::vc {
 namespace {

@@ -1,13 +1,14 @@
 // Every instrument of the range by its contract: what commands show, and the answers byte by byte.
 #include <gtest/gtest.h>
 
+#include "drawn/devices/ClockDevice.h"
+#include "drawn/devices/DiscDevices.h"
+#include "drawn/devices/DmeDevice.h"
+#include "drawn/devices/RadioDevice.h"
+#include "drawn/devices/TransponderDevice.h"
+#include "drawn/devices/TrimDevice.h"
 #include "tests/virtualcockpit/Bytes.h"
-#include "virtualcockpit/devices/ClockDevice.h"
-#include "virtualcockpit/devices/DiscDevices.h"
-#include "virtualcockpit/devices/DmeDevice.h"
-#include "virtualcockpit/devices/RadioDevice.h"
-#include "virtualcockpit/devices/TransponderDevice.h"
-#include "virtualcockpit/devices/TrimDevice.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

@@ -7,9 +7,10 @@
 #include <QSpinBox>
 #include <QWheelEvent>
 
-#include "virtualcockpit/devices/RadioDevice.h"
-#include "virtualcockpit/faces/MakeFace.h"
-#include "virtualcockpit/faces/dials/Scale.h"
+#include "drawn/devices/RadioDevice.h"
+#include "drawn/faces/MakeFace.h"
+#include "drawn/faces/dials/Scale.h"
+#include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
 #include "virtualcockpit/panel/PanelWindow.h"
 

@@ -7,12 +7,11 @@
 #include <variant>
 
 #include "base/Bytes.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 
 inline constexpr std::size_t kCommandFrameSize = 6;
-inline constexpr std::size_t kReplySize = 25;
-using Reply = std::array<Byte, kReplySize>;
 
 // A command to the gauge with the address.
 struct CommandFrame {

@@ -6,7 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "virtualcockpit/bus/Device.h"
+#include "drawn/Device.h"
+#include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/bus/Frames.h"
 
 namespace tvx::vc {

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "virtualcockpit/bus/Wire.h"
+#include "drawn/Wire.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "base/Bytes.h"
-#include "virtualcockpit/bus/Device.h"
+#include "drawn/Device.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 

@@ -11,7 +11,8 @@
 #include <QSpinBox>
 #include <cmath>
 
-#include "virtualcockpit/widgets/Theme.h"
+#include "drawn/widgets/Theme.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

@@ -3,7 +3,8 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "virtualcockpit/widgets/Theme.h"
+#include "drawn/widgets/Theme.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

@@ -6,8 +6,9 @@
 #include <QToolTip>
 #include <cmath>
 
+#include "drawn/widgets/Theme.h"
 #include "hwbus/iomodule/IOModuleInput.h"
-#include "virtualcockpit/widgets/Theme.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "virtualcockpit/widgets/Theme.h"
+#include "drawn/widgets/Theme.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

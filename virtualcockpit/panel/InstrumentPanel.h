@@ -6,8 +6,9 @@
 #include <QWidget>
 #include <vector>
 
+#include "drawn/widgets/InstrumentWidget.h"
+#include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/panel/PanelPlan.h"
-#include "virtualcockpit/widgets/InstrumentWidget.h"
 
 namespace tvx::vc {
 

@@ -5,8 +5,9 @@
 #include <cmath>
 #include <span>
 
-#include "virtualcockpit/faces/MakeFace.h"
-#include "virtualcockpit/widgets/Theme.h"
+#include "drawn/faces/MakeFace.h"
+#include "drawn/widgets/Theme.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

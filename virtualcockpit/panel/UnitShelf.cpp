@@ -2,9 +2,10 @@
 
 #include <QHBoxLayout>
 
+#include "drawn/widgets/Theme.h"
+#include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/panel/ClusterWidget.h"
 #include "virtualcockpit/panel/IOModuleWidget.h"
-#include "virtualcockpit/widgets/Theme.h"
 
 namespace tvx::vc {
 

@@ -6,7 +6,8 @@
 #include <QPainter>
 #include <QTimer>
 
-#include "virtualcockpit/widgets/Theme.h"
+#include "drawn/widgets/Theme.h"
+#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {

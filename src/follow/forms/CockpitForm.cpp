@@ -20,14 +20,18 @@ constexpr std::array<const char*, kCockpitColumns> kWidest{"014 Heading Indicato
 }  // namespace
 
 CockpitForm::CockpitForm(const Follower& follower, std::function<void()> writeTrace)
-    : Form("frmCockpit"), list_(follower), writeTrace_(std::move(writeTrace)) {
+    : Form("frmCockpit"),
+      list_(follower),
+      writeTrace_(std::move(writeTrace)),
+      PanelCockpit(new DrawnPanel(follower.Parts())) {
   setWindowTitle(tr("The cockpit on one page"));
   auto* column = new QVBoxLayout(this);
   SpaceForm(column);
   column->addWidget(MakeLabel("LabelCockpit", tr("Everything in use"), "title"));
   column->addLayout(MakeSearch());
   MakeList();
-  column->addWidget(ListCockpit, 1);
+  MakeTabs();
+  column->addWidget(TabsCockpit, 1);
   column->addLayout(MakeButtons());
   connect(&timer_, &QTimer::timeout, this, [this] {
     if (isVisible() && !isMinimized()) Refresh();
@@ -57,6 +61,28 @@ QLayout* CockpitForm::MakeSearch() {
     SearchCockpit->selectAll();
   });
   return row;
+}
+
+// The drawn panel costs nothing while it is not looked at.
+void CockpitForm::MakeTabs() {
+  TabsCockpit = new QTabWidget;
+  TabsCockpit->setObjectName("TabsCockpit");
+  TabsCockpit->setAccessibleName(tr("The cockpit as a list, and drawn"));
+  TabsCockpit->setDocumentMode(true);
+  TabsCockpit->addTab(ListCockpit, tr("&List"));
+  TabsCockpit->addTab(PanelCockpit, tr("&Drawn"));
+  TabsCockpit->setTabToolTip(0, tr("Everything in use, what is in trouble first"));
+  TabsCockpit->setTabToolTip(1, tr("Every gauge with its face, as it was sent last"));
+  connect(PanelCockpit, &DrawnPanel::FollowAsked, this, &CockpitForm::FollowAsked);
+  connect(&pictures_, &QTimer::timeout, this, [this] {
+    if (isVisible() && !isMinimized()) PanelCockpit->Refresh();
+  });
+  connect(TabsCockpit, &QTabWidget::currentChanged, this, [this] {
+    if (!Drawn()) return pictures_.stop();
+    PanelCockpit->Refresh();
+    PanelCockpit->Show(list_);
+    pictures_.start(kPictureMs);
+  });
 }
 
 void CockpitForm::MakeList() {
@@ -132,6 +158,7 @@ void CockpitForm::Show() {
   const int wanted = static_cast<int>(list_.Lines());
   while (ListCockpit->topLevelItemCount() > wanted) delete ListCockpit->takeTopLevelItem(wanted);
   while (ListCockpit->topLevelItemCount() < wanted) new QTreeWidgetItem(ListCockpit);
+  if (Drawn()) PanelCockpit->Show(list_);
   for (int i = 0; i < wanted; ++i) ShowLine(*ListCockpit->topLevelItem(i), static_cast<std::size_t>(i));
   const QString all = list_.Lines() == list_.All()
                           ? tr("%1 in use").arg(list_.All())
@@ -156,6 +183,10 @@ void CockpitForm::ShowLine(QTreeWidgetItem& item, std::size_t line) {
 }
 
 void CockpitForm::Follow() {
+  if (Drawn()) {
+    if (PanelCockpit->Chosen().number != 0) emit FollowAsked(PanelCockpit->Chosen());
+    return;
+  }
   const int line = ListCockpit->indexOfTopLevelItem(ListCockpit->currentItem());
   if (line < 0) return;
   const Subject subject = list_.SubjectOf(static_cast<std::size_t>(line));

@@ -83,6 +83,14 @@ void GaugeOutbox::NoteShown(int gaugeID, int command, std::int32_t value) {
   std::erase(waiting_, static_cast<std::uint16_t>(&slot - slots_.data()));
 }
 
+void GaugeOutbox::NoteSent(int gaugeID, int command, std::int32_t value, std::int64_t nowMs) {
+  Slot& slot = FindOrMake(gaugeID, command);
+  slot.toldBefore = slot.everTold ? slot.told : value;
+  slot.told = value;
+  slot.leftMs = nowMs;
+  slot.everTold = true;
+}
+
 bool GaugeOutbox::WasTold(int gaugeID, int command, std::int32_t value, std::int64_t nowMs) const {
   const Slot* slot = Find(gaugeID, command);
   if (slot == nullptr || !slot->everTold) return false;

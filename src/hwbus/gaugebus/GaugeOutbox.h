@@ -22,6 +22,8 @@ class GaugeOutbox {
   // The instrument shows this by itself, since its knob was turned: what waits for it is older, and is
   // dropped.
   void NoteShown(int gaugeID, int command, std::int32_t value);
+  // The instrument was told the value by a frame that does not go through here.
+  void NoteSent(int gaugeID, int command, std::int32_t value, std::int64_t nowMs);
   // True when the instrument was told the value last, or was told another one so recently that an answer may
   // still speak of it.
   bool WasTold(int gaugeID, int command, std::int32_t value, std::int64_t nowMs) const;

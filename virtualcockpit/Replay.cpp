@@ -8,6 +8,17 @@ namespace {
 
 constexpr std::size_t kLargestFile = std::size_t{64} << 20;
 
+// The configuration keeps raw positions less the middle of their range.
+constexpr int kRawMiddle = 32768;
+
+std::array<YokeTravel, kYokeAxes> TravelOf(const YokeRecord& yoke) {
+  const auto travel = [](int low, int centre, int high) {
+    return low == high ? YokeTravel{} : YokeTravel{low + kRawMiddle, centre + kRawMiddle, high + kRawMiddle};
+  };
+  return {travel(yoke.RollLeft, yoke.RollCentre, yoke.RollRight),
+          travel(yoke.PitchForward, yoke.PitchCentre, yoke.PitchBack)};
+}
+
 }  // namespace
 
 bool LoadTrace(const std::string& file, Trace& trace, ConfigModel& model, std::string& error) {
@@ -23,8 +34,14 @@ bool LoadTrace(const std::string& file, Trace& trace, ConfigModel& model, std::s
   return false;
 }
 
-Replay::Replay(const Trace& trace, Cockpit& cockpit, const Peer& program, QObject* parent)
+Replay::Replay(const Trace& trace, Cockpit& cockpit, const std::vector<std::unique_ptr<YokeLine>>& yokes,
+               const Peer& program, QObject* parent)
     : QObject(parent), trace_(trace), cockpit_(cockpit), program_(program) {
+  const bool first = cockpit.Model().General.ComPortYoke1 > 0;
+  for (std::size_t i = 0; i < yokes.size() && i < yokes_.size(); ++i) {
+    yokes_[first ? i : 1] = yokes[i].get();
+    yokes[i]->Device().SetFault(YokeFault::Silent);
+  }
   // What they answered is in the trace.
   cockpit_.Gauges().SetFault(LineFault::Silent);
   for (Unit* unit : {static_cast<Unit*>(&cockpit_.IOModuleOf(1)), static_cast<Unit*>(&cockpit_.IOModuleOf(2)),
@@ -71,8 +88,13 @@ void Replay::ToHardware(const TraceEntry& entry) {
     case TraceSource::IOModule2:
       return cockpit_.IOModuleOf(2).Receive(entry.bytes, now);
     default:
-      return;  // yokes are not drawn from a trace
+      if (YokeLine* yoke = YokeOf(entry.source)) yoke->Device().OnBytes(entry.bytes);
   }
+}
+
+YokeLine* Replay::YokeOf(TraceSource source) const {
+  if (source == TraceSource::Yoke1) return yokes_[0];
+  return source == TraceSource::Yoke2 ? yokes_[1] : nullptr;
 }
 
 void Replay::FromHardware(const TraceEntry& entry) {
@@ -81,6 +103,11 @@ void Replay::FromHardware(const TraceEntry& entry) {
   if (entry.source == TraceSource::EngineCluster) line = cockpit_.ClusterLine();
   if (entry.source == TraceSource::IOModule1) line = cockpit_.IOModuleLine(1);
   if (entry.source == TraceSource::IOModule2) line = cockpit_.IOModuleLine(2);
+  if (YokeLine* yoke = YokeOf(entry.source)) {
+    const ConfigModel& model = cockpit_.Model();
+    yoke->Device().TakeAnswers(entry.bytes, TravelOf(yoke == yokes_[0] ? model.Yoke1 : model.Yoke2));
+    line = yoke;
+  }
   if (line != nullptr) line->Say(entry.bytes);
 }
 

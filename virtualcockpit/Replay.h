@@ -9,6 +9,7 @@
 #include "virtualcockpit/Cockpit.h"
 #include "virtualcockpit/pace/Clock.h"
 #include "virtualcockpit/sim/UdpPort.h"
+#include "virtualcockpit/yokes/YokeLine.h"
 
 namespace tvx::vc {
 
@@ -18,9 +19,11 @@ bool LoadTrace(const std::string& file, Trace& trace, ConfigModel& model, std::s
 class Replay : public QObject {
   Q_OBJECT
  public:
-  // The cockpit is one whose own simulator is off; its instruments do not answer by themselves any more. Both
-  // must outlive the replay. `program`: where the recorded simulator's datagrams are sent.
-  Replay(const Trace& trace, Cockpit& cockpit, const Peer& program, QObject* parent = nullptr);
+  // The cockpit is one whose own simulator is off; its instruments, and `yokes`, those that its configuration
+  // names, do not answer by themselves any more. All must outlive the replay. `program`: where the recorded
+  // simulator's datagrams are sent.
+  Replay(const Trace& trace, Cockpit& cockpit, const std::vector<std::unique_ptr<YokeLine>>& yokes,
+         const Peer& program, QObject* parent = nullptr);
 
   // From the beginning, in the time it took.
   void Start();
@@ -32,10 +35,12 @@ class Replay : public QObject {
   void Play(const TraceEntry& entry);
   void ToHardware(const TraceEntry& entry);
   void FromHardware(const TraceEntry& entry);
+  YokeLine* YokeOf(TraceSource source) const;
 
   static constexpr int kTickMs = 10;
   const Trace& trace_;
   Cockpit& cockpit_;
+  std::array<YokeLine*, 2> yokes_{};  // null where the configuration names none
   const Peer program_;
   SystemClock clock_;
   UdpPort port_;

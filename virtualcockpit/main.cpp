@@ -98,15 +98,15 @@ int main(int argc, char** argv) {
   vc::Cockpit cockpit(model, {options.port, ".", true, options.traits, options.simulator});
   cockpit.Sim().SetSpeed(options.speed);
   if (!cockpit.Start()) Say(cockpit.Simulation().LastError() + cockpit.GaugeLine().Line().LastError());
-  std::optional<vc::Replay> replay;
-  if (options.replay && loaded) {
-    const auto program = vc::PeerOf("127.0.0.1", model.General.LocalPort);
-    replay.emplace(trace, cockpit, program.value_or(vc::Peer{}));
-    replay->Start();
-  }
   const auto yokes = vc::MakeYokes(model, ".", cockpit.Traits().lines, cockpit.Traits().yokes);
   for (const auto& yoke : yokes) {
     if (!yoke->Plug()) Say(yoke->Line().LastError());
+  }
+  std::optional<vc::Replay> replay;
+  if (options.replay && loaded) {
+    const auto program = vc::PeerOf("127.0.0.1", model.General.LocalPort);
+    replay.emplace(trace, cockpit, yokes, program.value_or(vc::Peer{}));
+    replay->Start();
   }
   const auto setYokes = [&yokes](const vc::Traits& traits) {
     vc::SetYokeTraits(yokes, traits.lines, traits.yokes);

@@ -12,6 +12,9 @@ enum Command { kSpring = 1, kBias = 2, kFeel = 3, kVibration = 4, kServo = 5, kR
 // Status bits of the answer.
 constexpr int kHasPower = 1, kStopPressed = 4, kFades = 8;
 constexpr Byte kKind = 200;
+// Places in the answer.
+constexpr std::size_t kReplySize = 25, kStatusPlace = 3, kRollPlace = 6, kRollMark = 8, kPitchPlace = 9,
+                      kPitchMark = 11, kButtonsPlace = 12;
 // What a parameter's whole stands for.
 constexpr double kWhole = 16383, kNoForce = 8192, kWholeForce = 8191, kWholeGradient = 2048;
 constexpr double kHalfRange = 32768;  // raw steps at which a whole gradient gives the whole force
@@ -139,26 +142,54 @@ int YokeDevice::RawPosition(std::size_t axis) const {
   return static_cast<int>(std::lround(kRawCentre + axes_[axis].position * kRawTravel));
 }
 
+void YokeDevice::TakeAnswers(ByteView bytes, const std::array<YokeTravel, kYokeAxes>& travel) {
+  answered_.insert(answered_.end(), bytes.begin(), bytes.end());
+  while (answered_.size() >= kReplySize) {
+    const bool whole = answered_[0] == 0 && answered_[kRollMark] == 'P' && answered_[kPitchMark] == 'S' &&
+                       answered_[kReplySize - 1] == 0xFF;
+    if (whole) TakeAnswer(ByteView(answered_).first(kReplySize), travel);
+    answered_.erase(answered_.begin(), answered_.begin() + (whole ? kReplySize : 1));
+  }
+}
+
+void YokeDevice::TakeAnswer(ByteView answer, const std::array<YokeTravel, kYokeAxes>& travel) {
+  led_ = true;
+  const auto word = [&](std::size_t at) { return answer[at] * 256 + answer[at + 1]; };
+  for (std::size_t i = 0; i < kYokeAxes; ++i) {
+    const auto [low, centre, high] = travel[i];
+    const int raw = word(i == 0 ? kRollPlace : kPitchPlace);
+    double place = static_cast<double>(raw - kRawCentre) / kRawTravel;
+    if (low != high) {
+      const bool upper = (raw > centre) == (high > centre);
+      const int whole = upper ? high - centre : centre - low;
+      place = whole == 0 ? 0 : static_cast<double>(raw - centre) / whole;
+    }
+    Place(i, place);
+  }
+  buttons_ = static_cast<std::uint16_t>(word(kButtonsPlace));
+  stop_ = (answer[kStatusPlace] & kStopPressed) != 0;
+}
+
 void YokeDevice::Answer() {
   if (fault_ == YokeFault::Silent) return;
-  std::array<Byte, 25> reply{};
+  std::array<Byte, kReplySize> reply{};
   const auto put = [&reply](std::size_t at, int value) {
     reply[at] = static_cast<Byte>(value >> 8);
     reply[at + 1] = static_cast<Byte>(value & 0xFF);
   };
   reply[1] = address_;
   reply[2] = kKind;
-  reply[3] = static_cast<Byte>((fault_ == YokeFault::NoPower ? 0 : kHasPower) | (stop_ ? kStopPressed : 0) |
-                               (fadedSince_ ? kFades : 0));
+  reply[kStatusPlace] = static_cast<Byte>((fault_ == YokeFault::NoPower ? 0 : kHasPower) |
+                                          (stop_ ? kStopPressed : 0) | (fadedSince_ ? kFades : 0));
   fadedSince_ = false;
-  put(6, RawPosition(0));
-  reply[8] = fault_ == YokeFault::Garbled ? '?' : 'P';
-  put(9, RawPosition(1));
-  reply[11] = 'S';
-  put(12, buttons_);
+  put(kRollPlace, RawPosition(0));
+  reply[kRollMark] = fault_ == YokeFault::Garbled ? '?' : 'P';
+  put(kPitchPlace, RawPosition(1));
+  reply[kPitchMark] = 'S';
+  put(kButtonsPlace, buttons_);
   put(15, static_cast<int>(std::abs(axes_[0].force) * kThousand));
   put(17, static_cast<int>(std::abs(axes_[1].force) * kThousand));
-  reply[24] = 0xFF;
+  reply.back() = 0xFF;
   ++answers_;
   send_(fault_ == YokeFault::Half ? ByteView(reply).first(reply.size() / 2) : ByteView(reply));
 }
@@ -215,6 +246,7 @@ void YokeDevice::Step(double seconds) {
   for (std::size_t i = 0; i < kYokeAxes; ++i) {
     Motion& axis = axes_[i];
     axis.force = Wanted(axis, seconds);
+    if (led_) continue;
     double force = axis.force + axis.vibration;
     // Friction and damping have what spring, servo and bias leave of the limit.
     const double left = std::max(0.0, fade_ * limit_ - std::abs(axis.force));

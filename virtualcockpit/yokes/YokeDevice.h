@@ -13,6 +13,11 @@ namespace tvx::vc {
 
 inline constexpr std::size_t kYokeAxes = 2;  // roll, pitch
 
+// Raw positions of an axis at its ends and between them; all 0: the device's own.
+struct YokeTravel {
+  int low = 0, centre = 0, high = 0;
+};
+
 // What can be wrong with a yoke.
 enum class YokeFault {
   None,
@@ -47,6 +52,10 @@ class YokeDevice {
   // Time goes on by `seconds`, in steps no longer than kStep: forces act, the axes move. Without commands for
   // the hold time the forces fade by themselves; with commands they rise again.
   void Advance(double seconds);
+
+  // For one that stands for another yoke: takes over where that one's answers say that it is, in pieces as
+  // they come. From then on nothing else moves its axes.
+  void TakeAnswers(ByteView bytes, const std::array<YokeTravel, kYokeAxes>& travel);
 
   // A hand that pulls an axis towards a place (-1..1), as strongly as kHand; Let takes it off.
   void Grip(std::size_t axis, double place);
@@ -92,6 +101,7 @@ class YokeDevice {
     double hand = 0;
   };
   void OnFrame();
+  void TakeAnswer(ByteView answer, const std::array<YokeTravel, kYokeAxes>& travel);
   void Answer();
   void Step(double seconds);
   double Wanted(Motion& axis, double seconds) const;
@@ -102,6 +112,8 @@ class YokeDevice {
   std::vector<Byte> frame_;
   std::array<Motion, kYokeAxes> axes_{};
   std::array<bool, kYokeAxes> gripped_{};
+  std::vector<Byte> answered_;  // the beginning of an answer that is taken over
+  bool led_ = false;            // by answers of another yoke
   bool servo_ = false, stop_ = false;
   double servoSpeed_ = 0, servoForce_ = 0;
   double limit_ = 0, friction_ = 0, damping_ = 0;

@@ -37,6 +37,16 @@ void NeedleSteps::Refresh() {
   }
   if (again < 0) tuning_ = false;
   current_ = again;
+  if (!tuning_) return;
+  const CalibrationTarget& target = needles_[static_cast<std::size_t>(current_)];
+  tuning_ = NeedleFunction(model_, target) == givenFunction_ && NeedlePlate(model_, target) == givenPlate_ &&
+            model_.PlateOf(givenPlate_) != nullptr;
+}
+
+void NeedleSteps::NoteGiven() {
+  const CalibrationTarget& target = needles_[static_cast<std::size_t>(current_)];
+  givenFunction_ = NeedleFunction(model_, target);
+  givenPlate_ = NeedlePlate(model_, target);
 }
 
 std::string NeedleSteps::StateOf(std::size_t needle) const {
@@ -85,6 +95,7 @@ std::string NeedleSteps::TakeFace(std::size_t face) {
   point_ = 0;
   ownPlate_ = -1;
   tuning_ = true;
+  NoteGiven();
   ShowPoint();
   return {};
 }
@@ -217,6 +228,7 @@ void NeedleSteps::StoreTuned() {
   plate.Name = model_.PlateOf(now)->Name + " (" + whose + ')';
   ownPlate_ = AddPlate(model_, plate);
   if (ownPlate_ >= 0) Put(0, ownPlate_);
+  NoteGiven();
 }
 
 void NeedleSteps::Tick() {

@@ -54,6 +54,7 @@ class NeedleSteps {
   std::string Assign(const ReadyFace& face);
   void Put(int function, int plate);
   bool UsedElsewhere(int plate) const;
+  void NoteGiven();
 
   ConfigModel& model_;
   GuideHardware& hardware_;
@@ -66,7 +67,8 @@ class NeedleSteps {
   std::size_t point_ = 0;
   std::vector<int> offsets_;  // of the points asked about so far
   int position_ = 0;
-  int ownPlate_ = -1;  // that was made for the needle
+  int ownPlate_ = -1;                        // that was made for the needle
+  int givenFunction_ = 0, givenPlate_ = -1;  // what the needle was given; otherwise it was undone
   int ticks_ = 0;
 };
 

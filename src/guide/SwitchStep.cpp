@@ -97,6 +97,14 @@ std::vector<std::size_t> SwitchStep::Uses() const {
   return fitting;
 }
 
+std::optional<std::size_t> SwitchStep::UseNow() const {
+  if (!chosen_ || !presenter_.Defined(*chosen_)) return std::nullopt;
+  const std::string name = UseOf(model_, presenter_.DefinitionOf(*chosen_));
+  const auto use = std::ranges::find(UsualUses(), name, &UsualUse::name);
+  if (use == UsualUses().end()) return std::nullopt;
+  return static_cast<std::size_t>(use - UsualUses().begin());
+}
+
 bool SwitchStep::Take(std::size_t use) {
   if (!chosen_ || use >= UsualUses().size()) return false;
   const auto definitions = DefinitionsFor(model_, UsualUses()[use], *chosen_);

@@ -35,6 +35,8 @@ class SwitchStep {
   std::string Words() const;
   // The places in UsualUses() of those that fit what was moved.
   std::vector<std::size_t> Uses() const;
+  // The place in UsualUses() of the one that what was moved has already.
+  std::optional<std::size_t> UseNow() const;
   // Gives what was moved this use. False, with a message, where that cannot be.
   bool Take(std::size_t use);
   // How many inputs are defined.

@@ -1,4 +1,5 @@
 // Undo, redo and Save at the foot of the forms, by real keys.
+#include <QListWidget>
 #include <QTest>
 
 #include "tests/forms/FormsRig.h"
@@ -68,6 +69,35 @@ TEST_F(UndoTest, OpenFormsFollow) {
   Settle();
   EXPECT_EQ(program_->Model().Gauges[7].GaugeType, 0);
   EXPECT_NE(QApplication::activeModalWidget(), instrument) << "its gauge has gone";
+}
+
+// A face that the guide gave is one step; while its points are asked about, its end is the question's too.
+TEST_F(UndoTest, WhatTheGuideGaveIsTakenBack) {
+  Begin();
+  program_->Start().CmdConfigure_Click();
+  Settle();
+  Click(Configuration(), "cmdGuide");
+  QWidget* guide = InFront(QApplication::activeModalWidget());
+  ASSERT_EQ(guide->objectName(), "frmGuide");
+  Control<QListWidget>(guide, "ListSteps")->setCurrentRow(2);
+  Control<QListWidget>(guide, "ListNeedles")->setCurrentRow(0);
+  Settle();
+  const ConfigModel& model = program_->Model();
+  const GaugeRecord before = model.Gauges[7];
+  const std::vector<PlateRecord> plates = model.Plates;
+  auto* faces = Control<QListWidget>(guide, "ListFaces");
+  emit faces->itemActivated(faces->item(2));
+  Settle();
+  const GaugeRecord given = model.Gauges[7];
+  EXPECT_NE(given, before);
+  EXPECT_TRUE(LabelText(guide, "LabelQuestion").starts_with("Does it stand at"));
+  Key(guide, Qt::Key_Z, Qt::ControlModifier);
+  Settle();
+  EXPECT_EQ(model.Gauges[7], before);
+  EXPECT_EQ(model.Plates, plates);
+  EXPECT_EQ(LabelText(guide, "LabelQuestion"), "Which face moved?");
+  Key(guide, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(model.Gauges[7], given);
 }
 
 // Their changes are saved where they are made, and said so before.

@@ -1,6 +1,7 @@
 #include "guide/forms/GuideForm.h"
 
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "base/NumberFormat.h"
 #include "config/setup/GaugeList.h"
@@ -154,11 +155,21 @@ void GuideForm::ShowRadios() {
   if (lines.isEmpty()) lines << tr("No radio that could be one or another: no question here.");
   SetLines(ListRadios, lines);
   if (moved >= 0) ListRadios->setCurrentRow(moved);
-  const std::string words = guide_.Hand().Words();
-  SetTextIfChanged(LabelTouched, words.empty() ? "Press or turn something on one of these." : words);
+  SetTextIfChanged(LabelTouched, RadioWords());
   const int id = guide_.Hand().Moved();
   const bool radio = id >= 0 && IsRadio(model.Gauges[static_cast<std::size_t>(id)].GaugeType);
   for (QPushButton* role : roles_) role->setEnabled(radio);
+}
+
+// What moved and what it is now; and what there is to do next.
+std::string GuideForm::RadioWords() const {
+  const bool done = guide_.StateOf(GuideStep::Radios) == "done";
+  const std::string next = done ? "Every radio has its role." : "Press or turn something on one of these.";
+  const std::string moved = guide_.Hand().Words();
+  if (moved.empty()) return next;
+  const int id = guide_.Hand().Moved();
+  const std::string role = RadioRoleOf(guide_.Model(), id);
+  return role.empty() ? moved : moved + " It is " + role + ". " + next;
 }
 
 void GuideForm::ShowFaces() {
@@ -225,6 +236,10 @@ void GuideForm::ShowSwitches() {
     }
   }
   ListUses->setEnabled(step.Chosen().has_value());
+  const auto now = step.UseNow();
+  const auto row = now ? std::ranges::find(shownUses_, *now) : shownUses_.end();
+  const QSignalBlocker quiet(ListUses);
+  ListUses->setCurrentRow(row == shownUses_.end() ? -1 : static_cast<int>(row - shownUses_.begin()));
 }
 
 void GuideForm::TakeUse(const QListWidgetItem* item) {
@@ -237,6 +252,12 @@ void GuideForm::ShowFlight() {
   cmdFly->setText(guide_.Flight().Running() ? tr("&Stop") : tr("&Move everything"));
   ProgressFlight->setValue(guide_.Flight().Percent());
   SetTextIfChanged(LabelFlight, guide_.Flight().Words());
+  SetTextIfChanged(
+      LabelAfterFlight,
+      guide_.Flight().Done()
+          ? tr("If all has moved, press \"Save and start with it\": it flies at every start. A needle "
+               "that did not move has no Plate, no power, or another address.")
+          : QString());
 }
 
 void GuideForm::cmdSaveStart_Click() {

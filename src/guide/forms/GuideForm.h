@@ -36,6 +36,7 @@ class GuideForm : public Form {
   void ShowSteps();
   void ShowFind();
   void ShowRadios();
+  std::string RadioWords() const;
   void ShowNeedles();
   void ShowFaces();
   void ShowSwitches();
@@ -50,7 +51,7 @@ class GuideForm : public Form {
                           *ListUses = nullptr;
   QStackedWidget* Pages;
   QLabel *LabelFound = nullptr, *LabelFixed = nullptr, *LabelTouched = nullptr, *LabelQuestion = nullptr,
-         *LabelMoved = nullptr, *LabelFlight = nullptr, *LabelSaved = nullptr;
+         *LabelMoved = nullptr, *LabelFlight = nullptr, *LabelAfterFlight = nullptr, *LabelSaved = nullptr;
   QProgressBar *ProgressFind = nullptr, *ProgressFlight = nullptr;
   QPushButton *cmdFind = nullptr, *cmdYes = nullptr, *cmdAsItIs = nullptr, *cmdFly = nullptr;
   QWidget* Tuning = nullptr;

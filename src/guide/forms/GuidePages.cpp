@@ -195,7 +195,9 @@ QWidget* GuideForm::MakeFlightPage() {
   row->addWidget(cmdFly);
   row->addWidget(ProgressFlight, 1);
   column->addWidget(LabelFlight);
+  LabelAfterFlight = MakeWords("LabelAfterFlight");
   column->addLayout(row);
+  column->addWidget(LabelAfterFlight);
   column->addStretch(1);
   return page;
 }

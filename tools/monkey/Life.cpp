@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDialog>
+#include <QScrollArea>
 #include <QTimer>
 
 #include "tools/monkey/Options.h"
@@ -33,8 +34,12 @@ QWidget* Named(const std::vector<QWidget*>& windows, const QString& name) {
   return nullptr;
 }
 
+// Where the form scrolls, it is scrolled there.
 QWidget* ControlOf(QWidget* window, const char* name) {
   auto* control = window == nullptr ? nullptr : window->findChild<QWidget*>(name);
+  auto* area = window == nullptr ? nullptr : window->findChild<QScrollArea*>("ScrollForm");
+  if (control != nullptr && area != nullptr && area->isAncestorOf(control))
+    area->ensureWidgetVisible(control);
   return control != nullptr && Usable(*control, *window) ? control : nullptr;
 }
 

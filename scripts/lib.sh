@@ -22,6 +22,7 @@ packages_for() {
     bench) echo libbenchmark-dev ;;
     tidy) echo clang clang-tidy ;;
     mutate) echo python3 ;;
+    windows-logic) echo g++-mingw-w64-x86-64-posix wine wine64 googletest python3 cmake ninja-build ccache ;;
     package) echo dpkg-dev file ;;
     package-try) echo lintian ;;
     adapters) echo qemu-system-x86 seabios busybox-static cpio kmod udev python3 ;;

@@ -2,13 +2,12 @@
 
 #include <QApplication>
 #include <QThread>
+#include <array>
 #include <ctime>
 
 #include "config/StandardFunctions.h"
 #include "config/plates/StandardPlates.h"
 #include "platform/AtomicFile.h"
-#include "platform/linux/KeyInjectors.h"
-#include "platform/qt/QtFdWatcher.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "ui/LogoFace.h"
 
@@ -22,48 +21,19 @@ constexpr int kLinkTickMs = 20;
 
 constexpr const char* kTraceFile = "TVXTrace.txt";
 
-std::array<std::unique_ptr<TtyPort>, kHardwareGroups> MakePorts(LineKeepers& keepers) {
-  std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports;
-  for (auto& port : ports) port = std::make_unique<TtyPort>(std::make_unique<KeptTty>(keepers));
-  return ports;
-}
-
-// In the order of HardwareGroup.
-constexpr TraceSource kSources[kHardwareGroups] = {TraceSource::GaugeBus,  TraceSource::EngineCluster,
-                                                   TraceSource::IOModule1, TraceSource::IOModule2,
-                                                   TraceSource::Yoke1,     TraceSource::Yoke2};
-
-std::array<std::unique_ptr<TracedPort>, kHardwareGroups> TracePorts(
-    const std::array<std::unique_ptr<TtyPort>, kHardwareGroups>& owned, TraceRing& trace,
-    const Clock& clock) {
-  std::array<std::unique_ptr<TracedPort>, kHardwareGroups> traced;
-  for (std::size_t i = 0; i < owned.size(); ++i) {
-    traced[i] = std::make_unique<TracedPort>(*owned[i], kSources[i], trace, clock);
-  }
-  return traced;
-}
-
-HardwarePorts::Ports PortsOf(const std::array<std::unique_ptr<TracedPort>, kHardwareGroups>& owned) {
-  HardwarePorts::Ports ports{};
-  for (std::size_t i = 0; i < owned.size(); ++i) ports[i] = owned[i].get();
-  return ports;
-}
-
 }  // namespace
 
-Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, LineServer* lines,
+Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, Machine* machine,
                  MulticastListener* beacons)
-    : ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
+    : ownMachine_(machine == nullptr ? MakeMachine() : nullptr),
+      machine_(machine == nullptr ? *ownMachine_ : *machine),
+      ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
       boxes_(boxes == nullptr ? *ownBoxes_ : *boxes, said_),
       file_(model_, boxes_),
       sim_(model_, tracedSocket_, boxes_, clock_),
-      ownLines_(lines == nullptr ? std::make_unique<LineServer>() : nullptr),
-      keepers_(lines == nullptr ? *ownLines_ : *lines, [] { return std::make_unique<QtFdWatcher>(); }),
-      ports_(MakePorts(keepers_)),
-      tracedPorts_(TracePorts(ports_, trace_, clock_)),
-      hardware_(model_, PortsOf(tracedPorts_)),
+      hardware_(model_, ports_.Ports()),
       serial_(hardware_, boxes_, clock_),
-      ownKeys_(keys == nullptr ? MakeKeyInjector() : nullptr),
+      ownKeys_(keys == nullptr ? machine_.MakeKeys() : nullptr),
       keys_(keys == nullptr ? *ownKeys_ : *keys),
       // A keystroke meant for the simulator must not land in the program's own window.
       keystrokes_(keys_, boxes_, [this] { return statusForm_ && statusForm_->isMinimized(); }),
@@ -77,7 +47,7 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
       engineCluster_(model_, sim_, hardware_, boxes_, clock_,
                      [this] { return run_.Cycle().CockpitLighting().Word(); }),
-      yokes_(model_, sim_, hardware_, boxes_, clock_, lastWords_),
+      yokes_(model_, sim_, hardware_, boxes_, clock_, machine_.MakeJoysticks(), *lastWords_),
       start_(model_, file_, sim_, finder_, boxes_, *this, clock_, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_,
@@ -86,9 +56,9 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
                       serial_,
                       run_,
                       peripherals_,
-                      devices == nullptr ? ownDevices_ : *devices,
+                      devices == nullptr ? machine_.Adapters() : *devices,
                       adapterLine_,
-                      comPorts_,
+                      machine_.Numbers(),
                       engineCluster_,
                       functions_,
                       finder_,
@@ -158,13 +128,6 @@ void Program::UnloadEverything() {
   sim_.ClearAllRREF();
   sim_.CloseAllPorts();
   sim_.CloseUDP();
-}
-
-void Program::TimerSet::StopAll() {
-  for (QtTimer* timer : {&WaitForAutostart, &TimerWaitForFS, &TimerCheckForSilence, &ProcessTimer, &Timer1,
-                         &WriteCmdDuringConfig, &FinderTimer}) {
-    timer->SetEnabled(false);
-  }
 }
 
 void Program::ConnectTimers() {

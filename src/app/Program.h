@@ -1,18 +1,18 @@
 // The whole program: every part, built once and handed what it needs, and the forms.
 #pragma once
 
-#include <array>
 #include <memory>
 #include <vector>
 
 #include "app/ConfigurationForms.h"
+#include "app/Connections.h"
 #include "app/EngineClusterPeripheral.h"
 #include "app/FormCare.h"
 #include "app/FunctionForms.h"
 #include "app/IOModulePeripheral.h"
 #include "app/Presence.h"
+#include "app/ProgramTimers.h"
 #include "app/SideForms.h"
-#include "app/SimulatorSocket.h"
 #include "app/YokesPeripheral.h"
 #include "config/ConfigFile.h"
 #include "config/setup/ConfigurationHistory.h"
@@ -28,12 +28,7 @@
 #include "follow/forms/CockpitForm.h"
 #include "follow/forms/FollowForm.h"
 #include "hwbus/gaugebus/Serial.h"
-#include "platform/TtyPort.h"
-#include "platform/linux/CrashWords.h"
-#include "platform/linux/LinuxClock.h"
-#include "platform/linux/serial/ComPortMap.h"
-#include "platform/linux/serial/KeptTty.h"
-#include "platform/linux/serial/LinuxSerialDevices.h"
+#include "platform/machine/Machine.h"
 #include "platform/qt/QtHost.h"
 #include "platform/qt/QtMulticastListener.h"
 #include "simlink/SimCom.h"
@@ -47,11 +42,11 @@ namespace tvx {
 class Program final : private Shell, private ConfigurationHost, private AircraftSwitch::Host {
  public:
   // `boxes`: the message boxes to use; nullptr for those on the screen. `keys`: where keystrokes go; nullptr
-  // for the desktop. `devices`: the serial adapters; nullptr for this computer's. `lines`: starts the
-  // processes that keep serial lines; nullptr for one of its own. `beacons`: where simulators tell of
-  // themselves; nullptr for the network. All must outlive the program.
+  // for the desktop. `devices`: the serial adapters; nullptr for this computer's. `machine`: what
+  // differs from one operating system to another; nullptr for one of its own. `beacons`: where simulators
+  // tell of themselves; nullptr for the network. All must outlive the program.
   explicit Program(MessageBoxes* boxes = nullptr, KeyInjector* keys = nullptr,
-                   SerialDevices* devices = nullptr, LineServer* lines = nullptr,
+                   SerialDevices* devices = nullptr, Machine* machine = nullptr,
                    MulticastListener* beacons = nullptr);
   ~Program() override;
   Program(const Program&) = delete;
@@ -66,6 +61,8 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   // been told (SimCom::SayingGoodbye).
   void Exit();
   bool Ended() const { return ended_; }
+  // It has ended, and the simulator has been told.
+  bool Gone() const { return ended_ && !leaving_; }
 
   ConfigModel& Model() { return model_; }
   SimCom& Sim() { return sim_; }
@@ -88,19 +85,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   CockpitForm* CockpitWindow() const { return cockpitForm_.Get(); }
   SideForms& Beside() { return sideForms_; }
   Presence& Windows() { return presence_; }
-  // The timers that the forms' logic switches.
-  struct TimerSet {
-    QtTimer WaitForAutostart{"WaitForAutostart"};
-    QtTimer TimerWaitForFS{"TimerWaitForFS"};
-    QtTimer TimerCheckForSilence{"TimerCheckForSilence"};  // has no effect, and is never enabled
-    QtTimer ProcessTimer{"ProcessTimer"};
-    QtTimer Timer1{"Timer1"};
-    QtTimer WriteCmdDuringConfig{"WriteCmdDuringConfig"};
-    QtTimer LinkTimer{"LinkTimer"};      // runs as long as the program
-    QtTimer FinderTimer{"FinderTimer"};  // the same
-    void StopAll();
-  };
-  const TimerSet& Timers() const { return timers_; }
+  const ProgramTimers& Timers() const { return timers_; }
 
  private:
   void ShowStartForm() override;
@@ -132,30 +117,29 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   void BringInUseToFront();
   void ConfigurationReplaced();
 
-  LinuxClock clock_;
+  std::unique_ptr<Machine> ownMachine_;
+  Machine& machine_;
+  const Clock& clock_{machine_.Clocks()};
   SaidLog said_{clock_};
   std::unique_ptr<MessageBoxes> ownBoxes_;
   NotedBoxes boxes_;
   ConfigModel model_;
   ConfigFile file_;
   UnsavedWork unsaved_{model_, boxes_};
-  SimulatorSocket socket_{clock_};
-  CrashWords lastWords_{[this] { return socket_.Target(); }};
+  SimulatorSocket socket_{machine_};
+  std::unique_ptr<LastWords> lastWords_{machine_.MakeLastWords([this] { return socket_.Target(); })};
   TraceRing trace_;
   TracedSocket tracedSocket_{socket_.Socket(), trace_, clock_};
   SimCom sim_;
-  std::unique_ptr<LineServer> ownLines_;
-  LineKeepers keepers_;
-  AdapterLine adapterLine_{keepers_};
-  std::array<std::unique_ptr<TtyPort>, kHardwareGroups> ports_;
-  std::array<std::unique_ptr<TracedPort>, kHardwareGroups> tracedPorts_;
+  AdapterLine adapterLine_{machine_};
+  TracedPorts ports_{machine_, trace_};
   HardwarePorts hardware_;
   Serial serial_;
   std::unique_ptr<KeyInjector> ownKeys_;
   KeyInjector& keys_;
   Keystrokes keystrokes_;
   Peripherals peripherals_{};  // by PeripheralKind; the button of one that is missing stays hidden
-  TimerSet timers_;
+  ProgramTimers timers_;
   QtMulticastListener ownBeacons_{kBeaconGroup, kBeaconPort};
   SimulatorFinder finder_;
   SimulatorFollower follower_;
@@ -164,8 +148,6 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   EngineClusterPeripheral engineCluster_;
   YokesPeripheral yokes_;
   StartPresenter start_;
-  LinuxSerialDevices ownDevices_;
-  LinuxComPorts comPorts_;
   AircraftSwitch aircraft_{model_, sim_, boxes_, clock_, *this};
   FunctionForms functions_{model_, sim_, boxes_, clock_};
   ConfigurationForms configuration_;

@@ -9,25 +9,23 @@
 #include "config/Model.h"
 #include "hwbus/gaugebus/Serial.h"
 #include "platform/ComPorts.h"
-#include "platform/TtyPort.h"
-#include "platform/linux/serial/KeptTty.h"
+#include "platform/machine/Machine.h"
 
 namespace tvx {
 
 // A port that leads to one adapter, whatever its COM number is.
 struct AdapterLine {
-  explicit AdapterLine(LineKeepers& keepers)
-      : port(std::make_unique<KeptTty>(keepers, [this](int) {
-          return ComPortTarget{path, path, true, false};
-        })) {}
+  explicit AdapterLine(Machine& machine) : port(machine.MakePortTo([this] { return path; })) {}
+  AdapterLine(const AdapterLine&) = delete;
+  AdapterLine& operator=(const AdapterLine&) = delete;
   std::string path;
-  TtyPort port;
+  std::unique_ptr<SerialPort> port;
 };
 
 class RoleFinder {
  public:
   RoleFinder(const ConfigModel& model, Serial& serial, const ComPorts& numbers, AdapterLine& line)
-      : model_(model), serial_(serial), numbers_(numbers), line_(line), inquiry_(line.port) {}
+      : model_(model), serial_(serial), numbers_(numbers), line_(line), inquiry_(*line.port) {}
 
   // Asks what hangs on the adapter. The ports of all groups are closed meanwhile, and asked for anew at the
   // end.

@@ -8,12 +8,14 @@ constexpr std::int64_t kHeardMs = 2000;
 }  // namespace
 
 YokesPeripheral::YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware,
-                                 MessageBoxes& boxes, const Clock& clock, LastWords& words)
+                                 MessageBoxes& boxes, const Clock& clock,
+                                 std::unique_ptr<JoystickDevice> joysticks, LastWords& words)
     : model_(model),
       sim_(sim),
       boxes_(boxes),
+      joystick_(std::move(joysticks)),
       pair_(model, sim, hardware.PortOf(HardwareGroup::Yoke1), hardware.PortOf(HardwareGroup::Yoke2), boxes,
-            clock, joystick_, processTimer_),
+            clock, *joystick_, processTimer_),
       controls_(words) {
   pair_.Joysticks().KeepIn(std::string(PedalDevices::kFile));
   ticks_ = processTimer_.OnTick([this] { pair_.ProcessTimer_Tick(); });
@@ -59,7 +61,7 @@ void YokesPeripheral::Show() {
 }
 
 void YokesPeripheral::ShowConfiguration(int which) {
-  const auto make = [&] { return new YokeConfigForm(model_, pair_, boxes_, joystick_, which); };
+  const auto make = [&] { return new YokeConfigForm(model_, pair_, boxes_, *joystick_, which); };
   configurations_[which == 2 ? 1 : 0].GetOrMake(make).BringToFront();
 }
 

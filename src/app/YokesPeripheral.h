@@ -9,16 +9,16 @@
 #include "ffb/forms/FfbStatusForm.h"
 #include "ffb/forms/YokeConfigForm.h"
 #include "hwbus/HardwarePorts.h"
-#include "platform/linux/SdlJoystick.h"
+#include "platform/JoystickDevice.h"
 #include "platform/qt/QtHost.h"
 
 namespace tvx {
 
 class YokesPeripheral final : public Peripheral {
  public:
-  // `words`: what is said where the program crashes.
+  // `joysticks`: the game controllers. `words`: what is said where the program crashes.
   YokesPeripheral(ConfigModel& model, SimCom& sim, HardwarePorts& hardware, MessageBoxes& boxes,
-                  const Clock& clock, LastWords& words);
+                  const Clock& clock, std::unique_ptr<JoystickDevice> joysticks, LastWords& words);
   ~YokesPeripheral() override;
 
   bool Configured() const override { return pair_.Configured(1) || pair_.Configured(2); }
@@ -44,7 +44,7 @@ class YokesPeripheral final : public Peripheral {
   ConfigModel& model_;
   SimCom& sim_;
   MessageBoxes& boxes_;
-  SdlJoystick joystick_;
+  std::unique_ptr<JoystickDevice> joystick_;
   QtTimer processTimer_{QStringLiteral("Yokes.ProcessTimer")};
   YokePair pair_;
   TakenControls controls_;

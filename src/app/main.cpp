@@ -4,11 +4,8 @@
 #include <string_view>
 
 #include "app/Program.h"
-#include "app/TerminationSignals.h"
 #include "base/Version.h"
-#include "platform/linux/CrashWords.h"
-#include "platform/linux/FolderClaim.h"
-#include "platform/qt/QtFdWatcher.h"
+#include "platform/machine/Machine.h"
 #include "ui/Look.h"
 
 namespace {
@@ -17,8 +14,8 @@ constexpr int kAnswerMs = 2000;
 
 // The second start in a folder: two programs would take the hardware and the simulator's port from each
 // other.
-int SaySecond(tvx::FolderClaim::Start start, int argc, char** argv) {
-  if (start == tvx::FolderClaim::Start::Shown) {
+int SaySecond(tvx::FolderStart start, int argc, char** argv) {
+  if (start == tvx::FolderStart::Shown) {
     std::fputs("torvex-control runs in this folder already; it has been brought to the front.\n", stderr);
     return 0;
   }
@@ -37,17 +34,18 @@ int main(int argc, char** argv) {
     std::printf("torvex-control %s\n", std::string(tvx::kProgramVersion).c_str());
     return 0;
   }
-  tvx::FolderClaim claim;
-  const auto start = claim.TakeOrAsk(".", kAnswerMs);
-  if (start != tvx::FolderClaim::Start::First) return SaySecond(start, argc, argv);
-  tvx::LineServer lines;  // before windows and threads: it is split off from this process
+  const auto machine = tvx::MakeMachine();
+  const auto start = machine->ClaimFolder(".", kAnswerMs);
+  if (start != tvx::FolderStart::First) return SaySecond(start, argc, argv);
+  machine->BeforeWindows();
   QApplication application(argc, argv);
   tvx::look::FollowDesktop();
   tvx::look::Apply(application, tvx::look::Theme::Dark);
-  tvx::Program program(nullptr, nullptr, nullptr, &lines);
-  claim.Listen(std::make_unique<tvx::QtFdWatcher>(), [&program] { program.ShowItself(); });
-  const tvx::TerminationSignals termination([&program] { program.Exit(); });
-  tvx::CrashWords::CatchFatalSignals();  // behind the line server, which is no part of it
+  tvx::Program program(nullptr, nullptr, nullptr, machine.get());
+  machine->ListenForStarts([&program] { program.ShowItself(); });
+  const auto termination =
+      machine->WatchForEnd([&program] { program.Exit(); }, [&program] { return program.Gone(); });
+  machine->CatchCrashes();
   program.Begin();
   return program.Ended() ? 0 : QApplication::exec();
 }

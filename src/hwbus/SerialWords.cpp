@@ -1,5 +1,7 @@
 #include "hwbus/SerialWords.h"
 
+#include "platform/SerialDevices.h"
+
 namespace tvx {
 
 std::string SerialWords(int comNumber, SerialState state, std::string_view device, std::string_view group) {
@@ -17,9 +19,7 @@ std::string SerialWords(int comNumber, SerialState state, std::string_view devic
     case SerialState::NotFound:
       return com + " not found: plug the adapter in, or assign it in the configuration (" + path + ")";
     case SerialState::NoPermission:
-      return com + ": no permission for " + path +
-             ". Install the rule 70-torvex-cockpit.rules, or add yourself to the group " +
-             std::string(group) + " (sudo adduser $USER " + std::string(group) + ") and log in again";
+      return com + ": no permission for " + path + ". " + AdviceOnPermission(group).sentence;
     case SerialState::Busy:
       return com + " busy: another program uses " + path;
     case SerialState::Failed:

@@ -14,7 +14,8 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::string& e
                                          std::size_t limit = 16u << 20);
 
 // Replaces `path` by `content`: written beside it, brought to the disk, then renamed over it, so that a crash
-// or a full disk leaves the old file whole. A symbolic link is followed; the old file's permissions are kept.
+// or a full disk leaves the old file whole. A symbolic link is followed; the old file's permissions are kept
+// (under Windows it gets its folder's).
 // False on failure, with the reason in `error`; no half-written file is left then.
 bool ReplaceFile(const std::string& path, std::string_view content, std::string& error);
 

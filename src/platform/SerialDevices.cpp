@@ -41,8 +41,7 @@ std::string SerialDevice::OtherUserWords() const {
 
 std::string SerialDevice::StateWords() const {
   if (!mayOpen) {
-    return "no permission; install the rule 70-torvex-cockpit.rules, or type: sudo adduser $USER " + group +
-           ", and log in again";
+    return "no permission; " + AdviceOnPermission(group).clause;
   }
   if (!users.empty()) {
     const std::string others = OtherUserWords();
@@ -50,6 +49,7 @@ std::string SerialDevice::StateWords() const {
     return "in use by " + UserWords() + (shared ? "; bytes get lost while two read it" : "");
   }
   if (foundBusy) return "busy: a program of another user has it";
+  if (usersUnknown) return "plugged in";
   return allUsersSeen ? "free" : "not in use by any program of yours";
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tvx {
@@ -20,6 +21,7 @@ struct SerialDevice {
   bool mayOpen = false;            // this user may
   std::vector<std::string> users;  // the programs that have it open, "name (pid)" or "this program"
   bool allUsersSeen = false;       // no program was hidden from us: without users it is free
+  bool usersUnknown = false;       // this system does not say who has it open
   bool foundBusy = false;          // it was refused because somebody has it, even if nobody is seen
 
   // The name that survives a reboot and replugging: by its serial number, or its socket where there are
@@ -35,13 +37,20 @@ struct SerialDevice {
   std::string OtherUserWords() const;
 };
 
+// What a user does who may not open a device that belongs to `group`, in this system's words.
+struct PermissionAdvice {
+  std::string clause;    // to go on with behind "no permission; "
+  std::string sentence;  // the same as a sentence, without its full stop
+};
+PermissionAdvice AdviceOnPermission(std::string_view group);
+
 class SerialDevices {
  public:
   virtual ~SerialDevices() = default;
   // Those plugged in now: USB adapters first, then the computer's own, each by number.
   virtual std::vector<SerialDevice> List() const = 0;
-  // Makes COM `comNumber` (1 or more) lead to the device: points the link comports/com<n> in the working
-  // folder at its lasting name. False with the reason in `error`; the old link stays then.
+  // Makes COM `comNumber` (1 or more) lead to the device. False with the reason in `error`; it leads where it
+  // led then.
   virtual bool Assign(int comNumber, const SerialDevice& device, std::string& error) = 0;
 };
 

@@ -1,12 +1,9 @@
 // What the reader says to files that are not as they should be, and what stays in the model then.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-
-#include <csignal>
 
 #include "tests/config/Samples.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/OddFiles.h"
 
 namespace tvx::test {
 namespace {
@@ -205,7 +202,7 @@ TEST_F(BadConfig, QuestionsAboutTheHeader) {
 }
 
 TEST_F(BadConfig, FileThatCannotBeOpened) {
-  ASSERT_EQ(mkfifo("pipe.cfg", 0600), 0);
+  ASSERT_TRUE(MakePipe("pipe.cfg"));
   for (const std::string name : {"missing.cfg", "pipe.cfg", "."}) {
     ConfigModel model;
     model.ConfigFileName = name;
@@ -228,14 +225,10 @@ TEST_F(BadConfig, SavingLeavesTheOldFileWholeWhereItFails) {
   EXPECT_EQ(saved, WriteConfigText(model));
 
   model.General.TransferInterval = 999;
-  const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit full{saved.size() / 2, before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &full);
-  EXPECT_FALSE(file.SaveConfigFile());
-  setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, ignored);
+  {
+    const NoReplacing full("own.cfg", saved.size() / 2);
+    EXPECT_FALSE(file.SaveConfigFile());
+  }
   EXPECT_EQ(FileContent("own.cfg"), saved);
   EXPECT_EQ(Entries(), 1);
   EXPECT_TRUE(model.ConfigLoadFailed);

@@ -1,10 +1,9 @@
 // An empty folder that is the current one for as long as this lives.
 #pragma once
 
-#include <stdlib.h>
-
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 namespace tvx {
@@ -12,8 +11,11 @@ namespace tvx {
 class ScratchFolder {
  public:
   ScratchFolder() : before_(std::filesystem::current_path()) {
-    std::string name = (std::filesystem::temp_directory_path() / "tvx-XXXXXX").string();
-    if (mkdtemp(name.data()) != nullptr) folder_ = std::filesystem::canonical(name);
+    std::random_device random;
+    do {
+      folder_ = std::filesystem::temp_directory_path() / ("tvx-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(folder_));
+    folder_ = std::filesystem::canonical(folder_);
     std::filesystem::current_path(folder_);
   }
   ~ScratchFolder() {

@@ -1,6 +1,7 @@
 // Both yokes with the simulator link and serial ports in memory: the watchdog, the modes, the roles.
 #include <gtest/gtest.h>
 
+#include "tests/fakes/ScratchFolder.h"
 #include "tests/ffb/YokeRig.h"
 
 namespace tvx::test {

@@ -3,7 +3,8 @@
 #include <QTimer>
 #include <csignal>
 
-#include "app/TerminationSignals.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/qt/QtFdWatcher.h"
 #include "tests/forms/EveryForm.h"
 #include "tests/forms/FakeTray.h"
 
@@ -40,7 +41,7 @@ class EndTest : public EveryFormTest {
   void EndsFrom(const Steps& steps, bool hidden = false) {
     const QByteArray before = FileText();
     program_ = std::make_unique<Program>(nullptr, &keys_, nullptr, nullptr, &beacons_);  // with real boxes
-    const TerminationSignals termination([this] { program_->Exit(); });
+    const TerminationSignals termination(std::make_unique<QtFdWatcher>(), [this] { program_->Exit(); });
     guard_.start(kLongestWalkMs);
     program_->Windows().UseTray(std::make_unique<FakeTray>());
     program_->Begin();

@@ -7,7 +7,9 @@
 #include <QTreeWidget>
 #include <memory>
 
-#include "app/TerminationSignals.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/linux/serial/LinuxSerialDevices.h"
+#include "platform/qt/QtFdWatcher.h"
 #include "tests/forms/FormsRig.h"
 #include "tests/platform/Pty.h"
 #include "tests/platform/StoppedProcess.h"
@@ -66,7 +68,7 @@ TEST_F(LinesFormTest, NoButtonAndNoSignalWaitsForALine) {
     BeginHalted();
     program_->Run().cmdRun_Click();
     EXPECT_TRUE(BusOpens());
-    const TerminationSignals termination([this] { program_->Exit(); });
+    const TerminationSignals termination(std::make_unique<QtFdWatcher>(), [this] { program_->Exit(); });
     const pid_t keeper = StoppedProcess::KeeperOf(line.Device());
     EXPECT_GT(keeper, 0);
     std::unique_ptr<StoppedProcess> stuck;

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "platform/linux/JoystickAccess.h"
-#include "platform/linux/SdlJoystick.h"
+#include "platform/sdl/SdlJoystick.h"
 
 namespace tvx::test {
 namespace {

@@ -47,11 +47,12 @@ void Press(tvx::Program& program, const std::string& command) {
 // Commands on standard input, one a line: run, stop, configure, ok, exit, or a number of milliseconds to let
 // pass. After each a line: what the press took, the longest pause since, and how the gauge bus stands.
 int main(int argc, char** argv) {
-  tvx::LineServer lines;
+  const auto machine = tvx::MakeMachine();
+  machine->BeforeWindows();
   QApplication application(argc, argv);
   tvx::FakeMessageBoxes boxes;
   tvx::FakeKeyInjector keys;
-  tvx::Program program(&boxes, &keys, nullptr, &lines);
+  tvx::Program program(&boxes, &keys, nullptr, machine.get());
   program.Begin();
   Spin(500);
   for (std::string line; !program.Ended() && std::getline(std::cin, line);) {

@@ -5,7 +5,8 @@
 #include <QDir>
 #include <memory>
 
-#include "app/TerminationSignals.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/qt/QtFdWatcher.h"
 #include "tools/monkey/Life.h"
 #include "ui/Look.h"
 
@@ -53,7 +54,7 @@ void LiveAtHome() {
 void LiveInProgram(std::uint64_t seed, World& world, Journal& journal, Watchdog& watchdog) {
   NoDesktop keys;
   Program program(nullptr, &keys, &world.Adapters());
-  const TerminationSignals termination([&program] { program.Exit(); });
+  const TerminationSignals termination(std::make_unique<QtFdWatcher>(), [&program] { program.Exit(); });
   Life life(seed, {program, world, journal, watchdog});
   program.Begin();
   life.Ended(program.Ended() ? 0 : QApplication::exec());

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/LocalTime.h"
+
 namespace tvx {
 
 namespace fs = std::filesystem;
@@ -62,9 +64,7 @@ std::vector<std::pair<Place, fs::path>> KeptOf(const fs::path& path, KeptAs as) 
 }
 
 std::string Today() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
+  const std::tm local = LocalTimeOf(std::time(nullptr));
   char text[16];
   return {text, std::strftime(text, sizeof text, "%Y-%m-%d", &local)};
 }

@@ -8,6 +8,7 @@
 
 #include "config/setup/KeptFiles.h"
 #include "platform/AtomicFile.h"
+#include "platform/LocalTime.h"
 
 namespace tvx {
 
@@ -31,8 +32,7 @@ std::string DateOf(const std::string& path) {
   if (code) return {};
   const auto onTheClock = std::chrono::floor<std::chrono::seconds>(std::chrono::file_clock::to_sys(written));
   const std::time_t when = std::chrono::system_clock::to_time_t(onTheClock);
-  std::tm local{};
-  localtime_r(&when, &local);
+  const std::tm local = LocalTimeOf(when);
   char text[32];
   return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local)};
 }

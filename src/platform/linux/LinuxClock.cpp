@@ -2,6 +2,8 @@
 
 #include <time.h>
 
+#include "platform/LocalTime.h"
+
 namespace tvx {
 
 std::int64_t LinuxClock::MonotonicMs() const {
@@ -11,10 +13,7 @@ std::int64_t LinuxClock::MonotonicMs() const {
 }
 
 std::tm LinuxClock::LocalTime() const {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  return local;
+  return LocalTimeOf(std::time(nullptr));
 }
 
 }  // namespace tvx

@@ -1,16 +1,9 @@
 #include "platform/qt/QtUdpSocket.h"
 
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <sys/uio.h>
-#include <time.h>
-#include <unistd.h>
-
-#include <array>
-#include <cstring>
 #include <utility>
 
 #include "platform/HostName.h"
+#include "platform/machine/DatagramCalls.h"
 
 namespace tvx {
 
@@ -20,42 +13,10 @@ namespace {
 constexpr int kDatagramsPerCall = 64;
 // More than the system's receive buffer holds: the end of a delivery even where a sender never stops.
 constexpr int kDatagramsBeforeRebinding = 4096;
-constexpr std::size_t kControlRoom = 256;       // for the time of a datagram
-constexpr std::int64_t kLongestWaitMs = 10000;  // more is a clock that was set
-constexpr qint64 kPortUserMs = 2000;            // for so long it is taken for the same
+constexpr qint64 kPortUserMs = 2000;  // for so long it is taken for the same
 
 bool IsPort(std::int32_t port) {
   return port >= 1 && port <= 65535;
-}
-
-// Whether an IPv4 address is one of this computer's now: only those can be bound to. Cards come and go, so no
-// answer is kept. Never allocates.
-bool IsOwnAddress(std::uint32_t address) {
-  if (address >> 24 == 127) return true;
-  if (address == 0) return false;
-  const int trial = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (trial < 0) return false;
-  sockaddr_in own{};
-  own.sin_family = AF_INET;
-  own.sin_addr.s_addr = htonl(address);
-  const bool bound = ::bind(trial, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0;
-  ::close(trial);
-  return bound;
-}
-
-// How long ago the computer received what `message` tells of. 0 where it does not say, or where the clock was
-// set meanwhile.
-std::int64_t WaitedMs(msghdr& message) {
-  for (cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr; part = CMSG_NXTHDR(&message, part)) {
-    if (part->cmsg_level != SOL_SOCKET || part->cmsg_type != SCM_TIMESTAMPNS) continue;
-    timespec received{}, now{};
-    std::memcpy(&received, CMSG_DATA(part), sizeof received);
-    clock_gettime(CLOCK_REALTIME, &now);
-    const std::int64_t ms =
-        (now.tv_sec - received.tv_sec) * 1000 + (now.tv_nsec - received.tv_nsec) / 1'000'000;
-    return ms >= 0 && ms < kLongestWaitMs ? ms : 0;
-  }
-  return 0;
 }
 
 // Holds a flag for as long as a scope lasts.
@@ -112,8 +73,7 @@ bool QtUdpSocket::Bind(std::int32_t localPort) {
     return false;
   }
   localPort_ = localPort;
-  const int on = 1;  // what arrives is to carry the time
-  ::setsockopt(static_cast<int>(socket_.socketDescriptor()), SOL_SOCKET, SO_TIMESTAMPNS, &on, sizeof on);
+  PrepareDatagramSocket(socket_.socketDescriptor());
   return true;
 }
 
@@ -174,40 +134,18 @@ std::optional<UdpTarget> QtUdpSocket::Target() const {
 
 UdpSender QtUdpSocket::WaitingSender() const {
   if (!IsOpen()) return {};
-  sockaddr_in from{};
-  char byte = 0;
-  iovec data{&byte, sizeof byte};
-  alignas(cmsghdr) std::array<char, kControlRoom> control{};
-  msghdr message{};
-  message.msg_name = &from;
-  message.msg_namelen = sizeof from;
-  message.msg_iov = &data;
-  message.msg_iovlen = 1;
-  message.msg_control = control.data();
-  message.msg_controllen = control.size();
-  const auto peeked =
-      ::recvmsg(static_cast<int>(socket_.socketDescriptor()), &message, MSG_PEEK | MSG_DONTWAIT);
-  if (peeked < 0 || from.sin_family != AF_INET) return {};
-  const std::uint32_t address = ntohl(from.sin_addr.s_addr);
+  const auto waiting = PeekDatagram(socket_.socketDescriptor());
+  if (!waiting) return {};
   const std::uint32_t remote = remote_.toIPv4Address();
   // A program on this computer answers from whichever of its addresses the way leads over.
-  const bool isRemote = address == remote || (IsOwnAddress(remote) && IsOwnAddress(address));
-  return {address, ntohs(from.sin_port), isRemote, WaitedMs(message)};
+  const bool isRemote =
+      waiting->address == remote || (IsOwnAddress(remote) && IsOwnAddress(waiting->address));
+  return {waiting->address, waiting->port, isRemote, waiting->waitedMs};
 }
 
-// The system says by which way it would send, without sending anything.
 std::string QtUdpSocket::LocalAddress() const {
-  const int way = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (way < 0) return {};
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(remote_.toIPv4Address());
-  address.sin_port = htons(static_cast<std::uint16_t>(remotePort_));
-  socklen_t size = sizeof address;
-  const bool known = ::connect(way, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
-                     ::getsockname(way, reinterpret_cast<sockaddr*>(&address), &size) == 0;
-  ::close(way);
-  return known ? QHostAddress(ntohl(address.sin_addr.s_addr)).toString().toStdString() : std::string();
+  const auto address = AddressTowards(remote_.toIPv4Address(), remotePort_);
+  return address ? QHostAddress(*address).toString().toStdString() : std::string();
 }
 
 void QtUdpSocket::DeliverWaiting(int most) {

@@ -1,6 +1,7 @@
 #include "config/setup/UnsavedWork.h"
 #include "tests/config/Samples.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/OddFiles.h"
 
 namespace tvx::test {
 namespace {
@@ -73,7 +74,7 @@ TEST_F(UnsavedWorkTest, AnOlderOneStays) {
 
 TEST_F(UnsavedWorkTest, WhatCannotBeReadOrWrittenHarmsNothing) {
   Put("far", "theirs");
-  fs::create_symlink("far", "My.cfg.unsaved");
+  TakeName("My.cfg.unsaved", "far");
   Edit("mine");
   EXPECT_FALSE(work.Keep());
   EXPECT_EQ(FileContent("far"), "theirs");

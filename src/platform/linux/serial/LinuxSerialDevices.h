@@ -12,6 +12,7 @@ class LinuxSerialDevices final : public SerialDevices {
 
   // USB adapters (ttyUSB, ttyACM) and the computer's own ports that are really there.
   std::vector<SerialDevice> List() const override;
+  // Points the link comports/com<n> in the working folder at the device's lasting name.
   bool Assign(int comNumber, const SerialDevice& device, std::string& error) override;
 
  private:

@@ -1,4 +1,4 @@
-#include "platform/linux/SdlJoystick.h"
+#include "platform/sdl/SdlJoystick.h"
 
 #include <SDL.h>
 
@@ -6,8 +6,6 @@
 #include <array>
 #include <bit>
 #include <utility>
-
-#include "platform/linux/JoystickAccess.h"
 
 namespace tvx {
 namespace {
@@ -139,7 +137,7 @@ std::string SdlJoystick::Trouble() {
   const auto now = std::chrono::steady_clock::now();
   if (now - troubleAt_ < kTroubleLasts) return trouble_;
   troubleAt_ = now;
-  trouble_ = UnreadableJoystick();
+  trouble_ = unreadable_ ? unreadable_() : std::string();
   return trouble_;
 }
 

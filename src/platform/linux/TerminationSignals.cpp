@@ -1,11 +1,11 @@
-#include "app/TerminationSignals.h"
+#include "platform/linux/TerminationSignals.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QSocketNotifier>
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 namespace tvx {
 namespace {
@@ -30,20 +30,23 @@ void Handle(void (*handler)(int)) {
 
 }  // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> ended) {
+TerminationSignals::TerminationSignals(std::unique_ptr<FdWatcher> watcher, std::function<void()> ended) {
   if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;
-  notifier_ = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
-  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [ended = std::move(ended)] {
-    char bytes[16];
-    if (::read(pipeEnds[0], bytes, sizeof bytes) > 0) ended();
-  });
+  watcher_ = std::move(watcher);
+  watcher_->SetCallbacks(
+      [ended = std::move(ended)] {
+        char bytes[16];
+        if (::read(pipeEnds[0], bytes, sizeof bytes) > 0) ended();
+      },
+      {});
+  watcher_->Attach(pipeEnds[0]);
   Handle(OnSignal);
 }
 
 TerminationSignals::~TerminationSignals() {
-  if (!notifier_) return;
+  if (!watcher_) return;
   Handle(SIG_DFL);
-  notifier_.reset();
+  watcher_.reset();
   for (int& end : pipeEnds) {
     ::close(end);
     end = -1;

@@ -4,21 +4,22 @@
 #include <functional>
 #include <memory>
 
-class QSocketNotifier;
+#include "platform/FdWatcher.h"
+#include "platform/machine/Machine.h"
 
 namespace tvx {
 
 // While it lives, both signals call `ended` from the event loop, once for each signal; a second signal while
 // the first is still being handled has no effect. One object at a time.
-class TerminationSignals {
+class TerminationSignals final : public EndWatch {
  public:
-  explicit TerminationSignals(std::function<void()> ended);
-  ~TerminationSignals();
+  TerminationSignals(std::unique_ptr<FdWatcher> watcher, std::function<void()> ended);
+  ~TerminationSignals() override;
   TerminationSignals(const TerminationSignals&) = delete;
   TerminationSignals& operator=(const TerminationSignals&) = delete;
 
  private:
-  std::unique_ptr<QSocketNotifier> notifier_;
+  std::unique_ptr<FdWatcher> watcher_;
 };
 
 }  // namespace tvx

@@ -4,7 +4,9 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/JoystickDevice.h"
@@ -17,7 +19,8 @@ namespace tvx {
 // others. Two devices of one kind that are pulled out together may come back in the other order.
 class SdlJoystick final : public JoystickDevice {
  public:
-  SdlJoystick() = default;
+  // `unreadable`: why a device that is connected is not seen, in words, or empty; asked now and then.
+  explicit SdlJoystick(std::function<std::string()> unreadable = {}) : unreadable_(std::move(unreadable)) {}
   ~SdlJoystick() override;
   SdlJoystick(const SdlJoystick&) = delete;
   SdlJoystick& operator=(const SdlJoystick&) = delete;
@@ -38,6 +41,7 @@ class SdlJoystick final : public JoystickDevice {
   const Slot* SlotOf(std::int32_t number);  // null without a device
   Slot& SlotFor(const std::string& identity);
 
+  std::function<std::string()> unreadable_;
   std::vector<Slot> slots_;
   bool started_ = false, failed_ = false;
   std::string trouble_;  // as of

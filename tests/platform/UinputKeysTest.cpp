@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "platform/linux/KeyInjectors.h"
+#include "platform/linux/KeySymbols.h"
 #include "platform/linux/UinputKeys.h"
 #include "tests/fakes/FakeKeyInjector.h"
 #include "tests/fakes/ScratchFolder.h"
@@ -50,6 +51,15 @@ TEST(UinputKeys, KeysOfAKeyStrokeByLayout) {
   for (const auto& c : cases) {
     const KeyLayout layout({"evdev", "", c.layout, "", ""});
     EXPECT_EQ(Keys(KernelEvents(c.key, layout)), c.keys) << c.layout << " " << static_cast<int>(c.key.Key);
+  }
+}
+
+TEST(KeySymbols, AreThoseOfLatin1AndOfNothingElse) {
+  for (const char32_t code : {U' ', U'~', U'\u00A0', U'\u00FF'}) {
+    EXPECT_EQ(KeySymbolOf({NamedKey::Character, code}), code);
+  }
+  for (const char32_t code : {U'\0', U'\t', U'\u007F', U'\u009F', U'\u0100', U'\u20AC'}) {
+    EXPECT_EQ(KeySymbolOf({NamedKey::Character, code}), 0u) << static_cast<unsigned>(code);
   }
 }
 

@@ -1,6 +1,8 @@
 #include "ui/windows/EditBar.h"
 
+#include <QPainter>
 #include <QShortcut>
+#include <QStyle>
 
 namespace tvx {
 namespace {
@@ -10,16 +12,34 @@ QString Named(const QString& what, const QString& name) {
   return name.isEmpty() ? QString() : what + ": " + name + "    ";
 }
 
+// A line that ends in dots where there is no room for all of it.
+class ShortenedLabel final : public QLabel {
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+    style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(),
+                          shown, foregroundRole());
+  }
+};
+
+QLabel* MakeLine(const char* name) {
+  auto* label = new ShortenedLabel;
+  label->setObjectName(QString::fromLatin1(name));
+  label->setTextFormat(Qt::PlainText);
+  look::SetRole(label, "caption");
+  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  return label;
+}
+
 }  // namespace
 
 EditBar::EditBar(Actions actions, QWidget* form) {
   setObjectName("BarEdit");
   cmdUndo = MakeButton("cmdUndo", tr("Undo"), {});
   cmdRedo = MakeButton("cmdRedo", tr("Redo"), {});
-  LabelSteps = MakeLabel("LabelSteps", {}, "caption");
-  LabelSteps->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  LabelSaved = MakeLabel("LabelSaved", {}, "caption");
-  LabelSaved->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  LabelSteps = MakeLine("LabelSteps");
+  LabelSaved = MakeLine("LabelSaved");
   LabelSaved->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "simlink/Packets.h"
 #include "simlink/console/DatagramLog.h"
+#include "simlink/datagrams/Packets.h"
 #include "simlink/references/FunctionEntries.h"
 #include "simlink/references/ReferenceList.h"
 #include "simlink/references/ReferenceListImport.h"

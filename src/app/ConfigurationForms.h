@@ -4,8 +4,8 @@
 #include <string>
 
 #include "app/ConfigurationHardware.h"
-#include "app/EngineClusterPeripheral.h"
 #include "app/FunctionForms.h"
+#include "app/peripherals/EngineClusterPeripheral.h"
 #include "config/ModelWatcher.h"
 #include "config/plates/forms/CalibrateForm.h"
 #include "config/setup/ConfigurationWindows.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/EngineClusterPeripheral.h"
+#include "app/peripherals/EngineClusterPeripheral.h"
 #include "config/plates/PlatePresenter.h"
 
 namespace tvx {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "platform/HostName.h"
-#include "simlink/Packets.h"
+#include "simlink/datagrams/Packets.h"
 
 namespace tvx {
 namespace {

@@ -10,12 +10,12 @@
 #include "config/Model.h"
 #include "platform/Host.h"
 #include "simlink/DuePorts.h"
-#include "simlink/LinkSocket.h"
 #include "simlink/OtherValues.h"
-#include "simlink/Packets.h"
 #include "simlink/PortRow.h"
 #include "simlink/PortTraffic.h"
 #include "simlink/Subscriptions.h"
+#include "simlink/datagrams/LinkSocket.h"
+#include "simlink/datagrams/Packets.h"
 
 namespace tvx {
 

@@ -15,12 +15,12 @@
 #include "config/Model.h"
 #include "platform/Host.h"
 #include "platform/UdpSocket.h"
-#include "simlink/LinkSocket.h"
 #include "simlink/Opener.h"
 #include "simlink/PortTable.h"
-#include "simlink/Strangers.h"
 #include "simlink/SubscriptionKeeper.h"
 #include "simlink/Subscriptions.h"
+#include "simlink/datagrams/LinkSocket.h"
+#include "simlink/datagrams/Strangers.h"
 
 namespace tvx {
 

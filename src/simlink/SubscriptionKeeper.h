@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "platform/Host.h"
-#include "simlink/LinkSocket.h"
 #include "simlink/RequestLists.h"
+#include "simlink/datagrams/LinkSocket.h"
 
 namespace tvx {
 

@@ -8,7 +8,7 @@
 #include "tests/forms/FormsRig.h"
 #include "tests/platform/Pty.h"
 #include "tests/platform/WaitUntil.h"
-#include "ui/SearchCombo.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 namespace {

@@ -1,5 +1,5 @@
 #include "tests/forms/FormsRig.h"
-#include "ui/SearchCombo.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 namespace {

@@ -5,7 +5,7 @@
 #include <QListWidget>
 #include <QTreeWidget>
 
-#include "ui/SearchLine.h"
+#include "ui/search/SearchLine.h"
 
 namespace tvx {
 namespace {

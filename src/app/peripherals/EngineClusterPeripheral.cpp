@@ -1,4 +1,4 @@
-#include "app/EngineClusterPeripheral.h"
+#include "app/peripherals/EngineClusterPeripheral.h"
 
 namespace tvx {
 namespace {

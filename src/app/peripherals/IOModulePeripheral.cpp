@@ -1,4 +1,4 @@
-#include "app/IOModulePeripheral.h"
+#include "app/peripherals/IOModulePeripheral.h"
 
 namespace tvx {
 

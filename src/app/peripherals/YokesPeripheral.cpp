@@ -1,4 +1,4 @@
-#include "app/YokesPeripheral.h"
+#include "app/peripherals/YokesPeripheral.h"
 
 namespace tvx {
 namespace {

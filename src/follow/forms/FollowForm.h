@@ -7,8 +7,8 @@
 
 #include "follow/Follower.h"
 #include "ui/Form.h"
-#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 

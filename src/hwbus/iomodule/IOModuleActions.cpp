@@ -5,7 +5,7 @@
 
 #include "base/NumberFormat.h"
 #include "base/Rounding.h"
-#include "simlink/Packets.h"
+#include "simlink/datagrams/Packets.h"
 #include "simlink/keys/Keystroke.h"
 
 namespace tvx {

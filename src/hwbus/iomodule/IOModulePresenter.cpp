@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "hwbus/iomodule/IOModuleActions.h"
-#include "simlink/Packets.h"
+#include "simlink/datagrams/Packets.h"
 #include "simlink/keys/Keystroke.h"
 
 namespace tvx {

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <span>
 
-#include "simlink/Packets.h"
 #include "simlink/PortValue.h"
+#include "simlink/datagrams/Packets.h"
 
 namespace tvx {
 namespace {

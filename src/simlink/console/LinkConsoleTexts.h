@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "simlink/Packets.h"
+#include "simlink/datagrams/Packets.h"
 #include "simlink/references/FunctionTexts.h"
 
 namespace tvx {

@@ -1,4 +1,4 @@
-#include "simlink/LinkSocket.h"
+#include "simlink/datagrams/LinkSocket.h"
 
 #include <charconv>
 #include <utility>

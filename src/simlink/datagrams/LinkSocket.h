@@ -8,7 +8,7 @@
 
 #include "config/Model.h"
 #include "platform/UdpSocket.h"
-#include "simlink/Packets.h"
+#include "simlink/datagrams/Packets.h"
 
 namespace tvx {
 

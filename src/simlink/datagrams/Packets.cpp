@@ -1,4 +1,4 @@
-#include "simlink/Packets.h"
+#include "simlink/datagrams/Packets.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "simlink/Strangers.h"
+#include "simlink/datagrams/Strangers.h"
 
 #include <algorithm>
 

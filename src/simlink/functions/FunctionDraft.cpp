@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "config/ValueText.h"
-#include "simlink/Packets.h"
 #include "simlink/PortValue.h"
+#include "simlink/datagrams/Packets.h"
 #include "simlink/references/FunctionEntries.h"
 
 namespace tvx {

@@ -1,4 +1,4 @@
-#include "ui/SearchCombo.h"
+#include "ui/search/SearchCombo.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>

@@ -1,4 +1,4 @@
-#include "ui/SearchLine.h"
+#include "ui/search/SearchLine.h"
 
 #include <QListView>
 #include <QTreeView>

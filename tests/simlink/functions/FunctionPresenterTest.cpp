@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "config/NameTables.h"
-#include "simlink/Packets.h"
+#include "simlink/datagrams/Packets.h"
 #include "simlink/functions/FunctionListPresenter.h"
 #include "simlink/functions/FunctionPresenter.h"
 #include "simlink/references/FunctionEntries.h"

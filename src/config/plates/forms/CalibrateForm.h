@@ -11,8 +11,8 @@
 #include "config/plates/PlatePresenter.h"
 #include "ui/Form.h"
 #include "ui/PlatePictures.h"
-#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 

@@ -8,7 +8,7 @@
 #include "config/plates/forms/CalibrateForm.h"
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
-#include "ui/SearchLine.h"
+#include "ui/search/SearchLine.h"
 
 namespace tvx {
 namespace {

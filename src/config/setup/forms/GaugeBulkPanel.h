@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "config/setup/GaugeBulk.h"
-#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 

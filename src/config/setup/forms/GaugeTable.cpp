@@ -11,8 +11,8 @@
 #include "config/FunctionItems.h"
 #include "config/setup/GaugeList.h"
 #include "ui/Look.h"
-#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 namespace {

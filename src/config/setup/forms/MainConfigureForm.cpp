@@ -6,7 +6,7 @@
 #include "config/setup/MainConfigurePresenter.h"
 #include "ui/FieldGrid.h"
 #include "ui/Look.h"
-#include "ui/SearchLine.h"
+#include "ui/search/SearchLine.h"
 
 namespace tvx {
 namespace {

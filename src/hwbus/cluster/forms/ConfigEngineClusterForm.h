@@ -10,8 +10,8 @@
 #include "hwbus/cluster/forms/EngineClusterOptions.h"
 #include "hwbus/cluster/forms/EngineClusterWindows.h"
 #include "ui/Form.h"
-#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 

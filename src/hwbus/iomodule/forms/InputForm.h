@@ -8,8 +8,8 @@
 #include "hwbus/iomodule/IOModule.h"
 #include "hwbus/iomodule/IOModulePresenter.h"
 #include "ui/Form.h"
-#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 

@@ -12,8 +12,8 @@
 #include "config/setup/ConfigurationWindows.h"
 #include "instruments/setup/InstrumentPresenter.h"
 #include "ui/Form.h"
-#include "ui/SearchCombo.h"
 #include "ui/Widgets.h"
+#include "ui/search/SearchCombo.h"
 
 namespace tvx {
 

@@ -139,7 +139,7 @@ std::string World::TurnSimulator(const Dice& dice) {
 
 std::string World::Fail(const Dice& dice) {
   const vc::DeviceFault fault = Draw(vc::kDeviceFaults, dice);
-  const std::string words = ": " + std::string(vc::FaultText(fault));
+  const std::string words = ": " + std::string(FaultText(fault));
   switch (dice.Below(5, "who fails")) {
     case 0: {
       const auto& devices = cockpit_->Gauges().Devices();

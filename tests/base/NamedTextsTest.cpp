@@ -1,18 +1,18 @@
-#include <gtest/gtest.h>
-
 #include "base/NamedTexts.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
 
 TEST(NamedTexts, FindsTheWholeNameOnly) {
   const char* all = "an old note;follow=SIM-PC;followers=2;x=a=b;empty=";
-  EXPECT_EQ(NamedText(all, "follow"), "SIM-PC");
-  EXPECT_EQ(NamedText(all, "followers"), "2");
-  EXPECT_EQ(NamedText(all, "low"), "");
-  EXPECT_EQ(NamedText(all, "x"), "a=b");
-  EXPECT_EQ(NamedText(all, "empty"), "");
-  EXPECT_EQ(NamedText(all, "an old note"), "");
+  for (const auto& [name, text] : {std::pair{"follow", "SIM-PC"},
+                                   {"followers", "2"},
+                                   {"low", ""},
+                                   {"x", "a=b"},
+                                   {"empty", ""},
+                                   {"an old note", ""}})
+    EXPECT_EQ(NamedText(all, name), text) << name;
 }
 
 TEST(NamedTexts, ChangesOneAndLeavesTheOthersAlone) {

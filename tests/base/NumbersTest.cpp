@@ -1,20 +1,15 @@
-#include <gtest/gtest.h>
-
-#include <limits>
-
 #include "base/NumberFormat.h"
 #include "base/NumberText.h"
 #include "base/Rounding.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
 
 TEST(Rounding, GoesToTheNearestWithHalvesToEven) {
-  const struct {
-    double value;
-    std::int16_t rounded;
-  } cases[] = {{0.5, 0}, {1.5, 2}, {-0.5, 0}, {-2.5, -2}, {2.4999, 2}, {32767.4, 32767}};
-  for (const auto& c : cases) EXPECT_EQ(RoundTo<std::int16_t>(c.value), c.rounded) << c.value;
+  for (const auto& [value, rounded] :
+       {std::pair{0.5, 0}, {1.5, 2}, {-0.5, 0}, {-2.5, -2}, {2.4999, 2}, {32767.4, 32767}})
+    EXPECT_EQ(RoundTo<std::int16_t>(value), rounded) << value;
 }
 
 TEST(Rounding, RefusesWhatDoesNotFit) {
@@ -37,15 +32,10 @@ TEST(TypedNumber, TakesCommaAndPointAndNoGroups) {
 }
 
 TEST(TypedNumber, WholeOnesHaveNoFraction) {
-  const std::pair<const char*, std::optional<int>> cases[] = {{"1079", 1079},
-                                                              {"0", 0},
-                                                              {"-0", 0},
-                                                              {"12,0", 12},
-                                                              {"7,5", std::nullopt},
-                                                              {"-1", std::nullopt},
-                                                              {"1080", std::nullopt},
-                                                              {"99999999999", std::nullopt}};
-  for (const auto& [text, value] : cases) EXPECT_EQ(TypedWhole(text, 0, 1079), value) << text;
+  for (const auto& [text, value] : {std::pair{"1079", 1079}, {"0", 0}, {"-0", 0}, {"12,0", 12}})
+    EXPECT_EQ(TypedWhole(text, 0, 1079), value) << text;
+  for (const char* text : {"7,5", "-1", "1080", "99999999999"})
+    EXPECT_EQ(TypedWhole(text, 0, 1079), std::nullopt) << text;
 }
 
 TEST(NumberFormat, FollowsThePattern) {

@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <optional>
-
 #include "base/Registration.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {

@@ -84,11 +84,11 @@ struct CockpitRig {
     cycle.StartRun();
   }
   // One tick, and as much time as the line needs for the one before; returns what went out on the gauge bus.
-  std::vector<SentCommand> Tick() {
+  Commands Tick() {
     PassTick();
     Bus().Writes.clear();
     cycle.Tick();
-    std::vector<SentCommand> all;
+    Commands all;
     for (const auto& write : Bus().Writes) {
       for (const auto& command : CommandsOf(write)) all.push_back(command);
     }
@@ -100,8 +100,8 @@ struct CockpitRig {
     clock.Advance(std::max<std::int64_t>(carried, std::max<int>(model.General.TransferInterval, 40)));
   }
   // The same without the polls.
-  std::vector<SentCommand> TickValues() {
-    std::vector<SentCommand> all = Tick();
+  Commands TickValues() {
+    Commands all = Tick();
     std::erase_if(all, [](const SentCommand& c) { return c.command == kCommandReportState; });
     return all;
   }

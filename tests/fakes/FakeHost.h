@@ -6,11 +6,10 @@
 #include <deque>
 #include <functional>
 #include <optional>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Host.h"
+#include "tests/fakes/Texts.h"
 
 namespace tvx {
 
@@ -18,11 +17,9 @@ namespace tvx {
 // that is asked for comes from `texts`; an empty queue cancels.
 class FakeMessageBoxes : public MessageBoxes {
  public:
-  std::vector<std::string> shown;
-  std::vector<std::string> asked;
+  Texts shown, asked, presets;
   std::deque<int> answers;
   std::deque<std::string> texts;
-  std::vector<std::string> presets;
   int otherwise = kAnswerNo;
   std::function<void()> whileAsking;  // runs while a question stands
 

@@ -17,10 +17,12 @@ struct SentCommand {
   }
 };
 
+using Commands = std::vector<SentCommand>;
+
 // Takes the frames of a batch apart; the 0xFF in front of a poll frame is skipped. A byte that fits nowhere
 // ends the list with gauge -1.
-inline std::vector<SentCommand> CommandsOf(ByteView batch) {
-  std::vector<SentCommand> commands;
+inline Commands CommandsOf(ByteView batch) {
+  Commands commands;
   while (!batch.empty()) {
     if (batch[0] == 0xFF) {
       batch = batch.subspan(1);

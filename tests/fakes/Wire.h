@@ -2,15 +2,11 @@
 #pragma once
 
 #include <sstream>
-#include <string>
 #include <string_view>
-#include <vector>
 
-#include "base/Bytes.h"
+#include "tests/fakes/Texts.h"
 
 namespace tvx {
-
-using Bytes = std::vector<Byte>;
 
 // What is on the wire, in words: "P =5020 .. 0F" is a letter, a number of two bytes (the high one first), two
 // zeros and a byte in hexadecimal digits.

@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <vector>
-
 #include "hwbus/GaugeFrame.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
@@ -47,7 +44,7 @@ TEST(GaugeFrame, WhatDoesNotFitGivesNoFrame) {
 }
 
 TEST(GaugeFrame, ReplyEnvelope) {
-  std::vector<Byte> reply(kReplySize, 0x20);
+  Bytes reply(kReplySize, 0x20);
   reply.front() = 0x00;
   reply.back() = 0xFF;
   EXPECT_TRUE(IsReplyEnvelope(reply));

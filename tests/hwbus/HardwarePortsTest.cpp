@@ -1,28 +1,22 @@
-#include <gtest/gtest.h>
-
 #include "hwbus/HardwarePorts.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeSerialPort.h"
 
 namespace tvx {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-class HardwarePortsTest : public testing::Test {
- protected:
+struct HardwarePortsTest : testing::Test {
   HardwarePortsTest() {
     const char* names[] = {"gauges", "engines", "iom1", "iom2", "yoke1", "yoke2"};
     for (std::size_t i = 0; i < kHardwareGroups; ++i) {
       ports[i].Name = names[i];
       ports[i].SharedLog = &log;
     }
-    GeneralRecord& general = model.General;
-    general.ComPortGS = 5;
-    general.ComPortEC = 6;
-    general.ComPortIOM1 = 7;
-    general.ComPortIOM2 = 8;
-    general.ComPortYoke1 = 9;
-    general.ComPortYoke2 = 10;
+    using G = GeneralRecord;
+    std::int16_t com = 5;
+    for (const auto field :
+         {&G::ComPortGS, &G::ComPortEC, &G::ComPortIOM1, &G::ComPortIOM2, &G::ComPortYoke1, &G::ComPortYoke2})
+      model.General.*field = com++;
   }
   FakeSerialPort& Gauges() { return ports[0]; }
   FakeSerialPort& Yoke1() { return ports[4]; }
@@ -35,17 +29,10 @@ class HardwarePortsTest : public testing::Test {
 
 TEST_F(HardwarePortsTest, OpensEveryPortTwiceInOrderWithItsThreshold) {
   hardware.OpenAll();
-  const struct {
-    const char* name;
-    int com, threshold;
-  } order[] = {{"gauges", 5, 25}, {"engines", 6, 16}, {"iom1", 7, 25},
-               {"iom2", 8, 25},   {"yoke1", 9, 25},   {"yoke2", 10, 25}};
-  Texts expected;
-  for (const auto& port : order) {
-    const std::string name = port.name;
-    expected.push_back(name + " threshold " + std::to_string(port.threshold));
-    expected.push_back(name + " open " + std::to_string(port.com) + " twice");
-  }
+  const Texts expected{"gauges threshold 25",  "gauges open 5 twice", "engines threshold 16",
+                       "engines open 6 twice", "iom1 threshold 25",   "iom1 open 7 twice",
+                       "iom2 threshold 25",    "iom2 open 8 twice",   "yoke1 threshold 25",
+                       "yoke1 open 9 twice",   "yoke2 threshold 25",  "yoke2 open 10 twice"};
   EXPECT_EQ(log, expected);
   hardware.CloseAll();
   hardware.CloseAll();
@@ -90,7 +77,7 @@ TEST_F(HardwarePortsTest, AnAdapterThatDoesNotAnswerIsWaitedForAndSaidAfterAWhil
   Gauges().OpenResult = SerialState::Opening;
   hardware.OpenAll();
   EXPECT_TRUE(Yoke1().IsOpen());
-  EXPECT_NE(hardware.WordsOf(HardwareGroup::GaugeBus).find("waiting for /dev/fake5"), std::string::npos);
+  EXPECT_TRUE(Holds(hardware.WordsOf(HardwareGroup::GaugeBus), "waiting for /dev/fake5"));
   EXPECT_FALSE(hardware.InTrouble(HardwareGroup::GaugeBus));
   for (int second = 0; second < 3; ++second) hardware.WatchLines();
   EXPECT_TRUE(hardware.InTrouble(HardwareGroup::GaugeBus));
@@ -101,15 +88,15 @@ TEST_F(HardwarePortsTest, AnAdapterThatDoesNotAnswerIsWaitedForAndSaidAfterAWhil
   Gauges().Unplug();
   Gauges().OpenResult = SerialState::Opening;
   hardware.WatchLines();
-  EXPECT_NE(hardware.WordsOf(HardwareGroup::GaugeBus).find("unplugged"), std::string::npos)
+  EXPECT_TRUE(Holds(hardware.WordsOf(HardwareGroup::GaugeBus), "unplugged"))
       << "asking for it once a second must not flicker";
 }
 
 TEST_F(HardwarePortsTest, ANumberThatMayChangeIsSaid) {
   Gauges().IsAssigned = false;
   hardware.OpenAll();
-  EXPECT_NE(hardware.WordsOf(HardwareGroup::GaugeBus).find("another adapter may have this number next time"),
-            std::string::npos);
+  EXPECT_TRUE(
+      Holds(hardware.WordsOf(HardwareGroup::GaugeBus), "another adapter may have this number next time"));
 }
 
 }  // namespace

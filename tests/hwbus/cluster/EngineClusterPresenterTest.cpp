@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "hwbus/cluster/EngineClusterPresenter.h"
 #include "tests/hwbus/cluster/EngineClusterRig.h"
@@ -84,14 +83,13 @@ TEST_F(EngineClusterEditorTest, OptionsReachTheFrameAtOnceAndKeepEachOther) {
   editor.SetBacklight(true);
   EXPECT_TRUE(editor.SetExtraBits(" 64 "));
   EXPECT_EQ(Of(8), (Record{1, 1, 64}));
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 64}, {39, 1}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {38, 64}, {39, 1}, {40, 0xAA}}));
   editor.SetDual(false);
   editor.SetBacklight(false);
   EXPECT_EQ(Of(8), (Record{0, 0, 64}));
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 64}, {40, 0xAA}}));
-  for (const char* text : {"", "-1", "256", "64x", "1.5", "99999999999999999999"}) {
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {38, 64}, {40, 0xAA}}));
+  for (const char* text : {"", "-1", "256", "64x", "1.5", "99999999999999999999"})
     EXPECT_FALSE(editor.SetExtraBits(text)) << text;
-  }
   EXPECT_EQ(editor.ExtraBits(), 64);
   EXPECT_NE(EngineClusterPresenter::ExtraBitsRemark("253"), "") << "the instrument lights' own bit";
 }
@@ -102,7 +100,7 @@ TEST_F(EngineClusterEditorTest, TriesANeedleWhileHalted) {
     bool dual;
     int channel, plate;
     Spot spot;
-    Bytes frame;
+    Places frame;
     std::string_view reading;
   } cases[] = {
       {false, 0, 0, Spot::Lowest, {}, "00.00 at 0"},
@@ -115,7 +113,7 @@ TEST_F(EngineClusterEditorTest, TriesANeedleWhileHalted) {
     Set(c.channel, {0, 60, c.plate});
     port.Writes.clear();
     editor.Try(c.channel, c.spot);
-    Bytes frame = c.frame;
+    Places frame = c.frame;
     frame.insert({{1, 'F'}, {39, 0xAA}, {40, 0xAA}});
     ASSERT_EQ(port.Writes.size(), 1u);
     EXPECT_EQ(NotZero(port.Writes[0]), frame);
@@ -145,7 +143,7 @@ TEST_F(EngineClusterEditorTest, AFunctionGivenWhileRunningIsFollowed) {
   cluster.cmdRun_Click();
   EXPECT_EQ(sim.PortCount(), before + 2);
   EngineClusterRig::Set(3, 100);
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {2, 3}, {3, 0xE8}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {2, 3}, {3, 0xE8}, {40, 0xAA}}));
 
   sim.CloseAllPorts();
   cluster.ForgetPorts();

@@ -2,11 +2,8 @@
 // straight from 0..100 to 0..1000.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <map>
-
 #include "hwbus/cluster/EngineCluster.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/FakeUdpSocket.h"
@@ -14,10 +11,10 @@
 
 namespace tvx {
 
-using Bytes = std::map<int, int>;  // by their place in the frame, counted from 1; those that are 0 left out
+using Places = std::map<int, int>;  // by their place in the frame, counted from 1; those that are 0 left out
 
-inline Bytes NotZero(ByteView frame) {
-  Bytes bytes;
+inline Places NotZero(ByteView frame) {
+  Places bytes;
   for (std::size_t i = 0; i < frame.size(); ++i) {
     if (frame[i] != 0) bytes[static_cast<int>(i) + 1] = frame[i];
   }
@@ -43,10 +40,10 @@ struct EngineClusterRig : testing::Test {
     cluster.cmdRun_Click();
   }
   void Set(int channel, float value) { socket.Deliver(DataDatagram({{10 + channel, value}})); }
-  Bytes Tick() {
+  Places Tick() {
     port.Writes.clear();
     cluster.ProcessTimer_Tick();
-    return port.Writes.size() == 1 && port.Writes[0].size() == 40 ? NotZero(port.Writes[0]) : Bytes{};
+    return port.Writes.size() == 1 && port.Writes[0].size() == 40 ? NotZero(port.Writes[0]) : Places{};
   }
   ConfigModel model;
   FakeMessageBoxes boxes;

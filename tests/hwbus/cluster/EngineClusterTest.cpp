@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
 
-#include <cmath>
 
 #include "tests/hwbus/cluster/EngineClusterRig.h"
 
@@ -12,12 +10,12 @@ TEST(EngineClusterFrame, EveryNeedleAtItsPlace) {
   for (int needle = 0; needle < 16; ++needle) {
     ECFrame frame = EmptyECFrame();
     PutECNeedle(frame, needle, 0x1234);
-    EXPECT_EQ(NotZero(frame), (Bytes{{1, 'F'}, {positions[needle], 0x12}, {positions[needle] + 1, 0x34}}));
+    EXPECT_EQ(NotZero(frame), (Places{{1, 'F'}, {positions[needle], 0x12}, {positions[needle] + 1, 0x34}}));
   }
   ECFrame frame = EmptyECFrame();
   PutECNeedle(frame, 7, 0x1111);
   PutECNeedle(frame, 8, 0x2222);
-  EXPECT_EQ(NotZero(frame), (Bytes{{1, 'F'}, {16, 0x22}, {17, 0x22}}));
+  EXPECT_EQ(NotZero(frame), (Places{{1, 'F'}, {16, 0x22}, {17, 0x22}}));
   PutECNeedle(frame, 16, 0x3333);
   PutECNeedle(frame, -1, 0x3333);
   EXPECT_EQ(NotZero(frame).size(), 3u);
@@ -34,12 +32,10 @@ TEST(EngineClusterFrame, LightingBytes) {
   for (const auto& c : cases) {
     ECFrame frame = EmptyECFrame();
     FinishECFrame(frame, c.lighting);
-    EXPECT_EQ(frame[37], c.byte38);
-    EXPECT_EQ(frame[38], c.byte39);
-    EXPECT_EQ(frame[39], 0xAA);
+    EXPECT_EQ((std::tuple{frame[37], frame[38], frame[39]}), (std::tuple{c.byte38, c.byte39, 0xAA}));
     const auto single = SingleNeedleFrame(14, 1079, c.lighting);
     ASSERT_TRUE(single);
-    Bytes expected{{1, 'F'}, {28, 0x04}, {29, 0x37}, {39, 0xAA}, {40, 0xAA}};
+    Places expected{{1, 'F'}, {28, 0x04}, {29, 0x37}, {39, 0xAA}, {40, 0xAA}};
     if (c.byte38 != 0) expected[38] = c.byte38;
     EXPECT_EQ(NotZero(*single), expected);
   }
@@ -50,8 +46,8 @@ TEST(EngineClusterFrame, LightingBytes) {
 struct EngineClusterTest : EngineClusterRig {
   // Each answer that is taken discards the output.
   std::size_t Answers() const { return port.CountOf("discard output"); }
-  static std::vector<Byte> Reply(char major = '2', char minor = '7') {
-    std::vector<Byte> reply(16, 0x20);
+  static Bytes Reply(char major = '2', char minor = '7') {
+    Bytes reply(16, 0x20);
     reply[0] = 0xFF;
     reply[14] = static_cast<Byte>(major);
     reply[15] = static_cast<Byte>(minor);
@@ -67,13 +63,13 @@ TEST_F(EngineClusterTest, EveryEnabledChannelInOneFrame) {
   Set(0, 50);
   Set(3, 1000);
   Set(5, 258);
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {2, 1}, {3, 0xF4}, {22, 3}, {23, 0xE8}, {12, 1}, {13, 2}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {2, 1}, {3, 0xF4}, {22, 3}, {23, 0xE8}, {12, 1}, {13, 2}, {40, 0xAA}}));
   EXPECT_EQ(cluster.boxValue(0).View(), "50.00");
   EXPECT_EQ(cluster.Position(0), 500);
   Set(0, -5);
   Set(3, NAN);
   Set(5, 1e30f);
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {12, 4}, {13, 0x37}, {40, 0xAA}})) << "limited to the needle's range";
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {12, 4}, {13, 0x37}, {40, 0xAA}})) << "limited to the needle's range";
 }
 
 TEST_F(EngineClusterTest, TheDualVersionHasItsOwnNeedles) {
@@ -83,7 +79,7 @@ TEST_F(EngineClusterTest, TheDualVersionHasItsOwnNeedles) {
   for (int k = 0; k < kECChannels; ++k) Set(k, static_cast<float>(k + 1));
   EXPECT_EQ(
       Tick(),
-      (Bytes{{1, 'F'}, {3, 1}, {5, 2}, {7, 3}, {23, 4}, {17, 5}, {19, 6}, {21, 7}, {11, 8}, {40, 0xAA}}));
+      (Places{{1, 'F'}, {3, 1}, {5, 2}, {7, 3}, {23, 4}, {17, 5}, {19, 6}, {21, 7}, {11, 8}, {40, 0xAA}}));
 }
 
 TEST_F(EngineClusterTest, RecalibrationIsOneFrameAThenZeroes) {
@@ -92,14 +88,14 @@ TEST_F(EngineClusterTest, RecalibrationIsOneFrameAThenZeroes) {
   Set(0, 50);
   cluster.SetLighting(true, true);
   cluster.Recalibrate();
-  const Bytes request = Tick();
+  const Places request = Tick();
   EXPECT_EQ(request.size(), 39u) << "all but byte 39";
   EXPECT_EQ(request.at(1), 'A');
   for (int i = 2; i <= 37; ++i) EXPECT_EQ(request.at(i), 0x10);
   EXPECT_EQ(request.at(38), 3);
   EXPECT_TRUE(cluster.Recalibrating());
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 3}, {40, 0xAA}}));
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {2, 1}, {3, 0xF4}, {38, 3}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {38, 3}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {2, 1}, {3, 0xF4}, {38, 3}, {40, 0xAA}}));
   for (int i = 0; i < 5; ++i) cluster.Timer1000ms_Tick();
   EXPECT_FALSE(cluster.Recalibrating());
 }
@@ -119,8 +115,8 @@ TEST_F(EngineClusterTest, OfTheOneShotByteOnlyTheBacklightStays) {
   model.EngineCluster[8].Value3 = 0x40;
   Start();
   cluster.ResetCluster();
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 0x40}, {39, 5}, {40, 0xAA}}));
-  EXPECT_EQ(Tick(), (Bytes{{1, 'F'}, {38, 0x40}, {39, 1}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {38, 0x40}, {39, 5}, {40, 0xAA}}));
+  EXPECT_EQ(Tick(), (Places{{1, 'F'}, {38, 0x40}, {39, 1}, {40, 0xAA}}));
 }
 
 TEST_F(EngineClusterTest, VersionOfTheReply) {
@@ -134,9 +130,8 @@ TEST_F(EngineClusterTest, VersionOfTheReply) {
   bad[0] = 0xFE;
   port.Arrive(bad);
   EXPECT_EQ(Answers(), 1u);
-  for (const std::size_t length : {1u, 7u, 8u, 15u}) {
+  for (const std::size_t length : {1u, 7u, 8u, 15u})
     EXPECT_EQ(ReadECVersion(ByteView(Reply()).first(length)).has_value(), length >= 8) << length;
-  }
 }
 
 // Time counts, not ticks: at 10 ms an adapter hands the second half over two ticks later.
@@ -167,7 +162,7 @@ TEST_F(EngineClusterTest, AnAnswerThatIsHalfInIsNotThrownAway_ARemnantIs) {
 TEST_F(EngineClusterTest, HaltedSendsNothing) {
   Start();
   cluster.cmdStop_Click();
-  EXPECT_EQ(Tick(), Bytes{});
+  EXPECT_EQ(Tick(), Places{});
 }
 
 TEST_F(EngineClusterTest, WithoutItsPortSaysSo) {
@@ -178,7 +173,7 @@ TEST_F(EngineClusterTest, WithoutItsPortSaysSo) {
   port.Answer(SerialState::NotFound);
   Tick();
   Tick();
-  EXPECT_EQ(boxes.shown, (std::vector<std::string>{"Comm Port for Engine Cluster not found"}));
+  EXPECT_EQ(boxes.shown, (Texts{"Comm Port for Engine Cluster not found"}));
   EXPECT_TRUE(process.enabled) << "it goes on when the adapter is plugged in";
 }
 

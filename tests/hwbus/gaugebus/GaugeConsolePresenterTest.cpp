@@ -5,8 +5,7 @@
 namespace tvx {
 namespace {
 
-class GaugeConsoleTest : public HaltedBusTest {
- protected:
+struct GaugeConsoleTest : HaltedBusTest {
   void Tick() {
     console.PollTimer_Tick();
     serial.TickTransmit();
@@ -39,7 +38,7 @@ TEST_F(GaugeConsoleTest, SendingRefusesWhatNoFrameCarries) {
     EXPECT_EQ(boxes.shown.empty() ? "" : boxes.shown.back(), row.message);
     EXPECT_EQ(Bus().Writes.size(), *row.message == 0 ? 1u : 0u);
   }
-  EXPECT_EQ(Bus().Writes.back(), (std::vector<Byte>{0, 0, 0x08, 1, 2, 0xFF}));
+  EXPECT_EQ(Bus().Writes.back(), (Bytes{0, 0, 0x08, 1, 2, 0xFF}));
 }
 
 TEST_F(GaugeConsoleTest, PollingShowsEachReply) {
@@ -50,16 +49,15 @@ TEST_F(GaugeConsoleTest, PollingShowsEachReply) {
   console.cmdPollGauge();
   EXPECT_EQ(console.View().Text7, "-- No reply --");
   Tick();
-  ASSERT_EQ(Bus().Writes.size(), 1u);
-  EXPECT_EQ(Bus().Writes[0], (std::vector<Byte>{0, 7, 0x78, 1, 2, 0xFF}));
+  EXPECT_EQ(Bus().Writes, (std::vector<Bytes>{{0, 7, 0x78, 1, 2, 0xFF}}));
   for (const char* spinner : {"---", " \\", " |", " /", "---"}) {
     Answer(7, 101);
     EXPECT_EQ(console.View().ProgressIndicator, spinner);
   }
   Tick();
   EXPECT_EQ(console.View().Text7, "0.7.101.1.20.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.0.255");
-  EXPECT_EQ(console.View().boxVersion, "20");
-  EXPECT_EQ(console.View().boxName, "Digital/Analogue Altimeter ");
+  EXPECT_EQ((Texts{console.View().boxVersion, console.View().boxName}),
+            (Texts{"20", "Digital/Analogue Altimeter "}));
   Answer(7, 99);
   EXPECT_EQ(console.View().boxName, " Unknown ");
   Tick();
@@ -98,10 +96,8 @@ TEST_F(GaugeConsoleTest, ForcingAGaugeInAsksFirst) {
   EXPECT_EQ(told, 0);
   EXPECT_EQ(model.Gauges[7].GaugeType, 1);
   EXPECT_TRUE(console.cmdAddToConfig());
-  EXPECT_EQ(model.Gauges[7].GaugeType, 101);
-  EXPECT_EQ(model.Gauges[7].GaugeSetting2, 22);
-  EXPECT_EQ(model.Gauges[7].GaugeFunction1, 0);
-  EXPECT_EQ(model.Gauges[7].GaugeSetting6, 5);
+  EXPECT_EQ(model.Gauges[7],
+            (GaugeRecord{.GaugeType = 101, .GaugeSetting1 = 1, .GaugeSetting2 = 22, .GaugeSetting6 = 5}));
   EXPECT_TRUE(model.ConfigChanged);
   EXPECT_EQ(told, 1);
 }
@@ -118,7 +114,7 @@ TEST_F(HaltedBusTest, TheLiveNeedleSendsItsLastPosition) {
   needle.Tick();
   serial.TickTransmit();
   ASSERT_EQ(Bus().Writes.size(), 2u);
-  EXPECT_EQ(Bus().Writes.back(), (std::vector<Byte>{0, 4, 0x58, 0xF5, 0x03, 0xFF}));
+  EXPECT_EQ(Bus().Writes.back(), (Bytes{0, 4, 0x58, 0xF5, 0x03, 0xFF}));
 }
 
 }  // namespace

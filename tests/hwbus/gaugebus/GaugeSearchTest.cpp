@@ -1,4 +1,3 @@
-#include <map>
 
 #include "hwbus/gaugebus/GaugeSearch.h"
 #include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
@@ -6,8 +5,7 @@
 namespace tvx {
 namespace {
 
-class GaugeSearchTest : public HaltedBusTest {
- protected:
+struct GaugeSearchTest : HaltedBusTest {
   // What answers at an address, called when its command has left.
   using Answer = std::function<void()>;
 
@@ -50,10 +48,9 @@ TEST_F(GaugeSearchTest, AsksEveryAddressAndTakesNewGaugesIn) {
   RunToEnd();
   ASSERT_EQ(asked.size(), 256u);
   for (int id = 0; id < 256; ++id) EXPECT_EQ(asked[static_cast<std::size_t>(id)], id);
-  EXPECT_EQ(model.Gauges[12].GaugeSetting2, 20);
-  EXPECT_EQ(model.Gauges[255].GaugeType, 130);
-  EXPECT_EQ(model.Gauges[3].GaugeSetting1, 2) << "the gauge itself knows its model";
-  EXPECT_EQ(model.Gauges[3].GaugeFunction1, 60);
+  EXPECT_EQ(std::tuple(model.Gauges[12].GaugeSetting2, model.Gauges[255].GaugeType), std::tuple(20, 130));
+  EXPECT_EQ(std::tuple(model.Gauges[3].GaugeSetting1, model.Gauges[3].GaugeFunction1), std::tuple(2, 60))
+      << "the gauge itself knows its model";
   EXPECT_TRUE(model.ConfigChanged);
   EXPECT_EQ(model.GaugeState[255], GaugeConnection::Connected);
   EXPECT_EQ(model.GaugeState[17], GaugeConnection::NotConnected);
@@ -87,17 +84,16 @@ TEST_F(GaugeSearchTest, NamesWhatIsWrong) {
   answers[3] = Plain(30, 1);   // 30 was asked before the search
   answers[30] = Plain(30, 1);
   RunToEnd();
-  EXPECT_EQ(search.Remarks(),
-            (std::vector<std::string>{
-                "GaugeID 002: two gauges have this address. Unplug one of them and give the other a new one.",
-                "GaugeID 005: unreadable answer. Two gauges may have this address, or the line is disturbed.",
-                "GaugeID 008: instrument type 77 is not known.",
-                "GaugeID 009: is a \"Digital/Analogue Altimeter \", but configured as \"Large gauge, single "
-                "needle \"."}));
-  EXPECT_EQ(model.Gauges[8].GaugeType, 0);
-  EXPECT_EQ(model.Gauges[9].GaugeType, 4);
-  EXPECT_EQ(model.GaugeState[19], GaugeConnection::Connected);
-  EXPECT_EQ(model.GaugeState[20], GaugeConnection::NotConnected);
+  EXPECT_EQ(
+      search.Remarks(),
+      (Texts{"GaugeID 002: two gauges have this address. Unplug one of them and give the other a new one.",
+             "GaugeID 005: unreadable answer. Two gauges may have this address, or the line is disturbed.",
+             "GaugeID 008: instrument type 77 is not known.",
+             "GaugeID 009: is a \"Digital/Analogue Altimeter \", but configured as \"Large gauge, single "
+             "needle \"."}));
+  EXPECT_EQ((std::tuple{model.Gauges[8].GaugeType, model.Gauges[9].GaugeType, model.GaugeState[19],
+                        model.GaugeState[20]}),
+            (std::tuple{0, 4, GaugeConnection::Connected, GaugeConnection::NotConnected}));
 }
 
 TEST_F(GaugeSearchTest, CancellingLeavesTheRestUnknown) {

@@ -1,32 +1,16 @@
-#include <gtest/gtest.h>
-
 #include "base/Rounding.h"
 #include "hwbus/gaugebus/NewGaugeIDFrame.h"
-#include "hwbus/gaugebus/Serial.h"
-#include "tests/fakes/FakeHost.h"
-#include "tests/fakes/FakeSerialPort.h"
+#include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
 
 namespace tvx {
 namespace {
 
-using Bytes = std::vector<Byte>;
-using Texts = std::vector<std::string>;
-
-class SerialTest : public testing::Test {
- protected:
-  SerialTest() { model.General.ComPortGS = 5; }
+struct SerialTest : GaugeBusRig {
   FakeSerialPort& Gauges() { return ports[0]; }
   Bytes TransmitBuffer() const {
     const ByteView held = serial.TransmitBuffer();
     return {held.begin(), held.end()};
   }
-
-  ConfigModel model;
-  FakeMessageBoxes boxes;
-  std::array<FakeSerialPort, kHardwareGroups> ports;
-  FakeClock clock;
-  HardwarePorts hardware{model, PointersTo(ports)};
-  Serial serial{hardware, boxes, clock};
 };
 
 const char* const kNoPower = "No Power on CIM; Check Power Switch and Fuses";
@@ -203,7 +187,7 @@ TEST_F(SerialTest, ALineOrItsPowerThatComesBackIsTold) {
   EXPECT_EQ(cameBack, (std::vector<bool>{false, false, true}));
   Gauges().SetCarrier(true);
   EXPECT_TRUE(serial.LineInTrouble());
-  EXPECT_NE(serial.LineWords().find("no power"), std::string::npos);
+  EXPECT_TRUE(Holds(serial.LineWords(), "no power"));
   Gauges().SetCarrier(false);
   EXPECT_FALSE(serial.LineInTrouble());
   EXPECT_EQ(cameBack, (std::vector<bool>{false, false, true, false, true}));

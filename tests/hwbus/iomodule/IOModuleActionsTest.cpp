@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "hwbus/iomodule/IOModuleActions.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
@@ -17,18 +14,16 @@ FunctionRecord Function(float minimum, float maximum) {
   return f;
 }
 
-struct Edge {
-  char kind;
-  int flags;
-  float offOn, onOff;
-  bool on;
-  double current;
-  std::optional<float> written;
-};
-
 TEST(IOModuleActions, ValueOnEveryEdge) {
   const FunctionRecord function = Function(-100, 300);
-  const Edge cases[] = {
+  const struct {
+    char kind;
+    int flags;
+    float offOn, onOff;
+    bool on;
+    double current;
+    std::optional<float> written;
+  } cases[] = {
       // relative: bit 0 the Off->On edge, bit 1 the On->Off edge
       {'v', 1, 10, -10, true, 50, 60.0f},
       {'v', 1, 10, -10, false, 50, {}},
@@ -49,7 +44,7 @@ TEST(IOModuleActions, ValueOnEveryEdge) {
       {'n', 0, 50, 0, true, 7, {}},
       {'u', 1, 50, 0, true, 7, {}},
   };
-  for (const Edge& c : cases) {
+  for (const auto& c : cases) {
     IOModuleRecord d;
     d.ActionKind = static_cast<Byte>(c.kind);
     d.IncrementFlags = static_cast<std::int16_t>(c.flags);

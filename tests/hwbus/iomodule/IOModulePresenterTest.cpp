@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "hwbus/iomodule/IOModulePresenter.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tvx {
@@ -24,6 +21,7 @@ struct IOModuleEditorTest : testing::Test {
 };
 
 constexpr IOModuleInput kSwitch{1, IOModuleKind::Switch, 10};
+constexpr IOModuleInput kLastOfB{1, IOModuleKind::Switch, 15}, kFirstOfC{1, IOModuleKind::Switch, 16};
 constexpr IOModuleInput kAxis{2, IOModuleKind::Analogue, 7};
 constexpr IOModuleInput kLamp{1, IOModuleKind::Lamp, 31};
 const std::string kLimits = "One of the definitions is incorrect or out of limits";
@@ -50,12 +48,8 @@ TEST_F(IOModuleEditorTest, RefusesWithTheRightMessage) {
       {kSwitch, [](IOModuleRecord& d) { d.ActionKind = 'c', d.OffOnValue = 1; }, "No function selected"},
       {kSwitch, [](IOModuleRecord& d) { d.ActionKind = 'c', d.FunctionNr = 61, d.OffOnValue = 2; }, kLimits},
       {kSwitch, [](IOModuleRecord& d) { d.SwitchType = 3; }, kEncoder},
-      {{1, IOModuleKind::Switch, 15},
-       [](IOModuleRecord& d) { d.SwitchType = 1; },
-       kEncoder},  // last of group B
-      {{1, IOModuleKind::Switch, 16},
-       [](IOModuleRecord& d) { d.SwitchType = 2; },
-       kEncoder},  // first of group C
+      {kLastOfB, [](IOModuleRecord& d) { d.SwitchType = 1; }, kEncoder},
+      {kFirstOfC, [](IOModuleRecord& d) { d.SwitchType = 2; }, kEncoder},
       {kAxis, [](IOModuleRecord& d) { d.RawMaximum = 4096; }, kLimits},
       {kAxis, [](IOModuleRecord& d) { d.OnOffValue = 2048; }, ""},
       {kAxis, [](IOModuleRecord& d) { d.OffOnValue = 3000, d.OnOffValue = 2048; }, kLimits},
@@ -72,7 +66,7 @@ TEST_F(IOModuleEditorTest, RefusesWithTheRightMessage) {
     cases[i].change(definition);
     const bool good = cases[i].message.empty();
     EXPECT_EQ(editor.Store(definition), good);
-    EXPECT_EQ(boxes.shown, good ? std::vector<std::string>{} : std::vector<std::string>{cases[i].message});
+    EXPECT_EQ(boxes.shown, good ? Texts{} : Texts{cases[i].message});
     EXPECT_EQ(editor.Defined(cases[i].input), good);
     editor.Remove(cases[i].input);
   }

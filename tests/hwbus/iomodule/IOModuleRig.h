@@ -1,13 +1,8 @@
 // An IO module over fakes, with a simulator whose values a test sets.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <string>
-#include <vector>
-
 #include "hwbus/iomodule/IOModule.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeKeyInjector.h"
 #include "tests/fakes/FakeSerialPort.h"
@@ -80,8 +75,8 @@ struct IOModuleRig {
   }
   // What was written to the simulator since the last call: group and value of each DATA packet, or the text
   // of another one.
-  std::vector<std::string> Sent() {
-    std::vector<std::string> all;
+  Texts Sent() {
+    Texts all;
     for (const std::string& bytes : socket.TakeSent()) {
       if (bytes.size() != kDataSize || bytes.substr(0, 4) != "DATA") {
         all.push_back(bytes);
@@ -93,8 +88,7 @@ struct IOModuleRig {
     return all;
   }
   // A report, and what it made the program write.
-  std::vector<std::string> SentAfter(std::array<Byte, 6> groups,
-                                     std::array<int, kIOModuleAnalogues> analogue = {}) {
+  Texts SentAfter(std::array<Byte, 6> groups, std::array<int, kIOModuleAnalogues> analogue = {}) {
     Report(groups, analogue);
     return Sent();
   }

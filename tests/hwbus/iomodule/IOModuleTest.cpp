@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "base/Rounding.h"
 #include "hwbus/iomodule/IOModule.h"
@@ -8,7 +7,6 @@ namespace tvx {
 namespace {
 
 using Groups = std::array<Byte, 6>;
-using Texts = std::vector<std::string>;
 using Commands = std::vector<std::pair<int, int>>;
 
 // Both modules, one class.
@@ -227,7 +225,7 @@ TEST_P(IOModuleTest, APortThatCannotBeOpenedIsToldWithTheModulesNumber) {
   for (int i = 0; i < 3; ++i) module.ProcessTimer_Tick();
   EXPECT_EQ(boxes.shown, Texts{"Error opening Com Port for IO Module #" + std::to_string(GetParam()) + "."});
   EXPECT_TRUE(process.enabled);
-  EXPECT_NE(module.StatusText().find("Running; COM "), std::string::npos);
+  EXPECT_TRUE(Holds(module.StatusText(), "Running; COM "));
 }
 
 }  // namespace

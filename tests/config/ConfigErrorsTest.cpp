@@ -1,5 +1,4 @@
 // What the reader says to files that are not as they should be, and what stays in the model then.
-#include <gtest/gtest.h>
 
 #include "tests/config/Samples.h"
 #include "tests/fakes/FakeHost.h"
@@ -73,8 +72,7 @@ void ExpectFailure(const std::string& text, const std::string& expected, std::si
   ConfigFile(model, boxes).LoadConfigFile();
   EXPECT_TRUE(model.ConfigLoadFailed);
   EXPECT_TRUE(boxes.asked.empty());
-  ASSERT_EQ(boxes.shown.size(), 1u);
-  EXPECT_EQ(boxes.shown[0], "Error Configuration file. " + expected);
+  EXPECT_EQ(boxes.shown, Texts{"Error Configuration file. " + expected});
   auto now = Sections(model);
   for (std::size_t i = 0; i < kSections.size(); ++i) {
     if (i == loaded) continue;
@@ -161,15 +159,13 @@ TEST_F(BadConfig, QuestionsAboutTheHeader) {
   const std::string version =
       Replaced(Replaced(BuildConfigHeader("", "", ""), "1.0.0 ", "1.0.01"), "Simulator", "Simulat--");
   const std::string cut = BuildConfigHeader("", "", "").substr(0, 69);
-  struct Case {
+  const struct {
     std::string header;
     std::deque<int> answers;
-    std::vector<std::string> asked;
+    Texts asked;
     std::string lastAnswer;
-    bool failed;
-    bool loaded;  // beyond the general record
-  };
-  const Case cases[] = {
+    bool failed, loaded;  // beyond the general record
+  } cases[] = {
       {title, {7}, {kOtherTitle}, "7", true, false},
       {title, {6, 6}, {kOtherTitle, kOtherVersion}, "6", false, true},
       {version, {7}, {kOtherVersion}, "7", false, false},

@@ -1,5 +1,4 @@
 // The demonstration cockpit: its committed file is the generator's, and what it says fits together.
-#include <gtest/gtest.h>
 
 #include "config/StandardFunctions.h"
 #include "config/StartFile.h"

@@ -1,18 +1,10 @@
 // A configuration with another value in every field, and helpers to look at configurations.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <map>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
-
 #include "config/ConfigFile.h"
 #include "config/ValueText.h"
 #include "platform/AtomicFile.h"
+#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
 namespace tvx::test {
@@ -92,7 +84,7 @@ inline std::vector<std::pair<std::string, std::string>> AllFields(const ConfigMo
   return fields;
 }
 
-inline const std::vector<std::string> kSections = {
+inline const Texts kSections = {
     "General", "IOM",        "Functions", "Gaugetypes", "Gauges", "Engine Cluster Settings",
     "Plates",  "GeneralFFB", "Yoke1",     "Yoke2"};
 
@@ -124,8 +116,7 @@ inline std::string FileContent(const std::filesystem::path& path) {
 }
 
 // A test that works in a new, empty folder.
-class InEmptyFolder : public ::testing::Test, protected ScratchFolder {
- protected:
+struct InEmptyFolder : testing::Test, protected ScratchFolder {
   // How many entries the folder has; hidden ones count too.
   static auto Entries() {
     return std::distance(std::filesystem::directory_iterator("."), std::filesystem::directory_iterator());

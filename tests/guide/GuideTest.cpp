@@ -1,13 +1,9 @@
 // What the set-up guide asks and gives, without its form.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
-
 #include "guide/FixedInstruments.h"
 #include "guide/HandWatch.h"
 #include "guide/NeedleSteps.h"
 #include "guide/TestFlight.h"
+#include "tests/Test.h"
 #include "tests/guide/FakeGuideHardware.h"
 
 namespace tvx {
@@ -24,24 +20,22 @@ std::array<Byte, kReplySize> ReplyOf(int gaugeID, int type, int word7) {
 }
 
 TEST(Guide, GivesFixedInstrumentsTheirFunctionsAndLeavesOthers) {
+  const auto gauge = [](Byte type, std::int16_t function1 = 0, Byte sequence1 = 0,
+                        std::int16_t function2 = 0) {
+    return GaugeRecord{.GaugeType = type,
+                       .GaugeFunction1 = function1,
+                       .GaugeInstance1 = sequence1,
+                       .GaugeFunction2 = function2,
+                       .GaugeInstance2 = Byte{function2 != 0}};
+  };
   const GaugeRecord cases[][2] = {
       // found, and given
-      {{.GaugeType = 101},
-       {.GaugeType = 101,
-        .GaugeFunction1 = 2,
-        .GaugeInstance1 = 1,
-        .GaugeFunction2 = 8,
-        .GaugeInstance2 = 1}},
-      {{.GaugeType = 101, .GaugeFunction1 = 60}, {.GaugeType = 101, .GaugeFunction1 = 60}},
-      {{.GaugeType = 107}, {.GaugeType = 107, .GaugeFunction1 = 66, .GaugeInstance1 = 2}},
-      {{.GaugeType = 124},
-       {.GaugeType = 124,
-        .GaugeFunction1 = 1,
-        .GaugeInstance1 = 1,
-        .GaugeFunction2 = 22,
-        .GaugeInstance2 = 1}},
-      {{.GaugeType = 110}, {.GaugeType = 110}},  // may be any radio
-      {{.GaugeType = 4}, {.GaugeType = 4}},
+      {gauge(101), gauge(101, 2, 1, 8)},
+      {gauge(101, 60), gauge(101, 60)},
+      {gauge(107), gauge(107, 66, 2)},
+      {gauge(124), gauge(124, 1, 1, 22)},
+      {gauge(110), gauge(110)},  // may be any radio
+      {gauge(4), gauge(4)},
   };
   for (const auto& [found, given] : cases) {
     ConfigModel model;

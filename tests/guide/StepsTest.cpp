@@ -1,5 +1,4 @@
 // The guide's steps that find what there is and give switches their uses, and what is left to do.
-#include <gtest/gtest.h>
 
 #include "config/StartFile.h"
 #include "guide/Guide.h"
@@ -92,13 +91,13 @@ TEST_F(GuideTest, SearchAsksEveryAdapterThenTheBusAndTakesTheOnlySimulator) {
     EXPECT_EQ(hardware.askedRoles.size(), 1u) << "one after the other";
     hardware.asking = false;
     guide.Tick();
-    EXPECT_EQ(hardware.askedRoles, (std::vector<std::string>{"/dev/a", "/dev/b"}));
+    EXPECT_EQ(hardware.askedRoles, (Texts{"/dev/a", "/dev/b"}));
     EXPECT_EQ(search.Percent(), 15);
     hardware.asking = false;
     guide.Tick();
     hardware.searched = 128;
     EXPECT_EQ(search.Percent(), 65);
-    EXPECT_NE(search.Words().find("/dev/b is something."), std::string::npos) << search.Words();
+    EXPECT_TRUE(Holds(search.Words(), "/dev/b is something."));
     EXPECT_EQ(guide.StateOf(GuideStep::Find), "");
     hardware.searching = false;
     guide.Tick();
@@ -203,10 +202,9 @@ TEST_F(GuideTest, SaysWhatIsLeftToDo) {
   EXPECT_EQ(guide.StateOf(GuideStep::Flight), "");
   guide.Begin();
   EXPECT_EQ(hardware.searches, 0) << "something is configured already";
-  EXPECT_EQ(guide.StateOf(GuideStep::Radios), "2 to do");
-  EXPECT_EQ(guide.StateOf(GuideStep::Needles), "1 to do");
-  EXPECT_EQ(guide.StateOf(GuideStep::Switches), "");
-  EXPECT_EQ(guide.FixedWords(), "1 instrument works as it is.");
+  EXPECT_EQ((Texts{guide.StateOf(GuideStep::Radios), guide.StateOf(GuideStep::Needles),
+                   guide.StateOf(GuideStep::Switches), guide.FixedWords()}),
+            (Texts{"2 to do", "1 to do", "", "1 instrument works as it is."}));
 
   guide.Enter(GuideStep::Radios);
   guide.Tick();

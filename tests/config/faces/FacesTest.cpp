@@ -1,10 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <set>
-
 #include "config/StandardFunctions.h"
 #include "config/faces/FaceFile.h"
 #include "platform/AtomicFile.h"
+#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
 namespace tvx {

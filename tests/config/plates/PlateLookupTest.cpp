@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <limits>
-
 #include "config/plates/PlateLookup.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
@@ -39,9 +36,8 @@ TEST(PlateLookup, KeepsNeedlesInTheirRange) {
   PlateRecord plate = AirspeedPlate();
   plate.Position[2] = -50;
   plate.Position[3] = 1500;
-  EXPECT_EQ(NeedlePosition(plate, 0), 0);
-  EXPECT_EQ(NeedlePosition(plate, 300), 1079);
-  EXPECT_EQ(PlateLookup(plate, 300), 1500);
+  EXPECT_EQ((std::tuple{NeedlePosition(plate, 0), NeedlePosition(plate, 300), PlateLookup(plate, 300)}),
+            (std::tuple{0, 1079, 1500}));
 }
 
 TEST(PlateLookup, SurvivesPlatesThatMakeNoSense) {

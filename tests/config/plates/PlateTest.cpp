@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "config/plates/PlateLookup.h"
 #include "config/plates/PlatePresenter.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tvx {
@@ -49,11 +48,9 @@ TEST(PlateCheck, TellsTheFirstFault) {
 TEST(PlateBoxes, GoIntoTheirEntries) {
   const PlateBoxes boxes = Boxes({{0, "40", "90"}, {1, "50.5", "146.5"}, {2, "60", "216"}});
   const PlateRecord plate = PlateOfBoxes(boxes, "Airspeed");
-  PlateRecord wanted{.Name = "Airspeed"};
-  wanted.Value = {0, 0, 40, 60, 40, 50.5, 60};
-  wanted.Position = {0, 0, 90, 216, 90, 146, 216};
-  EXPECT_EQ(plate.Value, wanted.Value);
-  EXPECT_EQ(plate.Position, wanted.Position);
+  EXPECT_EQ(plate, (PlateRecord{.Name = "Airspeed",
+                                .Value = {0, 0, 40, 60, 40, 50.5, 60},
+                                .Position = {0, 0, 90, 216, 90, 146, 216}}));
   const PlateBoxes back = BoxesOfPlate(plate);
   EXPECT_EQ(back.value, boxes.value);
   EXPECT_EQ(back.needle[1], "146");
@@ -64,13 +61,15 @@ TEST(PlateBoxes, GapsDoNotBendTheCurve) {
   const PlateRecord plate =
       PlateOfBoxes(Boxes({{0, "-10", "0"}, {3, "10", "200"}, {4, "20", "400"}, {9, "30", "500"}}), "");
   for (const auto& [value, position] :
-       {std::pair{-10.0, 0}, {0.0, 100}, {10.0, 200}, {15.0, 300}, {25.0, 450}, {99.0, 500}}) {
+       {std::pair{-10.0, 0}, {0.0, 100}, {10.0, 200}, {15.0, 300}, {25.0, 450}, {99.0, 500}})
     EXPECT_NEAR(PlatePositionOf(plate, value), position, 1.0) << value;
-  }
 }
 
 // Whatever the order, and however few: a user must see what the needle follows.
 TEST(PlateBoxes, ShowThePointsAsTheyWereStored) {
+  const char *good = "Plate verified and no errors found",
+             *equal = "Minimum and maximum values are equal; Please correct.",
+             *lower = "At valuebox 1: value lower than or equal to previous; Please correct.";
   const struct {
     decltype(PlateRecord::Value) value;
     decltype(PlateRecord::Position) position;
@@ -80,19 +79,10 @@ TEST(PlateBoxes, ShowThePointsAsTheyWereStored) {
       {{0, 0, 5, 30, 5, 0, 20, 30, 0},
        {0, 0, 1, 3, 1, 0, 2, 3, 0},
        Boxes({{0, "5", "1"}, {1, "0", "0"}, {2, "20", "2"}, {3, "30", "3"}}),
-       "At valuebox 1: value lower than or equal to previous; Please correct."},
-      {{0, 0, 5, 5, 5},
-       {0, 0, 7, 7, 7},
-       Boxes({{0, "5", "7"}}),
-       "Minimum and maximum values are equal; Please correct."},
-      {{0, 0, 9, 1, 9, 1},
-       {0, 0, 7, 8, 7, 8},
-       Boxes({{0, "9", "7"}, {1, "1", "8"}}),
-       "At valuebox 1: value lower than or equal to previous; Please correct."},
-      {{0, 0, -10, 0, -10, 0},
-       {0, 0, 500, 0, 500, 0},
-       Boxes({{0, "-10", "500"}, {1, "0", "0"}}),
-       "Plate verified and no errors found"},
+       lower},
+      {{0, 0, 5, 5, 5}, {0, 0, 7, 7, 7}, Boxes({{0, "5", "7"}}), equal},
+      {{0, 0, 9, 1, 9, 1}, {0, 0, 7, 8, 7, 8}, Boxes({{0, "9", "7"}, {1, "1", "8"}}), lower},
+      {{0, 0, -10, 0, -10, 0}, {0, 0, 500, 0, 500, 0}, Boxes({{0, "-10", "500"}, {1, "0", "0"}}), good},
       {{}, {}, {}, "Minimum value missing; Please correct"},
   };
   for (const auto& row : rows) {
@@ -124,19 +114,15 @@ TEST(PlateBoxes, WhatIsFilledInIsShownBefore) {
 TEST(PlateLinear, FillsBetweenMinimumAndLastBox) {
   PlateBoxes boxes = Boxes({{0, "0", ""}, {2, "99", "7"}, {3, "1", ""}});
   EXPECT_TRUE(FillLinear(boxes).good);
-  EXPECT_EQ(boxes.value[1], "0.33");
-  EXPECT_EQ(boxes.value[2], "0.67");
-  EXPECT_EQ(boxes.needle[2], "7");
+  EXPECT_EQ(boxes.value[1] + ' ' + boxes.value[2] + ' ' + boxes.needle[2], "0.33 0.67 7");
   boxes = Boxes({{0, "-100", ""}, {4, "100", ""}});
   EXPECT_TRUE(FillLinear(boxes).good);
-  EXPECT_EQ(boxes.value[1], "-50.0");
-  EXPECT_EQ(boxes.value[3], "50.0");
+  EXPECT_EQ(boxes.value[1] + ' ' + boxes.value[3], "-50.0 50.0");
   boxes = Boxes({{4, "100", ""}});
   EXPECT_EQ(FillLinear(boxes).text, "Minimum value missing; Please correct");
 }
 
-class PlateControlTest : public testing::Test {
- protected:
+struct PlateControlTest : testing::Test {
   PlateControlTest() { model.Plates = {PlateOfBoxes(Boxes({{0, "0", "0"}, {1, "10", "500"}}), "first")}; }
   ConfigModel model;
   FakeMessageBoxes boxes;
@@ -156,9 +142,9 @@ TEST_F(PlateControlTest, ANewPlateNeedsAName) {
   plates.Name = "second";
   EXPECT_TRUE(plates.CmdSaveNewPlate());
   ASSERT_EQ(model.PlateCount(), 2);
-  EXPECT_EQ(model.Plates[0].Name + model.Plates[1].Name, "firstsecond");
-  EXPECT_EQ(model.Plates[1].Position[3], 9);
-  EXPECT_EQ(plates.PlateNumber(), 1);
+  EXPECT_EQ((std::tuple{model.Plates[0].Name + model.Plates[1].Name, model.Plates[1].Position[3],
+                        plates.PlateNumber()}),
+            (std::tuple{"firstsecond", 9, 1}));
   EXPECT_FALSE(plates.Unsaved());
   EXPECT_TRUE(model.ConfigChanged);
 }

@@ -1,11 +1,8 @@
 // Undo and redo of everything that a configuration can change, by name.
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "config/ConfigFile.h"
 #include "config/setup/ConfigurationHistory.h"
 #include "config/setup/MainConfigurePresenter.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tvx {

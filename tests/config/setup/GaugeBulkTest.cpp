@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <set>
-
 #include "config/setup/GaugeBulk.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
@@ -42,13 +39,13 @@ TEST_F(GaugeBulkTest, SetsWhatEachGaugeHas) {
   EXPECT_EQ(bulk.SetPlate(all, 1, 2), 3);
   EXPECT_EQ(bulk.SetPlate(all, 2, 1), 1) << "one has a second needle";
   EXPECT_EQ(bulk.SetPlate(all, 1, 3), 0) << "no such Plate";
-  EXPECT_EQ(model.Gauges[11].GaugeSetting3, 2);
-  EXPECT_EQ(model.Gauges[11].GaugeSetting4, 1);
   EXPECT_EQ(bulk.SetFunctionsInSequence(all, 298), 2) << "300 is the last";
-  EXPECT_EQ(model.Gauges[10].GaugeFunction1, 298);
-  EXPECT_EQ(model.Gauges[11].GaugeFunction1, 299);
-  EXPECT_EQ(model.Gauges[11].GaugeFunction2, 300);
-  EXPECT_EQ(model.Gauges[14].GaugeFunction1, 0);
+  EXPECT_EQ(model.Gauges[11], (GaugeRecord{.GaugeType = 3,
+                                           .GaugeSetting3 = 2,
+                                           .GaugeFunction1 = 299,
+                                           .GaugeSetting4 = 1,
+                                           .GaugeFunction2 = 300}));
+  EXPECT_EQ(std::tuple(model.Gauges[10].GaugeFunction1, model.Gauges[14].GaugeFunction1), std::tuple(298, 0));
   EXPECT_EQ(bulk.SetLighting(all, false), 4);
   model.Gauges[12].GaugeSetting5 |= 2;
   EXPECT_EQ(bulk.SetLighting(all, true), 4);

@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "config/setup/GaugeList.h"
 #include "config/setup/MainConfigurePresenter.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
@@ -9,20 +8,17 @@ namespace {
 TEST(GaugeLines, TellEachGaugeInItsColumns) {
   ConfigModel model;
   model.Functions[1].ShortName = "Airspeed indicated";
-  model.Gauges[7] = {.GaugeType = 1, .GaugeFunction1 = 1};
+  model.Gauges[7] = {
+      .GaugeType = 1, .GaugeFunction1 = 1, .GaugeInstance1 = 2, .GaugeFunction2 = 301, .GaugeInstance2 = 1};
   model.Gaugetypes[1] = {1, "Small gauge"};
   model.Gaugetypes[40] = {77, "Own kind"};
   model.Gaugetypes[51] = {78, "Beyond the search"};
   model.Gauges[0] = {.GaugeType = 77};
   model.Gauges[3] = {.GaugeType = 10, .GaugeSetting1 = 2, .GaugeSetting2 = 11};
-  model.Gauges[7].GaugeInstance1 = 2;
-  model.Gauges[7].GaugeFunction2 = 301;
-  model.Gauges[7].GaugeInstance2 = 1;
   model.Gauges[255] = {.GaugeType = 78};
   model.GaugeState[3] = GaugeConnection::Connected;
   model.GaugeState[7] = GaugeConnection::NotConnected;
-  EXPECT_EQ(GaugeLines(model),
-            (std::vector<std::string>{"000\tOwn kind\tNot Assigned\t\t\t\t00\t00\tUnkown",
+  EXPECT_EQ(GaugeLines(model), (Texts{"000\tOwn kind\tNot Assigned\t\t\t\t00\t00\tUnkown",
                                       "003\tUnknown\tInput/Switches\tOutput/Leds\t\t\t02\t11\tConnected",
                                       "007\tSmall gauge\tAirspeed indic\tError\t2 #\t\t00\t00\tNot Connected",
                                       "255\tUnknown\tNot Assigned\t\t\t\t00\t00\tUnkown"}));
@@ -42,11 +38,10 @@ TEST(ClearAllGauges, KeepsGauge0AndTheSpareField) {
 
 TEST(LightsModes, FindThePairAndNothingElse) {
   ConfigModel model;
-  const std::int16_t pairs[][2] = {{32, 0}, {0, 1}, {0, 2}, {1, 0}, {63, 0}};
+  const std::pair<int, int> pairs[] = {{32, 0}, {0, 1}, {0, 2}, {1, 0}, {63, 0}};
   for (std::size_t i = 0; i < 5; ++i) {
     SetLightsMode(model, i);
-    EXPECT_EQ(model.General.LightsSetting1, pairs[i][0]);
-    EXPECT_EQ(model.General.LightsSetting2, pairs[i][1]);
+    EXPECT_EQ((std::pair<int, int>(model.General.LightsSetting1, model.General.LightsSetting2)), pairs[i]);
     EXPECT_EQ(LightsModeIndex(model), i);
   }
   model.General.LightsSetting2 = 9;

@@ -1,4 +1,3 @@
-#include <set>
 
 #include "config/StartFile.h"
 #include "config/setup/SavePresenter.h"
@@ -13,8 +12,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kOverwrite = "This will overwrite the current configuration! Continue?";
 
-class SaveControlTest : public InEmptyFolder {
- protected:
+struct SaveControlTest : InEmptyFolder {
   SaveControlTest() {
     model.Plates.emplace_back();  // a file without Plates does not load wholly
     model.ConfigFileName = "Default.cfg";
@@ -47,7 +45,7 @@ TEST_F(SaveControlTest, NamesAreRefusedBeforeAnythingHappens) {
     EXPECT_FALSE(save.Delete(name));
     EXPECT_EQ(FileContent(name), "keep");
   }
-  EXPECT_EQ(boxes.shown, std::vector<std::string>(6, "Filetype incorrect or missing; must be: ****.cfg"));
+  EXPECT_EQ(boxes.shown, Texts(6, "Filetype incorrect or missing; must be: ****.cfg"));
   EXPECT_FALSE(save.Save(""));
   EXPECT_EQ(LastShown(), "No filename");
   EXPECT_FALSE(save.Load(""));
@@ -124,7 +122,7 @@ TEST_F(SaveControlTest, WhatIsNoFileOfOursStays) {
   }
   EXPECT_TRUE(save.Delete("Link.cfg"));
   EXPECT_EQ(FileContent("far"), "theirs");
-  EXPECT_EQ(ConfigFilesIn(""), std::vector<std::string>{});
+  EXPECT_EQ(ConfigFilesIn(""), Texts{});
   // The name of the next backup leads elsewhere.
   Put("Other.cfg", "old");
   const std::string next = NextKeptName("Other.cfg", KeptAs::Backup);
@@ -196,7 +194,7 @@ TEST_F(SaveControlTest, LoadingAsksFirst) {
   EXPECT_EQ(model.Functions[60].ShortName, "mine");
   EXPECT_EQ(model.ConfigFileName, "Other.cfg");
   EXPECT_FALSE(model.ConfigChanged);
-  EXPECT_EQ(boxes.asked, (std::vector<std::string>{kOverwrite, kOverwrite}));
+  EXPECT_EQ(boxes.asked, (Texts{kOverwrite, kOverwrite}));
 
   Put("Bad.cfg", "nonsense");
   boxes.answers = {kAnswerYes};
@@ -267,8 +265,7 @@ TEST_F(SaveControlTest, TheStartUpDelayIsAskedFor) {
 
 // --- partial import ---
 
-class PartialImportTest : public SaveControlTest {
- protected:
+struct PartialImportTest : SaveControlTest {
   // A file that differs from the model in every chapter.
   static ConfigModel Other() {
     ConfigModel other;
@@ -287,24 +284,19 @@ class PartialImportTest : public SaveControlTest {
   // Which chapters of Other() the model has, as digits.
   std::string Taken() const {
     std::string taken;
-    const bool have[] = {model.General.ComPortGS == 77,
-                         model.IOMCount() == 2,
-                         model.Functions[50].ShortName == "standard",
-                         model.Functions[51].ShortName == "user",
-                         model.Gaugetypes[40].Code == 99,
-                         model.Gauges[200].GaugeType == 4,
-                         model.PlateCount() == 2,
-                         model.EngineCluster[10].Value3 == 6};
-    for (std::size_t i = 0; i < kImportChapters; ++i) {
-      if (have[i]) taken += std::to_string(i);
-    }
+    const bool have[] = {
+        model.General.ComPortGS == 77,
+        model.IOMCount() == 2,
+        model.Functions[50].ShortName == "standard",
+        model.Functions[51].ShortName == "user",
+        model.Gaugetypes[40].Code == 99,
+        model.Gauges[200].GaugeType == 4,
+        model.PlateCount() == 2,
+        model.EngineCluster[10].Value3 == 6,
+    };
+    for (std::size_t i = 0; i < kImportChapters; ++i) taken += have[i] ? std::to_string(i) : "";
     if (model.GeneralFFB.MasterYoke == 2) taken += " and force feedback";
     return taken;
-  }
-  static ImportChoice All() {
-    ImportChoice all{};
-    all.fill(true);
-    return all;
   }
 };
 
@@ -346,6 +338,8 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
       "Gaugetypes; Gauges; Engine Cluster Settings.\r\nNot in the file, left as it was: Plates.";
   const std::string strange = WriteConfigText(stranger);
   constexpr int yes = kAnswerYes, no = kAnswerNo;
+  ImportChoice all{};
+  all.fill(true);
   const struct {
     const char* what;
     std::string text;
@@ -366,7 +360,7 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
     model = ConfigModel{};
     boxes.shown.clear();
     boxes.answers = row.answers;
-    save.ImportPartial("Source.cfg", All());
+    save.ImportPartial("Source.cfg", all);
     EXPECT_EQ(LastShown().substr(0, LastShown().find('\r')), row.message) << row.what;
     EXPECT_EQ(LastShown().find(noPlates) != std::string::npos, row.what == std::string("without Plates"));
     EXPECT_EQ(Taken(), row.taken) << row.what;
@@ -374,7 +368,7 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
     EXPECT_TRUE(boxes.answers.empty()) << row.what;
   }
   boxes.answers = {kAnswerYes};
-  EXPECT_FALSE(save.ImportPartial("Missing.cfg", All()));
+  EXPECT_FALSE(save.ImportPartial("Missing.cfg", all));
   EXPECT_TRUE(LastShown().starts_with("Error in Configuration file\r\n\"Missing.cfg\": ")) << LastShown();
   Put("Source.cfg", cut);
   boxes.answers = {kAnswerYes};

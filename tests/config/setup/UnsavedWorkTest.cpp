@@ -8,8 +8,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class UnsavedWorkTest : public InEmptyFolder {
- protected:
+struct UnsavedWorkTest : InEmptyFolder {
   UnsavedWorkTest() {
     model.General.ConfigHeader = BuildConfigHeader("", "", "now");
     model.Plates.emplace_back();
@@ -37,8 +36,7 @@ TEST_F(UnsavedWorkTest, ComesBackAsChangesThatAreNotSaved) {
   const std::string words = work.Words("My.cfg");
   EXPECT_TRUE(words.starts_with("Changes to My.cfg of 2") && words.ends_with(" were not saved.")) << words;
   EXPECT_TRUE(work.Take("My.cfg"));
-  EXPECT_EQ(model.Functions[60].ShortName, "mine");
-  EXPECT_EQ(model.ConfigFileName, "My.cfg");
+  EXPECT_EQ((Texts{model.Functions[60].ShortName, model.ConfigFileName}), (Texts{"mine", "My.cfg"}));
   EXPECT_TRUE(model.ConfigChanged);
   work.Follow();
   EXPECT_EQ(work.Words("My.cfg"), words) << "still not saved";

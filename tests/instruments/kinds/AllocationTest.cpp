@@ -18,11 +18,10 @@ TEST(Allocation, NoTickAndNoReplyOfAnyKindAllocates) {
     float value = 1.0f;
     for (const char* letters : {"", "PP", "CA", "AS", "XY", "XF", "SD", "CS", "AV", "PT"}) {
       for (const int fill : {0x00, 0x01, 0x02, 0x03, 0x7F, 0x80, 0xFF}) {
-        for (const int n : {2, 3, 4, 5, 9, 14, 20, 26, 27, 31, 33, 35, 38, 47, 51, 52, 91, 107, 143, 281}) {
+        for (const int n : {2, 3, 4, 5, 9, 14, 20, 26, 27, 31, 33, 35, 38, 47, 51, 52, 91, 107, 143, 281})
           rig.Set(n, value = -1.3f * value);
-        }
         if (std::abs(value) > 1e6f) value = 1.0f;
-        const std::vector<Byte> reply = InstrumentRig::ReplyBytes(type, letters, fill);
+        const Bytes reply = InstrumentRig::ReplyBytes(type, letters, fill);
         const std::size_t before = allocations;
         rig.Bus().Arrive(reply);
         rig.cycle.Tick();

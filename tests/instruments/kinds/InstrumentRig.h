@@ -1,14 +1,9 @@
 // One instrument at 12 in a whole cockpit in memory, with its replies.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
-#include <vector>
-
 #include "base/NumberFormat.h"
 #include "core/GaugeReceiver.h"
+#include "tests/Test.h"
 #include "tests/fakes/CockpitRig.h"
 
 namespace tvx {

@@ -122,7 +122,7 @@ TEST(InstrumentTicks, ANeedleParksWhenItsValueIsOldWhereThatIsWanted) {
       rig.AddPlate(20, 100, 1000);
       rig.StartWith(row.type, parks ? 0x40 : 0, 51);
       rig.SetAll(row.value);
-      EXPECT_NE(rig.TickText().find(row.again), std::string::npos);
+      EXPECT_TRUE(Holds(rig.TickText(), row.again));
       rig.clock.Advance(4000);
       EXPECT_EQ(rig.TickText(), "");
       rig.clock.Advance(1500);
@@ -138,7 +138,7 @@ TEST(InstrumentTicks, PolledTypesAreAskedAndTheOthersAreNot) {
     InstrumentRig rig;
     rig.StartWith(type, 0x7F, 51, 52);
     rig.Set(2, 4290);
-    std::vector<SentCommand> polls;
+    Commands polls;
     for (int i = 0; i < 4; ++i) {
       for (const SentCommand& c : rig.Tick()) {
         if (c.command == 7 || (type == 122 && c.command == 5)) polls.push_back(c);

@@ -102,7 +102,7 @@ TEST(Replies, AreToldInWords) {
       {140, "7:0100", "256|motor|"},
   };
   for (const auto& c : cases) {
-    const std::vector<Byte> reply = InstrumentRig::ReplyOf(c.type, c.reply);
+    const Bytes reply = InstrumentRig::ReplyOf(c.type, c.reply);
     std::string words;
     for (const ReadingField& reading : InstrumentOf(c.type)->Describe(c.type).readings)
       words += reading.text(ReplyView(reply.data(), kReplySize)) + '|';

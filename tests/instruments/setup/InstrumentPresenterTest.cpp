@@ -1,4 +1,3 @@
-#include <set>
 
 #include "instruments/kinds/Registry.h"
 #include "instruments/setup/CalibrationTargets.h"
@@ -8,8 +7,7 @@
 namespace tvx {
 namespace {
 
-class InstrumentPresenterTest : public HaltedBusTest {
- protected:
+struct InstrumentPresenterTest : HaltedBusTest {
   InstrumentPresenterTest() {
     model.Gauges[7] = {.GaugeType = 101, .GaugeFunction2 = 8, .GaugeSetting5 = 0x80, .GaugeSetting6 = 3};
     model.Plates.resize(300);
@@ -49,27 +47,24 @@ class InstrumentPresenterTest : public HaltedBusTest {
 
 TEST_F(InstrumentPresenterTest, TakesWhatTheRecordCanHoldAndNoMore) {
   using P = InstrumentPresenter;
+  using G = GaugeRecord;
   const struct {
     bool (*set)(P&, int);
     int lowest, highest;
-    int (*kept)(const GaugeRecord&);
+    int (*kept)(const G&);
   } rows[] = {
       {[](P& p, int v) { return p.SetFunction(1, v); }, 0, 300,
-       [](const GaugeRecord& g) -> int { return g.GaugeFunction1; }},
+       [](const G& g) { return int{g.GaugeFunction1}; }},
       {[](P& p, int v) { return p.SetFunction(2, v); }, 0, 300,
-       [](const GaugeRecord& g) -> int { return g.GaugeFunction2; }},
+       [](const G& g) { return int{g.GaugeFunction2}; }},
       {[](P& p, int v) { return p.SetSequence(1, v); }, 0, 4,
-       [](const GaugeRecord& g) -> int { return g.GaugeInstance1; }},
+       [](const G& g) { return int{g.GaugeInstance1}; }},
       {[](P& p, int v) { return p.SetSequence(2, v); }, 0, 4,
-       [](const GaugeRecord& g) -> int { return g.GaugeInstance2; }},
-      {[](P& p, int v) { return p.SetPlate(1, v); }, 0, 255,
-       [](const GaugeRecord& g) -> int { return g.GaugeSetting3; }},
-      {[](P& p, int v) { return p.SetPlate(2, v); }, 0, 255,
-       [](const GaugeRecord& g) -> int { return g.GaugeSetting4; }},
-      {[](P& p, int v) { return p.SetModel(v); }, 0, 255,
-       [](const GaugeRecord& g) -> int { return g.GaugeSetting1; }},
-      {[](P& p, int v) { return p.SetSetting6(v); }, 0, 300,
-       [](const GaugeRecord& g) -> int { return g.GaugeSetting6; }},
+       [](const G& g) { return int{g.GaugeInstance2}; }},
+      {[](P& p, int v) { return p.SetPlate(1, v); }, 0, 255, [](const G& g) { return int{g.GaugeSetting3}; }},
+      {[](P& p, int v) { return p.SetPlate(2, v); }, 0, 255, [](const G& g) { return int{g.GaugeSetting4}; }},
+      {[](P& p, int v) { return p.SetModel(v); }, 0, 255, [](const G& g) { return int{g.GaugeSetting1}; }},
+      {[](P& p, int v) { return p.SetSetting6(v); }, 0, 300, [](const G& g) { return int{g.GaugeSetting6}; }},
   };
   control.Open(7);
   for (std::size_t i = 0; i < std::size(rows); ++i) {
@@ -109,7 +104,7 @@ TEST_F(InstrumentPresenterTest, ReadsTheLiveInstrument) {
   answers = false;
   boxes.shown.clear();
   EXPECT_FALSE(Read());
-  EXPECT_EQ(boxes.shown, std::vector<std::string>{"Gauge with ID: 7 doesn't respond."});
+  EXPECT_EQ(boxes.shown, Texts{"Gauge with ID: 7 doesn't respond."});
   EXPECT_EQ(model.GaugeState[7], GaugeConnection::NotConnected);
 }
 
@@ -134,27 +129,24 @@ TEST_F(InstrumentPresenterTest, ANewAddressIsCheckedWrittenAndReadBack) {
   model.GaugeState[7] = GaugeConnection::Connected;
   answersAt = 20;
   EXPECT_TRUE(GiveAddress("20"));
-  EXPECT_EQ(Bus().Writes.front(), (std::vector<Byte>{0, 7, 0x2C, 20, 0xAA, 0xFF, 0x20}));
-  EXPECT_EQ(model.Gauges[7].GaugeType, 0);
-  EXPECT_EQ(model.Gauges[20].GaugeType, 101);
+  EXPECT_EQ(Bus().Writes.front(), (Bytes{0, 7, 0x2C, 20, 0xAA, 0xFF, 0x20}));
+  // Of which gauge the settings are now, which address that is, and how it stands.
+  const auto moved = [this](std::size_t from, std::size_t to) {
+    return std::tuple(model.Gauges[from].GaugeType, model.Gauges[to].GaugeType, control.GaugeID(),
+                      model.GaugeState[to]);
+  };
+  EXPECT_EQ(moved(7, 20), std::tuple(0, 101, 20, GaugeConnection::Connected));
   EXPECT_EQ(model.Gauges[20].GaugeSetting6, 3);
-  EXPECT_EQ(control.GaugeID(), 20);
-  EXPECT_EQ(model.GaugeState[20], GaugeConnection::Connected);
 
   // A gauge that does not answer at its new address: its settings stay, unless the user knows better.
   answers = false;
   boxes.answers = {kAnswerNo, kAnswerYes};
   EXPECT_FALSE(GiveAddress("21"));
   EXPECT_EQ(boxes.asked.size(), 1u);
-  EXPECT_EQ(control.GaugeID(), 20);
-  EXPECT_EQ(model.Gauges[20].GaugeType, 101);
-  EXPECT_EQ(model.Gauges[21].GaugeType, 0);
+  EXPECT_EQ(moved(20, 21), std::tuple(101, 0, 20, GaugeConnection::Unknown));
   model.GaugeState[20] = GaugeConnection::Connected;
   EXPECT_FALSE(GiveAddress("21"));
-  EXPECT_EQ(control.GaugeID(), 21);
-  EXPECT_EQ(model.Gauges[20].GaugeType, 0);
-  EXPECT_EQ(model.Gauges[21].GaugeType, 101);
-  EXPECT_EQ(model.GaugeState[21], GaugeConnection::Unknown);
+  EXPECT_EQ(moved(20, 21), std::tuple(0, 101, 21, GaugeConnection::Unknown));
 }
 
 // A dialog that is closed while its gauge is asked is never told.

@@ -1,14 +1,8 @@
 // A link with everything around it faked, and the few words its tests are written in.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <limits>
-#include <string>
-#include <vector>
-
 #include "simlink/SimCom.h"
+#include "tests/Test.h"
 #include "tests/fakes/AllocationCount.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeUdpSocket.h"
@@ -19,9 +13,8 @@ namespace tvx {
 // "44 53 00" as bytes.
 inline std::string Hex(std::string_view text) {
   std::string bytes;
-  for (std::size_t i = 0; i + 1 < text.size(); i += 3) {
+  for (std::size_t i = 0; i + 1 < text.size(); i += 3)
     bytes += static_cast<char>(std::stoi(std::string(text.substr(i, 2)), nullptr, 16));
-  }
   return bytes;
 }
 
@@ -29,8 +22,7 @@ inline ByteView View(const std::string& bytes) {
   return {reinterpret_cast<const Byte*>(bytes.data()), bytes.size()};
 }
 
-class LinkTest : public testing::Test {
- protected:
+struct LinkTest : testing::Test {
   FunctionRecord& Define(int number, DataType type, int index = 10, int value = 0) {
     return DefineFunction(model, number, type, index, value);
   }

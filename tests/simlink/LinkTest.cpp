@@ -97,7 +97,7 @@ TEST_F(Link, CommandStopAllUnselectsGroups0To135) {
 TEST_F(Link, RecordsSubscriptionsOnceAndCancelsThem) {
   sim.SendXplaneRREF("a", 20, 5, Register::Yes);
   sim.SendXplaneRREF("b", 10, 5, Register::Yes);  // the identifier is taken
-  EXPECT_EQ(boxes.shown, std::vector<std::string>{"RREF Indent: 5, already used for: a"});
+  EXPECT_EQ(boxes.shown, Texts{"RREF Indent: 5, already used for: a"});
   EXPECT_EQ(socket.Sent.size(), 1u);
   EXPECT_TRUE(sim.UdpOpen());
   sim.SendXplaneRREF("c", 0, 5, Register::Yes);  // a cancellation is never recorded
@@ -135,10 +135,9 @@ TEST_F(Link, WhatThePortsReadIsAskedForUntilItComes) {
   socket.Deliver(DataDatagram({{17, 1.0f}}));
   clock.Advance(2000);
   sim.Tick();
-  EXPECT_EQ(socket.TakeSent(), std::vector<std::string>{"DSEL0" + Hex("14 00 00 00")});
+  EXPECT_EQ(socket.TakeSent(), Texts{"DSEL0" + Hex("14 00 00 00")});
   sim.DisableReadSimPort(1);
-  EXPECT_EQ(socket.TakeSent(),
-            (std::vector<std::string>{"USEL0" + Hex("11 00 00 00"), "DSEL0" + Hex("11 00 00 00")}))
+  EXPECT_EQ(socket.TakeSent(), (Texts{"USEL0" + Hex("11 00 00 00"), "DSEL0" + Hex("11 00 00 00")}))
       << "port 0 still reads the group";
   sim.CloseAllPorts();
   clock.Advance(1000);

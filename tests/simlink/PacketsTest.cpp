@@ -10,12 +10,6 @@ std::string Text(const Datagram& d) {
   return {d.bytes.begin(), d.bytes.begin() + static_cast<long>(d.size)};
 }
 
-struct Built {
-  const char* name;
-  bool (*build)(Datagram&);
-  std::string expected;
-};
-
 TEST(Packets, AreBuiltByteForByte) {
   const std::string longest(500, 'p');
   const std::string m999f = Hex("00 C0 79 C4"), m999i = Hex("FF FF FC 19");
@@ -24,7 +18,11 @@ TEST(Packets, AreBuiltByteForByte) {
     for (int i = 0; i < n; ++i) all += s;
     return all;
   };
-  const Built cases[] = {
+  const struct {
+    const char* name;
+    bool (*build)(Datagram&);
+    std::string expected;
+  } cases[] = {
       {"DSEL", [](Datagram& d) { return BuildDSEL(20, d); }, Hex("44 53 45 4C 30 14 00 00 00")},
       {"USEL", [](Datagram& d) { return BuildUSEL(255, d); }, Hex("55 53 45 4C 30 FF 00 00 00")},
       {"float", [](Datagram& d) { return BuildDataFloat(8, 0, 1.0f, d); },
@@ -49,7 +47,7 @@ TEST(Packets, AreBuiltByteForByte) {
       {"RREF longest", [](Datagram& d) { return BuildRREF(std::string(400, 'p'), 0, 0, d); },
        "RREF" + kZeros.substr(0, 9) + longest.substr(0, 400)},
   };
-  for (const Built& c : cases) {
+  for (const auto& c : cases) {
     Datagram packet;
     EXPECT_TRUE(c.build(packet)) << c.name;
     EXPECT_EQ(Text(packet), c.expected) << c.name;
@@ -103,7 +101,7 @@ TEST(Packets, RecordsAreReadOnlyWhenTheyLieWithin) {
   EXPECT_EQ(ReadDataGroup(View(data), 0)->index, 20);
   EXPECT_EQ(ReadDataGroup(View(data), 0)->values[7], 8.5f);
   for (std::size_t size = 0; size < 21; ++size) {
-    const std::vector<Byte> cut(rref.begin(), rref.begin() + static_cast<long>(size));
+    const Bytes cut(rref.begin(), rref.begin() + static_cast<long>(size));
     EXPECT_EQ(ReadRrefRecord(cut, 0).has_value(), size >= 13) << size;
     EXPECT_FALSE(ReadRrefRecord(cut, 1)) << size;
     EXPECT_FALSE(ReadDataGroup(cut, 0)) << size;

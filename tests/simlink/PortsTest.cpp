@@ -1,5 +1,4 @@
 // Opening, reading and writing simulator ports, and their listing.
-#include <cmath>
 
 #include "simlink/PortValue.h"
 #include "tests/simlink/Fixture.h"
@@ -16,21 +15,16 @@ TEST_F(Ports, OpeningNumbersThemInOrder) {
   Byte sequence = 0;
   Port port = 77;
   sim.OpenSimPort(60, sequence, port);
-  EXPECT_EQ(port, 0);
-  EXPECT_EQ(sequence, 1);
-  EXPECT_EQ(sim.OpenSimPort(60, 4), 1);
-  EXPECT_EQ(sim.OpenSimPort(60, 256), kNoPort);
-  EXPECT_EQ(sim.OpenSimPort(60, -1), kNoPort);
-  EXPECT_EQ(sim.PortAt(0).OpenedBy, 5000);
-  EXPECT_EQ(sim.PortAt(1).SeqNr, 4);
+  EXPECT_EQ((std::tuple{port, sequence, sim.OpenSimPort(60, 4), sim.OpenSimPort(60, 256),
+                        sim.OpenSimPort(60, -1), sim.PortAt(0).OpenedBy, sim.PortAt(1).SeqNr}),
+            (std::tuple{0, 1, 1, kNoPort, kNoPort, 5000, 4}));
   for (const auto& [function, expected] :
        {std::pair{0, kNoPort}, {-1, kNoPort}, {61, kNoPort}, {301, Port{77}}}) {
     port = 77;
     sim.OpenSimPort(function, sequence, port);
     EXPECT_EQ(port, expected) << function;
   }
-  EXPECT_EQ(sim.PortCount(), 2);
-  EXPECT_EQ(sim.PortsOpened(), 2);
+  EXPECT_EQ((std::tuple{sim.PortCount(), sim.PortsOpened()}), (std::tuple{2, 2}));
   EXPECT_TRUE(socket.Sent.empty() && boxes.shown.empty());
   for (int i = 2; i < 32767; ++i) sim.OpenSimPort(60, 1);
   EXPECT_EQ(sim.PortAt(32766).FunctionNr, 60);
@@ -42,9 +36,8 @@ TEST_F(Ports, ZeroFactorsAreWarnedOf) {
   f.Multiplier = f.Devider = 0;
   const Port port = sim.OpenSimPort(60, 1);
   EXPECT_EQ(boxes.shown,
-            (std::vector<std::string>{
-                "Warning: Opening Function number : 60\r\nFunction contains division by zero.",
-                "Warning: Opening Function number : 60\r\nFunction contains multiply by zero."}));
+            (Texts{"Warning: Opening Function number : 60\r\nFunction contains division by zero.",
+                   "Warning: Opening Function number : 60\r\nFunction contains multiply by zero."}));
   sim.EnableReadSimPort(port);
   f.Devider = 1;
   socket.Deliver(DataDatagram({{3, 5}}));
@@ -92,8 +85,8 @@ TEST_F(Ports, EnablingSelectsAndDisablingUnselectsTheGroup) {
     sim.NewSeqNr(none, 2);
     EXPECT_EQ(Put(none, 5) + Get(none), 5 - 12345);
   }
-  EXPECT_EQ(socket.TakeSent(), (std::vector<std::string>{"DSEL0\x14" + std::string(3, '\0'),
-                                                         "USEL0\x15" + std::string(3, '\0')}));
+  EXPECT_EQ(socket.TakeSent(),
+            (Texts{"DSEL0\x14" + std::string(3, '\0'), "USEL0\x15" + std::string(3, '\0')}));
   EXPECT_TRUE(sim.PortAt(0).ReadEnabled);
   EXPECT_FALSE(sim.PortAt(port).ReadEnabled);
 }
@@ -175,10 +168,9 @@ TEST_F(Ports, WritingSendsWhatTheTypeAsksFor) {
 TEST_F(Ports, CommandsAreChosenByValue) {
   const Port port = OpenEnabled(60, XplaneCmnd);
   model.Functions[60].FullName = "#1:a\r\n#2:b\r\n#9:i\r\n#0:z\r\n";
-  for (const auto& [value, after] : {std::pair{1.0f, 1.0f}, {1.6f, 1.6f}, {80, 9}, {3, 3}, {-1, -1}}) {
+  for (const auto& [value, after] : {std::pair{1.0f, 1.0f}, {1.6f, 1.6f}, {80, 9}, {3, 3}, {-1, -1}})
     EXPECT_EQ(Put(port, value), after);
-  }
-  EXPECT_EQ(socket.TakeSent(), (std::vector<std::string>{"CMND0a", "CMND0b", "CMND0i"}));
+  EXPECT_EQ(socket.TakeSent(), (Texts{"CMND0a", "CMND0b", "CMND0i"}));
 }
 
 TEST_F(Ports, BcdDigitsAreAddedToTheEarlierOnes) {

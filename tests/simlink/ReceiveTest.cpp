@@ -43,16 +43,13 @@ TEST_F(Receive, KeepsWhatCameBeforeAFaultAndRefreshesNothingAfterIt) {
   EXPECT_EQ(Get(port), 12);
   EXPECT_EQ(sim.DataValue(4, 7), 27);
   socket.Deliver(DataDatagram({{3, 50}, {151, 0}, {4, 60}}));
-  EXPECT_EQ(sim.DataValue(3, 2), 52);
-  EXPECT_EQ(Get(port), 12);
-  EXPECT_EQ(sim.DataValue(4, 7), 27);
+  EXPECT_EQ((std::tuple{sim.DataValue(3, 2), Get(port), sim.DataValue(4, 7)}), (std::tuple{52, 12, 27}));
   // A short datagram after a long one must not see the long one's bytes.
   socket.Deliver(DataDatagram({{3, 70}, {4, 80}}).substr(0, 5 + 36 + 20));
   EXPECT_EQ(sim.DataValue(3, 2), 72);
   EXPECT_EQ(sim.DataValue(4, 7), 27);
-  for (const auto& [group, value] : {std::pair{-1, 0}, {151, 0}, {3, -1}, {3, 8}}) {
+  for (const auto& [group, value] : {std::pair{-1, 0}, {151, 0}, {3, -1}, {3, 8}})
     EXPECT_EQ(sim.DataValue(group, value), 0);
-  }
 }
 
 TEST_F(Receive, EveryPortGetsTheAnswerToItsOwnRequest) {
@@ -154,9 +151,8 @@ TEST_F(Receive, OnlyEnabledAndUnblockedPortsAreRefreshed) {
   const Port disabled = sim.OpenSimPort(61, 1);
   sim.BlockPort(port, true);
   socket.Deliver(DataDatagram({{3, 5}}));
-  EXPECT_EQ(sim.PortAt(port).FloatValue, 0);
-  EXPECT_EQ(sim.PortAt(disabled).FloatValue, 0);
-  EXPECT_EQ(Get(port), -12345);
+  EXPECT_EQ((std::tuple{sim.PortAt(port).FloatValue, sim.PortAt(disabled).FloatValue, Get(port)}),
+            (std::tuple{0, 0, -12345}));
   sim.BlockPort(port, false);
   socket.Deliver(DataDatagram({{4, 5}}));  // any group refreshes every port
   EXPECT_EQ(Get(port), 5);

@@ -7,8 +7,7 @@
 namespace tvx {
 namespace {
 
-class Refresh : public LinkTest {
- protected:
+struct Refresh : LinkTest {
   static constexpr int kFunctionCount = 9;
   static constexpr int kPorts = 150;  // more than two words of a set of bits
 
@@ -24,22 +23,14 @@ class Refresh : public LinkTest {
   }
   void ChangeSomething() {
     float value = static_cast<float>(Any(300));
-    switch (Any(8)) {
-      case 0:
-        return Change(AnyFunction());
-      case 1:
-        return sim.EnableReadSimPort(AnyPort());
-      case 2:
-        return sim.DisableReadSimPort(AnyPort());
-      case 3:
-        return sim.BlockPort(AnyPort(), Any(2) == 0);
-      case 4:
-        return sim.NewSeqNr(AnyPort(), static_cast<Byte>(Any(3)));
-      case 5:
-        return socket.Deliver(RrefDatagram({{Any(kPorts), value}}));
-      default:
-        sim.PutPort(AnyPort(), value);
-    }
+    const int what = Any(8);
+    if (what == 0) return Change(AnyFunction());
+    if (what == 1) return sim.EnableReadSimPort(AnyPort());
+    if (what == 2) return sim.DisableReadSimPort(AnyPort());
+    if (what == 3) return sim.BlockPort(AnyPort(), Any(2) == 0);
+    if (what == 4) return sim.NewSeqNr(AnyPort(), static_cast<Byte>(Any(3)));
+    if (what == 5) return socket.Deliver(RrefDatagram({{Any(kPorts), value}}));
+    sim.PutPort(AnyPort(), value);
   }
   std::string AnyDatagram() {
     std::string bytes = "DATA*";

@@ -1,27 +1,18 @@
-#include <gtest/gtest.h>
 
 #include "simlink/SpecialValues.h"
-#include "tests/fakes/FakeHost.h"
-#include "tests/fakes/FakeUdpSocket.h"
-#include "tests/fakes/SimData.h"
+#include "tests/simlink/Fixture.h"
 
 namespace tvx {
 namespace {
 
-struct SpecialRig {
-  ConfigModel model;
-  FakeMessageBoxes boxes;
-  FakeClock clock;
-  FakeUdpSocket socket;
-  SimCom sim{model, socket, boxes, clock};
-  SpecialValues special{sim, boxes, clock};
-
-  SpecialRig() { sim.OpenUDP(); }
+struct SpecialValuesTest : LinkTest {
+  SpecialValuesTest() { sim.OpenUDP(); }
   // The simulator's times, hours of the day.
   void SetTime(float zulu, float local) { socket.Deliver(DataDatagram(1, {0, 0, 0, 0, 0, zulu, local, 0})); }
+  SpecialValues special{sim, boxes, clock};
 };
 
-TEST(SpecialValues, TimesAreFoldedAndJumpsNoticed) {
+TEST_F(SpecialValuesTest, TimesAreFoldedAndJumpsNoticed) {
   const struct {
     float zulu, local;
     std::int32_t zuluSeconds, localSeconds;
@@ -32,39 +23,36 @@ TEST(SpecialValues, TimesAreFoldedAndJumpsNoticed) {
       {13.499f, 0.0f, 48596, 0, 0, true},     {20.0f, 18.25f, -6465, -165, 18, true},
       {-1.0f, 1e30f, 0, 0, 0, true},
   };
-  SpecialRig rig;
   for (const auto& step : steps) {
-    rig.SetTime(step.zulu, step.local);
-    rig.special.ClearTimeJumped();
-    rig.special.GetTimeAndDate();
-    EXPECT_EQ(rig.special.ZuluSeconds, step.zuluSeconds) << step.zulu;
-    EXPECT_EQ(rig.special.LocalSeconds, step.localSeconds) << step.local;
-    EXPECT_EQ(rig.special.LocalHour, step.localHour) << step.local;
-    EXPECT_EQ(rig.special.TimeJumped(), step.jumped) << step.zulu;
+    SetTime(step.zulu, step.local);
+    special.ClearTimeJumped();
+    special.GetTimeAndDate();
+    EXPECT_EQ(special.ZuluSeconds, step.zuluSeconds) << step.zulu;
+    EXPECT_EQ(special.LocalSeconds, step.localSeconds) << step.local;
+    EXPECT_EQ(special.LocalHour, step.localHour) << step.local;
+    EXPECT_EQ(special.TimeJumped(), step.jumped) << step.zulu;
   }
-  EXPECT_EQ((std::vector<int>{rig.special.DateYear, rig.special.DateMonth, rig.special.DateDay}),
+  EXPECT_EQ((std::vector<int>{special.DateYear, special.DateMonth, special.DateDay}),
             (std::vector<int>{24, 3, 5}));
 }
 
-TEST(SpecialValues, BothNavWritersWriteTheSameSlot) {
-  SpecialRig rig;
-  rig.socket.TakeSent();
-  rig.special.PutNAV1Frequency(11030);
-  rig.special.PutNAV2Frequency(11030);
-  const auto sent = rig.socket.TakeSent();
+TEST_F(SpecialValuesTest, BothNavWritersWriteTheSameSlot) {
+  socket.TakeSent();
+  special.PutNAV1Frequency(11030);
+  special.PutNAV2Frequency(11030);
+  const auto sent = socket.TakeSent();
   ASSERT_EQ(sent.size(), 2u);
   EXPECT_EQ(sent[0], sent[1]);
   EXPECT_EQ(sent[0].substr(0, 9), std::string("DATA0s\0\0\0", 9));
   EXPECT_EQ(sent[0].substr(13, 4), std::string("\x00\x58\x2C\x46", 4)) << "value number 1";
 }
 
-TEST(SpecialValues, AdfDigitsBecomeKilohertz) {
-  SpecialRig rig;
-  rig.socket.TakeSent();
-  rig.special.PutADF("03505", false);
-  rig.special.PutADF("17990", true);
-  rig.special.PutADF("350", false);
-  const auto sent = rig.socket.TakeSent();
+TEST_F(SpecialValuesTest, AdfDigitsBecomeKilohertz) {
+  socket.TakeSent();
+  special.PutADF("03505", false);
+  special.PutADF("17990", true);
+  special.PutADF("350", false);
+  const auto sent = socket.TakeSent();
   ASSERT_EQ(sent.size(), 2u);
   EXPECT_EQ(FloatAt(sent[0], 5), 350.5f);
   EXPECT_STREQ(sent[0].c_str() + 9, "sim/cockpit/radios/adf1_freq_hz");
@@ -72,7 +60,7 @@ TEST(SpecialValues, AdfDigitsBecomeKilohertz) {
   EXPECT_STREQ(sent[1].c_str() + 9, "sim/cockpit/radios/adf1_stdby_freq_hz");
 }
 
-TEST(SpecialValues, RmiNeedles) {
+TEST_F(SpecialValuesTest, RmiNeedles) {
   const struct {
     const char* what;
     float bearing1, bearing2;
@@ -86,8 +74,7 @@ TEST(SpecialValues, RmiNeedles) {
       {"the second not valid", 90, 10, 0, 0, 0x02, true, false, {1080, 5000, 5000, 5000}},
   };
   for (const auto& c : cases) {
-    SpecialRig rig;
-    SpecialValues& s = rig.special;
+    SpecialValues s{sim, boxes, clock};
     s.RmiBearing1 = c.bearing1;
     s.RmiBearing2 = c.bearing2;
     s.RmiAngle3 = c.angle3;
@@ -100,27 +87,25 @@ TEST(SpecialValues, RmiNeedles) {
   }
 }
 
-TEST(SpecialValues, AutopilotOffsetsWithoutAPortAreReported) {
-  SpecialRig rig;
-  for (const int n : {-1, 21}) rig.special.GetPortAP(n);
-  EXPECT_EQ(rig.boxes.shown,
-            (std::vector<std::string>{"Get APPort, OffsetNr: -1", "Get APPort, OffsetNr: 21"}));
-  FunctionRecord& function = DefineFunction(rig.model, 91, DataType::Float);
+TEST_F(SpecialValuesTest, AutopilotOffsetsWithoutAPortAreReported) {
+  for (const int n : {-1, 21}) special.GetPortAP(n);
+  EXPECT_EQ(boxes.shown, (Texts{"Get APPort, OffsetNr: -1", "Get APPort, OffsetNr: 21"}));
+  FunctionRecord& function = DefineFunction(model, 91, DataType::Float);
   function.FuncType = static_cast<Byte>(FunctionUse::Macro);
   function.BoxMacroNr = 4;
   SpecialValues::AutopilotPortTable ports;
-  ports.fill(rig.sim.OpenSimPort(91, 1));
-  rig.sim.EnableReadSimPort(0);
-  rig.special.SetAutopilotPorts(ports);
+  ports.fill(sim.OpenSimPort(91, 1));
+  sim.EnableReadSimPort(0);
+  special.SetAutopilotPorts(ports);
   float two = 2;
-  rig.sim.PutPort(0, two);
-  rig.special.GetPortAP(0);
-  rig.special.GetPortAP(7);
-  EXPECT_EQ(rig.special.APEngaged, 1.0f);
-  EXPECT_EQ(rig.special.APVariable[7], 2.0f);
-  rig.special.GetAPvaluesFX();
-  EXPECT_EQ(rig.special.APStatusBits, 0x01 | 0x08 | 0x10 | 0x20);
-  EXPECT_EQ(rig.special.APTrim, 320);
+  sim.PutPort(0, two);
+  special.GetPortAP(0);
+  special.GetPortAP(7);
+  EXPECT_EQ(special.APEngaged, 1.0f);
+  EXPECT_EQ(special.APVariable[7], 2.0f);
+  special.GetAPvaluesFX();
+  EXPECT_EQ(special.APStatusBits, 0x01 | 0x08 | 0x10 | 0x20);
+  EXPECT_EQ(special.APTrim, 320);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 // The keeper of subscriptions on a clock that goes on only when a test says so.
 #include <random>
-#include <set>
-#include <sstream>
 
 #include "simlink/SubscriptionKeeper.h"
 #include "tests/simlink/Fixture.h"
@@ -46,8 +44,7 @@ struct ModelSimulator {
   }
 };
 
-class Keeper : public testing::Test {
- protected:
+struct Keeper : testing::Test {
   void Ask(int identifier) { keeper.AskForDataref("sim/d", 20, identifier, Keep::Yes); }
   // What has left since the last call, as the log has it: "time:+identifier".
   void Collect() {
@@ -223,11 +220,9 @@ TEST_F(Keeper, TellsHowItStands) {
   Run(5000);
   const SubscriptionState answering = keeper.OfDataref(1), silent = keeper.OfDataref(2);
   EXPECT_TRUE(answering.wanted && !answering.silent && silent.wanted && silent.silent);
-  EXPECT_EQ(answering.asked, 1);
-  EXPECT_EQ(answering.askedMs, 1000);
-  EXPECT_EQ(answering.answeredMs, clock.now - clock.now % 40);
-  EXPECT_EQ(silent.asked, 3);
-  EXPECT_EQ(silent.askedMs, 4000);
+  EXPECT_EQ(
+      (std::tuple{answering.asked, answering.askedMs, answering.answeredMs, silent.asked, silent.askedMs}),
+      (std::tuple{1, 1000, clock.now - clock.now % 40, 3, 4000}));
   EXPECT_FALSE(silent.answeredMs || keeper.OfDataref(3).wanted || keeper.OfGroup(-1).wanted);
 }
 

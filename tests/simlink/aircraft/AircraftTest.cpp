@@ -6,25 +6,17 @@ namespace tvx {
 namespace {
 
 TEST(AircraftList, PatternsFitWholeTexts) {
-  const struct {
-    const char *pattern, *text;
-    bool fits;
-  } rows[] = {
-      {"C172", "c172", true},
-      {"C17", "C172", false},
-      {"C172", "C17", false},
-      {"b738*", "B738", true},
-      {"b738*", "b738_4k.acf", true},
-      {"*.acf", "x.acf.acf", true},
-      {"C1?2", "C152", true},
-      {"C1?2", "C12", false},
-      {"*a*b", "xaxxb", true},
-      {"*a*b", "xbxxa", false},
-      {"", "", false},
-      {"**", "", true},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(FitsPattern(row.pattern, row.text), row.fits) << row.pattern << row.text;
+  for (const auto& [pattern, text] : {std::pair{"C172", "c172"},
+                                      {"b738*", "B738"},
+                                      {"b738*", "b738_4k.acf"},
+                                      {"*.acf", "x.acf.acf"},
+                                      {"C1?2", "C152"},
+                                      {"*a*b", "xaxxb"},
+                                      {"**", ""}})
+    EXPECT_TRUE(FitsPattern(pattern, text)) << pattern << text;
+  for (const auto& [pattern, text] :
+       {std::pair{"C17", "C172"}, {"C172", "C17"}, {"C1?2", "C12"}, {"*a*b", "xbxxa"}, {"", ""}})
+    EXPECT_FALSE(FitsPattern(pattern, text)) << pattern << text;
 }
 
 TEST(AircraftList, SurvivesItsFileAndKeepsWhatIsNoLine) {
@@ -36,12 +28,11 @@ TEST(AircraftList, SurvivesItsFileAndKeepsWhatIsNoLine) {
   EXPECT_EQ(ReadAircraftList(WriteAircraftList(list)), list);
   const AircraftList strange = ReadAircraftList("on\r\nC172 -> a.cfg\r\n->\n\n");
   EXPECT_FALSE(strange.On) << "without its title the file is another one";
-  EXPECT_EQ(strange.Unread, (std::vector<std::string>{"on", "->"}));
+  EXPECT_EQ(strange.Unread, (Texts{"on", "->"}));
   EXPECT_EQ(strange.Lines, (std::vector<AircraftLine>{{"C172", "a.cfg"}}));
 }
 
-class AircraftTest : public LinkTest, public AircraftSwitch::Host {
- protected:
+struct AircraftTest : LinkTest, AircraftSwitch::Host {
   AircraftTest() {
     model.ConfigFileName = "Default.cfg";
     sim.OpenUDP();
@@ -74,24 +65,22 @@ class AircraftTest : public LinkTest, public AircraftSwitch::Host {
   const ScratchFolder folder;
   std::string icao = "C172", path = "Aircraft/x/trainer.acf";
   bool may = true, loads = true;
-  std::vector<std::string> used;
+  Texts used;
   std::unique_ptr<AircraftSwitch> aircraft;
 };
 
-using Files = std::vector<std::string>;
-
 TEST_F(AircraftTest, TheConfigurationFollowsOnceForEachAircraft) {
   Seconds(2);
-  EXPECT_EQ(used, Files{}) << "letters may still be another aircraft's";
+  EXPECT_EQ(used, Texts{}) << "letters may still be another aircraft's";
   Seconds(2);
-  EXPECT_EQ(used, Files{"Trainer.cfg"});
+  EXPECT_EQ(used, Texts{"Trainer.cfg"});
   EXPECT_EQ(aircraft->Words(), "For C172 (trainer.acf)");
   model.ConfigFileName = "Other.cfg";  // the user's own choice
   Seconds(5);
   icao = "B738";
   path = "Aircraft/y/airliner.acf";
   Seconds(5);
-  EXPECT_EQ(used, (Files{"Trainer.cfg", "Liner.cfg"})) << "by its file's name";
+  EXPECT_EQ(used, (Texts{"Trainer.cfg", "Liner.cfg"})) << "by its file's name";
   icao = "PA28";
   path = "";
   Seconds(5);
@@ -102,20 +91,20 @@ TEST_F(AircraftTest, TheConfigurationFollowsOnceForEachAircraft) {
 TEST_F(AircraftTest, WaitsWhileTheConfigurationIsEditedAndSaysWhatFails) {
   may = loads = false;
   Seconds(5);
-  EXPECT_EQ(used, Files{});
+  EXPECT_EQ(used, Texts{});
   EXPECT_EQ(aircraft->Words(), "Trainer.cfg for C172 (trainer.acf) waits until the configuration is closed");
   may = true;
   Seconds(5);
-  EXPECT_EQ(used, Files{"Trainer.cfg"}) << "tried once";
+  EXPECT_EQ(used, Texts{"Trainer.cfg"}) << "tried once";
   EXPECT_EQ(aircraft->Words(), "Trainer.cfg for C172 (trainer.acf) cannot be loaded; this one stays");
 }
 
 // X-Plane versions that do not have the path are silent about it.
 TEST_F(AircraftTest, ATypeAloneIsEnoughAndHalfATypeIsNot) {
   Seconds(10, 3);
-  EXPECT_EQ(used, Files{});
+  EXPECT_EQ(used, Texts{});
   Seconds(3, AircraftName::kIcaoLetters);
-  EXPECT_EQ(used, Files{"Trainer.cfg"});
+  EXPECT_EQ(used, Texts{"Trainer.cfg"});
   EXPECT_EQ(aircraft->Words(), "For C172");
 }
 
@@ -134,7 +123,7 @@ TEST_F(AircraftTest, WhatWasAskedForIsCancelledBeforeTheLinkCloses) {
   EXPECT_EQ(count(), -AircraftName::kLetters);
   sim.OpenUDP();
   Seconds(5);
-  EXPECT_EQ(used, Files{"Trainer.cfg"});
+  EXPECT_EQ(used, Texts{"Trainer.cfg"});
   AircraftList off = aircraft->List();
   off.On = false;
   EXPECT_TRUE(aircraft->SetList(off));

@@ -1,7 +1,6 @@
 // Beacons, and the list of simulators that is made from them.
-#include <gtest/gtest.h>
-
 #include "simlink/beacon/SimulatorFinder.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeMulticastListener.h"
 
@@ -15,11 +14,8 @@ std::optional<Beacon> Read(std::string_view bytes) {
 TEST(Beacon, FieldByField) {
   const auto beacon = Read(BeaconBytes("SIM-PC", 2, 49001));
   ASSERT_TRUE(beacon);
-  EXPECT_EQ(beacon->version, 121100);
-  EXPECT_EQ(beacon->role, 2u);
-  EXPECT_EQ(beacon->port, 49001);
-  EXPECT_EQ(beacon->name, "SIM-PC");
-  EXPECT_EQ(beacon->rakNetPort, 49010);
+  EXPECT_EQ((std::tuple{beacon->version, beacon->role, beacon->port, beacon->name, beacon->rakNetPort}),
+            (std::tuple{121100, 2u, 49001, "SIM-PC", 49010}));
 }
 
 // Each case changes the good beacon of 30 bytes: "SIM-PC" at 21, its NUL at 27, the RakNet port at 28.
@@ -71,14 +67,12 @@ TEST(Beacon, VersionsAsXplaneWritesThem) {
   for (const auto& [version, words] : rows) EXPECT_EQ(XplaneVersionWords(version), words);
 }
 
-class FinderTest : public testing::Test {
- protected:
-  std::vector<std::string> Lines() const {
-    std::vector<std::string> lines;
+struct FinderTest : testing::Test {
+  Texts Lines() const {
+    Texts lines;
     for (const FoundSimulator& simulator : finder.Found()) lines.push_back(simulator.Words());
     return lines;
   }
-  using Texts = std::vector<std::string>;
 
   FakeMulticastListener network;
   FakeClock clock;

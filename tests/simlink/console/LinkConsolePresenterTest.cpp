@@ -6,8 +6,6 @@
 namespace tvx {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 Texts Describe(const std::string& bytes, bool reverse = false) {
   const ByteView view = View(bytes);
   return DescribeDatagram({"14:30:15", 49001, {view.begin(), view.end()}}, reverse);
@@ -58,8 +56,7 @@ TEST(DatagramLog, TrustsNothing) {
   EXPECT_EQ(HexDump(View("DATA*\n")), "0000  44 41 54 41 2A 0A                                DATA*.\n");
 }
 
-class LinkConsoleTest : public LinkTest {
- protected:
+struct LinkConsoleTest : LinkTest {
   LinkConsoleTest() {
     model.General.RemotePort = "50991";
     model.General.LocalPort = "50992";
@@ -84,7 +81,7 @@ TEST_F(LinkConsoleTest, TheDisplayTakesTheLinkFromThePortsAndGivesItBack) {
   EXPECT_EQ(Get(port), 0);
   EXPECT_TRUE(console.DisplayTimer_Tick());
   EXPECT_FALSE(sim.PacketArrived());
-  EXPECT_NE(console.Shown().Raw.find("Packet Length: 41\n0000  44 41 54 41"), std::string::npos);
+  EXPECT_TRUE(Holds(console.Shown().Raw, "Packet Length: 41\n0000  44 41 54 41"));
   console.CmdStopUDP_Click();
   EXPECT_EQ(console.Shown().Status, "Stopped");
   EXPECT_FALSE(sim.UdpMonitorMode());
@@ -96,7 +93,7 @@ TEST_F(LinkConsoleTest, TheDisplayTakesTheLinkFromThePortsAndGivesItBack) {
   console.CmdStopUDP_Click();
   console.cmdStartUDP_Click();
   console.DisplayTimer_Tick();
-  EXPECT_EQ(console.Shown().Raw.find("Packet Length: 6"), std::string::npos) << "it came before";
+  EXPECT_FALSE(Holds(console.Shown().Raw, "Packet Length: 6")) << "it came before";
   console.Close();
   EXPECT_FALSE(sim.UdpMonitorMode()) << "closing must give the link back";
 }

@@ -1,30 +1,23 @@
-#include <gtest/gtest.h>
-
 #include "config/NameTables.h"
 #include "simlink/datagrams/Packets.h"
 #include "simlink/functions/FunctionListPresenter.h"
 #include "simlink/functions/FunctionPresenter.h"
 #include "simlink/references/FunctionEntries.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tvx {
 namespace {
 
-using Texts = std::vector<std::string>;
 constexpr const char* kDatarefCode = "7";
 constexpr const char* kCommandCode = "6";
 
-class FunctionEditTest : public testing::Test {
- protected:
+struct FunctionEditTest : testing::Test {
   FunctionEditTest() {
     FillNameTables(model);
     FunctionRecord& used = model.Functions[60];
-    used.ShortName = "Flaps";
-    used.FullName = "one\r\ntwo";
-    used.FunctionSetting = 3;
-    used.Multiplier = 0.1f;
-    used.Devider = 1;
-    used.XPVal1 = 7;
+    used = {.ShortName = "Flaps", .FullName = "one\r\ntwo"};
+    used.FunctionSetting = 3, used.Multiplier = 0.1f, used.Devider = 1, used.XPVal1 = 7;
   }
   FunctionRecord& At(int number) { return model.Functions[static_cast<std::size_t>(number)]; }
 
@@ -202,7 +195,7 @@ TEST(AdviceOnFunctions, SaysWhatWillHardlyWork) {
     f.Multiplier = f.Devider = row.factor;
     const std::string said = AdviceOn(f);
     EXPECT_EQ(said.empty(), *row.words == 0) << row.lines << said;
-    EXPECT_NE(said.find(row.words), std::string::npos) << row.lines << said;
+    EXPECT_TRUE(Holds(said, row.words)) << row.lines << said;
   }
 }
 
@@ -250,9 +243,8 @@ TEST_F(FunctionEditTest, EditsInTheListAreKeptUntilTheyAreSaved) {
   EXPECT_EQ(list.CmdSave(), std::nullopt);
   EXPECT_EQ(At(60).ShortName, "Fl'aps");
   EXPECT_EQ(At(60).FullName, "one\r\ntwo") << "several lines cannot be edited in one";
-  EXPECT_EQ(At(60).FuncType, 6);
-  EXPECT_EQ(At(61).FullName, "Gear handle");
-  EXPECT_EQ(At(61).FunctionNr, 61);
+  EXPECT_EQ((std::tuple{At(60).FuncType, At(61).FullName, At(61).FunctionNr}),
+            (std::tuple{6, "Gear handle", 61}));
   EXPECT_FALSE(list.Changed());
   EXPECT_TRUE(list.MayClose());
 }

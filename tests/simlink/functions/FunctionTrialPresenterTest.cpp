@@ -4,8 +4,6 @@
 namespace tvx {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 TEST(ValueToWrite, MustFitItsDataType) {
   const struct {
     DataType type;
@@ -25,9 +23,8 @@ TEST(ValueToWrite, MustFitItsDataType) {
     for (const double bad : {row.lowest - 1, row.highest + 1, std::numeric_limits<double>::quiet_NaN()})
       EXPECT_EQ(OutOfRangeText(type, bad), row.outside);
   }
-  for (const DataType any : {DataType::Float, DataType::XplaneCmnd, DataType::XplaneDataref}) {
+  for (const DataType any : {DataType::Float, DataType::XplaneCmnd, DataType::XplaneDataref})
     EXPECT_EQ(OutOfRangeText(static_cast<int>(any), -1e30), "");
-  }
 }
 
 TEST(SweepOfValues, GoesUpAndDownAndMeetsBothLimits) {
@@ -46,8 +43,7 @@ TEST(SweepOfValues, GoesUpAndDownAndMeetsBothLimits) {
   }
 }
 
-class FunctionTestTest : public LinkTest {
- protected:
+struct FunctionTestTest : LinkTest {
   FunctionTestTest() { sim.SetCurrentOpener(42); }
   void Choose(int number, const char* sequence = "1") { test.Choose(std::to_string(number), sequence); }
 
@@ -102,7 +98,7 @@ TEST_F(FunctionTestTest, WhatNeverCameIsNoValue) {
     socket.Deliver(DataDatagram({{4, 1}}));
     test.Read_Tick();
     EXPECT_EQ(test.Shown().Raw, row.value) << row.function;
-    EXPECT_NE(test.Shown().Note.find(row.note), std::string::npos) << test.Shown().Note;
+    EXPECT_TRUE(Holds(test.Shown().Note, row.note));
   }
   Choose(60);
   test.CmdRead_Click();
@@ -182,8 +178,7 @@ TEST_F(FunctionTestTest, WritesOnceWhatFits) {
   test.CmdWriteOnce_Click("12.5");
   ASSERT_EQ(socket.Sent.size(), 1u);
   EXPECT_EQ(socket.Sent[0].bytes.substr(0, 17), Hex("44 41 54 41 30 07 00 00 00 FF FF FC 19 00 00 00 19"));
-  EXPECT_EQ(test.Shown().Written, "12.5000");
-  EXPECT_EQ(test.Shown().WrittenRaw, "25.0000");
+  EXPECT_EQ((Texts{test.Shown().Written, test.Shown().WrittenRaw}), (Texts{"12.5000", "25.0000"}));
 }
 
 TEST_F(FunctionTestTest, WhatIsNotSentIsNotCalledWritten) {
@@ -197,7 +192,7 @@ TEST_F(FunctionTestTest, WhatIsNotSentIsNotCalledWritten) {
   for (const auto& row : rows) {
     Choose(row.function);
     test.CmdWriteOnce_Click(row.value);
-    EXPECT_NE(test.Shown().WriteNote.find(row.note), std::string::npos) << test.Shown().WriteNote;
+    EXPECT_TRUE(Holds(test.Shown().WriteNote, row.note));
     EXPECT_EQ(test.Shown().Written, "");
   }
   EXPECT_TRUE(socket.Sent.empty());

@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <vector>
-
 #include "simlink/keys/Keystroke.h"
 #include "simlink/keys/KeystrokeSequence.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeKeyInjector.h"
 
@@ -59,9 +56,8 @@ TEST(Keystroke, ParserOfSequences) {
   };
   for (const auto& [text, keys] : cases) EXPECT_EQ(ParseKeySequence(text), keys) << text;
   for (const char* bad : {"{", "}", "{}", "{F1", "{f1}", "{F17}", "{NONE}", "{KEYSTROKE}", "^", "a+", "%",
-                          "~", "(", ")", "[", "]", "\x01", "\x80", "a\x7F"}) {
+                          "~", "(", ")", "[", "]", "\x01", "\x80", "a\x7F"})
     EXPECT_FALSE(ParseKeySequence(bad)) << bad;
-  }
 }
 
 struct KeystrokesTest : testing::Test {
@@ -74,17 +70,16 @@ struct KeystrokesTest : testing::Test {
 TEST_F(KeystrokesTest, InjectsOnlyWhileTheStatusFormIsMinimized) {
   for (const int noKey : {0xC000, 0x3F00}) keystrokes.SendKeystroke(Code(noKey));
   keystrokes.SendKeystroke(0x0800);
-  ASSERT_EQ(injector.keys.size(), 1u);
-  EXPECT_EQ(injector.keys[0], KeyStroke{NamedKey::Enter});
+  EXPECT_EQ(injector.keys, std::vector{KeyStroke{NamedKey::Enter}});
   EXPECT_TRUE(boxes.shown.empty());
 
   minimized = false;
   keystrokes.SendKeystroke(0x0800);
   EXPECT_EQ(injector.keys.size(), 1u);
-  EXPECT_EQ(boxes.shown, (std::vector<std::string>{"Keystroke received from IO module: {ENTER}\r\n"
-                                                   "To send to FS this window must be minimized"}));
+  EXPECT_EQ(boxes.shown, (Texts{"Keystroke received from IO module: {ENTER}\r\n"
+                                "To send to FS this window must be minimized"}));
   keystrokes.SendKeystroke(0x01E4);
-  EXPECT_NE(boxes.shown.back().find("module: \xC3\xA4\r\n"), std::string::npos) << "beyond ASCII";
+  EXPECT_TRUE(Holds(boxes.shown.back(), "module: \xC3\xA4\r\n")) << "beyond ASCII";
 }
 
 }  // namespace

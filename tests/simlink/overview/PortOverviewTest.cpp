@@ -7,8 +7,7 @@ namespace {
 
 using enum DataType;
 
-class Overview : public LinkTest {
- protected:
+struct Overview : LinkTest {
   Port Open(int function, DataType type, std::int16_t opener, int index, int value, bool enabled = true) {
     Define(function, type, index, value).FullName = "#1:sim/a" + std::to_string(function) + "\r\n";
     sim.SetCurrentOpener(opener);

@@ -1,14 +1,11 @@
-#include <gtest/gtest.h>
-
 #include "platform/AtomicFile.h"
 #include "simlink/references/ReferenceList.h"
 #include "simlink/references/ReferenceListImport.h"
+#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
 namespace tvx {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 TEST(ListFile, HoldsTitleCountAndEntriesHoweverTheyAreParted) {
   const struct {
@@ -35,9 +32,8 @@ TEST(ListFile, HoldsTitleCountAndEntriesHoweverTheyAreParted) {
 }
 
 TEST(ListFile, IsIncorrectWithoutItsTitleOrACount) {
-  for (const char* text : {"", "T", "T,x", "T,-1", "T,4294967296", "t,1,a/b", "Tt,1,a/b", "\"T"}) {
+  for (const char* text : {"", "T", "T,x", "T,-1", "T,4294967296", "t,1,a/b", "Tt,1,a/b", "\"T"})
     EXPECT_FALSE(ParseListFile(text, "T")) << text;
-  }
 }
 
 TEST(Entry, IsAPathOfVisibleCharacters) {
@@ -45,9 +41,8 @@ TEST(Entry, IsAPathOfVisibleCharacters) {
   for (const std::string& bad :
        {std::string(), std::string("no_slash"), std::string("a/b c"), std::string("/a/b"),
         std::string("a/b\r\n"), std::string("a/\"b"), std::string("a/#1:b"), std::string("a/\xC3\xA4"),
-        std::string("a/\0b", 4), "a/" + std::string(399, 'x'), std::string(kSearchFoundNothing)}) {
+        std::string("a/\0b", 4), "a/" + std::string(399, 'x'), std::string(kSearchFoundNothing)})
     EXPECT_FALSE(IsEntry(bad)) << bad;
-  }
 }
 
 struct InFolder : testing::Test, ScratchFolder {

@@ -1,10 +1,9 @@
 // The gauge bus in real time, but simulated: the cycle, a line with the speed of the real one, instruments
 // that show what they were told last, and hands that turn their knobs.
-#include <gtest/gtest.h>
-
 #include "core/BusWords.h"
 #include "drawn/devices/NeedleDevice.h"
 #include "drawn/devices/RadioDevice.h"
+#include "tests/Test.h"
 #include "tests/fakes/SimulatedBus.h"
 #include "virtualcockpit/bus/Drawn.h"
 
@@ -21,10 +20,8 @@ class ThirtyPolled : public SimulatedBus {
     rig_->Define(kFrequency);
     rig_->Define(52);
     for (int id = 1; id <= 29; ++id) rig_->AddGauge(id, 101);
-    GaugeRecord& radio = rig_->AddGauge(kRadio, 110);
-    radio.GaugeFunction1 = kFrequency;
-    radio.GaugeFunction2 = 52;
-    radio.GaugeSetting5 = 4;
+    rig_->model.Gauges[kRadio] = {
+        .GaugeType = 110, .GaugeFunction1 = kFrequency, .GaugeFunction2 = 52, .GaugeSetting5 = 4};
     rig_->AddGauge(60, 10);
     Start();
     rig_->Set(kFrequency, 11850);
@@ -121,7 +118,7 @@ TEST(BusInTime, AnInstrumentThatComesBackIsSentEverythingTwiceAndDoesNotUndoTheS
   const auto silent = bus.rig_->cycle.Health().Silent(bus.nowMs_);
   ASSERT_EQ(silent.count, 1);
   const std::string words = BusTroubleWords(bus.rig_->model, bus.rig_->cycle.Health(), {}, bus.nowMs_);
-  EXPECT_EQ(words.find("040 has not answered for 1"), 0u) << words;
+  EXPECT_TRUE(Begins(words, "040 has not answered for 1"));
   bus.Radio().SetFault(vc::DeviceFault::None);
   const auto heard = bus.Radio().Heard();
   bus.Run(8000);

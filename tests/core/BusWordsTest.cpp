@@ -1,6 +1,5 @@
-#include <gtest/gtest.h>
-
 #include "core/BusWords.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {

@@ -1,11 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "config/ConfigFile.h"
 #include "config/NameTables.h"
 #include "core/Dump.h"
 #include "platform/AtomicFile.h"
+#include "tests/Test.h"
 #include "tests/core/ProgramRig.h"
 #include "tests/fakes/ScratchFolder.h"
 
@@ -18,11 +15,8 @@ TEST(Dump, RecordsAreExactAndTheConfigurationFollows) {
   rig.sim.OpenUDP();
   rig.AddGauge(7, 101);
   rig.Define(51);
-  rig.Define(52);
-  FunctionRecord& dataref = rig.model.Functions[52];
-  dataref.ComboDT = static_cast<Byte>(DataType::XplaneDataref);
+  FunctionRecord& dataref = DefineFunction(rig.model, 52, DataType::XplaneDataref, 0, 5);
   dataref.FullName = "#1:sim/a\r\n";
-  dataref.XPVal1 = 5;
   rig.sim.SetCurrentOpener(7);
   rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(51, 2));
   rig.sim.SetCurrentOpener(opener::kEngineCluster);
@@ -49,8 +43,7 @@ TEST(Dump, RecordsAreExactAndTheConfigurationFollows) {
 }
 
 // In a folder of its own, which is taken away again.
-class DumpFile : public testing::Test {
- protected:
+struct DumpFile : testing::Test {
   std::string Content() {
     std::string error;
     return ReadWholeFile(std::string(kDumpFileName), error).value_or("");
@@ -62,9 +55,9 @@ class DumpFile : public testing::Test {
 TEST_F(DumpFile, IsWrittenOnRequestAndReplaced) {
   rig_.run.cmdDumpTVX_Click();
   EXPECT_EQ(rig_.boxes.shown.back(), "A dump is generated; File name: TVXDumpFile.txt");
-  EXPECT_NE(Content().find("Module= Dump on User Request, Date: "), std::string::npos);
+  EXPECT_TRUE(Holds(Content(), "Module= Dump on User Request, Date: "));
   rig_.run.DumpTVX("second", 0, "0");
-  EXPECT_EQ(Content().find("User Request"), std::string::npos);
+  EXPECT_FALSE(Holds(Content(), "User Request"));
 }
 
 TEST_F(DumpFile, ASocketErrorWritesItBeforeTheRunStops) {
@@ -72,8 +65,8 @@ TEST_F(DumpFile, ASocketErrorWritesItBeforeTheRunStops) {
   rig_.run.Form_Activate();
   rig_.run.cmdRun_Click();
   rig_.socket.RaiseError(111, "refused");
-  EXPECT_NE(Content().find("Module= UDP Error, Stopcode: 111, Value= 0"), std::string::npos);
-  EXPECT_NE(Content().find("running = -1"), std::string::npos);
+  EXPECT_TRUE(Holds(Content(), "Module= UDP Error, Stopcode: 111, Value= 0"));
+  EXPECT_TRUE(Holds(Content(), "running = -1"));
   EXPECT_FALSE(rig_.run.Running());
   EXPECT_EQ(rig_.boxes.shown[0], "Error reading data via UDP: refused\r\nErrorcode= 111");
 }

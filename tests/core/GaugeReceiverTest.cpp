@@ -1,13 +1,12 @@
-#include <gtest/gtest.h>
-
 #include "core/GaugeReceiver.h"
+#include "tests/Test.h"
 #include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
 namespace {
 
-std::vector<Byte> Reply(Byte gauge, Byte type) {
-  std::vector<Byte> reply(kReplySize, 1);
+Bytes Reply(Byte gauge, Byte type) {
+  Bytes reply(kReplySize, 1);
   reply[0] = 0x00;
   reply[1] = gauge;
   reply[2] = type;
@@ -25,12 +24,12 @@ struct ReceiverRig : CockpitRig {
 };
 
 TEST(GaugeReceiver, KeepsWellFormedRepliesAndDiscardsTheRest) {
-  const std::vector<Byte> good = Reply(12, 101);
-  std::vector<Byte> badEnd = good;
+  const Bytes good = Reply(12, 101);
+  Bytes badEnd = good;
   badEnd[24] = 0xFE;
   const struct {
     const char* what;
-    std::vector<Byte> bytes;
+    Bytes bytes;
     bool kept;
     std::size_t left;
   } cases[] = {{"a reply", good, true, 0},
@@ -47,7 +46,7 @@ TEST(GaugeReceiver, KeepsWellFormedRepliesAndDiscardsTheRest) {
 
 TEST(GaugeReceiver, ABadReplyTakesWhatWaitsBehindItAlong) {
   ReceiverRig rig;
-  rig.Bus().Arrive(std::vector<Byte>(kReplySize + 3, 0x0C));
+  rig.Bus().Arrive(Bytes(kReplySize + 3, 0x0C));
   EXPECT_EQ(rig.Bus().Waiting(), 0u);
   rig.Bus().Arrive(Reply(13, 101));
   ASSERT_EQ(rig.receiver.ReplyText().size(), kReplySize);

@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "core/Lighting.h"
+#include "tests/Test.h"
 #include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
 namespace {
-
-using Commands = std::vector<SentCommand>;
 
 struct Inputs {
   double level, bus1, bus2, navigation;
@@ -69,12 +66,8 @@ TEST(Lighting, TheModeTellsWhichLightsLightTheFaces) {
 
 CockpitRig& LitRig(CockpitRig& rig) {
   for (const int n : {9, 14, 16, 51}) rig.Define(n);
-  for (const int id : {12, 13}) {
-    GaugeRecord& gauge = rig.AddGauge(id, 1);
-    gauge.GaugeFunction1 = 51;
-    gauge.GaugeSetting3 = 0;
-  }
-  rig.model.Gauges[13].GaugeSetting5 = kOptionUnlit;
+  rig.model.Gauges[12] = {.GaugeType = 1, .GaugeFunction1 = 51};
+  rig.model.Gauges[13] = {.GaugeType = 1, .GaugeFunction1 = 51, .GaugeSetting5 = kOptionUnlit};
   rig.AddPlate(0, 100, 1000);
   return rig;
 }

@@ -13,7 +13,7 @@ namespace tvx {
 
 class FakeShell final : public Shell {
  public:
-  std::vector<std::string> log;
+  Texts log;
   void ShowStartForm() override { log.push_back("show start"); }
   void UnloadStartForm() override { log.push_back("unload start"); }
   void ShowStatusForm() override { log.push_back("show status"); }
@@ -27,7 +27,7 @@ class FakeShell final : public Shell {
 class FakePeripheral final : public Peripheral {
  public:
   bool configured = false;
-  std::vector<std::string>* log = nullptr;
+  Texts* log = nullptr;
   std::string name;
 
   bool Configured() const override { return configured; }
@@ -46,11 +46,15 @@ struct ProgramRig : CockpitRig {
   FakeShell shell;
   FakeTimer processTimer, timer1, writeTimer, autostart, waitForFS, silence;
   std::array<FakePeripheral, kPeripherals> peripheral;
-  std::vector<std::string> peripheralLog;
+  Texts peripheralLog;
   Peripherals peripherals = Pointers();
   StatusPresenter run{model, sim,   serial,      boxes,
                       shell, clock, peripherals, {processTimer, timer1, writeTimer}};
   ConfigFile file{model, boxes};
+  void Activate() {
+    run.Load();
+    run.Form_Activate();
+  }
   // The link's timer ticks so often, once every 20 ms.
   void LinkTicks(int count) {
     for (int i = 0; i < count; ++i) clock.Advance(20), sim.Tick();

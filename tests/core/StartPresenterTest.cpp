@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "config/StartFile.h"
 #include "core/StartPresenter.h"
+#include "tests/Test.h"
 #include "tests/core/ProgramRig.h"
 #include "tests/fakes/ScratchFolder.h"
 
@@ -12,10 +9,9 @@ namespace {
 
 // Works in a folder of its own that holds a start-up file and a configuration whose Function 300 is the
 // version.
-class StartPresenterTest : public testing::Test {
- protected:
-  // Writes Test.cfg, with or without a version Function, and a start-up file that names it.
-  void Prepare(int delay, bool withVersion = true) {
+struct StartPresenterTest : testing::Test {
+  // Starts with Test.cfg, with or without a version Function, and a start-up file that names it.
+  void Begin(int delay, bool withVersion = true) {
     CockpitRig writer;
     writer.model.ConfigFileName = "Test.cfg";
     writer.model.General.ConfigHeader = BuildConfigHeader("", "", "today");
@@ -24,6 +20,7 @@ class StartPresenterTest : public testing::Test {
     ConfigFile(writer.model, writer.boxes).SaveConfigFile();
     writer.model.StartDelay = static_cast<std::int16_t>(delay);
     WriteStartFile(writer.model, "Test.cfg");
+    rig.start.Activate();
   }
   void CountdownTicks(int count) {
     for (int i = 0; i < count && rig.autostart.enabled; ++i) rig.start.WaitForAutostart_Tick();
@@ -39,32 +36,29 @@ TEST(SimulatorVersionText, CutsTheDigitsTwoByTwo) {
 }
 
 TEST_F(StartPresenterTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) {
-  Prepare(2);
-  rig.start.Activate();
-  EXPECT_EQ(rig.start.View().FileName, "Test.cfg");
-  EXPECT_TRUE(rig.start.View().CountdownVisible);
-  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 2);
-  EXPECT_TRUE(rig.boxes.shown.empty()) << rig.boxes.shown[0];
+  Begin(2);
+  const StartView& view = rig.start.View();
+  EXPECT_EQ(view.FileName, "Test.cfg");
+  EXPECT_TRUE(view.CountdownVisible);
+  EXPECT_EQ(view.BoxAutoStartTime, 2);
+  EXPECT_EQ(rig.boxes.shown, Texts{});
   CountdownTicks(3);
   rig.Set(300, 115501);
   CountdownTicks(1);
-  EXPECT_EQ(rig.start.View().SimulatorName, "X-Plane");
-  EXPECT_EQ(rig.start.View().LabelXplaneVersion, "11.55.01");
+  EXPECT_EQ(view.SimulatorName + ' ' + view.LabelXplaneVersion, "X-Plane 11.55.01");
   CountdownTicks(35);
   rig.silence.enabled = true;
-  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 1);
+  EXPECT_EQ(view.BoxAutoStartTime, 1);
   EXPECT_FALSE(rig.run.Running());
   EXPECT_EQ(rig.sim.PortCount(), 0) << "nothing of the probe stays open";
   CountdownTicks(1);
-  EXPECT_TRUE(rig.run.Running());
-  EXPECT_FALSE(rig.silence.enabled);
-  EXPECT_EQ(rig.shell.log, (std::vector<std::string>{"show status", "unload configuration", "unload start"}));
+  EXPECT_TRUE(rig.run.Running() && !rig.silence.enabled);
+  EXPECT_EQ(rig.shell.log, (Texts{"show status", "unload configuration", "unload start"}));
   EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Test.cfg");
 }
 
 TEST_F(StartPresenterTest, ADelayOfZeroStartsAfterTwentyTicks) {
-  Prepare(0);
-  rig.start.Activate();
+  Begin(0);
   CountdownTicks(3);
   rig.Set(300, 121100);
   CountdownTicks(16);
@@ -74,8 +68,7 @@ TEST_F(StartPresenterTest, ADelayOfZeroStartsAfterTwentyTicks) {
 }
 
 TEST_F(StartPresenterTest, WaitsForASilentSimulatorAndStartsWhenItAnswers) {
-  Prepare(1);
-  rig.start.Activate();
+  Begin(1);
   CountdownTicks(20);
   EXPECT_TRUE(rig.waitForFS.enabled);
   EXPECT_EQ(rig.start.View().BoxAutoStartTime, 0);
@@ -92,12 +85,11 @@ TEST_F(StartPresenterTest, WaitsForASilentSimulatorAndStartsWhenItAnswers) {
 }
 
 TEST_F(StartPresenterTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
-  Prepare(1, false);
-  rig.start.Activate();
+  Begin(1, false);
   CountdownTicks(20);
   rig.start.TimerWaitForFS_Tick();
   rig.start.TimerWaitForFS_Tick();
-  EXPECT_EQ(rig.boxes.shown, (std::vector<std::string>{"Cannot detect X-Plane status."}));
+  EXPECT_EQ(rig.boxes.shown, (Texts{"Cannot detect X-Plane status."}));
   EXPECT_FALSE(rig.waitForFS.enabled);
   rig.start.butOK_Click();
   EXPECT_TRUE(rig.run.Activated());
@@ -109,21 +101,20 @@ TEST_F(StartPresenterTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
 
 // The words of the status form, second by second, and on by itself once it is mended.
 TEST_F(StartPresenterTest, SaysWhyItWaitsAndGoesOnWhenThatIsMended) {
-  Prepare(1);
-  const auto words = [this] { return rig.start.View().SimulatorWords; };
+  const std::string& words = rig.start.View().SimulatorWords;
   rig.socket.SetUpError = "local port 49003 is used by another program: other (77)";
-  rig.start.Activate();
+  Begin(1);
   CountdownTicks(20);
-  EXPECT_EQ(words(), "X-Plane link closed: " + rig.socket.SetUpError);
+  EXPECT_EQ(words, "X-Plane link closed: " + rig.socket.SetUpError);
   EXPECT_TRUE(rig.start.View().SimulatorTrouble);
   for (int second = 0; second < 6; ++second) rig.start.TimerWaitForFS_Tick();
-  EXPECT_EQ(words(), "X-Plane link closed: " + rig.socket.SetUpError) << "at each step of the probe";
+  EXPECT_EQ(words, "X-Plane link closed: " + rig.socket.SetUpError) << "at each step of the probe";
   rig.socket.SetUpError.clear();
   rig.clock.Advance(5000);
   rig.start.TimerWaitForFS_Tick();
   rig.start.TimerWaitForFS_Tick();
   EXPECT_EQ(
-      words(),
+      words,
       "X-Plane silent for 5 s. Nothing has come from 127.0.0.1 port 49000 to port 49003: is X-Plane running, "
       "and does it accept incoming connections?");
   rig.Set(300, 121100);
@@ -132,9 +123,8 @@ TEST_F(StartPresenterTest, SaysWhyItWaitsAndGoesOnWhenThatIsMended) {
 }
 
 TEST_F(StartPresenterTest, APortThatGetsFreeDuringTheCountdownIsTaken) {
-  Prepare(3);
   rig.socket.SetUpError = "local port 49003 is used by another program";
-  rig.start.Activate();
+  Begin(3);
   CountdownTicks(25);
   EXPECT_EQ(rig.start.View().SimulatorWords,
             "X-Plane link closed: local port 49003 is used by another program");
@@ -150,8 +140,7 @@ TEST_F(StartPresenterTest, APortThatGetsFreeDuringTheCountdownIsTaken) {
 
 // The file is loaded once more for the start; what was taken over stays, and is not saved by itself.
 TEST_F(StartPresenterTest, ASimulatorThatIsTakenIsAskedAndStaysForTheStart) {
-  Prepare(1);
-  rig.start.Activate();
+  Begin(1);
   const Registration listening = rig.start.WatchSimulators({});
   rig.beacons.Deliver(BeaconBytes("SIM-PC", 1, 49100), "10.0.0.7");
   CountdownTicks(5);
@@ -171,9 +160,8 @@ TEST_F(StartPresenterTest, ASimulatorThatIsTakenIsAskedAndStaysForTheStart) {
 }
 
 TEST_F(StartPresenterTest, ATakenSimulatorHoldsForItsFileOnly) {
-  Prepare(9);
+  Begin(9);
   std::filesystem::copy_file("Test.cfg", "Other.cfg");
-  rig.start.Activate();
   const Registration listening = rig.start.WatchSimulators({});
   rig.beacons.Deliver(BeaconBytes("SIM-PC"), "10.0.0.7");
   rig.start.TakeSimulator(FoundSimulator(rig.finder.Found().at(0)));
@@ -188,9 +176,8 @@ TEST_F(StartPresenterTest, ATakenSimulatorHoldsForItsFileOnly) {
 }
 
 TEST_F(StartPresenterTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
-  Prepare(1);
+  Begin(1);
   std::filesystem::copy_file("Test.cfg", "Other.cfg");
-  rig.start.Activate();
   rig.start.FileBox_Click("Other.cfg");
   EXPECT_FALSE(rig.start.View().CountdownVisible);
   CountdownTicks(3);
@@ -202,8 +189,7 @@ TEST_F(StartPresenterTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
 }
 
 TEST_F(StartPresenterTest, LaterActivationsCountNothingDown) {
-  Prepare(9);
-  rig.start.Activate();
+  Begin(9);
   rig.start.WaitForAutostart_Tick();
   EXPECT_TRUE(rig.sim.UdpOpen());
   rig.start.CmdConfigure_Click();
@@ -220,7 +206,7 @@ TEST_F(StartPresenterTest, SaysWhatIsMissing) {
   EXPECT_EQ(rig.start.View().FileName, "Default.cfg");
   EXPECT_EQ(rig.start.View().BoxAutoStartTime, 10);
   ASSERT_EQ(rig.boxes.shown.size(), 1u);
-  EXPECT_EQ(rig.boxes.shown[0].find("Error Configuration file. "), 0u);
+  EXPECT_TRUE(Begins(rig.boxes.shown[0], "Error Configuration file. "));
   rig.start.butOK_Click();
   EXPECT_FALSE(rig.run.Activated());
   rig.start.FileName_Change("");
@@ -229,8 +215,7 @@ TEST_F(StartPresenterTest, SaysWhatIsMissing) {
 }
 
 TEST_F(StartPresenterTest, AnUnreadableFileStopsTheAutomaticStart) {
-  Prepare(1);
-  rig.start.Activate();
+  Begin(1);
   CountdownTicks(3);
   rig.Set(300, 121100);
   std::filesystem::remove("Test.cfg");
@@ -241,12 +226,11 @@ TEST_F(StartPresenterTest, AnUnreadableFileStopsTheAutomaticStart) {
 }
 
 TEST_F(StartPresenterTest, AQuestionAboutTheFileHoldsTheCountdown) {
-  Prepare(1);
+  Begin(1);
   CockpitRig writer;
   writer.model.ConfigFileName = "Old.cfg";
   writer.model.General.ConfigHeader = "another program";
   ConfigFile(writer.model, writer.boxes).SaveConfigFile();
-  rig.start.Activate();
   CountdownTicks(19);
   rig.boxes.whileAsking = [this] { CountdownTicks(100); };
   rig.start.FileBox_Click("Old.cfg");

@@ -1,8 +1,7 @@
 // What is told of links, and what is kept of all that was said.
-#include <gtest/gtest.h>
-
 #include "core/watch/LinkNews.h"
 #include "core/watch/SaidLog.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tvx {
@@ -10,7 +9,7 @@ namespace {
 
 // Each string is a link, a letter for each second: + well, - in trouble, . the program does not run. The
 // result names the second and the links that were told of: "10:0 40:01".
-std::string NewsOf(const std::vector<std::string>& links) {
+std::string NewsOf(const Texts& links) {
   LinkNews news;
   std::string told;
   for (std::size_t second = 0; second < links[0].size(); ++second) {
@@ -34,7 +33,7 @@ std::string Times(int count, const char* letters) {
 TEST(LinkNewsTest, TellsWhatLastsOnceAndTogether) {
   const struct {
     const char* what;
-    std::vector<std::string> links;
+    Texts links;
     const char* told;
   } rows[] = {
       {"an ordinary start and stop", {Times(9, "-") + Times(30, "+") + Times(9, ".") + Times(20, "+")}, ""},
@@ -88,7 +87,7 @@ TEST(SaidLogTest, NotesBoxesAndTheirAnswers) {
   SaidLog log(clock);
   FakeMessageBoxes screen;
   NotedBoxes boxes(screen, log);
-  std::vector<std::string> standing;
+  Texts standing;
   const Registration watch = log.WatchBoxes([&](std::string_view text) { standing.emplace_back(text); });
   screen.answers = {kAnswerYes};
   screen.texts = {"12"};
@@ -96,11 +95,11 @@ TEST(SaidLogTest, NotesBoxesAndTheirAnswers) {
   EXPECT_EQ(boxes.Ask("delete it?"), kAnswerYes);
   EXPECT_EQ(boxes.Ask("again?"), kAnswerNo);
   EXPECT_EQ(boxes.AskText("how many?", "1"), "12");
-  EXPECT_EQ(standing, (std::vector<std::string>{"a message", "delete it?", "again?", "how many?"}));
-  std::vector<std::string> noted;
+  EXPECT_EQ(standing, (Texts{"a message", "delete it?", "again?", "how many?"}));
+  Texts noted;
   for (const std::string& line : log.Lines()) noted.push_back(line.substr(21));
-  EXPECT_EQ(noted, (std::vector<std::string>{"a message", "delete it?", "Answered: Yes", "again?",
-                                             "Answered: No", "how many?", "Answered: 12"}));
+  EXPECT_EQ(noted, (Texts{"a message", "delete it?", "Answered: Yes", "again?", "Answered: No", "how many?",
+                          "Answered: 12"}));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // What must hold whatever happens, tried at random: settings, flights, stalls, losses, hands and hand-overs.
-#include <gtest/gtest.h>
-
+#include "tests/Test.h"
 #include "tests/ffb/Chain.h"
 #include "virtualcockpit/pace/Chance.h"
 
@@ -46,68 +45,29 @@ class Life {
     Chain::Side& side = c.Of(which);
     YokeRecord& record = which == 1 ? c.model.Yoke1 : c.model.Yoke2;
     GeneralFFBRecord& general = c.model.GeneralFFB;
-    switch (Number(0, 19)) {
-      case 0:
-        c.simulatorAlive = !c.simulatorAlive || Half();
-        break;
-      case 1:
-        c.frozen = Half() ? std::set<int>{} : std::set<int>{frozen_};
-        break;
-      case 2:
-        c.SetValue(6, Half() ? std::nanf("") : static_cast<float>(Number(0, 300)));
-        break;
-      case 3:
-        c.repliesFirst = Half(), Cut(1), Cut(2), c.Suspend(Number(50, 2000));
-        break;
-      case 4:
-        side.device.SetFault(vc::kYokeFaults[Half() ? 0 : Number(0, 5)]);
-        break;
-      case 5:
-        side.device.SetStopButton(Number(0, 2) == 0);
-        break;
-      case 6:
-        Cut(which), c.Plug(which, !side.plugged || Half());
-        break;
-      case 7:
-        c.pair.HandOver(which);
-        break;
-      case 8:
-        side.device.Grip(Half() ? 1 : 0, Share());
-        break;
-      case 9:
-        side.device.Let();
-        break;
-      case 10:
-        c.pair.SelectMode(which, static_cast<YokeMode>(Number(0, 4)));
-        break;
-      case 11:
-        c.pair.Running() && Number(0, 2) == 0 ? c.pair.cmdStop_Click() : c.pair.cmdRun_Click();
-        break;
-      case 12:
-        c.SetValue(1, static_cast<float>(Number(0, 2))), c.SetValue(10 + which - 1, Share());
-        break;
-      case 13:
-        c.SetValue(12, Share()), c.SetValue(13, Share());
-        break;
-      case 14:
-        c.SetValue(14, 1 + 2 * Share()), c.SetValue(2, Half()), c.SetValue(0, Half());
-        break;
-      case 15:
-        c.SetValue(3, Number(0, 3) == 0), c.SetValue(7, static_cast<float>(Number(0, 80)));
-        break;
-      case 16:
-        general.MaximumForce = Percent();
-        break;
-      case 17:
-        record.ForceLevel = static_cast<Byte>(Number(1, 100)), general.Friction = Percent();
-        break;
-      case 18:
-        record.OptionBits = static_cast<std::int16_t>(Number(0, 31));
-        break;
-      case 19:
-        record.RollCentre = static_cast<std::int16_t>(record.RollCentre + Number(-900, 900));
-        break;
-    }
+    const std::function<void()> events[] = {
+        [&] { c.simulatorAlive = !c.simulatorAlive || Half(); },
+        [&] { c.frozen = Half() ? std::set<int>{} : std::set<int>{frozen_}; },
+        [&] { c.SetValue(6, Half() ? std::nanf("") : static_cast<float>(Number(0, 300))); },
+        [&] { c.repliesFirst = Half(), Cut(1), Cut(2), c.Suspend(Number(50, 2000)); },
+        [&] { side.device.SetFault(vc::kYokeFaults[Half() ? 0 : Number(0, 5)]); },
+        [&] { side.device.SetStopButton(Number(0, 2) == 0); },
+        [&] { Cut(which), c.Plug(which, !side.plugged || Half()); },
+        [&] { c.pair.HandOver(which); },
+        [&] { side.device.Grip(Half() ? 1 : 0, Share()); },
+        [&] { side.device.Let(); },
+        [&] { c.pair.SelectMode(which, static_cast<YokeMode>(Number(0, 4))); },
+        [&] { c.pair.Running() && Number(0, 2) == 0 ? c.pair.cmdStop_Click() : c.pair.cmdRun_Click(); },
+        [&] { c.SetValue(1, static_cast<float>(Number(0, 2))), c.SetValue(10 + which - 1, Share()); },
+        [&] { c.SetValue(12, Share()), c.SetValue(13, Share()); },
+        [&] { c.SetValue(14, 1 + 2 * Share()), c.SetValue(2, Half()), c.SetValue(0, Half()); },
+        [&] { c.SetValue(3, Number(0, 3) == 0), c.SetValue(7, static_cast<float>(Number(0, 80))); },
+        [&] { general.MaximumForce = Percent(); },
+        [&] { record.ForceLevel = static_cast<Byte>(Number(1, 100)), general.Friction = Percent(); },
+        [&] { record.OptionBits = static_cast<std::int16_t>(Number(0, 31)); },
+        [&] { record.RollCentre = static_cast<std::int16_t>(record.RollCentre + Number(-900, 900)); },
+    };
+    events[Number(0, std::size(events) - 1)]();
     if (Half()) general.GroundForce = Percent(), general.PitchTrimRange = Percent();
     if (Half()) c.model.Yoke1.Effects[static_cast<std::size_t>(Number(0, 11))].Level = Percent();
     if (Half()) general.ForceTable[static_cast<std::size_t>(Number(0, 12))].PitchForce = Percent();

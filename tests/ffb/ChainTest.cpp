@@ -1,6 +1,5 @@
 // What the program does to yokes that move, on lines as slow as real ones.
-#include <gtest/gtest.h>
-
+#include "tests/Test.h"
 #include "tests/ffb/Chain.h"
 
 namespace tvx::test {
@@ -10,26 +9,35 @@ double Ratio(Chain& chain) {
   return chain.Written("yoke_roll_ratio");
 }
 
+// At 150 kt, with the forces on.
+struct FastChain : Chain {
+  explicit FastChain(int laterMs = 0) {
+    SetValue(6, 150);
+    Begin(5000 + laterMs);
+    EXPECT_NEAR(Of(1).limit, 0.8, 0.001);
+    EXPECT_NEAR(Of(1).device.Limit(), 0.8, 0.001);
+  }
+  void ExpectForcesWithoutAJump() {
+    EXPECT_EQ(pair.StateText(1), "Forces on");
+    EXPECT_LE(largestJump, FlownRatios::kLargestStep + 1e-6);
+  }
+};
+
 // A program that was stopped finds yokes that have faded. Whatever its loop handles first, and whenever in
 // the cycle it was stopped, their forces rise slowly.
 TEST(Chain, AfterAStallForcesRiseSlowly) {
   for (int trial = 0; trial < 16; ++trial) {
     SCOPED_TRACE(trial);
-    Chain chain;
-    chain.SetValue(6, 150);
-    chain.Begin(5000 + 6 * (trial / 2));
+    FastChain chain(6 * (trial / 2));
     chain.repliesFirst = trial % 2 == 0;
-    ASSERT_NEAR(chain.Of(1).limit, 0.8, 0.001);
-    ASSERT_NEAR(chain.Of(1).device.Limit(), 0.8, 0.001);
     chain.Suspend(trial < 8 ? 1000 : 350);
     std::vector<double> limits{chain.Of(1).limit};
     chain.after = [&] { limits.push_back(chain.Of(1).limit); };
     chain.Pass(6000);
     const auto shut = std::find(limits.begin(), limits.end(), 0);
     EXPECT_LE(shut - limits.begin(), kFadeMs / YokePair::kIntervalMs + 1);
-    for (auto at = limits.begin() + 1; at != limits.end(); ++at) {
+    for (auto at = limits.begin() + 1; at != limits.end(); ++at)
       ASSERT_LE(*at - *(at - 1), at <= shut ? 0 : 0.04) << at - shut;
-    }
     const auto whole = std::find_if(shut, limits.end(), [](double limit) { return limit > 0.79; });
     EXPECT_GE(whole - shut, 1900 / YokePair::kIntervalMs);
     EXPECT_NEAR(chain.Of(1).device.Limit(), 0.8, 0.001) << "and come back";
@@ -49,20 +57,6 @@ TEST(Chain, AYokeThatFadedByItselfShutsTheGate) {
   chain.Pass(600);
   EXPECT_LT(chain.Of(1).limit, 0.1);
   chain.Pass(2400);
-  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
-}
-
-TEST(Chain, FrozenValuesTakeTheForcesAwayThoughOthersCome) {
-  Chain chain;
-  chain.SetValue(6, 150);
-  chain.Begin();
-  ASSERT_GT(chain.Of(1).device.Limit(), 0.79);
-  chain.frozen = {6};
-  chain.Pass(1000);
-  EXPECT_EQ(chain.Of(1).Most(), 0);
-  EXPECT_EQ(chain.pair.StateText(1), "No force: The simulator does not send often enough: Airspeed");
-  chain.frozen.clear();
-  chain.Pass(3000);
   EXPECT_EQ(chain.pair.StateText(1), "Forces on");
 }
 
@@ -145,9 +139,7 @@ TEST(Chain, TheGreatestForceIsABudgetForEverything) {
 
 // Another calibration counts when the forces have gone, and then they rise anew.
 TEST(Chain, ACalibrationInFlightShutsTheGateFirst) {
-  Chain chain;
-  chain.SetValue(6, 150);
-  chain.Begin();
+  FastChain chain;
   const AxisCalibration before = chain.pair.Of(1).Settings().pitch;
   chain.model.Yoke1.PitchCentre = static_cast<std::int16_t>(chain.model.Yoke1.PitchCentre + 4000);
   chain.pair.ApplySettings();
@@ -159,15 +151,12 @@ TEST(Chain, ACalibrationInFlightShutsTheGateFirst) {
   EXPECT_EQ(chain.pair.Of(1).Settings().pitch.centre, before.centre + 4000);
   EXPECT_LE(chain.Of(1).limit, 0.02);
   chain.Pass(3000);
-  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
-  EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
+  chain.ExpectForcesWithoutAJump();
 }
 
 // So does another address, though nothing else is changed: the yoke that gives the forces is told to fade.
 TEST(Chain, AnAddressInFlightShutsTheGateFirst) {
-  Chain chain;
-  chain.SetValue(6, 150);
-  chain.Begin();
+  FastChain chain;
   chain.model.Yoke1.Address = 7;
   chain.pair.ApplySettings();
   EXPECT_EQ(chain.pair.Of(1).Settings().address, 1);
@@ -190,19 +179,15 @@ TEST(Chain, AnAddressInFlightShutsTheGateFirst) {
 
 // A weak servo moves the other yoke slowly and leaves it off its place: no hand is there.
 TEST(Chain, AWeakServoIsNoHand) {
-  struct Row {
-    int maximum, friction;
-    bool grip;
-  };
-  for (const Row& row :
-       {Row{80, 5, true}, Row{30, 5, true}, Row{14, 10, true}, Row{10, 30, false}, Row{5, 5, false}}) {
-    SCOPED_TRACE(row.maximum);
+  for (const auto& [maximum, friction, grip] :
+       {std::tuple{80, 5, true}, {30, 5, true}, {14, 10, true}, {10, 30, false}, {5, 5, false}}) {
+    SCOPED_TRACE(maximum);
     Chain chain(2);
     chain.model.GeneralFFB = StandardGeneralFFB();
-    chain.model.GeneralFFB.MaximumForce = static_cast<Byte>(row.maximum);
-    chain.model.GeneralFFB.Friction = static_cast<Byte>(row.friction);
+    chain.model.GeneralFFB.MaximumForce = static_cast<Byte>(maximum);
+    chain.model.GeneralFFB.Friction = static_cast<Byte>(friction);
     chain.Begin();
-    EXPECT_EQ(chain.pair.GripFrom(2).has_value(), row.grip);
+    EXPECT_EQ(chain.pair.GripFrom(2).has_value(), grip);
     for (const double place : {0.7, -0.7, 0.2}) {
       chain.Of(1).device.Grip(0, place);
       chain.Pass(5000);
@@ -211,7 +196,7 @@ TEST(Chain, AWeakServoIsNoHand) {
     chain.Pass(8000);
     chain.Of(2).device.Grip(0, -0.6);
     chain.Pass(1500);
-    EXPECT_EQ(chain.pair.Master(), row.grip ? 2 : 1);
+    EXPECT_EQ(chain.pair.Master(), grip ? 2 : 1);
   }
 }
 

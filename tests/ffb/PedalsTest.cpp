@@ -1,10 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "config/ConfigFile.h"
 #include "ffb/YokeSettings.h"
 #include "ffb/pedals/Pedals.h"
+#include "tests/Test.h"
 #include "tests/ffb/YokeRig.h"
 
 namespace tvx::test {
@@ -81,8 +78,8 @@ TEST(FfbTable, TheUsersOwnFunctionsServeInPlaceOfTheStandardOnes) {
   EXPECT_TRUE(ports.AllFinite());
   ports.GetPortFFB(18);
   ports.PutPortFFB(-1);
-  EXPECT_EQ(rig.boxes.shown, (std::vector<std::string>{"Error getting FFB Port, Offset number: 18",
-                                                       "Error writing to FFB Port, Offset number: -1"}));
+  EXPECT_EQ(rig.boxes.shown, (Texts{"Error getting FFB Port, Offset number: 18",
+                                    "Error writing to FFB Port, Offset number: -1"}));
 }
 
 TEST(FfbTable, TheStandardDatarefsAreReadAndWrittenInTheirUnits) {
@@ -94,15 +91,14 @@ TEST(FfbTable, TheStandardDatarefsAreReadAndWrittenInTheirUnits) {
   for (int port = 0; port < rig.sim.PortCount(); ++port) rig.socket.Deliver(RrefDatagram({{port, 3.0f}}));
   ports.ReadAll(rig.clock.now);
   FfbVariables& v = ports.Variables;
-  EXPECT_EQ(
-      (std::array{v.OnGround, v.AutopilotServos, v.StallWarning, v.Paused, v.GearDown, v.OverspeedWarning}),
-      (std::array{true, true, true, true, true, false}));
+  EXPECT_TRUE(v.OnGround && v.AutopilotServos && v.StallWarning && v.Paused && v.GearDown);
+  EXPECT_FALSE(v.OverspeedWarning);
   EXPECT_EQ(
       (std::array{v.Airspeed, v.AutopilotRoll, v.AutopilotPitch, v.ElevatorTrim, v.AileronTrim, v.NormalG}),
       (std::array{3.0f, 3.0f, 3.0f, 3.0f, 3.0f, 3.0f}));
   EXPECT_NEAR(v.GroundSpeed, 3 * 1.943844, 1e-5);
   EXPECT_EQ((std::array{v.YokeRoll, v.YokePitch, v.Rudder, v.LeftBrake, v.RightBrake}),
-            (std::array{0.0f, 0.0f, 0.0f, 0.0f, 0.0f}))
+            (std::array<float, 5>{}))
       << "these are only written";
   for (int offset = 0; offset < kFfbOffsets; ++offset) {
     if (const FfbOffset& row = FfbOffsets()[static_cast<std::size_t>(offset)]; row.value != nullptr)
@@ -112,15 +108,13 @@ TEST(FfbTable, TheStandardDatarefsAreReadAndWrittenInTheirUnits) {
     const auto sent = rig.socket.TakeSent();
     const bool written = offset == 1 || offset == 4 || offset == 5 || (offset >= 12 && offset != 14);
     ASSERT_EQ(sent.size(), written ? 1u : 0u) << offset;
-    if (written) {
-      EXPECT_EQ(FloatAt(sent[0], 5), offset == 1 ? 2.0f : 0.5f) << offset;
-    }
+    if (!written) continue;
+    EXPECT_EQ(FloatAt(sent[0], 5), offset == 1 ? 2.0f : 0.5f) << offset;
   }
   for (std::size_t number = 282; number < 300; ++number) {
-    const FunctionRecord& function = rig.model.Functions[number];
-    if (function.ShortName.empty()) continue;
-    EXPECT_EQ((std::array{function.boxMinimumValue, function.boxMaximumValue}), (std::array{-1.0f, 1.0f}));
-    EXPECT_EQ(function.ComboClass, 2);
+    const FunctionRecord& f = rig.model.Functions[number];
+    if (f.ShortName.empty()) continue;
+    EXPECT_EQ(std::tuple(f.boxMinimumValue, f.boxMaximumValue, f.ComboClass), std::tuple(-1.0f, 1.0f, 2));
   }
 }
 
@@ -153,10 +147,9 @@ TEST(YokeSettings, SurviveTheFileAndItsSecondYoke) {
     std::string error;
     ASSERT_EQ(ReadConfigText(WriteConfigText(model), loaded, boxes, error), ConfigReadResult::Loaded)
         << error;
-    EXPECT_EQ(loaded.Yoke2.RollRight, 30000);
-    EXPECT_EQ(loaded.Yoke2.OptionBits, yokeoption::kStandard);
-    EXPECT_EQ(loaded.Yoke2.StallMargin + loaded.Yoke2.TailZero, 0);
-    EXPECT_EQ(loaded.Yoke2.GustTime, 0);
+    EXPECT_EQ((std::tuple{loaded.Yoke2.RollRight, loaded.Yoke2.OptionBits,
+                          loaded.Yoke2.StallMargin + loaded.Yoke2.TailZero, loaded.Yoke2.GustTime}),
+              (std::tuple{30000, yokeoption::kStandard, 0, 0}));
     YokeRecord::TailNumbers(loaded.Yoke2,
                             [](std::string_view name, auto number) { EXPECT_EQ(number, 0) << name; });
     EXPECT_TRUE(EffectsAreBlank(loaded.Yoke2));
@@ -175,12 +168,11 @@ TEST(YokeSettings, NeverSetMeansStandardAndOutOfRangeIsBroughtIn) {
   model.Yoke1.GustTime = std::nanf("");
   model.Yoke1.Effects[0] = {std::nanf(""), 255};
   const FfbSettings settings = ReadFfbSettings(model);
-  EXPECT_EQ(settings.master, 1);
-  EXPECT_EQ(settings.forces.maximum, 1);
-  EXPECT_EQ(settings.gripThreshold, 0);
+  EXPECT_EQ(std::tuple(settings.master, settings.gripThreshold, settings.forces.maximum),
+            std::tuple(1, 0, 1));
   EXPECT_EQ(settings.forces.gustTime, 0.5);
-  EXPECT_EQ(settings.forces.effects[0][0].frequency, 0);
-  EXPECT_EQ(settings.forces.effects[0][0].level, 1);
+  const EffectSetting& effect = settings.forces.effects[0][0];
+  EXPECT_EQ(std::pair(effect.frequency, effect.level), std::pair(0.0, 1.0));
   EXPECT_FALSE(ReadYokeSettings(YokeRecord{}).calibrated);
   model.Yoke1.StartMode = 77;
   EXPECT_EQ(ReadYokeSettings(model.Yoke1).startMode, YokeMode::Off);

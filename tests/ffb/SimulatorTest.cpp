@@ -1,9 +1,7 @@
 // What yokes and pedals do to the simulator, with the link and the serial ports in memory.
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <fstream>
-
+#include "tests/Test.h"
 #include "tests/ffb/YokeRig.h"
 
 namespace tvx::test {
@@ -31,23 +29,18 @@ TEST(Simulator, GetsItsControlsBack) {
   }
 }
 
-TEST(Simulator, ButtonsTrimCommandAndDisconnect) {
+TEST(Simulator, ButtonsCommandAndDisconnect) {
   YokeRig rig;
-  rig.model.Yoke1.Buttons[0].Action = static_cast<Byte>(ButtonAction::TrimNoseUp);
   rig.model.Yoke1.Buttons[1].Action = static_cast<Byte>(ButtonAction::AutopilotOff);
   rig.model.Yoke1.Buttons[2] = {static_cast<Byte>(ButtonAction::Command), "sim/lights/landing_lights_toggle"};
   rig.model.Yoke1.Buttons[15].Action = static_cast<Byte>(ButtonAction::ForcesOff);
-  rig.SetValue(12, 0.2f);
   rig.SetValue(1, 2);
   rig.Start(500);
-  rig.hardware[0].buttons = 1;
-  rig.Run(1000);
-  EXPECT_NEAR(rig.Written("elevator_trim"), 0.3, 0.02) << "a tenth in a second, whatever comes back late";
   rig.hardware[0].buttons = 2 + 4;
   rig.deaf = true;
   rig.Run(200);
   EXPECT_EQ(rig.Written("autopilot_mode"), 1) << "the flight director stays";
-  EXPECT_EQ(rig.commands, (std::vector<std::string>{"sim/lights/landing_lights_toggle"})) << "once a press";
+  EXPECT_EQ(rig.commands, (Texts{"sim/lights/landing_lights_toggle"})) << "once a press";
   // A request that was lost is made again, for a second.
   for (const double again : {1, 1, 1, 0}) {
     rig.written.clear();
@@ -114,12 +107,10 @@ TEST(SimControls, WriteWhatChangedAndEverythingOnceASecond) {
   rig.socket.TakeSent();
   SimControls controls(rig.sim, ports);
   const auto yoke = [&](std::optional<Ratio> ratios) {
-    controls.Yoke(ratios);
-    return rig.socket.TakeSent().size();
+    return controls.Yoke(ratios), rig.socket.TakeSent().size();
   };
   const auto pedals = [&](std::optional<PedalRatios> ratios) {
-    controls.Pedals(ratios);
-    return rig.socket.TakeSent().size();
+    return controls.Pedals(ratios), rig.socket.TakeSent().size();
   };
   EXPECT_EQ(yoke(std::nullopt) + pedals(std::nullopt), 0u) << "never taken, never touched";
   controls.GiveBack();
@@ -194,8 +185,7 @@ TEST(Pedals, AreCheckedOnEveryChange) {
       {"swapped with another",
        [](YokeRig& r, bool) { std::swap(r.joystick.devices[0], r.joystick.devices[1]); },
        "Rudder and brakes: Joystick 0 is \"Stick\" now, but \"Pedals\" was set up. It is not used. The right "
-       "one is "
-       "joystick 1 now.",
+       "one is joystick 1 now.",
        true},
       {"another of its kind",
        [](YokeRig& r, bool now) { r.joystick.devices[0].identity = now ? "p2" : "p1"; },

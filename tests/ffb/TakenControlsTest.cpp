@@ -1,6 +1,5 @@
-#include <gtest/gtest.h>
-
 #include "ffb/TakenControls.h"
+#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
 namespace tvx::test {
@@ -39,46 +38,23 @@ struct TakenControlsTest : testing::Test {
 };
 
 TEST_F(TakenControlsTest, WhoIsKilledLeavesWhatWasTakenAndWhere) {
-  const UdpTarget first{0x0A000007, 49000}, second{0xC0A80102, 49100};
+  static constexpr TakenGroups kNone{}, kYoke{true, false}, kBoth{true, true};
+  static constexpr UdpTarget kFirst{0x0A000007, 49000}, kSecond{0xC0A80102, 49100};
+  using T = TakenControls;
   const struct {
     const char* what;
-    void (*happens)(TakenControls&, FakeLastWords&);
+    void (*happens)(T&, FakeLastWords&);
     std::size_t left;
-    UdpTarget where;
+    UdpTarget where = kFirst;
   } rows[] = {
-      {"nothing was taken", [](TakenControls& t, FakeLastWords&) { t.Hold({}); }, 0, first},
-      {"the yoke's",
-       [](TakenControls& t, FakeLastWords&) {
-         t.Hold({true, false});
-       },
-       kYokes, first},
-      {"then the pedals' too",
-       [](TakenControls& t, FakeLastWords&) {
-         t.Hold({true, false}), t.Hold({true, true});
-       },
-       kAll, first},
-      {"an autopilot has them for now",
-       [](TakenControls& t, FakeLastWords&) {
-         t.Hold({true, false}), t.Hold({});
-       },
-       kYokes, first},
+      {"nothing was taken", [](T& t, auto&) { t.Hold(kNone); }, 0},
+      {"the yoke's", [](T& t, auto&) { t.Hold(kYoke); }, kYokes},
+      {"then the pedals' too", [](T& t, auto&) { t.Hold(kYoke), t.Hold(kBoth); }, kAll},
+      {"an autopilot has them for now", [](T& t, auto&) { t.Hold(kYoke), t.Hold(kNone); }, kYokes},
       {"the simulator moved to another computer",
-       [](TakenControls& t, FakeLastWords& w) {
-         t.Hold({true, false});
-         w.target = UdpTarget{0xC0A80102, 49100};
-         t.Hold({true, false});
-       },
-       kYokes, second},
-      {"given back",
-       [](TakenControls& t, FakeLastWords&) {
-         t.Hold({true, true}), t.LetGo();
-       },
-       0, first},
-      {"nowhere to",
-       [](TakenControls& t, FakeLastWords& w) {
-         w.target.reset(), t.Hold({true, true});
-       },
-       0, first},
+       [](T& t, auto& w) { t.Hold(kYoke), w.target = kSecond, t.Hold(kYoke); }, kYokes, kSecond},
+      {"given back", [](T& t, auto&) { t.Hold(kBoth), t.LetGo(); }, 0},
+      {"nowhere to", [](T& t, auto& w) { w.target.reset(), t.Hold(kBoth); }, 0},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);

@@ -1,12 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <string>
-#include <vector>
-
 #include "ffb/YokeFrame.h"
 #include "ffb/YokeLine.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/Wire.h"
@@ -15,18 +9,17 @@ namespace tvx::test {
 namespace {
 
 TEST(YokeFrame, IsBuiltByteByByte) {
-  struct Row {
+  const struct {
     Byte address, command;
     int p[4];
     Bytes expected;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {1, 1, {0, 0, 0, 0}, {0, 1, 0x81, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0xFF}},
       {255, 0x81, {16383, 0, 0, 0}, {0, 255, 0x81, 0xFF, 0xFF, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0xFF}},
       {2, 5, {127, 128, 129, 8192}, {0, 2, 0x85, 0xFF, 0x80, 0x80, 0x81, 0x81, 0x81, 0x80, 0xC0, 0xFF}},
       {3, 7, {-1, 16384, -32768, 32767}, {0, 3, 0x87, 255, 255, 255, 255, 255, 255, 255, 255, 0xFF}},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     const auto frame = YokeFrame(row.address, row.command, row.p[0], row.p[1], row.p[2], row.p[3]);
     EXPECT_EQ(Bytes(frame.begin(), frame.end()), row.expected) << int{row.command};
   }
@@ -44,18 +37,17 @@ TEST(YokeFrame, ParametersAreKeptInRange) {
 }
 
 TEST(YokeFrame, PositionsFromRawValues) {
-  struct Row {
+  const struct {
     int raw, centre;
     float scale;
     int expected;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {30000, 30000, 0.05f, 0},         {30004, 30000, 0.125f, 0},   // 0.5 goes to the even 0
       {30012, 30000, 0.125f, 2},        {29988, 30000, 0.125f, -2},  // 1.5 to the even 2
       {65535, 30000, 0.05f, 511},       {0, 30000, 0.05f, -511},    {40000, 30000, -0.01f, -100},
       {40000, 30000, std::nanf(""), 0}, {40000, 30000, 1e30f, 511}, {0, 65535, 0, 0},
   };
-  for (const Row& row : rows)
+  for (const auto& row : rows)
     EXPECT_EQ(AxisPosition(row.raw, {row.centre, row.scale}), row.expected) << row.raw;
 }
 
@@ -92,11 +84,9 @@ TEST(YokeLine, SaysWhatItThinksOfEachReply) {
   noS[11] = 0;
   other[1] = 8;
   l.port.Arrive(Reply());
-  EXPECT_EQ(l.line.ReceivedMessage(), "Correct");
-  EXPECT_EQ(l.line.PitchPosition(), -49);
-  EXPECT_EQ(l.line.Activity(), " \\");
-  EXPECT_EQ(l.line.PitchText().View(), "-9.6");
-  EXPECT_EQ(l.line.RollLoadText().View(), "25.8");
+  EXPECT_EQ((std::tuple{l.line.ReceivedMessage(), l.line.PitchPosition(), l.line.Activity(),
+                        l.line.PitchText().View(), l.line.RollLoadText().View()}),
+            (std::tuple{"Correct", -49, " \\", "-9.6", "25.8"}));
   const std::pair<Bytes, std::string> rows[] = {{Bytes(), "Inc. reply"},
                                                 {longer, "Inc. reply"},
                                                 {noP, "Garbled reply"},

@@ -1,7 +1,6 @@
 // What the configuration form of a yoke makes of what is set there.
-#include <gtest/gtest.h>
-
 #include "ffb/YokePresenter.h"
+#include "tests/Test.h"
 #include "tests/ffb/YokeRig.h"
 
 namespace tvx::test {
@@ -22,42 +21,41 @@ TEST_F(YokePresenterTest, EverySettingIsKeptWithinItsRangeAndMarksTheChange) {
     const char* what;
     void (*set)(P&, int);
     int lowest, highest;
-    double (*kept)(const P&);
+    std::function<double(const P&)> kept;
   } rows[] = {
-      {"address", [](P& p, int v) { p.SetAddress(v); }, 0, 255,
-       [](const P& p) -> double { return p.Record().Address; }},
+      {"address", [](P& p, int v) { p.SetAddress(v); }, 0, 255, [](auto& p) { return p.Record().Address; }},
       {"force level", [](P& p, int v) { p.SetForceLevel(v); }, 1, 100,
-       [](const P& p) -> double { return p.Record().ForceLevel; }},
+       [](auto& p) { return p.Record().ForceLevel; }},
       {"joystick", [](P& p, int v) { p.SetJoystick(v, 0, 0, 0); }, 0, 15,
-       [](const P& p) -> double { return p.Record().JoystickNumber; }},
+       [](auto& p) { return p.Record().JoystickNumber; }},
       {"rudder axis", [](P& p, int v) { p.SetJoystick(0, v, 0, 0); }, 0, 6,
-       [](const P& p) -> double { return p.Record().RudderAxis; }},
+       [](auto& p) { return p.Record().RudderAxis; }},
       {"left brake axis", [](P& p, int v) { p.SetJoystick(0, 0, v, 0); }, 0, 6,
-       [](const P& p) -> double { return p.Record().LeftBrakeAxis; }},
+       [](auto& p) { return p.Record().LeftBrakeAxis; }},
       {"right brake axis", [](P& p, int v) { p.SetJoystick(0, 0, 0, v); }, 0, 6,
-       [](const P& p) -> double { return p.Record().RightBrakeAxis; }},
+       [](auto& p) { return p.Record().RightBrakeAxis; }},
       {"first Function", [](P& p, int v) { p.SetFunction(0, v); }, 0, 300,
-       [](const P& p) -> double { return p.Shared().FfbFunctions[0]; }},
+       [](auto& p) { return p.Shared().FfbFunctions[0]; }},
       {"last Function", [](P& p, int v) { p.SetFunction(17, v); }, 0, 300,
-       [](const P& p) -> double { return p.Shared().FfbFunctions[17]; }},
+       [](auto& p) { return p.Shared().FfbFunctions[17]; }},
       {"curve, roll airspeed", [](P& p, int v) { p.SetForcePoint(Axis::Roll, 12, v, 5); }, 0, 1000,
-       [](const P& p) -> double { return p.General().ForceTable[12].RollAirspeed; }},
+       [](auto& p) { return p.General().ForceTable[12].RollAirspeed; }},
       {"curve, pitch airspeed", [](P& p, int v) { p.SetForcePoint(Axis::Pitch, 0, v, 5); }, 0, 1000,
-       [](const P& p) -> double { return p.General().ForceTable[0].PitchAirspeed; }},
+       [](auto& p) { return p.General().ForceTable[0].PitchAirspeed; }},
       {"curve, roll force", [](P& p, int v) { p.SetForcePoint(Axis::Roll, 0, 9, v); }, 0, 100,
-       [](const P& p) -> double { return p.General().ForceTable[0].RollForce; }},
+       [](auto& p) { return p.General().ForceTable[0].RollForce; }},
       {"curve, pitch force", [](P& p, int v) { p.SetForcePoint(Axis::Pitch, 12, 9, v); }, 0, 100,
-       [](const P& p) -> double { return p.General().ForceTable[12].PitchForce; }},
+       [](auto& p) { return p.General().ForceTable[12].PitchForce; }},
       {"level", [](P& p, int v) { p.SetLevel(&G::Friction, v); }, 0, 100,
-       [](const P& p) -> double { return p.General().Friction; }},
+       [](auto& p) { return p.General().Friction; }},
       {"grip threshold", [](P& p, int v) { p.SetGripThreshold(v); }, 0, 511,
-       [](const P& p) -> double { return p.General().GripThreshold; }},
+       [](auto& p) { return p.General().GripThreshold; }},
       {"shared number", [](P& p, int v) { p.SetShared(&YokeRecord::StallSpeed, v); }, 0, 32767,
-       [](const P& p) -> double { return p.Shared().StallSpeed; }},
+       [](auto& p) { return p.Shared().StallSpeed; }},
       {"effect's frequency", [](P& p, int v) { p.SetEffect(11, v, 5); }, 0, 50,
-       [](const P& p) -> double { return p.Shared().Effects[11].Frequency; }},
+       [](auto& p) { return p.Shared().Effects[11].Frequency; }},
       {"effect's level", [](P& p, int v) { p.SetEffect(0, 5, v); }, 0, 100,
-       [](const P& p) -> double { return p.Shared().Effects[0].Level; }},
+       [](auto& p) { return p.Shared().Effects[0].Level; }},
   };
   for (YokePresenter* yoke : {&first, &second}) {
     for (const auto& row : rows) {
@@ -163,7 +161,7 @@ TEST_F(YokePresenterTest, APlaceThatCannotBeTakenIsSaidSo) {
       if (place.source != row.source || (place.source == Source::Rudder && !place.centre)) continue;
       yokes.boxes.shown.clear();
       presenter.SetPlace(place);
-      EXPECT_EQ(yokes.boxes.shown, (std::vector<std::string>{row.words})) << place.name;
+      EXPECT_EQ(yokes.boxes.shown, (Texts{row.words})) << place.name;
     }
     EXPECT_FALSE(yokes.model.ConfigChanged) << row.words;
   }

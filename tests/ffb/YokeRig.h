@@ -142,7 +142,7 @@ struct YokeRig {
   bool simulatorAlive = true, deaf = false;  // deaf: what it is told gets lost
   std::set<int> frozen;                      // FFB offsets that it does not send
   std::map<std::string, float> written;      // last value of each dataref that was written
-  std::vector<std::string> commands;
+  Texts commands;
 
   explicit YokeRig(int yokes = 1) {
     model.General.ComPortYoke1 = 5;

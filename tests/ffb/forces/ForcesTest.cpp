@@ -1,6 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <numbers>
 
 #include "ffb/YokeSettings.h"
@@ -8,6 +5,7 @@
 #include "ffb/forces/ForceShaper.h"
 #include "ffb/forces/Forces.h"
 #include "ffb/forces/SafetyGate.h"
+#include "tests/Test.h"
 
 namespace tvx::test {
 namespace {
@@ -98,11 +96,10 @@ TEST_F(ForcesTest, TrimMovesTheCentreWithinItsRange) {
 }
 
 TEST(Forces, EffectsByTheirCurves) {
-  struct Row {
+  const struct {
     const char* what;
     double value, expected;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"buffet halfway", StallBuffet(52.5, 50, 0.1), 0.5},
       {"buffet at the stall", StallBuffet(50, 50, 0.1), 1},
       {"buffet without air", StallBuffet(5, 50, 0.1), 0},
@@ -133,7 +130,7 @@ TEST(Forces, EffectsByTheirCurves) {
            GustStrength(kNan),
        0},
   };
-  for (const Row& row : rows) EXPECT_NEAR(row.value, row.expected, 1e-9) << row.what;
+  for (const auto& row : rows) EXPECT_NEAR(row.value, row.expected, 1e-9) << row.what;
 }
 
 // What is felt where, and how strongly: each effect with a frequency and levels of its own.
@@ -143,33 +140,27 @@ TEST_F(ForcesTest, EffectsInTheFlight) {
     settings.effects[i] = {EffectSetting{frequency, level}, EffectSetting{frequency, level / 2}};
   }
   settings.bumps = 3;
+  using V = FfbVariables;
+  using enum Effect;
   const struct {
     const char* what;
-    void (*in)(FfbVariables&);
+    void (*in)(V&);
     Effect effect;
     double strength, frequency;
   } rows[] = {
-      {"cruise", [](FfbVariables& v) { v.Airspeed = 100; }, Effect::StallBuffet, 0, 0},
-      {"near the stall", [](FfbVariables& v) { v.Airspeed = 52.5f; }, Effect::StallBuffet, 0.5, 10},
-      {"accelerated stall", [](FfbVariables& v) { v.Airspeed = 100, v.NormalG = 4; }, Effect::StallBuffet, 1,
-       10},
-      {"as slow on the ground", [](FfbVariables& v) { v.Airspeed = 50, v.OnGround = true; },
-       Effect::StallBuffet, 0, 0},
-      {"stall warning", [](FfbVariables& v) { v.Airspeed = 90, v.StallWarning = true; }, Effect::Shaker, 1,
-       15},
-      {"stall warning on the ground", [](FfbVariables& v) { v.OnGround = v.StallWarning = true; },
-       Effect::Shaker, 0, 0},
-      {"too fast", [](FfbVariables& v) { v.Airspeed = 163.2f; }, Effect::Overspeed, 0.5, 11},
-      {"overspeed warning", [](FfbVariables& v) { v.Airspeed = 90, v.OverspeedWarning = true; },
-       Effect::Overspeed, 1, 11},
-      {"paused", [](FfbVariables& v) { v.Airspeed = 50, v.Paused = true; }, Effect::StallBuffet, 0, 0},
-      {"rolling", [](FfbVariables& v) { v.OnGround = true, v.GroundSpeed = 30; }, Effect::RunwayRumble, 0.5,
-       30 * 0.514444 / 3},
-      {"rolling fast", [](FfbVariables& v) { v.OnGround = true, v.GroundSpeed = 90; }, Effect::RunwayRumble,
-       1, 14},
-      {"sliding with the gear up",
-       [](FfbVariables& v) { v.OnGround = true, v.GroundSpeed = 30, v.GearDown = false; },
-       Effect::RunwayRumble, 0, 0},
+      {"cruise", [](V& v) { v.Airspeed = 100; }, StallBuffet, 0, 0},
+      {"near the stall", [](V& v) { v.Airspeed = 52.5f; }, StallBuffet, 0.5, 10},
+      {"accelerated stall", [](V& v) { v.Airspeed = 100, v.NormalG = 4; }, StallBuffet, 1, 10},
+      {"as slow on the ground", [](V& v) { v.Airspeed = 50, v.OnGround = true; }, StallBuffet, 0, 0},
+      {"stall warning", [](V& v) { v.Airspeed = 90, v.StallWarning = true; }, Shaker, 1, 15},
+      {"stall warning on the ground", [](V& v) { v.OnGround = v.StallWarning = true; }, Shaker, 0, 0},
+      {"too fast", [](V& v) { v.Airspeed = 163.2f; }, Overspeed, 0.5, 11},
+      {"overspeed warning", [](V& v) { v.Airspeed = 90, v.OverspeedWarning = true; }, Overspeed, 1, 11},
+      {"paused", [](V& v) { v.Airspeed = 50, v.Paused = true; }, StallBuffet, 0, 0},
+      {"rolling", [](V& v) { v.OnGround = true, v.GroundSpeed = 30; }, RunwayRumble, 0.5, 30 * 0.514444 / 3},
+      {"rolling fast", [](V& v) { v.OnGround = true, v.GroundSpeed = 90; }, RunwayRumble, 1, 14},
+      {"sliding with the gear up", [](V& v) { v.OnGround = true, v.GroundSpeed = 30, v.GearDown = false; },
+       RunwayRumble, 0, 0},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
@@ -405,9 +396,8 @@ TEST(YokeSettings, CalibrationNeedsACentreBetweenItsEnds) {
   EXPECT_TRUE(CalibrateAxis(60000, 30000, 20000, axis)) << "raw values that fall";
   EXPECT_EQ(AxisPosition(20000, axis), 511);
   for (const auto& [low, centre, high] : {std::array{0, 0, 0}, std::array{0, 50, 60000},
-                                          std::array{30000, 60000, 50000}, std::array{0, 60000, 60100}}) {
+                                          std::array{30000, 60000, 50000}, std::array{0, 60000, 60100}})
     EXPECT_FALSE(CalibrateAxis(low, centre, high, axis)) << centre;
-  }
 }
 
 }  // namespace

@@ -1,13 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QDialog>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QTimer>
-#include <functional>
 
+#include "tests/Test.h"
 #include "ui/Form.h"
 
 namespace tvx {
@@ -79,9 +77,7 @@ TEST(Form, EndsByOneRoadWhateverEndsIt) {
     EXPECT_FALSE(form->isVisible() || form->ticks.isActive());
     callback();
     EXPECT_EQ(seen.told, 1) << "its callback is taken back";
-    EXPECT_EQ(seen.ended, 1);
-    EXPECT_EQ(seen.atEnd, 1);
-    EXPECT_EQ(seen.closed, way.closed ? 1 : 0);
+    EXPECT_EQ((std::tuple{seen.ended, seen.atEnd, seen.closed}), (std::tuple{1, 1, way.closed ? 1 : 0}));
     Settle();
     EXPECT_EQ(seen.deleted, 1);
     if (parent) parent->Unload();

@@ -1,5 +1,4 @@
-#include <gtest/gtest.h>
-
+#include "tests/Test.h"
 #include "ui/Look.h"
 
 namespace tvx::look {
@@ -16,10 +15,9 @@ TEST(Look, EveryThemeIsReadable) {
     const Colours& c = ColoursOf(which % 2 == 0 ? Theme::Dark : Theme::Light);
     SetHighContrast(false);
     for (const QColor& ground : {c.ground, c.panel}) {
-      for (const QColor& text : {c.text, c.dim, c.accent, c.good, c.trouble}) {
+      for (const QColor& text : {c.text, c.dim, c.accent, c.good, c.trouble})
         EXPECT_GE(Contrast(text, ground), which > 1 ? 7.0 : 4.5)
             << text.name().toStdString() << " on " << ground.name().toStdString();
-      }
     }
     EXPECT_GE(Contrast(c.onAccent, c.accent), 4.5);
   }

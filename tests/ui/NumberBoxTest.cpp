@@ -1,10 +1,9 @@
 // What a hand types into a number box, key by key.
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include "tests/Test.h"
 #include "ui/NumberBox.h"
 
 namespace tvx {

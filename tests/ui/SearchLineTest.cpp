@@ -1,10 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QTreeWidget>
 
+#include "tests/Test.h"
 #include "ui/search/SearchLine.h"
 
 namespace tvx {

@@ -11,8 +11,6 @@
 
 namespace tvx::vc::test {
 
-using tvx::Bytes;
-
 inline Bytes operator+(Bytes left, const Bytes& right) {
   left.insert(left.end(), right.begin(), right.end());
   return left;

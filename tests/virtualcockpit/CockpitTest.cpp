@@ -1,8 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <QTemporaryDir>
-#include <filesystem>
 
+#include "tests/Test.h"
 #include "virtualcockpit/Cockpit.h"
 #include "virtualcockpit/Options.h"
 
@@ -54,9 +52,7 @@ TEST(Options, TakesWhatIsSensibleAndNamesWhatIsNot) {
   EXPECT_TRUE(ParseOptions({"vc", "--config", "a.cfg", "--port", "0", "--speed", "2.5", "--print",
                             "--seconds", "30", "--screenshot", "b.png", "--folder", "demo"},
                            options, error));
-  EXPECT_EQ(options.speed, 2.5);
-  EXPECT_EQ(options.port, 0);
-  EXPECT_EQ(options.folder, "demo");
+  EXPECT_EQ((std::tuple{options.speed, options.port, options.folder}), (std::tuple{2.5, 0, "demo"}));
   const QStringList wrong[] = {{"--port"},
                                {"--port", "65536"},
                                {"--port", "x"},

@@ -1,9 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <set>
-
+#include "tests/Test.h"
 #include "virtualcockpit/sim/flight/Flight.h"
 
 namespace tvx::vc {
@@ -70,9 +65,8 @@ TEST(Flight, IsAWholeFlight) {
 
 TEST(Flight, TakesAnyTime) {
   for (const double t :
-       {-1.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+       {-1.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()})
     EXPECT_EQ(TheFlight().StateAt(t).time, 0);
-  }
   EXPECT_TRUE(std::isfinite(TheFlight().StateAt(1e300).altitude));
 }
 

@@ -1,25 +1,22 @@
-#include <gtest/gtest.h>
-
+#include "tests/Test.h"
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/bus/Frames.h"
 
 namespace tvx::vc {
 namespace {
 
-using test::Bytes;
 using test::operator+;
 
 std::string TextOf(const Frame& frame) {
-  if (const auto* address = std::get_if<AddressFrame>(&frame)) {
+  if (const auto* address = std::get_if<AddressFrame>(&frame))
     return std::to_string(address->gaugeID) + "=>" + std::to_string(address->newGaugeID);
-  }
   const auto& command = std::get<CommandFrame>(frame);
   return std::to_string(command.gaugeID) + ":" + std::to_string(command.command) + ":" +
          std::to_string(command.value);
 }
 
 struct Decoded {
-  std::vector<std::string> frames;
+  Texts frames;
   FrameDecoder decoder;
 };
 Decoded Decode(const Bytes& bytes, std::size_t piece) {
@@ -42,7 +39,7 @@ TEST(FrameDecoder, FindsFramesInPiecesOfAnySize) {
   const struct {
     const char* name;
     Bytes bytes;
-    std::vector<std::string> frames;
+    Texts frames;
     std::uint64_t garbage, fillers;
   } cases[] = {
       {"negative", kFrame, {"12:3:-300"}, 0, 0},
@@ -63,9 +60,8 @@ TEST(FrameDecoder, FindsFramesInPiecesOfAnySize) {
       SCOPED_TRACE(std::string(c.name) + " in pieces of " + std::to_string(piece));
       const Decoded decoded = Decode(c.bytes, piece);
       EXPECT_EQ(decoded.frames, c.frames);
-      EXPECT_EQ(decoded.decoder.Frames(), c.frames.size());
-      EXPECT_EQ(decoded.decoder.Garbage(), c.garbage);
-      EXPECT_EQ(decoded.decoder.Fillers(), c.fillers);
+      EXPECT_EQ((std::tuple{decoded.decoder.Frames(), decoded.decoder.Garbage(), decoded.decoder.Fillers()}),
+                (std::tuple{c.frames.size(), c.garbage, c.fillers}));
     }
   }
 }

@@ -1,9 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "drawn/devices/AltimeterDevice.h"
 #include "drawn/devices/IOModuleDevice.h"
 #include "drawn/devices/NeedleDevice.h"
 #include "drawn/devices/VorDevice.h"
+#include "tests/Test.h"
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/bus/GaugeBus.h"
@@ -11,11 +10,8 @@
 namespace tvx::vc {
 namespace {
 
-using test::Bytes;
-
 // A bus with one instrument of each kind, and the bytes that came back.
-class GaugeBusTest : public testing::Test {
- protected:
+struct GaugeBusTest : testing::Test {
   GaugeBusTest() : bus_([this](ByteView bytes) { written_.emplace_back(bytes.begin(), bytes.end()); }) {
     for (const Device::Identity id :
          {Device::Identity{10, 4, 1, 12}, Device::Identity{11, 101, 2, 14}, Device::Identity{14, 106, 1, 13},

@@ -1,19 +1,16 @@
 // Every instrument of the range by its contract: what commands show, and the answers byte by byte.
-#include <gtest/gtest.h>
-
 #include "drawn/devices/ClockDevice.h"
 #include "drawn/devices/DiscDevices.h"
 #include "drawn/devices/DmeDevice.h"
 #include "drawn/devices/RadioDevice.h"
 #include "drawn/devices/TransponderDevice.h"
 #include "drawn/devices/TrimDevice.h"
+#include "tests/Test.h"
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::vc {
 namespace {
-
-using test::Bytes;
 
 template <typename Kind>
 Kind& As(Device& device) {
@@ -23,16 +20,14 @@ Kind& As(Device& device) {
 const Byte kModel = 1, kVersion = 9;
 
 // A hand, and what the instrument answers then. Commands are "number=value".
-struct ReplyCase {
-  const char* name;
-  int type, options;
-  const char* commands;
-  void (*hand)(Device&);
-  const char *first, *second = nullptr;  // the second answer only where it differs
-};
-
 TEST(Replies, ByteByByteAndPressesOnce) {
-  const ReplyCase cases[] = {
+  const struct {
+    const char* name;
+    int type, options;
+    const char* commands;
+    void (*hand)(Device&);
+    const char *first, *second = nullptr;  // the second answer only where it differs
+  } cases[] = {
       {"Clock", 104, 0, "4=-6465 5=65535 6=1224 12=26", [](Device& d) { As<ClockDevice>(d).TurnMinutes(2); },
        ". 1A 0C 18 . 12 0E 0F"},
       // to the band's other end, 17xx
@@ -58,7 +53,7 @@ TEST(Replies, ByteByByteAndPressesOnce) {
        [](Device& d) { As<TrimDevice>(d).TurnByHand(1); },  // 20 against the motor
        "P =5020 T ... 01", "P =5020 T"},
   };
-  for (const ReplyCase& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     const auto type = static_cast<Byte>(c.type);
     const auto device = MakeDevice({40, type, kModel, kVersion, c.options});

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -10,6 +8,7 @@
 #include "drawn/devices/RadioDevice.h"
 #include "drawn/faces/MakeFace.h"
 #include "drawn/faces/dials/Scale.h"
+#include "tests/Test.h"
 #include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
 #include "virtualcockpit/panel/PanelWindow.h"

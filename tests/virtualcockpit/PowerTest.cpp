@@ -1,6 +1,4 @@
 // Power that goes and comes, instruments that die, answers that break off, and forces that come back.
-#include <gtest/gtest.h>
-
 #include "drawn/devices/AltimeterDevice.h"
 #include "drawn/devices/AudioDevice.h"
 #include "drawn/devices/ClockDevice.h"
@@ -9,6 +7,7 @@
 #include "drawn/devices/RadioDevice.h"
 #include "drawn/devices/TransponderDevice.h"
 #include "drawn/devices/VorDevice.h"
+#include "tests/Test.h"
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/bus/GaugeBus.h"
@@ -19,15 +18,12 @@
 namespace tvx::vc {
 namespace {
 
-using test::Bytes;
-
 template <typename Kind>
 Kind& As(Device& device) {
   return dynamic_cast<Kind&>(device);
 }
 
-class PowerTest : public testing::Test {
- protected:
+struct PowerTest : testing::Test {
   void Command(int gaugeID, int command, int value = 0) {
     bus_.OnBytes(test::Command(gaugeID, command, value), now_);
   }

@@ -1,19 +1,14 @@
-#include <gtest/gtest.h>
-
+#include "tests/Test.h"
 #include "tests/virtualcockpit/Bytes.h"
-#include "virtualcockpit/bus/GaugeBus.h"
 #include "virtualcockpit/pace/SerialWire.h"
 
 namespace tvx::vc {
 namespace {
 
-using test::Bytes;
-
 constexpr std::int64_t kMs = kNsPerMs;
 
 // A line whose two ends keep what arrives, and when. Time passes in steps of a tenth of a millisecond.
-class WireTest : public testing::Test {
- protected:
+struct WireTest : testing::Test {
   struct Piece {
     Bytes bytes;
     std::int64_t atNs;
@@ -53,9 +48,8 @@ TEST_F(WireTest, BytesArriveOneByOneAtTheSpeedOfTheLine) {
   wire_.FromProgram(Counting(2), now_ + 1 * kMs);  // while the first ones are under way: behind them
   Settle();
   ASSERT_EQ(hardware_.size(), 8u);
-  for (std::size_t i = 0; i < 8; ++i) {
+  for (std::size_t i = 0; i < 8; ++i)
     EXPECT_EQ(hardware_[i].atNs, start + static_cast<std::int64_t>(i + 1) * SerialWire::kByteNs) << i;
-  }
   EXPECT_EQ(kNsPerSecond / SerialWire::kByteNs, 3490);
   const std::int64_t later = now_;
   wire_.FromProgram(Counting(1), later);
@@ -91,9 +85,8 @@ TEST_F(WireTest, AnswersComeInPieces) {
       const std::int64_t travel = 25 * SerialWire::kByteNs;
       EXPECT_GE(program_.back().atNs, asked + 1 * kMs + travel);
       EXPECT_LE(program_.back().atNs, asked + 5 * kMs + travel + latency * kMs + kMs);
-      for (std::size_t k = 1; k < program_.size(); ++k) {
+      for (std::size_t k = 1; k < program_.size(); ++k)
         EXPECT_NEAR(static_cast<double>(program_[k].atNs - program_[k - 1].atNs), latency * 1e6, 2e5);
-      }
       ++(program_.size() == 1 ? whole : cut);
     }
     if (latency == 16) {
@@ -121,33 +114,6 @@ TEST_F(WireTest, WithoutPaceAllIsInstantAndWhole) {
   wire_.FromHardware(Counting(25), now_);
   EXPECT_EQ(hardware_, (std::vector<Piece>{{Counting(300), now_}}));
   EXPECT_EQ(program_, (std::vector<Piece>{{Counting(25), now_}}));
-}
-
-// A poll and its answer over the whole line: the instrument has the poll when its last byte is whole.
-TEST(WireAndBus, ThePollTravelsThenTheAnswer) {
-  std::int64_t now = 0;
-  std::vector<std::pair<std::size_t, std::int64_t>> pieces;
-  SerialWire* line = nullptr;
-  std::int64_t heard = 0;
-  GaugeBus bus([&](ByteView bytes) { line->FromHardware(bytes, heard); });
-  bus.Add(MakeDevice({10, 4, 1, 12}));
-  SerialWire wire(
-      [&](ByteView bytes, std::int64_t atNs) {
-        heard = atNs;
-        bus.OnBytes(bytes, atNs / kMs);
-      },
-      [&](ByteView bytes) { pieces.emplace_back(bytes.size(), now); });
-  line = &wire;
-  wire.SetTraits({.latencyMs = 1, .leastAnswerUs = 3000, .mostAnswerUs = 3000});
-  wire.FromProgram(test::Command(10, 7), 0);
-  for (; now < 40 * kMs; now += kMs / 10) wire.Advance(now);
-  ASSERT_FALSE(pieces.empty());
-  const double poll = 6 * 0.286458, answer = 25 * 0.286458;
-  EXPECT_NEAR(static_cast<double>(pieces.front().second) / 1e6, poll + 3 + 0.5, 1);
-  EXPECT_NEAR(static_cast<double>(pieces.back().second) / 1e6, poll + 3 + answer + 0.5, 1);
-  std::size_t sum = 0;
-  for (const auto& piece : pieces) sum += piece.first;
-  EXPECT_EQ(sum, kReplySize);
 }
 
 }  // namespace

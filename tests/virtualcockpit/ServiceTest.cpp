@@ -1,17 +1,14 @@
 // The stand-in simulator on real sockets.
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QUdpSocket>
 
+#include "tests/Test.h"
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/sim/SimulatorService.h"
 
 namespace tvx::vc {
 namespace {
-
-using test::Bytes;
 
 constexpr std::string_view kRpm = "sim/cockpit2/engine/indicators/engine_speed_rpm[0]";
 

@@ -19,8 +19,6 @@ constexpr int kSecondMs = 1000;
 constexpr int kTransmitTickMs = 20;
 constexpr int kLinkTickMs = 20;
 
-constexpr const char* kTraceFile = "TVXTrace.txt";
-
 }  // namespace
 
 Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, Machine* machine,
@@ -66,7 +64,7 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
                       *this,
                       {&ioModule1_.Module(), &ioModule2_.Module()},
                       clock_}),
-      roads_({model_,
+      watch_({model_,
               sim_,
               serial_,
               hardware_,
@@ -75,7 +73,8 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
               engineCluster_.Cluster(),
               yokes_.Pair(),
               clock_,
-              [this] { return run_.Running(); }}) {
+              [this] { return run_.Running(); }},
+             model_, sim_, trace_, boxes_, clock_) {
   // A user without a configuration begins with these.
   FillStandardFunctions(model_);
   FillStandardPlates(model_);
@@ -221,15 +220,14 @@ void Program::ShowStatusForm() {
   statusForm_
       .GetOrMake([this] {
         return new StatusForm(
-            run_, [this] { ShowPorts(); }, [this] { ShowCockpit(); }, [this] { sideForms_.ShowMessages(); });
+            run_, [this] { watch_.ShowPorts(); }, [this] { watch_.ShowCockpit(); },
+            [this] { sideForms_.ShowMessages(); });
       })
       .BringToFront();
 }
 
 void Program::UnloadStatusForm() {
-  portsForm_.Unload();
-  cockpitForm_.Unload();
-  followForm_.Unload();
+  watch_.Unload();
   statusForm_.Unload();
 }
 
@@ -249,7 +247,7 @@ FormCare::Parts Program::MakeCareParts() {
           [this] { ConfigurationReplaced(); },
           [this] { configuration_.SaveInUse(); },
           [this] { return configuration_.SaveWords(); },
-          [this](const Subject& subject) { ShowRoad(subject); },
+          [this](const Subject& subject) { watch_.ShowRoad(subject); },
           [this] { return ended_ || file_.Loading() || configuration_.Searching(); },
           [this](const QString& form) {
             if (!ended_) sideForms_.ShowHelp(form);
@@ -283,7 +281,7 @@ bool Program::UseConfiguration(const std::string& file) {
   const std::string before = model_.ConfigFileName;
   const bool ran = run_.Running(), changed = model_.ConfigChanged;
   if (!unsaved_.Keep()) return false;
-  followForm_.Unload();  // its road is one of the configuration that goes
+  watch_.UnloadRoad();  // its road is one of the configuration that goes
   run_.PutAway();
   model_.ConfigFileName = file;
   file_.LoadConfigFile();
@@ -300,34 +298,9 @@ bool Program::UseConfiguration(const std::string& file) {
 }
 
 void Program::UnloadConfigurationForms() {
-  followForm_.Unload();
+  watch_.UnloadRoad();
   configuration_.Unload();
   if (startForm_) startForm_->HoldActivation(false);
-}
-
-void Program::ShowPorts() {
-  if (portsForm_) portsForm_->Refresh();
-  portsForm_.GetOrMake([this] { return new PortsForm(model_, sim_); }).BringToFront();
-}
-
-void Program::ShowCockpit() {
-  const auto make = [this] { return new CockpitForm(roads_, [this] { WriteTrace(); }); };
-  cockpitForm_.GetOrMake(make).BringToFront();
-}
-
-void Program::WriteTrace() {
-  const std::string text = trace_.FileText(WriteConfigText(model_), clock_.MonotonicMs());
-  std::string error;
-  const bool written = ReplaceFile(kTraceFile, text, error);
-  boxes_.Show(written ? "What happened in the last five minutes is in " + std::string(kTraceFile) +
-                            ", with the configuration. Send it along when you ask for help."
-                      : "The trace could not be written: " + error);
-}
-
-void Program::ShowRoad(const Subject& subject) {
-  FollowForm& form = followForm_.GetOrMake([this] { return new FollowForm(roads_); });
-  form.Choose(subject);
-  form.BringToFront();
 }
 
 void Program::OpenWebPage() {

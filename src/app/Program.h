@@ -11,6 +11,7 @@
 #include "app/Presence.h"
 #include "app/ProgramTimers.h"
 #include "app/SideForms.h"
+#include "app/WatchForms.h"
 #include "app/peripherals/EngineClusterPeripheral.h"
 #include "app/peripherals/IOModulePeripheral.h"
 #include "app/peripherals/YokesPeripheral.h"
@@ -25,15 +26,12 @@
 #include "core/StatusPresenter.h"
 #include "core/forms/StartForm.h"
 #include "core/forms/StatusForm.h"
-#include "follow/forms/CockpitForm.h"
-#include "follow/forms/FollowForm.h"
 #include "hwbus/gaugebus/Serial.h"
 #include "platform/machine/Machine.h"
 #include "platform/qt/QtHost.h"
 #include "platform/qt/QtMulticastListener.h"
 #include "simlink/SimCom.h"
 #include "simlink/aircraft/AircraftSwitch.h"
-#include "simlink/overview/forms/PortsForm.h"
 #include "trace/Traced.h"
 
 namespace tvx {
@@ -80,9 +78,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   ConfigurationForms& Configuration() { return configuration_; }
   FunctionForms& Functions() { return functions_; }
   AircraftSwitch& AircraftFollowed() { return aircraft_; }
-  PortsForm* PortsWindow() const { return portsForm_.Get(); }
-  FollowForm* FollowWindow() const { return followForm_.Get(); }
-  CockpitForm* CockpitWindow() const { return cockpitForm_.Get(); }
+  WatchForms& Watch() { return watch_; }
   SideForms& Beside() { return sideForms_; }
   Presence& Windows() { return presence_; }
   const ProgramTimers& Timers() const { return timers_; }
@@ -109,10 +105,6 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   FormCare::Parts MakeCareParts();
   void AddPeripherals();
   void UnloadEverything();
-  void ShowPorts();
-  void ShowCockpit();
-  void ShowRoad(const Subject& subject);
-  void WriteTrace();
   void ShowUnsaved();
   void BringInUseToFront();
   void ConfigurationReplaced();
@@ -152,7 +144,7 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   FunctionForms functions_{model_, sim_, boxes_, clock_};
   ConfigurationForms configuration_;
   ConfigurationHistory history_{model_, clock_};
-  Follower roads_;
+  WatchForms watch_;
   SideForms sideForms_{boxes_, said_};
   Presence presence_{
       {start_, run_, hardware_, said_, clock_, [this] { BringInUseToFront(); }, [this] { Exit(); }}};
@@ -164,9 +156,6 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   FormHolder<StartForm> startForm_;
   QPointer<UnsavedPanel> unsavedPanel_;
   FormHolder<StatusForm> statusForm_;
-  FormHolder<PortsForm> portsForm_;
-  FormHolder<CockpitForm> cockpitForm_;
-  FormHolder<FollowForm> followForm_;
 };
 
 }  // namespace tvx

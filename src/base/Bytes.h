@@ -34,12 +34,6 @@ class ByteReader {
 
   std::size_t Left() const { return left_.size(); }
 
-  std::optional<Byte> U8() {
-    if (left_.empty()) return std::nullopt;
-    const Byte value = left_[0];
-    left_ = left_.subspan(1);
-    return value;
-  }
   std::optional<float> FloatLE() {
     if (left_.size() < 4) return std::nullopt;
     const float value = FloatFromLittleEndian(left_.first<4>());

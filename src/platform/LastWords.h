@@ -1,6 +1,9 @@
 // What is still sent when the program dies.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -30,6 +33,39 @@ class LastWords {
   virtual void Prepare(const UdpTarget& target, std::span<const ByteView> datagrams) = 0;
   // Sends one at once, from a socket of its own. False where the system refuses it.
   virtual bool Send(const UdpTarget& target, ByteView datagram) = 0;
+};
+
+// What is prepared, in memory of its own, for a handler that runs at any moment and in any thread.
+class PreparedWords {
+ public:
+  // As LastWords::Prepare.
+  void Prepare(const UdpTarget& target, std::span<const ByteView> datagrams) {
+    whole_ = false;
+    target_ = target;
+    count_ = 0;
+    for (const ByteView datagram : datagrams) {
+      if (count_ == LastWords::kMost || datagram.size() > LastWords::kLongest) continue;
+      std::copy(datagram.begin(), datagram.end(), bytes_[count_].begin());
+      sizes_[count_++] = datagram.size();
+    }
+    whole_ = count_ > 0;
+  }
+  void Forget() { whole_ = false; }
+  // Hands each datagram to `send(target, datagram)`, the first time only. As safe as `send` is.
+  template <typename Send>
+  void SayOnce(Send send) {
+    if (!whole_.exchange(false)) return;
+    for (std::size_t i = 0; i < count_; ++i) send(target_, ByteView(bytes_[i]).first(sizes_[i]));
+  }
+
+ private:
+  // Taken back before anything is changed, and by whoever says it.
+  std::atomic<bool> whole_ = false;
+  static_assert(std::atomic<bool>::is_always_lock_free);
+  UdpTarget target_;
+  std::size_t count_ = 0;
+  std::array<std::size_t, LastWords::kMost> sizes_{};
+  std::array<std::array<Byte, LastWords::kLongest>, LastWords::kMost> bytes_{};
 };
 
 }  // namespace tvx

@@ -18,7 +18,7 @@ struct Panel {
   // Opened in flight, when all has long been sent.
   explicit Panel(Flight& opened) : flight(opened) {
     flight.TheProgram().StatusWindow()->findChild<QPushButton*>("cmdCockpit")->click();
-    form = flight.TheProgram().CockpitWindow();
+    form = flight.TheProgram().Watch().Cockpit();
     form->findChild<QTabWidget*>("TabsCockpit")->setCurrentIndex(1);
     for (const auto& device : flight.TheCockpit().Gauges().Devices())
       faces.emplace_back(drawn::MakeFace(*device, flight.Model(), nullptr));
@@ -63,10 +63,11 @@ TEST(DrawnPanel, MarksTroubleAndFollowsAClick) {
   EXPECT_TRUE(Eventually([&] { return panel.WordsOf(kAltimeter).starts_with("No answer from 012"); }))
       << panel.WordsOf(kAltimeter);
   panel.Tile(kAltimeter)->click();
-  ASSERT_NE(flight.TheProgram().FollowWindow(), nullptr);
+  ASSERT_NE(flight.TheProgram().Watch().Road(), nullptr);
   EXPECT_TRUE(Eventually([&] {
     return flight.TheProgram()
-        .FollowWindow()
+        .Watch()
+        .Road()
         ->findChild<QLabel*>("LabelDiagnosis")
         ->text()
         .startsWith("No answer from 012");

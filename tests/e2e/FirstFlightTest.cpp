@@ -55,7 +55,7 @@ TEST(FirstFlight, NothingOfTheCockpitIsInTrouble) {
   flight.Sim().RestartFlight(130);
   flight.Run();
   flight.TheProgram().StatusWindow()->findChild<QPushButton*>("cmdCockpit")->click();
-  const CockpitForm* form = flight.TheProgram().CockpitWindow();
+  const CockpitForm* form = flight.TheProgram().Watch().Cockpit();
   ASSERT_NE(form, nullptr);
   const auto* count = form->findChild<QLabel*>("LabelCount");
   const auto* list = form->findChild<QTreeWidget*>("ListCockpit");

@@ -28,7 +28,7 @@ TEST(Trace, IsSavedAndPlayedAgainToTheSameNeedles) {
   flight.TheProgram().Run().cmdStop_Click();
   auto* status = flight.TheProgram().StatusWindow();
   status->findChild<QPushButton*>("cmdCockpit")->click();
-  flight.TheProgram().CockpitWindow()->findChild<QPushButton*>("cmdTrace")->click();
+  flight.TheProgram().Watch().Cockpit()->findChild<QPushButton*>("cmdTrace")->click();
   ASSERT_TRUE(flight.boxes.shown.back().starts_with("What happened")) << flight.boxes.shown.back();
   const auto atTheEnd = needlesOf(flight.TheCockpit());
   EXPECT_NE(atTheStart, atTheEnd);

@@ -81,7 +81,7 @@ TEST_F(StatusFormTest, TheGaugeBusInTroubleIsSaidAndLit) {
 TEST_F(StatusFormTest, ShowPortsIsALiveTableToSearchSortAndCopy) {
   BeginHalted();
   Control<QPushButton>(Status(), "cmdShowPorts")->click();
-  PortsForm* ports = program_->PortsWindow();
+  PortsForm* ports = program_->Watch().Ports();
   ASSERT_NE(ports, nullptr);
   auto* list = Control<QTreeView>(ports, "OffsetsList");
   const QAbstractItemModel& lines = *list->model();
@@ -112,7 +112,7 @@ TEST_F(StatusFormTest, TheCloseButtonEndsTheProgramWithEverythingClosed) {
   Status()->close();
   EXPECT_TRUE(program_->Ended());
   EXPECT_EQ(Status(), nullptr);
-  EXPECT_EQ(program_->PortsWindow(), nullptr);
+  EXPECT_EQ(program_->Watch().Ports(), nullptr);
   EXPECT_FALSE(program_->Sim().UdpOpen());
   EXPECT_EQ(program_->Sim().PortCount(), 0);
   EXPECT_FALSE(program_->Timers().ProcessTimer.Enabled());

@@ -4,30 +4,20 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <iterator>
 #include <utility>
 
 namespace tvx {
 namespace {
 
-// Everything that a signal handler touches.
-struct Said {
-  sockaddr_in to{};
-  std::size_t count = 0;
-  std::array<std::size_t, LastWords::kMost> sizes{};
-  std::array<std::array<Byte, LastWords::kLongest>, LastWords::kMost> bytes{};
-};
-Said said;
+// All that a signal handler touches.
+PreparedWords said;
 std::atomic<int> speaker = -1;  // the socket
-// What is prepared is whole. Taken back before anything of it is changed, and by whoever says it.
-std::atomic<bool> ready = false;
-static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
+static_assert(std::atomic<int>::is_always_lock_free);
 
 // Those that end a program by default, but for the ones that ask it to end.
 constexpr std::array kFatal = {SIGSEGV, SIGABRT, SIGBUS,  SIGILL,  SIGFPE, SIGSYS,
@@ -36,26 +26,19 @@ std::array<struct sigaction, kFatal.size()> before{};
 // A stack that has run over is a fault too, and needs another one for its handler.
 std::array<char, 64 * 1024> otherStack;
 
-sockaddr_in AddressOf(const UdpTarget& target) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(target.address);
-  address.sin_port = htons(static_cast<std::uint16_t>(target.port));
-  return address;
-}
-
-bool SendTo(int socket, const sockaddr_in& to, const Byte* bytes, std::size_t size) {
-  const auto sent = sendto(socket, bytes, size, MSG_DONTWAIT | MSG_NOSIGNAL,
+bool SendTo(const UdpTarget& target, ByteView bytes) {
+  sockaddr_in to{};
+  to.sin_family = AF_INET;
+  to.sin_addr.s_addr = htonl(target.address);
+  to.sin_port = htons(static_cast<std::uint16_t>(target.port));
+  const auto sent = sendto(speaker, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL,
                            reinterpret_cast<const sockaddr*>(&to), sizeof to);
-  return sent == static_cast<ssize_t>(size);
+  return sent == static_cast<ssize_t>(bytes.size());
 }
 
 // Runs at any moment, in any thread: only what is safe in a signal handler.
 void Say() {
-  if (!ready.exchange(false)) return;
-  for (std::size_t i = 0; i < said.count; ++i) {
-    SendTo(speaker, said.to, said.bytes[i].data(), said.sizes[i]);
-  }
+  said.SayOnce(SendTo);
 }
 
 void OnFatal(int signal, siginfo_t* info, void*) {
@@ -77,24 +60,16 @@ CrashWords::CrashWords(TargetNow target) : target_(std::move(target)) {
 }
 
 CrashWords::~CrashWords() {
-  ready = false;
+  said.Forget();
   if (const int socket = speaker.exchange(-1); socket >= 0) close(socket);
 }
 
 void CrashWords::Prepare(const UdpTarget& target, std::span<const ByteView> datagrams) {
-  ready = false;
-  said.to = AddressOf(target);
-  said.count = 0;
-  for (const ByteView datagram : datagrams) {
-    if (said.count == kMost || datagram.size() > kLongest) continue;
-    std::copy(datagram.begin(), datagram.end(), said.bytes[said.count].begin());
-    said.sizes[said.count++] = datagram.size();
-  }
-  ready = said.count > 0;
+  said.Prepare(target, datagrams);
 }
 
 bool CrashWords::Send(const UdpTarget& target, ByteView datagram) {
-  return SendTo(speaker, AddressOf(target), datagram.data(), datagram.size());
+  return SendTo(target, datagram);
 }
 
 void CrashWords::CatchFatalSignals() {

@@ -39,9 +39,10 @@ def say(text=""):
 
 
 def is_logic(path):
-    """Whether a source file is logic: neither a window nor what windows stand on."""
+    """Whether a source file is logic that runs here: neither a window, nor what windows stand on, nor Windows' own."""
     folders = path.parts[1:-1]
-    return not ("forms" in folders or "qt" in folders or folders[0] in ("app", "ui"))
+    drawing = folders[0] in ("app", "ui") or folders[:2] in (("drawn", "widgets"), ("drawn", "faces"))
+    return not drawing and not {"forms", "qt", "windows"}.intersection(folders)
 
 
 def rooms(tree):

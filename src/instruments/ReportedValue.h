@@ -45,6 +45,8 @@ class ReportedValue {
   // that repeats is not sent again once the simulator has taken it: where the simulator's value differs after
   // that, it is the newer one, and the instrument is about to hear of it. A report that the simulator did not
   // take within the hold is sent again. A new value begins the gauge's hold.
+  // At the start, before the simulator's first value came, a face shows a mere beginning. Said back, it would
+  // put the simulator to it; so it is no news for three seconds, in which that value comes if it ever does.
   bool IsNews(GaugeReply& world, KnobHold& hold, double value, const ShownOn& shown = {});
   // Whether the last report that was taken said the same.
   bool WasLast(double value) const;
@@ -52,7 +54,10 @@ class ReportedValue {
   bool Sends() const { return port_ != kNoPort; }
 
  private:
+  bool Awaiting(const GaugeWorld& now);
+
   Port port_;
+  std::optional<std::uint32_t> awaitedSince_;  // the first such report's tick
   std::optional<float> lastReported_;
   std::optional<float>
       beforeReport_;  // the simulator's value then; std::nullopt: not known, or changed since

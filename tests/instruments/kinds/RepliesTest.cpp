@@ -32,14 +32,17 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
       {"transponder, the other pair", 112, 0, "XY 7:12 10:77FF", "DATA 26/0=7777."},
       {"transponder, everything", 114, 7, "XY 15:01 7:7000 17:04 13:01",
        "DATA 26/0=7000., DATA 47/0=3., DATA 47/2=1., DATA 46/0=1."},
-      {"transponder, mode without altitude", 114, 2, "XY 15:01 17:03", "DATA 26/0=0., DATA 47/2=0."},
-      {"King transponder, off", 122, 2, "XF 7:1234 17:01", "DATA 26/0=1234., DATA 47/0=0., DATA 47/2=1."},
-      {"King transponder, standby", 122, 0, "XF 17:02", "DATA 26/0=0., DATA 47/0=1."},
-      {"King transponder, test", 122, 4, "XF 17:03 13:01", "DATA 26/0=0., DATA 47/0=4., DATA 46/0=1."},
-      {"King transponder, on reports no altitude", 122, 2, "XF 17:04",
-       "DATA 26/0=0., DATA 47/0=2., DATA 47/2=0."},
-      {"King transponder, altitude", 122, 2, "XF 17:05", "DATA 26/0=0., DATA 47/0=3., DATA 47/2=1."},
-      {"King transponder, no such position", 122, 2, "XF 17:06", "DATA 26/0=0."},
+      {"transponder, mode without altitude", 114, 2, "XY 15:01 7:1000 17:03",
+       "DATA 26/0=1000., DATA 47/2=0."},
+      {"King transponder, off as it begins", 122, 2, "XF 7:1234 17:01", "DATA 26/0=1234., DATA 47/2=1."},
+      {"King transponder, standby", 122, 0, "XF 7:1000 17:02", "DATA 26/0=1000., DATA 47/0=1."},
+      {"King transponder, test", 122, 4, "XF 7:1000 17:03 13:01",
+       "DATA 26/0=1000., DATA 47/0=4., DATA 46/0=1."},
+      {"King transponder, on reports no altitude", 122, 2, "XF 7:1000 17:04",
+       "DATA 26/0=1000., DATA 47/0=2., DATA 47/2=0."},
+      {"King transponder, altitude", 122, 2, "XF 7:1000 17:05",
+       "DATA 26/0=1000., DATA 47/0=3., DATA 47/2=1."},
+      {"King transponder, no such position", 122, 2, "XF 7:1000 17:06", "DATA 26/0=1000."},
       {"DME selector 1", 113, 0, "SD 17:02", "DATA 52/0=1."},
       {"DME selector 2", 113, 0, "SD 17:04", "DATA 52/0=2."},
       {"DME selector, local", 113, 1, "SD 17:04", ""},
@@ -197,14 +200,36 @@ TEST(Replies, WhatStandsIsNotSentAgain) {
   }
 }
 
+TEST(Replies, AKingTransponderIsSwitchedOff) {
+  InstrumentRig rig;
+  rig.StartWith(122, 2);
+  EXPECT_NE(rig.Reply(122, "XF 17:02"), "");
+  EXPECT_EQ(rig.Reply(122, "XF 17:01"), "DATA 47/0=0.");
+}
+
+// Sent back, the beginning would put the simulator's own bug to 0 at every start.
+TEST(Replies, WhatAFaceShowsBeforeTheFirstValueIsNotReported) {
+  for (const bool valueComes : {true, false}) {
+    InstrumentRig rig;
+    rig.StartWith(105, 1, 51);
+    EXPECT_EQ(rig.Reply(105, "10:0000"), "");
+    if (valueComes) {
+      rig.Set(51, 150);
+      EXPECT_EQ(rig.TickText(), "6:1800");
+    }
+    for (int i = 0; i < 3; ++i) rig.PassHold();
+    EXPECT_EQ(rig.Reply(105, valueComes ? "10:0708" : "10:0000"), valueComes ? "" : "DATA 51/0=0.");
+  }
+}
+
 TEST(Replies, TrimWheelIgnoresJitter) {
   InstrumentRig rig;
   rig.StartWith(140);
-  EXPECT_NE(rig.Reply(140, "PT 7:1388 13:01"), "");
-  EXPECT_EQ(rig.Reply(140, "PT 7:138A 13:01"), "");
-  EXPECT_NE(rig.Reply(140, "PT 7:138B 13:01"), "");
-  EXPECT_EQ(rig.Reply(140, "PT 7:1389 13:01"), "");
-  EXPECT_NE(rig.Reply(140, "PT 7:1388 13:01"), "");
+  EXPECT_NE(rig.Reply(140, "PT 7:1398 13:01"), "");
+  EXPECT_EQ(rig.Reply(140, "PT 7:139A 13:01"), "");
+  EXPECT_NE(rig.Reply(140, "PT 7:139B 13:01"), "");
+  EXPECT_EQ(rig.Reply(140, "PT 7:1399 13:01"), "");
+  EXPECT_NE(rig.Reply(140, "PT 7:1398 13:01"), "");
 }
 
 TEST(Replies, ModuleReportsTextAndEightAnalogueValues) {

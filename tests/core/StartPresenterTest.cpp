@@ -130,6 +130,7 @@ TEST_F(StartPresenterTest, APortThatGetsFreeDuringTheCountdownIsTaken) {
             "X-Plane link closed: local port 49003 is used by another program");
   rig.socket.SetUpError.clear();
   CountdownTicks(18);
+  EXPECT_EQ(rig.sim.PortCount(), 1) << "the probe's first try left nothing open";
   rig.Set(300, 121100);
   CountdownTicks(1);
   EXPECT_EQ(rig.start.View().LabelXplaneVersion, "12.11.00");

@@ -1,4 +1,5 @@
 // Every instrument of the range by its contract: what commands show, and the answers byte by byte.
+#include "drawn/devices/AutopilotDevice.h"
 #include "drawn/devices/ClockDevice.h"
 #include "drawn/devices/DiscDevices.h"
 #include "drawn/devices/DmeDevice.h"
@@ -83,6 +84,39 @@ TEST(Instruments, KeepTheHalfOf10kHzThatTheSimulatorDoesNotCount) {
     device->Receive(4, told);
     EXPECT_EQ(radio.Frequencies().active, shown);
   }
+}
+
+TEST(Instruments, ShowWhatTheyWereToldWithinTheirScales) {
+  const struct {
+    int type, command, told;
+    int (*shown)(Device&);
+    int value;
+  } cases[] = {
+      {113, 5, 118, [](Device& d) { return As<DmeDevice>(d).Speed(); }, 118},
+      {113, 5, -1, [](Device& d) { return As<DmeDevice>(d).Speed(); }, 0},
+      {130, 5, 4319, [](Device& d) { return As<RmiDevice>(d).Pointer1(); }, 4319},
+      {130, 6, 4320, [](Device& d) { return As<RmiDevice>(d).Pointer2(); }, kParked},
+      {124, 5, 60000, [](Device& d) { return As<AutopilotDevice>(d).Altitude(); }, 50000},
+      {124, 6, -9900, [](Device& d) { return As<AutopilotDevice>(d).VerticalSpeed(); }, -6000},
+  };
+  for (const auto& c : cases) {
+    const auto device = MakeDevice({40, static_cast<Byte>(c.type), kModel, kVersion});
+    device->Receive(c.command, c.told);
+    EXPECT_EQ(c.shown(*device), c.value) << c.type << ", " << c.told;
+  }
+}
+
+TEST(Instruments, AnAutopilotTellsEachTurnOnceAndTheHandRulesBothNumbers) {
+  const auto device = MakeDevice({40, 124, kModel, kVersion});
+  device->SetTraits({.handRules = true});
+  auto& autopilot = As<AutopilotDevice>(*device);
+  EXPECT_EQ(device->Answer()[14], 0) << "nothing was turned yet";
+  device->Receive(6, -500);
+  autopilot.TurnVerticalSpeed(1);
+  device->Receive(6, -500);
+  EXPECT_EQ(autopilot.VerticalSpeed(), -400);
+  EXPECT_EQ(device->Answer()[14], 1);
+  EXPECT_EQ(device->Answer()[14], 0);
 }
 
 // Between the hand and the next poll the program still sends what it knew before.

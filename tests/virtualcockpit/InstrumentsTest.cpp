@@ -1,11 +1,14 @@
 // Every instrument of the range by its contract: what commands show, and the answers byte by byte.
+#include "drawn/devices/AltimeterDevice.h"
 #include "drawn/devices/AutopilotDevice.h"
 #include "drawn/devices/ClockDevice.h"
 #include "drawn/devices/DiscDevices.h"
 #include "drawn/devices/DmeDevice.h"
+#include "drawn/devices/NeedleDevice.h"
 #include "drawn/devices/RadioDevice.h"
 #include "drawn/devices/TransponderDevice.h"
 #include "drawn/devices/TrimDevice.h"
+#include "drawn/devices/VorDevice.h"
 #include "tests/Test.h"
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/bus/Drawn.h"
@@ -92,6 +95,15 @@ TEST(Instruments, ShowWhatTheyWereToldWithinTheirScales) {
     int (*shown)(Device&);
     int value;
   } cases[] = {
+      {1, 5, 539, [](Device& d) { return *As<NeedleDevice>(d).First(); }, 539},
+      {2, 6, 700, [](Device& d) { return *As<NeedleDevice>(d).Display(); }, 700},
+      {2, 11, 160, [](Device& d) { return As<NeedleDevice>(d).DisplayControl(); }, 160},
+      {3, 6, 700, [](Device& d) { return *As<NeedleDevice>(d).Second(); }, 700},
+      {8, 5, 1080, [](Device& d) { return *As<NeedleDevice>(d).Second(); }, 1079},
+      {101, 4, -2000, [](Device& d) { return *As<AltimeterDevice>(d).Feet(); }, -2000},
+      {106, 5, 945, [](Device& d) { return As<VorDevice>(d).Course(); }, 944},
+      {106, 11, 258, [](Device& d) { return static_cast<int>(As<VorDevice>(d).Flag()); }, 2},
+      {109, 12, -135, [](Device& d) { return *As<ClockDevice>(d).Temperature(); }, -135},
       {113, 5, 118, [](Device& d) { return As<DmeDevice>(d).Speed(); }, 118},
       {113, 5, -1, [](Device& d) { return As<DmeDevice>(d).Speed(); }, 0},
       {130, 5, 4319, [](Device& d) { return As<RmiDevice>(d).Pointer1(); }, 4319},

@@ -34,6 +34,7 @@ TEST(Guide, GivesFixedInstrumentsTheirFunctionsAndLeavesOthers) {
       {gauge(101, 60), gauge(101, 60)},
       {gauge(107), gauge(107, 66, 2)},
       {gauge(124), gauge(124, 1, 1, 22)},
+      {{.GaugeType = 114}, {.GaugeType = 114, .GaugeSetting5 = 1 | 4}},
       {gauge(110), gauge(110)},  // may be any radio
       {gauge(4), gauge(4)},
   };

@@ -103,7 +103,7 @@ TEST(Instruments, ShowWhatTheyWereToldWithinTheirScales) {
       {101, 4, -2000, [](Device& d) { return *As<AltimeterDevice>(d).Feet(); }, -2000},
       {106, 5, 945, [](Device& d) { return As<VorDevice>(d).Course(); }, 944},
       {106, 11, 258, [](Device& d) { return static_cast<int>(As<VorDevice>(d).Flag()); }, 2},
-      {109, 12, -135, [](Device& d) { return *As<ClockDevice>(d).Temperature(); }, -135},
+      {109, 13, -135, [](Device& d) { return *As<ClockDevice>(d).Temperature(); }, -135},
       {113, 5, 118, [](Device& d) { return As<DmeDevice>(d).Speed(); }, 118},
       {113, 5, -1, [](Device& d) { return As<DmeDevice>(d).Speed(); }, 0},
       {130, 5, 4319, [](Device& d) { return As<RmiDevice>(d).Pointer1(); }, 4319},

@@ -197,7 +197,7 @@ TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
   for (const float value : {2.5f, 40000.0f, 3.5f}) {
     Put(shared, value);
     Put(own, -value);
-    Put(other, value);
+    Put(other, value + 1);
   }
   EXPECT_EQ(sim.MacroValue(), 4);
   EXPECT_EQ(Get(shared), 4);

@@ -227,5 +227,26 @@ TEST_F(Receive, AllocatesNothing) {
   EXPECT_EQ(sim.PacketsReceived(), 4);
 }
 
+TEST(PortTraffic, CountsAsLostWhatGapsInTheRhythmTellOf) {
+  const struct {
+    const char* what;
+    std::vector<int> gaps;  // ms, after six values in a rhythm of 100 ms
+    std::uint32_t lost;
+  } rows[] = {{"in its rhythm", {100, 120, 80, 100}, 0},
+              {"one, twice", {200, 100, 100, 200, 100}, 2},
+              {"two", {300, 100}, 2},
+              {"one that comes late", {190, 10, 100}, 0},
+              {"a slower rhythm", {200, 200, 200, 200}, 0},
+              {"a silence", {3000, 100, 100}, 0}};
+  for (const auto& row : rows) {
+    PortTraffic traffic;
+    std::int64_t now = 0;
+    for (int i = 0; i < 6; ++i) traffic.Note(now += 100);
+    for (const int gap : row.gaps) traffic.Note(now += gap);
+    EXPECT_EQ(traffic.Lost(), row.lost) << row.what;
+    EXPECT_NEAR(traffic.Rate(now), row.what == std::string_view("a slower rhythm") ? 5 : 10, 1.5) << row.what;
+  }
+}
+
 }  // namespace
 }  // namespace tvx

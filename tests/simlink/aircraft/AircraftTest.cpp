@@ -109,15 +109,18 @@ TEST_F(AircraftTest, ATypeAloneIsEnoughAndHalfATypeIsNot) {
 }
 
 TEST_F(AircraftTest, WhatWasAskedForIsCancelledBeforeTheLinkCloses) {
+  bool pathAsked = false;
   const auto count = [&] {
     int asked = 0;
     for (const std::string& sent : socket.TakeSent()) {
       if (sent.starts_with("RREF")) asked += sent[5] != 0 ? 1 : -1;
+      pathAsked = pathAsked || sent.find("/acf_relative_path[0]") != std::string::npos;
     }
     return asked;
   };
   Settle();
   EXPECT_EQ(count(), AircraftName::kLetters);
+  EXPECT_TRUE(pathAsked);
   sim.CloseUDP();
   Settle();
   EXPECT_EQ(count(), -AircraftName::kLetters);

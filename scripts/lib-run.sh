@@ -100,7 +100,7 @@ picture() {
     sleep 0.2
     import -silent -window "$id" "$shots/$name.png" || continue
     some=yes
-    say "    picture: build/screenshots/$name.png"
+    say "    picture: ${shots#"$ROOT/"}/$name.png"
   done
   [ $some = yes ]
 } 2>>"$logs/pictures.log"

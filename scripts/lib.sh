@@ -23,6 +23,7 @@ packages_for() {
     tidy) echo clang clang-tidy ;;
     mutate) echo python3 ;;
     windows-logic) echo g++-mingw-w64-x86-64-posix wine wine64 googletest python3 cmake ninja-build ccache ;;
+    windows) echo nsis imagemagick librsvg2-bin zip dpkg-dev qt6-base-dev ;;
     package) echo dpkg-dev file ;;
     package-try) echo lintian ;;
     adapters) echo qemu-system-x86 seabios busybox-static cpio kmod udev python3 ;;

@@ -66,6 +66,11 @@ class YokePair {
   // How rudder and brakes stand, in words; empty where no yoke has the option.
   std::string PedalText();
   PedalDevices& Joysticks() { return joysticks_; }
+  // Rudder and brakes as X-Plane was told them last, where they come from the device of this yoke's settings;
+  // null where they do not.
+  const PedalRatios* PedalsOf(int which) const {
+    return pedals_ == &RecordOf(which) && controls_.PedalsTaken() ? &pedalRatios_ : nullptr;
+  }
 
  private:
   static int OtherThan(int which) { return which == 1 ? 2 : 1; }

@@ -1,11 +1,17 @@
 // The panel that the program draws, beside the instruments that it was drawn after.
 #include <QAbstractButton>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTabWidget>
+#include <QTest>
 
 #include "drawn/faces/MakeFace.h"
-#include "follow/forms/InstrumentTile.h"
+#include "drawn/faces/units/ClusterFace.h"
+#include "drawn/faces/units/ModuleFace.h"
+#include "ffb/YokeSettings.h"
+#include "follow/forms/DrawnPanel.h"
 #include "tests/e2e/Flight.h"
+#include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::e2e {
 namespace {
@@ -23,11 +29,11 @@ struct Panel {
     for (const auto& device : flight.TheCockpit().Gauges().Devices())
       faces.emplace_back(drawn::MakeFace(*device, flight.Model(), nullptr));
   }
-  InstrumentTile* Tile(int gaugeID) const {
-    return form->findChild<InstrumentTile*>(QStringLiteral("Tile%1").arg(gaugeID));
-  }
-  std::string WordsOf(int gaugeID) const {
-    const std::string name = Tile(gaugeID)->accessibleName().toStdString();
+  CockpitTile* Tile(const QString& name) const { return form->findChild<CockpitTile*>("Tile" + name); }
+  CockpitTile* Tile(int gaugeID) const { return Tile(QString::number(gaugeID)); }
+  template <typename Name>
+  std::string WordsOf(const Name& tile) const {
+    const std::string name = Tile(tile)->accessibleName().toStdString();
     return name.substr(name.find(": ") + 2);
   }
   // The gauges that are drawn otherwise than they are.
@@ -72,6 +78,112 @@ TEST(DrawnPanel, MarksTroubleAndFollowsAClick) {
         ->text()
         .startsWith("No answer from 012");
   }));
+}
+
+// Engine cluster, IO module and a yoke, without the gauges.
+struct DrawnUnits : testing::Test {
+  static void Change(ConfigModel& model) {
+    model.Gauges.fill({});
+    model.General.ComPortYoke1 = 31;
+    const auto raw = [](int way) {
+      return StoredRaw(vc::YokeDevice::kRawCentre + way * vc::YokeDevice::kRawTravel);
+    };
+    YokeRecord& yoke = model.Yoke1;
+    yoke.Address = 1;
+    yoke.OptionBits = yokeoption::kSendPositions;
+    yoke.RollLeft = yoke.PitchForward = raw(-1);
+    yoke.RollCentre = yoke.PitchCentre = raw(0);
+    yoke.RollRight = yoke.PitchBack = raw(1);
+  }
+  DrawnUnits() {
+    yokes[0]->Plug();
+    flight.Sim().RestartFlight(130);
+    flight.Run();
+  }
+  // Drawn at the same size, the panel's picture is that of the hardware.
+  bool Same(drawn::UnitFace& real, const Panel& panel) const {
+    auto* shown = panel.form->findChild<drawn::UnitFace*>(real.objectName());
+    real.resize(shown->size());
+    return panel.WordsOf("_" + real.objectName()) == real.Words().toStdString() &&
+           real.grab().toImage() == shown->grab().toImage();
+  }
+  vc::IOModuleUnit& Module() { return flight.TheCockpit().IOModuleOf(1); }
+
+  Flight flight{Change};
+  std::vector<std::unique_ptr<vc::YokeLine>> yokes{vc::MakeYokes(
+      flight.Model(), ".", flight.TheCockpit().Traits().lines, flight.TheCockpit().Traits().yokes)};
+};
+
+TEST_F(DrawnUnits, LookAsTheHardwareDoes) {
+  constexpr int kParkingBrake = 0, kThrottle = 0, kOther = 13;
+  Module().SetSwitch(kParkingBrake, true);  // its lamp is lit by the simulator
+  Module().SetSwitch(kOther, true);
+  Module().SetAxis(kThrottle, 3000);
+  ASSERT_TRUE(Eventually([&] { return Module().Lamp(0) && flight.TheCockpit().Cluster().Needle(0) > 200; }));
+  flight.Sim().SetPaused(true);
+  const Panel panel(flight);
+  drawn::ModuleFace module(drawn::LegendOfModule(flight.Model(), 1), 1, nullptr);
+  drawn::ClusterFace cluster(drawn::LegendOfCluster(flight.Model()), nullptr);
+  const auto look = [&] {
+    module.Show(Module().State());
+    cluster.Show(flight.TheCockpit().Cluster().State());
+    return Same(module, panel) && Same(cluster, panel);
+  };
+  EXPECT_TRUE(Eventually(look)) << panel.WordsOf(QString("_ioModule1")) << " / "
+                                << panel.WordsOf(QString("_engineCluster"));
+  EXPECT_TRUE(module.Words().startsWith("lamps 1") &&
+              module.Words().contains("switches A1 B6, axis 1 at 3000"))
+      << module.Words().toStdString();
+  Module().SetSwitch(kOther, false);
+  EXPECT_TRUE(Eventually(look)) << "and goes on so";
+}
+
+TEST_F(DrawnUnits, AYokeStandsWhereItsAnswersSay) {
+  const Panel panel(flight);
+  yokes[0]->Device().Grip(0, 0.5);
+  yokes[0]->Device().Grip(1, -0.25);
+  const auto drawn = [&] {
+    static const QRegularExpression places("roll (-?\\d+) %, pitch (-?\\d+) %");
+    const auto found = places.match(QString::fromStdString(panel.WordsOf(QString("_yoke1"))));
+    return found.hasMatch() &&
+           std::abs(found.captured(1).toInt() - 100 * yokes[0]->Device().Position(0)) < 3 &&
+           std::abs(found.captured(2).toInt() - 100 * yokes[0]->Device().Position(1)) < 3;
+  };
+  EXPECT_TRUE(Eventually([&] { return yokes[0]->Device().Position(0) > 0.3 && drawn(); }))
+      << panel.WordsOf(QString("_yoke1"));
+  yokes[0]->Unplug();
+  EXPECT_TRUE(Eventually([&] { return panel.WordsOf(QString("_yoke1")).find("oke 1") != std::string::npos; }))
+      << panel.WordsOf(QString("_yoke1"));
+}
+
+TEST_F(DrawnUnits, AClickFollowsThePartUnderIt) {
+  const Panel panel(flight);
+  std::vector<Subject> asked;
+  QObject::connect(panel.form->findChild<DrawnPanel*>(), &DrawnPanel::FollowAsked,
+                   [&](const Subject& subject) { asked.push_back(subject); });
+  const auto click = [&](const QString& name, int part) {
+    auto* face = panel.form->findChild<drawn::UnitFace*>(name);
+    for (int y = 0; y < face->height(); y += 2) {
+      for (int x = 0; x < face->width(); x += 2) {
+        if (face->PartAt(QPointF(x, y)) != part) continue;
+        return QTest::mouseClick(face->parentWidget(), Qt::LeftButton, {}, face->pos() + QPoint(x, y));
+      }
+    }
+  };
+  const std::pair<std::pair<const char*, int>, Subject> parts[] = {
+      {{"ioModule1", 9}, {Subject::Kind::Input, 1009}},     // switch B2
+      {{"ioModule1", 101}, {Subject::Kind::Input, 1101}},   // an axis
+      {{"ioModule1", 203}, {Subject::Kind::Input, 1203}},   // a lamp
+      {{"engineCluster", 1}, {Subject::Kind::Channel, 1}},  // a dial
+      {{"yoke1", 1}, {Subject::Kind::YokeAxis, 1, 1}},      // the pitch's bar
+      {{"yoke1", -1}, {Subject::Kind::YokeAxis, 1, 0}},     // elsewhere: its first value
+  };
+  for (const auto& [part, subject] : parts) {
+    click(part.first, part.second);
+    ASSERT_FALSE(asked.empty()) << part.first;
+    EXPECT_EQ(asked.back(), subject) << part.first << ", part " << part.second;
+    asked.clear();
+  }
 }
 
 }  // namespace

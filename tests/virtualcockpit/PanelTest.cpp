@@ -8,6 +8,9 @@
 #include "drawn/devices/RadioDevice.h"
 #include "drawn/faces/MakeFace.h"
 #include "drawn/faces/dials/Scale.h"
+#include "drawn/faces/units/ClusterFace.h"
+#include "drawn/faces/units/ModuleFace.h"
+#include "drawn/faces/units/YokeFace.h"
 #include "tests/Test.h"
 #include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
@@ -102,6 +105,52 @@ TEST(Faces, WhatIsPaintedAgainIsEnough) {
     const QImage shown =
         face->screen()->grabWindow(face->winId()).toImage().convertToFormat(QImage::Format_RGB32);
     EXPECT_EQ(shown, face->grab().toImage().convertToFormat(QImage::Format_RGB32)) << type;
+  }
+}
+
+// The same for the units.
+TEST(Units, WhatIsPaintedAgainIsEnough) {
+  ConfigModel model;
+  for (std::size_t channel = 0; channel < 8; ++channel) model.EngineCluster[channel] = {1, 1, 0};
+  model.Functions[1].ShortName = "Vert. speed";
+  std::uint32_t seed = 11;
+  const auto random = [&seed](int below) {
+    seed = seed * 1664525u + 1013904223u;
+    return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
+  };
+  ClusterFace cluster(LegendOfCluster(model), nullptr);
+  ModuleFace module(LegendOfModule(model, 1), 1, nullptr);
+  YokeFace yoke(1, nullptr);
+  ClusterState needles;
+  IOModuleState board;
+  YokeState hand;
+  for (UnitFace* face :
+       {static_cast<UnitFace*>(&cluster), static_cast<UnitFace*>(&module), static_cast<UnitFace*>(&yoke)}) {
+    face->resize(400, 190);
+    face->show();
+    for (int step = 0; step < 40; ++step) {
+      std::array<Byte, ClusterState::kFrameSize> frame{'F'};
+      frame[static_cast<std::size_t>(1 + 2 * random(8))] = static_cast<Byte>(random(5));
+      frame[37] = static_cast<Byte>(step % 8 == 5 ? random(4) : 2);
+      needles.Take(frame, 0);
+      cluster.Show(needles);
+      board.switches[static_cast<std::size_t>(random(IOModuleState::kSwitches))] = random(2) == 0;
+      board.axes[static_cast<std::size_t>(random(IOModuleState::kAxes))] = random(4096);
+      board.TakeCommand(4 + random(3), random(65536));
+      if (step % 8 == 5) board.TakeCommand(12, random(3) * 127);
+      module.Show(board);
+      hand.position = {random(200) / 100.0 - 1, random(200) / 100.0 - 1};
+      hand.force[0] = random(200) / 100.0 - 1;
+      hand.buttons = static_cast<std::uint16_t>(random(256));
+      if (step == 20) hand.pedals = PedalState{-0.5, 0.2, 1};
+      yoke.Show(hand);
+      if (step == 30) face->SetTrouble("unplugged");
+      QCoreApplication::processEvents();
+    }
+    const QImage shown =
+        face->screen()->grabWindow(face->winId()).toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(shown, face->grab().toImage().convertToFormat(QImage::Format_RGB32))
+        << face->objectName().toStdString();
   }
 }
 

@@ -3,20 +3,20 @@
 
 #include <array>
 
+#include "drawn/units/ClusterState.h"
 #include "virtualcockpit/lines/Unit.h"
 
 namespace tvx::vc {
 
 class ClusterUnit : public Unit {
  public:
-  static constexpr int kNeedles = 16, kTop = 1079;
-  static constexpr std::int64_t kSweepMs = 2000;
+  static constexpr std::int64_t kSweepMs = drawn::ClusterState::kSweepMs;
 
-  // Where a needle stands, 0..1079; needles 7 and 8 are one.
-  int Needle(int index) const;
-  bool Sweeping() const { return sweepStartMs_ >= 0; }
-  bool Lit() const { return (lighting_ & kLitBit) != 0 || (oneShot_ & kLitBit) != 0; }
-  bool BusPowered() const { return (lighting_ & kPowerBit) != 0; }
+  const drawn::ClusterState& State() const { return state_; }
+  int Needle(int index) const { return state_.Needle(index); }
+  bool Sweeping() const { return state_.Sweeping(); }
+  bool Lit() const { return state_.Lit(); }
+  bool BusPowered() const { return state_.BusPowered(); }
   std::uint64_t Sweeps() const { return sweeps_; }
   std::uint64_t Resets() const { return resets_; }
   std::string Words() const override;
@@ -25,18 +25,15 @@ class ClusterUnit : public Unit {
   void OnBytes(ByteView bytes) override;
   void OnTick(std::int64_t nowMs) override;
   void OnInterrupt() override { length_ = 0; }
-  void StartAnew() override;
+  void StartAnew() override { state_.StartAnew(); }
 
  private:
-  static constexpr std::size_t kFrame = 40;
-  static constexpr int kLitBit = 1, kPowerBit = 2;
+  static constexpr std::size_t kFrame = drawn::ClusterState::kFrameSize;
   void OnFrame();
 
   std::array<Byte, kFrame> frame_{};
   std::size_t length_ = 0;
-  std::array<int, kNeedles> needles_{};
-  Byte lighting_ = 0, oneShot_ = 0;
-  std::int64_t sweepStartMs_ = -1;
+  drawn::ClusterState state_;
   std::uint64_t sweeps_ = 0, resets_ = 0;
 };
 

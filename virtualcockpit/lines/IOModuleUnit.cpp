@@ -13,8 +13,7 @@ constexpr int kOwnAddress = 10, kOwnKind = 10, kModel = 1, kVersion = 12;
 constexpr int kAll = 255;
 
 namespace command {
-constexpr int kFirstLamps = 4, kSecondLamps = 5, kBrightness = 6, kReport = 7, kDebounce = 11, kLampTest = 12,
-              kAddress = 13;
+constexpr int kReport = 7, kDebounce = 11, kAddress = 13;
 }
 namespace place {
 constexpr std::size_t kSwitches = 6, kAxesHigh = 13, kAxesLow = 17;
@@ -26,13 +25,13 @@ constexpr Byte kFirstOfGroup = 0x80;  // the bit of a group's first switch
 
 void IOModuleUnit::SetSwitch(int index, bool on) {
   if (index < 0 || index >= kSwitches || Switch(index) == on) return;
-  switches_[static_cast<std::size_t>(index)] = on;
+  state_.switches[static_cast<std::size_t>(index)] = on;
   Report();
 }
 
 void IOModuleUnit::SetAxis(int axis, int raw) {
   if (axis < 0 || axis >= kAxes || Axis(axis) == raw) return;
-  axes_[static_cast<std::size_t>(axis)] = std::clamp(raw, 0, kTop);
+  state_.axes[static_cast<std::size_t>(axis)] = std::clamp(raw, 0, kTop);
   Report();
 }
 
@@ -43,13 +42,8 @@ void IOModuleUnit::Click(int first, bool clockwise) {
 }
 
 void IOModuleUnit::StartAnew() {
-  lamps_ = 0;
-  lampTest_ = brightness_ = 0;
+  state_.StartAnew();
   debounce_.fill(0);
-}
-
-bool IOModuleUnit::Lamp(int index) const {
-  return (lamps_ >> index & 1) != 0 || lampTest_ == kAll || lampTest_ == index + 1;
 }
 
 void IOModuleUnit::OnBytes(ByteView bytes) {
@@ -64,15 +58,6 @@ void IOModuleUnit::OnBytes(ByteView bytes) {
 void IOModuleUnit::OnCommand(int number, std::int32_t value) {
   const auto word = static_cast<std::uint32_t>(std::abs(value)) & kLowHalf;
   switch (number) {
-    case command::kFirstLamps:
-      lamps_ = (lamps_ & ~kLowHalf) | word;
-      break;
-    case command::kSecondLamps:
-      lamps_ = (lamps_ & kLowHalf) | word << 16;
-      break;
-    case command::kBrightness:
-      brightness_ = static_cast<int>(word & 0xF);
-      break;
     case command::kReport:
       Report();
       return;
@@ -82,14 +67,11 @@ void IOModuleUnit::OnCommand(int number, std::int32_t value) {
       if (index < kSwitches) debounce_[static_cast<std::size_t>(index)] = time;
       break;
     }
-    case command::kLampTest:
-      lampTest_ = static_cast<int>(word);
-      break;
     case command::kAddress:
       address_ = static_cast<int>(word & 0xFF);
       break;
     default:
-      return;
+      if (!state_.TakeCommand(number, value)) return;
   }
   Changed();
 }
@@ -97,14 +79,15 @@ void IOModuleUnit::OnCommand(int number, std::int32_t value) {
 void IOModuleUnit::Report() {
   Changed();
   Reply report = EmptyReply(kOwnAddress, kOwnKind, kModel, kVersion);
-  for (std::size_t i = 0; i < switches_.size(); ++i) {
-    if (switches_[i]) report[place::kSwitches - 1 + i / 8] |= static_cast<Byte>(kFirstOfGroup >> i % 8);
+  for (std::size_t i = 0; i < state_.switches.size(); ++i) {
+    if (state_.switches[i]) report[place::kSwitches - 1 + i / 8] |= static_cast<Byte>(kFirstOfGroup >> i % 8);
   }
   // Two axes share a byte for their upper four bits.
-  for (std::size_t j = 0; j < axes_.size(); j += 2) {
-    PutByte(report, place::kAxesHigh + j / 2, axes_[j] >> 8 << 4 | axes_[j + 1] >> 8);
-    PutByte(report, place::kAxesLow + j, axes_[j]);
-    PutByte(report, place::kAxesLow + j + 1, axes_[j + 1]);
+  const auto& axes = state_.axes;
+  for (std::size_t j = 0; j < axes.size(); j += 2) {
+    PutByte(report, place::kAxesHigh + j / 2, axes[j] >> 8 << 4 | axes[j + 1] >> 8);
+    PutByte(report, place::kAxesLow + j, axes[j]);
+    PutByte(report, place::kAxesLow + j + 1, axes[j + 1]);
   }
   Answer({report.begin(), report.end()});
 }

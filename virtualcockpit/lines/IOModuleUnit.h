@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "drawn/units/IOModuleState.h"
 #include "virtualcockpit/bus/Frames.h"
 #include "virtualcockpit/lines/Unit.h"
 
@@ -10,8 +11,9 @@ namespace tvx::vc {
 
 class IOModuleUnit : public Unit {
  public:
-  static constexpr int kSwitches = 48, kAxes = 8, kLamps = 32;
-  static constexpr int kTop = 4095;  // an axis at its upper end
+  static constexpr int kSwitches = drawn::IOModuleState::kSwitches, kAxes = drawn::IOModuleState::kAxes,
+                       kLamps = drawn::IOModuleState::kLamps;
+  static constexpr int kTop = drawn::IOModuleState::kTop;
 
   // Throws a switch or moves an axis; the module reports at once. A number out of range is ignored, a
   // position is cut to 0..kTop.
@@ -20,11 +22,11 @@ class IOModuleUnit : public Unit {
   // One click of an encoder whose first half is switch `first`: one half goes on and off again.
   void Click(int first, bool clockwise);
 
-  bool Switch(int index) const { return switches_[static_cast<std::size_t>(index)]; }
-  int Axis(int axis) const { return axes_[static_cast<std::size_t>(axis)]; }
-  // Whether a lamp is lit: by the program, or by its lamp test.
-  bool Lamp(int index) const;
-  int Brightness() const { return brightness_; }  // 0..15
+  const drawn::IOModuleState& State() const { return state_; }
+  bool Switch(int index) const { return state_.switches[static_cast<std::size_t>(index)]; }
+  int Axis(int axis) const { return state_.axes[static_cast<std::size_t>(axis)]; }
+  bool Lamp(int index) const { return state_.Lamp(index); }
+  int Brightness() const { return state_.brightness; }
   int Debounce(int index) const { return debounce_[static_cast<std::size_t>(index)]; }
   int Address() const { return address_; }
   std::string Words() const override;
@@ -39,12 +41,8 @@ class IOModuleUnit : public Unit {
   void Report();
 
   FrameDecoder decoder_;
-  std::array<bool, kSwitches> switches_{};
-  std::array<int, kAxes> axes_{};
+  drawn::IOModuleState state_;
   std::array<int, kSwitches> debounce_{};
-  std::uint32_t lamps_ = 0;
-  int lampTest_ = 0;  // 0 off, 1..32 one lamp, 255 all
-  int brightness_ = 0;
   int address_ = 10;
 };
 

@@ -2,10 +2,11 @@
 
 #include <QHBoxLayout>
 
+#include "drawn/faces/units/ClusterFace.h"
 #include "drawn/widgets/Theme.h"
 #include "virtualcockpit/bus/Drawn.h"
-#include "virtualcockpit/panel/ClusterWidget.h"
 #include "virtualcockpit/panel/IOModuleWidget.h"
+#include "virtualcockpit/panel/UnitMenu.h"
 
 namespace tvx::vc {
 
@@ -16,20 +17,32 @@ UnitShelf::UnitShelf(Cockpit& cockpit, QWidget* parent) : QWidget(parent) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(8, 0, 8, 8);
   for (const int module : {1, 2}) {
-    if (UnitLine* line = cockpit.IOModuleLine(module)) {
-      widgets_.push_back(
-          new IOModuleWidget(*line, cockpit.IOModuleOf(module), cockpit.Model(), module, this));
-    }
+    UnitLine* line = cockpit.IOModuleLine(module);
+    if (line == nullptr) continue;
+    IOModuleUnit& unit = cockpit.IOModuleOf(module);
+    auto* face = new IOModuleWidget(unit, cockpit.Model(), module, this);
+    Add(*line, face, [face, &unit] { face->Show(unit.State()); });
   }
   if (UnitLine* line = cockpit.ClusterLine()) {
-    widgets_.push_back(new ClusterWidget(*line, cockpit.Cluster(), cockpit.Model(), this));
+    auto* face = new ClusterFace(LegendOfCluster(cockpit.Model()), this);
+    Add(*line, face, [face, &cockpit] { face->Show(cockpit.Cluster().State()); });
   }
-  for (UnitWidget* widget : widgets_) row->addWidget(widget, 1);
-  setVisible(!widgets_.empty());
+  setVisible(!places_.empty());
+}
+
+void UnitShelf::Add(UnitLine& line, UnitFace* face, std::function<void()> show) {
+  face->setMinimumSize(260, 170);
+  OfferUnitMenu(line, *face);
+  layout()->addWidget(face);
+  static_cast<QHBoxLayout*>(layout())->setStretchFactor(face, 1);
+  places_.push_back({&line, face, std::move(show)});
 }
 
 void UnitShelf::Advance() {
-  for (UnitWidget* widget : widgets_) widget->Advance();
+  for (const Place& place : places_) {
+    place.face->SetTrouble(TroubleOf(*place.line));
+    place.show();
+  }
 }
 
 }  // namespace tvx::vc

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <vector>
 
+#include "drawn/faces/units/UnitFace.h"
 #include "virtualcockpit/Cockpit.h"
-#include "virtualcockpit/panel/UnitWidget.h"
 
 namespace tvx::vc {
 
@@ -17,7 +18,14 @@ class UnitShelf : public QWidget {
   void Advance();
 
  private:
-  std::vector<UnitWidget*> widgets_;
+  struct Place {
+    UnitLine* line;
+    drawn::UnitFace* face;
+    std::function<void()> show;  // what the unit shows now
+  };
+  void Add(UnitLine& line, drawn::UnitFace* face, std::function<void()> show);
+
+  std::vector<Place> places_;
 };
 
 }  // namespace tvx::vc

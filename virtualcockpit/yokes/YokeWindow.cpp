@@ -62,8 +62,7 @@ QWidget* YokeWindow::MakeSide(YokeLine& line, int number) {
   auto* side = new QWidget(this);
   auto* column = new QVBoxLayout(side);
   column->setContentsMargins(0, 0, 0, 0);
-  auto* picture = new YokeWidget(line.Device(), side);
-  picture->setObjectName(QStringLiteral("yoke%1").arg(number));
+  auto* picture = new YokeWidget(line.Device(), number, side);
   auto* words = new QLabel(side);
   words->setObjectName(QStringLiteral("labelYoke%1").arg(number));
   auto* stop = new QPushButton(QStringLiteral("S&top button"), side);
@@ -121,7 +120,7 @@ QString YokeWindow::Words() const {
 
 void YokeWindow::Frame() {
   for (const Side& side : sides_) {
-    side.picture->update();
+    side.picture->Advance();
     const QString words = WordsOf(*side.line);
     if (side.words->text() != words) side.words->setText(words);
     const QString adapter = side.line->Plugged() ? QStringLiteral("&Unplug") : QStringLiteral("Pl&ug in");

@@ -72,7 +72,7 @@ void CockpitForm::MakeTabs() {
   TabsCockpit->addTab(ListCockpit, tr("&List"));
   TabsCockpit->addTab(PanelCockpit, tr("&Drawn"));
   TabsCockpit->setTabToolTip(0, tr("Everything in use, what is in trouble first"));
-  TabsCockpit->setTabToolTip(1, tr("Every gauge with its face, as it was sent last"));
+  TabsCockpit->setTabToolTip(1, tr("Every part of the cockpit with its face, as it was told last"));
   connect(PanelCockpit, &DrawnPanel::FollowAsked, this, &CockpitForm::FollowAsked);
   connect(&pictures_, &QTimer::timeout, this, [this] {
     if (isVisible() && !isMinimized()) PanelCockpit->Refresh();
@@ -184,7 +184,7 @@ void CockpitForm::ShowLine(QTreeWidgetItem& item, std::size_t line) {
 
 void CockpitForm::Follow() {
   if (Drawn()) {
-    if (PanelCockpit->Chosen().number != 0) emit FollowAsked(PanelCockpit->Chosen());
+    if (const auto chosen = PanelCockpit->Chosen()) emit FollowAsked(*chosen);
     return;
   }
   const int line = ListCockpit->indexOfTopLevelItem(ListCockpit->currentItem());

@@ -1,41 +1,30 @@
-// One instrument of the drawn panel: its face, whose it is, what it shows or why it does not.
+// One instrument of the drawn panel.
 #pragma once
-
-#include <QAbstractButton>
-#include <QLabel>
 
 #include "config/Model.h"
 #include "drawn/widgets/InstrumentWidget.h"
+#include "follow/forms/CockpitTile.h"
 
 namespace tvx {
 
-class InstrumentTile : public QAbstractButton {
+class InstrumentTile : public CockpitTile {
   Q_OBJECT
  public:
   // Both outlive it.
   InstrumentTile(drawn::Device& device, const ConfigModel& model, const QString& caption);
 
-  int GaugeID() const { return face_->Gauge().Id().gaugeID; }
-  // `known` false: the instrument was told nothing, and what the face shows means nothing. `trouble`: why its
-  // value stops; empty where it does not.
-  void SetState(bool known, const QString& trouble);
-  // Moves the needles on by the time that has passed.
-  void Advance(double seconds);
-  // How large it is where a round dial is so many pixels wide.
-  QSize SizeFor(int dial) const;
+  bool Holds(const Subject& subject) const override;
+  QSize SizeFor(int dial) const override;
+  void Advance(double seconds) override { face_->Advance(seconds); }
 
  protected:
-  void resizeEvent(QResizeEvent*) override;
-  void paintEvent(QPaintEvent*) override;
+  QString FaceWords() const override { return face_->Words(); }
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void ShowWords();
-  int CaptionHeight() const;
+  InstrumentTile(drawn::InstrumentWidget* face, const QString& caption);
 
   drawn::InstrumentWidget* face_;
-  QLabel* veil_;
-  QString caption_, trouble_, words_;
-  bool known_ = false;
 };
 
 }  // namespace tvx

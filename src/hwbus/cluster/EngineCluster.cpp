@@ -121,7 +121,14 @@ void EngineCluster::MoveSingleNeedle(int needle, int value) {
   const auto frame = SingleNeedleFrame(needle, raw, lighting_);
   if (!frame) return;
   OpenCommPort();
-  Line().Write(*frame);
+  Send(*frame);
+}
+
+// False where the line did not take it.
+bool EngineCluster::Send(const ECFrame& frame) {
+  if (!Line().Write(frame)) return false;
+  sent_ = frame;
+  return true;
 }
 
 void EngineCluster::Recalibrate() {
@@ -176,10 +183,11 @@ void EngineCluster::ProcessTimer_Tick() {
   }
   FinishECFrame(frame, lighting_);
   input_.DiscardRest(Line(), clock_.MonotonicMs());
-  if (!Line().Write(frame)) {
+  if (!Send(frame)) {
     ecMode_ = mode;  // a step of a recalibration that did not leave is taken again
     return;
   }
+  if (mode == ECMode::RecalibrationRequested) recalibratedMs_ = clock_.MonotonicMs();
   lighting_.OneShot &= kKeptOfOneShot;
 }
 

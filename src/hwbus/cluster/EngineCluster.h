@@ -70,6 +70,10 @@ class EngineCluster {
   // itself.
   int PositionOf(int channel, double value) const;
   bool Recalibrating() const { return ecMode_ != ECMode::Normal || hold_ > 0; }
+  // The frame that left last, and when the needles were last told to find their stops, on the clock's count;
+  // std::nullopt before.
+  const std::optional<ECFrame>& SentFrame() const { return sent_; }
+  std::optional<std::int64_t> RecalibratedMs() const { return recalibratedMs_; }
 
  private:
   enum class ECMode { Normal, RecalibrationRequested, Recalibrating };
@@ -82,6 +86,7 @@ class EngineCluster {
   void ReadOptions();
   void FollowFunctions();
   void FillNeedles(ECFrame& frame);
+  bool Send(const ECFrame& frame);
 
   const ConfigModel& model_;
   SimCom& sim_;
@@ -103,6 +108,8 @@ class EngineCluster {
   std::array<ShortText, kECChannels> boxValue_{};
   std::array<int, kECChannels> position_{};
   std::string boxUnitReply_;
+  std::optional<ECFrame> sent_;
+  std::optional<std::int64_t> recalibratedMs_;
 };
 
 }  // namespace tvx

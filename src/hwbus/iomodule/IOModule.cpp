@@ -125,7 +125,10 @@ void IOModule::MSComm1_OnComm(SerialEvent event) {
     port.DiscardInput();
     return;
   }
-  if (!Answering()) ForgetTold();  // it may have been without power
+  if (!Answering()) {  // it may have been without power
+    ForgetTold();
+    sent_ = {};
+  }
   secondsSilent_ = 0;
   const IOModuleReport report = ReadIOModuleReport(ReplyView(read));
   observer_(report);
@@ -215,8 +218,15 @@ void IOModule::WriteCmdDuringConfig_Tick() {
   // would wait.
   if (Line().State() == SerialState::Opening && ++openingTicks_ < kOpeningTicks) return;
   if (Line().IsOpen()) openingTicks_ = 0;
-  Line().Write(waiting_.Front());
+  Send(waiting_.Front());
   waiting_.Pop();
+}
+
+// False where the line did not take them.
+bool IOModule::Send(ByteView frames) {
+  const bool taken = Line().Write(frames);
+  if (taken) sent_.Note(frames);
+  return taken;
 }
 
 void IOModule::ForgetTold() {
@@ -267,7 +277,7 @@ void IOModule::ProcessTimer_Tick() {
   AppendIfChanged(toldLighting_, kCommandLighting, lighting_);
   if (batchSize_ == 0) return;
   // The line did not take it, so the module was not told: the next tick sends all of it again.
-  if (!Line().Write(ByteView(batch_).first(batchSize_))) ForgetTold();
+  if (!Send(ByteView(batch_).first(batchSize_))) ForgetTold();
 }
 
 // Asks for a report: a module may have been plugged in late, or a report may have been lost.

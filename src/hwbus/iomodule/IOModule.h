@@ -16,6 +16,7 @@
 #include "hwbus/HardwarePorts.h"
 #include "hwbus/iomodule/IOModulePorts.h"
 #include "hwbus/iomodule/IOModuleReport.h"
+#include "hwbus/iomodule/SentCommands.h"
 #include "platform/Host.h"
 #include "simlink/SimCom.h"
 #include "simlink/keys/Keystroke.h"
@@ -78,6 +79,7 @@ class IOModule {
   bool SwitchesKnown() const { return switchesKnown_; }
   const std::array<std::int16_t, kIOModuleAnalogues>& AnalogueValue() const { return analogueValue_; }
   std::uint32_t Lamps() const { return lamps_; }  // bit n: lamp n is lit
+  const SentCommands& Sent() const { return sent_; }
   float AnalogueOut() const { return analogueOut_; }
   // The definition's number, 0 for none.
   int SwitchDefinitionNr(int index) const { return switchDefinitionNr_[static_cast<std::size_t>(index)]; }
@@ -116,6 +118,7 @@ class IOModule {
   using Told = std::optional<std::int32_t>;  // what the module was told last; std::nullopt: not known
   void AppendIfChanged(Told& told, int command, std::int32_t value);
   void ForgetTold();
+  bool Send(ByteView frames);
 
   const ConfigModel& model_;
   SimCom& sim_;
@@ -146,6 +149,7 @@ class IOModule {
   std::uint32_t lamps_ = 0;
   std::int32_t lighting_ = 0;
   Told toldLampsLow_, toldLampsHigh_, toldBrightness_, toldLighting_;
+  SentCommands sent_;
 
   FrameQueue waiting_;
   std::array<Byte, kLongestBatch * sizeof(GaugeFrame)> batch_{};

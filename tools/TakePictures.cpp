@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <QTabWidget>
 #include <QTimer>
+#include <QTreeWidget>
 #include <QWidget>
 #include <cstdio>
 #include <functional>
@@ -92,6 +93,19 @@ void TakeOtherInputs(const QDir& folder) {
   }
 }
 
+// What is offered for several gauges at once.
+void TakeManyGauges(const QDir& folder) {
+  auto* list = qobject_cast<QTreeWidget*>(VisibleControl("Configlist"));
+  if (list == nullptr) return;
+  const auto tick = [list](Qt::CheckState state) {
+    for (const int row : {0, 2, 4}) list->topLevelItem(row)->setCheckState(0, state);
+  };
+  tick(Qt::Checked);
+  RunFor(std::chrono::milliseconds(300));
+  list->window()->grab().save(folder.filePath("many-gauges.png"));
+  tick(Qt::Unchecked);
+}
+
 void CloseForm(const char* name) {
   if (QWidget* form = tvx::e2e::FormShown(name)) form->close();
   RunFor(std::chrono::milliseconds(100));
@@ -124,6 +138,7 @@ int main(int argc, char** argv) {
   TakePages(folder);  // of the cockpit
   Press("CmdConfig");
   TakePictures(folder);
+  TakeManyGauges(folder);
   // Each button of the configuration, and those of the forms that it opens.
   const std::vector<std::vector<const char*>> ways = {
       {"cmdSaveConfig"},

@@ -19,7 +19,7 @@ class CockpitForm : public Form {
   Q_OBJECT
  public:
   static constexpr int kRefreshMs = 500;
-  static constexpr int kPictureMs = 100;  // of the drawn panel
+  static constexpr int kPictureMs = 200;  // of the drawn panel: faster costs more than it shows
 
   // `writeTrace` writes what happened in the last minutes to a file, and says where.
   CockpitForm(const Follower& follower, std::function<void()> writeTrace);

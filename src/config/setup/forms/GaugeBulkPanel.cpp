@@ -8,7 +8,7 @@
 namespace tvx {
 namespace {
 
-constexpr int kLetters = 18;  // of the lists
+constexpr int kLetters = 14;  // of the lists
 
 }  // namespace
 
@@ -36,14 +36,15 @@ GaugeBulkPanel::GaugeBulkPanel(const ConfigModel& model, GaugeBulk& bulk, std::f
   add(ComboBulkPlate);
   add(MakeCaption(ComboBulkFunction, tr("Functions from")));
   add(ComboBulkFunction);
+  add(MakeLabel("LabelBulkFaces", tr("Faces")));
   add(Command("cmdBulkLit", tr("Lit"), tr("Their faces are lit as the list of lights says"),
               [this](const auto& ids) { return bulk_.SetLighting(ids, true); }));
   add(Command("cmdBulkUnlit", tr("Unlit"), tr("Their faces take no lighting"),
               [this](const auto& ids) { return bulk_.SetLighting(ids, false); }));
-  add(Command("cmdCopySettings", tr("Copy"),
+  add(Command("cmdCopySettings", tr("Copy settings"),
               tr("Keeps the settings of the first one that is ticked, for Paste"),
               [this](const auto& ids) { return !ids.empty() && bulk_.Copy(ids.front()) ? 1 : 0; }));
-  cmdPasteSettings = Command("cmdPasteSettings", tr("Paste"),
+  cmdPasteSettings = Command("cmdPasteSettings", tr("Paste settings"),
                              tr("Gives the copied settings to those of the same kind that are ticked"),
                              [this](const auto& ids) { return bulk_.Paste(ids); });
   add(cmdPasteSettings);

@@ -43,7 +43,6 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Po
   PanelUdp = new UdpPanel(model_, finder);
   Keep(finder.Listen([this] { PanelUdp->ShowFound(); }));
   right->addWidget(PanelUdp);
-  right->addWidget(MakeTimingPanel());
   right->addStretch(1);
   auto* top = new QHBoxLayout;
   top->setSpacing(look::Gap());
@@ -53,6 +52,7 @@ MainConfigureForm::MainConfigureForm(ConfigModel& model, MessageBoxes& boxes, Po
   SpaceForm(column);
   column->addWidget(CurrentConfigFile);
   column->addLayout(top);
+  column->addWidget(MakeTimingPanel());
   column->addWidget(MakeGaugePanel(), 1);
   column->addLayout(MakeOpeners());
   column->addLayout(MakeButtons());
@@ -93,9 +93,12 @@ QWidget* MainConfigureForm::MakeTimingPanel() {
   grid->addWidget(SliderXferTtimerProcess, 1, 1);
   grid->addWidget(BoxXferTimerProcess, 1, 2);
   grid->addWidget(slow, 1, 3);
-  grid->addWidget(lights, 2, 0);
-  grid->addWidget(ComboLights, 2, 1, 1, 3);
+  // In one row, so that the list of gauges gets the height.
+  grid->setColumnMinimumWidth(4, look::Margin());
+  grid->addWidget(lights, 1, 5);
+  grid->addWidget(ComboLights, 1, 6);
   grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(6, 1);
   connect(slow, &QPushButton::clicked, this, [this] { SliderXferTtimerProcess->setValue(kSlowInterval); });
   connect(SliderXferTtimerProcess, &QSlider::valueChanged, this, [this](int milliseconds) {
     model_.General.TransferInterval = static_cast<std::int16_t>(milliseconds);

@@ -13,6 +13,24 @@ constexpr double kFlightSeconds = 270;
 constexpr int kSamples = 90;
 const std::string kFolder = "tests/e2e/recorded/";
 
+std::string Hex(const std::string& bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    for (const int shift : {4, 0}) text += "0123456789abcdef"[static_cast<unsigned char>(c) >> shift & 15];
+  }
+  return text;
+}
+
+// As ReadRecording reads it.
+std::string RecordingText(const std::vector<tvx::e2e::RecordedTick>& ticks) {
+  std::string text;
+  for (const auto& tick : ticks) {
+    for (const std::string& datagram : tick.datagrams) text += "S " + Hex(datagram) + '\n';
+    text += "G " + Hex(tick.bus) + '\n';
+  }
+  return text;
+}
+
 }  // namespace
 
 int main() {
@@ -43,7 +61,7 @@ int main() {
     ticks.push_back({datagrams, bus});
   }
   std::string error;
-  if (!ReplaceFile(kFolder + "flight.txt", e2e::RecordingText(ticks), error)) {
+  if (!ReplaceFile(kFolder + "flight.txt", RecordingText(ticks), error)) {
     std::fprintf(stderr, "%s\n", error.c_str());
     return 1;
   }

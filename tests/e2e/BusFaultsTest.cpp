@@ -1,13 +1,10 @@
 // The gauge bus in trouble, as the configuration's user meets it: two gauges at one address, damaged and late
 // answers, a cable pulled out of a search; and a gauge's new address over the real line.
 #include <QProgressBar>
-#include <QTreeWidget>
-#include <algorithm>
 
 #include "drawn/devices/NeedleDevice.h"
 #include "tests/e2e/Flight.h"
 #include "tests/e2e/Hands.h"
-#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {
@@ -15,8 +12,7 @@ namespace {
 using std::chrono::seconds;
 using vc::DeviceFault;
 
-class BusFaults : public testing::Test {
- protected:
+struct BusFaults : testing::Test {
   BusFaults() {
     flight.TheProgram().Begin();
     EXPECT_TRUE(Eventually([this] { return Model().Gauges[10].GaugeType != 0; }));
@@ -51,35 +47,32 @@ class BusFaults : public testing::Test {
 
 TEST_F(BusFaults, TheSearchNamesWhatIsWrongAndWhere) {
   const GaugeRecord before = Model().Gauges[10];
-  SetFault(10, DeviceFault::Duplicate);
-  SetFault(11, DeviceFault::Garbled);
-  SetFault(12, DeviceFault::Late);
-  SetFault(13, DeviceFault::Dead);
-  SetFault(14, DeviceFault::Silent);
+  const struct {
+    int gaugeID;
+    DeviceFault fault;
+    const char* state;
+  } rows[] = {{10, DeviceFault::Duplicate, "Connected"},  {11, DeviceFault::Garbled, "Not Connected"},
+              {12, DeviceFault::Late, "Connected"},       {13, DeviceFault::Dead, "Not Connected"},
+              {14, DeviceFault::Silent, "Not Connected"}, {15, DeviceFault::None, "Connected"}};
+  for (const auto& row : rows) SetFault(row.gaugeID, row.fault);
   SearchUpTo(30);
+  for (const auto& row : rows) EXPECT_EQ(State(row.gaugeID), row.state) << row.gaugeID;
   const std::string words = SearchWords();
-  EXPECT_EQ(words.find("Search ended after "), 0u) << words;
-  EXPECT_NE(
-      words.find(
-          "\nGaugeID 010: two gauges have this address. Unplug one of them and give the other a new one."),
-      std::string::npos)
-      << words;
-  EXPECT_NE(words.find("\nGaugeID 011: unreadable answer."), std::string::npos) << words;
+  EXPECT_TRUE(Begins(words, "Search ended after "));
+  EXPECT_TRUE(
+      Holds(words,
+            "\nGaugeID 010: two gauges have this address. Unplug one of them and give the other a new one."));
+  EXPECT_TRUE(Holds(words, "\nGaugeID 011: unreadable answer."));
   EXPECT_EQ(std::count(words.begin(), words.end(), '\n'), 2) << words;
-  const char* const states[] = {"Connected",     "Not Connected", "Connected",
-                                "Not Connected", "Not Connected", "Connected"};
-  for (int id = 10; id < 16; ++id) EXPECT_EQ(State(id), states[id - 10]) << id;
   EXPECT_EQ(State(37), "Unkown") << "the search did not come that far";
   EXPECT_EQ(Model().Gauges[10].GaugeSetting1, before.GaugeSetting1) << "the second one is another model";
 
   // One of the two is unplugged, the other gets its new address.
   SetFault(10, DeviceFault::None);
   const OnForm dialog = Dialog(10);
-  dialog.Type("boxNewGaugeID", "2");
-  dialog.PressAndWait("cmdSetNewGaugeID");
-  dialog.Press("CmdClose");
+  dialog.Do({{"boxNewGaugeID", "2"}, {"cmdSetNewGaugeID"}, {"CmdClose"}});
   SearchUpTo(16);
-  EXPECT_EQ(SearchWords().find("two gauges"), std::string::npos) << SearchWords();
+  EXPECT_FALSE(Holds(SearchWords(), "two gauges"));
   EXPECT_EQ(State(2), "Connected");
   EXPECT_EQ(State(10), "");
 }
@@ -93,26 +86,25 @@ TEST_F(BusFaults, ANewAddressIsWrittenAndTheGaugeFliesUnderIt) {
   EXPECT_THROW(dialog.Press("cmdSetNewGaugeID"), std::runtime_error) << "it is not offered";
   dialog.Type("boxNewGaugeID", QString::number(kNew));
   EXPECT_EQ(dialog.Text("LabelNewGaugeID"), "free");
-  dialog.PressAndWait("cmdSetNewGaugeID");
+  dialog.Press("cmdSetNewGaugeID");
   EXPECT_EQ(flight.boxes.shown.back(),
             "Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge");
-  dialog.PressAndWait("cmdRead");
-  EXPECT_NE(dialog.Text("LabelIdentity").find("Small gauge; Single Needle + Display, model 1"),
-            std::string::npos);
+  dialog.Press("cmdRead");
+  EXPECT_TRUE(Holds(dialog.Text("LabelIdentity"), "Small gauge; Single Needle + Display, model 1"));
 
   // A line that carries no command: nothing moves.
   Bus().SetFault(vc::LineFault::Deaf);
   flight.boxes.answers = {kAnswerNo};
-  dialog.PressAndWait("cmdSetNewGaugeID");
+  dialog.Press("cmdSetNewGaugeID");
   EXPECT_EQ(flight.boxes.asked.back(),
             "The gauge does not answer as GaugeID 009.\r\nMove its settings there all the same?");
   Bus().SetFault(vc::LineFault::None);
   ASSERT_NE(Bus().Find(kOld), nullptr);
   EXPECT_EQ(Model().Gauges[kOld].GaugeFunction1, settings.GaugeFunction1);
 
-  dialog.PressAndWait("cmdRead");
+  dialog.Press("cmdRead");
   const std::size_t messages = flight.boxes.shown.size();
-  dialog.PressAndWait("cmdSetNewGaugeID");
+  dialog.Press("cmdSetNewGaugeID");
   EXPECT_EQ(flight.boxes.shown.size(), messages);
   EXPECT_EQ(Bus().Find(kOld), nullptr);
   ASSERT_NE(Bus().Find(kNew), nullptr);
@@ -126,8 +118,7 @@ TEST_F(BusFaults, ANewAddressIsWrittenAndTheGaugeFliesUnderIt) {
 
   // Saved, and flown: the needle follows under its new address.
   OnForm("FrmMainConfigure").Press("cmdSaveConfig");
-  OnForm("SaveConfig").Press("cmdSave");
-  OnForm("SaveConfig").Press("CmdClose");
+  OnForm("SaveConfig").Do({{"cmdSave"}, {"CmdClose"}});
   OnForm("FrmMainConfigure").Press("CmdClose");
   flight.Sim().RestartFlight(130);
   OnForm("frmMain").Press("butOK");
@@ -144,12 +135,25 @@ TEST_F(BusFaults, APulledCableEndsTheSearchInWords) {
   ASSERT_TRUE(Eventually([&] { return progress.value() > 5; }));
   flight.TheCockpit().GaugeLine().Unplug();
   ASSERT_TRUE(Eventually([&] { return !progress.isVisible(); }));
-  EXPECT_EQ(flight.boxes.shown.back().find("The search has ended. COM 5 "), 0u) << flight.boxes.shown.back();
+  EXPECT_TRUE(Begins(flight.boxes.shown.back(), "The search has ended. COM 5 "));
   EXPECT_EQ(State(37), "Unkown");
-  flight.TheCockpit().GaugeLine().Plug();
   // What a user does next: plugs it in and searches again.
+  flight.TheCockpit().GaugeLine().Plug();
   form.Press("cmdStartTest");
   EXPECT_TRUE(Eventually([&] { return State(11) == "Connected"; })) << SearchWords();
+}
+
+// A run that has ended has left the bus in order.
+TEST(SetUpHalted, TheConsoleShowsTheAnswerToAQuestionByHand) {
+  Flight halted;
+  halted.Start();
+  OnForm("frmStatus").Press("CmdConfig");
+  ASSERT_TRUE(Eventually([] { return FormShown("FrmMainConfigure") != nullptr; }));
+  OnForm("FrmMainConfigure").Press("cmdTestGauges");
+  const OnForm console("frmTestGauges");
+  console.Do({{"ManualGaugeID", "20"}, {"CommandNumber", "7"}, {"CommandValue", "1"}, {"SendGaugeCommand"}});
+  EXPECT_TRUE(Eventually([&] { return console.Text("Text7").starts_with("0.20."); }))
+      << console.Text("Text7");
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
 // The panel that the program draws, beside the instruments that it was drawn after.
-#include <QAbstractButton>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QTabWidget>
 #include <QTest>
@@ -8,10 +6,8 @@
 #include "drawn/faces/MakeFace.h"
 #include "drawn/faces/units/ClusterFace.h"
 #include "drawn/faces/units/ModuleFace.h"
-#include "ffb/YokeSettings.h"
 #include "follow/forms/DrawnPanel.h"
 #include "tests/e2e/Flight.h"
-#include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::e2e {
 namespace {
@@ -30,9 +26,7 @@ struct Panel {
       faces.emplace_back(drawn::MakeFace(*device, flight.Model(), nullptr));
   }
   CockpitTile* Tile(const QString& name) const { return form->findChild<CockpitTile*>("Tile" + name); }
-  CockpitTile* Tile(int gaugeID) const { return Tile(QString::number(gaugeID)); }
-  template <typename Name>
-  std::string WordsOf(const Name& tile) const {
+  std::string WordsOf(const QString& tile) const {
     const std::string name = Tile(tile)->accessibleName().toStdString();
     return name.substr(name.find(": ") + 2);
   }
@@ -41,18 +35,16 @@ struct Panel {
     std::string all;
     for (const auto& face : faces) {
       face->Advance(0.1);
-      const int id = face->Gauge().Id().gaugeID;
+      const QString id = QString::number(face->Gauge().Id().gaugeID);
       const std::string is = face->Words().toStdString(), shown = WordsOf(id);
-      if (is != shown) all += std::to_string(id) + " is \"" + is + "\", drawn \"" + shown + "\"\n";
+      if (is != shown) all += id.toStdString() + " is \"" + is + "\", drawn \"" + shown + "\"\n";
     }
     return all;
   }
 };
 
 TEST(DrawnPanel, ShowsEveryInstrumentAsItStands) {
-  Flight flight;
-  flight.Sim().RestartFlight(130);
-  flight.Run();
+  Cruise flight;
   flight.Sim().SetPaused(true);
   const std::uint64_t frames = flight.TheCockpit().Gauges().Decoder().Frames();
   EXPECT_TRUE(Eventually([&] { return flight.TheCockpit().Gauges().Decoder().Frames() > frames + 300; }));
@@ -64,42 +56,17 @@ TEST(DrawnPanel, MarksTroubleAndFollowsAClick) {
   Flight flight;
   flight.Run();
   const Panel panel(flight);
-  constexpr int kAltimeter = 12;
-  flight.TheCockpit().Gauges().Find(kAltimeter)->SetFault(vc::DeviceFault::Silent);
-  EXPECT_TRUE(Eventually([&] { return panel.WordsOf(kAltimeter).starts_with("No answer from 012"); }))
-      << panel.WordsOf(kAltimeter);
-  panel.Tile(kAltimeter)->click();
+  flight.TheCockpit().Gauges().Find(12)->SetFault(vc::DeviceFault::Silent);
+  EXPECT_TRUE(Eventually([&] { return panel.WordsOf("12").starts_with("No answer from 012"); }))
+      << panel.WordsOf("12");
+  panel.Tile("12")->click();
   ASSERT_NE(flight.TheProgram().Watch().Road(), nullptr);
-  EXPECT_TRUE(Eventually([&] {
-    return flight.TheProgram()
-        .Watch()
-        .Road()
-        ->findChild<QLabel*>("LabelDiagnosis")
-        ->text()
-        .startsWith("No answer from 012");
-  }));
+  const auto* diagnosis = flight.TheProgram().Watch().Road()->findChild<QLabel*>("LabelDiagnosis");
+  EXPECT_TRUE(Eventually([&] { return diagnosis->text().startsWith("No answer from 012"); }));
 }
 
 // Engine cluster, IO module and a yoke, without the gauges.
 struct DrawnUnits : testing::Test {
-  static void Change(ConfigModel& model) {
-    model.Gauges.fill({});
-    model.General.ComPortYoke1 = 31;
-    const auto raw = [](int way) {
-      return StoredRaw(vc::YokeDevice::kRawCentre + way * vc::YokeDevice::kRawTravel);
-    };
-    YokeRecord& yoke = model.Yoke1;
-    yoke.Address = 1;
-    yoke.OptionBits = yokeoption::kSendPositions;
-    yoke.RollLeft = yoke.PitchForward = raw(-1);
-    yoke.RollCentre = yoke.PitchCentre = raw(0);
-    yoke.RollRight = yoke.PitchBack = raw(1);
-  }
-  DrawnUnits() {
-    yokes[0]->Plug();
-    flight.Sim().RestartFlight(130);
-    flight.Run();
-  }
   // Drawn at the same size, the panel's picture is that of the hardware.
   bool Same(drawn::UnitFace& real, const Panel& panel) const {
     auto* shown = panel.form->findChild<drawn::UnitFace*>(real.objectName());
@@ -109,9 +76,12 @@ struct DrawnUnits : testing::Test {
   }
   vc::IOModuleUnit& Module() { return flight.TheCockpit().IOModuleOf(1); }
 
-  Flight flight{Change};
-  std::vector<std::unique_ptr<vc::YokeLine>> yokes{vc::MakeYokes(
-      flight.Model(), ".", flight.TheCockpit().Traits().lines, flight.TheCockpit().Traits().yokes)};
+  Cruise flight{[](ConfigModel& model) {
+    model.Gauges.fill({});
+    model.General.ComPortYoke1 = 31;
+    Calibrate(model.Yoke1, 1, yokeoption::kSendPositions, YokeMode::Centre);
+  }};
+  std::vector<std::unique_ptr<vc::YokeLine>> yokes{YokesOf(flight.Model(), flight.TheCockpit())};
 };
 
 TEST_F(DrawnUnits, LookAsTheHardwareDoes) {
@@ -129,31 +99,27 @@ TEST_F(DrawnUnits, LookAsTheHardwareDoes) {
     cluster.Show(flight.TheCockpit().Cluster().State());
     return Same(module, panel) && Same(cluster, panel);
   };
-  EXPECT_TRUE(Eventually(look)) << panel.WordsOf(QString("_ioModule1")) << " / "
-                                << panel.WordsOf(QString("_engineCluster"));
-  EXPECT_TRUE(module.Words().startsWith("lamps 1") &&
-              module.Words().contains("switches A1 B6, axis 1 at 3000"))
-      << module.Words().toStdString();
+  EXPECT_TRUE(Eventually(look)) << panel.WordsOf("_ioModule1") << " / " << panel.WordsOf("_engineCluster");
+  EXPECT_TRUE(Begins(module.Words().toStdString(), "lamps 1"));
+  EXPECT_TRUE(Holds(module.Words().toStdString(), "switches A1 B6, axis 1 at 3000"));
   Module().SetSwitch(kOther, false);
   EXPECT_TRUE(Eventually(look)) << "and goes on so";
 }
 
 TEST_F(DrawnUnits, AYokeStandsWhereItsAnswersSay) {
   const Panel panel(flight);
-  yokes[0]->Device().Grip(0, 0.5);
-  yokes[0]->Device().Grip(1, -0.25);
+  vc::YokeDevice& yoke = yokes[0]->Device();
+  yoke.Grip(0, 0.5);
+  yoke.Grip(1, -0.25);
   const auto drawn = [&] {
     static const QRegularExpression places("roll (-?\\d+) %, pitch (-?\\d+) %");
-    const auto found = places.match(QString::fromStdString(panel.WordsOf(QString("_yoke1"))));
-    return found.hasMatch() &&
-           std::abs(found.captured(1).toInt() - 100 * yokes[0]->Device().Position(0)) < 3 &&
-           std::abs(found.captured(2).toInt() - 100 * yokes[0]->Device().Position(1)) < 3;
+    const auto found = places.match(QString::fromStdString(panel.WordsOf("_yoke1")));
+    return found.hasMatch() && std::abs(found.captured(1).toInt() - 100 * yoke.Position(0)) < 3 &&
+           std::abs(found.captured(2).toInt() - 100 * yoke.Position(1)) < 3;
   };
-  EXPECT_TRUE(Eventually([&] { return yokes[0]->Device().Position(0) > 0.3 && drawn(); }))
-      << panel.WordsOf(QString("_yoke1"));
+  EXPECT_TRUE(Eventually([&] { return yoke.Position(0) > 0.3 && drawn(); })) << panel.WordsOf("_yoke1");
   yokes[0]->Unplug();
-  EXPECT_TRUE(Eventually([&] { return panel.WordsOf(QString("_yoke1")).find("oke 1") != std::string::npos; }))
-      << panel.WordsOf(QString("_yoke1"));
+  EXPECT_TRUE(Eventually([&] { return Holds(panel.WordsOf("_yoke1"), "oke 1"); })) << panel.WordsOf("_yoke1");
 }
 
 TEST_F(DrawnUnits, AClickFollowsThePartUnderIt) {

@@ -2,38 +2,32 @@
 // travels over a real UDP socket and a real pseudo-terminal.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QDir>
-#include <QTemporaryDir>
-#include <QTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
 #include <QUdpSocket>
-#include <algorithm>
-#include <chrono>
-#include <memory>
 
 #include "app/Program.h"
 #include "config/StartFile.h"
 #include "demo/DemoConfig.h"
+#include "ffb/YokeSettings.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeKeyInjector.h"
+#include "tests/fakes/ScratchFolder.h"
+#include "tests/platform/WaitUntil.h"
 #include "virtualcockpit/Cockpit.h"
+#include "virtualcockpit/bus/Drawn.h"
+#include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::e2e {
 
-// Runs the event loop until `condition` holds; false when it did not within the deadline.
+// WaitUntil, for both programs at work.
 template <typename Condition>
 bool Eventually(Condition&& condition, std::chrono::seconds deadline = std::chrono::seconds(20)) {
-  const auto end = std::chrono::steady_clock::now() + deadline;
-  QTimer look;  // at least so often
-  look.start(20);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    // Not the form with a time to wait, which does not wait at all.
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-  }
-  return true;
+  return WaitUntil(condition, deadline);
 }
 
 // A UDP port that nobody has.
@@ -43,22 +37,35 @@ inline int FreePort() {
   return probe.localPort();
 }
 
+// A yoke as the stand-in's are, ready to fly.
+inline void Calibrate(YokeRecord& record, Byte address, int options, YokeMode mode = YokeMode::Ffb) {
+  record.Address = address;
+  record.StartMode = static_cast<std::int16_t>(mode);
+  record.OptionBits = static_cast<std::int16_t>(options);
+  constexpr int kCentre = vc::YokeDevice::kRawCentre, kTravel = vc::YokeDevice::kRawTravel;
+  record.RollLeft = record.PitchForward = StoredRaw(kCentre - kTravel);
+  record.RollCentre = record.PitchCentre = StoredRaw(kCentre);
+  record.RollRight = record.PitchBack = StoredRaw(kCentre + kTravel);
+}
+inline auto YokesOf(const ConfigModel& model, const vc::Cockpit& cockpit) {
+  auto yokes = vc::MakeYokes(model, ".", cockpit.Traits().lines, cockpit.Traits().yokes);
+  for (const auto& yoke : yokes) EXPECT_TRUE(yoke->Plug()) << yoke->Line().LastError();
+  return yokes;
+}
+
 class Flight {
  public:
   // `change` may alter the demonstration's configuration before anything starts; `traits` say how the
   // stand-ins behave; `beacons` is where simulators tell of themselves, null for the network.
   template <typename Change>
   explicit Flight(Change&& change, const vc::Traits& traits = vc::Traits::Default(),
-                  MulticastListener* beacons = nullptr)
-      : before_(QDir::currentPath()) {
-    QDir::setCurrent(folder_.path());
+                  MulticastListener* beacons = nullptr) {
     model_ = demo::DemoConfig();
     model_.General.TransferInterval = 10;
     model_.General.LocalPort = std::to_string(FreePort());
     change(model_);
     cockpit_ = std::make_unique<vc::Cockpit>(
-        model_, vc::Cockpit::Settings{
-                    .port = 0, .folder = folder_.path().toStdString(), .links = true, .traits = traits});
+        model_, vc::Cockpit::Settings{.port = 0, .folder = folder_.Path(), .links = true, .traits = traits});
     EXPECT_TRUE(cockpit_->Start());
     model_.General.RemotePort = std::to_string(cockpit_->Simulation().Port());
     model_.ConfigFileName = "Flight.cfg";
@@ -68,11 +75,6 @@ class Flight {
     program_ = std::make_unique<Program>(&boxes, &keys, nullptr, nullptr, beacons);
   }
   Flight() : Flight([](ConfigModel&) {}) {}
-  ~Flight() {
-    program_.reset();
-    cockpit_.reset();
-    QDir::setCurrent(before_);
-  }
 
   // Starts as a user does who does not wait for the countdown; the status form stays halted.
   void Start() {
@@ -104,6 +106,10 @@ class Flight {
   vc::Cockpit& TheCockpit() { return *cockpit_; }
   vc::Simulator& Sim() { return cockpit_->Sim(); }
   ConfigModel& Model() { return model_; }
+  double Dataref(const char* name) { return Sim().Datarefs().ValueOf(name).value_or(NAN); }
+  void SetDataref(const char* name, double value) {
+    Sim().Datarefs().Write(Sim().Datarefs().Find(name), value);
+  }
   // The instrument at the address as its kind.
   template <typename Kind>
   Kind& Instrument(int gaugeID) {
@@ -116,11 +122,19 @@ class Flight {
   FakeKeyInjector keys;
 
  private:
-  QString before_;
-  QTemporaryDir folder_;
+  const ScratchFolder folder_;
   ConfigModel model_;
   std::unique_ptr<vc::Cockpit> cockpit_;
   std::unique_ptr<Program> program_;
+};
+
+// One in the air already, with all that it needs.
+struct Cruise : Flight {
+  template <typename... Arguments>
+  explicit Cruise(Arguments&&... arguments) : Flight(std::forward<Arguments>(arguments)...) {
+    Sim().RestartFlight(130);
+    Run();
+  }
 };
 
 }  // namespace tvx::e2e

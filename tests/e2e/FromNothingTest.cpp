@@ -1,17 +1,14 @@
 // A user with a box of instruments and an empty folder gets everything flying through the forms alone.
-#include <cmath>
 
 #include "drawn/devices/AltimeterDevice.h"
-#include "drawn/devices/NeedleDevice.h"
 #include "tests/e2e/NewInstallation.h"
-#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {
 
 // Position for a value on a face whose marks are so far apart, within reach of the simulator's motion.
 void ExpectNeedle(NewInstallation& installation, int gaugeID, double position, const char* what) {
-  const auto& gauge = dynamic_cast<vc::NeedleDevice&>(*installation.TheCockpit().Gauges().Find(gaugeID));
+  const vc::NeedleDevice& gauge = installation.Box().Needle(gaugeID);
   EXPECT_TRUE(Eventually([&] { return gauge.First() && std::abs(*gauge.First() - position) < 12; })) << what;
 }
 

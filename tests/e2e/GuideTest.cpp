@@ -4,17 +4,14 @@
 #include <QProgressBar>
 #include <QScrollBar>
 #include <QTest>
-#include <map>
 
 #include "config/plates/PlateLookup.h"
-#include "drawn/devices/NeedleDevice.h"
 #include "drawn/devices/RadioDevice.h"
 #include "guide/forms/GuideForm.h"
 #include "instruments/setup/CalibrationTargets.h"
 #include "instruments/setup/GaugeWork.h"
 #include "platform/qt/QtMulticastListener.h"
 #include "tests/e2e/NewInstallation.h"
-#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {
@@ -47,33 +44,19 @@ class CountedHands {
   }
 };
 
-class GuideRig : public testing::Test {
- protected:
-  GuideRig() : before_(QDir::currentPath()), hardware_(demo::DemoConfig()) {
-    QDir::setCurrent(folder_.path());
-    // This face is mounted a little turned, so that its needle has to be put right.
-    PlateRecord& airspeed = hardware_.Plates[hardware_.Gauges[10].GaugeSetting3];
-    for (std::size_t entry = 2; entry <= 21; ++entry) airspeed.Position[entry] += 12;
-    vc::Traits traits = vc::Traits::Default();
-    traits.simulator.beacon = true;
-    cockpit_ = std::make_unique<vc::Cockpit>(
-        hardware_, vc::Cockpit::Settings{.port = 0, .links = false, .traits = traits});
-    EXPECT_TRUE(cockpit_->Start());
-    cockpit_->Simulation().SetBeaconTarget({vc::kThisComputer, beaconPort_});
-    cockpit_->Sim().RestartFlight(130);  // in cruise
-    adapters_.Add("Torvex interface module", "CIM-0417", cockpit_->GaugeLine().Path());
-    adapters_.Add("Torvex engine cluster", "TEC-0112", cockpit_->ClusterLine()->Path());
-    adapters_.Add("Torvex IO module", "IOM-0231", cockpit_->IOModuleLine(1)->Path());
-    program_ = std::make_unique<Program>(&boxes_, &keys_, &adapters_, nullptr, &beacons_);
+struct GuideRig : testing::Test {
+  GuideRig() {
+    box_.cockpit->Simulation().SetBeaconTarget({vc::kThisComputer, beaconPort_});
+    program_ = std::make_unique<Program>(&boxes_, &keys_, &box_.adapters, nullptr, &beacons_);
     program_->Model().General.LocalPort = std::to_string(FreePort());  // others test on this computer
     program_->Begin();
     EXPECT_TRUE(Eventually([this] { return !boxes_.shown.empty(); })) << "there is no configuration";
     boxes_.shown.clear();
   }
-  ~GuideRig() override {
-    program_.reset();
-    cockpit_.reset();
-    QDir::setCurrent(before_);
+  static vc::Traits WithBeacon() {
+    vc::Traits traits = vc::Traits::Default();
+    traits.simulator.beacon = true;
+    return traits;
   }
 
   ConfigModel& Model() { return program_->Model(); }
@@ -87,7 +70,7 @@ class GuideRig : public testing::Test {
   void GoTo(const char* step) { hands_.ClickLine("frmGuide", "ListSteps", step); }
   // What the user sees move.
   QString FaceOnTheDesk(const CalibrationTarget& needle) {
-    return ToText(hardware_.PlateOf(NeedlePlate(hardware_, needle))->Name);
+    return ToText(box_.hardware.PlateOf(NeedlePlate(box_.hardware, needle))->Name);
   }
   // The needle that the guide asks about.
   CalibrationTarget Asked() {
@@ -96,8 +79,7 @@ class GuideRig : public testing::Test {
                                  : CalibrationTargets(Model())[static_cast<std::size_t>(list.currentRow())];
   }
   void SaveAndFly() {
-    hands_.Click("frmGuide", "cmdSaveStart");
-    hands_.Click("frmGuide", "CmdClose");
+    for (const char* button : {"cmdSaveStart", "CmdClose"}) hands_.Click("frmGuide", button);
     hands_.Click("FrmMainConfigure", "CmdClose");
     EXPECT_TRUE(boxes_.asked.empty() && boxes_.shown.empty());
     ASSERT_TRUE(Eventually([] { return FormShown("FrmMainConfigure") == nullptr; }));
@@ -107,23 +89,24 @@ class GuideRig : public testing::Test {
   }
   // The needle of a gauge stands where the hardware's own face has the simulator's value.
   void ExpectAirspeed() {
-    const auto& gauge = dynamic_cast<vc::NeedleDevice&>(*cockpit_->Gauges().Find(10));
-    const PlateRecord& plate = hardware_.Plates[hardware_.Gauges[10].GaugeSetting3];
+    const vc::NeedleDevice& gauge = box_.Needle(10);
+    const PlateRecord& plate = box_.hardware.Plates[box_.hardware.Gauges[10].GaugeSetting3];
     EXPECT_TRUE(Eventually([&] {
       return gauge.First() &&
-             std::abs(*gauge.First() - PlatePositionOf(plate, cockpit_->Sim().State().airspeed)) < 6;
+             std::abs(*gauge.First() - PlatePositionOf(plate, box_.cockpit->Sim().State().airspeed)) < 6;
     }));
   }
 
-  QString before_;
-  QTemporaryDir folder_;
-  ConfigModel hardware_;
+  // The airspeed's face is mounted a little turned, so that its needle has to be put right.
+  BoxOfInstruments box_{[](ConfigModel& hardware) {
+                          PlateRecord& airspeed = hardware.Plates[hardware.Gauges[10].GaugeSetting3];
+                          for (std::size_t entry = 2; entry <= 21; ++entry) airspeed.Position[entry] += 12;
+                        },
+                        WithBeacon()};
   std::uint16_t beaconPort_ = static_cast<std::uint16_t>(FreePort());
   QtMulticastListener beacons_{"127.0.0.1", beaconPort_};
-  std::unique_ptr<vc::Cockpit> cockpit_;
   FakeMessageBoxes boxes_;
   FakeKeyInjector keys_;
-  PluggedIn adapters_;
   std::unique_ptr<Program> program_;
   CountedHands hands_;
 };
@@ -137,7 +120,7 @@ TEST_F(GuideRig, TheFirstNeedleFliesAfterAtMostTenActions) {
   SaveAndFly();
   std::cout << "actions to the first needle: " << hands_.actions << '\n';
   EXPECT_LE(hands_.actions, 10);
-  const auto& gauge = dynamic_cast<vc::NeedleDevice&>(*cockpit_->Gauges().Find(10));
+  const vc::NeedleDevice& gauge = box_.Needle(10);
   EXPECT_TRUE(Eventually([&] { return gauge.First() && *gauge.First() > 200; })) << "it shows the flight";
 }
 
@@ -145,19 +128,19 @@ TEST_F(GuideRig, TheFirstNeedleFliesAfterAtMostTenActions) {
 TEST_F(GuideRig, ThirtyOneInstrumentsFlyAfterAtMost120Actions) {
   FindEverything();
   ASSERT_FALSE(HasFailure());
-  EXPECT_EQ(Model().General.RemotePort, std::to_string(cockpit_->Simulation().Port())) << "by its beacon";
-  EXPECT_GT(Model().General.ComPortGS, 0);
-  EXPECT_GT(Model().General.ComPortEC, 0);
-  EXPECT_GT(Model().General.ComPortIOM1, 0);
+  EXPECT_EQ(Model().General.RemotePort, std::to_string(box_.cockpit->Simulation().Port())) << "by its beacon";
+  const GeneralRecord& general = Model().General;
+  EXPECT_TRUE(general.ComPortGS > 0 && general.ComPortEC > 0 && general.ComPortIOM1 > 0);
   GoTo("2");
   for (const auto& [id, role] : std::map<int, const char*>{{32, "cmdRole2"}, {33, "cmdRole0"}}) {
-    auto& radio = dynamic_cast<vc::RadioDevice&>(*cockpit_->Gauges().Find(id));
+    auto& radio = dynamic_cast<vc::RadioDevice&>(*box_.cockpit->Gauges().Find(id));
     const std::string name = "0" + std::to_string(id);
     // Not before its report at rest is known.
     QTimer turning;
     QObject::connect(&turning, &QTimer::timeout, [&radio] { radio.TurnCoarse(1); });
     turning.start(1000);
-    ASSERT_TRUE(Eventually([&] { return OnForm("frmGuide").Text("LabelTouched").find(name) == 0; })) << name;
+    ASSERT_TRUE(Eventually([&] { return OnForm("frmGuide").Text("LabelTouched").starts_with(name); }))
+        << name;
     hands_.Click("frmGuide", role);
   }
   GoTo("3");
@@ -167,26 +150,21 @@ TEST_F(GuideRig, ThirtyOneInstrumentsFlyAfterAtMost120Actions) {
     ASSERT_LT(++needles, 30);
     hands_.ClickLine("frmGuide", "ListFaces", FaceOnTheDesk(needle));
     ASSERT_TRUE(boxes_.shown.empty()) << boxes_.shown[0];
-    if (needle.gaugeID == 10) {
-      hands_.Click("frmGuide", "cmdMore10");
-      hands_.Click("frmGuide", "cmdMore1");
-      hands_.Click("frmGuide", "cmdMore1");
-    }
-    if (needle.IsEngineCluster()) {
-      hands_.Click("frmGuide", "cmdAsItIs");
-    } else {
-      for (int point = 0; point < 3; ++point) hands_.Click("frmGuide", "cmdYes");
-    }
+    const std::vector<const char*> turned{"cmdMore10", "cmdMore1", "cmdMore1", "cmdYes", "cmdYes", "cmdYes"};
+    const std::vector<const char*> straight{"cmdYes", "cmdYes", "cmdYes"}, channel{"cmdAsItIs"};
+    for (const char* button : needle.gaugeID == 10 ? turned : needle.IsEngineCluster() ? channel : straight)
+      hands_.Click("frmGuide", button);
   }
   EXPECT_EQ(needles, 13 + 8) << OnForm("frmGuide").Text("LabelQuestion");
   GoTo("4");
-  vc::IOModuleUnit& module = cockpit_->IOModuleOf(1);
+  vc::IOModuleUnit& module = box_.cockpit->IOModuleOf(1);
   const auto move = [&](const char* words, auto&& hand) {
     QTimer moving;
     bool on = false;
     QObject::connect(&moving, &QTimer::timeout, [&] { hand(on = !on); });
     moving.start(400);
-    EXPECT_TRUE(Eventually([&] { return OnForm("frmGuide").Text("LabelMoved").find(words) == 0; })) << words;
+    EXPECT_TRUE(Eventually([&] { return OnForm("frmGuide").Text("LabelMoved").starts_with(words); }))
+        << words;
   };
   move("Switch A3", [&](bool on) { module.SetSwitch(2, on); });
   hands_.ClickLine("frmGuide", "ListUses", "Landing lights");
@@ -202,14 +180,14 @@ TEST_F(GuideRig, ThirtyOneInstrumentsFlyAfterAtMost120Actions) {
   SaveAndFly();
   std::cout << "actions for everything: " << hands_.actions << '\n';
   EXPECT_LE(hands_.actions, 120);
-  for (std::size_t id = 0; id < hardware_.Gauges.size(); ++id) {
-    GaugeRecord wanted = hardware_.Gauges[id], found = Model().Gauges[id];
+  for (std::size_t id = 0; id < box_.hardware.Gauges.size(); ++id) {
+    GaugeRecord wanted = box_.hardware.Gauges[id], found = Model().Gauges[id];
     if (id == 42) wanted.GaugeFunction2 = 0;  // its number may be any one: nobody can know it
     if (wanted.GaugeFunction1 == 0 && wanted.GaugeFunction2 == 0)
       wanted.GaugeInstance1 = found.GaugeInstance1 = 0;  // of no Function
     wanted.GaugeInstance2 = found.GaugeInstance2 = 0;
     for (const bool second : {false, true}) {
-      const PlateRecord* own = hardware_.PlateOf(second ? wanted.GaugeSetting4 : wanted.GaugeSetting3);
+      const PlateRecord* own = box_.hardware.PlateOf(second ? wanted.GaugeSetting4 : wanted.GaugeSetting3);
       const PlateRecord* given = Model().PlateOf(second ? found.GaugeSetting4 : found.GaugeSetting3);
       const bool needle = (second ? wanted.GaugeFunction2 : wanted.GaugeFunction1) != 0;
       if (wanted.GaugeType == 0 || wanted.GaugeType > 6 || !needle) continue;

@@ -35,15 +35,13 @@ class OnForm {
   Control& The(const char* name) const {
     QWidget* window = Window();
     auto* control = window == nullptr ? nullptr : window->findChild<Control*>(name);
-    if (control == nullptr || !control->isVisible() || !control->isEnabled()) {
+    if (control == nullptr || !control->isVisible() || !control->isEnabled())
       throw std::runtime_error(name_ + " offers no " + name);
-    }
     return *control;
   }
-  void Press(const char* button) const { The<QAbstractButton>(button).click(); }
-  // Presses what keeps the form from being worked on for a while, and waits until that is over.
-  void PressAndWait(const char* button) const {
-    Press(button);
+  // Where that keeps the form from being worked on for a while, until it is over.
+  void Press(const char* button) const {
+    The<QAbstractButton>(button).click();
     const QDeadlineTimer end(10000);
     while (!end.hasExpired() && Window() != nullptr && !Window()->isEnabled())
       QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -58,14 +56,30 @@ class OnForm {
     if (edit.text() != text)
       throw std::runtime_error(std::string(field) + " does not take " + text.toStdString());
   }
-  // Chooses the item that stands for the number.
-  void Pick(const char* list, int number) const {
+  // Chooses the item with the text, or the one that stands for the number.
+  void Pick(const char* list, const QString& item) const {
     auto& box = The<QComboBox>(list);
-    Choose(box, box.findData(number));
+    const int index = box.findText(item) >= 0 ? box.findText(item) : box.findData(item.toInt());
+    if (index < 0) throw std::runtime_error(std::string(list) + " has no " + item.toStdString());
+    box.setCurrentIndex(index);
+    emit box.activated(index);
   }
-  void Pick(const char* list, const QString& text) const {
-    auto& box = The<QComboBox>(list);
-    Choose(box, box.findText(text));
+  // Types, picks or presses, by what each control is.
+  struct Move {
+    const char* control;
+    QString value = {};
+  };
+  void Do(std::initializer_list<Move> moves) const {
+    for (const auto& [control, value] : moves) {
+      auto* widget = &The<QWidget>(control);
+      if (qobject_cast<QLineEdit*>(widget) != nullptr) {
+        Type(control, value);
+      } else if (qobject_cast<QComboBox*>(widget) != nullptr) {
+        Pick(control, value);
+      } else {
+        Press(control);
+      }
+    }
   }
   // The words that a label shows.
   std::string Text(const char* label) const { return The<QLabel>(label).text().toStdString(); }
@@ -79,12 +93,6 @@ class OnForm {
   }
 
  private:
-  static void Choose(QComboBox& box, int index) {
-    if (index < 0) throw std::runtime_error(box.objectName().toStdString() + " has no such item");
-    box.setCurrentIndex(index);
-    emit box.activated(index);
-  }
-
   std::string name_;
 };
 

@@ -1,7 +1,5 @@
 // Every knob and button of every instrument through both programs' real lines, and the simulator's changes
 // back.
-#include <cmath>
-#include <functional>
 
 #include "drawn/devices/AltimeterDevice.h"
 #include "drawn/devices/AudioDevice.h"
@@ -13,23 +11,17 @@
 #include "drawn/devices/TrimDevice.h"
 #include "drawn/devices/VorDevice.h"
 #include "tests/e2e/Flight.h"
-#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {
 
 // A flight in cruise, paused, that has settled.
-class Knobs : public testing::Test {
- protected:
+struct Knobs : testing::Test {
   Knobs() {
     flight.Sim().RestartFlight(130);
     flight.Sim().SetPaused(true);
     flight.Run();
     EXPECT_TRUE(Eventually([this] { return flight.TheCockpit().Gauges().Polls() > 60; }));
-  }
-  double Dataref(const char* name) { return flight.Sim().Datarefs().ValueOf(name).value_or(-9999); }
-  void SetDataref(const char* name, double value) {
-    flight.Sim().Datarefs().Write(flight.Sim().Datarefs().Find(name), value);
   }
   template <typename Kind>
   Kind& At(int gaugeID) {
@@ -37,9 +29,9 @@ class Knobs : public testing::Test {
   }
   // The dataref comes to `value`, within `tolerance`.
   void ExpectDataref(const char* name, double value, double tolerance = 0.01) {
-    EXPECT_TRUE(
-        Eventually([&] { return std::fabs(Dataref(name) - value) <= tolerance; }, std::chrono::seconds(15)))
-        << name << " is " << Dataref(name) << ", not " << value;
+    EXPECT_TRUE(Eventually([&] { return std::fabs(flight.Dataref(name) - value) <= tolerance; },
+                           std::chrono::seconds(15)))
+        << name << " is " << flight.Dataref(name) << ", not " << value;
   }
   void ExpectShown(const char* what, const std::function<bool()>& condition) {
     EXPECT_TRUE(Eventually(condition, std::chrono::seconds(15))) << what;
@@ -68,14 +60,13 @@ TEST_F(Knobs, RadiosSetTheSimulatorsFrequencies) {
 }
 
 TEST_F(Knobs, RadiosShowWhatTheSimulatorSets) {
-  SetDataref("sim/cockpit/radios/com1_freq_hz", 12345);
+  flight.SetDataref("sim/cockpit/radios/com1_freq_hz", 12345);
   ExpectShown("COM1 active", [&] { return At<vc::RadioDevice>(33).Frequencies().active == 23450; });
-  SetDataref("sim/cockpit/radios/adf1_freq_hz", 432);
+  flight.SetDataref("sim/cockpit/radios/adf1_freq_hz", 432);
   ExpectShown("ADF active", [&] { return At<vc::RadioDevice>(34).Frequencies().active == 4320; });
-  SetDataref("sim/cockpit2/radios/actuators/transponder_code", 4321);
-  for (const int id : {35, 36, 37}) {
+  flight.SetDataref("sim/cockpit2/radios/actuators/transponder_code", 4321);
+  for (const int id : {35, 36, 37})
     ExpectShown("transponder", [&] { return At<vc::TransponderDevice>(id).Code() == 4321; });
-  }
   ExpectDataref("sim/cockpit/radios/com1_freq_hz", 12345);
   ExpectDataref("sim/cockpit2/radios/actuators/transponder_code", 4321);
 }
@@ -97,7 +88,7 @@ TEST_F(Knobs, TranspondersSetCodeModeAndIdentify) {
 
 TEST_F(Knobs, CourseHeadingAndPressureKnobs) {
   auto& altimeter = At<vc::AltimeterDevice>(12);
-  const double pressure = Dataref("sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot");
+  const double pressure = flight.Dataref("sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot");
   altimeter.TurnKnob(12);
   ExpectDataref("sim/cockpit2/gauges/actuators/barometer_setting_in_hg_pilot", pressure + 0.12, 0.001);
   auto& vor1 = At<vc::VorDevice>(16);
@@ -113,7 +104,7 @@ TEST_F(Knobs, CourseHeadingAndPressureKnobs) {
   heading.TurnBug(5);
   const double bug = heading.Bug() / 12.0;
   ExpectDataref("sim/cockpit2/autopilot/heading_dial_deg_mag_pilot", bug > 179 ? bug - 360 : bug, 1);
-  SetDataref("sim/cockpit2/autopilot/heading_dial_deg_mag_pilot", 90);
+  flight.SetDataref("sim/cockpit2/autopilot/heading_dial_deg_mag_pilot", 90);
   ExpectShown("heading bug", [&] { return std::abs(heading.Bug() - 1080) <= 1; });
 }
 
@@ -140,7 +131,7 @@ TEST_F(Knobs, AutopilotAudioDmeAndTrim) {
   auto& trim = At<vc::TrimDevice>(27);
   trim.TurnByHand(10);
   ExpectDataref("sim/cockpit2/controls/elevator_trim", trim.Position() / 5000.0 - 1.0, 0.002);
-  SetDataref("sim/cockpit2/controls/elevator_trim", -0.5);
+  flight.SetDataref("sim/cockpit2/controls/elevator_trim", -0.5);
   ExpectShown("the wheel follows", [&] { return std::abs(trim.Position() - 2500) <= 3; });
 }
 

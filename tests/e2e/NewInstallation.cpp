@@ -5,19 +5,14 @@
 #include <QListView>
 #include <QPlainTextEdit>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QSlider>
-#include <QTimer>
-
-#include "drawn/devices/NeedleDevice.h"
-#include "virtualcockpit/bus/Drawn.h"
 
 namespace tvx::e2e {
 namespace {
 
 constexpr int kAirspeedGauge = 10;  // GaugeIDs of the box's instruments
 constexpr int kTachometer = 20;
-constexpr int kOwnFunction = 120;
+constexpr const char* kOwnFunction = "120";
 constexpr const char* kSimulatorFolder = "X-Plane 12";
 
 // What the simulator's own list has, in its form: name, type, whether it can be written, unit, description.
@@ -32,13 +27,6 @@ constexpr const char* kDatarefs[] = {
     "sim/cockpit2/gauges/indicators/airspeed_kts_pilot\tfloat\tn\tknots\tAirspeed",
     "sim/cockpit2/gauges/indicators/ground_speed_kt\tfloat\tn\tknots\tGround speed",
 };
-
-void Write(const QString& name, const QByteArray& content) {
-  QFile file(name);
-  if (!file.open(QFile::WriteOnly) || file.write(content) != content.size()) {
-    throw std::runtime_error("cannot write " + name.toStdString());
-  }
-}
 
 QTreeWidgetItem* LineOf(QTreeWidget& table, const QString& text, int column) {
   const auto lines = table.findItems(text, Qt::MatchExactly, column);
@@ -58,39 +46,40 @@ void ChooseFolderWhenAsked(const QString& folder) {
 
 }  // namespace
 
-NewInstallation::NewInstallation(Look look)
-    : look_(std::move(look)), before_(QDir::currentPath()), hardware_(demo::DemoConfig()) {
-  QDir(folder_.path()).mkpath("Torvex");
-  QDir::setCurrent(folder_.filePath("Torvex"));
-  cockpit_ = std::make_unique<vc::Cockpit>(hardware_, vc::Cockpit::Settings{.port = 0, .links = false});
-  EXPECT_TRUE(cockpit_->Start());
-  cockpit_->Sim().RestartFlight(130);  // in cruise
-  adapters_.Add("Torvex interface module", "CIM-0417", cockpit_->GaugeLine().Path());
-  adapters_.Add("Torvex engine cluster", "TEC-0112", cockpit_->ClusterLine()->Path());
-  adapters_.Add("Torvex IO module", "IOM-0231", cockpit_->IOModuleLine(1)->Path());
+BoxOfInstruments::BoxOfInstruments(const std::function<void(ConfigModel&)>& change, const vc::Traits& traits)
+    : hardware(demo::DemoConfig()) {
+  if (change) change(hardware);
+  QDir().mkdir("Torvex");
+  QDir::setCurrent("Torvex");
+  cockpit = std::make_unique<vc::Cockpit>(hardware,
+                                          vc::Cockpit::Settings{.port = 0, .links = false, .traits = traits});
+  EXPECT_TRUE(cockpit->Start());
+  cockpit->Sim().RestartFlight(130);  // in cruise
+  adapters.Add(cockpit->GaugeLine().Path(), "Torvex interface module", "CIM-0417");
+  adapters.Add(cockpit->ClusterLine()->Path(), "Torvex engine cluster", "TEC-0112");
+  adapters.Add(cockpit->IOModuleLine(1)->Path(), "Torvex IO module", "IOM-0231");
 }
 
-NewInstallation::~NewInstallation() {
-  program_.reset();
-  cockpit_.reset();
-  QDir::setCurrent(before_);
+const vc::NeedleDevice& BoxOfInstruments::Needle(int gaugeID) const {
+  return dynamic_cast<const vc::NeedleDevice&>(*cockpit->Gauges().Find(gaugeID));
 }
+
+NewInstallation::NewInstallation(Look look) : look_(std::move(look)) {}
 
 void NewInstallation::Everything() {
   using Step = void (NewInstallation::*)();
   for (const Step step : {&NewInstallation::StartWithNothing, &NewInstallation::AssignAdapters,
                           &NewInstallation::GiveGroupsTheirPorts, &NewInstallation::FindTheGauges,
                           &NewInstallation::DefineAFunction, &NewInstallation::TestTheFunction,
-                          &NewInstallation::SetUpTheAirspeed, &NewInstallation::SetUpTheTachometer,
-                          &NewInstallation::SetUpTheCluster, &NewInstallation::SaveAndSetAsStartUp,
-                          &NewInstallation::StartAgain}) {
+                          &NewInstallation::SetUpTheNeedles, &NewInstallation::SetUpTheCluster,
+                          &NewInstallation::SaveAndSetAsStartUp, &NewInstallation::StartAgain}) {
     if (testing::Test::HasFailure()) return;
     (this->*step)();
   }
 }
 
 void NewInstallation::Begin() {
-  program_ = std::make_unique<Program>(&boxes, &keys_, &adapters_);
+  program_ = std::make_unique<Program>(&boxes, &keys_, &box_.adapters);
   program_->Begin();
 }
 
@@ -98,8 +87,7 @@ void NewInstallation::StartWithNothing() {
   EXPECT_TRUE(QDir().isEmpty());
   Begin();
   ASSERT_TRUE(Eventually([this] { return !boxes.shown.empty(); }));
-  EXPECT_EQ(boxes.shown[0].find("Error Configuration file. "), 0u);
-  boxes.shown.clear();
+  EXPECT_TRUE(Begins(std::exchange(boxes.shown, {})[0], "Error Configuration file. "));
   ASSERT_TRUE(Eventually([this] { return program_->Sim().UdpOpen(); })) << "it looks for a simulator already";
   Seen("start");
   OnForm("frmMain").Press("CmdConfigure");
@@ -110,15 +98,13 @@ void NewInstallation::AssignAdapters() {
   OnForm("FrmMainConfigure").Press("cmdAdapters");
   const OnForm form("frmAdapters");
   auto& list = form.The<QTreeWidget>("ListAdapters");
-  const std::pair<const char*, int> wanted[] = {
-      {"Torvex interface module", 5}, {"Torvex IO module", 6}, {"Torvex engine cluster", 7}};
-  for (const auto& [adapter, number] : wanted) {
+  for (const auto& [adapter, number] : {std::pair{"Torvex interface module", "5"},
+                                        {"Torvex IO module", "6"},
+                                        {"Torvex engine cluster", "7"}}) {
     list.setCurrentItem(LineOf(list, adapter, 0));
-    form.Pick("ComboAssign", number);
-    form.Press("cmdAssignAdapter");
-    EXPECT_NE(form.Text("LabelAdvice").find("COM " + std::to_string(number) + " leads to "),
-              std::string::npos);
-    EXPECT_TRUE(QFile::exists("comports/com" + QString::number(number)));
+    form.Do({{"ComboAssign", number}, {"cmdAssignAdapter"}});
+    EXPECT_TRUE(Holds(form.Text("LabelAdvice"), std::string("COM ") + number + " leads to "));
+    EXPECT_TRUE(QFile::exists(QString("comports/com") + number));
   }
   Seen("adapters");
   form.Press("CmdClose");
@@ -126,20 +112,18 @@ void NewInstallation::AssignAdapters() {
 
 void NewInstallation::GiveGroupsTheirPorts() {
   const OnForm form("FrmMainConfigure");
-  const std::tuple<const char*, const char*, int> groups[] = {{"ComboComGS", "cmdSetCommport", 5},
-                                                              {"ComboCOMIOM", "cmdSetCommportIOM", 6},
-                                                              {"ComboComEC", "cmdSetCommportEC", 7}};
-  for (const auto& [list, button, number] : groups) {
-    form.Pick(list, number);
-    form.Press(button);
-  }
-  EXPECT_NE(
-      form.The<QComboBox>("ComboComGS").currentText().indexOf("Torvex interface module, serial CIM-0417"),
-      -1);
-  form.Type("boxRemotePort", QString::number(cockpit_->Simulation().Port()));
-  form.Type("boxLocalPort", QString::number(FreePort()));
-  form.Press("cmdSetUDP");
-  EXPECT_TRUE(Eventually([&] { return form.Text("LabelBus").find("COM 5 open") != std::string::npos; }));
+  form.Do({{"ComboComGS", "5"},
+           {"cmdSetCommport"},
+           {"ComboCOMIOM", "6"},
+           {"cmdSetCommportIOM"},
+           {"ComboComEC", "7"},
+           {"cmdSetCommportEC"},
+           {"boxRemotePort", QString::number(box_.cockpit->Simulation().Port())},
+           {"boxLocalPort", QString::number(FreePort())},
+           {"cmdSetUDP"}});
+  EXPECT_TRUE(Holds(form.The<QComboBox>("ComboComGS").currentText().toStdString(),
+                    "Torvex interface module, serial CIM-0417"));
+  EXPECT_TRUE(Eventually([&] { return Holds(form.Text("LabelBus"), "COM 5 open"); }));
   Seen("ports");
 }
 
@@ -150,62 +134,57 @@ void NewInstallation::FindTheGauges() {
   ASSERT_TRUE(Eventually([&] { return progress.value() > 34; }, std::chrono::seconds(60)));
   Seen("search");
   ASSERT_TRUE(Eventually([&] { return !progress.isVisible(); }, std::chrono::seconds(120)));
-  for (std::size_t id = 0; id < hardware_.Gauges.size(); ++id) {
-    const GaugeRecord &there = hardware_.Gauges[id], &found = program_->Model().Gauges[id];
-    EXPECT_EQ(found.GaugeType, there.GaugeType) << "GaugeID " << id;
-    EXPECT_EQ(found.GaugeSetting1, there.GaugeSetting1) << "GaugeID " << id;
-    EXPECT_EQ(program_->Model().GaugeState[id] == GaugeConnection::Connected, there.GaugeType != 0);
+  const ConfigModel& model = program_->Model();
+  for (std::size_t id = 0; id < model.Gauges.size(); ++id) {
+    const GaugeRecord &there = box_.hardware.Gauges[id], &found = model.Gauges[id];
+    EXPECT_EQ(
+        std::tuple(found.GaugeType, found.GaugeSetting1, model.GaugeState[id] == GaugeConnection::Connected),
+        std::tuple(there.GaugeType, there.GaugeSetting1, there.GaugeType != 0))
+        << "GaugeID " << id;
   }
   Seen("found");
 }
 
-void NewInstallation::MakeSimulatorsLists() const {
-  const QString folder = QString(kSimulatorFolder) + "/Resources/plugins/";
-  QDir().mkpath(folder);
-  QByteArray datarefs = "2 1210 Mon Nov 24 10:10:21 2025\n\n";
-  for (const char* line : kDatarefs) datarefs += QByteArray(line) + '\n';
-  for (int i = 0; i < 3000; ++i) {
-    datarefs +=
-        "sim/multiplayer/position/plane" + QByteArray::number(i) + "_throttle\tfloat\ty\tratio\tThrottle\n";
-  }
-  Write(folder + "DataRefs.txt", datarefs);
-  Write(folder + "Commands.txt", "sim/autopilot/heading                Autopilot heading-hold.\n");
-}
-
 void NewInstallation::DefineAFunction() {
-  MakeSimulatorsLists();
+  const std::string folder = std::string(kSimulatorFolder) + "/Resources/plugins/";
+  std::string datarefs = "2 1210 Mon Nov 24 10:10:21 2025\n\n";
+  for (const char* line : kDatarefs) datarefs += std::string(line) + '\n';
+  for (int i = 0; i < 3000; ++i)
+    datarefs +=
+        "sim/multiplayer/position/plane" + std::to_string(i) + "_throttle\tfloat\ty\tratio\tThrottle\n";
+  ScratchFolder::Put(folder + "DataRefs.txt", datarefs);
+  ScratchFolder::Put(folder + "Commands.txt",
+                     "sim/autopilot/heading                Autopilot heading-hold.\n");
   OnForm("FrmMainConfigure").Press("cmdGetOffset");
   const OnForm form("frmFunctionEditor");
-  form.Type("SearchFunction", QString::number(kOwnFunction));
+  form.Type("SearchFunction", kOwnFunction);
   auto& functions = form.The<QListView>("ListFunctions");
   functions.setCurrentIndex(functions.model()->index(0, 0));
-  form.Pick("ComboDT", "Xplane Dataref");
   ChooseFolderWhenAsked(QDir(kSimulatorFolder).absolutePath());
-  form.Press("cmdImportLists");
-  EXPECT_EQ(boxes.shown,
-            (std::vector<std::string>{"3008 data references were imported.\r\n1 commands were imported."}));
-  boxes.shown.clear();
-  form.Type("SearchText", "prop speed");
+  form.Do({{"ComboDT", "Xplane Dataref"}, {"cmdImportLists"}, {"SearchText", "prop speed"}});
+  EXPECT_EQ(std::exchange(boxes.shown, {}),
+            Texts{"3008 data references were imported.\r\n1 commands were imported."});
   auto& paths = form.The<QListView>("ListXplaneReferences");
   ASSERT_EQ(paths.model()->rowCount(), 2) << "every word typed must be in the path";
   paths.setCurrentIndex(paths.model()->index(1, 0));
   form.Press("cmdCopyEntry");
   EXPECT_EQ(form.The<QPlainTextEdit>("FullName").toPlainText(),
             "#1:sim/cockpit2/engine/indicators/prop_speed_rpm[0]\n");
-  form.Type("ShortName", "Propeller RPM");
-  form.Pick("FuncType", "Gauge");
-  form.Pick("ComboClass", "Engines");
-  form.Type("boxMaximumValue", "3500");
+  form.Do({{"ShortName", "Propeller RPM"},
+           {"FuncType", "Gauge"},
+           {"ComboClass", "Engines"},
+           {"boxMaximumValue", "3500"}});
   Seen("function");
   form.Press("CmdSave");
-  EXPECT_EQ(program_->Model().Functions[kOwnFunction].ShortName, "Propeller RPM");
+  EXPECT_EQ(program_->Model().Functions[120].ShortName, "Propeller RPM");
 }
 
 void NewInstallation::TestTheFunction() {
   OnForm("frmFunctionEditor").Press("cmdTestFunction");
   const OnForm form("frmTestFunction");
   form.Press("CmdRead");
-  const double rpm = *cockpit_->Sim().Datarefs().ValueOf("sim/cockpit2/engine/indicators/prop_speed_rpm[0]");
+  const double rpm =
+      *box_.cockpit->Sim().Datarefs().ValueOf("sim/cockpit2/engine/indicators/prop_speed_rpm[0]");
   EXPECT_GT(rpm, 1500);
   EXPECT_TRUE(Eventually([&] {
     const QString shown = QString::fromStdString(form.Text("BoxCorrectedValue"));
@@ -214,7 +193,7 @@ void NewInstallation::TestTheFunction() {
   Seen("test");
   form.Press("CmdClose");
   OnForm("frmFunctionEditor").Press("CmdClose");
-  EXPECT_TRUE(boxes.asked.empty()) << boxes.asked[0];
+  EXPECT_EQ(boxes.asked, Texts{});
 }
 
 void NewInstallation::OpenGauge(int gaugeID) {
@@ -227,51 +206,40 @@ void NewInstallation::OpenGauge(int gaugeID) {
 void NewInstallation::MakePlate(const char* name, const std::vector<Point>& points, int gaugeID,
                                 const char* picture) {
   const OnForm form("frmCalibrate");
-  const auto& gauge = dynamic_cast<vc::NeedleDevice&>(*cockpit_->Gauges().Find(gaugeID));
+  const vc::NeedleDevice& gauge = box_.Needle(gaugeID);
   form.Press("CmdCreateNewPlate");
   const auto& slider = form.The<QSlider>("SliderMoveNeedle");
   for (std::size_t i = 0; i < points.size(); ++i) {
     const QString box = i == 0 ? QString("CalMinimumValue") : "boxValue" + QString::number(i);
     form.Type(qPrintable(box), points[i].value);
     // With the keys, until the live needle points to the number.
-    const std::tuple<int, const char*, const char*> jogs[] = {{100, "cmdJogPlus100", "cmdJogMinus100"},
-                                                              {10, "cmdJogPlus10", "cmdJogMinus10"},
-                                                              {1, "cmdJogPlus1", "cmdJogMinus1"}};
-    for (const auto& [by, more, less] : jogs) {
-      while (slider.value() + by <= points[i].position) form.Press(more);
-      while (slider.value() - by >= points[i].position) form.Press(less);
+    for (const int by : {100, 10, 1}) {
+      const std::string step = std::to_string(by), more = "cmdJogPlus" + step, less = "cmdJogMinus" + step;
+      while (slider.value() + by <= points[i].position) form.Press(more.c_str());
+      while (slider.value() - by >= points[i].position) form.Press(less.c_str());
     }
     EXPECT_TRUE(Eventually([&] { return gauge.First() == points[i].position; })) << box.toStdString();
     form.Press("cmdTakeNeedle");
   }
-  form.Type("PlateName", name);
-  form.Press("cmdSetCheck");
-  EXPECT_EQ(boxes.shown, (std::vector<std::string>{"Plate verified and no errors found"}));
-  boxes.shown.clear();
-  form.Press("CmdSaveNewPlate");
-  form.Press("cmdAssignPlate");
+  form.Do({{"PlateName", name}, {"cmdSetCheck"}});
+  EXPECT_EQ(std::exchange(boxes.shown, {}), Texts{"Plate verified and no errors found"});
+  form.Do({{"CmdSaveNewPlate"}, {"cmdAssignPlate"}});
   Seen(picture);
   form.Press("CmdClose");
 }
 
-void NewInstallation::SetUpTheAirspeed() {
+void NewInstallation::SetUpTheNeedles() {
   OpenGauge(kAirspeedGauge);
   const OnForm form("frmInstrument");
-  form.Pick("ComboFunction1", 1);
-  form.PressAndWait("cmdRead");
-  EXPECT_NE(form.Text("LabelIdentity").find("model 1"), std::string::npos) << form.Text("LabelIdentity");
+  form.Do({{"ComboFunction1", "1"}, {"cmdRead"}});
+  EXPECT_TRUE(Holds(form.Text("LabelIdentity"), "model 1"));
   Seen("instrument");
   form.Press("CmdCalibrate1");
   MakePlate("Airspeed 40-200 kt", {{"40", 90}, {"80", 366}, {"120", 636}, {"160", 858}, {"200", 1032}},
             kAirspeedGauge, "calibration");
   form.Press("CmdClose");
-}
-
-void NewInstallation::SetUpTheTachometer() {
   OpenGauge(kTachometer);
-  const OnForm form("frmInstrument");
-  form.Pick("ComboFunction1", kOwnFunction);
-  form.Press("CmdCalibrate1");
+  form.Do({{"ComboFunction1", kOwnFunction}, {"CmdCalibrate1"}});
   MakePlate("Engine speed 0-3500 RPM", {{"0", 150}, {"1500", 462}, {"2500", 699}, {"3500", 930}}, kTachometer,
             "second-plate");
   form.Press("CmdClose");
@@ -283,11 +251,12 @@ void NewInstallation::SetUpTheCluster() {
   const OnForm status("frmStatusEC");
   status.Press("cmdConfigEC");
   const OnForm form("frmConfigEC");
-  form.Pick("ComboFunction0", kOwnFunction);
-  form.Pick("ComboPlate0", program_->Model().PlateCount() - 1);
+  form.Do({{"ComboFunction0", kOwnFunction},
+           {"ComboPlate0", QString::number(program_->Model().PlateCount() - 1)}});
   EXPECT_TRUE(form.The<QAbstractButton>("CheckEnabled0").isChecked()) << "the first Function switches it on";
   form.Press("cmdTryHigh0");
-  EXPECT_TRUE(Eventually([this] { return cockpit_->Cluster().Needle(0) == 930; })) << "the end of the scale";
+  EXPECT_TRUE(Eventually([this] { return box_.cockpit->Cluster().Needle(0) == 930; }))
+      << "the end of the scale";
   Seen("cluster");
   form.Press("cmdClose");
   status.Window()->close();
@@ -296,19 +265,15 @@ void NewInstallation::SetUpTheCluster() {
 void NewInstallation::SaveAndSetAsStartUp() {
   OnForm("FrmMainConfigure").Press("cmdSaveConfig");
   const OnForm form("SaveConfig");
-  form.Type("FileName", "MyCockpit.cfg");
-  form.Press("cmdSave");
-  EXPECT_EQ(boxes.shown, (std::vector<std::string>{"File saved as: MyCockpit.cfg"}));
   boxes.texts = {"1"};
-  form.Press("cmdSetAsStartup");
-  ASSERT_EQ(boxes.asked.size(), 1u);
-  EXPECT_EQ(boxes.asked[0].find("Give autostart time delay"), 0u);
-  boxes.shown.clear();
-  boxes.asked.clear();
+  form.Do({{"FileName", "MyCockpit.cfg"}, {"cmdSave"}, {"cmdSetAsStartup"}});
+  EXPECT_EQ(boxes.shown.at(0), "File saved as: MyCockpit.cfg");
+  EXPECT_TRUE(Begins(boxes.asked.at(0), "Give autostart time delay"));
+  boxes.shown = boxes.asked = {};
   Seen("save");
   form.Press("CmdClose");
   OnForm("FrmMainConfigure").Press("CmdClose");
-  EXPECT_TRUE(boxes.asked.empty()) << "everything is saved: " << boxes.asked[0];
+  EXPECT_EQ(boxes.asked, Texts{}) << "everything is saved";
   ASSERT_TRUE(
       Eventually([] { return FormShown("frmMain") != nullptr && FormShown("FrmMainConfigure") == nullptr; }));
 }

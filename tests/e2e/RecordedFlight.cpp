@@ -11,37 +11,14 @@ namespace {
 
 constexpr std::string_view kHex = "0123456789abcdef";
 
-void AppendHex(std::string& out, const std::string& bytes) {
-  for (const char c : bytes) {
-    out += kHex[static_cast<unsigned char>(c) >> 4];
-    out += kHex[static_cast<unsigned char>(c) & 15];
-  }
-}
-
 std::string FromHex(std::string_view text) {
   std::string bytes;
-  for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
+  for (std::size_t i = 0; i + 1 < text.size(); i += 2)
     bytes += static_cast<char>(kHex.find(text[i]) * 16 + kHex.find(text[i + 1]));
-  }
   return bytes;
 }
 
 }  // namespace
-
-std::string RecordingText(const std::vector<RecordedTick>& ticks) {
-  std::string text;
-  for (const RecordedTick& tick : ticks) {
-    for (const std::string& datagram : tick.datagrams) {
-      text += "S ";
-      AppendHex(text, datagram);
-      text += '\n';
-    }
-    text += "G ";
-    AppendHex(text, tick.bus);
-    text += '\n';
-  }
-  return text;
-}
 
 std::vector<RecordedTick> ReadRecording(const std::string& text) {
   std::vector<RecordedTick> ticks;
@@ -73,7 +50,7 @@ bool RecordedCockpit::Load(const std::string& configFile) {
   return !model.ConfigLoadFailed;
 }
 
-std::string RecordedCockpit::Play(const std::vector<std::string>& datagrams) {
+std::string RecordedCockpit::Play(const Texts& datagrams) {
   for (const std::string& datagram : datagrams) socket.Deliver(datagram);
   // A line that is not overloaded: it has carried the tick before.
   PassTick();

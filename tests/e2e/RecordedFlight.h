@@ -9,12 +9,11 @@
 namespace tvx::e2e {
 
 struct RecordedTick {
-  std::vector<std::string> datagrams;  // that came before the tick
-  std::string bus;                     // what the tick sent
+  Texts datagrams;  // that came before the tick
+  std::string bus;  // what the tick sent
 };
 
 // One line each: "S" and a datagram, "G" and the bus bytes that end a tick, in hexadecimal.
-std::string RecordingText(const std::vector<RecordedTick>& ticks);
 // Lines that are neither are skipped.
 std::vector<RecordedTick> ReadRecording(const std::string& text);
 
@@ -23,7 +22,7 @@ struct RecordedCockpit : CockpitRig {
   // False when the file does not load.
   bool Load(const std::string& configFile);
   // Hands the datagrams over, ticks once, returns what went out on the bus.
-  std::string Play(const std::vector<std::string>& datagrams);
+  std::string Play(const Texts& datagrams);
 };
 
 }  // namespace tvx::e2e

@@ -1,11 +1,7 @@
 // Plays the recorded flight again: a change that moves one byte on the bus is seen, and named. After a change
 // that was meant, record anew: build the target record-flight and run it in the source folder.
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <sstream>
-
 #include "platform/AtomicFile.h"
+#include "tests/Test.h"
 #include "tests/e2e/RecordedFlight.h"
 #include "tests/fakes/SourceFolder.h"
 
@@ -14,9 +10,8 @@ namespace {
 
 std::string Text(const std::string& bytes) {
   std::ostringstream out;
-  for (const SentCommand& command : CommandsOf({reinterpret_cast<const Byte*>(bytes.data()), bytes.size()})) {
+  for (const SentCommand& command : CommandsOf({reinterpret_cast<const Byte*>(bytes.data()), bytes.size()}))
     out << command << '\n';
-  }
   return out.str();
 }
 

@@ -2,8 +2,6 @@
 #include "drawn/devices/NeedleDevice.h"
 #include "tests/e2e/Flight.h"
 #include "virtualcockpit/Replay.h"
-#include "virtualcockpit/bus/Drawn.h"
-#include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::e2e {
 namespace {
@@ -57,7 +55,7 @@ TEST(Trace, YokesStandWhereTheirAnswersSay) {
   vc::Cockpit cockpit(model, {.port = 0, .links = false, .simulator = false});
   const auto yokes = vc::MakeYokes(model, {}, {}, {});
   ASSERT_EQ(yokes.size(), 1u);
-  std::vector<Byte> answer(25, 0);
+  Bytes answer(25, 0);
   const auto put = [&answer](std::size_t at, int value) {
     answer[at] = static_cast<Byte>(value >> 8);
     answer[at + 1] = static_cast<Byte>(value);
@@ -66,7 +64,7 @@ TEST(Trace, YokesStandWhereTheirAnswersSay) {
   put(9, vc::YokeDevice::kRawCentre - vc::YokeDevice::kRawTravel);
   put(12, 0x0005);
   answer[8] = 'P', answer[11] = 'S', answer[24] = 0xFF;
-  const std::vector<Byte> bias{0x00, 0x80, 0x82, 0x80, 0xC0, 0x80, 0xC0, 0xFF, 0xFF, 0xE8, 0x87, 0xFF, 0xFF};
+  const Bytes bias{0x00, 0x80, 0x82, 0x80, 0xC0, 0x80, 0xC0, 0xFF, 0xFF, 0xE8, 0x87, 0xFF, 0xFF};
   Trace trace;
   trace.entries = {{0, TraceSource::Yoke2, true, bias},
                    {1, TraceSource::Yoke2, false, {answer.begin(), answer.begin() + 10}},

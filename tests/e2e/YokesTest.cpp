@@ -1,42 +1,26 @@
 // The program flies with two yokes on pseudo-terminals, against the stand-in simulator.
-#include <cmath>
 
-#include "ffb/YokeSettings.h"
 #include "tests/e2e/Flight.h"
-#include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::e2e {
 namespace {
 
 constexpr double kInTheAir = 100;  // s into the flight
 
-void Calibrate(YokeRecord& record, Byte address) {
-  record.Address = address;
-  record.StartMode = static_cast<std::int16_t>(YokeMode::Ffb);
-  record.OptionBits = yokeoption::kStandard & ~yokeoption::kEffects;  // gusts would move what is compared
-  record.RollLeft = record.PitchForward = StoredRaw(vc::YokeDevice::kRawCentre - vc::YokeDevice::kRawTravel);
-  record.RollCentre = record.PitchCentre = StoredRaw(vc::YokeDevice::kRawCentre);
-  record.RollRight = record.PitchBack = StoredRaw(vc::YokeDevice::kRawCentre + vc::YokeDevice::kRawTravel);
-}
-
-class YokesTest : public ::testing::Test {
- protected:
+struct YokesTest : testing::Test {
   YokesTest()
       : flight_([](ConfigModel& model) {
           model.General.ComPortYoke1 = 31;
           model.General.ComPortYoke2 = 32;
-          Calibrate(model.Yoke1, 1);
-          Calibrate(model.Yoke2, 2);
+          constexpr int kOptions = yokeoption::kStandard & ~yokeoption::kEffects;  // no gusts
+          Calibrate(model.Yoke1, 1, kOptions);
+          Calibrate(model.Yoke2, 2, kOptions);
         }),
-        yokes_(vc::MakeYokes(flight_.Model(), ".", flight_.TheCockpit().Traits().lines,
-                             flight_.TheCockpit().Traits().yokes)) {
-    for (const auto& yoke : yokes_) EXPECT_TRUE(yoke->Plug()) << yoke->Line().LastError();
+        yokes_(YokesOf(flight_.Model(), flight_.TheCockpit())) {
     flight_.Sim().RestartFlight(kInTheAir);
   }
-
   vc::YokeDevice& Device(int which) { return yokes_[which == 2 ? 1 : 0]->Device(); }
   YokePair& Pair() { return flight_.TheProgram().Yokes().Pair(); }
-  double Value(const char* dataref) { return flight_.Sim().Datarefs().ValueOf(dataref).value_or(NAN); }
   void RunUntilForces() {
     flight_.Run();
     ASSERT_TRUE(Eventually([this] { return Pair().Of(1).Opening() == 1 && Pair().Of(2).Opening() == 1; }))
@@ -49,10 +33,11 @@ class YokesTest : public ::testing::Test {
 
 TEST_F(YokesTest, FlyFollowAndHandOver) {
   RunUntilForces();
-  EXPECT_EQ(Value("sim/operation/override/override_joystick_roll"), 1);
+  EXPECT_EQ(flight_.Dataref("sim/operation/override/override_joystick_roll"), 1);
   EXPECT_GT(Pair().Ports().Variables.Airspeed, 40) << "the simulator's airspeed arrives";
   Device(1).Grip(0, 0.5);
-  EXPECT_TRUE(Eventually([this] { return std::abs(Value("sim/joystick/yoke_roll_ratio") - 0.45) < 0.1; }));
+  EXPECT_TRUE(
+      Eventually([this] { return std::abs(flight_.Dataref("sim/joystick/yoke_roll_ratio") - 0.45) < 0.1; }));
   EXPECT_TRUE(Eventually([this] { return std::abs(Device(2).Position(0) - Device(1).Position(0)) < 0.04; }))
       << "the other yoke follows";
   EXPECT_LT(Device(1).Force(0), -0.01) << "against the hand";
@@ -60,7 +45,12 @@ TEST_F(YokesTest, FlyFollowAndHandOver) {
   EXPECT_TRUE(Eventually([&] { return flight_.Sim().State().bank > bank + 5; })) << "it banks";
   Device(2).Grip(0, -0.4);
   EXPECT_TRUE(Eventually([this] { return Pair().Master() == 2; })) << "taken by grip";
-  EXPECT_TRUE(Eventually([this] { return Value("sim/joystick/yoke_roll_ratio") < -0.2; }));
+  EXPECT_TRUE(Eventually([this] { return flight_.Dataref("sim/joystick/yoke_roll_ratio") < -0.2; }));
+  flight_.TheProgram().Exit();
+  EXPECT_TRUE(Eventually([this] { return Device(1).Slack() && Device(2).Slack(); }));
+  EXPECT_TRUE(
+      Eventually([this] { return flight_.Dataref("sim/operation/override/override_joystick_pitch") == 0; }));
+  EXPECT_EQ(flight_.TheProgram().Yokes().Form(), nullptr);
 }
 
 TEST_F(YokesTest, GoSlackSafelyAndGiveTheControlsBack) {
@@ -75,15 +65,8 @@ TEST_F(YokesTest, GoSlackSafelyAndGiveTheControlsBack) {
   EXPECT_TRUE(Eventually([this] { return Pair().Master() == 2; })) << "the other one flies";
   flight_.TheProgram().Run().cmdStop_Click();
   EXPECT_TRUE(Eventually([this] { return Device(2).Slack(); })) << "halted";
-  EXPECT_TRUE(Eventually([this] { return Value("sim/operation/override/override_joystick_roll") == 0; }));
-}
-
-TEST_F(YokesTest, ExitLeavesNothingBehind) {
-  RunUntilForces();
-  flight_.TheProgram().Exit();
-  EXPECT_TRUE(Eventually([this] { return Device(1).Slack() && Device(2).Slack(); }));
-  EXPECT_TRUE(Eventually([this] { return Value("sim/operation/override/override_joystick_pitch") == 0; }));
-  EXPECT_EQ(flight_.TheProgram().Yokes().Form(), nullptr);
+  EXPECT_TRUE(
+      Eventually([this] { return flight_.Dataref("sim/operation/override/override_joystick_roll") == 0; }));
 }
 
 }  // namespace

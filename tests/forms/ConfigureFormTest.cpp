@@ -1,30 +1,23 @@
-#include <QCheckBox>
-#include <QComboBox>
-#include <QListWidget>
-#include <QRadioButton>
-#include <QSpinBox>
-#include <QTreeWidget>
-#include <functional>
-
 #include "tests/forms/FormsRig.h"
+#include "tests/platform/PluggedIn.h"
 
 namespace tvx {
 namespace {
 
-class ConfigureFormTest : public FormsTest {
- protected:
-  void Open() {
-    Begin();
-    Control<QPushButton>(Start(), "CmdConfigure")->click();
-    Settle();
-    ASSERT_NE(Configuration(), nullptr);
-  }
-  void Click(const char* name) { Control<QPushButton>(Configuration(), name)->click(); }
-  static void ClickIn(QWidget* form, const char* name) { Control<QPushButton>(form, name)->click(); }
+const std::string kAskUnsaved = "Updates are not saved; Continue anyway?";
+
+struct ConfigureFormTest : FormsTest {
+  void Click(const char* name) { tvx::Click(Configuration(), name); }
   // Another form of the configuration, where it is shown.
   QWidget* Other(const char* name) {
     auto* form = Configuration()->findChild<QWidget*>(name);
     return form != nullptr && form->isVisible() ? form : nullptr;
+  }
+  // Presses the button that opens it.
+  QWidget* Open(const char* button, const char* name) {
+    Click(button);
+    EXPECT_NE(Other(name), nullptr) << name;
+    return Other(name);
   }
   GeneralRecord& General() { return program_->Model().General; }
 };
@@ -41,97 +34,67 @@ TEST_F(ConfigureFormTest, EachGroupGetsItsPort) {
       {"ComboComYoke1", "cmdSetCommportYoke1", "boxCurrentComYoke1", &GeneralRecord::ComPortYoke1},
       {"ComboComYoke2", "cmdSetCommportYoke2", "boxCurrentComYoke2", &GeneralRecord::ComPortYoke2},
   };
-  Open();
+  Configure();
   EXPECT_FALSE(program_->Timers().WaitForAutostart.Enabled()) << "nothing starts behind it";
   EXPECT_FALSE(program_->Timers().TimerWaitForFS.Enabled());
   int number = 3;
   for (const auto& row : rows) {
-    auto* choice = Control<QComboBox>(Configuration(), row.choice);
-    EXPECT_FALSE(Control<QPushButton>(Configuration(), row.button)->isEnabled()) << row.button;
-    choice->setCurrentIndex(choice->findData(++number));
+    const std::string port = std::to_string(++number);
+    Play(Configuration(), {{"", "", row.button, "button, grey"}, {row.choice, port.c_str()}});
     EXPECT_EQ(General().*row.field, 0) << "taken before " << row.button;
-    Click(row.button);
+    Play(Configuration(), {{row.button, "", row.current, "COM " + port}});
     EXPECT_EQ(General().*row.field, number) << row.button;
-    EXPECT_EQ(LabelText(Configuration(), row.current), "COM " + std::to_string(number));
   }
   EXPECT_TRUE(program_->Model().ConfigChanged);
 }
 
 TEST_F(ConfigureFormTest, ASimulatorOfTheNetworkIsTakenAtOnceAndFollowedOnRequest) {
-  Open();
-  auto* follow = Control<QCheckBox>(Configuration(), "CheckFollow");
-  auto* localPort = Control<QLineEdit>(Configuration(), "boxLocalPort");
-  EXPECT_FALSE(follow->isEnabled()) << "no simulator is known by its name";
-  EXPECT_FALSE(LabelText(Configuration(), "LabelFound").empty());
+  QWidget* form = Configure();
+  EXPECT_EQ(StateOf(form, "CheckFollow"), "off, grey") << "no simulator is known by its name";
+  EXPECT_FALSE(LabelText(form, "LabelFound").empty());
   beacons_.Deliver(BeaconBytes("SIM-PC", 1, 49100), "10.0.0.7");
   beacons_.Deliver(BeaconBytes("VISUAL", 2), "10.0.0.9");
-  localPort->setText("50999");
-  ClickIn(Configuration(), "FoundTake0");
-  EXPECT_EQ(General().RemoteIP, "10.0.0.7");
-  EXPECT_EQ(General().RemotePort, "49100");
-  EXPECT_EQ(General().LocalPort, "50992") << "typed, and not set yet";
-  EXPECT_EQ(localPort->text(), "50999");
-  EXPECT_TRUE(Control<QLabel>(Configuration(), "FoundTaken0")->isVisible());
-  ASSERT_TRUE(follow->isEnabled());
-  follow->setChecked(true);
-  Control<QCheckBox>(Configuration(), "CheckHearAll")->setChecked(true);
+  Play(form, {{"boxLocalPort", "50999"}, {"FoundTake0", "", "boxLocalPort", "50999"}, {"CheckFollow", "on"}});
+  EXPECT_EQ((Texts{General().RemoteIP, General().RemotePort, General().LocalPort}),
+            (Texts{"10.0.0.7", "49100", "50992"}))
+      << "the last is typed, and not set yet";
+  EXPECT_TRUE(Control<QLabel>(form, "FoundTaken0")->isVisible());
+  Set(form, "CheckHearAll", "on");
   EXPECT_EQ(General().GeneralText6, "");
   Click("cmdSetUDP");
   EXPECT_EQ(General().Setting(kHearAllSetting), "yes");
   EXPECT_EQ(General().Setting(kFollowSetting), "SIM-PC");
-  auto* address = Control<QLineEdit>(Configuration(), "boxRemoteIP");
-  address->setText("10.0.0.99");
-  EXPECT_FALSE(follow->isEnabled()) << "who is there is not known";
-  EXPECT_FALSE(follow->isChecked());
-  address->setText("10.0.0.7");
-  EXPECT_TRUE(follow->isChecked());
-  EXPECT_FALSE(Control<QPushButton>(Configuration(), "cmdSetUDP")->isEnabled()) << "as it is set";
-  ClickIn(Configuration(), "FoundTake1");
+  Play(form, {{"boxRemoteIP", "10.0.0.99", "CheckFollow", "off, grey"},  // who is there is not known
+              {"boxRemoteIP", "10.0.0.7", "CheckFollow", "on"},
+              {"", "", "cmdSetUDP", "button, grey"},             // as it is set
+              {"FoundTake1", "", "CheckFollow", "off, grey"}});  // it flies nothing itself
   EXPECT_EQ(General().Setting(kFollowSetting), "") << "another one is in use now";
-  EXPECT_FALSE(follow->isEnabled()) << "it flies nothing itself";
   beacons_.Deliver(BeaconBytes("A-VERY-LONG-NAME-OF-A-COMPUTER", 2, 49100), "192.168.100.100");
-  ExpectKeysAndTips(Configuration());
-  ExpectNothingClipped(Configuration());
+  ExpectKeysAndTips(form);
+  ExpectNothingClipped(form);
   for (const char* line : {"FoundLine0", "FoundLine1", "FoundLine2"}) {
-    const auto* label = Control<QLabel>(Configuration(), line);
+    const auto* label = Control<QLabel>(form, line);
     EXPECT_GE(label->height(), label->heightForWidth(label->width())) << line;
   }
 }
 
-TEST_F(ConfigureFormTest, AComputersNameIsTakenAsItIsTyped) {
-  Open();
-  const std::pair<const char*, bool> rows[] = {{"simpc", true},          {"sim-pc.local", true},
-                                               {"192.168.1.300", false}, {"192.168.1", false},
-                                               {"-sim", false},          {"", false}};
-  for (const auto& [text, right] : rows) {
-    Control<QLineEdit>(Configuration(), "boxRemoteIP")->setText(text);
-    EXPECT_EQ(Control<QPushButton>(Configuration(), "cmdSetUDP")->isEnabled(), right) << text;
-    if (!right) continue;
-    Click("cmdSetUDP");
-    EXPECT_EQ(General().RemoteIP, text);
-  }
-}
-
 TEST_F(ConfigureFormTest, TheUdpSettingsAreTakenTogether) {
-  Open();
-  auto* set = Control<QPushButton>(Configuration(), "cmdSetUDP");
-  EXPECT_FALSE(set->isEnabled()) << "nothing to set yet";
-  auto* address = Control<QLineEdit>(Configuration(), "boxRemoteIP");
-  address->setText("192.168.1.");
-  EXPECT_FALSE(set->isEnabled());
-  EXPECT_TRUE(Control<QLabel>(Configuration(), "LabelUdpFault")->isVisible());
-  address->setText("192.168.1.20");
-  EXPECT_FALSE(Control<QLabel>(Configuration(), "LabelUdpFault")->isVisible());
-  Control<QRadioButton>(Configuration(), "OptionByteOrderReverse")->setChecked(true);
-  Control<QCheckBox>(Configuration(), "CheckBlockUsel")->setChecked(true);
+  QWidget* form = Configure();
+  Play(form, {{"", "", "cmdSetUDP", "button, grey"},  // nothing to set yet
+              {"boxRemoteIP", "192.168.1.300", "cmdSetUDP", "button, grey"},
+              {"boxRemoteIP", "192.168.1.20", "cmdSetUDP", "button"},
+              {"boxRemoteIP", "-sim", "cmdSetUDP", "button, grey"},
+              {"", "", "LabelUdpFault",
+               "The address is four numbers, each 0 to 255, with points between, or a computer's name."},
+              {"boxRemoteIP", "sim-pc.local", "LabelUdpFault", "hidden"},
+              {"OptionByteOrderReverse", "on"},
+              {"CheckBlockUsel", "on"}});
   EXPECT_EQ(General().RemoteIP, "127.0.0.1");
-  set->click();
-  EXPECT_EQ(General().RemoteIP, "192.168.1.20");
-  EXPECT_EQ(General().ByteOrderReverse, -1);
-  EXPECT_EQ(General().BlockUSEL, 1);
-  Press(Control<QComboBox>(Configuration(), "ComboLights"), Qt::Key_Down);
-  EXPECT_EQ(General().LightsSetting1, 0);
-  EXPECT_EQ(General().LightsSetting2, 1);
+  Click("cmdSetUDP");
+  EXPECT_EQ(General().RemoteIP, "sim-pc.local");
+  EXPECT_EQ(std::tuple(General().ByteOrderReverse, General().BlockUSEL), std::tuple(-1, 1));
+  Press(Control<QComboBox>(form, "ComboLights"), Qt::Key_Down);
+  EXPECT_EQ(std::tuple(General().LightsSetting1, General().LightsSetting2), std::tuple(0, 1));
 }
 
 // A file that is loaded names its own ports; the lines that were open must not go on as if nothing were.
@@ -140,26 +103,20 @@ TEST_F(ConfigureFormTest, TheSaveFormLoadsWithOtherPortsAndImports) {
   other.General.ComPortGS = 9;
   other.General.TransferInterval = 250;
   WriteConfig("Other.cfg", other);
-  Open();
+  Configure();
   const SerialPort& bus = program_->HardwareBus().Line();
   EXPECT_EQ(bus.State(), SerialState::Closed);
-  Click("cmdSaveConfig");
-  QWidget* save = Other("SaveConfig");
-  ASSERT_NE(save, nullptr);
-  EXPECT_EQ(Control<QLineEdit>(save, "FileName")->text(), "Default.cfg");
+  QWidget* save = Open("cmdSaveConfig", "SaveConfig");
   EXPECT_EQ(Control<QListWidget>(save, "FileList")->count(), 2);
-  Control<QLineEdit>(save, "FileName")->setText("Other.cfg");
   boxes_.answers = {kAnswerYes, kAnswerYes};
-  ClickIn(save, "cmdLoad");
+  Play(save, {{"", "", "FileName", "Default.cfg"}, {"FileName", "Other.cfg"}, {"cmdLoad"}});
   EXPECT_EQ(bus.State(), SerialState::NotFound) << "nobody tried to open it";
-  EXPECT_EQ(LabelText(Configuration(), "BoxCurrentComGS"), "COM 9");
-  EXPECT_EQ(Control<QSlider>(Configuration(), "SliderXferTtimerProcess")->value(), 250);
+  Play(Configuration(), {{"", "", "BoxCurrentComGS", "COM 9"}, {"", "", "SliderXferTtimerProcess", "250"}});
   EXPECT_FALSE(program_->Model().ConfigChanged);
   General().TransferInterval = 100;
-  Control<QCheckBox>(save, "ChkImportPartial0")->setChecked(true);
-  ClickIn(save, "cmdImportPartial");
+  Play(save, {{"ChkImportPartial0", "on"}, {"cmdImportPartial"}});
   EXPECT_EQ(General().TransferInterval, 250);
-  ClickIn(save, "cmdSave");
+  Set(save, "cmdSave");
   EXPECT_EQ(QDir().entryList({"Other.cfg.*.bak"}).size(), 1);
   Press(save, Qt::Key_Escape);
   Settle();
@@ -168,17 +125,17 @@ TEST_F(ConfigureFormTest, TheSaveFormLoadsWithOtherPortsAndImports) {
 
 // What was changed, and what was chosen or typed but never set.
 TEST_F(ConfigureFormTest, ClosingAsksAboutUnsavedChanges) {
-  const std::function<void()> edits[] = {
-      [this] { Click("CmdSet250"); },
-      [this] { Control<QLineEdit>(Configuration(), "boxRemoteIP")->setText("192.168.1.2"); },
-      [this] { Control<QRadioButton>(Configuration(), "OptionByteOrderReverse")->setChecked(true); },
-      [this] { Control<QCheckBox>(Configuration(), "CheckBlockUsel")->setChecked(true); },
-      [this] { Control<QComboBox>(Configuration(), "ComboComYoke2")->setCurrentIndex(4); }};
-  for (const auto& edit : edits) {
+  const Move edits[] = {{"CmdSet250"},
+                        {"boxRemoteIP", "192.168.1.2"},
+                        {"OptionByteOrderReverse", "on"},
+                        {"CheckBlockUsel", "on"},
+                        {"ComboComYoke2", "4"}};
+  for (const Move& edit : edits) {
+    SCOPED_TRACE(edit.control);
     program_.reset();
     boxes_.asked.clear();
-    Open();
-    edit();
+    Configure();
+    Play(Configuration(), {edit});
     // Another form shows the model anew: what was typed stays.
     program_->Configuration().Refresh();
     boxes_.answers = {kAnswerNo, kAnswerYes};
@@ -187,16 +144,13 @@ TEST_F(ConfigureFormTest, ClosingAsksAboutUnsavedChanges) {
     EXPECT_TRUE(Configuration()->isVisible());
     Press(Configuration(), Qt::Key_Escape);
     EXPECT_EQ(Configuration(), nullptr);
-    EXPECT_EQ(boxes_.asked, std::vector<std::string>(2, "Updates are not saved; Continue anyway?"));
+    EXPECT_EQ(boxes_.asked, Texts(2, kAskUnsaved));
     EXPECT_TRUE(Start()->isVisible());
   }
   // Typed and never set, it is gone; set and never saved, it is asked about again.
-  Control<QPushButton>(Start(), "CmdConfigure")->click();
-  EXPECT_EQ(Control<QComboBox>(Configuration(), "ComboComYoke2")->currentIndex(), 0);
-  Configuration()->close();
-  EXPECT_EQ(boxes_.asked.size(), 2u);
-  for (const std::size_t asked : {3u, 4u}) {
-    Control<QPushButton>(Start(), "CmdConfigure")->click();
+  for (const std::size_t asked : {2u, 3u, 4u}) {
+    tvx::Click(Start(), "CmdConfigure");
+    EXPECT_EQ(Control<QComboBox>(Configuration(), "ComboComYoke2")->currentIndex(), 0);
     if (asked == 3) Click("CmdSet250");
     boxes_.answers = {kAnswerYes};
     Configuration()->close();
@@ -211,14 +165,12 @@ TEST_F(ConfigureFormTest, FromTheStatusFormTheFileInUseIsTheOneEdited) {
   program_->Start().FileBox_Click("Other.cfg");
   program_->Start().butOK_Click();
   Settle();
-  Control<QPushButton>(Status(), "CmdConfig")->click();
-  Settle();
+  tvx::Click(Status(), "CmdConfig");
   ASSERT_NE(Configuration(), nullptr);
   EXPECT_EQ(Status(), nullptr);
   EXPECT_TRUE(Start()->isVisible());
   EXPECT_EQ(program_->Model().ConfigFileName, "Other.cfg");
   Click("CmdClose");
-  Settle();
   EXPECT_EQ(program_->Start().View().FileName, "Default.cfg");
   EXPECT_FALSE(program_->Start().View().CountdownVisible);
   program_->Start().butOK_Click();
@@ -227,7 +179,7 @@ TEST_F(ConfigureFormTest, FromTheStatusFormTheFileInUseIsTheOneEdited) {
 }
 
 TEST_F(ConfigureFormTest, AClickOnAGaugeOpensItsDialog) {
-  Open();
+  Configure();
   auto* list = Control<QTreeWidget>(Configuration(), "Configlist");
   Click("cmdClearConfig");
   ASSERT_EQ(list->topLevelItemCount(), 1) << "it asked, and the answer was No";
@@ -240,17 +192,15 @@ TEST_F(ConfigureFormTest, AClickOnAGaugeOpensItsDialog) {
   auto* function = Control<QComboBox>(dialog, "ComboFunction1");
   function->setEditText("(none)");
   Press(function->lineEdit(), Qt::Key_Return);
-  EXPECT_EQ(program_->Model().Gauges[7].GaugeFunction1, 0);
+  Play(dialog, {{"boxInstance1", "3"}, {"Option128", "on"}});
+  const GaugeRecord& gauge = program_->Model().Gauges[7];
+  EXPECT_EQ(std::tuple(gauge.GaugeFunction1, gauge.GaugeSetting5), std::tuple(0, 0x80));
   EXPECT_EQ(list->topLevelItem(0)->text(2), "Not Assigned");
-  Control<QSpinBox>(dialog, "boxInstance1")->setValue(3);
   EXPECT_EQ(list->topLevelItem(0)->text(4), "3 #");
-  Control<QCheckBox>(dialog, "Option128")->click();
-  EXPECT_EQ(program_->Model().Gauges[7].GaugeSetting5, 0x80);
 
   boxes_.answers = {kAnswerYes, kAnswerYes};
   program_->Model().Gauges[9].GaugeType = 1;
-  ClickIn(dialog, "cmdDelete");
-  Settle();
+  tvx::Click(dialog, "cmdDelete");
   EXPECT_EQ(list->topLevelItemCount(), 1);
   EXPECT_EQ(Other("frmInstrument"), nullptr);
   Click("cmdClearConfig");
@@ -258,113 +208,84 @@ TEST_F(ConfigureFormTest, AClickOnAGaugeOpensItsDialog) {
 }
 
 TEST_F(ConfigureFormTest, APlateThatIsTypedIsCheckedAndAskedAbout) {
-  Open();
-  Click("cmdPlates");
-  QWidget* form = Other("frmCalibrate");
-  ASSERT_NE(form, nullptr);
-  ClickIn(form, "CmdCreateNewPlate");
-  const auto type = [&](const char* name, const char* text) {
-    auto* edit = Control<QLineEdit>(form, name);
+  Configure();
+  QWidget* form = Open("cmdPlates", "frmCalibrate");
+  tvx::Click(form, "CmdCreateNewPlate");
+  const struct {
+    const char *box, *typed;  // key by key
+    std::string check;
+  } rows[] = {{"CalMinimumValue", "0", "Minimum and maximum values are equal; Please correct."},
+              {"boxNeedle0", "20", "Minimum and maximum values are equal; Please correct."},
+              {"boxValue1", "50", "At valuebox 1: Needle position is empty; Please correct."},
+              {"boxNeedle1", "129", ""},
+              {"boxValue3", "99,5", "At valuebox 3: Needle position is empty; Please correct."},
+              {"boxNeedle3", "1079", ""},
+              {"boxNeedle3", "1080", "At valuebox 3: Needle position must be 0 to 1079; Please correct."}};
+  for (const auto& row : rows) {
+    auto* edit = Control<QLineEdit>(form, row.box);
     edit->clear();
-    for (const char* c = text; *c != 0; ++c) Press(edit, 0, QString(QChar(*c)));
-  };
-  type("CalMinimumValue", "0");
-  type("boxNeedle0", "20");
-  type("boxValue1", "50");
-  EXPECT_EQ(LabelText(form, "LabelCheck"), "At valuebox 1: Needle position is empty; Please correct.");
-  type("boxNeedle1", "129");
-  EXPECT_EQ(LabelText(form, "LabelCheck"), "");
-  type("boxValue3", "99,5");
-  type("boxNeedle3", "1079");
-  EXPECT_EQ(LabelText(form, "LabelCheck"), "");
+    for (const char* key = row.typed; *key != 0; ++key) Press(edit, 0, QString(QChar(*key)));
+    EXPECT_EQ(LabelText(form, "LabelCheck"), row.check) << row.box << ' ' << row.typed;
+  }
   EXPECT_EQ(Control<QLineEdit>(form, "boxValue2")->placeholderText(), "74.75") << "seen before it is stored";
-  type("boxNeedle3", "1080");
-  EXPECT_TRUE(Control<QLineEdit>(form, "boxNeedle3")->property("wrong").toBool());
-  EXPECT_EQ(LabelText(form, "LabelCheck"),
-            "At valuebox 3: Needle position must be 0 to 1079; Please correct.");
+  EXPECT_EQ(StateOf(form, "boxNeedle3"), "1080, wrong");
   boxes_.answers = {kAnswerNo, kAnswerYes};
   form->close();
   ASSERT_NE(Other("frmCalibrate"), nullptr);
   form->close();
-  EXPECT_EQ(boxes_.asked, std::vector<std::string>(2, "Updates are not saved; Continue anyway?"));
+  EXPECT_EQ(boxes_.asked, Texts(2, kAskUnsaved));
   EXPECT_EQ(program_->Model().PlateCount(), 1);
 }
 
 TEST_F(ConfigureFormTest, TheTestConsoleSendsAndAdds) {
-  Open();
-  Click("cmdTestGauges");
-  QWidget* form = Other("frmTestGauges");
-  ASSERT_NE(form, nullptr);
-  ClickIn(form, "CmdPlusTen");
-  ClickIn(form, "cmdplusone");
-  EXPECT_EQ(Control<QLineEdit>(form, "ManualGaugeID")->text(), "11");
-  ClickIn(form, "cmdPollGauge");
-  EXPECT_EQ(LabelText(form, "Text7"), "-- No reply --");
-  auto* kinds = Control<QComboBox>(form, "ComboGaugeType");
-  kinds->setCurrentIndex(kinds->findData(101));
+  Configure();
   boxes_.answers = {kAnswerYes};
-  ClickIn(form, "cmdAddToConfig");
+  Play(Open("cmdTestGauges", "frmTestGauges"), {{"CmdPlusTen"},
+                                                {"cmdplusone", "", "ManualGaugeID", "11"},
+                                                {"cmdPollGauge", "", "Text7", "-- No reply --"},
+                                                {"ComboGaugeType", "101"},
+                                                {"cmdAddToConfig"}});
   EXPECT_EQ(program_->Model().Gauges[11].GaugeType, 101);
   EXPECT_EQ(Control<QTreeWidget>(Configuration(), "Configlist")->topLevelItemCount(), 2);
 }
 
 // The adapters with what one has to know of them, where none can be opened.
 TEST_F(ConfigureFormTest, AdaptersAreOfferedWithTheirState) {
-  struct Plugged final : SerialDevices {
-    std::vector<SerialDevice> devices;
-    std::vector<SerialDevice> List() const override { return devices; }
-    bool Assign(int, const SerialDevice&, std::string&) override { return false; }
-  } plugged;
-  SerialDevice busy, closed;
-  busy.path = "/dev/ttyUSB0";
-  busy.adapter = "FT232R USB UART";
-  busy.serialNumber = "A50285BI";
-  busy.mayOpen = true;
-  busy.users = {"minicom (4711)"};
-  closed.path = "/dev/ttyUSB7";
-  closed.adapter = "Torvex interface";
+  PluggedIn plugged;
+  plugged.Add("/dev/ttyUSB0", "FT232R USB UART", "A50285BI").users = {"minicom (4711)"};
+  SerialDevice& closed = plugged.Add("/dev/ttyUSB7", "Torvex interface");
+  closed.mayOpen = false;
   closed.group = "dialout";
-  plugged.devices = {busy, closed};
   devices_ = &plugged;
-  Open();
+  Configure();
   auto* ports = Control<QComboBox>(Configuration(), "ComboComGS");
   EXPECT_EQ(ports->itemText(ports->findData(5)),
             "COM 5  (FT232R USB UART, serial A50285BI, /dev/ttyUSB0, in use by minicom (4711))");
-  Click("cmdAdapters");
-  QWidget* form = Other("frmAdapters");
-  ASSERT_NE(form, nullptr);
+  QWidget* form = Open("cmdAdapters", "frmAdapters");
   auto* list = Control<QTreeWidget>(form, "ListAdapters");
   ASSERT_EQ(list->topLevelItemCount(), 2);
   list->setCurrentItem(list->topLevelItem(1));
   EXPECT_EQ(LabelText(form, "LabelAdvice"),
             "Torvex interface, /dev/ttyUSB7: no permission; install the rule 70-torvex-cockpit.rules, or "
             "type: sudo adduser $USER dialout, and log in again");
-  EXPECT_EQ(Control<QComboBox>(form, "ComboAssign")->currentText(), "COM 12") << "where it is already";
+  EXPECT_EQ(StateOf(form, "ComboAssign"), "COM 12") << "where it is already";
   ExpectNothingClipped(form);
   plugged.devices.clear();
-  ClickIn(form, "cmdRefresh");
-  EXPECT_EQ(LabelText(form, "LabelAdvice"), "No serial adapter is plugged in.");
-  EXPECT_FALSE(Control<QPushButton>(form, "cmdAssignAdapter")->isEnabled());
+  Play(form, {{"cmdRefresh", "", "LabelAdvice", "No serial adapter is plugged in."},
+              {"", "", "cmdAssignAdapter", "button, grey"}});
 }
 
 TEST_F(ConfigureFormTest, OnePortForTwoGroupsIsSaid) {
-  Open();
-  for (const auto& [choice, button] :
-       {std::pair{"ComboComGS", "cmdSetCommport"}, {"ComboComEC", "cmdSetCommportEC"}}) {
-    auto* ports = Control<QComboBox>(Configuration(), choice);
-    ports->setCurrentIndex(ports->findData(9));
-    Click(button);
-  }
-  const std::string advice = LabelText(Configuration(), "LabelComAdvice");
-  EXPECT_NE(advice.find("Gauge bus: COM 9 not found"), std::string::npos) << advice;
-  EXPECT_NE(advice.find("Engine cluster: COM 9 is given to: Gauge bus as well; only one can have it"),
-            std::string::npos)
-      << advice;
+  Configure();
+  Play(Configuration(), {{"ComboComGS", "9"}, {"cmdSetCommport"}, {"ComboComEC", "9"}, {"cmdSetCommportEC"}});
+  for (const char* words : {"Gauge bus: COM 9 not found",
+                            "Engine cluster: COM 9 is given to: Gauge bus as well; only one can have it"})
+    EXPECT_TRUE(Holds(LabelText(Configuration(), "LabelComAdvice"), words));
 }
 
 // Every form can be worked by keyboard, says what each control does, and shows it whole.
 TEST_F(ConfigureFormTest, KeysTipsAndTexts) {
-  Open();
+  Configure();
   Control<QComboBox>(Configuration(), "ComboLights")->setFocus();
   ExpectKeysAndTips(Configuration());
   ExpectNothingClipped(Configuration());

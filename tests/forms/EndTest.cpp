@@ -15,8 +15,7 @@ constexpr int kLongestMs = 3000;       // from the signal
 constexpr int kLongestWalkMs = 60000;  // until it is raised
 constexpr int kTooLate = 99;
 
-class EndTest : public EveryFormTest {
- protected:
+struct EndTest : EveryFormTest {
   EndTest() {
     guard_.setSingleShot(true);
     QObject::connect(&guard_, &QTimer::timeout, [] { QCoreApplication::exit(kTooLate); });
@@ -53,9 +52,8 @@ class EndTest : public EveryFormTest {
     guard_.stop();
     EXPECT_TRUE(program_->Ended());
     program_.reset();
-    for (QWidget* window : QApplication::topLevelWidgets()) {
+    for (QWidget* window : QApplication::topLevelWidgets())
       EXPECT_FALSE(window->isVisible()) << window->objectName().toStdString();
-    }
     EXPECT_EQ(FileText(), before);
   }
 
@@ -104,11 +102,11 @@ TEST_F(EndTest, UnsavedWorkIsOfferedAtTheNextStart) {
   EXPECT_EQ(program_->Model().General.TransferInterval, SmallModel().General.TransferInterval);
   auto* panel = Control<QWidget>(Start(), "PanelUnsaved");
   EXPECT_TRUE(panel->isVisible());
-  Control<QPushButton>(panel, "cmdTakeUnsaved")->click();
+  Click(panel, "cmdTakeUnsaved");
   ASSERT_NE(Configuration(), nullptr);
   EXPECT_EQ(program_->Model().General.TransferInterval, 250);
-  Control<QPushButton>(Configuration(), "cmdSaveConfig")->click();
-  Control<QPushButton>(Shown("SaveConfig"), "cmdSave")->click();
+  Click(Configuration(), "cmdSaveConfig");
+  Click(Shown("SaveConfig"), "cmdSave");
   Shown("SaveConfig")->close();
   Configuration()->close();
   Settle();

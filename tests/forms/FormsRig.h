@@ -1,21 +1,24 @@
 // The whole program in a folder of its own, its message boxes in memory; and hands for its forms.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QKeyEvent>
-#include <QTemporaryDir>
-#include <map>
-#include <set>
-#include <string>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTreeWidget>
 
 #include "app/Program.h"
 #include "config/StartFile.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/FakeKeyInjector.h"
 #include "tests/fakes/FakeMulticastListener.h"
+#include "tests/fakes/ScratchFolder.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -42,6 +45,63 @@ T* Control(QWidget* form, const char* name) {
 inline std::string LabelText(QWidget* form, const char* name) {
   const auto* label = Control<QLabel>(form, name);
   return label == nullptr ? std::string() : label->text().toStdString();
+}
+
+// Presses a button; what that queued is handled.
+inline void Click(QWidget* form, const char* name) {
+  if (auto* button = Control<QAbstractButton>(form, name)) button->click();
+  Settle();
+}
+
+// What a control shows: a text, a choice, a number; "on" or "off" where it has a tick; whether it is greyed
+// out, marked as wrong, or "hidden". A button that is only pressed shows no text.
+inline std::string StateOf(QWidget* form, const char* name) {
+  const auto* control = Control<QWidget>(form, name);
+  if (control == nullptr || !control->isVisible()) return "hidden";
+  QString state;
+  if (const auto* button = qobject_cast<const QAbstractButton*>(control)) {
+    state = !button->isCheckable() ? "button" : button->isChecked() ? "on" : "off";
+  } else {
+    for (const char* property : {"currentText", "text", "value"}) {
+      if (state.isEmpty()) state = control->property(property).toString();
+    }
+  }
+  if (!control->isEnabled()) state += ", grey";
+  if (control->property("wrong").toBool()) state += ", wrong";
+  return state.toStdString();
+}
+
+// Gives a control a value, as StateOf has it; of a choice the text, or the number that it stands for. A
+// button that is only pressed is pressed.
+inline void Set(QWidget* form, const char* name, const QString& value = {}) {
+  auto* control = Control<QWidget>(form, name);
+  EXPECT_TRUE(control == nullptr || control->isEnabled()) << name << " is greyed out";
+  if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+    if (value.isEmpty() || button->isChecked() != (value == "on")) button->click();
+  } else if (auto* edit = qobject_cast<QLineEdit*>(control)) {
+    edit->setText(value);
+    emit edit->textEdited(value);
+  } else if (auto* choice = qobject_cast<QComboBox*>(control)) {
+    const int place = choice->findText(value);
+    choice->setCurrentIndex(place >= 0 ? place : choice->findData(value.toInt()));
+  } else if (control != nullptr) {
+    EXPECT_TRUE(control->setProperty("value", value.toInt())) << name;
+  }
+  Settle();
+}
+
+// One thing that a user does to a form, and what a control shows then; an empty name stands for neither.
+struct Move {
+  const char *control, *value = "", *seen = "";
+  std::string state = {};
+};
+inline void Play(QWidget* form, const std::vector<Move>& moves) {
+  for (const Move& move : moves) {
+    if (*move.control != 0) Set(form, move.control, move.value);
+    if (*move.seen == 0) continue;
+    EXPECT_EQ(StateOf(form, move.seen), move.state)
+        << move.seen << " after " << move.control << ' ' << move.value;
+  }
 }
 
 inline void Press(QWidget* widget, int key, const QString& text = {}) {
@@ -98,38 +158,24 @@ inline ConfigModel SmallModel() {
   model.General.RemotePort = "50991";
   model.General.LocalPort = "50992";
   model.Plates.emplace_back();  // a file without Plates does not load wholly
-  model.Functions[1].ShortName = "Airspeed indicated";
-  model.Functions[1].FunctionNr = 1;
-  model.Gauges[7].GaugeType = 1;
-  model.Gauges[7].GaugeFunction1 = 1;
+  model.Functions[1] = {.ShortName = "Airspeed indicated", .FullName = {}, .FunctionNr = 1};
+  model.Gauges[7] = {.GaugeType = 1, .GaugeFunction1 = 1};
   return model;
 }
 
-class FormsTest : public testing::Test {
- protected:
-  FormsTest() : before_(QDir::currentPath()) {
-    QDir::setCurrent(folder_.path());
+struct FormsTest : testing::Test {
+  FormsTest() {
     WriteConfig("Default.cfg", SmallModel());
-    WriteStart("Default.cfg");
+    ConfigModel start;
+    start.StartDelay = 12;
+    EXPECT_TRUE(WriteStartFile(start, "Default.cfg"));
   }
-  ~FormsTest() override {
-    program_.reset();
-    QDir::setCurrent(before_);
-  }
-
-  static void WriteConfig(const QString& name, const ConfigModel& model) {
-    QFile file(name);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write(QByteArray::fromStdString(WriteConfigText(model)));
-  }
-  static void WriteStart(const char* configuration) {
-    ConfigModel model;
-    model.StartDelay = 12;
-    ASSERT_TRUE(WriteStartFile(model, configuration));
+  static void WriteConfig(const char* name, const ConfigModel& model) {
+    ScratchFolder::Put(name, WriteConfigText(model));
   }
 
   Program& Begin() {
-    program_ = std::make_unique<Program>(&boxes_, nullptr, devices_, nullptr, &beacons_);
+    program_ = std::make_unique<Program>(&boxes_, &keys_, devices_, nullptr, &beacons_);
     program_->Begin();
     Settle();
     return *program_;
@@ -141,13 +187,20 @@ class FormsTest : public testing::Test {
     return *program_;
   }
   StartForm* Start() { return program_->StartWindow(); }
+  // The main configuration form, from the start form.
+  MainConfigureForm* Configure() {
+    Begin();
+    Click(Start(), "CmdConfigure");
+    EXPECT_NE(Configuration(), nullptr);
+    return Configuration();
+  }
   StatusForm* Status() { return program_->StatusWindow(); }
   MainConfigureForm* Configuration() { return program_->ConfigurationWindow(); }
 
-  QTemporaryDir folder_;
-  QString before_;
+  const ScratchFolder folder_;
   FakeMessageBoxes boxes_;
   FakeMulticastListener beacons_;
+  FakeKeyInjector keys_;
   SerialDevices* devices_ = nullptr;  // null: this computer's
   std::unique_ptr<Program> program_;
 };
@@ -159,13 +212,13 @@ inline void ExpectNothingClipped(QWidget* form) {
   for (const QLabel* label : form->findChildren<QLabel*>()) {
     if (!label->isVisible() || label->wordWrap() || label->text().isEmpty()) continue;
     if (label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) continue;
-    EXPECT_GE(label->width(), label->sizeHint().width()) << label->objectName().toStdString();
-    EXPECT_GE(label->height(), label->fontMetrics().height()) << label->objectName().toStdString();
+    const QSize wanted(label->sizeHint().width(), label->fontMetrics().height());
+    EXPECT_EQ(label->size().expandedTo(wanted), label->size()) << label->objectName().toStdString();
   }
   for (const QAbstractButton* button : form->findChildren<QAbstractButton*>()) {
+    const QSize shown = button->size();
     if (!button->isVisible()) continue;
-    EXPECT_GE(button->width(), button->sizeHint().width()) << button->objectName().toStdString();
-    EXPECT_GE(button->height(), button->sizeHint().height()) << button->objectName().toStdString();
+    EXPECT_EQ(shown.expandedTo(button->sizeHint()), shown) << button->objectName().toStdString();
   }
 }
 

@@ -1,9 +1,7 @@
 // The Function editor, the list and the test of Functions, and the test console, by their controls' names.
 #include <QListView>
-#include <QSpinBox>
 #include <QStackedWidget>
 #include <QTimerEvent>
-#include <map>
 
 #include "config/NameTables.h"
 #include "simlink/console/forms/TestXplaneInterfaceForm.h"
@@ -15,12 +13,8 @@
 namespace tvx {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-class FunctionFormsTest : public testing::Test {
- protected:
-  FunctionFormsTest() : before_(QDir::currentPath()) {
-    QDir::setCurrent(folder_.path());
+struct FunctionFormsTest : testing::Test {
+  FunctionFormsTest() {
     FillNameTables(model);
     FunctionRecord& flaps = model.Functions[60];
     flaps = {.ShortName = "Flaps", .FullName = "#1:sim/flaps\r\n", .FunctionNr = 60};
@@ -31,23 +25,13 @@ class FunctionFormsTest : public testing::Test {
     model.Functions[61].ShortName = "Gear";
     model.Functions[61].ComboDT = static_cast<Byte>(DataType::Float);
     model.General.LocalPort = "50992";
-    QDir().mkdir("x");
-    Write("x/DataRefs.txt", Thousands());
-    Write("x/Commands.txt", "sim/none/none   Nothing\nsim/gear/up   Up\n");
+    ScratchFolder::Put("x/DataRefs.txt", Thousands());
+    ScratchFolder::Put("x/Commands.txt", "sim/none/none   Nothing\nsim/gear/up   Up\n");
   }
-  ~FunctionFormsTest() override {
-    Settle();
-    QDir::setCurrent(before_);
-  }
-  static void Write(const char* name, const QByteArray& text) {
-    QFile file(name);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write(text);
-  }
-  static QByteArray Thousands() {
-    QByteArray text("2 1210 today\n\n");
-    for (int i = 0; i < 6000; ++i)
-      text += "sim/group/value_" + QByteArray::number(i) + "\tfloat[8]\ty\tkts\tx\n";
+  ~FunctionFormsTest() override { Settle(); }
+  static std::string Thousands() {
+    std::string text("2 1210 today\n\n");
+    for (int i = 0; i < 6000; ++i) text += "sim/group/value_" + std::to_string(i) + "\tfloat[8]\ty\tkts\tx\n";
     return text + "sim/weapons/airspeed_last\tfloat\tn\tkts\tx\n";
   }
   FunctionEditorForm& Editor(int function) {
@@ -65,16 +49,6 @@ class FunctionFormsTest : public testing::Test {
     console_->show();
     return *console_;
   }
-  static void Click(QWidget& form, const char* name) {
-    auto* button = Control<QPushButton>(&form, name);
-    EXPECT_TRUE(button->isEnabled()) << name;
-    button->click();
-  }
-  static void Type(QWidget& form, const char* name, const char* text) {
-    auto* edit = Control<QLineEdit>(&form, name);
-    edit->setText(text);
-    emit edit->textEdited(text);
-  }
   static void Fire(QWidget& form, const char* timer) {
     auto* found = form.findChild<QTimer*>(timer);
     ASSERT_NE(found, nullptr);
@@ -82,17 +56,16 @@ class FunctionFormsTest : public testing::Test {
     QTimerEvent event(found->timerId());
     QCoreApplication::sendEvent(found, &event);
   }
+  static QAbstractItemModel& Lines(QWidget& form, const char* list) {
+    return *Control<QAbstractItemView>(&form, list)->model();
+  }
   static std::string Row(QWidget& form, const char* list, int row) {
-    return Control<QListView>(&form, list)->model()->index(row, 0).data().toString().toStdString();
+    return Lines(form, list).index(row, 0).data().toString().toStdString();
   }
   // A number as the datagrams have it.
   static std::string Bytes(int number) { return static_cast<char>(number) + std::string(3, '\0'); }
-  static int Rows(QWidget& form, const char* list) {
-    return Control<QListView>(&form, list)->model()->rowCount();
-  }
 
-  QTemporaryDir folder_;
-  QString before_;
+  const ScratchFolder folder_;
   ConfigModel model;
   FakeUdpSocket socket;
   FakeMessageBoxes boxes;
@@ -105,28 +78,26 @@ class FunctionFormsTest : public testing::Test {
 TEST_F(FunctionFormsTest, AnImportedListIsSearchedAndCopied) {
   FunctionEditorForm& form = Editor(60);
   EXPECT_EQ(Row(form, "ListXplaneReferences", 0), kReferencesFile.missing);
-  Click(form, "cmdCopyEntry");
-  Click(form, "cmdImportLists");
+  Play(&form, {{"cmdCopyEntry"}, {"cmdImportLists"}});
   EXPECT_EQ(boxes.shown, (Texts{"Incorrect X-Plane command; Cannot be copied",
                                 "6001 data references were imported.\r\n2 commands were imported."}));
   auto* lines = Control<QPlainTextEdit>(&form, "FullName");
   lines->setPlainText("#1:sim/group/value_7[5]");
   EXPECT_EQ(LabelText(&form, "LabelHint"), "Not saved yet.");
   lines->setPlainText("#1:sim/flaps");
-  EXPECT_EQ(LabelText(&form, "LabelHint").find("X-Plane's list does not have sim/flaps"), 0u);
-  Type(form, "SearchText", "VALUE 599");
-  EXPECT_EQ(Rows(form, "ListXplaneReferences"), 16);
+  EXPECT_TRUE(Begins(LabelText(&form, "LabelHint"), "X-Plane's list does not have sim/flaps"));
+  Set(&form, "SearchText", "VALUE 599");
+  EXPECT_EQ(Lines(form, "ListXplaneReferences").rowCount(), 16);
   Press(Control<QLineEdit>(&form, "SearchText"), Qt::Key_Return);
-  Control<QSpinBox>(&form, "boxElement")->setValue(3);
-  Click(form, "cmdCopyEntry");
+  Play(&form, {{"boxElement", "3"}, {"cmdCopyEntry"}});
   EXPECT_EQ(lines->toPlainText(), "#1:sim/flaps\n#2:sim/group/value_599[3]\n");
-  Control<QComboBox>(&form, "ComboFilter")->setCurrentText("sim/weapons");
+  Set(&form, "ComboFilter", "sim/weapons");
   EXPECT_EQ(Row(form, "ListXplaneReferences", 0), "===== Not Found =====");
-  Click(form, "cmdAbortSearch");
+  Set(&form, "cmdAbortSearch");
   EXPECT_EQ(Row(form, "ListXplaneReferences", 0), "6000 sim/weapons/airspeed_last");
-  Click(form, "cmdResetSearch");
-  EXPECT_EQ(Rows(form, "ListXplaneReferences"), 6001);
-  Click(form, "CmdSave");
+  Set(&form, "cmdResetSearch");
+  EXPECT_EQ(Lines(form, "ListXplaneReferences").rowCount(), 6001);
+  Set(&form, "CmdSave");
   EXPECT_EQ(model.Functions[60].FullName, "#1:sim/flaps\r\n#2:sim/group/value_599[3]\r\n");
 }
 
@@ -138,28 +109,27 @@ TEST_F(FunctionFormsTest, TheDataTypeChoosesTheListAndItsBoxes) {
     bool index, value;
   } rows[] = {{"Float", 0, true, true}, {"Xplane CMND", 1, false, false}, {"Xplane Dataref", 1, false, true}};
   for (const auto& row : rows) {
-    Control<QComboBox>(&form, "ComboDT")->setCurrentText(row.type);
-    EXPECT_EQ(Control<QStackedWidget>(&form, "ListOrWords")->currentIndex(), row.page) << row.type;
-    EXPECT_EQ(Control<QLineEdit>(&form, "XPindex1")->isVisible(), row.index) << row.type;
-    EXPECT_EQ(Control<QLineEdit>(&form, "XPVal1")->isVisible(), row.value) << row.type;
+    SCOPED_TRACE(row.type);
+    Set(&form, "ComboDT", row.type);
+    EXPECT_EQ(Control<QStackedWidget>(&form, "ListOrWords")->currentIndex(), row.page);
+    EXPECT_EQ(Control<QLineEdit>(&form, "XPindex1")->isVisible(), row.index);
+    EXPECT_EQ(Control<QLineEdit>(&form, "XPVal1")->isVisible(), row.value);
     EXPECT_TRUE(row.value || Row(form, "ListXplaneReferences", 0) == kCommandsFile.missing);
   }
 }
 
 TEST_F(FunctionFormsTest, WhatIsWrongIsSaidWhereItIsTyped) {
   FunctionEditorForm& form = Editor(61);
-  EXPECT_FALSE(Control<QPushButton>(&form, "CmdSave")->isEnabled());
-  Type(form, "XPVal1", "8");
-  EXPECT_EQ(LabelText(&form, "LabelHint"), "#1, value: a whole number from 0 to 7");
-  EXPECT_TRUE(Control<QLineEdit>(&form, "XPVal1")->property("wrong").toBool());
-  Click(form, "CmdSave");
+  Play(&form, {{"", "", "CmdSave", "button, grey"},
+               {"XPVal1", "8", "LabelHint", "#1, value: a whole number from 0 to 7"},
+               {"CmdSave", "", "XPVal1", "8, wrong"}});
   EXPECT_EQ(boxes.shown, Texts{"Incorrect data"});
   EXPECT_EQ(form.focusWidget()->objectName(), "XPVal1");
 }
 
 TEST_F(FunctionFormsTest, LeavingAsksAboutUnsavedChanges) {
   FunctionEditorForm& form = Editor(60);
-  Type(form, "ShortName", "Other");
+  Set(&form, "ShortName", "Other");
   auto* list = Control<QListView>(&form, "ListFunctions");
   boxes.answers = {kAnswerNo, kAnswerNo, kAnswerYes};
   list->setCurrentIndex(list->model()->index(60, 0));
@@ -183,40 +153,39 @@ TEST_F(FunctionFormsTest, StandardFunctionsAreOnlyShown) {
 
 TEST_F(FunctionFormsTest, TheListEditsAndOpensTheEditor) {
   FunctionEditorForm& form = Editor(60);
-  Click(form, "cmdListFunctions");
-  QWidget& list = *form.ListWindow();
-  auto* tree = Control<QTreeWidget>(&list, "ListFunctions");
+  Set(&form, "cmdListFunctions");
+  QWidget* list = form.ListWindow();
+  auto* tree = Control<QTreeWidget>(list, "ListFunctions");
   ASSERT_EQ(tree->topLevelItemCount(), 4);
-  Control<QComboBox>(&list, "ComboFilterType")->setCurrentText("Macro");
-  Click(list, "CmdFilterTypeOn");
+  Play(list, {{"ComboFilterType", "Macro"}, {"CmdFilterTypeOn"}});
   EXPECT_EQ(tree->topLevelItemCount(), 2);
-  Click(list, "CmdFilterTypeOff");
+  Set(list, "CmdFilterTypeOff");
   tree->setCurrentItem(tree->topLevelItem(3));
   Press(tree, Qt::Key_Return);
   EXPECT_EQ(LabelText(&form, "LabelNumber"), "Function 61");
-  Type(list, "ShortName", "Wheels");
+  Set(list, "ShortName", "Wheels");
   EXPECT_EQ(tree->topLevelItem(3)->text(1), "Wheels");
-  Click(list, "CmdSave");
+  Set(list, "CmdSave");
   EXPECT_EQ(model.Functions[61].ShortName, "Wheels");
-  EXPECT_EQ(Control<QLineEdit>(&form, "ShortName")->text(), "Wheels");
+  EXPECT_EQ(StateOf(&form, "ShortName"), "Wheels");
 }
 
 TEST_F(FunctionFormsTest, TheTestReadsAndWritesOnItsTimers) {
   FunctionEditorForm& form = Editor(61);
-  Click(form, "cmdTestFunction");
+  Set(&form, "cmdTestFunction");
   QWidget& test = *form.TestWindow();
-  Click(test, "CmdRead");
+  Set(&test, "CmdRead");
   socket.Deliver("DATA*" + std::string(4, '\0') + std::string(32, '\0'));
   Fire(test, "ReadTimer");
-  EXPECT_EQ(LabelText(&test, "BoxRawValue"), "0.0000");
-  Click(test, "CmdStopRead");
-  Type(test, "BoxWriteLowerLimit", "1");
-  Type(test, "BoxWriteUpperLimit", "2");
-  Type(test, "boxIncrDecr", "1");
-  Click(test, "CmdWriteInterval");
+  Play(&test, {{"", "", "BoxRawValue", "0.0000"},
+               {"CmdStopRead"},
+               {"BoxWriteLowerLimit", "1"},
+               {"BoxWriteUpperLimit", "2"},
+               {"boxIncrDecr", "1"},
+               {"CmdWriteInterval"}});
   Fire(test, "IntervalTimer");
   EXPECT_EQ(LabelText(&test, "LabelWritten"), "Written: 2.0000, sent raw as 2.0000");
-  Type(test, "BoxSeqNr", "2");
+  Set(&test, "BoxSeqNr", "2");
   EXPECT_FALSE(test.findChild<QTimer*>("IntervalTimer")->isActive());
   form.close();
   EXPECT_EQ(sim.PortCount(), 0);
@@ -227,34 +196,33 @@ TEST_F(FunctionFormsTest, TheTestReadsAndWritesOnItsTimers) {
 TEST_F(FunctionFormsTest, TheConsoleShowsLogsAndGivesTheLinkBack) {
   TestXplaneInterfaceForm& form = Console();
   EXPECT_EQ(Row(form, "ListXplaneReferences", 0), kConsoleReferencesMissing);
-  Click(form, "cmdStartUDP");
-  EXPECT_EQ(LabelText(&form, "LabelStatus"), "Running");
-  Click(form, "cmdSingleLog");
+  Play(&form, {{"cmdStartUDP", "", "LabelStatus", "Running"}, {"cmdSingleLog"}});
   EXPECT_EQ(Control<QPushButton>(&form, "cmdStopLog")->text(), "Stop Logging");
-  Control<QRadioButton>(&form, "OptionByteOrderReverse")->setChecked(true);
+  Set(&form, "OptionByteOrderReverse", "on");
   socket.Deliver("RREF," + std::string("\x07\0\0\0\x3F\xC0\0\0", 8));
   Fire(form, "DisplayTimer");
   EXPECT_EQ(Row(form, "ListUDPProcessed", 4), "--Identifier: 7, Data Value: 1.5");
-  Click(form, "cmdSaveLog");
+  Play(&form, {{"cmdSaveLog"}, {"cmdClearConverted"}});
   EXPECT_TRUE(QFile::exists("log.txt"));
-  Click(form, "cmdClearConverted");
-  EXPECT_EQ(Rows(form, "ListUDPProcessed"), 0);
+  EXPECT_EQ(Lines(form, "ListUDPProcessed").rowCount(), 0);
   Press(&form, Qt::Key_Escape);
-  EXPECT_FALSE(sim.UdpMonitorMode());
-  EXPECT_FALSE(sim.UdpOpen());
+  EXPECT_FALSE(sim.UdpMonitorMode() || sim.UdpOpen());
   console_.release();
 }
 
 TEST_F(FunctionFormsTest, EachButtonOfTheConsoleSendsItsDatagram) {
   TestXplaneInterfaceForm& form = Console();
-  Click(form, "cmdImportLists");
+  Set(&form, "cmdImportLists");
   auto* list = Control<QListView>(&form, "ListXplaneReferences");
   list->setCurrentIndex(list->model()->index(2, 0));
-  EXPECT_EQ(Control<QLineEdit>(&form, "SelectedReference")->text(), "sim/group/value_2[0]");
-  const std::pair<const char*, const char*> typed[] = {
-      {"boxIndex", "5"},     {"boxReferenceIndex", "1"}, {"boxValue", "2"},         {"boxCharacter", "k"},
-      {"boxDREFValue", "3"}, {"boxRREFIdentifier", "9"}, {"boxRREFFrequency", "4"}, {"boxFunctionNr", "70"}};
-  for (const auto& [box, text] : typed) Type(form, box, text);
+  Play(&form, {{"boxIndex", "5", "SelectedReference", "sim/group/value_2[0]"},
+               {"boxReferenceIndex", "1"},
+               {"boxValue", "2"},
+               {"boxCharacter", "k"},
+               {"boxDREFValue", "3"},
+               {"boxRREFIdentifier", "9"},
+               {"boxRREFFrequency", "4"},
+               {"boxFunctionNr", "70"}});
   const std::string none = FloatBytes(-999);
   const struct {
     const char* button;
@@ -273,24 +241,22 @@ TEST_F(FunctionFormsTest, EachButtonOfTheConsoleSendsItsDatagram) {
               {"cmdSelectRREF", 1, "RREF"},
               {"CmdClearAllRREFs", 1, std::string("RREF") + '\0' + Bytes(0) + Bytes(9)}};
   for (const auto& row : rows) {
-    Click(form, row.button);
+    Set(&form, row.button);
     for (int i = 0; i < 2; ++i) clock.Advance(101), sim.Tick();
     const Texts sent = socket.TakeSent();
     ASSERT_EQ(sent.size(), row.count) << row.button;
     EXPECT_EQ(sent.back().substr(0, row.last.size()), row.last) << row.button;
   }
-  Click(form, "cmdSelectRREF");
-  Click(form, "cmdShowRREF");
+  Play(&form, {{"cmdSelectRREF"}, {"cmdShowRREF"}});
   EXPECT_EQ(Row(form, "ListRREF", 0),
             "Ident: 009, Freq: 4 p/s ,Value= 00000.0  --->Dataref: sim/group/value_2[0]");
-  Click(form, "cmdCopyToFunction");
+  Set(&form, "cmdCopyToFunction");
   EXPECT_EQ(model.Functions[70].FullName, "#1:sim/group/value_2[0]\r\n");
 }
 
 TEST_F(FunctionFormsTest, KeysAndToolTips) {
   FunctionEditorForm& editor = Editor(60);
-  Click(editor, "cmdListFunctions");
-  Click(editor, "cmdTestFunction");
+  Play(&editor, {{"cmdListFunctions"}, {"cmdTestFunction"}});
   for (QWidget* form :
        std::initializer_list<QWidget*>{&editor, editor.ListWindow(), editor.TestWindow(), &Console()}) {
     SCOPED_TRACE(form->objectName().toStdString());

@@ -2,15 +2,12 @@
 #include <signal.h>
 #include <sys/file.h>
 
-#include <QComboBox>
 #include <QElapsedTimer>
-#include <QTreeWidget>
-#include <memory>
 
 #include "platform/linux/TerminationSignals.h"
-#include "platform/linux/serial/LinuxSerialDevices.h"
 #include "platform/qt/QtFdWatcher.h"
 #include "tests/forms/FormsRig.h"
+#include "tests/platform/PluggedIn.h"
 #include "tests/platform/Pty.h"
 #include "tests/platform/StoppedProcess.h"
 #include "tests/platform/WaitUntil.h"
@@ -18,22 +15,11 @@
 namespace tvx {
 namespace {
 
-// Adapters as a test wants them; assigning makes the real link.
-struct Plugged final : SerialDevices {
-  std::vector<SerialDevice> devices;
-  std::vector<SerialDevice> List() const override { return devices; }
-  bool Assign(int number, const SerialDevice& device, std::string& error) override {
-    return LinuxSerialDevices().Assign(number, device, error);
-  }
-};
-
 struct LinesFormTest : FormsTest {
   LinesFormTest() {
     SetBus(6);
     ScratchFolder::Link(6, line.Device());
-    plugged.devices.resize(1);
-    plugged.devices[0].path = line.Device();
-    plugged.devices[0].mayOpen = plugged.devices[0].allUsersSeen = true;
+    plugged.Add(line.Device()).allUsersSeen = true;
     devices_ = &plugged;
   }
   static void SetBus(std::int16_t number) {
@@ -44,20 +30,15 @@ struct LinesFormTest : FormsTest {
   bool BusOpens() {
     return WaitUntil([this] { return program_->HardwareBus().Line().IsOpen(); });
   }
-  void Configure() {
-    Begin();
-    Control<QPushButton>(Start(), "CmdConfigure")->click();
-    Settle();
-  }
   QWidget* Adapters() {
-    Control<QPushButton>(Configuration(), "cmdAdapters")->click();
+    Click(Configuration(), "cmdAdapters");
     return Control<QWidget>(Configuration(), "frmAdapters");
   }
   bool Shows(QWidget* form, const char* label, const std::string& words) {
-    return WaitUntil([=] { return LabelText(form, label).find(words) != std::string::npos; });
+    return WaitUntil([=] { return Holds(LabelText(form, label), words); });
   }
   Pty line;
-  Plugged plugged;
+  PluggedIn plugged;
 };
 
 enum class Hang { Nothing, Opening, Everything };
@@ -80,12 +61,10 @@ TEST_F(LinesFormTest, NoButtonAndNoSignalWaitsForALine) {
       raise(SIGTERM);
       EXPECT_TRUE(WaitUntil([this] { return program_->Ended(); }));
     } else {
-      Control<QPushButton>(Status(), what.c_str())->click();
-      Settle();
+      Click(Status(), what.c_str());
     }
-    if (what == "CmdConfig" && hang != Hang::Nothing) {
-      EXPECT_TRUE(Shows(Configuration(), "LabelBus", "waiting for " + line.Device()));
-    }
+    EXPECT_TRUE(what != "CmdConfig" || hang == Hang::Nothing ||
+                Shows(Configuration(), "LabelBus", "waiting for " + line.Device()));
     program_.reset();
     const auto took = timer.elapsed();
     stuck.reset();
@@ -104,19 +83,19 @@ TEST_F(LinesFormTest, APulledCableAndItsReturnShowInEveryFormOfTheBus) {
   ASSERT_TRUE(Shows(Configuration(), "LabelBus", "COM 6 open"));
   const char* const names[] = {"frmInstrument", "frmCalibrate"};
   program_->Configuration().OpenGauge(7);
-  Control<QPushButton>(Configuration(), "cmdPlates")->click();
-  Control<QPushButton>(Configuration(), "cmdTestGauges")->click();
+  Play(Configuration(), {{"cmdPlates"}, {"cmdTestGauges"}});
   line.Unplug();
   ScratchFolder::Link(6, "/dev/no-such-adapter");
   EXPECT_TRUE(Shows(Configuration(), "LabelBus", "unplugged"));
   EXPECT_TRUE(Shows(Configuration(), "LabelComAdvice", "waiting for it to come back"));
   for (const char* name : names)
     EXPECT_TRUE(Shows(Control<QWidget>(Configuration(), name), "LabelFormNotice", "unplugged")) << name;
-  EXPECT_TRUE(Shows(Control<QWidget>(Configuration(), "frmTestGauges"), "LabelBus", "unplugged"));
+  QWidget* console = Control<QWidget>(Configuration(), "frmTestGauges");
+  EXPECT_TRUE(Shows(console, "LabelBus", "unplugged"));
   const Pty again;
   ScratchFolder::Link(6, again.Device());
   EXPECT_TRUE(Shows(Configuration(), "LabelBus", "COM 6 open"));
-  EXPECT_TRUE(Shows(Control<QWidget>(Configuration(), "frmTestGauges"), "LabelBus", "COM 6 open"));
+  EXPECT_TRUE(Shows(console, "LabelBus", "COM 6 open"));
   for (const char* name : names)
     EXPECT_FALSE(Control<QLabel>(Control<QWidget>(Configuration(), name), "LabelFormNotice")->isVisible());
 }
@@ -136,12 +115,9 @@ TEST_F(LinesFormTest, SetKeepsTheAdapterThatTheNumberLeadsTo) {
     if (!each.before.empty()) ScratchFolder::Link(5, each.before);
     adapter.twin = each.twin;
     Configure();
-    auto* ports = Control<QComboBox>(Configuration(), "ComboComGS");
-    ports->setCurrentIndex(ports->findData(5));
-    Control<QPushButton>(Configuration(), "cmdSetCommport")->click();
+    Play(Configuration(), {{"ComboComGS", "5"}, {"cmdSetCommport"}});
     EXPECT_EQ(std::filesystem::read_symlink("comports/com5"), each.after);
-    const bool said = LabelText(Adapters(), "LabelAdvice").find("known by its socket") != std::string::npos;
-    EXPECT_EQ(said, each.twin);
+    EXPECT_EQ(bool(Holds(LabelText(Adapters(), "LabelAdvice"), "known by its socket")), each.twin);
     program_.reset();
   }
 }
@@ -154,7 +130,7 @@ TEST_F(LinesFormTest, BusyAndFreeNeverContradictEachOther) {
   Configure();
   ASSERT_TRUE(BusOpens());
   plugged.devices[0].users = {"minicom (4711)", "this program"};
-  Control<QPushButton>(Adapters(), "CmdClose")->click();
+  Click(Adapters(), "CmdClose");
   program_->Configuration().Refresh();
   EXPECT_TRUE(Shows(Configuration(), "LabelComAdvice", "is open for minicom (4711) too; bytes get lost"));
   program_.reset();
@@ -165,7 +141,7 @@ TEST_F(LinesFormTest, BusyAndFreeNeverContradictEachOther) {
   Configure();
   ASSERT_TRUE(Shows(Configuration(), "LabelComAdvice", "COM 6 busy: another program uses"));
   program_->Configuration().Refresh();
-  EXPECT_NE(offered().find("busy: a program of another user has it"), std::string::npos) << offered();
+  EXPECT_TRUE(Holds(offered(), "busy: a program of another user has it"));
   plugged.devices[0].users = {"minicom (4711)"};
   program_->Configuration().Refresh();
   EXPECT_TRUE(Shows(Configuration(), "LabelComAdvice", "COM 6 busy: minicom (4711) has " + line.Device()));
@@ -176,12 +152,17 @@ TEST_F(LinesFormTest, AnAdapterThatAnswersIsOfferedForItsGroup) {
   SetBus(0);
   Configure();
   QWidget* form = Adapters();
-  Control<QPushButton>(form, "cmdAskRole")->click();
-  ASSERT_TRUE(WaitUntil([this] { return line.Collect().size() >= 6; }));
-  EXPECT_EQ(line.Got[1], 10) << "an IO module is asked first";
-  std::array<Byte, 25> report{0, 10, 10};
-  report[24] = 0xFF;
-  line.Send(report);
+  const auto ask = [&] {
+    line.Collect();
+    line.Got.clear();
+    Click(form, "cmdAskRole");
+    ASSERT_TRUE(WaitUntil([this] { return line.Collect().size() >= 6; }));
+    EXPECT_EQ(line.Got[1], 10) << "an IO module is asked first";
+    std::array<Byte, 25> report{0, 10, 10};
+    report[24] = 0xFF;
+    line.Send(report);
+  };
+  ask();
   ASSERT_TRUE(Shows(form, "LabelAdvice", "answers as an IO module"));
   auto* take = Control<QPushButton>(form, "cmdTakeRole");
   EXPECT_EQ(take->text(), "&Use for: IO module 1");
@@ -190,11 +171,7 @@ TEST_F(LinesFormTest, AnAdapterThatAnswersIsOfferedForItsGroup) {
   EXPECT_EQ(program_->Model().General.ComPortIOM1, 6) << "the number that leads to it already";
   EXPECT_TRUE(WaitUntil(
       [this] { return program_->HardwareBus().Ports().PortOf(HardwareGroup::IOModule1).IsOpen(); }));
-  line.Collect();
-  line.Got.clear();
-  Control<QPushButton>(form, "cmdAskRole")->click();
-  ASSERT_TRUE(WaitUntil([this] { return line.Collect().size() >= 6; }));
-  line.Send(report);
+  ask();
   EXPECT_TRUE(Shows(form, "LabelAdvice", "in use for that already"));
   EXPECT_FALSE(take->isVisible());
 }

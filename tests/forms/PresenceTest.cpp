@@ -1,18 +1,15 @@
 // The program where nobody looks at it: how its windows come up, the tray, notifications.
-#include <QComboBox>
 #include <QSettings>
 
-#include "tests/fakes/FakeKeyInjector.h"
 #include "tests/forms/EveryForm.h"
 #include "tests/forms/FakeTray.h"
 
 namespace tvx {
 namespace {
 
-class PresenceTest : public EveryFormTest {
- protected:
+struct PresenceTest : EveryFormTest {
   // The next start, and OK pressed as the automatic start does.
-  void StartAs(const char* atStart, bool withTray) {
+  void StartAs(const char* atStart, bool withTray, bool pressed = true) {
     program_.reset();
     QSettings(".torvex-control-windows.ini", QSettings::IniFormat).setValue("atStart", atStart);
     program_ = std::make_unique<Program>(&boxes_, &keys_, nullptr, nullptr, &beacons_);
@@ -22,6 +19,7 @@ class PresenceTest : public EveryFormTest {
     program_->Windows().UseTray(std::move(tray));
     program_->Begin();
     Settle();
+    if (!pressed) return;
     program_->Start().butOK_Click();
     Settle();
   }
@@ -69,8 +67,7 @@ TEST_F(PresenceTest, TheWindowsComeUpAsTheUserChose) {
 
 TEST_F(PresenceTest, WindowsAreHiddenAndShownFromTheTray) {
   StartAs("front", true);
-  Control<QPushButton>(Status(), "cmdMessages")->click();
-  Settle();
+  Click(Status(), "cmdMessages");
   tray_->actions.hide();
   EXPECT_EQ(OnScreen(false), none_);
   EXPECT_TRUE(Status()->isMinimized());
@@ -99,10 +96,9 @@ TEST_F(PresenceTest, WhoIsAwayIsToldOfABox) {
   EXPECT_TRUE(tray_->told.empty());
   tray_->actions.hide();
   program_->Run().cmdDumpTVX_Click();
-  ASSERT_EQ(tray_->told.size(), 1U);
-  EXPECT_EQ(tray_->told[0], boxes_.shown.back());
+  EXPECT_EQ(tray_->told, Texts{boxes_.shown.back()});
   tray_->actions.show();
-  Control<QPushButton>(Status(), "cmdMessages")->click();
+  Click(Status(), "cmdMessages");
   const auto* list = Control<QListView>(Shown("frmMessages"), "ListMessages");
   const int last = list->model()->rowCount() - 1;
   EXPECT_TRUE(list->model()->index(last, 0).data().toString().contains("A dump is generated"));
@@ -112,12 +108,7 @@ TEST_F(PresenceTest, WhoIsAwayIsToldOfABox) {
 TEST_F(PresenceTest, TheStartFormWorksUnseen) {
   StartAs("front", true);
   program_->Exit();
-  program_.reset();
-  QSettings(".torvex-control-windows.ini", QSettings::IniFormat).setValue("atStart", "hidden");
-  program_ = std::make_unique<Program>(&boxes_, &keys_, nullptr, nullptr, &beacons_);
-  program_->Windows().UseTray(std::make_unique<FakeTray>());
-  program_->Begin();
-  Settle();
+  StartAs("hidden", true, false);
   EXPECT_FALSE(Start()->isVisible());
   EXPECT_TRUE(program_->Timers().WaitForAutostart.Enabled());
   EXPECT_EQ(program_->Model().General.ComPortIOM1, 6) << "the configuration is loaded";

@@ -20,10 +20,8 @@ TEST_F(ProgramTest, EndingBehindAQuestionLeavesNothingOpen) {
 }
 
 TEST_F(ProgramTest, EndingGivesTheConsolesLinkBack) {
-  Begin();
-  Control<QPushButton>(Start(), "CmdConfigure")->click();
-  Control<QPushButton>(Configuration(), "cmdTestXplaneInterface")->click();
-  Control<QPushButton>(program_->Functions().Console(), "cmdStartUDP")->click();
+  Click(Configure(), "cmdTestXplaneInterface");
+  Click(program_->Functions().Console(), "cmdStartUDP");
   EXPECT_TRUE(program_->Sim().UdpMonitorMode());
   program_->Exit();
   Settle();

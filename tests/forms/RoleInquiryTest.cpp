@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "app/RoleInquiry.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeSerialPort.h"
 
 namespace tvx {
 namespace {
-
-using Bytes = std::vector<Byte>;
 
 Bytes Reply(Byte id, Byte type, Byte ninth = 0, Byte twelfth = 0) {
   Bytes reply(25, 0x20);
@@ -19,57 +16,46 @@ Bytes Reply(Byte id, Byte type, Byte ninth = 0, Byte twelfth = 0) {
   return reply;
 }
 
-// Answers to the questions that begin so, each in two pieces.
-struct Hardware {
-  const char* name;
-  std::vector<std::pair<Bytes, Bytes>> answers;
-  std::optional<AdapterRole> role;
-};
-
-class RoleInquiryTest : public testing::TestWithParam<Hardware> {};
-
-TEST_P(RoleInquiryTest, IsKnownByItsAnswerAndTheLineIsLeftClosed) {
-  const Hardware& hardware = GetParam();
-  FakeSerialPort port;
-  RoleInquiry inquiry(port);
-  inquiry.Start(1, {1, 2}, {40});
-  std::size_t heard = 0;
-  Bytes late;
-  for (int tick = 0; inquiry.Running() && tick < 2000; ++tick) {
-    port.Arrive(late);
-    late.clear();
-    for (; heard < port.Writes.size(); ++heard) {
-      const Bytes& frame = port.Writes[heard];
-      for (const auto& [asked, reply] : hardware.answers) {
-        if (frame.size() < asked.size() || !std::equal(asked.begin(), asked.end(), frame.begin())) continue;
-        port.Arrive(ByteView(reply).first(7));
-        late.assign(reply.begin() + 7, reply.end());
+TEST(RoleInquiry, KnowsEachByItsAnswerAndLeavesTheLineClosed) {
+  const std::pair<Bytes, Bytes> module{{0x00, 10}, Reply(10, 10)};
+  const struct {
+    const char* name;
+    std::vector<std::pair<Bytes, Bytes>> answers;  // to the questions that begin so, each in two pieces
+    std::optional<AdapterRole> role;
+  } rows[] = {{"module", {module}, AdapterRole::IOModule},
+              {"module among gauges", {module, {{0x00, 40}, Reply(40, 1)}}, AdapterRole::GaugeBus},
+              {"yoke", {{{0x00, 2, 0x87}, Reply(2, 9, 'P', 'S')}}, AdapterRole::Yoke},
+              {"cluster",
+               {{{'F'}, {0xFF, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, '2', '7'}}},
+               AdapterRole::EngineCluster},
+              {"known gauge", {{{0x00, 40}, Reply(40, 1, 'P', 'S')}}, AdapterRole::GaugeBus},
+              {"last gauge", {{{0x00, 255}, Reply(255, 1)}}, AdapterRole::GaugeBus},
+              {"nobody", {}, std::nullopt}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    FakeSerialPort port;
+    RoleInquiry inquiry(port);
+    inquiry.Start(1, {1, 2}, {40});
+    std::size_t heard = 0;
+    Bytes late;
+    for (int tick = 0; inquiry.Running() && tick < 2000; ++tick) {
+      port.Arrive(std::exchange(late, {}));
+      for (; heard < port.Writes.size(); ++heard) {
+        const Bytes& frame = port.Writes[heard];
+        for (const auto& [asked, reply] : row.answers) {
+          if (frame.size() < asked.size() || !std::equal(asked.begin(), asked.end(), frame.begin())) continue;
+          port.Arrive(ByteView(reply).first(7));
+          late.assign(reply.begin() + 7, reply.end());
+        }
       }
+      inquiry.Tick();
     }
-    inquiry.Tick();
-  }
-  EXPECT_EQ(inquiry.Found(), hardware.role);
-  EXPECT_EQ(port.State(), SerialState::Closed);
-  for (const Bytes& frame : port.Writes) {
-    EXPECT_TRUE(frame.size() != 6 || frame[2] >> 4 == 7) << "nothing but the question for a report";
+    EXPECT_EQ(inquiry.Found(), row.role);
+    EXPECT_EQ(port.State(), SerialState::Closed);
+    for (const Bytes& frame : port.Writes)
+      EXPECT_TRUE(frame.size() != 6 || frame[2] >> 4 == 7) << "nothing but the question for a report";
   }
 }
-
-const std::pair<Bytes, Bytes> kModule{{0x00, 10}, Reply(10, 10)};
-
-INSTANTIATE_TEST_SUITE_P(
-    Kinds, RoleInquiryTest,
-    testing::Values(Hardware{"Module", {kModule}, AdapterRole::IOModule},
-                    Hardware{
-                        "ModuleAmongGauges", {kModule, {{0x00, 40}, Reply(40, 1)}}, AdapterRole::GaugeBus},
-                    Hardware{"Yoke", {{{0x00, 2, 0x87}, Reply(2, 9, 'P', 'S')}}, AdapterRole::Yoke},
-                    Hardware{"Cluster",
-                             {{{'F'}, {0xFF, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, '2', '7'}}},
-                             AdapterRole::EngineCluster},
-                    Hardware{"KnownGauge", {{{0x00, 40}, Reply(40, 1, 'P', 'S')}}, AdapterRole::GaugeBus},
-                    Hardware{"LastGauge", {{{0x00, 255}, Reply(255, 1)}}, AdapterRole::GaugeBus},
-                    Hardware{"Nobody", {}, std::nullopt}),
-    [](const auto& each) { return each.param.name; });
 
 TEST(RoleInquiry, APortThatDoesNotOpenEndsIt) {
   FakeSerialPort port;

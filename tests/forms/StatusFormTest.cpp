@@ -1,5 +1,4 @@
 #include <QClipboard>
-#include <QSlider>
 #include <QTreeView>
 
 #include "tests/forms/FormsRig.h"
@@ -11,18 +10,16 @@ using StatusFormTest = FormsTest;
 
 TEST_F(StatusFormTest, RunAndStopFollowTheButtons) {
   BeginHalted();
-  auto* run = Control<QPushButton>(Status(), "cmdRun");
-  auto* stop = Control<QPushButton>(Status(), "cmdStop");
-  EXPECT_FALSE(stop->isEnabled());
-  run->click();
-  EXPECT_EQ(LabelText(Status(), "BoxRun"), "Running");
-  EXPECT_TRUE(program_->Timers().ProcessTimer.Enabled());
-  EXPECT_FALSE(run->isEnabled());
-  EXPECT_EQ(Status()->focusWidget(), stop);
-  stop->click();
-  EXPECT_EQ(LabelText(Status(), "BoxRun"), "Halted");
-  EXPECT_FALSE(program_->Timers().ProcessTimer.Enabled());
-  EXPECT_EQ(Status()->focusWidget(), run);
+  for (const bool running : {true, false}) {
+    auto* pressed = Control<QPushButton>(Status(), running ? "cmdRun" : "cmdStop");
+    auto* other = Control<QPushButton>(Status(), running ? "cmdStop" : "cmdRun");
+    EXPECT_FALSE(other->isEnabled());
+    pressed->click();
+    EXPECT_EQ(LabelText(Status(), "BoxRun"), running ? "Running" : "Halted");
+    EXPECT_EQ(program_->Timers().ProcessTimer.Enabled(), running);
+    EXPECT_FALSE(pressed->isEnabled());
+    EXPECT_EQ(Status()->focusWidget(), other);
+  }
 }
 
 TEST_F(StatusFormTest, ShowsWhatTheCycleShowsWhenAskedTo) {
@@ -46,9 +43,8 @@ TEST_F(StatusFormTest, TheSliderSetsTheIntervalByKeyboard) {
   model.General.TransferInterval = 2500;
   WriteConfig("Default.cfg", model);
   BeginHalted();
-  EXPECT_EQ(LabelText(Status(), "BoxXferProcessTimer"), "2500");
   const std::int16_t& interval = program_->Model().General.TransferInterval;
-  EXPECT_EQ(interval, 2500);
+  EXPECT_EQ(std::tuple(LabelText(Status(), "BoxXferProcessTimer"), interval), std::tuple("2500", 2500));
   auto* slider = Control<QSlider>(Status(), "SliderXferTimer");
   Press(slider, Qt::Key_Home);
   Press(slider, Qt::Key_Right);
@@ -62,9 +58,8 @@ TEST_F(StatusFormTest, AnotherTitleHidesThePacketRate) {
   program_->Start().butOK_Click();
   Settle();
   ASSERT_NE(Status(), nullptr);
-  for (const char* name : {"boxUDPrate", "Label3", "Label4"}) {
+  for (const char* name : {"boxUDPrate", "Label3", "Label4"})
     EXPECT_FALSE(Control<QWidget>(Status(), name)->isVisible()) << name;
-  }
   EXPECT_TRUE(Control<QWidget>(Status(), "frmXferCount")->isVisible());
 }
 
@@ -74,13 +69,12 @@ TEST_F(StatusFormTest, TheGaugeBusInTroubleIsSaidAndLit) {
   WriteConfig("Default.cfg", model);
   BeginHalted();
   EXPECT_EQ(LabelText(Status(), "LabelGaugeBus"), program_->Run().View().GaugeBus.Text);
-  const auto* lamp = Control<QWidget>(Status(), "LampGaugeBus");
-  EXPECT_EQ(static_cast<const StateLamp*>(lamp)->Shown(), StateLamp::State::Trouble);
+  EXPECT_EQ(Control<StateLamp>(Status(), "LampGaugeBus")->Shown(), StateLamp::State::Trouble);
 }
 
 TEST_F(StatusFormTest, ShowPortsIsALiveTableToSearchSortAndCopy) {
   BeginHalted();
-  Control<QPushButton>(Status(), "cmdShowPorts")->click();
+  Click(Status(), "cmdShowPorts");
   PortsForm* ports = program_->Watch().Ports();
   ASSERT_NE(ports, nullptr);
   auto* list = Control<QTreeView>(ports, "OffsetsList");
@@ -98,7 +92,7 @@ TEST_F(StatusFormTest, ShowPortsIsALiveTableToSearchSortAndCopy) {
   Control<QLineEdit>(ports, "SearchPorts")->setText("airspeed intrn");
   ASSERT_EQ(lines.rowCount(), 1);
   EXPECT_EQ(LabelText(ports, "LabelCount"), "1 of " + std::to_string(last + 1) + " ports");
-  Control<QPushButton>(ports, "cmdCopyPorts")->click();
+  Click(ports, "cmdCopyPorts");
   EXPECT_TRUE(QApplication::clipboard()->text().contains("\n000\tINTRN\t001\t"));
   program_->Sim().CloseAllPorts();
   ports->Refresh();
@@ -108,7 +102,7 @@ TEST_F(StatusFormTest, ShowPortsIsALiveTableToSearchSortAndCopy) {
 TEST_F(StatusFormTest, TheCloseButtonEndsTheProgramWithEverythingClosed) {
   BeginHalted();
   program_->Run().cmdRun_Click();
-  Control<QPushButton>(Status(), "cmdShowPorts")->click();
+  Click(Status(), "cmdShowPorts");
   Status()->close();
   EXPECT_TRUE(program_->Ended());
   EXPECT_EQ(Status(), nullptr);

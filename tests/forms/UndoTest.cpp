@@ -1,5 +1,4 @@
 // Undo, redo and Save at the foot of the forms, by real keys.
-#include <QListWidget>
 #include <QTest>
 
 #include "tests/forms/FormsRig.h"
@@ -7,16 +6,13 @@
 namespace tvx {
 namespace {
 
-class UndoTest : public FormsTest {
- protected:
+struct UndoTest : FormsTest {
   // As the window system delivers a key: to shortcuts first.
-  static void Key(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QTest::keyClick(widget, static_cast<Qt::Key>(key), modifiers);
-  }
-  void Click(QWidget* form, const char* name) {
-    Control<QPushButton>(form, name)->click();
+  static void Undo(QWidget* widget, Qt::KeyboardModifiers more = Qt::NoModifier) {
+    QTest::keyClick(widget, Qt::Key_Z, Qt::ControlModifier | more);
     Settle();
   }
+  static void Redo(QWidget* widget) { Undo(widget, Qt::ShiftModifier); }
   int Interval() { return program_->Model().General.TransferInterval; }
   QWidget* InFront(QWidget* form) {
     QApplication::setActiveWindow(form);
@@ -26,9 +22,7 @@ class UndoTest : public FormsTest {
 };
 
 TEST_F(UndoTest, KeysUndoTheConfigurationUnlessATextIsBeingEdited) {
-  Begin();
-  program_->Start().CmdConfigure_Click();
-  Settle();
+  Configure();
   QWidget* form = InFront(Configuration());
   const int before = Interval();
   Click(form, "CmdSet250");
@@ -37,45 +31,40 @@ TEST_F(UndoTest, KeysUndoTheConfigurationUnlessATextIsBeingEdited) {
   const QString stored = port->text();
   QTest::keyClicks(port, "1");
   ASSERT_EQ(port->text(), stored + "1");
-  Key(port, Qt::Key_Z, Qt::ControlModifier);
+  Undo(port);
   EXPECT_EQ(port->text(), stored);
   EXPECT_EQ(Interval(), 250) << "the keys were the text's own";
-  Key(port, Qt::Key_Z, Qt::ControlModifier);
+  Undo(port);
   EXPECT_EQ(Interval(), before);
-  EXPECT_EQ(Control<QSlider>(form, "SliderXferTtimerProcess")->value(), before);
   EXPECT_FALSE(program_->Model().ConfigChanged);
-  EXPECT_EQ(LabelText(form, "LabelSteps"), "Redo: transfer interval    ");
-  Key(form, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  Play(form, {{"", "", "SliderXferTtimerProcess", std::to_string(before)},
+              {"", "", "LabelSteps", "Redo: transfer interval    "}});
+  Redo(form);
   EXPECT_EQ(Interval(), 250);
   EXPECT_EQ(LabelText(form, "LabelSaved"), "Default.cfg: not saved");
 }
 
 // What was undone in one form is so in all of them.
 TEST_F(UndoTest, OpenFormsFollow) {
-  Begin();
-  program_->Start().CmdConfigure_Click();
-  Settle();
+  Configure();
   program_->Configuration().OpenGauge(7);
   Settle();
   QWidget* instrument = QApplication::activeModalWidget();
   ASSERT_NE(instrument, nullptr);
   program_->Model().Gauges[7].GaugeFunction1 = 0;
-  Key(InFront(instrument), Qt::Key_Z, Qt::ControlModifier);  // looks first
+  Undo(InFront(instrument));  // looks first
   EXPECT_EQ(program_->Model().Gauges[7].GaugeFunction1, 1);
   program_->Model().Gauges[7] = {};
-  Key(instrument, Qt::Key_Z, Qt::ControlModifier);
+  Undo(instrument);
   EXPECT_TRUE(instrument->isVisible());
-  Key(instrument, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-  Settle();
+  Redo(instrument);
   EXPECT_EQ(program_->Model().Gauges[7].GaugeType, 0);
   EXPECT_NE(QApplication::activeModalWidget(), instrument) << "its gauge has gone";
 }
 
 // A face that the guide gave is one step; while its points are asked about, its end is the question's too.
 TEST_F(UndoTest, WhatTheGuideGaveIsTakenBack) {
-  Begin();
-  program_->Start().CmdConfigure_Click();
-  Settle();
+  Configure();
   Click(Configuration(), "cmdGuide");
   QWidget* guide = InFront(QApplication::activeModalWidget());
   ASSERT_EQ(guide->objectName(), "frmGuide");
@@ -90,13 +79,12 @@ TEST_F(UndoTest, WhatTheGuideGaveIsTakenBack) {
   Settle();
   const GaugeRecord given = model.Gauges[7];
   EXPECT_NE(given, before);
-  EXPECT_TRUE(LabelText(guide, "LabelQuestion").starts_with("Does it stand at"));
-  Key(guide, Qt::Key_Z, Qt::ControlModifier);
-  Settle();
+  EXPECT_TRUE(Begins(LabelText(guide, "LabelQuestion"), "Does it stand at"));
+  Undo(guide);
   EXPECT_EQ(model.Gauges[7], before);
   EXPECT_EQ(model.Plates, plates);
   EXPECT_EQ(LabelText(guide, "LabelQuestion"), "Which face moved?");
-  Key(guide, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  Redo(guide);
   EXPECT_EQ(model.Gauges[7], given);
 }
 
@@ -117,14 +105,11 @@ TEST_F(UndoTest, HardwareFormsSaveByThemselves) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.form);
     Click(Status(), row.from);
-    for (const char* wanted : {row.button, static_cast<const char*>(nullptr)}) {
-      for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* button =
-            wanted == nullptr || !window->isVisible() ? nullptr : window->findChild<QPushButton*>(wanted);
-        if (button != nullptr) button->click();
-      }
-      Settle();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      auto* button = window->isVisible() ? window->findChild<QPushButton*>(row.button) : nullptr;
+      if (button != nullptr) button->click();
     }
+    Settle();
     QWidget* form = nullptr;
     for (QWidget* window : QApplication::topLevelWidgets()) {
       if (window->isVisible() && window->objectName() == row.form) form = window;
@@ -133,8 +118,8 @@ TEST_F(UndoTest, HardwareFormsSaveByThemselves) {
     auto* save = Control<QPushButton>(form, "cmdSaveNow");
     program_->Model().General.TransferInterval = ++number;
     program_->Model().ConfigChanged = true;
-    Key(InFront(form), Qt::Key_Z, Qt::ControlModifier);
-    Key(form, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    Undo(InFront(form));
+    Redo(form);
     ASSERT_TRUE(save->isEnabled());
     EXPECT_TRUE(save->toolTip().startsWith("Save replaces Default.cfg, whose old content is kept as "));
     save->click();

@@ -7,8 +7,7 @@
 namespace tvx {
 namespace {
 
-class YokeFormsTest : public FormsTest {
- protected:
+struct YokeFormsTest : FormsTest {
   YokeFormsTest() {
     ConfigModel model = SmallModel();
     model.General.ComPortYoke1 = 91;  // nothing is there
@@ -24,10 +23,6 @@ class YokeFormsTest : public FormsTest {
   YokeConfigForm* Yoke1() { return program_->Yokes().ConfigurationForm(1); }
   YokeConfigForm* Yoke2() { return program_->Yokes().ConfigurationForm(2); }
   ConfigModel& Model() { return program_->Model(); }
-  void Click(QWidget* form, const char* name) {
-    if (auto* button = Control<QAbstractButton>(form, name)) button->click();
-    Settle();
-  }
 };
 
 TEST_F(YokeFormsTest, SayWhatIsWrongAndHideOnClosing) {
@@ -71,22 +66,17 @@ TEST_F(YokeFormsTest, SettingsGoToTheirOwnYokeAndMarkTheChange) {
   emit text->editingFinished();
   EXPECT_EQ(Model().Yoke2.Buttons[3].Action, 8);
   EXPECT_EQ(Model().Yoke2.Buttons[3].Text, "sim/lights/beacon") << "a quote would end the file's text";
-  Control<QSpinBox>(Yoke1(), "boxMaximumForce")->setValue(55);
-  EXPECT_EQ(Model().GeneralFFB.MaximumForce, 55);
-  EXPECT_EQ(Model().GeneralFFB.PitchTrimRange, 40) << "the standard values are written with the first change";
-  EXPECT_EQ(program_->Yokes().Pair().Settings().forces.maximum, 0.55) << "at once";
-}
-
-// The aircraft's values are shared: set on either form, kept in yoke 1's record, which alone reads back.
-TEST_F(YokeFormsTest, EffectsAreKeptWithTheFirstYoke) {
-  Control<QSpinBox>(Yoke2(), "boxNeverExceedSpeed")->setValue(200);
-  Control<QSpinBox>(Yoke2(), "boxLevel1")->setValue(33);  // stall buffet, pitch
-  EXPECT_EQ(Model().Yoke1.NeverExceedSpeed, 200);
-  EXPECT_EQ(Model().Yoke1.Effects[1].Level, 33);
-  EXPECT_EQ(Model().Yoke1.Effects[3].Level, 20) << "the standard effects are written with the first change";
-  EXPECT_EQ(Model().Yoke2.NeverExceedSpeed, 0);
-  EXPECT_TRUE(EffectsAreBlank(Model().Yoke2));
-  EXPECT_EQ(program_->Yokes().Pair().Settings().forces.neverExceedSpeed, 200);
+  // The forces are shared, and so are the aircraft's values, which are kept in yoke 1's record: it alone
+  // reads back. The first change writes the standard values beside it, and is flown at once.
+  Set(Yoke1(), "boxMaximumForce", "55");
+  Play(Yoke2(), {{"boxNeverExceedSpeed", "200"}, {"boxLevel1", "33"}});  // stall buffet, pitch
+  const auto& [yoke1, yoke2, shared] = std::tie(Model().Yoke1, Model().Yoke2, Model().GeneralFFB);
+  EXPECT_EQ(std::tuple(shared.MaximumForce, shared.PitchTrimRange), std::tuple(55, 40));
+  EXPECT_EQ(std::tuple(yoke1.NeverExceedSpeed, yoke1.Effects[1].Level, yoke1.Effects[3].Level),
+            std::tuple(200, 33, 20));
+  EXPECT_TRUE(EffectsAreBlank(yoke2) && yoke2.NeverExceedSpeed == 0);
+  const auto& forces = program_->Yokes().Pair().Settings().forces;
+  EXPECT_EQ(std::tuple(forces.maximum, forces.neverExceedSpeed), std::tuple(0.55, 200.0));
 }
 
 TEST_F(YokeFormsTest, CurveIsDraggedAndMovedByKey) {
@@ -114,16 +104,15 @@ TEST_F(YokeFormsTest, CurveIsDraggedAndMovedByKey) {
 }
 
 TEST_F(YokeFormsTest, CalibrationAndJoystickSayWhatTheyMiss) {
-  Click(Yoke1(), "cmdSetRollCentre");
-  EXPECT_EQ(boxes_.shown.back(), "The yoke does not answer.");
-  Click(Yoke1(), "cmdSetRudderLeft");
-  EXPECT_EQ(boxes_.shown.back(), "No Rudder axe defined");
-  Click(Yoke1(), "cmdSetLeftBrakePressed");
-  EXPECT_EQ(boxes_.shown.back(), "No Brake axe defined");
-  boxes_.shown.clear();
-  Click(Yoke1(), "cmdCheckJoystick");
-  EXPECT_EQ(boxes_.shown.size(), 6u);
-  EXPECT_EQ(boxes_.shown.back(), "Joystick settings incorrect or incomplete.");
+  for (const auto& [button, words] : {std::pair{"cmdSetRollCentre", "The yoke does not answer."},
+                                      {"cmdSetRudderLeft", "No Rudder axe defined"},
+                                      {"cmdSetLeftBrakePressed", "No Brake axe defined"},
+                                      {"cmdCheckJoystick", "Joystick settings incorrect or incomplete."}}) {
+    boxes_.shown.clear();
+    Click(Yoke1(), button);
+    EXPECT_EQ(boxes_.shown.back(), words);
+  }
+  EXPECT_EQ(boxes_.shown.size(), 6u) << "all that is missing";
 }
 
 TEST_F(YokeFormsTest, NothingIsClippedAndLeavingTakesThemAway) {

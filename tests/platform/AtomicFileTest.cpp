@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,8 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class AtomicFile : public InEmptyFolder {
- protected:
+struct AtomicFile : InEmptyFolder {
   std::string error_;
 };
 

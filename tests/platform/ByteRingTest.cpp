@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "platform/ByteRing.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {

@@ -1,9 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <future>
 
 #include "platform/linux/FolderClaim.h"
 #include "platform/qt/QtFdWatcher.h"
+#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 #include "tests/platform/WaitUntil.h"
 

@@ -1,20 +1,15 @@
 // The real serial port, over real pseudo-terminals and the processes that keep them.
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <termios.h>
-
-#include <algorithm>
-#include <chrono>
-#include <fstream>
-#include <optional>
 
 #include "platform/TtyPort.h"
 #include "platform/linux/serial/ComPortMap.h"
 #include "platform/linux/serial/KeptTty.h"
 #include "platform/linux/serial/TtyCalls.h"
 #include "platform/qt/QtFdWatcher.h"
+#include "tests/Test.h"
 #include "tests/platform/Pty.h"
 #include "tests/platform/StoppedProcess.h"
 #include "tests/platform/WaitUntil.h"
@@ -22,14 +17,10 @@
 namespace tvx {
 namespace {
 
-using Bytes = std::vector<Byte>;
-
 TEST(ComPortMap, DefaultsAndLinks) {
   const ScratchFolder folder;
   const std::pair<int, const char*> defaults[] = {{1, "/dev/ttyS0"}, {4, "/dev/ttyS3"}, {5, "/dev/ttyUSB0"}};
-  for (const auto& [com, device] : defaults) {
-    EXPECT_EQ(FindComPort(com).path, device);
-  }
+  for (const auto& [com, device] : defaults) EXPECT_EQ(FindComPort(com).path, device);
   EXPECT_TRUE(FindComPort(0).path.empty());
   ScratchFolder::Link(5, "/dev/no-such-adapter");
   EXPECT_EQ(FindComPort(5).path, "comports/com5");
@@ -39,8 +30,7 @@ TEST(ComPortMap, DefaultsAndLinks) {
   for (const auto& [com, order] : byOrder) EXPECT_EQ(FindComPort(com).byOrder, order) << com;
 }
 
-class KeptTtyTest : public testing::Test {
- protected:
+struct KeptTtyTest : testing::Test {
   KeptTtyTest() {
     ScratchFolder::Link(3, pty.Device());
     handler = port.SetHandler([this](SerialEvent event) {
@@ -86,8 +76,7 @@ TEST_F(KeptTtyTest, SetsTheLine) {
   termios line{};
   ASSERT_EQ(tcgetattr(fd, &line), 0);
   close(fd);
-  EXPECT_EQ(cfgetospeed(&line), B38400);
-  EXPECT_EQ(cfgetispeed(&line), B38400);
+  EXPECT_EQ(std::pair(cfgetospeed(&line), cfgetispeed(&line)), (std::pair<speed_t, speed_t>(B38400, B38400)));
   EXPECT_EQ(line.c_cflag & (CSIZE | CSTOPB | PARENB | CRTSCTS | CLOCAL | CREAD),
             tcflag_t{CS8 | CSTOPB | CLOCAL | CREAD});
   EXPECT_EQ(line.c_iflag & (IXON | IXOFF | IGNBRK | BRKINT | ISTRIP | IGNPAR | PARMRK | INPCK | ICRNL),
@@ -107,83 +96,6 @@ TEST_F(KeptTtyTest, EveryByteTravelsBothWays) {
   EXPECT_TRUE(port.Write(frame));
   EXPECT_TRUE(WaitUntil([&] { return pty.Collect().size() >= frame.size(); }));
   EXPECT_EQ(pty.Got, frame);
-}
-
-TEST_F(KeptTtyTest, ReceivedComesAtTheThresholdAndAgainWhileEnoughWaits) {
-  port.SetReceiveThreshold(25);
-  std::vector<std::size_t> waiting;
-  bool reads = true;
-  handler = port.SetHandler([&](SerialEvent event) {
-    ASSERT_EQ(event, SerialEvent::Received);
-    waiting.push_back(port.Waiting());
-    if (reads) Take(25);
-  });
-  ASSERT_TRUE(Opens(port));
-  pty.Send(Bytes(24, 1));
-  ASSERT_TRUE(WaitUntil([&] { return port.Waiting() == 24; }));
-  EXPECT_TRUE(waiting.empty());
-  pty.Send(Bytes(1 + 50 + 3, 2));
-  ASSERT_TRUE(WaitUntil([&] { return got.size() == 75; }));
-  ASSERT_TRUE(WaitUntil([&] { return port.Waiting() == 3; }));
-  EXPECT_EQ(waiting.size(), 3u);
-  EXPECT_GE(*std::min_element(waiting.begin(), waiting.end()), 25u);
-
-  // A handler that reads nothing is called once for what has come, not for ever.
-  reads = false;
-  waiting.clear();
-  pty.Send(Bytes(40, 3));
-  ASSERT_TRUE(WaitUntil([&] { return port.Waiting() == 43; }));
-  EXPECT_LE(waiting.size(), 2u);
-  port.DiscardInput();
-  EXPECT_EQ(port.Waiting(), 0u);
-}
-
-TEST_F(KeptTtyTest, AHandlerMayCloseAndOpenThePortAndYield) {
-  int calls = 0;
-  port.SetReceiveThreshold(5);
-  handler = port.SetHandler([&](SerialEvent) {
-    switch (++calls) {
-      case 1:
-        port.Close();
-        break;
-      case 2:
-        port.Open(3, SerialReset::No);
-        break;
-      case 3:  // waits for what comes next, which is delivered inside
-        Take(5);
-        pty.Send(Bytes(5, 9));
-        EXPECT_TRUE(WaitUntil([&] { return got.size() == 10; }));
-        handler.End();
-        break;
-      default:
-        Take(5);
-    }
-  });
-  ASSERT_TRUE(Opens(port));
-  pty.Send(Bytes(10, 7));
-  ASSERT_TRUE(WaitUntil([&] { return calls == 1; }));
-  EXPECT_EQ(port.State(), SerialState::Closed);
-  ASSERT_TRUE(Opens(port));
-  pty.Send(Bytes(5, 8));
-  ASSERT_TRUE(WaitUntil([&] { return calls == 2 && port.State() != SerialState::Opening; }));
-  EXPECT_TRUE(port.IsOpen());
-  EXPECT_EQ(port.Waiting(), 0u);
-  pty.Send(Bytes(5, 8));
-  ASSERT_TRUE(WaitUntil([&] { return got.size() == 10; }));
-  EXPECT_EQ(calls, 4);
-}
-
-TEST_F(KeptTtyTest, AFloodThatNobodyReadsIsBoundedAndTheNewestBytesStay) {
-  handler.End();
-  ASSERT_TRUE(Opens(port));
-  ASSERT_TRUE(SendAll(Pattern(TtyPort::kInputRoom + 5000)));
-  const Bytes last{1, 2, 3, 4};
-  ASSERT_TRUE(SendAll(last));
-  EXPECT_TRUE(WaitUntil([&] { return port.Waiting() == TtyPort::kInputRoom; }));
-  EXPECT_TRUE(WaitUntil([&] {
-    Take(1000);
-    return got.size() >= 4 && std::equal(last.begin(), last.end(), got.end() - 4);
-  }));
 }
 
 TEST_F(KeptTtyTest, AFullLineRefusesWithoutWaitingAndLosesNoByteItTook) {
@@ -315,13 +227,13 @@ TEST_F(KeptTtyTest, TwoUsersNeverShareALine) {
 TEST_F(KeptTtyTest, WhatIsNoSerialPortIsToldApart) {
   std::ofstream("file").put('x');
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
-  const std::pair<std::string, SerialState> cases[] = {
-      {"/dev/no-such-adapter", SerialState::NotFound},
-      {"/dev/null", SerialState::Failed},
-      {"../file", SerialState::Failed},
-      {"../pipe", SerialState::Failed},
-      {"com3", SerialState::NotFound},  // leads to itself
-  };
+  using enum SerialState;
+  const std::pair<std::string, SerialState> cases[] = {// The last one leads to itself.
+                                                       {"/dev/no-such-adapter", NotFound},
+                                                       {"/dev/null", Failed},
+                                                       {"../file", Failed},
+                                                       {"../pipe", Failed},
+                                                       {"com3", NotFound}};
   for (const auto& [target, state] : cases) {
     ScratchFolder::Link(3, target);
     EXPECT_FALSE(Opens(port)) << target;

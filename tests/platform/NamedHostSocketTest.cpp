@@ -1,8 +1,7 @@
 // Names of computers in place of addresses, over a network in memory.
-#include <gtest/gtest.h>
-
 #include "platform/HostName.h"
 #include "platform/NamedHostSocket.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeUdpSocket.h"
 
@@ -13,41 +12,23 @@ TEST(HostName, TellsAddressesFromNames) {
   const std::string part(63, 'a');
   const std::string longest = part + '.' + part + '.' + part + '.' + part.substr(2);
   const std::string tooLong = longest + 'a', tooLongPart = part + 'a';
-  const struct {
-    std::string_view text;
-    bool address, name;
-  } rows[] = {{"192.168.1.20", true, false},
-              {"0.0.0.0", true, false},
-              {"192.168.1", false, false},
-              {"192.168.1.256", false, false},
-              {"1.2.3.4.5", false, false},
-              {"1.2.3.0004", false, false},
-              {"1.2.3.-4", false, false},
-              {" 1.2.3.4", false, false},
-              {"simpc", false, true},
-              {"sim-pc_2.local", false, true},
-              {"7seas", false, true},
-              {"h\xC3\xBChne", false, true},
-              {"", false, false},
-              {"sim pc", false, false},
-              {"-sim", false, false},
-              {"sim.", false, false},
-              {"sim..local", false, false},
-              {"sim;pc", false, false},
-              {longest, false, true},
-              {tooLong, false, false},
-              {tooLongPart, false, false}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(ParseIPv4(row.text).has_value(), row.address) << row.text;
-    EXPECT_EQ(IsHostName(row.text), row.name) << row.text;
-  }
+  const auto expect = [](std::initializer_list<std::string_view> texts, bool address, bool name) {
+    for (const std::string_view text : texts) {
+      EXPECT_EQ(ParseIPv4(text).has_value(), address) << text;
+      EXPECT_EQ(IsHostName(text), name) << text;
+    }
+  };
+  expect({"192.168.1.20", "0.0.0.0"}, true, false);
+  expect({"simpc", "sim-pc_2.local", "7seas", "h\xC3\xBChne", longest}, false, true);
+  expect({"192.168.1", "192.168.1.256", "1.2.3.4.5", "1.2.3.0004", "1.2.3.-4", " 1.2.3.4"}, false, false);
+  expect({"", "sim pc", "-sim", "sim.", "sim..local", "sim;pc", tooLong, tooLongPart}, false, false);
   EXPECT_EQ(ParseIPv4("1.2.3.4"), 0x01020304u);
 }
 
 // Answers when the test says so.
 class FakeResolver final : public HostResolver {
  public:
-  std::vector<std::string> asked;
+  Texts asked;
 
   Registration Lookup(const std::string& name, Done done) override {
     asked.push_back(name);
@@ -59,14 +40,12 @@ class FakeResolver final : public HostResolver {
   Callback<const HostLookup&> done_;
 };
 
-class NamedHostSocketTest : public testing::Test {
- protected:
-  std::vector<std::string> Hosts() const {
-    std::vector<std::string> hosts;
+struct NamedHostSocketTest : testing::Test {
+  Texts Hosts() const {
+    Texts hosts;
     for (const UdpEndpoints& endpoints : inner.SetUps) hosts.push_back(endpoints.remoteHost);
     return hosts;
   }
-  using Texts = std::vector<std::string>;
 
   FakeUdpSocket inner;
   FakeResolver resolver;
@@ -117,7 +96,7 @@ TEST_F(NamedHostSocketTest, ANameThatIsNotFoundIsLookedUpAgainAfterAWhile) {
   clock.Advance(1);
   EXPECT_FALSE(socket.SetUp(named));
   EXPECT_EQ(resolver.asked.size(), 2u);
-  EXPECT_NE(socket.LastError().find("was found"), std::string::npos) << "the words stay until there is news";
+  EXPECT_TRUE(Holds(socket.LastError(), "was found")) << "the words stay until there is news";
   resolver.Answer({"10.0.0.7", {}});
   EXPECT_TRUE(socket.IsOpen());
 }

@@ -1,6 +1,4 @@
 // Groups of the network, names of computers, and who has a port: on this computer, as far as it has them.
-#include <gtest/gtest.h>
-
 #include <QNetworkDatagram>
 #include <QNetworkInterface>
 
@@ -8,6 +6,7 @@
 #include "platform/qt/QtHostResolver.h"
 #include "platform/qt/QtMulticastListener.h"
 #include "platform/qt/QtUdpSocket.h"
+#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 #include "tests/platform/WaitUntil.h"
 
@@ -28,7 +27,7 @@ struct Heard {
           texts.emplace_back(bytes.begin(), bytes.end());
           sender = from;
         })) {}
-  std::vector<std::string> texts;
+  Texts texts;
   MulticastListener::Sender sender;
   Registration registration;
 };
@@ -58,7 +57,7 @@ TEST(QtMulticastListener, SaysWhyItHearsNothing) {
   ASSERT_TRUE(alone.bind(QHostAddress(QHostAddress::LocalHost), 0, QAbstractSocket::DontShareAddress));
   QtMulticastListener listener("127.0.0.1", alone.localPort());
   EXPECT_FALSE(listener.Open());
-  EXPECT_EQ(listener.LastError().find("port " + std::to_string(alone.localPort()) + ": "), 0u);
+  EXPECT_TRUE(Begins(listener.LastError(), "port " + std::to_string(alone.localPort()) + ": "));
   alone.close();
   EXPECT_TRUE(listener.Open());
   EXPECT_EQ(listener.LastError(), "");
@@ -113,8 +112,8 @@ TEST(QtUdpSocket, NamesWhoHasThePort) {
   for (int i = 0; i < 50; ++i) EXPECT_FALSE(socket.SetUp(here));
   EXPECT_EQ(asked, 0) << "looking costs time, and nobody wants to know yet";
   const std::string words = "local port " + std::to_string(here.localPort) + " is used by another program: ";
-  EXPECT_EQ(socket.LastError().find(words), 0u) << socket.LastError();
-  EXPECT_NE(socket.LastError().find("(" + std::to_string(getpid()) + ")"), std::string::npos);
+  EXPECT_TRUE(Begins(socket.LastError(), words));
+  EXPECT_TRUE(Holds(socket.LastError(), "(" + std::to_string(getpid()) + ")"));
   EXPECT_EQ(asked, 1);
   other.close();
   EXPECT_TRUE(socket.SetUp(here));

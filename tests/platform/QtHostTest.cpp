@@ -1,10 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
 
 #include "platform/qt/QtMessageBoxes.h"
+#include "tests/Test.h"
 #include "tests/platform/WaitUntil.h"
 
 namespace tvx {

@@ -1,16 +1,10 @@
 // The real datagram socket, over loopback.
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <vector>
-
 #include "platform/qt/QtUdpSocket.h"
+#include "tests/Test.h"
 #include "tests/platform/WaitUntil.h"
 
 namespace tvx {
 namespace {
-
-using Bytes = std::vector<Byte>;
 
 std::int32_t FreePort() {
   QUdpSocket socket;
@@ -18,8 +12,7 @@ std::int32_t FreePort() {
   return socket.localPort();
 }
 
-class QtUdpSocketTest : public testing::Test {
- protected:
+struct QtUdpSocketTest : testing::Test {
   QtUdpSocketTest() {
     arrivals = socket.SetArrivalHandler([this](std::size_t bytesTotal) {
       totals.push_back(bytesTotal);
@@ -122,7 +115,7 @@ TEST_F(QtUdpSocketTest, ATakenPortAndBadAddressesAreRefusedInWords) {
   for (const auto& [endpoints, words] : cases) {
     ASSERT_TRUE(socket.SetUp(here));
     EXPECT_FALSE(socket.SetUp(endpoints));
-    EXPECT_NE(socket.LastError().find(words), std::string::npos) << socket.LastError();
+    EXPECT_TRUE(Holds(socket.LastError(), words));
     EXPECT_FALSE(socket.Send(Bytes{1}));
   }
   EXPECT_EQ(errors, 0);

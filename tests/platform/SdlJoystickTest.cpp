@@ -1,21 +1,16 @@
 // The real joystick reader on joysticks that SDL itself pretends to have.
 #include <SDL.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <string>
-
 #include "platform/linux/JoystickAccess.h"
 #include "platform/sdl/SdlJoystick.h"
+#include "tests/Test.h"
 
 namespace tvx::test {
 namespace {
 
-class SdlJoystickTest : public ::testing::Test {
- protected:
+struct SdlJoystickTest : testing::Test {
   void SetUp() override {
     if (SDL_InitSubSystem(SDL_INIT_JOYSTICK) != 0) GTEST_SKIP() << SDL_GetError();
     if (SDL_NumJoysticks() != 0) GTEST_SKIP() << "a real joystick is plugged in";
@@ -34,9 +29,8 @@ TEST_F(SdlJoystickTest, ReadsTheWholeRecord) {
   ASSERT_TRUE(reader_.joyGetPosEx(0, info));
   SDL_Joystick* device = SDL_JoystickFromInstanceID(SDL_JoystickGetDeviceInstanceID(index));
   ASSERT_NE(device, nullptr);
-  for (int axis = 0; axis < 6; ++axis) {
+  for (int axis = 0; axis < 6; ++axis)
     SDL_JoystickSetVirtualAxis(device, axis, static_cast<Sint16>(axis == 5 ? 32767 : -32768 + 1000 * axis));
-  }
   SDL_JoystickSetVirtualButton(device, 0, 1);
   SDL_JoystickSetVirtualButton(device, 7, 1);
   ASSERT_TRUE(reader_.joyGetPosEx(0, info));
@@ -64,8 +58,7 @@ TEST_F(SdlJoystickTest, SaysWhatADeviceIs) {
   ASSERT_NE(reader_.Describe(1), nullptr);
   const JoystickInfo stick = *reader_.Describe(0), throttle = *reader_.Describe(1);
   EXPECT_FALSE(stick.name.empty());
-  EXPECT_EQ(stick.axes, 3);
-  EXPECT_EQ(throttle.axes, 5);
+  EXPECT_EQ((std::tuple{stick.axes, throttle.axes}), (std::tuple{3, 5}));
   EXPECT_NE(stick.identity, throttle.identity);
   EXPECT_GE(stick.identity.size(), 32u);
   EXPECT_EQ(stick.identity.find(' '), std::string::npos);

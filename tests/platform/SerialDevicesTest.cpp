@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "platform/linux/serial/ComPortMap.h"
 #include "platform/linux/serial/LinuxSerialDevices.h"
+#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
 namespace tvx {
@@ -33,12 +33,11 @@ TEST_F(SerialDevicesTest, NamesEachAdapterItsUserAndItsState) {
 
   const auto devices = LinuxSerialDevices(Path()).List();
   ASSERT_EQ(devices.size(), 3u);
-  EXPECT_EQ(devices[0].Words(), "/dev/ttyACM1");
-  EXPECT_EQ(devices[0].StateWords(), "in use by minicom (4711)");
-  EXPECT_EQ(devices[1].byName, "/dev/serial/by-id/usb-FTDI_A50285BI-if00");
-  EXPECT_EQ(devices[1].bySocket, "/dev/serial/by-path/pci-0000:00:14.0-usb-0:2:1.0-port0");
-  EXPECT_EQ(devices[1].Words(), "FT232R USB UART, serial A50285BI, /dev/ttyUSB0");
-  EXPECT_EQ(devices[1].StateWords(), "free");
+  EXPECT_EQ((Texts{devices[0].Words(), devices[0].StateWords(), devices[1].byName, devices[1].bySocket,
+                   devices[1].Words(), devices[1].StateWords()}),
+            (Texts{"/dev/ttyACM1", "in use by minicom (4711)", "/dev/serial/by-id/usb-FTDI_A50285BI-if00",
+                   "/dev/serial/by-path/pci-0000:00:14.0-usb-0:2:1.0-port0",
+                   "FT232R USB UART, serial A50285BI, /dev/ttyUSB0", "free"}));
   EXPECT_EQ(devices[2].path, "/dev/ttyS0") << "what is plugged in comes first";
   EXPECT_TRUE(LinuxSerialDevices(Path() + "/nowhere").List().empty());
 }
@@ -83,8 +82,8 @@ TEST_F(SerialDevicesTest, EveryUserIsNamedAndFreeIsSaidOnlyWhereNobodyIsHidden) 
   use(std::to_string(getpid()), "torvex-control\n");
   EXPECT_EQ(state(), "in use by this program");
   use("4711", "minicom\n");
-  EXPECT_NE(state().find("minicom (4711)"), std::string::npos);
-  EXPECT_NE(state().find("bytes get lost"), std::string::npos);
+  EXPECT_TRUE(Holds(state(), "minicom (4711)"));
+  EXPECT_TRUE(Holds(state(), "bytes get lost"));
 }
 
 TEST_F(SerialDevicesTest, AdaptersThatSayTheSameOfThemselvesAreToldApartByTheirSockets) {

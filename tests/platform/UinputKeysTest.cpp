@@ -1,11 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <fstream>
-
 #include "platform/linux/KeyInjectors.h"
 #include "platform/linux/KeySymbols.h"
 #include "platform/linux/UinputKeys.h"
+#include "tests/Test.h"
 #include "tests/fakes/FakeKeyInjector.h"
 #include "tests/fakes/ScratchFolder.h"
 
@@ -55,20 +51,17 @@ TEST(UinputKeys, KeysOfAKeyStrokeByLayout) {
 }
 
 TEST(KeySymbols, AreThoseOfLatin1AndOfNothingElse) {
-  for (const char32_t code : {U' ', U'~', U'\u00A0', U'\u00FF'}) {
+  for (const char32_t code : {U' ', U'~', U'\u00A0', U'\u00FF'})
     EXPECT_EQ(KeySymbolOf({NamedKey::Character, code}), code);
-  }
-  for (const char32_t code : {U'\0', U'\t', U'\u007F', U'\u009F', U'\u0100', U'\u20AC'}) {
+  for (const char32_t code : {U'\0', U'\t', U'\u007F', U'\u009F', U'\u0100', U'\u20AC'})
     EXPECT_EQ(KeySymbolOf({NamedKey::Character, code}), 0u) << static_cast<unsigned>(code);
-  }
 }
 
 TEST(UinputKeys, EveryPrintableCharacterStandsOnCommonLayouts) {
   for (const char* name : {"us", "de", "fr", "gb"}) {
     const KeyLayout layout({"evdev", "", name, "", ""});
-    for (char32_t character = 0x20; character < 0x7F; ++character) {
+    for (char32_t character = 0x20; character < 0x7F; ++character)
       EXPECT_TRUE(KernelEvents({NamedKey::Character, character}, layout)) << name << " " << char(character);
-    }
   }
 }
 

@@ -1,10 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
-#include <vector>
-
 #include "platform/Unmarker.h"
+#include "tests/Test.h"
 
 namespace tvx {
 namespace {
@@ -26,7 +21,7 @@ std::string Unmark(Unmarker& unmarker, ByteView bytes) {
 }
 
 TEST(Unmarker, TakesTheMarksOut) {
-  const std::pair<std::vector<Byte>, const char*> cases[] = {
+  const std::pair<Bytes, const char*> cases[] = {
       {{0x00, 0x41, 0xFE}, "0 41 fe"},
       {{0xFF, 0xFF, 0x00, 0x00}, "ff 0 0"},
       {{0x01, 0xFF, 0x00, 0x00, 0x02}, "1 mark 2"},
@@ -39,7 +34,7 @@ TEST(Unmarker, TakesTheMarksOut) {
     Unmarker unmarker;
     EXPECT_EQ(Unmark(unmarker, raw), words);
     unmarker.Reset();  // forgets half a mark
-    EXPECT_EQ(Unmark(unmarker, std::vector<Byte>{0x43}), "43") << words;
+    EXPECT_EQ(Unmark(unmarker, Bytes{0x43}), "43") << words;
   }
 }
 

@@ -1,11 +1,8 @@
 #include "tests/platform/VirtualDisplay.h"
 
 #include <X11/Xutil.h>
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
 #include <chrono>
@@ -38,40 +35,20 @@ void VirtualDisplay::Kill() {
   display_ = nullptr;
   if (server_ <= 0) return;
   kill(server_, SIGKILL);
-  waitpid(server_, nullptr, 0);
+  said_.reset();
   server_ = -1;
 }
 
 bool VirtualDisplay::StartServer() {
-  std::array<int, 2> number{};
-  if (pipe(number.data()) != 0) return false;
-  server_ = fork();
-  if (server_ == 0) {
-    const int quiet = open("/dev/null", O_RDWR);
-    dup2(quiet, STDOUT_FILENO);
-    dup2(quiet, STDERR_FILENO);
-    const std::string fd = std::to_string(number[1]);
-    execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", "320x200x24", "-noreset", "-nolisten",
-           "tcp", nullptr);
-    _exit(127);
-  }
-  close(number[1]);
-  const auto end = SteadyClock::now() + kDeadline;
-  pollfd wait{number[0], POLLIN, 0};
-  while (name_.empty() || name_.back() != '\n') {
-    std::array<char, 16> text{};
-    const bool ready = poll(&wait, 1, MillisecondsLeft(end)) > 0;
-    const ssize_t count = ready ? read(number[0], text.data(), text.size()) : 0;
-    if (count <= 0) break;
-    name_.append(text.data(), static_cast<std::size_t>(count));
-  }
-  close(number[0]);
-  if (name_.empty() || name_.back() != '\n') {
-    trouble_ = "Xvfb is not installed, or does not start";
-    return false;
-  }
-  name_ = ":" + name_.substr(0, name_.size() - 1);
-  return true;
+  // It says its process and, once it is ready, its number.
+  std::FILE* said =
+      popen("echo $$; exec Xvfb -displayfd 1 -screen 0 320x200x24 -noreset -nolisten tcp 2>/dev/null", "r");
+  int number = 0;
+  const bool started = said != nullptr && std::fscanf(said, "%d %d", &server_, &number) == 2;
+  if (!started) trouble_ = "Xvfb is not installed, or does not start";
+  said_.reset(said);
+  name_ = ":" + std::to_string(number);
+  return started;
 }
 
 bool VirtualDisplay::OpenWindow() {

@@ -1,6 +1,8 @@
 // An X server without a screen, with a window of ours that has the keyboard focus.
 #pragma once
 
+#include <cstdio>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -44,7 +46,11 @@ class VirtualDisplay {
   bool OpenWindow();
   bool NextEvent(_XEvent& event);
 
+  struct End {
+    void operator()(std::FILE* process) const { pclose(process); }
+  };
   int server_ = -1;
+  std::unique_ptr<std::FILE, End> said_;  // what the server says; waits for its end
   std::string name_, trouble_;
   _XDisplay* display_ = nullptr;
 };

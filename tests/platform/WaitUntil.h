@@ -2,17 +2,21 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QTimer>
 #include <chrono>
 
 namespace tvx {
 
-// False when it was not so within two seconds.
+// False when it was not so within the deadline.
 template <typename Condition>
-bool WaitUntil(Condition&& condition) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+bool WaitUntil(Condition&& condition, std::chrono::seconds deadline = std::chrono::seconds(2)) {
+  const auto end = std::chrono::steady_clock::now() + deadline;
+  QTimer look;  // at least so often
+  look.start(5);
   while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    if (std::chrono::steady_clock::now() > end) return false;
+    // Not the form with a time to wait, which does not wait at all.
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   }
   return true;
 }

@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <random>
 
+#include "tests/Test.h"
 #include "tests/fakes/AllocationCount.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"

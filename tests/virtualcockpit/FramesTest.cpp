@@ -21,10 +21,9 @@ struct Decoded {
 };
 Decoded Decode(const Bytes& bytes, std::size_t piece) {
   Decoded decoded;
-  for (std::size_t at = 0; at < bytes.size(); at += piece) {
+  for (std::size_t at = 0; at < bytes.size(); at += piece)
     decoded.decoder.Take(ByteView(bytes).subspan(at, std::min(piece, bytes.size() - at)),
                          [&](const Frame& frame) { decoded.frames.push_back(TextOf(frame)); });
-  }
   return decoded;
 }
 

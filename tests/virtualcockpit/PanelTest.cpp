@@ -41,50 +41,41 @@ TEST(Scale, PlatesThatMakeNoSenseAreEmptyNotFatal) {
   EXPECT_LT(huge.Marks().size(), 1000u);
 }
 
-// Every kind is drawn at every size, before and after commands of any value, lit and dark, with every fault.
-TEST(Faces, DrawEveryKindWhateverTheBusBrings) {
+// Numbers that look like chance, the same in every run.
+struct Random {
+  std::uint32_t seed;
+  int operator()(int below) {
+    seed = seed * 1664525u + 1013904223u;
+    return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
+  }
+  std::size_t operator()(std::size_t below) {
+    return static_cast<std::size_t>((*this)(static_cast<int>(below)));
+  }
+};
+
+// The screen shows what a whole painting does.
+void ExpectPaintedWhole(QWidget& face, const std::string& what) {
+  constexpr auto kFormat = QImage::Format_RGB32;
+  EXPECT_EQ(face.screen()->grabWindow(face.winId()).toImage().convertToFormat(kFormat),
+            face.grab().toImage().convertToFormat(kFormat))
+      << what;
+}
+
+// Only what has moved is painted again: that is enough after any sequence of commands, frames and turns of
+// the knobs. Every kind is drawn at every size, whatever the bus brings, and shows a fault.
+TEST(Faces, WhatIsPaintedAgainIsEnough) {
   ConfigModel model;
   model.Plates.push_back(PlateOf({{0, 0}, {50, 500}, {100, 1040}}));
   model.Functions[1].ShortName = "Vert. speed";
+  Random random{7};
   for (const int type : {1,   2,   3,   4,   5,   6,   8,   10,  101, 103, 104, 105, 106, 107, 108,
                          109, 110, 111, 112, 113, 114, 120, 121, 122, 123, 124, 125, 130, 140, 200}) {
+    SCOPED_TRACE(type);
     GaugeRecord& record = model.Gauges[10];
     record.GaugeType = static_cast<Byte>(type);
     record.GaugeSetting4 = 77;  // no such Plate
     record.GaugeFunction1 = 1;
-    record.GaugeFunction2 = static_cast<std::int16_t>(type == 3 ? 1 : -5);
-    const auto device = MakeDevice({10, record.GaugeType, 1, 1});
-    const std::unique_ptr<InstrumentWidget> face(MakeFace(*device, model, nullptr));
-    for (const int size : {4, 90, 300}) {
-      face->resize(size, size);
-      for (const std::int32_t value : {0, 1013, 65535, -65535}) {
-        for (int command = 0; command < 16; ++command) device->Receive(command, value);
-        face->Advance(0.04);
-        EXPECT_FALSE(face->grab().isNull()) << type;
-      }
-    }
-    const QImage works = face->grab().toImage();
-    device->SetFault(DeviceFault::Silent);
-    EXPECT_NE(face->grab().toImage(), works) << "a fault is shown, type " << type;
-  }
-}
-
-// Only what has moved is painted again: after any sequence of commands, frames and turns of the knobs the
-// screen shows what a whole painting does.
-TEST(Faces, WhatIsPaintedAgainIsEnough) {
-  ConfigModel model;
-  model.Plates.push_back(PlateOf({{0, 0}, {50, 500}, {100, 1040}}));
-  std::uint32_t seed = 7;
-  const auto random = [&seed](int below) {
-    seed = seed * 1664525u + 1013904223u;
-    return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
-  };
-  for (const int type : {1,   2,   3,   5,   8,   10,  101, 103, 104, 105, 106, 108,
-                         109, 110, 112, 113, 120, 122, 123, 124, 125, 130, 140, 200}) {
-    GaugeRecord& record = model.Gauges[10];
-    record = {};
-    record.GaugeType = static_cast<Byte>(type);
-    record.GaugeFunction1 = record.GaugeFunction2 = 1;
+    record.GaugeFunction2 = static_cast<std::int16_t>(type % 2 == 0 ? 1 : -5);
     const auto device = MakeDevice({10, record.GaugeType, 1, 1});
     const std::unique_ptr<InstrumentWidget> face(MakeFace(*device, model, nullptr));
     face->SetBackdrop(QColor(40, 44, 50));
@@ -92,19 +83,23 @@ TEST(Faces, WhatIsPaintedAgainIsEnough) {
     face->show();
     for (int step = 0; step < 40; ++step) {
       const int command = random(8) + (random(2) == 0 ? 0 : 9), size = random(3);  // 8 paints everything
-      device->Receive(command, random(size == 0 ? 16 : size == 1 ? 1100 : 20000) - (size == 2 ? 10000 : 0));
+      device->Receive(command, random(size == 0 ? 16 : size == 1 ? 1100 : 131070) - (size == 2 ? 65535 : 0));
       if (step % 8 == 5 && !face->Controls().empty()) {
-        const Control& control =
-            face->Controls()[static_cast<std::size_t>(random(static_cast<int>(face->Controls().size())))];
+        const Control& control = face->Controls()[random(face->Controls().size())];
         if (control.turn) control.turn(1);
         if (control.press) control.press();
       }
       face->Advance(0.04);
       QCoreApplication::processEvents();
     }
-    const QImage shown =
-        face->screen()->grabWindow(face->winId()).toImage().convertToFormat(QImage::Format_RGB32);
-    EXPECT_EQ(shown, face->grab().toImage().convertToFormat(QImage::Format_RGB32)) << type;
+    ExpectPaintedWhole(*face, std::to_string(type));
+    for (const int size : {4, 90, 300}) {
+      face->resize(size, size);
+      EXPECT_FALSE(face->grab().isNull()) << size;
+    }
+    const QImage works = face->grab().toImage();
+    device->SetFault(DeviceFault::Silent);
+    EXPECT_NE(face->grab().toImage(), works) << "a fault is shown";
   }
 }
 
@@ -113,29 +108,24 @@ TEST(Units, WhatIsPaintedAgainIsEnough) {
   ConfigModel model;
   for (std::size_t channel = 0; channel < 8; ++channel) model.EngineCluster[channel] = {1, 1, 0};
   model.Functions[1].ShortName = "Vert. speed";
-  std::uint32_t seed = 11;
-  const auto random = [&seed](int below) {
-    seed = seed * 1664525u + 1013904223u;
-    return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(below));
-  };
+  Random random{11};
   ClusterFace cluster(LegendOfCluster(model), nullptr);
   ModuleFace module(LegendOfModule(model, 1), 1, nullptr);
   YokeFace yoke(1, nullptr);
   ClusterState needles;
   IOModuleState board;
   YokeState hand;
-  for (UnitFace* face :
-       {static_cast<UnitFace*>(&cluster), static_cast<UnitFace*>(&module), static_cast<UnitFace*>(&yoke)}) {
+  for (UnitFace* face : std::initializer_list<UnitFace*>{&cluster, &module, &yoke}) {
     face->resize(400, 190);
     face->show();
     for (int step = 0; step < 40; ++step) {
       std::array<Byte, ClusterState::kFrameSize> frame{'F'};
-      frame[static_cast<std::size_t>(1 + 2 * random(8))] = static_cast<Byte>(random(5));
+      frame[1 + 2 * random(std::size_t{8})] = static_cast<Byte>(random(5));
       frame[37] = static_cast<Byte>(step % 8 == 5 ? random(4) : 2);
       needles.Take(frame, 0);
       cluster.Show(needles);
-      board.switches[static_cast<std::size_t>(random(IOModuleState::kSwitches))] = random(2) == 0;
-      board.axes[static_cast<std::size_t>(random(IOModuleState::kAxes))] = random(4096);
+      board.switches[random(board.switches.size())] = random(2) == 0;
+      board.axes[random(board.axes.size())] = random(4096);
       board.TakeCommand(4 + random(3), random(65536));
       if (step % 8 == 5) board.TakeCommand(12, random(3) * 127);
       module.Show(board);
@@ -147,10 +137,7 @@ TEST(Units, WhatIsPaintedAgainIsEnough) {
       if (step == 30) face->SetTrouble("unplugged");
       QCoreApplication::processEvents();
     }
-    const QImage shown =
-        face->screen()->grabWindow(face->winId()).toImage().convertToFormat(QImage::Format_RGB32);
-    EXPECT_EQ(shown, face->grab().toImage().convertToFormat(QImage::Format_RGB32))
-        << face->objectName().toStdString();
+    ExpectPaintedWhole(*face, face->objectName().toStdString());
   }
 }
 
@@ -168,28 +155,27 @@ TEST(Faces, ControlsAnswerTheMouse) {
     QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(face.get(), &event);
   };
-  const auto click = [&mouse](QPointF at) {
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) mouse(type, at);
+  // Presses at one place and lets go at another.
+  const auto drag = [&mouse](QPointF from, QPointF by) {
+    mouse(QEvent::MouseButtonPress, from);
+    if (!by.isNull()) mouse(QEvent::MouseMove, from + by);
+    mouse(QEvent::MouseButtonRelease, from + by);
   };
   const auto wheel = [&face](QPointF at, int delta) {
     QWheelEvent event(at, at, {}, {0, delta}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(face.get(), &event);
   };
-  const Control& swap = face->Controls()[0];
-  const Control& outer = face->Controls()[1];
-  const Control& inner = face->Controls()[2];
+  const Control &swap = face->Controls()[0], &outer = face->Controls()[1], &inner = face->Controls()[2];
   wheel(place(outer, {0, -28}), 120);
   EXPECT_EQ(radio.Frequencies().standby, 22700) << "the outer knob";
   wheel(place(inner, {0, 0}), -60);
   wheel(place(inner, {0, 0}), -60);
   EXPECT_EQ(radio.Frequencies().standby, 22675) << "two halves of a click";
-  click(place(inner, {8, 0}));
+  drag(place(inner, {8, 0}), {});
   EXPECT_EQ(radio.Frequencies().standby, 22700) << "a click on the right half";
-  mouse(QEvent::MouseButtonPress, place(outer, {0, 28}));
-  mouse(QEvent::MouseMove, place(outer, {0, 28}) - QPointF(20, 0));
-  mouse(QEvent::MouseButtonRelease, place(outer, {0, 28}) - QPointF(20, 0));
+  drag(place(outer, {0, 28}), {-20, 0});
   EXPECT_EQ(radio.Frequencies().standby, 20700) << "dragged to the left by two clicks";
-  click(place(swap, {0, 0}));
+  drag(place(swap, {0, 0}), {});
   EXPECT_EQ(radio.Frequencies().active, 20700);
   wheel({5, 5}, 120);
   EXPECT_EQ(radio.Frequencies().standby, 18500);
@@ -202,19 +188,15 @@ TEST(PanelWindow, ControlsDoWhatTheySay) {
   Cockpit cockpit(model, {0, ".", false});
   ASSERT_TRUE(cockpit.Start());
   PanelWindow window(cockpit);
-  const auto click = [&window](const char* name) {
-    window.findChild<QPushButton*>(QString::fromLatin1(name))->click();
-  };
+  const auto click = [&window](const char* name) { window.findChild<QPushButton*>(name)->click(); };
   click("cmdPause");
   EXPECT_TRUE(cockpit.Sim().Paused());
-  click("cmdSimulator");
-  EXPECT_FALSE(cockpit.Simulation().Present());
-  click("cmdSimulator");
-  EXPECT_TRUE(cockpit.Simulation().Present());
-  click("cmdAdapter");
-  EXPECT_FALSE(cockpit.GaugeLine().Line().Plugged());
-  click("cmdAdapter");
-  EXPECT_TRUE(cockpit.GaugeLine().Line().Plugged());
+  for (const bool on : {false, true}) {
+    click("cmdSimulator");
+    EXPECT_EQ(cockpit.Simulation().Present(), on);
+    click("cmdAdapter");
+    EXPECT_EQ(cockpit.GaugeLine().Line().Plugged(), on);
+  }
   window.findChild<QComboBox*>("comboLineFault")->setCurrentIndex(3);
   EXPECT_EQ(cockpit.Gauges().Fault(), LineFault::Deaf);
   cockpit.Sim().RestartFlight(100);
@@ -229,9 +211,6 @@ TEST(PanelWindow, TheBehaviourIsSetFromItsWindow) {
   Cockpit cockpit(model, {0, ".", false, Traits::Real()});
   Traits yokes;
   PanelWindow window(cockpit, [&yokes](const Traits& traits) { yokes = traits; });
-  const auto find = [&window](const char* name) {
-    return window.findChild<QWidget*>(QString::fromLatin1(name));
-  };
   const std::pair<const char*, void (*)(Traits&)> cases[] = {
       {"spinFrame", [](Traits& t) { t.simulator.frameMs = 50; }},
       {"spinRequests", [](Traits& t) { t.simulator.requestsPerFrame = 50; }},
@@ -261,7 +240,7 @@ TEST(PanelWindow, TheBehaviourIsSetFromItsWindow) {
     preset.setCurrentIndex(0);
     emit preset.activated(0);
     ASSERT_EQ(cockpit.Traits(), Traits::Real());
-    QWidget* control = find(name);
+    auto* control = window.findChild<QWidget*>(name);
     ASSERT_NE(control, nullptr);
     EXPECT_FALSE(control->toolTip().isEmpty());
     if (auto* check = qobject_cast<QCheckBox*>(control)) check->click();

@@ -1,9 +1,9 @@
 // The stand-in simulator on real sockets.
-#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QUdpSocket>
 
 #include "tests/Test.h"
+#include "tests/platform/WaitUntil.h"
 #include "tests/virtualcockpit/Bytes.h"
 #include "virtualcockpit/sim/SimulatorService.h"
 
@@ -12,22 +12,12 @@ namespace {
 
 constexpr std::string_view kRpm = "sim/cockpit2/engine/indicators/engine_speed_rpm[0]";
 
-// Runs the event loop until the condition holds, ten seconds at most.
 template <typename Condition>
 bool Eventually(Condition&& condition) {
-  QElapsedTimer passed;
-  passed.start();
-  QTimer look;
-  look.start(5);
-  while (passed.elapsed() < 10000) {
-    if (condition()) return true;
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-  }
-  return false;
+  return WaitUntil(condition, std::chrono::seconds(10));
 }
 
-class ServiceTest : public testing::Test {
- protected:
+struct ServiceTest : testing::Test {
   ServiceTest() {
     client_.bind(QHostAddress::LocalHost, 0);
     service_.SetBeaconTarget({kThisComputer, client_.localPort()});

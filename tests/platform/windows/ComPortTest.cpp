@@ -17,8 +17,7 @@ namespace {
 
 constexpr int kEcho = 21, kMissing = 77;
 
-class RealComPort : public ::testing::Test {
- protected:
+struct RealComPort : testing::Test {
   RealComPort() {
     handler_ = port_.SetHandler([this](SerialEvent event) {
       if (event != SerialEvent::Received) return;

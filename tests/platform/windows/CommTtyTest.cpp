@@ -94,8 +94,7 @@ class ScriptedWatcher final : public HandleWatcher {
   void* event_ = nullptr;
 };
 
-class ComPort : public ::testing::Test {
- protected:
+struct ComPort : testing::Test {
   ComPort() {
     handler_ = port_.SetHandler([this](SerialEvent event) {
       std::array<Byte, 64> bytes{};

@@ -10,8 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Files : public ::testing::Test {
- protected:
+struct Files : testing::Test {
   std::string Content(const std::string& path) { return ReadWholeFile(path, error_).value_or("unreadable"); }
   static auto Entries() { return std::distance(fs::directory_iterator("."), fs::directory_iterator()); }
   const ScratchFolder folder_;

@@ -18,6 +18,7 @@ constexpr int kCountdownTickMs = 50;
 constexpr int kSecondMs = 1000;
 constexpr int kTransmitTickMs = 20;
 constexpr int kLinkTickMs = 20;
+constexpr int kLinkRestMs = 100;  // while nothing waits: waking up costs more than what there is to do
 
 }  // namespace
 
@@ -160,6 +161,7 @@ void Program::ConnectTimers() {
 
 void Program::LinkTimer_Tick() {
   sim_.Tick();
+  timers_.LinkTimer.SetInterval(sim_.RequestsWait() ? kLinkTickMs : kLinkRestMs);
   if (leaving_ && !sim_.SayingGoodbye()) LeaveEventLoop();
 }
 

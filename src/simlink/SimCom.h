@@ -48,7 +48,9 @@ class SimCom {
   bool UdpOpen() const { return link_.IsOpen() && !keeper_.Closing(); }
   // Whether cancellations still have to leave a link that was closed.
   bool SayingGoodbye() const { return keeper_.Closing(); }
-  // To be called about every 20 ms, as long as the program lives.
+  // Whether Tick is to be called soon again, since not all requests could leave at once.
+  bool RequestsWait() const { return keeper_.RequestsWaiting() > 0; }
+  // To be called as long as the program lives: every 20 ms while RequestsWait, ten times a second otherwise.
   void Tick() { keeper_.Tick(); }
   std::string LinkError() const { return link_.Error(); }
   // "192.168.1.20, port 49003": where the simulator is to send; empty where no way leads to it.

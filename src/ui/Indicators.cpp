@@ -10,7 +10,8 @@ namespace tvx {
 namespace {
 
 constexpr double kStepsPerDegree = 3.0;
-constexpr double kZeroAngle = 225.0;  // position 0 points to the lower left
+constexpr double kZeroAngle = 225.0;          // position 0 points to the lower left
+constexpr double kTip = 0.38, kTail = -0.08;  // of the needle, as shares of the dial's diameter
 
 }  // namespace
 
@@ -71,15 +72,22 @@ NeedleDial::NeedleDial(const QString& name) : PaintedOnce(look::Ground::Form) {
 }
 
 void NeedleDial::SetPosition(int position, bool enabled) {
+  position_ = position;
   if (enabled_ != enabled) {
-    position_ = position;
     enabled_ = enabled;
+    painted_ = position;
     PaintStillAgain();
-  } else if (position_ != position) {
-    QRegion area(NeedleArea());  // where the needle was, and where it will be
-    position_ = position;
-    if (enabled_) update(area | NeedleArea());
+  } else if (enabled_ && IsSeen(position - painted_)) {
+    const QRegion area(NeedleArea());  // where the needle was, and where it will be
+    painted_ = position;
+    update(area | NeedleArea());
   }
+}
+
+// Whether the needle's tip moves by half a pixel at least.
+bool NeedleDial::IsSeen(int move) const {
+  const double perStep = kTip * Diameter() / kStepsPerDegree / 180 * std::numbers::pi;
+  return std::abs(move) * perStep * devicePixelRatioF() >= 0.5;
 }
 
 QSize NeedleDial::sizeHint() const {
@@ -100,7 +108,7 @@ QRect NeedleDial::NeedleArea() const {
   const double hub = Diameter() / 15 + 2;
   const QPointF middle = QRectF(rect()).center();
   const double thick = Diameter() / 56 + 2;
-  return QRectF(Place(position_, -0.08), Place(position_, 0.38))
+  return QRectF(Place(painted_, kTail), Place(painted_, kTip))
       .normalized()
       .adjusted(-thick, -thick, thick, thick)
       .united(QRectF(middle, QSizeF()).adjusted(-hub, -hub, hub, hub))
@@ -123,7 +131,7 @@ void NeedleDial::PaintMoving(QPainter& painter) const {
   if (!enabled_) return;
   const look::Colours& colours = look::CurrentColours();
   painter.setPen(QPen(colours.accent, Diameter() / 28, Qt::SolidLine, Qt::RoundCap));
-  painter.drawLine(Place(position_, -0.08), Place(position_, 0.38));
+  painter.drawLine(Place(painted_, kTail), Place(painted_, kTip));
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.accent);
   painter.drawEllipse(QRectF(rect()).center(), Diameter() / 15, Diameter() / 15);

@@ -51,8 +51,10 @@ class NeedleDial : public PaintedOnce {
   double Diameter() const;
   QPointF Place(double position, double share) const;
   QRect NeedleArea() const;
+  bool IsSeen(int move) const;
 
   int position_ = 0;
+  int painted_ = 0;  // differs by less than one can see
   bool enabled_ = false;
 };
 

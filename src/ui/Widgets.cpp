@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include "ui/Look.h"
+#include "ui/ReadingLabel.h"
 
 namespace tvx {
 
@@ -85,50 +86,26 @@ void SpacePanel(QLayout* layout, int below) {
   layout->setSpacing(look::Gap());
 }
 
-namespace {
-
-// Paints its text alone, over the ground that it stands on: so nothing below it is painted with it.
-class ReadingLabel : public QLabel {
- public:
-  explicit ReadingLabel(look::Ground ground) : ground_(ground) {}
-
- protected:
-  bool event(QEvent* event) override {
-    // The style sheet takes it away whenever it polishes the label.
-    const bool polishes = event->type() == QEvent::Polish || event->type() == QEvent::StyleChange ||
-                          event->type() == QEvent::Show || event->type() == QEvent::PaletteChange;
-    if (!polishes) return QLabel::event(event);
-    const bool handled = QLabel::event(event);
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    return handled;
-  }
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.fillRect(rect(), look::ColourOf(ground_));
-    painter.setPen(look::CurrentColours().text);
-    painter.drawText(rect(), static_cast<int>(alignment()), text());
-  }
-
- private:
-  look::Ground ground_;
-};
-
-}  // namespace
-
 Reading::Reading(const QString& name, const QString& widest, Qt::Alignment alignment, look::Ground ground)
     : widest_(widest), label_(new ReadingLabel(ground)) {
   label_->setParent(this);
   label_->setObjectName(name);
-  label_->setTextFormat(Qt::PlainText);
   label_->setAlignment(alignment);
   look::SetRole(label_, "value");
   FitWidest();
 }
 
+void Reading::SetText(std::string_view text) {
+  SetTextIfChanged(label_, text);
+}
+
+QString Reading::Text() const {
+  return label_->text();
+}
+
 void Reading::FitWidest() {
   label_->ensurePolished();
-  const QFontMetrics metrics = label_->fontMetrics();
-  setMinimumSize(metrics.horizontalAdvance(widest_), metrics.height());
+  setMinimumSize(label_->SizeOf(widest_));
 }
 
 void Reading::resizeEvent(QResizeEvent*) {

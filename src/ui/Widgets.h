@@ -14,6 +14,8 @@
 
 namespace tvx {
 
+class ReadingLabel;
+
 inline QString ToText(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -44,8 +46,8 @@ class Reading : public QWidget {
  public:
   // The label that shows the text gets `name`.
   Reading(const QString& name, const QString& widest, Qt::Alignment alignment, look::Ground ground);
-  void SetText(std::string_view text) { SetTextIfChanged(label_, text); }
-  QString Text() const { return label_->text(); }
+  void SetText(std::string_view text);
+  QString Text() const;
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -55,7 +57,7 @@ class Reading : public QWidget {
   void FitWidest();
 
   QString widest_;
-  QLabel* label_;
+  ReadingLabel* label_;
 };
 
 // A value to read from afar: caption above, unit behind. The value's label carries `name`; caption and unit

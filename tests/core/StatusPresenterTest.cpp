@@ -214,6 +214,8 @@ TEST(StatusPresenter, SaysWhatDoesNotCome) {
     FunctionRecord& function = DefineFunction(rig.model, number, DataType::XplaneDataref, 0, 20);
     function.FullName = "#1:" + std::string(path) + "\r\n";
   }
+  DefineFunction(rig.model, 63, DataType::Float, 0, 0);
+  rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(63, 1));
   const Port there = rig.sim.OpenSimPort(60, 1);
   rig.sim.EnableReadSimPort(there);
   rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(61, 1));
@@ -225,7 +227,7 @@ TEST(StatusPresenter, SaysWhatDoesNotCome) {
   }
   rig.run.Timer1_Tick();
   for (const char* words :
-       {"Data groups 1, 2, 14 and 51 do not come. X-Plane, Settings, Data Output: enter this computer "
+       {"Data groups 0, 1, 2, 14 and 51 do not come. X-Plane, Settings, Data Output: enter this computer "
         "(192.168.1.20, port 49003).",
         "\nFunction 61 F61: sim/gone was never answered (this aircraft may not have it)."})
     EXPECT_TRUE(Holds(view.Findings, words));
@@ -236,7 +238,7 @@ TEST(StatusPresenter, SaysWhatDoesNotCome) {
   EXPECT_EQ(rig.socket.TakeSent().at(0).substr(0, 21), std::string("ISE4\0\x40\0\0\0", 9) + "192.168.1.20");
 
   // All groups come now; a record that is none, and a value 30 ms before the tick that shows it.
-  for (const int number : {1, 2, 14, 51}) rig.Set(number, 50);
+  for (const int number : {1, 2, 14, 51, 63}) rig.Set(number, 50);
   rig.socket.Deliver("RREF,12345");
   rig.clock.Advance(30);
   rig.run.ProcessTimer_Tick();
@@ -255,7 +257,7 @@ TEST(StatusPresenter, SaysWhatDoesNotCome) {
   rig.run.Timer1_Tick();
   EXPECT_TRUE(
       Begins(view.Findings,
-             "Data groups 2, 14 and 51 do not come, though others do (this X-Plane may not have it).\n"
+             "Data groups 0, 2, 14 and 51 do not come, though others do (this X-Plane may not have it).\n"
              "Function 60 F60: sim/there is not answered any more (this aircraft may not have it).\n"
              "Function 61 F61: sim/gone was never answered (this aircraft may not have it).\n"));
   EXPECT_FALSE(view.OfferDataOutput);

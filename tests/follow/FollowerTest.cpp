@@ -184,23 +184,33 @@ TEST(Follower, NamesTheStationsOfANeedleAndOfASwitch) {
             "Line: COM 7 open (/dev/fake7)|Report: On|Definition: number 1|"
             "Value or command: Off->On: writes 1 to F60|To X-Plane: 1 to Data group 60, value 0|"
             "X-Plane says now: |");
+  EXPECT_EQ(rig.follower.Follow(kSwitch).Stations[4].Note, "Function 060 F60");
 }
 
 TEST(Follower, ListsWhatIsInUseAndFindsWhoOpenedAPort) {
   FollowRig rig;
+  rig.model.General.ComPortIOM2 = 8;
+  rig.Define(61);
+  IOModuleRecord& second = rig.model.IOModuleInputs.back();
+  second = rig.Definition(FollowRig::kSwitch);
+  second.Input = opener::kIOModule2 + 3;
+  second.FunctionNr = 61;
+  rig.model.IOModuleInputs.emplace_back();
   rig.Fly();
+  rig.module2.OpenPorts();
   std::string titles;
   for (const Subject& subject : rig.follower.InUse()) titles += rig.follower.TitleOf(subject) + "|";
   EXPECT_EQ(titles,
             "012: First needle|Engine cluster, channel 1|IO module 1, switch A4|IO module 1, axis 2|"
-            "IO module 1, lamp 5|");
+            "IO module 1, lamp 5|IO module 2, switch A4|");
   std::string owners;
   for (int port = 0; port < rig.sim.PortCount(); ++port) {
     if (rig.sim.PortAt(port).OpenedBy != opener::kInternal)
       owners += rig.follower.TitleOf(rig.follower.OwnerOf(port)) + "|";
   }
   EXPECT_EQ(owners,
-            "012: First needle|IO module 1, switch A4|IO module 1, lamp 5|Engine cluster, channel 1|");
+            "012: First needle|IO module 1, switch A4|IO module 1, lamp 5|Engine cluster, channel 1|"
+            "IO module 2, switch A4|");
 }
 
 // What a kind shows as it is set up, and not all that it opens.
@@ -222,7 +232,9 @@ TEST(Follower, ListsWhatAGaugeShowsAsItIsSetUp) {
       {2, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeFunction2 = 61; },
        "First needle F60|"},
       {101, first60, "F2 F2|"},
-      {101, [](GaugeRecord& gauge) { gauge.GaugeFunction2 = 61; }, "F2 F2|Air pressure F8|"},
+      // a switch, whatever instance was once chosen for it
+      {101, [](GaugeRecord& gauge) { gauge.GaugeFunction2 = 61, gauge.GaugeInstance2 = 3; },
+       "F2 F2|Air pressure F8|"},
       {105, [](GaugeRecord& gauge) { gauge.GaugeFunction1 = 60, gauge.GaugeFunction2 = 61; },
        "F3 F3|Heading bug F60|"},
       {105,

@@ -1,5 +1,8 @@
+#include <QApplication>
+
 #include "tests/Test.h"
 #include "ui/Look.h"
+#include "ui/Widgets.h"
 
 namespace tvx::look {
 namespace {
@@ -49,6 +52,35 @@ TEST(Look, LegibleKeepsTheHueAndReads) {
     }
   }
   EXPECT_EQ(Legible(QColor(0, 192, 0), QColor(0, 0, 0)), QColor(0, 192, 0));
+}
+
+// Its characters are painted once and copied: not beyond a change of colours, font or text.
+TEST(Look, AReadingLooksLikeANewOneAfterEveryChange) {
+  const auto make = [](const char* text) {
+    auto reading = std::make_unique<Reading>("Box", "0000.0", Qt::AlignRight, Ground::Panel);
+    reading->resize(200, 60);
+    reading->SetText(text);
+    return reading;
+  };
+  Apply(*qApp, Theme::Dark);
+  const auto reading = make("12.5");
+  const QImage dark = reading->grab().toImage();
+  EXPECT_NE(dark, make("12.6")->grab().toImage());
+  EXPECT_GT(dark.size().width(), 0);
+  reading->SetText("-3.1");
+  reading->grab();
+  reading->SetText("12.5");
+  EXPECT_EQ(reading->grab().toImage(), dark);
+  Apply(*qApp, Theme::Light);
+  EXPECT_EQ(reading->grab().toImage(), make("12.5")->grab().toImage());
+  EXPECT_NE(reading->grab().toImage(), dark);
+  Apply(*qApp, Theme::Dark);
+  const QFont usual = QApplication::font();
+  QFont larger = usual;
+  larger.setPixelSize(usual.pixelSize() + 9);
+  QApplication::setFont(larger);
+  EXPECT_EQ(reading->grab().toImage(), make("12.5")->grab().toImage());
+  QApplication::setFont(usual);
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ bool QtTimer::Enabled() const {
 }
 
 void QtTimer::SetInterval(int milliseconds) {
-  timer_.setInterval(std::max(milliseconds, 1));
+  const int interval = std::max(milliseconds, 1);
+  if (interval != timer_.interval()) timer_.setInterval(interval);  // which would begin it anew
 }
 
 }  // namespace tvx

@@ -116,9 +116,7 @@ TEST_F(EndTest, UnsavedWorkIsOfferedAtTheNextStart) {
 }
 
 TEST_F(EndTest, ComesWhileTheFirstFileIsAskedAbout) {
-  ConfigModel foreign = SmallModel();
-  foreign.General.ConfigHeader = "made by something else";
-  WriteConfig("Default.cfg", foreign);
+  Configured([](ConfigModel& foreign) { foreign.General.ConfigHeader = "made by something else"; });
   EndsFrom({});
 }
 

@@ -173,6 +173,12 @@ struct FormsTest : testing::Test {
   static void WriteConfig(const char* name, const ConfigModel& model) {
     ScratchFolder::Put(name, WriteConfigText(model));
   }
+  // The small configuration with something else in it.
+  static void Configured(void (*change)(ConfigModel&), const char* name = "Default.cfg") {
+    ConfigModel model = SmallModel();
+    change(model);
+    WriteConfig(name, model);
+  }
 
   Program& Begin() {
     program_ = std::make_unique<Program>(&boxes_, &keys_, devices_, nullptr, &beacons_);

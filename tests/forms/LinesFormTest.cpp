@@ -17,15 +17,10 @@ namespace {
 
 struct LinesFormTest : FormsTest {
   LinesFormTest() {
-    SetBus(6);
+    Configured([](ConfigModel& model) { model.General.ComPortGS = 6; });
     ScratchFolder::Link(6, line.Device());
     plugged.Add(line.Device()).allUsersSeen = true;
     devices_ = &plugged;
-  }
-  static void SetBus(std::int16_t number) {
-    ConfigModel model = SmallModel();
-    model.General.ComPortGS = number;
-    WriteConfig("Default.cfg", model);
   }
   bool BusOpens() {
     return WaitUntil([this] { return program_->HardwareBus().Line().IsOpen(); });
@@ -149,7 +144,7 @@ TEST_F(LinesFormTest, BusyAndFreeNeverContradictEachOther) {
 }
 
 TEST_F(LinesFormTest, AnAdapterThatAnswersIsOfferedForItsGroup) {
-  SetBus(0);
+  WriteConfig("Default.cfg", SmallModel());
   Configure();
   QWidget* form = Adapters();
   const auto ask = [&] {

@@ -10,12 +10,12 @@ namespace {
 
 struct ModuleFormsTest : FormsTest {
   ModuleFormsTest() {
-    ConfigModel model = SmallModel();
-    model.General.ComPortIOM1 = 6;
-    model.General.ComPortIOM2 = 8;
-    model.General.ComPortEC = 7;
-    model.EngineCluster[0] = {1, 1, 0};
-    WriteConfig("Default.cfg", model);
+    Configured([](ConfigModel& model) {
+      model.General.ComPortIOM1 = 6;
+      model.General.ComPortIOM2 = 8;
+      model.General.ComPortEC = 7;
+      model.EngineCluster[0] = {1, 1, 0};
+    });
     ScratchFolder::Link(6, line.Device());
     ScratchFolder::Link(8, other.Device());
     ScratchFolder::Link(7, cluster.Device());

@@ -7,9 +7,7 @@ using ProgramTest = FormsTest;
 
 // A question about a file stands while the program is ended: what goes on behind it opens nothing again.
 TEST_F(ProgramTest, EndingBehindAQuestionLeavesNothingOpen) {
-  ConfigModel foreign = SmallModel();
-  foreign.General.ConfigHeader = "made by something else";
-  WriteConfig("Default.cfg", foreign);
+  Configured([](ConfigModel& foreign) { foreign.General.ConfigHeader = "made by something else"; });
   boxes_.whileAsking = [this] { program_->Exit(); };
   Begin();
   EXPECT_FALSE(boxes_.asked.empty());

@@ -39,9 +39,7 @@ TEST_F(StatusFormTest, ShowsWhatTheCycleShowsWhenAskedTo) {
 
 // A configured interval that the slider cannot stand at is shown and kept.
 TEST_F(StatusFormTest, TheSliderSetsTheIntervalByKeyboard) {
-  ConfigModel model = SmallModel();
-  model.General.TransferInterval = 2500;
-  WriteConfig("Default.cfg", model);
+  Configured([](ConfigModel& model) { model.General.TransferInterval = 2500; });
   BeginHalted();
   const std::int16_t& interval = program_->Model().General.TransferInterval;
   EXPECT_EQ(std::tuple(LabelText(Status(), "BoxXferProcessTimer"), interval), std::tuple("2500", 2500));
@@ -64,9 +62,7 @@ TEST_F(StatusFormTest, AnotherTitleHidesThePacketRate) {
 }
 
 TEST_F(StatusFormTest, TheGaugeBusInTroubleIsSaidAndLit) {
-  ConfigModel model = SmallModel();
-  model.General.ComPortGS = 200;
-  WriteConfig("Default.cfg", model);
+  Configured([](ConfigModel& model) { model.General.ComPortGS = 200; });
   BeginHalted();
   EXPECT_EQ(LabelText(Status(), "LabelGaugeBus"), program_->Run().View().GaugeBus.Text);
   EXPECT_EQ(Control<StateLamp>(Status(), "LampGaugeBus")->Shown(), StateLamp::State::Trouble);
@@ -99,9 +95,12 @@ TEST_F(StatusFormTest, ShowPortsIsALiveTableToSearchSortAndCopy) {
   EXPECT_EQ(lines.rowCount(), 0);
 }
 
-TEST_F(StatusFormTest, TheCloseButtonEndsTheProgramWithEverythingClosed) {
+TEST_F(StatusFormTest, TheCloseButtonEndsTheProgramWithEverythingClosedAndAStrayEscapeDoesNot) {
   BeginHalted();
   program_->Run().cmdRun_Click();
+  Press(Status(), Qt::Key_Escape);
+  EXPECT_FALSE(program_->Ended());
+  EXPECT_TRUE(Status()->isVisible());
   Click(Status(), "cmdShowPorts");
   Status()->close();
   EXPECT_TRUE(program_->Ended());
@@ -112,19 +111,9 @@ TEST_F(StatusFormTest, TheCloseButtonEndsTheProgramWithEverythingClosed) {
   EXPECT_FALSE(program_->Timers().ProcessTimer.Enabled());
 }
 
-TEST_F(StatusFormTest, AStrayEscapeDoesNotEndAFlight) {
+TEST_F(StatusFormTest, KeysTipsAndTexts) {
   BeginHalted();
-  Press(Status(), Qt::Key_Escape);
-  EXPECT_FALSE(program_->Ended());
-  EXPECT_TRUE(Status()->isVisible());
-}
-
-TEST_F(StatusFormTest, TabReachesEverythingAndNothingIsClipped) {
-  BeginHalted();
-  const std::set<std::string> expected{"cmdRun",     "SliderXferTimer", "cmdCockpit", "cmdShowPorts",
-                                       "cmdShowBus", "cmdDumpTVX",      "CmdConfig",  "cmdHide",
-                                       "CmdExit",    "cmdTheme",        "cmdMessages"};
-  EXPECT_EQ(TabRound(Status()), expected);
+  ExpectKeysAndTips(Status());
   program_->Run().cmdRun_Click();
   ExpectNothingClipped(Status());
 }

@@ -90,11 +90,11 @@ TEST_F(UndoTest, WhatTheGuideGaveIsTakenBack) {
 
 // Their changes are saved where they are made, and said so before.
 TEST_F(UndoTest, HardwareFormsSaveByThemselves) {
-  ConfigModel model = SmallModel();
-  model.General.ComPortEC = 7;
-  model.General.ComPortIOM1 = 6;
-  model.General.ComPortYoke1 = 9;
-  WriteConfig("Default.cfg", model);
+  Configured([](ConfigModel& model) {
+    model.General.ComPortEC = 7;
+    model.General.ComPortIOM1 = 6;
+    model.General.ComPortYoke1 = 9;
+  });
   const struct {
     const char *from, *button, *form;
   } rows[] = {{"cmdShowECStatus", "cmdConfigEC", "frmConfigEC"},

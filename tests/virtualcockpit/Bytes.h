@@ -64,4 +64,9 @@ inline Bytes WriteInteger(std::int32_t group, int slot, std::int32_t value) {
   return bytes;
 }
 
+template <typename Kind>
+Kind& As(auto& device) {
+  return dynamic_cast<Kind&>(device);
+}
+
 }  // namespace tvx::vc::test

@@ -16,10 +16,7 @@
 namespace tvx::vc {
 namespace {
 
-template <typename Kind>
-Kind& As(Device& device) {
-  return dynamic_cast<Kind&>(device);
-}
+using test::As;
 
 const Byte kModel = 1, kVersion = 9;
 

@@ -18,10 +18,7 @@
 namespace tvx::vc {
 namespace {
 
-template <typename Kind>
-Kind& As(Device& device) {
-  return dynamic_cast<Kind&>(device);
-}
+using test::As;
 
 struct PowerTest : testing::Test {
   void Command(int gaugeID, int command, int value = 0) {
@@ -69,9 +66,7 @@ TEST_F(PowerTest, AnInstrumentThatWasWithoutPowerShowsZeroUntilItIsTold) {
     device.SetFault(DeviceFault::None);
     EXPECT_EQ(c.shown(device), 0);
     EXPECT_FALSE(device.Light().lit);
-    if (c.hand) {
-      EXPECT_EQ(c.hand(device), 0);
-    }
+    EXPECT_TRUE(c.hand == nullptr || c.hand(device) == 0);
     Pass(900);
     Command(c.type, c.command, c.value);
     EXPECT_EQ(c.shown(device), 0) << "it is still starting";

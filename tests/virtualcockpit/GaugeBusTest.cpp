@@ -53,9 +53,8 @@ TEST_F(GaugeBusTest, RepliesByteByByte) {
   EXPECT_EQ(As<VorDevice>(14).KnobDegrees(), 359);
 
   auto& module = As<IOModuleDevice>(23);
-  module.SetAnalogue(0, 0xABC);
-  module.SetAnalogue(1, 0x123);
-  module.SetAnalogue(7, 9999);
+  for (const auto& [axis, value] : {std::pair{0, 0xABC}, {1, 0x123}, {7, 9999}})
+    module.SetAnalogue(axis, value);
   written_.clear();
   Command(23, 6, 0x8001);
   ASSERT_EQ(written_.size(), 1u) << "a module answers its lamps";

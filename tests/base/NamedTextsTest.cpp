@@ -1,8 +1,7 @@
 #include "base/NamedTexts.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::namedtextstest {
 
 TEST(NamedTexts, FindsTheWholeNameOnly) {
   const char* all = "an old note;follow=SIM-PC;followers=2;x=a=b;empty=";
@@ -16,24 +15,21 @@ TEST(NamedTexts, FindsTheWholeNameOnly) {
 }
 
 TEST(NamedTexts, ChangesOneAndLeavesTheOthersAlone) {
-  const struct {
-    const char *before, *name, *value, *after;
-  } rows[] = {{"", "a", "1", "a=1"},
-              {"", "a", "", ""},
-              {"an old note", "a", "1", "an old note;a=1"},
-              {"a=1;b=2;c=3", "b", "22", "a=1;b=22;c=3"},
-              {"a=1;b=2;c=3", "a", "", "b=2;c=3"},
-              {"a=1;b=2;c=3", "b", "", "a=1;c=3"},
-              {"a=1;b=2;c=3", "c", "", "a=1;b=2"},
-              {"a=1", "a", "", ""},
-              {"ab=1", "a", "", "ab=1"},
-              {"a=1", "a", "x;y\"z", "a=x y z"}};
-  for (const auto& row : rows) {
-    std::string all = row.before;
-    SetNamedText(all, row.name, row.value);
-    EXPECT_EQ(all, row.after) << row.before << " with " << row.name << '=' << row.value;
+  const std::array<const char*, 4> rows[] = {{"", "a", "1", "a=1"},
+                                             {"", "a", "", ""},
+                                             {"an old note", "a", "1", "an old note;a=1"},
+                                             {"a=1;b=2;c=3", "b", "22", "a=1;b=22;c=3"},
+                                             {"a=1;b=2;c=3", "a", "", "b=2;c=3"},
+                                             {"a=1;b=2;c=3", "b", "", "a=1;c=3"},
+                                             {"a=1;b=2;c=3", "c", "", "a=1;b=2"},
+                                             {"a=1", "a", "", ""},
+                                             {"ab=1", "a", "", "ab=1"},
+                                             {"a=1", "a", "x;y\"z", "a=x y z"}};
+  for (const auto& [before, name, value, after] : rows) {
+    std::string all = before;
+    SetNamedText(all, name, value);
+    EXPECT_EQ(all, after) << before << " with " << name << '=' << value;
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::namedtextstest

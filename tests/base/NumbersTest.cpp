@@ -3,8 +3,7 @@
 #include "base/Rounding.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::numberstest {
 
 TEST(Rounding, GoesToTheNearestWithHalvesToEven) {
   for (const auto& [value, rounded] :
@@ -39,11 +38,7 @@ TEST(TypedNumber, WholeOnesHaveNoFraction) {
 }
 
 TEST(NumberFormat, FollowsThePattern) {
-  const struct {
-    double value;
-    const char* pattern;
-    const char* text;
-  } cases[] = {
+  const std::tuple<double, const char*, const char*> cases[] = {
       {-7.5, "000.00", "-007.50"},   {1234.5, "000.00", "1234.50"},
       {-0.2, "####0", "0"},          {0.04, "###.0", ".0"},
       {-1.25, "###.0", "-1.3"},      {12.5, "###.#0", "12.50"},
@@ -52,9 +47,8 @@ TEST(NumberFormat, FollowsThePattern) {
       {-99.99, "#####.0", "-100.0"}, {1e300, "0", "---"},
       {std::nan(""), "0.0", "---"},
   };
-  for (const auto& c : cases)
-    EXPECT_EQ(FormatNumberText(c.value, c.pattern), c.text) << c.value << " " << c.pattern;
+  for (const auto& [value, pattern, text] : cases)
+    EXPECT_EQ(FormatNumberText(value, pattern), text) << value << " " << pattern;
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::numberstest

@@ -1,8 +1,7 @@
 #include "base/Registration.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::registrationtest {
 
 TEST(Registration, ACallbackEndsWithWhoeverGaveIt) {
   Callback<int> callback;
@@ -56,5 +55,4 @@ TEST(Registration, ACallbackMayEndItselfWhileItRuns) {
   EXPECT_EQ(seen, -1);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::registrationtest

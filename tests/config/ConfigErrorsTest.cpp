@@ -4,8 +4,7 @@
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/OddFiles.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::configerrorstest {
 
 // A file in which every number is the default and every text empty, one IO module record and one Plate.
 const std::string& PlainText() {
@@ -159,13 +158,8 @@ TEST_F(BadConfig, QuestionsAboutTheHeader) {
   const std::string version =
       Replaced(Replaced(BuildConfigHeader("", "", ""), "1.0.0 ", "1.0.01"), "Simulator", "Simulat--");
   const std::string cut = BuildConfigHeader("", "", "").substr(0, 69);
-  const struct {
-    std::string header;
-    std::deque<int> answers;
-    Texts asked;
-    std::string lastAnswer;
-    bool failed, loaded;  // beyond the general record
-  } cases[] = {
+  // beyond the general record
+  const std::tuple<std::string, std::deque<int>, Texts, std::string, bool, bool> cases[] = {
       {title, {7}, {kOtherTitle}, "7", true, false},
       {title, {6, 6}, {kOtherTitle, kOtherVersion}, "6", false, true},
       {version, {7}, {kOtherVersion}, "7", false, false},
@@ -173,14 +167,14 @@ TEST_F(BadConfig, QuestionsAboutTheHeader) {
       {cut, {7}, {kOtherVersion}, "7", false, false},
       {"", {7}, {kOtherTitle}, "7", true, false},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.header);
-    Put("q.cfg", Replaced(PlainText(), BuildConfigHeader("", "", ""), c.header));
+  for (const auto& [header, answers, asked, lastAnswer, failed, loaded] : cases) {
+    SCOPED_TRACE(header);
+    Put("q.cfg", Replaced(PlainText(), BuildConfigHeader("", "", ""), header));
     ConfigModel model = DistinctModel();
     model.ConfigFileName = "q.cfg";
-    model.ConfigLoadFailed = !c.failed;
+    model.ConfigLoadFailed = !failed;
     FakeMessageBoxes boxes;
-    boxes.answers = c.answers;
+    boxes.answers = answers;
     ConfigFile file(model, boxes);
     boxes.whileAsking = [&] {
       EXPECT_TRUE(file.Loading());
@@ -188,12 +182,12 @@ TEST_F(BadConfig, QuestionsAboutTheHeader) {
     };
     file.LoadConfigFile();
     EXPECT_FALSE(file.Loading());
-    EXPECT_EQ(boxes.asked, c.asked);
+    EXPECT_EQ(boxes.asked, asked);
     EXPECT_TRUE(boxes.shown.empty());
-    EXPECT_EQ(model.LastAnswer, c.lastAnswer);
-    EXPECT_EQ(model.ConfigLoadFailed, c.failed);
+    EXPECT_EQ(model.LastAnswer, lastAnswer);
+    EXPECT_EQ(model.ConfigLoadFailed, failed);
     EXPECT_EQ(model.General.TransferInterval, 100) << "the general record is read before the questions";
-    EXPECT_EQ(model.IOMCount(), c.loaded ? 1 : 3);
+    EXPECT_EQ(model.IOMCount(), loaded ? 1 : 3);
   }
 }
 
@@ -231,5 +225,4 @@ TEST_F(BadConfig, SavingLeavesTheOldFileWholeWhereItFails) {
   EXPECT_TRUE(boxes.shown.empty());
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::configerrorstest

@@ -3,8 +3,7 @@
 #include "tests/config/Samples.h"
 #include "tests/fakes/FakeHost.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::configtexttest {
 
 TEST(ConfigText, HeaderPutsTitleAndVersionAtTheirPlaces) {
   const std::string header = BuildConfigHeader("X-Plane", "12.11.00", "2024-03-05 14:30:15");
@@ -117,5 +116,4 @@ TEST(ConfigText, SecondYokeIsReadOneLineAside) {
   }
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::configtexttest

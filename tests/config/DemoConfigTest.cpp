@@ -7,8 +7,7 @@
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/SourceFolder.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::democonfigtest {
 
 const std::filesystem::path kDemoFolder = SourceFolder() / "demo";
 
@@ -37,5 +36,4 @@ TEST(StandardFunctions, LeaveWhatTheUserDefined) {
   EXPECT_EQ(model.Functions[300].FunctionNr, 300);
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::democonfigtest

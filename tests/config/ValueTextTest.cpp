@@ -4,8 +4,7 @@
 #include "config/StartFile.h"
 #include "tests/config/Samples.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::valuetexttest {
 
 template <typename T>
 std::string Written(T value) {
@@ -115,5 +114,4 @@ TEST_F(StartFile, IsWrittenInFiveLines) {
   EXPECT_EQ(ReadStartFile(model), "folder/my.cfg");
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::valuetexttest

@@ -3,12 +3,10 @@
 #include "core/BusWords.h"
 #include "drawn/devices/NeedleDevice.h"
 #include "drawn/devices/RadioDevice.h"
-#include "tests/Test.h"
 #include "tests/fakes/SimulatedBus.h"
 #include "virtualcockpit/bus/Drawn.h"
 
-namespace tvx {
-namespace {
+namespace tvx::busintimetest {
 
 constexpr int kRadio = 40, kFrequency = 51;
 
@@ -226,5 +224,4 @@ TEST(BusInTime, OnAFullLineTheLightingComesFirst) {
   EXPECT_EQ(lit, 60);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::busintimetest

@@ -1,8 +1,7 @@
 #include "core/BusWords.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::buswordstest {
 
 TEST(BusHealth, CountsWhatWasAskedAndSaysWhoIsSilent) {
   ConfigModel model;
@@ -45,22 +44,18 @@ TEST(BusHealth, CountsWhatWasAskedAndSaysWhoIsSilent) {
 }
 
 TEST(BusLoadWords, NameOnlyWhatThereIs) {
-  const struct {
-    std::uint32_t superseded;
-    std::uint64_t dropped;
-    const char* words;
-  } rows[] = {{0, 0, "The line is 40 % busy."},
-              {1, 0, "The line is 40 % busy. 1 value was replaced by newer ones before they left."},
-              {9, 0, "The line is 40 % busy. 9 values were replaced by newer ones before they left."},
-              {0, 1, "The line is 40 % busy. 1 tick could not be sent; what they carried went out later."},
-              {0, 2, "The line is 40 % busy. 2 ticks could not be sent; what they carried went out later."}};
-  for (const auto& row : rows) {
+  const std::tuple<std::uint32_t, std::uint64_t, const char*> rows[] = {
+      {0, 0, "The line is 40 % busy."},
+      {1, 0, "The line is 40 % busy. 1 value was replaced by newer ones before they left."},
+      {9, 0, "The line is 40 % busy. 9 values were replaced by newer ones before they left."},
+      {0, 1, "The line is 40 % busy. 1 tick could not be sent; what they carried went out later."},
+      {0, 2, "The line is 40 % busy. 2 ticks could not be sent; what they carried went out later."}};
+  for (const auto& [superseded, dropped, words] : rows) {
     BusLoad load;
     load.percent = 40;
-    load.superseded = row.superseded;
-    EXPECT_EQ(BusLoadWords(load, row.dropped), row.words);
+    load.superseded = superseded;
+    EXPECT_EQ(BusLoadWords(load, dropped), words);
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::buswordstest

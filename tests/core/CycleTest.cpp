@@ -1,9 +1,7 @@
 #include "core/ProcessCycle.h"
-#include "tests/Test.h"
 #include "tests/fakes/CockpitRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::cycletest {
 
 struct NeedleRig : CockpitRig {
   NeedleRig() {
@@ -14,44 +12,27 @@ struct NeedleRig : CockpitRig {
 };
 
 TEST(Cycle, MovesANeedleOnlyWhenItsPositionChanges) {
-  NeedleRig rig;
-  rig.Start();
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}})) << "the first tick sends every value";
-  rig.Tick();  // the lighting follows the first values
-  EXPECT_EQ(rig.Tick(), Commands{});
-  rig.Set(51, 50);
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 500}}));
-  rig.Set(51, 50.05f);
-  EXPECT_EQ(rig.Tick(), Commands{}) << "the same position";
-  rig.Set(51, std::numeric_limits<float>::quiet_NaN());
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}})) << "no number counts as no value";
+  NeedleRig().Play(
+      "start; tick = 12 5 0; (the first sends every value); tick = 12 8 0; tick =; "
+      "set 51 50; tick = 12 5 500; set 51 50.05; tick =; (the same position); set 51 nan; "
+      "tick = 12 5 0; (no number counts as no value)");
 }
 
 TEST(Cycle, VorIndicatorStartsEveryRunFromItsOwnValues) {
   CockpitRig rig;
   for (int n = 33; n <= 36; ++n) rig.Define(n);
   rig.AddGauge(50, 106);
-  rig.Start();
-  rig.Set(34, 127);  // as every run starts: not sent
-  rig.Set(35, 15);
-  rig.Set(36, 15);
-  EXPECT_EQ(rig.TickValues(), (Commands{{50, 5, 472}}));
-  rig.Tick();
-  rig.Set(35, 2);
-  rig.Set(36, 1);
-  EXPECT_EQ(rig.TickValues(), (Commands{{50, 11, 258}}));
-  rig.Set(35, 300);
-  EXPECT_EQ(rig.TickValues(), Commands{}) << "a flag that is no byte";
+  rig.Play(
+      "start; set 34 127; (as every run starts: not sent); set 35 15; set 36 15; values = 50 5 472; "
+      "values = 50 8 0; set 35 2; set 36 1; values = 50 11 258; set 35 300; values =; "
+      "(a flag that is no byte)");
 }
 
 TEST(Cycle, AltimeterGetsThePressureInItsUnit) {
   CockpitRig rig;
   for (const int n : {2, 8}) rig.Define(n);
   rig.model.Gauges[31] = {.GaugeType = 101, .GaugeSetting1 = 1, .GaugeFunction2 = 8};  // inches
-  rig.Start();
-  rig.Set(8, 29.92f);
-  rig.Set(2, 70000);  // an altitude that no frame carries
-  EXPECT_EQ(rig.Tick(), (Commands{{31, 12, 2992}, {31, 7, 0}}));
+  rig.Play("start; set 8 29.92; set 2 70000; (an altitude that no frame carries); tick = 31 12 2992, 31 7 0");
 }
 
 TEST(Cycle, PollsTakeTurnsWithIOModules) {
@@ -78,14 +59,9 @@ TEST(Cycle, IOModuleSendsWhatIsPendingOnItsTurnOnly) {
   CockpitRig rig;
   for (const int n : {51, 52}) rig.Define(n);
   rig.model.Gauges[60] = {.GaugeType = 10, .GaugeFunction1 = 51, .GaugeFunction2 = 52};
-  rig.Start();
-  rig.Set(51, 5);
-  rig.Set(52, 77);
-  EXPECT_EQ(rig.Tick(), Commands{}) << "not its turn";
-  rig.Tick();
-  EXPECT_EQ(rig.Tick(), (Commands{{60, 6, 5}, {60, 4, 77}, {60, 5, 0}}));
-  rig.Tick();
-  EXPECT_EQ(rig.Tick(), (Commands{{60, 6, 5}})) << "nothing pending";
+  rig.Play(
+      "start; set 51 5; set 52 77; tick =; (not its turn); tick = 60 8 0; "
+      "tick = 60 6 5, 60 4 77, 60 5 0; tick =; tick = 60 6 5; (none is pending)");
 }
 
 TEST(Cycle, OneWriteCarriesTheBatchWithThePollBehindA0xFF) {
@@ -100,24 +76,10 @@ TEST(Cycle, OneWriteCarriesTheBatchWithThePollBehindA0xFF) {
 }
 
 TEST(Cycle, DroppedBatchIsCountedAndSentAgainFromTheNewestValues) {
-  NeedleRig rig;
-  rig.Start();
-  rig.Tick();
-  rig.Tick();
-  rig.Bus().RefuseWrites = true;
-  rig.Set(51, 50);
-  EXPECT_EQ(rig.Tick(), Commands{});
-  EXPECT_EQ(rig.cycle.DroppedBatches(), 1u);
-  rig.Set(51, 60);
-  rig.Bus().RefuseWrites = false;
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 600}}));
-  EXPECT_EQ(rig.Tick(), Commands{});
-  rig.Bus().RefuseWrites = true;
-  rig.Set(51, 70);
-  rig.Tick();
-  rig.Bus().RefuseWrites = false;
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 700}}))
-      << "the needle did not move meanwhile, but it missed its frame";
+  NeedleRig().Play(
+      "start; tick = 12 5 0; tick = 12 8 0; refuse 1; set 51 50; tick =; dropped = 1; "
+      "set 51 60; refuse 0; tick = 12 5 600; tick =; refuse 1; set 51 70; tick =; refuse 0; "
+      "tick = 12 5 700; (the needle did not move meanwhile, but it missed its frame)");
 }
 
 TEST(Cycle, WhatChangesWhileTheLineIsBeingOpenedGoesOutOnceItIs) {
@@ -125,21 +87,17 @@ TEST(Cycle, WhatChangesWhileTheLineIsBeingOpenedGoesOutOnceItIs) {
   rig.Bus().OpenResult = SerialState::Opening;
   rig.Start();
   rig.serial.WriteGaugeCommand(9, 3, -300);
-  rig.Set(51, 50);
-  EXPECT_EQ(rig.Tick(), Commands{});
-  EXPECT_EQ(rig.cycle.DroppedBatches(), 0u);
+  rig.Play("set 51 50; tick =; dropped = 0");
   rig.Bus().Answer(SerialState::Open);
-  EXPECT_EQ(rig.Tick(), (Commands{{9, 3, -300}, {12, 5, 500}}));
+  rig.Play("tick = 9 3 -300, 12 5 500");
   EXPECT_FALSE(rig.serial.TransmitPending());
 }
 
 TEST(Cycle, WorksWithoutAnyGaugeOrPort) {
   CockpitRig rig;
   rig.model.General.ComPortGS = 0;
-  rig.Start();
-  EXPECT_EQ(rig.Tick(), Commands{});
+  rig.Play("start; tick =; dropped = 0");
   EXPECT_EQ(rig.cycle.ActiveGaugeCount(), 1);
-  EXPECT_EQ(rig.cycle.DroppedBatches(), 0u);
   for (int i = 0; i < 1100; ++i) rig.Tick();
   EXPECT_LE(rig.cycle.TickCount, 1000);
 }
@@ -160,5 +118,4 @@ TEST(Cycle, FillsTheBoxesInTheirPatterns) {
       (std::vector<std::string_view>{"085.13", "1234", "-2.3", ".50", "-512.3", "360.00", "1013", "28.0"}));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::cycletest

@@ -2,12 +2,10 @@
 #include "config/NameTables.h"
 #include "core/Dump.h"
 #include "platform/AtomicFile.h"
-#include "tests/Test.h"
 #include "tests/core/ProgramRig.h"
 #include "tests/fakes/ScratchFolder.h"
 
-namespace tvx {
-namespace {
+namespace tvx::dumptest {
 
 TEST(Dump, RecordsAreExactAndTheConfigurationFollows) {
   CockpitRig rig;
@@ -78,5 +76,4 @@ TEST_F(DumpFile, ThatCannotBeWrittenIsReportedAndLeavesNothing) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::dumptest

@@ -1,9 +1,7 @@
 #include "core/GaugeReceiver.h"
-#include "tests/Test.h"
 #include "tests/fakes/CockpitRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::gaugereceivertest {
 
 Bytes Reply(Byte gauge, Byte type) {
   Bytes reply(kReplySize, 1);
@@ -27,20 +25,16 @@ TEST(GaugeReceiver, KeepsWellFormedRepliesAndDiscardsTheRest) {
   const Bytes good = Reply(12, 101);
   Bytes badEnd = good;
   badEnd[24] = 0xFE;
-  const struct {
-    const char* what;
-    Bytes bytes;
-    bool kept;
-    std::size_t left;
-  } cases[] = {{"a reply", good, true, 0},
-               {"a wrong last byte", badEnd, false, 0},
-               {"24 bytes wait for their last", {good.begin(), good.end() - 1}, false, 24}};
-  for (const auto& c : cases) {
+  const std::tuple<const char*, Bytes, bool, std::size_t> cases[] = {
+      {"a reply", good, true, 0},
+      {"a wrong last byte", badEnd, false, 0},
+      {"24 bytes wait for their last", {good.begin(), good.end() - 1}, false, 24}};
+  for (const auto& [what, bytes, kept, left] : cases) {
     ReceiverRig rig;
-    rig.Bus().Arrive(c.bytes);
-    EXPECT_EQ(rig.serial.ReplyReceived(), c.kept) << c.what;
-    EXPECT_EQ(rig.receiver.ReplyText().size(), c.kept ? kReplySize : 0) << c.what;
-    EXPECT_EQ(rig.Bus().Waiting(), c.left) << c.what;
+    rig.Bus().Arrive(bytes);
+    EXPECT_EQ(rig.serial.ReplyReceived(), kept) << what;
+    EXPECT_EQ(rig.receiver.ReplyText().size(), kept ? kReplySize : 0) << what;
+    EXPECT_EQ(rig.Bus().Waiting(), left) << what;
   }
 }
 
@@ -66,5 +60,4 @@ TEST(GaugeReceiver, BreakAndFramingErrorsDiscardWhatWaits) {
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::gaugereceivertest

@@ -1,21 +1,14 @@
 #include "core/Lighting.h"
-#include "tests/Test.h"
 #include "tests/fakes/CockpitRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::lightingtest {
 
 struct Inputs {
   double level, bus1, bus2, navigation;
 };
 
 TEST(Lighting, ChangesInStepsAndKeepsQuietBetweenThem) {
-  const struct {
-    const char* what;
-    Inputs in;
-    bool changed;
-    int word;
-  } cases[] = {
+  const std::tuple<const char*, Inputs, bool, int> cases[] = {
       {"dark, as it starts", {0, 0, 0, 0}, false, 0},
       {"half: step 8, lit, instrument lights", {512, 0, 0, 0}, true, 0x4081},
       {"another step, but within 20", {530, 0, 0, 0}, false, 0x4081},
@@ -30,10 +23,9 @@ TEST(Lighting, ChangesInStepsAndKeepsQuietBetweenThem) {
       {"power off", {0, 2, 2, 0}, true, 0x0000},
   };
   Lighting lighting;
-  for (const auto& c : cases) {
-    const bool changed = lighting.Update(c.in.level, c.in.bus1, c.in.bus2, c.in.navigation, 32, 0);
-    EXPECT_EQ(changed, c.changed) << c.what;
-    EXPECT_EQ(lighting.Word(), c.word) << c.what;
+  for (const auto& [what, in, changed, word] : cases) {
+    EXPECT_EQ(lighting.Update(in.level, in.bus1, in.bus2, in.navigation, 32, 0), changed) << what;
+    EXPECT_EQ(lighting.Word(), word) << what;
   }
 }
 
@@ -64,51 +56,41 @@ TEST(Lighting, TheModeTellsWhichLightsLightTheFaces) {
   }
 }
 
-CockpitRig& LitRig(CockpitRig& rig) {
-  for (const int n : {9, 14, 16, 51}) rig.Define(n);
-  rig.model.Gauges[12] = {.GaugeType = 1, .GaugeFunction1 = 51};
-  rig.model.Gauges[13] = {.GaugeType = 1, .GaugeFunction1 = 51, .GaugeSetting5 = kOptionUnlit};
-  rig.AddPlate(0, 100, 1000);
-  return rig;
-}
+struct LitRig : CockpitRig {
+  LitRig() {
+    for (const int n : {9, 14, 16, 51}) Define(n);
+    model.Gauges[12] = {.GaugeType = 1, .GaugeFunction1 = 51};
+    model.Gauges[13] = {.GaugeType = 1, .GaugeFunction1 = 51, .GaugeSetting5 = kOptionUnlit};
+    AddPlate(0, 100, 1000);
+  }
+};
 
 TEST(Lighting, ATickInWhichItChangesCarriesItAlone) {
-  CockpitRig rig;
-  LitRig(rig).Start();
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 0}, {13, 5, 0}}));
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0}, {13, 8, 0}})) << "what an earlier run left is set right";
-  rig.Set(14, 512);
-  rig.Set(51, 50);
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0x4081}, {13, 8, 0}})) << "gauge 13 takes no lighting";
+  LitRig rig;
+  rig.Play(
+      "start; tick = 12 5 0, 13 5 0; tick = 12 8 0, 13 8 0; (what an earlier run left is set right); "
+      "set 14 512; set 51 50; tick = 12 8 16513, 13 8 0; (gauge 13 takes no lighting)");
   EXPECT_EQ(rig.cycle.Boxes().BoxInstrLights, "ON");
   EXPECT_EQ(rig.cycle.Boxes().boxNavLights, "OFF");
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 5, 500}, {13, 5, 500}}));
+  rig.Play("tick = 12 5 500, 13 5 500");
 }
 
 TEST(Lighting, AlwaysLitFacesAreLitWithTheValuesAndWithoutExceptions) {
-  CockpitRig rig;
-  LitRig(rig).model.General.LightsSetting1 = 0;
+  LitRig rig;
+  rig.model.General.LightsSetting1 = 0;
   rig.model.General.LightsSetting2 = 1;
-  rig.Start();
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 1}, {13, 8, 1}, {12, 5, 0}, {13, 5, 0}}));
+  rig.Play("start; tick = 12 8 1, 13 8 1, 12 5 0, 13 5 0");
 }
 
 TEST(Lighting, IsSentAgainWhenItsBatchWasDropped) {
-  CockpitRig rig;
-  LitRig(rig).Start();
-  rig.Tick();
-  rig.Tick();
-  rig.Bus().RefuseWrites = true;
-  rig.Set(14, 512);
-  rig.Tick();
-  rig.Bus().RefuseWrites = false;
-  EXPECT_EQ(rig.Tick(), (Commands{{12, 8, 0x4081}, {13, 8, 0}}));
-  EXPECT_EQ(rig.Tick(), Commands{});
+  LitRig().Play(
+      "start; tick = 12 5 0, 13 5 0; tick = 12 8 0, 13 8 0; refuse 1; set 14 512; tick =; "
+      "refuse 0; tick = 12 8 16513, 13 8 0; tick =");
 }
 
 TEST(Lighting, DoesNotHoldUpTheValuesWhileTheBusIsAway) {
-  CockpitRig rig;
-  LitRig(rig).Start();
+  LitRig rig;
+  rig.Start();
   rig.Bus().Unplug();
   for (int i = 0; i < 5; ++i) rig.Tick();
   rig.Set(9, 28);
@@ -117,5 +99,4 @@ TEST(Lighting, DoesNotHoldUpTheValuesWhileTheBusIsAway) {
   EXPECT_GE(rig.cycle.TickCount, 8);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::lightingtest

@@ -1,9 +1,6 @@
 // The whole program's logic over fakes: start and run control, and shells that record what they were asked.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "core/StartPresenter.h"
 #include "core/StatusPresenter.h"
 #include "tests/fakes/CockpitRig.h"

@@ -1,9 +1,7 @@
 #include "core/SimulatorFollower.h"
-#include "tests/Test.h"
 #include "tests/core/ProgramRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::simulatorfollowertest {
 
 struct SimulatorFollowerTest : testing::Test {
   SimulatorFollowerTest() {
@@ -80,5 +78,4 @@ TEST_F(SimulatorFollowerTest, ListensOnlyWhileTheSettingIsOn) {
   EXPECT_FALSE(rig.beacons.open);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::simulatorfollowertest

@@ -1,17 +1,56 @@
 #include "config/StartFile.h"
 #include "core/StartPresenter.h"
-#include "tests/Test.h"
 #include "tests/core/ProgramRig.h"
 #include "tests/fakes/ScratchFolder.h"
 
-namespace tvx {
-namespace {
+namespace tvx::startpresentertest {
 
-// Works in a folder of its own that holds a start-up file and a configuration whose Function 300 is the
-// version.
-struct StartPresenterTest : testing::Test {
+// In a folder of its own that holds a start-up file and a configuration whose Function 300 is the version.
+struct StartPresenterTest : testing::Test, Story {
+  StartPresenterTest() {
+    verbs = {
+        {"begin", [this](int delay, const std::string& version) { Begin(delay, version != "blind"); }},
+        {"ticks", [this](int count) { CountdownTicks(count); }},
+        {"seconds",
+         [this](int count) {
+           for (int i = 0; i < count; ++i) rig.start.TimerWaitForFS_Tick();
+         }},
+        {"pass", [this](int milliseconds) { rig.clock.Advance(milliseconds); }},
+        {"answers", [this](float version) { rig.Set(300, version); }},
+        {"refuse", [this](const std::string& why) { rig.socket.SetUpError = why; }},
+        {"ok", [this] { rig.start.butOK_Click(); }},
+        {"configure", [this] { rig.start.CmdConfigure_Click(); }},
+        {"show", [this] { rig.start.Activate(); }},
+        {"copy", [](const std::string& name) { std::filesystem::copy_file("Test.cfg", name); }},
+        {"choose", [this](const std::string& name) { rig.start.FileBox_Click(name); }},
+        {"type", [this](const std::string& name) { rig.start.FileName_Change(name); }},
+        {"hear", [this] { rig.beacons.Deliver(BeaconBytes("SIM-PC", 1, 49100), "10.0.0.7"); }},
+        {"take", [this] { rig.start.TakeSimulator(FoundSimulator(rig.finder.Found().at(0))); }},
+        {"taken", [this] { return rig.start.IsInUse(rig.finder.Found().at(0)); }},
+        {"counts",
+         [this] { return (view.CountdownVisible ? "" : "hidden ") + std::to_string(view.BoxAutoStartTime); }},
+        {"timers",
+         [this] { return rig.autostart.enabled   ? "countdown"
+                         : rig.waitForFS.enabled ? "waiting"
+                                                 : "none"; }},
+        {"run", [this] { return !rig.run.Activated() ? "not begun"
+                                : rig.run.Running()  ? "on"
+                                                     : "halted"; }},
+        {"file", [this] { return view.FileName; }},
+        {"current", [this] { return rig.run.View().BoxCurrentConfig; }},
+        {"words", [this] { return view.SimulatorWords; }},
+        {"trouble", [this] { return view.SimulatorTrouble; }},
+        {"found", [this] { return view.SimulatorName + ' ' + view.LabelXplaneVersion; }},
+        {"ports", [this] { return rig.sim.PortCount(); }},
+        {"link", [this] { return rig.sim.UdpOpen(); }},
+        {"address",
+         [this] { return rig.model.General.RemoteIP + (rig.model.ConfigChanged ? " changed" : ""); }},
+        {"said", [this] { return std::exchange(rig.boxes.shown, {}); }},
+        {"shell", [this] { return rig.shell.log; }},
+    };
+  }
   // Starts with Test.cfg, with or without a version Function, and a start-up file that names it.
-  void Begin(int delay, bool withVersion = true) {
+  void Begin(int delay, bool withVersion) {
     CockpitRig writer;
     writer.model.ConfigFileName = "Test.cfg";
     writer.model.General.ConfigHeader = BuildConfigHeader("", "", "today");
@@ -28,6 +67,7 @@ struct StartPresenterTest : testing::Test {
 
   const ScratchFolder folder;
   ProgramRig rig;
+  const StartView& view = rig.start.View();
 };
 
 TEST(SimulatorVersionText, CutsTheDigitsTwoByTwo) {
@@ -36,208 +76,102 @@ TEST(SimulatorVersionText, CutsTheDigitsTwoByTwo) {
 }
 
 TEST_F(StartPresenterTest, CountsDownAndStartsOnlyAtZeroWhenTheSimulatorWasFound) {
-  Begin(2);
-  const StartView& view = rig.start.View();
-  EXPECT_EQ(view.FileName, "Test.cfg");
-  EXPECT_TRUE(view.CountdownVisible);
-  EXPECT_EQ(view.BoxAutoStartTime, 2);
-  EXPECT_EQ(rig.boxes.shown, Texts{});
-  CountdownTicks(3);
-  rig.Set(300, 115501);
-  CountdownTicks(1);
-  EXPECT_EQ(view.SimulatorName + ' ' + view.LabelXplaneVersion, "X-Plane 11.55.01");
-  CountdownTicks(35);
   rig.silence.enabled = true;
-  EXPECT_EQ(view.BoxAutoStartTime, 1);
-  EXPECT_FALSE(rig.run.Running());
-  EXPECT_EQ(rig.sim.PortCount(), 0) << "nothing of the probe stays open";
-  CountdownTicks(1);
-  EXPECT_TRUE(rig.run.Running() && !rig.silence.enabled);
-  EXPECT_EQ(rig.shell.log, (Texts{"show status", "unload configuration", "unload start"}));
-  EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Test.cfg");
+  Play(
+      "begin 2; file = Test.cfg; counts = 2; said =; ticks 3; answers 115501; ticks 1; "
+      "found = X-Plane 11.55.01; ticks 35; counts = 1; run = not begun; ports = 0; ticks 1; run = on; "
+      "current = Test.cfg; shell = show status, unload configuration, unload start");
+  EXPECT_FALSE(rig.silence.enabled);
 }
 
 TEST_F(StartPresenterTest, ADelayOfZeroStartsAfterTwentyTicks) {
-  Begin(0);
-  CountdownTicks(3);
-  rig.Set(300, 121100);
-  CountdownTicks(16);
-  EXPECT_FALSE(rig.run.Running());
-  CountdownTicks(1);
-  EXPECT_TRUE(rig.run.Running());
+  Play("begin 0; ticks 3; answers 121100; ticks 16; run = not begun; ticks 1; run = on");
 }
 
 TEST_F(StartPresenterTest, WaitsForASilentSimulatorAndStartsWhenItAnswers) {
-  Begin(1);
-  CountdownTicks(20);
-  EXPECT_TRUE(rig.waitForFS.enabled);
-  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 0);
-  for (int second = 1; second <= 7; ++second) {
-    rig.start.TimerWaitForFS_Tick();
-    EXPECT_EQ(rig.start.View().BoxAutoStartTime, second);
-  }
-  EXPECT_FALSE(rig.run.Running());
-  rig.start.TimerWaitForFS_Tick();  // opens the port again
-  rig.Set(300, 121100);
-  rig.start.TimerWaitForFS_Tick();
-  EXPECT_TRUE(rig.run.Running());
-  EXPECT_FALSE(rig.waitForFS.enabled);
+  Play(
+      "begin 1; ticks 20; timers = waiting; counts = 0; seconds 1; counts = 1; seconds 6; counts = 7; "
+      "run = not begun; seconds 1; answers 121100; seconds 1; run = on; timers = none");
 }
 
 TEST_F(StartPresenterTest, WithoutAVersionFunctionTheWaitingEndsWithAMessage) {
-  Begin(1, false);
-  CountdownTicks(20);
-  rig.start.TimerWaitForFS_Tick();
-  rig.start.TimerWaitForFS_Tick();
-  EXPECT_EQ(rig.boxes.shown, (Texts{"Cannot detect X-Plane status."}));
-  EXPECT_FALSE(rig.waitForFS.enabled);
-  rig.start.butOK_Click();
-  EXPECT_TRUE(rig.run.Activated());
-  EXPECT_FALSE(rig.run.Running()) << "a start by OK leaves the status form halted";
-  EXPECT_FALSE(rig.start.View().CountdownVisible);
-  EXPECT_FALSE(rig.sim.UdpOpen() && !rig.run.Activated()) << "the probe's link is closed";
-  EXPECT_EQ(rig.shell.log.back(), "unload start");
+  Play(
+      "begin 1 blind; ticks 20; seconds 2; said = Cannot detect X-Plane status.; timers = none; ok; "
+      "run = halted; counts = hidden 2; shell = show status, unload start");
 }
 
 // The words of the status form, second by second, and on by itself once it is mended.
 TEST_F(StartPresenterTest, SaysWhyItWaitsAndGoesOnWhenThatIsMended) {
-  const std::string& words = rig.start.View().SimulatorWords;
-  rig.socket.SetUpError = "local port 49003 is used by another program: other (77)";
-  Begin(1);
-  CountdownTicks(20);
-  EXPECT_EQ(words, "X-Plane link closed: " + rig.socket.SetUpError);
-  EXPECT_TRUE(rig.start.View().SimulatorTrouble);
-  for (int second = 0; second < 6; ++second) rig.start.TimerWaitForFS_Tick();
-  EXPECT_EQ(words, "X-Plane link closed: " + rig.socket.SetUpError) << "at each step of the probe";
-  rig.socket.SetUpError.clear();
-  rig.clock.Advance(5000);
-  rig.start.TimerWaitForFS_Tick();
-  rig.start.TimerWaitForFS_Tick();
-  EXPECT_EQ(
-      words,
-      "X-Plane silent for 5 s. Nothing has come from 127.0.0.1 port 49000 to port 49003: is X-Plane running, "
-      "and does it accept incoming connections?");
-  rig.Set(300, 121100);
-  rig.start.TimerWaitForFS_Tick();
-  EXPECT_TRUE(rig.run.Running());
+  Play(
+      "refuse port 49003 is used; begin 1; ticks 20; words = X-Plane link closed: port 49003 is used; "
+      "trouble = true; seconds 6; words = X-Plane link closed: port 49003 is used; refuse; pass 5000; "
+      "seconds 2; words = X-Plane silent for 5 s. Nothing has come from 127.0.0.1 port 49000 to port "
+      "49003: is X-Plane running, and does it accept incoming connections?; answers 121100; seconds 1; "
+      "run = on");
 }
 
 TEST_F(StartPresenterTest, APortThatGetsFreeDuringTheCountdownIsTaken) {
-  rig.socket.SetUpError = "local port 49003 is used by another program";
-  Begin(3);
-  CountdownTicks(25);
-  EXPECT_EQ(rig.start.View().SimulatorWords,
-            "X-Plane link closed: local port 49003 is used by another program");
-  rig.socket.SetUpError.clear();
-  CountdownTicks(18);
-  EXPECT_EQ(rig.sim.PortCount(), 1) << "the probe's first try left nothing open";
-  rig.Set(300, 121100);
-  CountdownTicks(1);
-  EXPECT_EQ(rig.start.View().LabelXplaneVersion, "12.11.00");
-  rig.start.CmdConfigure_Click();
-  rig.start.Activate();
-  EXPECT_FALSE(rig.start.View().SimulatorTrouble);
+  Play(
+      "refuse port 49003 is used; begin 3; ticks 25; words = X-Plane link closed: port 49003 is used; "
+      "refuse; ticks 18; ports = 1; answers 121100; ticks 1; found = X-Plane 12.11.00; configure; show; "
+      "trouble = false");
 }
 
 // The file is loaded once more for the start; what was taken over stays, and is not saved by itself.
 TEST_F(StartPresenterTest, ASimulatorThatIsTakenIsAskedAndStaysForTheStart) {
-  Begin(1);
   const Registration listening = rig.start.WatchSimulators({});
-  rig.beacons.Deliver(BeaconBytes("SIM-PC", 1, 49100), "10.0.0.7");
-  CountdownTicks(5);
-  const FoundSimulator found = rig.finder.Found().at(0);
-  EXPECT_FALSE(rig.start.IsInUse(found));
-  EXPECT_TRUE(rig.sim.UdpOpen());
-  rig.start.TakeSimulator(found);
-  EXPECT_FALSE(rig.sim.UdpOpen()) << "what the other one answers now is nobody's";
-  EXPECT_TRUE(rig.start.IsInUse(found));
-  CountdownTicks(3);
+  Play("begin 1; hear; ticks 5; taken = false; link = true; take; link = false; taken = true; ticks 3");
   EXPECT_EQ(rig.socket.SetUps.back(), (UdpEndpoints{"10.0.0.7", 49100, 49003}));
-  rig.Set(300, 121100);
-  CountdownTicks(12);
-  EXPECT_TRUE(rig.run.Running());
-  EXPECT_EQ(rig.model.General.RemoteIP, "10.0.0.7");
-  EXPECT_TRUE(rig.model.ConfigChanged) << "so that closing the configuration asks";
+  Play("answers 121100; ticks 12; run = on; address = 10.0.0.7 changed");
 }
 
 TEST_F(StartPresenterTest, ATakenSimulatorHoldsForItsFileOnly) {
-  Begin(9);
-  std::filesystem::copy_file("Test.cfg", "Other.cfg");
   const Registration listening = rig.start.WatchSimulators({});
-  rig.beacons.Deliver(BeaconBytes("SIM-PC"), "10.0.0.7");
-  rig.start.TakeSimulator(FoundSimulator(rig.finder.Found().at(0)));
-  rig.start.FileBox_Click("Other.cfg");
-  EXPECT_EQ(rig.model.General.RemoteIP, "127.0.0.1");
-  rig.start.TakeSimulator(FoundSimulator(rig.finder.Found().at(0)));
-  rig.start.CmdConfigure_Click();
+  Play("begin 9; copy Other.cfg; hear; take; choose Other.cfg; address = 127.0.0.1; take; configure");
   rig.model.General.RemoteIP = "10.0.0.99";  // by hand, in the configuration
-  rig.start.Activate();
-  rig.start.butOK_Click();
+  Play("show; ok");
   EXPECT_NE(rig.model.General.RemoteIP, "10.0.0.7");
 }
 
 TEST_F(StartPresenterTest, ChoosingAnotherFileHidesTheCountdownButNotTheStart) {
-  Begin(1);
-  std::filesystem::copy_file("Test.cfg", "Other.cfg");
-  rig.start.FileBox_Click("Other.cfg");
-  EXPECT_FALSE(rig.start.View().CountdownVisible);
-  CountdownTicks(3);
-  rig.Set(300, 121100);
-  CountdownTicks(17);
-  EXPECT_TRUE(rig.run.Running());
+  Play(
+      "begin 1; copy Other.cfg; choose Other.cfg; counts = hidden 1; ticks 3; answers 121100; ticks 17; "
+      "run = on; current = Other.cfg");
   EXPECT_EQ(rig.model.ConfigFileName, "Other.cfg");
-  EXPECT_EQ(rig.run.View().BoxCurrentConfig, "Other.cfg");
 }
 
+// While it is configured the link is closed: it may get another address.
 TEST_F(StartPresenterTest, LaterActivationsCountNothingDown) {
-  Begin(9);
-  rig.start.WaitForAutostart_Tick();
-  EXPECT_TRUE(rig.sim.UdpOpen());
-  rig.start.CmdConfigure_Click();
-  EXPECT_FALSE(rig.autostart.enabled);
-  EXPECT_FALSE(rig.sim.UdpOpen()) << "the configuration may give the link another address";
-  rig.start.Activate();
-  EXPECT_FALSE(rig.start.View().CountdownVisible);
-  EXPECT_FALSE(rig.autostart.enabled);
-  EXPECT_EQ(rig.start.View().FileName, "Test.cfg");
+  Play(
+      "begin 9; ticks 1; link = true; configure; timers = none; link = false; show; counts = hidden 9; "
+      "timers = none; file = Test.cfg");
 }
 
 TEST_F(StartPresenterTest, SaysWhatIsMissing) {
-  rig.start.Activate();  // neither start-up file nor configuration
-  EXPECT_EQ(rig.start.View().FileName, "Default.cfg");
-  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 10);
+  Play("show; file = Default.cfg; counts = 10");  // neither start-up file nor configuration
   ASSERT_EQ(rig.boxes.shown.size(), 1u);
   EXPECT_TRUE(Begins(rig.boxes.shown[0], "Error Configuration file. "));
-  rig.start.butOK_Click();
-  EXPECT_FALSE(rig.run.Activated());
-  rig.start.FileName_Change("");
-  rig.start.butOK_Click();
+  Play("ok; run = not begun; type; ok");
   EXPECT_EQ(rig.boxes.shown.back(), "No Configuration file selected ");
 }
 
 TEST_F(StartPresenterTest, AnUnreadableFileStopsTheAutomaticStart) {
-  Begin(1);
-  CountdownTicks(3);
-  rig.Set(300, 121100);
+  Play("begin 1; ticks 3; answers 121100");
   std::filesystem::remove("Test.cfg");
-  CountdownTicks(17);
-  EXPECT_FALSE(rig.run.Activated());
+  Play("ticks 17; run = not begun; timers = none");
   EXPECT_EQ(rig.boxes.shown.back(), "No or incorrect Start-Up file.File name is Case sensitive");
-  EXPECT_FALSE(rig.autostart.enabled);
 }
 
 TEST_F(StartPresenterTest, AQuestionAboutTheFileHoldsTheCountdown) {
-  Begin(1);
+  Play("begin 1");
   CockpitRig writer;
   writer.model.ConfigFileName = "Old.cfg";
   writer.model.General.ConfigHeader = "another program";
   ConfigFile(writer.model, writer.boxes).SaveConfigFile();
-  CountdownTicks(19);
   rig.boxes.whileAsking = [this] { CountdownTicks(100); };
-  rig.start.FileBox_Click("Old.cfg");
-  EXPECT_EQ(rig.start.View().BoxAutoStartTime, 1);
+  Play("ticks 19; choose Old.cfg");
+  EXPECT_EQ(view.BoxAutoStartTime, 1);
   EXPECT_EQ(rig.boxes.asked.size(), 1u);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::startpresentertest

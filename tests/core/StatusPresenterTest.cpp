@@ -1,36 +1,75 @@
 #include "core/StatusPresenter.h"
-#include "tests/Test.h"
 #include "tests/core/ProgramRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::statuspresentertest {
 
-// A rig with one needle gauge, loaded and activated.
-struct ActivatedRig : ProgramRig {
-  ActivatedRig() {
+// With one needle gauge at 12, of Function 51, loaded and activated.
+struct StatusRig : ProgramRig {
+  StatusRig() {
+    Can({
+        {"run", [this] { run.cmdRun_Click(); }},
+        {"stop", [this] { run.cmdStop_Click(); }},
+        {"exit", [this] { run.cmdExit_Click(); }},
+        {"configure", [this] { run.CmdConfig_Click(); }},
+        {"load", [this] { run.Load(); }},
+        {"show", [this] { run.Form_Activate(); }},
+        {"tick", [this] { run.ProcessTimer_Tick(); }},
+        {"second", [this] { run.Timer1_Tick(); }},
+        {"link", [this](int ticks) { LinkTicks(ticks); }},
+        {"is",
+         [this] {
+           return view.BoxRun + (run.Activated() ? " " : " new ") + std::to_string(view.BoxRunColour);
+         }},
+        {"timers",
+         [this] {
+           return Those(
+               {{"process", processTimer.enabled}, {"watch", timer1.enabled}, {"write", writeTimer.enabled}});
+         }},
+        {"open",
+         [this] {
+           return Those({{"bus", Bus().IsOpen()}, {"link", sim.UdpOpen()}, {"goodbye", sim.SayingGoodbye()}});
+         }},
+        {"opened", [this] { return Bus().CountOf("open 5 twice"); }},
+        {"ports", [this] { return sim.PortCount(); }},
+        {"asks", [this] { return socket.TakeSent().size(); }},
+        {"writes", [this] { return Written(); }},
+        {"shell", [this] { return std::exchange(shell.log, {}); }},
+        {"rates",
+         [this] { return std::to_string(view.frmXferCount) + ' ' + std::to_string(view.boxUDPrate); }},
+        {"trouble",
+         [this] {
+           return Those({{"simulator", view.Simulator.Trouble}, {"bus", view.GaugeBus.Trouble}});
+         }},
+        {"dropped", [this] { return view.GaugeBus.Text.find("dropped") != std::string::npos; }},
+    });
     for (const int n : {1, 2, 14, 51}) Define(n);
     AddPlate(0, 100, 1000);
     model.Gauges[12] = {.GaugeType = 1, .GaugeFunction1 = 51};
     model.General.TransferInterval = 120;
     Activate();
   }
+  // The commands since the last call.
+  Texts Written() {
+    Commands written;
+    for (const auto& write : std::exchange(Bus().Writes, {}))
+      std::ranges::copy(CommandsOf(write), std::back_inserter(written));
+    return InWords(written);
+  }
+  const StatusView& view = run.View();
 };
 
-TEST(StatusPresenter, ActivationPreparesOnceAndLeavesTheFormHalted) {
-  ActivatedRig rig;
-  EXPECT_TRUE(rig.run.Activated() && !rig.run.Running() && rig.Bus().IsOpen());
-  EXPECT_EQ(rig.processTimer.interval, 120);
-  EXPECT_FALSE(rig.processTimer.enabled);
-  EXPECT_TRUE(rig.writeTimer.enabled);
-  EXPECT_EQ(rig.sim.PortCount(), 4) << "Functions 1, 2, 14 and the gauge's";
-  EXPECT_EQ(rig.sim.PortAt(3).OpenedBy, 12);
-  EXPECT_EQ(rig.sim.PortAt(0).OpenedBy, opener::kInternal);
-  rig.run.Form_Activate();
-  EXPECT_EQ(rig.sim.PortCount(), 4);
-  rig.run.ProcessTimer_Tick();
-  EXPECT_TRUE(rig.Bus().Writes.empty()) << "a late tick while halted does nothing";
-  rig.run.SliderXferTimer_Change(0);
-  EXPECT_EQ(rig.model.General.TransferInterval, 10);
+struct StatusTest : testing::Test, StatusRig {};
+
+TEST_F(StatusTest, ActivationPreparesOnceAndLeavesTheFormHalted) {
+  Play(
+      "is = Halted 49152; open = bus, link; timers = watch, write; ports = 4; "
+      "(of Functions 1, 2 and 14, and the gauge's); show; ports = 4; tick; writes =; "
+      "(a late tick while halted does nothing)");
+  EXPECT_EQ(processTimer.interval, 120);
+  EXPECT_EQ(sim.PortAt(3).OpenedBy, 12);
+  EXPECT_EQ(sim.PortAt(0).OpenedBy, opener::kInternal);
+  run.SliderXferTimer_Change(0);
+  EXPECT_EQ(model.General.TransferInterval, 10);
 }
 
 TEST(StatusPresenter, StandardPortsAreOpenedTwiceInTheirOrder) {
@@ -49,35 +88,19 @@ TEST(StatusPresenter, StandardPortsAreOpenedTwiceInTheirOrder) {
   EXPECT_EQ(std::ranges::count(sent, sent.front()), 2);
 }
 
-TEST(StatusPresenter, RunAndStopAreGuarded) {
-  ActivatedRig rig;
-  const StatusView& view = rig.run.View();
-  rig.run.cmdRun_Click();
-  EXPECT_EQ((std::pair{view.BoxRun, view.BoxRunColour}), (std::pair<std::string, int>{"Running", 255}));
-  EXPECT_TRUE(rig.processTimer.enabled && !rig.writeTimer.enabled);
-  const auto opened = rig.Bus().CountOf("open 5 twice");
-  rig.run.cmdRun_Click();
-  EXPECT_EQ(rig.Bus().CountOf("open 5 twice"), opened);
-  rig.Set(51, 50);
-  rig.run.ProcessTimer_Tick();
-  ASSERT_EQ(rig.Bus().Writes.size(), 1u);
-  EXPECT_EQ(CommandsOf(rig.Bus().Writes[0]), (Commands{{12, 5, 500}}));
-
-  rig.run.cmdStop_Click();
-  EXPECT_EQ((std::pair{view.BoxRun, view.BoxRunColour}), (std::pair<std::string, int>{"Halted", 49152}));
-  EXPECT_TRUE(!rig.processTimer.enabled && rig.writeTimer.enabled && !rig.sim.UdpOpen());
-  const int closes = rig.socket.Closes;
-  rig.run.cmdStop_Click();
-  EXPECT_EQ(rig.socket.Closes, closes);
+TEST_F(StatusTest, RunAndStopAreGuarded) {
+  Play(
+      "run; is = Running 255; timers = process, watch; opened = 2; run; opened = 2; set 51 50; tick; "
+      "writes = 12 5 500; stop; is = Halted 49152; timers = watch, write; open = bus, goodbye");
+  const int closes = socket.Closes;
+  run.cmdStop_Click();
+  EXPECT_EQ(socket.Closes, closes);
 }
 
-TEST(StatusPresenter, AFrameQueuedWhileHaltedIsSentWhenTheRunStarts) {
-  ActivatedRig rig;
-  rig.serial.WriteGaugeCommand(12, 3, 7);
-  rig.run.cmdRun_Click();
-  ASSERT_EQ(rig.Bus().Writes.size(), 1u);
-  EXPECT_EQ(CommandsOf(rig.Bus().Writes[0]), (Commands{{12, 3, 7}}));
-  EXPECT_FALSE(rig.serial.TransmitPending());
+TEST_F(StatusTest, AFrameQueuedWhileHaltedIsSentWhenTheRunStarts) {
+  serial.WriteGaugeCommand(12, 3, 7);
+  Play("run; writes = 12 3 7");
+  EXPECT_FALSE(serial.TransmitPending());
 }
 
 TEST(StatusPresenter, PeripheralsFollowInTheirOrders) {
@@ -97,135 +120,90 @@ TEST(StatusPresenter, PeripheralsFollowInTheirOrders) {
                                       "EC unload", "IOM1 unload", "IOM2 unload", "yokes unload"}));
 }
 
-TEST(StatusPresenter, ExitClosesUnsubscribesAndEnds) {
-  ActivatedRig rig;
-  rig.run.cmdRun_Click();
-  rig.LinkTicks(20);
-  rig.socket.TakeSent();
-  rig.run.cmdExit_Click();
-  EXPECT_FALSE(rig.Bus().IsOpen() || rig.sim.UdpOpen());
-  EXPECT_EQ(rig.sim.PortCount(), 0);
-  EXPECT_TRUE(rig.sim.SayingGoodbye());
-  rig.LinkTicks(10);
-  EXPECT_FALSE(rig.sim.SayingGoodbye());
-  EXPECT_EQ(rig.socket.TakeSent().size(), 136u) << "every group is unselected";
-  EXPECT_EQ(rig.shell.log, (Texts{"unload configuration", "unload status", "end"}));
+TEST_F(StatusTest, ExitClosesUnsubscribesAndEnds) {
+  Play("run; link 20");
+  socket.TakeSent();
+  Play(
+      "exit; open = goodbye; ports = 0; link 10; open =; asks = 136; (every group is unselected); "
+      "shell = unload configuration, unload status, end");
 }
 
-TEST(StatusPresenter, GoingToTheConfigurationHaltsAndMakesRoomForANewLife) {
-  ActivatedRig rig;
-  rig.run.cmdRun_Click();
-  rig.run.CmdConfig_Click();
-  EXPECT_TRUE(rig.run.EditingConfiguration);
-  EXPECT_FALSE(rig.run.Running() || rig.Bus().IsOpen());
-  EXPECT_FALSE(rig.timer1.enabled) << "it would open the ports again";
-  EXPECT_EQ(rig.shell.log,
-            (Texts{"unload configuration", "show start", "show configuration", "unload status"}));
-  rig.run.Load();
-  EXPECT_TRUE(rig.timer1.enabled && !rig.run.Activated());
-  rig.run.Form_Activate();
-  EXPECT_TRUE(rig.Bus().IsOpen());
-  EXPECT_EQ(rig.sim.PortCount(), 4);
+TEST_F(StatusTest, GoingToTheConfigurationHaltsAndMakesRoomForANewLife) {
+  Play(
+      "run; configure; is = Halted 49152; open = goodbye; timers = write; "
+      "(the watch would open the ports again); shell = unload configuration, show start, show "
+      "configuration, unload status");
+  EXPECT_TRUE(run.EditingConfiguration);
+  Play("load; is = Halted new 49152; timers = watch, write; show; open = bus, link; ports = 4");
 }
 
 // Power that went and returned, and an adapter that was pulled: the instruments may still be starting.
 TEST(StatusPresenter, InstrumentsWhoseLineIsBackAreToldEverythingTwice) {
   for (const bool pulled : {false, true}) {
     SCOPED_TRACE(pulled);
-    ActivatedRig rig;
-    const StatusView::Link& line = rig.run.View().GaugeBus;
-    if (!pulled) rig.Bus().SetCarrier(true);
-    rig.run.cmdRun_Click();
-    rig.Set(51, 50);
+    StatusRig rig;
     // How often the lighting and the needle's place went out in twenty ticks.
-    const auto sent = [&rig] {
+    rig.verbs.emplace("twenty", [&rig] {
       rig.Bus().Writes.clear();
       for (int i = 0; i < 20; ++i, rig.clock.Advance(40)) rig.run.ProcessTimer_Tick();
-      std::pair<long, long> count;
-      for (const auto& write : rig.Bus().Writes) {
-        const auto commands = CommandsOf(write);
-        count.first += std::ranges::count(commands, SentCommand{12, 8, 0});
-        count.second += std::ranges::count(commands, SentCommand{12, 5, 500});
-      }
-      return count;
-    };
-    const std::pair<long, long> once{1, 1}, never;
-    EXPECT_EQ(sent(), once);
+      const Texts sent = rig.Written();
+      const auto times = [&](const char* command) {
+        return std::to_string(std::ranges::count(sent, command));
+      };
+      return times("12 8 0") + ' ' + times("12 5 500");
+    });
+    if (!pulled) rig.Bus().SetCarrier(true);
+    rig.Play("run; set 51 50; twenty = 1 1");
     if (pulled) {
       rig.Bus().Unplug();
-      rig.run.ProcessTimer_Tick();
-      rig.run.Timer1_Tick();
-      EXPECT_TRUE(line.Trouble && !Holds(line.Text, "dropped")) << "it is away";
+      rig.Play("tick; second; trouble = bus; dropped = false");
       rig.Bus().OpenResult = SerialState::Open;
-      rig.run.Timer1_Tick();
-      EXPECT_FALSE(line.Trouble);
+      rig.Play("second; trouble =");
     } else {
       rig.Bus().SetCarrier(false);
       rig.Bus().SetCarrier(true);
     }
-    EXPECT_EQ(sent(), once);
-    rig.clock.Advance(1999 - 800);
-    rig.run.Timer1_Tick();
-    EXPECT_EQ(sent(), never);
-    rig.run.Timer1_Tick();
-    EXPECT_EQ(sent(), once) << "two seconds later";
-    rig.clock.Advance(2000);
-    rig.run.Timer1_Tick();
-    EXPECT_EQ(sent(), never);
+    rig.Play(
+        "twenty = 1 1; pass 1199; second; twenty = 0 0; second; twenty = 1 1; (two seconds later); "
+        "pass 2000; second; twenty = 0 0");
   }
 }
 
-TEST(StatusPresenter, RatesAreShownAndCleared) {
-  ActivatedRig rig;
-  rig.run.cmdRun_Click();
-  for (int i = 0; i < 8; ++i) rig.run.ProcessTimer_Tick();
-  for (int i = 0; i < 3; ++i) rig.Set(1, 80);
-  rig.run.Timer1_Tick();
-  EXPECT_EQ(rig.run.View().frmXferCount, 7) << "a tick of lighting alone does not count";
-  EXPECT_EQ(rig.run.View().boxUDPrate, 3);
-  EXPECT_EQ(rig.run.View().boxNrofOffsets, 4);
-  rig.run.Timer1_Tick();
-  EXPECT_EQ(rig.run.View().boxUDPrate, 0);
+// A tick of lighting alone does not count.
+TEST_F(StatusTest, RatesAreShownAndCleared) {
+  Play(
+      "run; tick; tick; tick; tick; tick; tick; tick; tick; set 1 80; set 1 80; set 1 80; second; "
+      "rates = 7 3; second; rates = 0 0");
+  EXPECT_EQ(view.boxNrofOffsets, 4);
 }
 
-TEST(StatusPresenter, ASilentSimulatorIsTroubleAndAskedAgain) {
-  ActivatedRig rig;
-  rig.run.cmdRun_Click();
-  EXPECT_FALSE(rig.run.View().Simulator.Trouble) << "it has only just been asked";
-  rig.LinkTicks(20);
-  rig.socket.TakeSent();
-  for (int second = 1; second <= 9; ++second) {
-    rig.LinkTicks(50);
-    rig.run.Timer1_Tick();
-    if (second % 2 == 0) {
-      EXPECT_FALSE(rig.socket.TakeSent().empty()) << second;
-    }
+TEST_F(StatusTest, ASilentSimulatorIsTroubleAndAskedAgain) {
+  Play("run; trouble =; (it has only just been asked); link 20");
+  for (int second = 2; second <= 8; second += 2) {
+    socket.TakeSent();
+    Play("link 50; second; link 50; second");
+    EXPECT_FALSE(socket.TakeSent().empty()) << second;
   }
-  EXPECT_TRUE(rig.run.View().Simulator.Trouble);
-  rig.Set(1, 81);
-  rig.run.Timer1_Tick();
-  EXPECT_FALSE(rig.run.View().Simulator.Trouble);
+  Play("link 50; second; trouble = simulator; set 1 81; second; trouble =");
 }
 
-TEST(StatusPresenter, SaysWhatDoesNotCome) {
-  ActivatedRig rig;
-  const StatusView& view = rig.run.View();
+TEST_F(StatusTest, SaysWhatDoesNotCome) {
   for (const auto& [number, path] : {std::pair{60, "sim/there"}, {61, "sim/gone"}, {62, "sim/late"}}) {
-    FunctionRecord& function = DefineFunction(rig.model, number, DataType::XplaneDataref, 0, 20);
+    FunctionRecord& function = DefineFunction(model, number, DataType::XplaneDataref, 0, 20);
     function.FullName = "#1:" + std::string(path) + "\r\n";
   }
-  DefineFunction(rig.model, 63, DataType::Float, 0, 0);
-  rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(63, 1));
-  const Port there = rig.sim.OpenSimPort(60, 1);
-  rig.sim.EnableReadSimPort(there);
-  rig.sim.EnableReadSimPort(rig.sim.OpenSimPort(61, 1));
-  rig.run.cmdRun_Click();
+  DefineFunction(model, 63, DataType::Float, 0, 0);
+  sim.EnableReadSimPort(sim.OpenSimPort(63, 1));
+  const Port there = sim.OpenSimPort(60, 1);
+  sim.EnableReadSimPort(there);
+  sim.EnableReadSimPort(sim.OpenSimPort(61, 1));
+  run.cmdRun_Click();
   for (int second = 0; second < 8; ++second) {
-    rig.LinkTicks(50);
-    rig.socket.Deliver(RrefDatagram({{there, 1.0f}}));
-    rig.run.ProcessTimer_Tick();
+    LinkTicks(50);
+    socket.Deliver(RrefDatagram({{there, 1.0f}}));
+    run.ProcessTimer_Tick();
   }
-  rig.run.Timer1_Tick();
+  run.Timer1_Tick();
   for (const char* words :
        {"Data groups 0, 1, 2, 14 and 51 do not come. X-Plane, Settings, Data Output: enter this computer "
         "(192.168.1.20, port 49003).",
@@ -233,28 +211,28 @@ TEST(StatusPresenter, SaysWhatDoesNotCome) {
     EXPECT_TRUE(Holds(view.Findings, words));
   EXPECT_TRUE(view.OfferDataOutput);
   EXPECT_TRUE(Holds(view.Flow, "0 values lost, 0 datagrams given up"));
-  rig.socket.TakeSent();
-  rig.run.cmdDataOutput_Click();
-  EXPECT_EQ(rig.socket.TakeSent().at(0).substr(0, 21), std::string("ISE4\0\x40\0\0\0", 9) + "192.168.1.20");
+  socket.TakeSent();
+  run.cmdDataOutput_Click();
+  EXPECT_EQ(socket.TakeSent().at(0).substr(0, 21), std::string("ISE4\0\x40\0\0\0", 9) + "192.168.1.20");
 
   // All groups come now; a record that is none, and a value 30 ms before the tick that shows it.
-  for (const int number : {1, 2, 14, 51, 63}) rig.Set(number, 50);
-  rig.socket.Deliver("RREF,12345");
-  rig.clock.Advance(30);
-  rig.run.ProcessTimer_Tick();
-  rig.run.Timer1_Tick();
+  for (const int number : {1, 2, 14, 51, 63}) Set(number, 50);
+  socket.Deliver("RREF,12345");
+  clock.Advance(30);
+  run.ProcessTimer_Tick();
+  run.Timer1_Tick();
   EXPECT_FALSE(view.OfferDataOutput || Holds(view.Findings, "Data group")) << view.Findings;
   EXPECT_TRUE(Holds(view.Findings, "1 datagram given up, last for a record that is none."));
   EXPECT_TRUE(Holds(view.Flow, "99 of 100 within 30 ms; "));
 
   // One group goes on, and another dataref is answered.
-  const Port late = rig.sim.OpenSimPort(62, 1);
+  const Port late = sim.OpenSimPort(62, 1);
   for (int second = 0; second < 12; ++second) {
-    rig.LinkTicks(50);
-    rig.Set(1, 50);
-    rig.socket.Deliver(RrefDatagram({{late, 1.0f}}));
+    LinkTicks(50);
+    Set(1, 50);
+    socket.Deliver(RrefDatagram({{late, 1.0f}}));
   }
-  rig.run.Timer1_Tick();
+  run.Timer1_Tick();
   EXPECT_TRUE(
       Begins(view.Findings,
              "Data groups 0, 2, 14 and 51 do not come, though others do (this X-Plane may not have it).\n"
@@ -281,18 +259,17 @@ TEST(LatencyMeter, KnowsTheLastMinute) {
   }
 }
 
-TEST(StatusPresenter, AStrangersAddressCanBeTaken) {
-  ActivatedRig rig;
-  rig.run.cmdRun_Click();
-  rig.socket.Sender = {0xC0A80107, 49001, false};
-  for (int i = 0; i < 412; ++i) rig.Set(1, 80);
-  rig.run.Timer1_Tick();
-  EXPECT_EQ(rig.run.View().Ignored, "412 datagrams from 192.168.1.7 ignored");
-  rig.run.cmdTakeAddress_Click();
-  EXPECT_EQ(rig.model.General.RemoteIP, "192.168.1.7");
-  EXPECT_TRUE(rig.model.ConfigChanged);
-  EXPECT_EQ(rig.socket.SetUps.back().remoteHost, "192.168.1.7");
-  EXPECT_EQ(rig.run.View().Ignored, "");
+TEST_F(StatusTest, AStrangersAddressCanBeTaken) {
+  run.cmdRun_Click();
+  socket.Sender = {0xC0A80107, 49001, false};
+  for (int i = 0; i < 412; ++i) Set(1, 80);
+  run.Timer1_Tick();
+  EXPECT_EQ(view.Ignored, "412 datagrams from 192.168.1.7 ignored");
+  run.cmdTakeAddress_Click();
+  EXPECT_EQ(model.General.RemoteIP, "192.168.1.7");
+  EXPECT_TRUE(model.ConfigChanged);
+  EXPECT_EQ(socket.SetUps.back().remoteHost, "192.168.1.7");
+  EXPECT_EQ(view.Ignored, "");
 }
 
 TEST(StatusPresenter, ALocalPortThatBecomesFreeLaterIsOpened) {
@@ -307,23 +284,10 @@ TEST(StatusPresenter, ALocalPortThatBecomesFreeLaterIsOpened) {
   EXPECT_TRUE(rig.sim.UdpOpen());
 }
 
-TEST(StatusPresenter, ADroppedBatchIsSaidForAWhile) {
-  ActivatedRig rig;
-  const StatusView::Link& line = rig.run.View().GaugeBus;
-  EXPECT_FALSE(line.Trouble || rig.run.View().Simulator.Trouble);
-  rig.run.cmdRun_Click();
-  EXPECT_FALSE(Holds(line.Text, "dropped"));
-  rig.run.ProcessTimer_Tick();
-  rig.Bus().RefuseWrites = true;
-  rig.Set(51, 50);
-  rig.run.ProcessTimer_Tick();
-  rig.Bus().RefuseWrites = false;
-  rig.run.Timer1_Tick();
-  EXPECT_TRUE(line.Text.ends_with(", 1 batch dropped")) << line.Text;
-  rig.clock.Advance(10000);
-  rig.run.Timer1_Tick();
-  EXPECT_FALSE(Holds(line.Text, "dropped"));
+TEST_F(StatusTest, ADroppedBatchIsSaidForAWhile) {
+  Play("trouble =; run; dropped = false; tick; refuse 1; set 51 50; tick; refuse 0; second");
+  EXPECT_TRUE(view.GaugeBus.Text.ends_with(", 1 batch dropped")) << view.GaugeBus.Text;
+  Play("pass 10000; second; dropped = false");
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::statuspresentertest

@@ -4,8 +4,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
-namespace tvx {
-namespace {
+namespace tvx::watchtest {
 
 // Each string is a link, a letter for each second: + well, - in trouble, . the program does not run. The
 // result names the second and the links that were told of: "10:0 40:01".
@@ -31,11 +30,7 @@ std::string Times(int count, const char* letters) {
 }
 
 TEST(LinkNewsTest, TellsWhatLastsOnceAndTogether) {
-  const struct {
-    const char* what;
-    Texts links;
-    const char* told;
-  } rows[] = {
+  const std::tuple<const char*, Texts, const char*> rows[] = {
       {"an ordinary start and stop", {Times(9, "-") + Times(30, "+") + Times(9, ".") + Times(20, "+")}, ""},
       {"missing from the start on", {Times(60, "-")}, "10:0"},
       {"gone for long, and back", {Times(20, "+") + Times(40, "-") + Times(40, "+")}, "24:0 64:0"},
@@ -51,7 +46,7 @@ TEST(LinkNewsTest, TellsWhatLastsOnceAndTogether) {
        {Times(20, "-") + Times(10, ".") + Times(30, "-")},
        "10:0 40:0"},
   };
-  for (const auto& row : rows) EXPECT_EQ(NewsOf(row.links), row.told) << row.what;
+  for (const auto& [what, links, told] : rows) EXPECT_EQ(NewsOf(links), told) << what;
 }
 
 TEST(SaidLogTest, KeepsTheLastThousandLinesWithTheirTimes) {
@@ -69,16 +64,13 @@ TEST(SaidLogTest, KeepsTheLastThousandLinesWithTheirTimes) {
 TEST(SaidLogTest, NotesAStateWhenItChanges) {
   FakeClock clock;
   SaidLog log(clock);
-  const struct {
-    int afterMs;
-    const char* state;
-    std::size_t lines;
-  } rows[] = {{0, "silent for 2 s", 1}, {1000, "silent for 3 s", 1},  {1000, "answering", 1},
-              {9000, "answering", 2},   {20000, "silent for 4 s", 3}, {20000, "silent for 9 s", 3}};
-  for (const auto& row : rows) {
-    clock.Advance(row.afterMs);
-    log.NoteState("X-Plane", row.state);
-    EXPECT_EQ(log.Lines().size(), row.lines) << row.state << " at " << clock.now;
+  const std::tuple<int, const char*, std::size_t> rows[] = {
+      {0, "silent for 2 s", 1}, {1000, "silent for 3 s", 1},  {1000, "answering", 1},
+      {9000, "answering", 2},   {20000, "silent for 4 s", 3}, {20000, "silent for 9 s", 3}};
+  for (const auto& [afterMs, state, lines] : rows) {
+    clock.Advance(afterMs);
+    log.NoteState("X-Plane", state);
+    EXPECT_EQ(log.Lines().size(), lines) << state << " at " << clock.now;
   }
 }
 
@@ -102,5 +94,4 @@ TEST(SaidLogTest, NotesBoxesAndTheirAnswers) {
                           "Answered: 12"}));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::watchtest

@@ -10,6 +10,7 @@
 #include "base/Bytes.h"
 #include "config/Model.h"
 #include "core/ProcessCycle.h"
+#include "tests/Story.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/FakeUdpSocket.h"
@@ -18,7 +19,7 @@
 
 namespace tvx {
 
-struct CockpitRig {
+struct CockpitRig : Story {
   ConfigModel model;
   FakeMessageBoxes boxes;
   FakeClock clock;
@@ -33,6 +34,13 @@ struct CockpitRig {
   CockpitRig() {
     model.General.ComPortGS = 5;
     model.General.RemoteIP = "127.0.0.1";
+    verbs = {{"start", [this] { Start(); }},
+             {"set", [this](int function, float value) { Set(function, value); }},
+             {"pass", [this](int milliseconds) { clock.Advance(milliseconds); }},
+             {"refuse", [this](bool now) { Bus().RefuseWrites = now; }},
+             {"tick", [this] { return InWords(Tick()); }},
+             {"values", [this] { return InWords(TickValues()); }},
+             {"dropped", [this] { return cycle.DroppedBatches(); }}};
   }
 
   FakeSerialPort& Bus() { return ports[0]; }
@@ -66,6 +74,14 @@ struct CockpitRig {
     GaugeRecord& gauge = model.Gauges[static_cast<std::size_t>(id)];
     gauge.GaugeType = static_cast<Byte>(type);
     return gauge;
+  }
+  // "12 5 500, 13 8 0": gauge, command and value of each.
+  static Texts InWords(const Commands& commands) {
+    Texts words;
+    for (const SentCommand& c : commands)
+      words.push_back(std::to_string(c.gauge) + ' ' + std::to_string(c.command) + ' ' +
+                      std::to_string(c.value));
+    return words;
   }
   // Opens the bus and the standard ports as run control does, and prepares the gauges.
   void Start() {

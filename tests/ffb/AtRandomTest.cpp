@@ -1,10 +1,8 @@
 // What must hold whatever happens, tried at random: settings, flights, stalls, losses, hands and hand-overs.
-#include "tests/Test.h"
 #include "tests/ffb/Chain.h"
 #include "virtualcockpit/pace/Chance.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::atrandomtest {
 
 constexpr int kFreeMs = 1000;  // after any cause the hand is free
 
@@ -164,5 +162,4 @@ TEST(AtRandom, ForcesRiseSlowlyKeepTheirBudgetAndGoInTime) {
   EXPECT_GT(free, 1000) << "causes lasted long enough to tell";
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::atrandomtest

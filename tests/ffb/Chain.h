@@ -2,8 +2,6 @@
 // and yokes that move as their commands and hands push them. Time is a fake one, in steps of 2 ms.
 #pragma once
 
-#include <memory>
-
 #include "tests/ffb/YokeRig.h"
 #include "virtualcockpit/pace/SerialWire.h"
 #include "virtualcockpit/yokes/YokeDevice.h"
@@ -64,6 +62,8 @@ struct Chain : YokeRig {
   std::function<void()> after;  // each cycle of the program
 
   explicit Chain(int yokes = 1) : YokeRig(yokes) {
+    Can({{"start", [this](int milliseconds) { Begin(milliseconds); }},
+         {"run", [this](int milliseconds) { Pass(milliseconds); }}});
     const auto raw = [](double share) {
       return StoredRaw(static_cast<int>(vc::YokeDevice::kRawCentre + share * vc::YokeDevice::kRawTravel));
     };
@@ -82,14 +82,7 @@ struct Chain : YokeRig {
   Side& Of(int which) { return *sides[static_cast<std::size_t>(which - 1)]; }
 
   void Begin(int milliseconds = 5000) {
-    for (std::size_t i = 0; i < sides.size(); ++i) {
-      ports[i].Open(static_cast<int>(i) + 5);
-      ports[i].SetReceiveThreshold(25);
-    }
-    sim.OpenUDP();
-    pair.Load();
-    pair.OpenPorts();
-    pair.cmdRun_Click();
+    OpenAndRun();
     Pass(milliseconds);
   }
   // The adapter is pulled out, or put in again; the program opens it at once.

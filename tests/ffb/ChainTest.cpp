@@ -1,9 +1,7 @@
 // What the program does to yokes that move, on lines as slow as real ones.
-#include "tests/Test.h"
 #include "tests/ffb/Chain.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::chaintest {
 
 double Ratio(Chain& chain) {
   return chain.Written("yoke_roll_ratio");
@@ -52,12 +50,9 @@ TEST(Chain, AYokeThatFadedByItselfShutsTheGate) {
   chain.ports[0].RefuseWrites = true;
   chain.Pass(320);
   chain.ports[0].RefuseWrites = false;
-  chain.Pass(120);
-  EXPECT_EQ(chain.pair.StateText(1), "No force: It was without commands for a moment");
-  chain.Pass(600);
+  chain.Play("run 120; state 1 = No force: It was without commands for a moment; run 600");
   EXPECT_LT(chain.Of(1).limit, 0.1);
-  chain.Pass(2400);
-  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
+  chain.Play("run 2400; state 1 = Forces on");
 }
 
 // Position held for the hand-over's second, then blended to the other yoke's place; which stays where it is.
@@ -76,14 +71,11 @@ TEST(Chain, ALostMastersPlaceIsHeldAndBlended) {
     ASSERT_NEAR(Ratio(chain), flown, 0.001) << ms;
     ASSERT_NEAR(chain.Of(2).device.Position(0), follower, 0.03) << ms;
   }
-  EXPECT_EQ(chain.Override("joystick_roll"), 1);
-  chain.Pass(3000);
-  EXPECT_EQ(chain.pair.Master(), 2);
+  chain.Play("override joystick_roll = 1; run 3000; master = 2");
   EXPECT_NEAR(Ratio(chain), chain.Of(2).device.Position(0), 0.02);
   EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
   chain.Plug(2, false);  // and nobody is left
-  chain.Pass(2500);
-  EXPECT_EQ(chain.Override("joystick_roll"), 0);
+  chain.Play("run 2500; override joystick_roll = 0");
   EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
 }
 
@@ -92,16 +84,12 @@ TEST(Chain, ALostMastersPlaceIsHeldAndBlended) {
 TEST(Chain, AHandOverpowersTheAutopilot) {
   Chain chain;
   chain.model.Yoke1.StartMode = static_cast<std::int16_t>(YokeMode::FollowAP);
-  chain.SetValue(1, 2);
-  chain.SetValue(12, 0.5f);  // trim: by 0.5 * 40 % of the travel
-  chain.SetValue(11, 0.5f);  // half of what is left
+  chain.Play("set 1 2; set 12 0.5; (trim: by 0.5 * 40 % of the travel); set 11 0.5; (half of what is left)");
   chain.Begin();
   EXPECT_NEAR(chain.Of(1).device.Position(1), 0.2 + 0.5 * 0.8, 0.02);
   EXPECT_EQ(chain.Override("joystick_roll"), -1);
   chain.Of(1).device.Grip(1, 0.1);
-  chain.Pass(1500);
-  EXPECT_EQ(chain.Written("autopilot_mode"), 1);
-  EXPECT_EQ(chain.Override("joystick_pitch"), 1);
+  chain.Play("run 1500; wrote autopilot_mode = 1; override joystick_pitch = 1");
   EXPECT_LE(chain.largestJump, FlownRatios::kLargestStep + 1e-6);
   chain.Pass(1500);
   EXPECT_NEAR(chain.Written("yoke_pitch_ratio"), (chain.Of(1).device.Position(1) - 0.2) / 1.2, 0.03);
@@ -169,12 +157,10 @@ TEST(Chain, AnAddressInFlightShutsTheGateFirst) {
   chain.Pass(120);
   EXPECT_EQ(chain.Of(1).Most(), 0) << "not left to its hold time";
   EXPECT_EQ(chain.pair.Of(1).Settings().address, 7);
-  chain.Pass(1000);
-  EXPECT_EQ(chain.pair.StateText(1), "No force: The yoke does not answer");
+  chain.Play("run 1000; state 1 = No force: The yoke does not answer");
   chain.model.Yoke1.Address = 1;
   chain.pair.ApplySettings();
-  chain.Pass(3500);
-  EXPECT_EQ(chain.pair.StateText(1), "Forces on");
+  chain.Play("run 3500; state 1 = Forces on");
 }
 
 // A weak servo moves the other yoke slowly and leaves it off its place: no hand is there.
@@ -204,21 +190,13 @@ TEST(Chain, AWeakServoIsNoHand) {
 TEST(Chain, AHeldSwitchActsOnce) {
   Chain chain(2);
   chain.model.Yoke2.Buttons[0].Action = static_cast<Byte>(ButtonAction::TakeControl);
-  chain.Of(2).device.SetButton(1, true);
-  chain.Begin();
-  EXPECT_EQ(chain.pair.Master(), 1);
-  chain.Of(2).device.SetButton(1, false);
-  chain.Pass(200);
-  chain.Of(2).device.SetButton(1, true);
-  chain.Pass(200);
-  EXPECT_EQ(chain.pair.Master(), 2);
-  chain.pair.HandOver(1);
-  chain.Of(2).device.SetFault(vc::YokeFault::Silent);
-  chain.Pass(1000);
-  chain.Of(2).device.SetFault(vc::YokeFault::None);
-  chain.Pass(1000);
-  EXPECT_EQ(chain.pair.Master(), 1);
+  chain.verbs.emplace("button", [&](bool down) { chain.Of(2).device.SetButton(1, down); });
+  chain.verbs.emplace("answers", [&](bool now) {
+    chain.Of(2).device.SetFault(now ? vc::YokeFault::None : vc::YokeFault::Silent);
+  });
+  chain.Play(
+      "button 1; start 5000; master = 1; button 0; run 200; button 1; run 200; master = 2; hand 1; "
+      "answers 0; run 1000; answers 1; run 1000; master = 1");
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::chaintest

@@ -1,10 +1,8 @@
 // Both yokes with the simulator link and serial ports in memory: the watchdog, the modes, the roles.
-#include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 #include "tests/ffb/YokeRig.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::pairtest {
 
 using Ratio = std::array<double, 2>;
 
@@ -82,8 +80,7 @@ TEST(Watchdog, ExitReleasesAtOnceAndAnUnpluggedYokeIsSaidSo) {
   YokeRig rig;
   rig.Start(3000);
   rig.ports[0].Unplug();
-  rig.Run(1000);
-  EXPECT_EQ(rig.pair.StateText(1), "No force: Its serial port is not open");
+  rig.Play("run 1000; state 1 = No force: Its serial port is not open");
   rig.ports[0].OpenResult = SerialState::Open;
   rig.ports[0].Open(5);
   rig.Run(3000);
@@ -91,30 +88,26 @@ TEST(Watchdog, ExitReleasesAtOnceAndAnUnpluggedYokeIsSaidSo) {
   rig.pair.Unload();
   rig.Deliver();
   EXPECT_TRUE(rig.hardware[0].released && !rig.timer.enabled);
-  EXPECT_EQ(rig.Override("joystick_roll"), 0);
-  rig.Cycle();
+  rig.Play("override joystick_roll = 0; run 40");
   EXPECT_FALSE(rig.hardware[0].asked) << "nothing is sent any more";
 }
 
 TEST(Modes, SendWhatTheTableSays) {
-  const struct {
-    YokeMode mode;
-    float servos;
-    std::set<int> commands;
-  } rows[] = {{YokeMode::Ffb, 0, {1, 2, 3, 4, 7}},
-              {YokeMode::FollowAP, 0, {1, 2, 3, 4, 7}},
-              {YokeMode::FollowAP, 1, {2, 3, 4, 5, 7}},
-              {YokeMode::Servo, 0, {1, 2, 3, 4, 7}},  // nobody to follow
-              {YokeMode::Off, 0, {6, 7}}};
-  for (const auto& row : rows) {
+  const std::tuple<YokeMode, float, std::set<int>> rows[] = {
+      {YokeMode::Ffb, 0, {1, 2, 3, 4, 7}},
+      {YokeMode::FollowAP, 0, {1, 2, 3, 4, 7}},
+      {YokeMode::FollowAP, 1, {2, 3, 4, 5, 7}},
+      {YokeMode::Servo, 0, {1, 2, 3, 4, 7}},  // nobody to follow
+      {YokeMode::Off, 0, {6, 7}}};
+  for (const auto& [mode, servos, commands] : rows) {
     YokeRig rig;
-    rig.SetValue(1, row.servos + 1);
+    rig.SetValue(1, servos + 1);
     rig.Start();
-    rig.pair.SelectMode(1, row.mode);
+    rig.pair.SelectMode(1, mode);
     rig.Run(1000);
     rig.hardware[0].commands.clear();
     rig.Run(1200);
-    EXPECT_EQ(rig.hardware[0].commands, row.commands) << static_cast<int>(row.mode);
+    EXPECT_EQ(rig.hardware[0].commands, commands) << static_cast<int>(mode);
   }
 }
 
@@ -136,14 +129,9 @@ TEST(Modes, TheFeelIsToldOnceASecondAndAtOnceWhenItChanges) {
 TEST(Modes, FollowsTheAutopilotAndGivesTheControlsBackMeanwhile) {
   YokeRig rig;
   rig.model.Yoke1.StartMode = static_cast<std::int16_t>(YokeMode::FollowAP);
-  rig.Start(3000);
-  EXPECT_EQ(rig.Override("joystick_roll"), 1);
-  rig.SetValue(1, 2);
-  rig.SetValue(10, 0.5f);
-  rig.SetValue(11, -0.25f);
-  rig.Run(3000);
-  EXPECT_EQ(rig.Override("joystick_roll"), 0);
-  EXPECT_EQ(rig.Override("joystick_pitch"), 0);
+  rig.Play(
+      "start 3000; override joystick_roll = 1; set 1 2; set 10 0.5; set 11 -0.25; run 3000; "
+      "override joystick_roll = 0; override joystick_pitch = 0");
   EXPECT_NEAR(rig.pair.Of(1).Line().RollPosition(), 255, 20);
   EXPECT_NEAR(rig.pair.Of(1).Line().PitchPosition(), -128, 20);
   EXPECT_NEAR(rig.hardware[0].force, 0.6 * 0.8, 0.001) << "a pilot can overpower the servo";
@@ -175,14 +163,11 @@ TEST(Roles, HandOverByButtonIsBumpless) {
   YokeRig rig(2);
   rig.SetValue(6, 150);
   rig.model.Yoke2.Buttons[3].Action = static_cast<Byte>(ButtonAction::TakeControl);
-  rig.Start(3000);
-  rig.hardware[0].Hold(0, 250);
-  rig.hardware[1].Hold(0, 150);  // a hand keeps the other from following all the way
-  rig.Run(2000);
-  rig.hardware[1].buttons = 8;
+  rig.Play(
+      "start 3000; hold 1 250; hold 2 150; (a hand keeps it from following all the way); run 2000; "
+      "press 2 8");
   ExpectBumpless(rig, 50);
-  EXPECT_EQ(rig.pair.Master(), 2);
-  EXPECT_EQ(rig.pair.RoleText(1), "Slave, Servo Mode");
+  rig.Play("master = 2; role 1 = Slave, Servo Mode");
   EXPECT_NEAR(rig.Written("yoke_roll_ratio"), 150.0 / 511, 0.02);
   for (int cycle = 0; cycle < 30; ++cycle) rig.Cycle(35);  // however short the servo's first step is
   EXPECT_EQ(rig.pair.Master(), 2) << "the pilot who still holds the other has not gripped it";
@@ -190,21 +175,13 @@ TEST(Roles, HandOverByButtonIsBumpless) {
 
 TEST(Roles, HandOverByGrip) {
   YokeRig rig(2);
-  rig.Start(4000);
-  rig.hardware[1].Hold(0, 30);  // below the threshold of 40: a hand that rests on it
-  rig.Run(1000);
-  EXPECT_EQ(rig.pair.Master(), 1);
-  rig.hardware[1].Hold(0, 120);
+  rig.Play(
+      "start 4000; hold 2 30; (below the threshold of 40: a hand that rests on it); run 1000; "
+      "master = 1; hold 2 120");
   ExpectBumpless(rig, 30);
-  EXPECT_EQ(rig.pair.Master(), 2);
-  rig.hardware[0].Hold(0, -200);  // and back
-  rig.Run(200);
-  EXPECT_EQ(rig.pair.Master(), 2) << "it has not settled yet";
-  rig.hardware[0].Let();
-  rig.Run(3000);
-  rig.hardware[0].Hold(0, -100);
-  rig.Run(1000);
-  EXPECT_EQ(rig.pair.Master(), 1);
+  rig.Play(
+      "master = 2; hold 1 -200; (and back); run 200; master = 2; (it has not settled yet); let 1; "
+      "run 3000; hold 1 -100; run 1000; master = 1");
 }
 
 // A following yoke is always a little behind; and a program that was held up has not seen a hand meanwhile.
@@ -229,20 +206,14 @@ TEST(Roles, LagAndLateCyclesAreNoGrip) {
   rig.clock.Advance(220);
   rig.Cycle();
   rig.Cycle();
-  EXPECT_EQ(rig.pair.Master(), 1);
-  rig.Run(400);
-  EXPECT_EQ(rig.pair.Master(), 2);
+  rig.Play("master = 1; run 400; master = 2");
 }
 
 TEST(Roles, AYokeThatIsSwitchedOffStaysOffAtAHandOver) {
   YokeRig rig(2);
   rig.Start(2000);
   rig.pair.SelectMode(1, YokeMode::Off);
-  rig.Run(400);
-  rig.pair.HandOver(2);
-  rig.Run(1000);
-  EXPECT_EQ((Texts{rig.pair.RoleText(1), rig.pair.RoleText(2)}),
-            (Texts{"Slave, OFF mode", "Master, FFB Mode"}));
+  rig.Play("run 400; hand 2; run 1000; role 1 = Slave, OFF mode; role 2 = Master, FFB Mode");
   EXPECT_TRUE(rig.hardware[0].released);
 }
 
@@ -250,13 +221,9 @@ TEST(Roles, TheOtherYokeTakesOverFromOneThatIsGone) {
   YokeRig rig(2);
   rig.Start(3000);
   rig.hardware[0].silent = true;
-  rig.Run(1200);
-  EXPECT_EQ(rig.pair.Master(), 1) << "a second's patience";
-  rig.Run(400);
-  EXPECT_EQ(rig.pair.Master(), 2);
-  EXPECT_EQ(rig.pair.Of(2).Mode(), YokeMode::Ffb);
-  rig.pair.HandOver(1);
-  EXPECT_EQ(rig.pair.Master(), 2) << "not to one that does not answer";
+  rig.Play(
+      "run 1200; master = 1; (a second's patience); run 400; master = 2; role 2 = Master, FFB Mode; "
+      "hand 1; master = 2; (not to one that does not answer)");
 }
 
 // A master that has not flown leaves no place behind: the next one goes from the middle to its own.
@@ -296,20 +263,18 @@ TEST(Roles, WhoIsMasterAtTheStart) {
 
 TEST(Modes, HaveTheirColoursAndTheStateItsWords) {
   YokeRig rig;
-  rig.Start(400);
-  EXPECT_EQ(rig.pair.StateText(1), "Forces are rising");
-  EXPECT_EQ(rig.pair.StateText(2), "");
+  rig.Play("start 400; state 1 = Forces are rising; state 2 =");
   rig.hardware[0].status = yokestatus::kPower | yokestatus::kHot;
-  rig.Run(4000);
-  EXPECT_EQ(rig.pair.StateText(1), "Its motors are hot");
+  rig.Play("run 4000; state 1 = Its motors are hot");
   EXPECT_EQ(rig.pair.GroundText(), "Airborne");
-  rig.SetValue(0, 1);
-  rig.Run(1000);
+  rig.Play("set 0 1; run 1000");
   EXPECT_EQ(rig.pair.GroundText(), "On Ground");
   using enum YokeMode;
-  const std::pair<YokeMode, std::int32_t> rows[] = {
-      {Centre, 255}, {Ffb, kModeBlue}, {FollowAP, 49152}, {Off, kModeGrey}, {Servo, kModeAmber}};
-  for (const auto& [mode, colour] : rows) {
+  for (const auto& [mode, colour] : {std::pair{Centre, 255},
+                                     {Ffb, int{kModeBlue}},
+                                     {FollowAP, 49152},
+                                     {Off, int{kModeGrey}},
+                                     {Servo, int{kModeAmber}}}) {
     rig.pair.SelectMode(1, mode);
     EXPECT_EQ(rig.pair.Of(1).ModeColour(), colour);
   }
@@ -355,9 +320,7 @@ TEST(Watchdog, PiecesOfAReplyDoNotSilenceTheYoke) {
   YokeRig rig;
   rig.Start(3000);
   rig.ports[0].Arrive({1, 2, 3});
-  rig.Run(2000);
-  EXPECT_EQ(rig.pair.StateText(1), "Forces on");
+  rig.Play("run 2000; state 1 = Forces on");
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::pairtest

@@ -1,11 +1,9 @@
 #include "config/ConfigFile.h"
 #include "ffb/YokeSettings.h"
 #include "ffb/pedals/Pedals.h"
-#include "tests/Test.h"
 #include "tests/ffb/YokeRig.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::pedalstest {
 
 YokeRecord GoodPedals() {
   YokeRig rig;
@@ -178,5 +176,4 @@ TEST(YokeSettings, NeverSetMeansStandardAndOutOfRangeIsBroughtIn) {
   EXPECT_EQ(ReadYokeSettings(model.Yoke1).startMode, YokeMode::Off);
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::pedalstest

@@ -1,11 +1,9 @@
 // What yokes and pedals do to the simulator, with the link and the serial ports in memory.
 #include <unistd.h>
 
-#include "tests/Test.h"
 #include "tests/ffb/YokeRig.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::simulatortest {
 
 using Ratio = std::array<double, 2>;
 
@@ -20,12 +18,11 @@ TEST(Simulator, GetsItsControlsBack) {
   for (const auto& [how, happens] : rows) {
     SCOPED_TRACE(how);
     YokeRig rig;
-    rig.Start(1000);
-    ASSERT_EQ(rig.Override("joystick_roll"), 1);
-    ASSERT_EQ(rig.Override("joystick_heading"), -1) << "no pedals: never touched";
+    rig.Play(
+        "start 1000; override joystick_roll = 1; override joystick_heading = -1; "
+        "(no pedals: never touched)");
     happens(rig);
-    EXPECT_EQ(rig.Override("joystick_roll"), 0);
-    EXPECT_EQ(rig.Override("joystick_pitch"), 0);
+    rig.Play("override joystick_roll = 0; override joystick_pitch = 0");
   }
 }
 
@@ -34,52 +31,41 @@ TEST(Simulator, ButtonsCommandAndDisconnect) {
   rig.model.Yoke1.Buttons[1].Action = static_cast<Byte>(ButtonAction::AutopilotOff);
   rig.model.Yoke1.Buttons[2] = {static_cast<Byte>(ButtonAction::Command), "sim/lights/landing_lights_toggle"};
   rig.model.Yoke1.Buttons[15].Action = static_cast<Byte>(ButtonAction::ForcesOff);
-  rig.SetValue(1, 2);
-  rig.Start(500);
-  rig.hardware[0].buttons = 2 + 4;
   rig.deaf = true;
-  rig.Run(200);
-  EXPECT_EQ(rig.Written("autopilot_mode"), 1) << "the flight director stays";
-  EXPECT_EQ(rig.commands, (Texts{"sim/lights/landing_lights_toggle"})) << "once a press";
+  rig.Play(
+      "set 1 2; start 500; press 1 6; run 200; wrote autopilot_mode = 1; "
+      "(the flight director stays); commands = sim/lights/landing_lights_toggle; (once a press)");
   // A request that was lost is made again, for a second.
   for (const double again : {1, 1, 1, 0}) {
     rig.written.clear();
     rig.Run(again != 0 ? 280 : 400);
     EXPECT_EQ(std::isnan(rig.Written("autopilot_mode")), again == 0);
   }
-  rig.hardware[0].buttons = 0x8000;
-  rig.Run(80);
-  EXPECT_EQ(rig.pair.Of(1).Mode(), YokeMode::Off);
+  rig.Play("press 1 32768; run 80; role 1 = Master, OFF mode");
 }
 
 // Each trim button, of the master alone.
 TEST(Simulator, EveryTrimButtonTrimsItsWayWhileItIsHeld) {
-  const struct {
-    ButtonAction action;
-    const char* dataref;
-    double way;
-  } rows[] = {{ButtonAction::TrimNoseUp, "elevator_trim", 0.1},
-              {ButtonAction::TrimNoseDown, "elevator_trim", -0.1},
-              {ButtonAction::TrimLeft, "aileron_trim", -0.1},
-              {ButtonAction::TrimRight, "aileron_trim", 0.1}};
-  for (const auto& row : rows) {
+  const std::tuple<ButtonAction, const char*, double> rows[] = {
+      {ButtonAction::TrimNoseUp, "elevator_trim", 0.1},
+      {ButtonAction::TrimNoseDown, "elevator_trim", -0.1},
+      {ButtonAction::TrimLeft, "aileron_trim", -0.1},
+      {ButtonAction::TrimRight, "aileron_trim", 0.1}};
+  for (const auto& [action, dataref, way] : rows) {
     YokeRig rig(2);
     for (YokeRecord* record : {&rig.model.Yoke1, &rig.model.Yoke2})
-      record->Buttons[15].Action = static_cast<Byte>(row.action);
-    rig.Start(500);
-    rig.hardware[1].buttons = 0x8000;
-    rig.Run(400);
-    EXPECT_TRUE(std::isnan(rig.Written(row.dataref))) << "the slave's";
+      record->Buttons[15].Action = static_cast<Byte>(action);
+    rig.Play("start 500; press 2 32768; (the slave's); run 400; wrote " + std::string(dataref) + " = nan");
     rig.hardware[0].buttons = 0x8000;
     rig.Cycle();  // its answer says so
     for (int i = 0; i < 25; ++i) rig.Cycle();
-    EXPECT_NEAR(rig.Written(row.dataref), row.way, 1e-3) << "a second of it";
+    EXPECT_NEAR(rig.Written(dataref), way, 1e-3) << "a second of it";
     rig.hardware[0].buttons = rig.hardware[1].buttons = 0;
     rig.Run(400);
-    EXPECT_NEAR(rig.Written(row.dataref), row.way, 0.01);
+    EXPECT_NEAR(rig.Written(dataref), way, 0.01);
     rig.hardware[0].buttons = 0x8000;
     rig.Run(20000);
-    EXPECT_NEAR(rig.Written(row.dataref), 10 * row.way, 1e-6) << "its end";
+    EXPECT_NEAR(rig.Written(dataref), 10 * way, 1e-6) << "its end";
   }
 }
 
@@ -88,14 +74,9 @@ TEST(Simulator, ButtonsDoNothingThereWhileHalted) {
   rig.model.Yoke1.Buttons[0].Action = static_cast<Byte>(ButtonAction::AutopilotOff);
   rig.model.Yoke1.Buttons[1] = {static_cast<Byte>(ButtonAction::Command), "sim/a"};
   rig.model.Yoke1.Buttons[2].Action = static_cast<Byte>(ButtonAction::TrimLeft);
-  rig.SetValue(1, 2);
-  rig.Start(500);
-  rig.pair.cmdStop_Click();
-  rig.hardware[0].buttons = 7;
-  rig.Run(400);
-  EXPECT_TRUE(rig.commands.empty());
-  EXPECT_TRUE(std::isnan(rig.Written("autopilot_mode")));
-  EXPECT_TRUE(std::isnan(rig.Written("aileron_trim")));
+  rig.Play(
+      "set 1 2; start 500; stop; press 1 7; run 400; commands =; wrote autopilot_mode = nan; "
+      "wrote aileron_trim = nan");
 }
 
 TEST(SimControls, WriteWhatChangedAndEverythingOnceASecond) {
@@ -133,8 +114,7 @@ TEST(SimControls, WriteWhatChangedAndEverythingOnceASecond) {
   rig.sim.CloseUDP();
   const int closes = rig.socket.Closes;
   controls.GiveBack();
-  EXPECT_EQ(rig.Override("joystick_heading"), 0);
-  EXPECT_EQ(rig.Override("toe_brakes"), 0);
+  rig.Play("override joystick_heading = 0; override toe_brakes = 0");
   EXPECT_EQ(rig.socket.Closes, closes + 1) << "opened for that";
   controls.GiveBack();
   EXPECT_EQ(rig.socket.Closes, closes + 1);
@@ -143,9 +123,7 @@ TEST(SimControls, WriteWhatChangedAndEverythingOnceASecond) {
 
 TEST(Simulator, TrimMovesTheYokeAndNotTheSimulatorsTwice) {
   YokeRig rig;
-  rig.SetValue(12, 0.5f);
-  rig.SetValue(6, 150);
-  rig.Start(6000);
+  rig.Play("set 12 0.5; set 6 150; start 6000");
   EXPECT_NEAR(rig.pair.Of(1).Line().PitchPosition(), 0.5 * 0.4 * 511, 6) << "hands off, it stands trimmed";
   EXPECT_NEAR(rig.Written("yoke_pitch_ratio"), 0, 0.02);
 }
@@ -163,20 +141,15 @@ TEST(Pedals, AreScaledAndSentWithoutAJump) {
     before = rig.Written("yoke_heading_ratio");
   }
   EXPECT_EQ(before, 1);
-  EXPECT_EQ(rig.Override("toe_brakes"), 1);
-  EXPECT_EQ(rig.Written("left_brake_ratio"), 0);
+  rig.Play("override toe_brakes = 1; wrote left_brake_ratio = 0");
   EXPECT_NEAR(rig.Written("right_brake_ratio"), 0.5, 0.01);
 }
 
 // Whatever becomes of device and settings in flight: what cannot be relied on is given back and said, and
 // used again when it is over.
 TEST(Pedals, AreCheckedOnEveryChange) {
-  const struct {
-    const char* what;
-    void (*happens)(YokeRig&, bool);  // and, with false, is over
-    const char* words;
-    bool box;
-  } rows[] = {
+  // What happens and, with false, is over; the words then; whether a box tells it.
+  const std::tuple<const char*, void (*)(YokeRig&, bool), const char*, bool> rows[] = {
       {"unplugged", [](YokeRig& r, bool now) { r.joystick.present = !now; },
        "Rudder and brakes: \"Pedals\" (joystick 0) is not connected.", false},
       {"may not be read",
@@ -197,8 +170,8 @@ TEST(Pedals, AreCheckedOnEveryChange) {
        [](YokeRig& r, bool now) { r.model.Yoke1.RudderCentre = StoredRaw(now ? 1000 : 30000); },
        "Joystick settings incorrect or incomplete.", false},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
+  for (const auto& [what, happens, words, box] : rows) {
+    SCOPED_TRACE(what);
     YokeRig rig;
     rig.UsePedals();
     rig.joystick.devices[1] = {"Stick", "s1", 6};
@@ -207,16 +180,16 @@ TEST(Pedals, AreCheckedOnEveryChange) {
     EXPECT_TRUE(rig.boxes.shown.empty());
     EXPECT_EQ(rig.pair.PedalText(), "Rudder and brakes: \"Pedals\", 6 axes");
     for (const bool now : {true, false}) {
-      row.happens(rig, now);
+      happens(rig, now);
       rig.pair.ApplySettings();
       rig.Run(120);
       EXPECT_EQ(rig.Override("joystick_heading"), now ? 0 : 1);
       EXPECT_EQ(rig.Override("toe_brakes"), now ? 0 : 1);
       if (now) {
-        EXPECT_EQ(rig.pair.PedalText(), row.words);
+        EXPECT_EQ(rig.pair.PedalText(), words);
       }
     }
-    EXPECT_EQ(rig.boxes.shown.size(), row.box ? 1u : 0u) << "once";
+    EXPECT_EQ(rig.boxes.shown.size(), box ? 1u : 0u) << "once";
   }
 }
 
@@ -265,10 +238,7 @@ TEST(Newcomer, AYokeThatWasNeverSetUpFlies) {
   YokeRecord& record = rig.model.Yoke1;
   record.RollLeft = calibrated.RollLeft, record.RollRight = calibrated.RollRight;
   record.PitchForward = calibrated.PitchForward, record.PitchBack = calibrated.PitchBack;
-  rig.SetValue(6, 120);
-  rig.Start(3000);
-  EXPECT_EQ(rig.pair.StateText(1), "Forces on");
-  EXPECT_EQ(rig.Override("joystick_roll"), 1);
+  rig.Play("set 6 120; start 3000; state 1 = Forces on; override joystick_roll = 1");
   EXPECT_GT(rig.hardware[0].gradient[1], 0);
   record.OptionBits = 0;
   rig.model.ConfigChanged = false;
@@ -277,5 +247,4 @@ TEST(Newcomer, AYokeThatWasNeverSetUpFlies) {
   EXPECT_FALSE(rig.model.ConfigChanged);
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::simulatortest

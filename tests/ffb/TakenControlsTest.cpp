@@ -2,8 +2,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::takencontrolstest {
 
 struct FakeLastWords : LastWords {
   std::optional<UdpTarget> target = UdpTarget{0x0A000007, 49000};
@@ -108,5 +107,4 @@ TEST_F(TakenControlsTest, WhatAnEarlierProgramLeftIsGivenBackForAMinuteAndWhenTh
   }
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::takencontrolstest

@@ -5,8 +5,7 @@
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/Wire.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::yokeframetest {
 
 TEST(YokeFrame, IsBuiltByteByByte) {
   const struct {
@@ -37,18 +36,14 @@ TEST(YokeFrame, ParametersAreKeptInRange) {
 }
 
 TEST(YokeFrame, PositionsFromRawValues) {
-  const struct {
-    int raw, centre;
-    float scale;
-    int expected;
-  } rows[] = {
+  const std::tuple<int, int, float, int> rows[] = {
       {30000, 30000, 0.05f, 0},         {30004, 30000, 0.125f, 0},   // 0.5 goes to the even 0
       {30012, 30000, 0.125f, 2},        {29988, 30000, 0.125f, -2},  // 1.5 to the even 2
       {65535, 30000, 0.05f, 511},       {0, 30000, 0.05f, -511},    {40000, 30000, -0.01f, -100},
       {40000, 30000, std::nanf(""), 0}, {40000, 30000, 1e30f, 511}, {0, 65535, 0, 0},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(AxisPosition(row.raw, {row.centre, row.scale}), row.expected) << row.raw;
+  for (const auto& [raw, centre, scale, expected] : rows)
+    EXPECT_EQ(AxisPosition(raw, {centre, scale}), expected) << raw;
 }
 
 Bytes Reply() {
@@ -142,5 +137,4 @@ TEST(YokeLine, FindsTheStartAgainHoweverMuchOfAReplyIsLeft) {
   }
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::yokeframetest

@@ -1,10 +1,8 @@
 // What the configuration form of a yoke makes of what is set there.
 #include "ffb/YokePresenter.h"
-#include "tests/Test.h"
 #include "tests/ffb/YokeRig.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::yokepresentertest {
 
 struct YokePresenterTest : testing::Test {
   YokeRig rig{2};
@@ -17,12 +15,7 @@ struct YokePresenterTest : testing::Test {
 TEST_F(YokePresenterTest, EverySettingIsKeptWithinItsRangeAndMarksTheChange) {
   using P = YokePresenter;
   using G = GeneralFFBRecord;
-  const struct {
-    const char* what;
-    void (*set)(P&, int);
-    int lowest, highest;
-    std::function<double(const P&)> kept;
-  } rows[] = {
+  const std::tuple<const char*, void (*)(P&, int), int, int, std::function<double(const P&)>> rows[] = {
       {"address", [](P& p, int v) { p.SetAddress(v); }, 0, 255, [](auto& p) { return p.Record().Address; }},
       {"force level", [](P& p, int v) { p.SetForceLevel(v); }, 1, 100,
        [](auto& p) { return p.Record().ForceLevel; }},
@@ -58,14 +51,12 @@ TEST_F(YokePresenterTest, EverySettingIsKeptWithinItsRangeAndMarksTheChange) {
        [](auto& p) { return p.Shared().Effects[0].Level; }},
   };
   for (YokePresenter* yoke : {&first, &second}) {
-    for (const auto& row : rows) {
-      SCOPED_TRACE(row.what);
-      for (const auto& [set, kept] :
-           {std::pair(row.lowest - 1, row.lowest), std::pair(row.highest, row.highest),
-            std::pair(row.highest + 1, row.highest), std::pair(row.lowest, row.lowest)}) {
-        row.set(*yoke, set);
-        EXPECT_EQ(row.kept(*yoke), kept) << set;
-        EXPECT_TRUE(TakeChanged()) << set;
+    for (const auto& [what, set, lowest, highest, kept] : rows) {
+      SCOPED_TRACE(what);
+      for (const int value : {lowest - 1, highest, highest + 1, lowest}) {
+        set(*yoke, value);
+        EXPECT_EQ(kept(*yoke), std::clamp(value, lowest, highest)) << value;
+        EXPECT_TRUE(TakeChanged()) << value;
       }
     }
   }
@@ -134,11 +125,7 @@ TEST_F(YokePresenterTest, EveryPlaceTakesItsAxisAsItStandsNow) {
 
 TEST_F(YokePresenterTest, APlaceThatCannotBeTakenIsSaidSo) {
   using Source = YokePresenter::Place::Source;
-  const struct {
-    void (*when)(YokeRig&);
-    Source source;
-    const char* words;
-  } rows[] = {
+  const std::tuple<void (*)(YokeRig&), Source, const char*> rows[] = {
       {[](YokeRig& r) { r.hardware[0].silent = true, r.Run(400); }, Source::Pitch,
        "The yoke does not answer."},
       {[](YokeRig& r) { r.model.Yoke1.RudderAxis = 0; }, Source::Rudder, "No Rudder axe defined"},
@@ -151,21 +138,20 @@ TEST_F(YokePresenterTest, APlaceThatCannotBeTakenIsSaidSo) {
       {[](YokeRig& r) { r.joystick.info.RPos = 60000; }, Source::Rudder,
        "The Center is not in Range; Set Left and Right limts first"},
   };
-  for (const auto& row : rows) {
+  for (const auto& [when, source, words] : rows) {
     YokeRig yokes;
     YokePresenter presenter{yokes.model, yokes.pair, yokes.boxes, yokes.joystick, 1};
     yokes.UsePedals();
     yokes.Start(200);
-    row.when(yokes);
+    when(yokes);
     for (const YokePresenter::Place& place : YokePresenter::Places()) {
-      if (place.source != row.source || (place.source == Source::Rudder && !place.centre)) continue;
+      if (place.source != source || (place.source == Source::Rudder && !place.centre)) continue;
       yokes.boxes.shown.clear();
       presenter.SetPlace(place);
-      EXPECT_EQ(yokes.boxes.shown, (Texts{row.words})) << place.name;
+      EXPECT_EQ(yokes.boxes.shown, (Texts{words})) << place.name;
     }
-    EXPECT_FALSE(yokes.model.ConfigChanged) << row.words;
+    EXPECT_FALSE(yokes.model.ConfigChanged) << words;
   }
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::yokepresentertest

@@ -1,15 +1,8 @@
 // Both yokes over ports in memory, and yokes that move: what the hardware would make of the commands.
 #pragma once
 
-#include <array>
-#include <cmath>
-#include <functional>
-#include <map>
-#include <set>
-#include <string>
-#include <vector>
-
 #include "ffb/YokePair.h"
+#include "tests/Story.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/FakeUdpSocket.h"
@@ -127,7 +120,7 @@ class FakeJoystick : public JoystickDevice {
   }
 };
 
-struct YokeRig {
+struct YokeRig : Story {
   virtual ~YokeRig() = default;
   ConfigModel model;
   FakeMessageBoxes boxes;
@@ -155,18 +148,28 @@ struct YokeRig {
     }
     values_[9] = 1, values_[14] = 1;
     values_[1] = 1;  // the autopilot's mode: flight director only
+    verbs = {{"start", [this](int milliseconds) { Start(milliseconds); }},
+             {"run", [this](int milliseconds) { Run(milliseconds); }},
+             {"set", [this](int offset, float value) { SetValue(offset, value); }},
+             {"stop", [this] { pair.cmdStop_Click(); }},
+             {"mode", [this](int yoke, int mode) { pair.SelectMode(yoke, static_cast<YokeMode>(mode)); }},
+             {"hand", [this](int yoke) { pair.HandOver(yoke); }},
+             {"hold", [this](int yoke, double counts) { Yoke(yoke).Hold(0, counts); }},
+             {"let", [this](int yoke) { Yoke(yoke).Let(); }},
+             {"press",
+              [this](int yoke, int buttons) { Yoke(yoke).buttons = static_cast<std::uint16_t>(buttons); }},
+             {"master", [this] { return pair.Master(); }},
+             {"role", [this](int yoke) { return pair.RoleText(yoke); }},
+             {"state", [this](int yoke) { return pair.StateText(yoke); }},
+             {"override", [this](const std::string& name) { return Override(name); }},
+             {"wrote", [this](const std::string& name) { return Written(name); }},
+             {"commands", [this] { return std::exchange(commands, {}); }}};
   }
 
+  FakeYoke& Yoke(int which) { return hardware.at(static_cast<std::size_t>(which - 1)); }
   // Starts the yokes, and lets so much time pass.
   void Start(int milliseconds = 0) {
-    for (std::size_t i = 0; i < 2; ++i) {
-      if (pair.Configured(static_cast<int>(i) + 1)) ports[i].Open(static_cast<int>(i) + 5);
-      ports[i].SetReceiveThreshold(25);
-    }
-    sim.OpenUDP();
-    pair.Load();
-    pair.OpenPorts();
-    pair.cmdRun_Click();
+    OpenAndRun();
     Run(120 + milliseconds);
   }
   // The simulator's value at an FFB offset.
@@ -218,6 +221,16 @@ struct YokeRig {
   }
 
  protected:
+  void OpenAndRun() {
+    for (std::size_t i = 0; i < 2; ++i) {
+      if (pair.Configured(static_cast<int>(i) + 1)) ports[i].Open(static_cast<int>(i) + 5);
+      ports[i].SetReceiveThreshold(25);
+    }
+    sim.OpenUDP();
+    pair.Load();
+    pair.OpenPorts();
+    pair.cmdRun_Click();
+  }
   void SendValues() {
     for (int port = 0; port < sim.PortCount(); ++port) {
       const int offset = sim.PortAt(port).FunctionNr - kFirstFfbFunction;

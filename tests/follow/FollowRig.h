@@ -22,22 +22,7 @@ struct FollowRig : CockpitRig {
   FakeKeyInjector injector;
   NoJoystick joystick;
   Keystrokes keystrokes{injector, boxes, [] { return true; }};
-  IOModule module1{model,
-                   sim,
-                   hardware,
-                   keystrokes,
-                   boxes,
-                   clock,
-                   kIOModule1Parameters,
-                   {timers[0], timers[1], timers[2]}};
-  IOModule module2{model,
-                   sim,
-                   hardware,
-                   keystrokes,
-                   boxes,
-                   clock,
-                   kIOModule2Parameters,
-                   {timers[3], timers[4], timers[5]}};
+  IOModule module1 = Module(kIOModule1Parameters, 0), module2 = Module(kIOModule2Parameters, 3);
   EngineCluster cluster{model, sim, hardware, boxes, clock, {timers[6], timers[7]}};
   YokePair yokes{model, sim, ports[4], ports[5], boxes, clock, joystick, timers[8]};
   bool running = true;
@@ -71,6 +56,19 @@ struct FollowRig : CockpitRig {
       model.IOModuleInputs.emplace_back();
     }
     Define(60);
+    Can({{"speed", [this](float value) { SendSpeed(value); }},
+         {"pass", [this](int milliseconds) { Pass(milliseconds); }},
+         {"knob", [this](float value) { WriteSpeed(value); }},
+         {"silent", [this] { simulatorSends = false; }},
+         {"answers", [this](int id) { answers = id; }},
+         {"module", [this](bool reports) { moduleReports = reports; }},
+         {"switch", [this] { Report(true); }},
+         {"unplug", [this] { Bus().Unplug(); }}});
+  }
+  // With three timers from this one on.
+  IOModule Module(const IOModuleParameters& parameters, int timer) {
+    return {model, sim,   hardware,   keystrokes,
+            boxes, clock, parameters, {timers[timer], timers[timer + 1], timers[timer + 2]}};
   }
   FunctionRecord& Speed() {
     FunctionRecord& f = model.Functions[kSpeed];

@@ -1,10 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "follow/UnitMirror.h"
 #include "tests/follow/FollowRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::unitmirrortest {
 
 constexpr UnitName kCluster{UnitName::Kind::Cluster, 1}, kModule{UnitName::Kind::Module, 1},
     kYoke2{UnitName::Kind::Yoke, 2};
@@ -71,5 +68,4 @@ TEST_F(UnitMirrorTest, LampsAreThoseThatLeft) {
   EXPECT_TRUE(mirror.ModuleNow(1).Lamp(4)) << "it stays as it is when halted";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::unitmirrortest

@@ -6,8 +6,7 @@
 #include "tests/Test.h"
 #include "tests/guide/FakeGuideHardware.h"
 
-namespace tvx {
-namespace {
+namespace tvx::guidetest {
 
 std::array<Byte, kReplySize> ReplyOf(int gaugeID, int type, int word7) {
   std::array<Byte, kReplySize> reply{};
@@ -58,11 +57,10 @@ TEST(Guide, GivesFixedInstrumentsTheirFunctionsAndLeavesOthers) {
 // By how much the needle is moved at each of the three points that are asked about; the second and the third
 // begin where the one before has ended. Marks between them go along.
 TEST(Guide, PutsANeedleRightOnAPlateOfItsOwn) {
-  const struct {
-    std::array<int, 3> by;
-    int first, second, middle, last;  // by how much these marks have moved
-  } cases[] = {{{0, 0, 0}, 0, 0, 0, 0}, {{6, 0, 0}, 6, 6, 6, 6}, {{0, 12, -12}, 0, 4, 12, 0}};
-  for (const auto& c : cases) {
+  // Then: by how much these marks have moved.
+  const std::tuple<std::array<int, 3>, int, int, int, int> cases[] = {
+      {{0, 0, 0}, 0, 0, 0, 0}, {{6, 0, 0}, 6, 6, 6, 6}, {{0, 12, -12}, 0, 4, 12, 0}};
+  for (const auto& [by, first, second, middle, last] : cases) {
     ConfigModel model;
     FakeGuideHardware hardware;
     model.Gauges[10].GaugeType = 4;
@@ -77,19 +75,19 @@ TEST(Guide, PutsANeedleRightOnAPlateOfItsOwn) {
     ASSERT_EQ(steps.TakeFace(static_cast<std::size_t>(face - steps.Faces().begin())), "");
     const std::size_t given = model.Gauges[10].GaugeSetting3, plates = model.Plates.size();
     const PlateRecord before = model.Plates[given];
-    for (const int by : c.by) {
+    for (const int way : by) {
       EXPECT_TRUE(steps.Tuning());
-      steps.MoveTo(steps.Position() + by);
+      steps.MoveTo(steps.Position() + way);
       steps.Yes();
     }
     EXPECT_FALSE(steps.Tuning());
     EXPECT_EQ(model.Plates[given], before) << "the face's own Plate stays";
-    EXPECT_EQ(model.Plates.size(), plates + (c.middle == 0 ? 0 : 1));
+    EXPECT_EQ(model.Plates.size(), plates + (middle == 0 ? 0 : 1));
     const auto now = MarksOf(*model.PlateOf(model.Gauges[10].GaugeSetting3));
-    EXPECT_EQ(now.front().position, marks.front().position + c.first);
-    EXPECT_EQ(now[1].position, marks[1].position + c.second);
-    EXPECT_EQ(now[3].position, marks[3].position + c.middle);
-    EXPECT_EQ(now.back().position, marks.back().position + c.last);
+    EXPECT_EQ(now.front().position, marks.front().position + first);
+    EXPECT_EQ(now[1].position, marks[1].position + second);
+    EXPECT_EQ(now[3].position, marks[3].position + middle);
+    EXPECT_EQ(now.back().position, marks.back().position + last);
   }
 }
 
@@ -160,5 +158,4 @@ TEST(Guide, NamesWhatAHandHasMoved) {
   EXPECT_TRUE(std::ranges::all_of(hardware.sent, [](const auto& sent) { return sent[0] == 32; }));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::guidetest

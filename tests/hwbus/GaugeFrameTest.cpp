@@ -1,15 +1,10 @@
 #include "hwbus/GaugeFrame.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::gaugeframetest {
 
 TEST(GaugeFrame, CommandFramesByteForByte) {
-  const struct {
-    int gaugeID, command;
-    std::int32_t value;
-    GaugeFrame frame;
-  } cases[] = {
+  const std::tuple<int, int, std::int32_t, GaugeFrame> cases[] = {
       {12, 3, -300, {0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF}},
       {5, 0, -1, {0x00, 0x05, 0x0D, 0x01, 0x02, 0xFF}},
       {0, 7, 0, {0x00, 0x00, 0x78, 0x01, 0x02, 0xFF}},
@@ -19,9 +14,9 @@ TEST(GaugeFrame, CommandFramesByteForByte) {
       {1, 5, -65535, {0x00, 0x01, 0x5F, 0xFF, 0xFF, 0xFF}},
       {1, 0x1F3, 0, {0x00, 0x01, 0x38, 0x01, 0x02, 0xFF}},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.gaugeID << ' ' << c.command << ' ' << c.value);
-    EXPECT_EQ(BuildGaugeFrame(c.gaugeID, c.command, c.value), c.frame);
+  for (const auto& [gaugeID, command, value, frame] : cases) {
+    SCOPED_TRACE(testing::Message() << gaugeID << ' ' << command << ' ' << value);
+    EXPECT_EQ(BuildGaugeFrame(gaugeID, command, value), frame);
   }
 }
 
@@ -59,5 +54,4 @@ TEST(GaugeFrame, ReplyEnvelope) {
   EXPECT_FALSE(IsReplyEnvelope({}));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::gaugeframetest

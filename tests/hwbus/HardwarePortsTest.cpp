@@ -2,8 +2,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/FakeSerialPort.h"
 
-namespace tvx {
-namespace {
+namespace tvx::hardwareportstest {
 
 struct HardwarePortsTest : testing::Test {
   HardwarePortsTest() {
@@ -99,5 +98,4 @@ TEST_F(HardwarePortsTest, ANumberThatMayChangeIsSaid) {
       Holds(hardware.WordsOf(HardwareGroup::GaugeBus), "another adapter may have this number next time"));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::hardwareportstest

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "simlink/SimCom.h"
-#include "tests/Test.h"
+#include "tests/Story.h"
 #include "tests/fakes/AllocationCount.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeUdpSocket.h"
@@ -22,7 +22,24 @@ inline ByteView View(const std::string& bytes) {
   return {reinterpret_cast<const Byte*>(bytes.data()), bytes.size()};
 }
 
-struct LinkTest : testing::Test {
+struct LinkTest : testing::Test, Story {
+  LinkTest() {
+    verbs = {{"data",
+              [this](int group, float value) {
+                socket.Deliver(DataDatagram({{group, value}}));
+              }},
+             {"rref",
+              [this](int identifier, float value) {
+                socket.Deliver(RrefDatagram({{identifier, value}}));
+              }},
+             {"pass", [this](int milliseconds) { clock.Advance(milliseconds); }},
+             {"get", [this](Port port) { return Get(port); }},
+             {"put", [this](Port port, float value) { return Put(port, value); }},
+             {"sends", [this] { return socket.TakeSent().size(); }},
+             {"said", [this] { return std::exchange(boxes.shown, {}); }},
+             {"ports", [this] { return sim.PortCount(); }},
+             {"link", [this] { return sim.UdpOpen(); }}};
+  }
   FunctionRecord& Define(int number, DataType type, int index = 10, int value = 0) {
     return DefineFunction(model, number, type, index, value);
   }

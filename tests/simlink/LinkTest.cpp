@@ -1,8 +1,7 @@
 // The socket's side of the link: set-up, senders, subscriptions, errors.
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::linktest {
 
 using enum DataType;
 using Link = LinkTest;
@@ -162,5 +161,4 @@ TEST_F(Link, ASocketErrorIsShownThenHandedOn) {
   EXPECT_EQ(boxes.shown[1], "Error reading data via UDP: reset by peer\r\nErrorcode= 10054");
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::linktest

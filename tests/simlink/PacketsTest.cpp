@@ -1,8 +1,7 @@
 // Every datagram, byte for byte.
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::packetstest {
 
 const std::string kZeros(500, '\0');
 
@@ -18,11 +17,7 @@ TEST(Packets, AreBuiltByteForByte) {
     for (int i = 0; i < n; ++i) all += s;
     return all;
   };
-  const struct {
-    const char* name;
-    bool (*build)(Datagram&);
-    std::string expected;
-  } cases[] = {
+  const std::tuple<const char*, bool (*)(Datagram&), std::string> cases[] = {
       {"DSEL", [](Datagram& d) { return BuildDSEL(20, d); }, Hex("44 53 45 4C 30 14 00 00 00")},
       {"USEL", [](Datagram& d) { return BuildUSEL(255, d); }, Hex("55 53 45 4C 30 FF 00 00 00")},
       {"float", [](Datagram& d) { return BuildDataFloat(8, 0, 1.0f, d); },
@@ -47,10 +42,10 @@ TEST(Packets, AreBuiltByteForByte) {
       {"RREF longest", [](Datagram& d) { return BuildRREF(std::string(400, 'p'), 0, 0, d); },
        "RREF" + kZeros.substr(0, 9) + longest.substr(0, 400)},
   };
-  for (const auto& c : cases) {
+  for (const auto& [name, build, expected] : cases) {
     Datagram packet;
-    EXPECT_TRUE(c.build(packet)) << c.name;
-    EXPECT_EQ(Text(packet), c.expected) << c.name;
+    EXPECT_TRUE(build(packet)) << name;
+    EXPECT_EQ(Text(packet), expected) << name;
   }
 }
 
@@ -66,11 +61,7 @@ TEST(Packets, RrefIdentifierHasARoundedHighByte) {
 }
 
 TEST(Packets, EntriesAreCutAtFixedDistances) {
-  const struct {
-    std::string lines;
-    int number;
-    std::optional<std::string_view> entry;
-  } cases[] = {
+  const std::tuple<std::string, int, std::optional<std::string_view>> cases[] = {
       {"#1:sim/a\r\n#2:sim/b\r\n", 1, "sim/a"},
       {"#1:sim/a\r\n#2:sim/b\r\n", 2, "sim/b"},
       {"#1:sim/a\r\n#2:sim/b\r\n", 3, std::nullopt},
@@ -80,16 +71,16 @@ TEST(Packets, EntriesAreCutAtFixedDistances) {
       {"#1:a\r\n#12:sim/c\r\n", 12, ":sim/c"},  // a longer number keeps its ":"
       {"#1:", 1, std::nullopt},
   };
-  for (const auto& c : cases) EXPECT_EQ(CutEntry(c.lines, c.number), c.entry) << c.lines << c.number;
+  for (const auto& [lines, number, entry] : cases)
+    EXPECT_EQ(CutEntry(lines, number), entry) << lines << number;
 }
 
 TEST(Packets, RecordCountsRoundHalvesToEven) {
-  const struct {
-    std::size_t bytes, size;
-    int count;
-  } cases[] = {{5, 8, 0},  {9, 8, 0},   {10, 8, 1},  {17, 8, 2},  {25, 8, 2},
-               {33, 8, 4}, {23, 36, 0}, {24, 36, 1}, {59, 36, 2}, {95, 36, 2}};
-  for (const auto& c : cases) EXPECT_EQ(RecordCount(c.bytes, c.size), c.count) << c.bytes << "/" << c.size;
+  const std::tuple<std::size_t, std::size_t, int> cases[] = {
+      {5, 8, 0},  {9, 8, 0},   {10, 8, 1},  {17, 8, 2},  {25, 8, 2},
+      {33, 8, 4}, {23, 36, 0}, {24, 36, 1}, {59, 36, 2}, {95, 36, 2}};
+  for (const auto& [bytes, size, count] : cases)
+    EXPECT_EQ(RecordCount(bytes, size), count) << bytes << "/" << size;
 }
 
 // Each view is a heap block of its own size, so a sanitizer sees a single byte read past its end.
@@ -119,5 +110,4 @@ TEST(Packets, Ise4NamesTheTargetOfTheDataOutput) {
   EXPECT_FALSE(BuildISE4("1234567890123456", "1", out) || BuildISE4("1", "12345678", out));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::packetstest

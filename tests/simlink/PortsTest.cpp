@@ -3,8 +3,7 @@
 #include "simlink/PortValue.h"
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::portstest {
 
 using enum DataType;
 using Ports = LinkTest;
@@ -100,11 +99,7 @@ TEST(PortValue, EveryTypeHasItsRawValue) {
     row.FloatValue = 1.5f;
     return RawValue(row, static_cast<Byte>(type));
   };
-  const struct {
-    DataType type;
-    int bits;
-    std::optional<float> value;
-  } cases[] = {
+  const std::tuple<DataType, int, std::optional<float>> cases[] = {
       {ByteType, 127, 127},       {ByteType, 128, -127},
       {ByteType, 255, 0},         {UnsignedInt, 5, 5},
       {Integer, -32768, -32768},  {UnsignedInt, -1, 65534},
@@ -113,8 +108,8 @@ TEST(PortValue, EveryTypeHasItsRawValue) {
       {BcdCode, 0x123A, {}},      {XplaneCmnd, 1, {}},
       {XplaneDataref, 0, 1.5f},   {static_cast<DataType>(8), 1, {}},
   };
-  for (const auto& c : cases)
-    EXPECT_EQ(raw(c.type, c.bits), c.value) << static_cast<int>(c.type) << " " << c.bits;
+  for (const auto& [type, bits, value] : cases)
+    EXPECT_EQ(raw(type, bits), value) << static_cast<int>(type) << " " << bits;
 }
 
 TEST_F(Ports, ValuesAreScaledOnReadingOnly) {
@@ -135,26 +130,23 @@ TEST_F(Ports, ValuesAreScaledOnReadingOnly) {
 
 TEST_F(Ports, WritingSendsWhatTheTypeAsksFor) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  const struct {
-    DataType type;
-    float value, after;
-    std::optional<std::int32_t> sent;  // as a DATA integer; std::nullopt: none goes out
-  } cases[] = {
+  // What is put, what Put makes of it, and what goes out as a DATA integer; std::nullopt: none does.
+  const std::tuple<DataType, float, float, std::optional<std::int32_t>> cases[] = {
       {ByteType, 255.4f, 255.4f, 255},    {ByteType, 256, 256, {}},  {ByteType, -1, -1, {}},
       {Integer, 40000, 32767, 32767},     {Integer, 3.5f, 3.5f, 4},  {Integer, nan, nan, {}},
       {UnsignedInt, 40000, 40000, 40000}, {BcdCode, 3e9f, 3e9f, {}}, {static_cast<DataType>(99), 5, 5, {}},
   };
   sim.OpenUDP();
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::to_string(static_cast<int>(c.type)) + " " + std::to_string(c.value));
-    const Port port = OpenEnabled(60, c.type, 9, 2);
-    const float after = Put(port, c.value);
-    EXPECT_TRUE(after == c.after || std::isnan(c.after));
+  for (const auto& [type, value, after, integer] : cases) {
+    SCOPED_TRACE(std::to_string(static_cast<int>(type)) + " " + std::to_string(value));
+    const Port port = OpenEnabled(60, type, 9, 2);
+    const float put = Put(port, value);
+    EXPECT_TRUE(put == after || std::isnan(after));
     Datagram expected;
-    if (c.sent) BuildDataInt(9, 2, *c.sent, expected);
+    if (integer) BuildDataInt(9, 2, *integer, expected);
     const auto sent = socket.TakeSent();
-    ASSERT_EQ(sent.size(), c.sent ? 1u : 0u);
-    if (!c.sent) continue;
+    ASSERT_EQ(sent.size(), integer ? 1u : 0u);
+    if (!integer) continue;
     EXPECT_TRUE(std::ranges::equal(View(sent[0]), expected.View()));
   }
   for (const DataType type : {Long, Float}) {
@@ -206,5 +198,4 @@ TEST_F(Ports, MacrosKeepTheirValueInTheProgram) {
   EXPECT_TRUE(socket.Sent.empty());
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::portstest

@@ -1,19 +1,14 @@
 // From a datagram's arrival to the ports' values; and that nothing is allocated on the way.
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::receivetest {
 
 using enum DataType;
 using Receive = LinkTest;
 
 TEST_F(Receive, CountsOnlyWhatItDecodesToTheEnd) {
   OpenEnabled(60, XplaneDataref);
-  const struct {
-    const char* name;
-    std::string bytes;
-    bool counted;
-  } cases[] = {
+  const std::tuple<const char*, std::string, bool> cases[] = {
       {"five bytes", "DATA*", false},
       {"no group", "DATA*x", true},
       {"half a group", "DATA*" + std::string(18, 'x'), true},
@@ -26,11 +21,11 @@ TEST_F(Receive, CountsOnlyWhatItDecodesToTheEnd) {
       {"echo", "DREF+" + std::string(504, 'x'), true},
       {"largest", "XXXX" + std::string(70000, 'x'), true},
   };
-  for (const auto& c : cases) {
+  for (const auto& [name, bytes, counted] : cases) {
     sim.ClearDataReceived();
-    socket.Deliver(c.bytes);
-    EXPECT_EQ(sim.TakePacketsReceived(), c.counted ? 1 : 0) << c.name;
-    EXPECT_TRUE(sim.DataReceived()) << c.name;
+    socket.Deliver(bytes);
+    EXPECT_EQ(sim.TakePacketsReceived(), counted ? 1 : 0) << name;
+    EXPECT_TRUE(sim.DataReceived()) << name;
   }
   EXPECT_EQ(sim.LastDatagram().size(), 65536u);
   for (int i = 0; i < 32768; ++i) socket.Deliver("BECN0123456");
@@ -112,11 +107,8 @@ TEST_F(Receive, OnlyTheSimulatorIsHeard) {
 
 TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  const struct {
-    DataType type;
-    float value;
-    std::optional<float> raw;  // as stored; std::nullopt: it does not fit
-  } cases[] = {
+  // What is sent and, as stored, what it becomes; std::nullopt: it does not fit.
+  const std::tuple<DataType, float, std::optional<float>> cases[] = {
       {ByteType, 3.5f, 4},       {ByteType, 255.5f, {}},
       {ByteType, -0.5f, 0},      {Integer, -32768.5f, -32768},
       {Integer, 32768, {}},      {Integer, nan, {}},
@@ -127,21 +119,21 @@ TEST_F(Receive, EachTypeStoresInItsSlotOrAbandonsTheRest) {
   };
   const Port port = OpenEnabled(60, Float, 3), after = OpenEnabled(61, Float, 4);
   float mark = 0, stored = 0;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::to_string(static_cast<int>(c.type)) + " " + std::to_string(c.value));
-    model.Functions[60].ComboDT = static_cast<Byte>(c.type);
+  for (const auto& [type, value, raw] : cases) {
+    SCOPED_TRACE(std::to_string(static_cast<int>(type)) + " " + std::to_string(value));
+    model.Functions[60].ComboDT = static_cast<Byte>(type);
     ++mark;
-    if (c.raw) stored = mark;
+    if (raw) stored = mark;
     sim.TakePacketsReceived();
-    socket.Deliver(DataDatagram({{3, c.value}, {4, mark}}));
+    socket.Deliver(DataDatagram({{3, value}, {4, mark}}));
     const PortRow& row = sim.PortAt(port);
     EXPECT_EQ(Get(after), stored);
-    EXPECT_EQ(sim.PacketsReceived(), c.raw ? 1 : 0);
-    if (!c.raw || c.type >= XplaneCmnd) continue;
-    const auto whole = [](auto value) { return static_cast<float>(value); };
+    EXPECT_EQ(sim.PacketsReceived(), raw ? 1 : 0);
+    if (!raw || type >= XplaneCmnd) continue;
+    const auto whole = [](auto number) { return static_cast<float>(number); };
     const float slots[] = {whole(row.ByteValue), whole(row.IntValue), whole(row.IntValue),
                            whole(row.LongValue), row.FloatValue,      whole(row.IntValue)};
-    EXPECT_EQ(slots[static_cast<int>(c.type)], *c.raw);
+    EXPECT_EQ(slots[static_cast<int>(type)], *raw);
   }
 }
 
@@ -228,25 +220,22 @@ TEST_F(Receive, AllocatesNothing) {
 }
 
 TEST(PortTraffic, CountsAsLostWhatGapsInTheRhythmTellOf) {
-  const struct {
-    const char* what;
-    std::vector<int> gaps;  // ms, after six values in a rhythm of 100 ms
-    std::uint32_t lost;
-  } rows[] = {{"in its rhythm", {100, 120, 80, 100}, 0},
-              {"one, twice", {200, 100, 100, 200, 100}, 2},
-              {"two", {300, 100}, 2},
-              {"one that comes late", {190, 10, 100}, 0},
-              {"a slower rhythm", {200, 200, 200, 200}, 0},
-              {"a silence", {3000, 100, 100}, 0}};
-  for (const auto& row : rows) {
+  // Gaps in ms, after six values in a rhythm of 100 ms.
+  const std::tuple<const char*, std::vector<int>, std::uint32_t> rows[] = {
+      {"in its rhythm", {100, 120, 80, 100}, 0},
+      {"one, twice", {200, 100, 100, 200, 100}, 2},
+      {"two", {300, 100}, 2},
+      {"one that comes late", {190, 10, 100}, 0},
+      {"a slower rhythm", {200, 200, 200, 200}, 0},
+      {"a silence", {3000, 100, 100}, 0}};
+  for (const auto& [what, gaps, lost] : rows) {
     PortTraffic traffic;
     std::int64_t now = 0;
     for (int i = 0; i < 6; ++i) traffic.Note(now += 100);
-    for (const int gap : row.gaps) traffic.Note(now += gap);
-    EXPECT_EQ(traffic.Lost(), row.lost) << row.what;
-    EXPECT_NEAR(traffic.Rate(now), row.what == std::string_view("a slower rhythm") ? 5 : 10, 1.5) << row.what;
+    for (const int gap : gaps) traffic.Note(now += gap);
+    EXPECT_EQ(traffic.Lost(), lost) << what;
+    EXPECT_NEAR(traffic.Rate(now), what == std::string_view("a slower rhythm") ? 5 : 10, 1.5) << what;
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::receivetest

@@ -4,8 +4,7 @@
 #include "simlink/PortValue.h"
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::refreshtest {
 
 struct Refresh : LinkTest {
   static constexpr int kFunctionCount = 9;
@@ -89,5 +88,4 @@ TEST_F(Refresh, IsAsIfEveryDatagramRefreshedEveryPort) {
   EXPECT_LT(counted, 18000) << "both ends of a datagram must have happened often";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::refreshtest

@@ -1,9 +1,7 @@
-
 #include "simlink/SpecialValues.h"
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::specialvaluestest {
 
 struct SpecialValuesTest : LinkTest {
   SpecialValuesTest() { sim.OpenUDP(); }
@@ -13,24 +11,19 @@ struct SpecialValuesTest : LinkTest {
 };
 
 TEST_F(SpecialValuesTest, TimesAreFoldedAndJumpsNoticed) {
-  const struct {
-    float zulu, local;
-    std::int32_t zuluSeconds, localSeconds;
-    int localHour;
-    bool jumped;
-  } steps[] = {
+  const std::tuple<float, float, std::int32_t, std::int32_t, int, bool> steps[] = {
       {13.5f, 13.5f, 48600, 48600, 13, true}, {13.502f, 0.0f, 48607, 0, 0, false},
       {13.499f, 0.0f, 48596, 0, 0, true},     {20.0f, 18.25f, -6465, -165, 18, true},
       {-1.0f, 1e30f, 0, 0, 0, true},
   };
-  for (const auto& step : steps) {
-    SetTime(step.zulu, step.local);
+  for (const auto& [zulu, local, zuluSeconds, localSeconds, localHour, jumped] : steps) {
+    SetTime(zulu, local);
     special.ClearTimeJumped();
     special.GetTimeAndDate();
-    EXPECT_EQ(special.ZuluSeconds, step.zuluSeconds) << step.zulu;
-    EXPECT_EQ(special.LocalSeconds, step.localSeconds) << step.local;
-    EXPECT_EQ(special.LocalHour, step.localHour) << step.local;
-    EXPECT_EQ(special.TimeJumped(), step.jumped) << step.zulu;
+    EXPECT_EQ(special.ZuluSeconds, zuluSeconds) << zulu;
+    EXPECT_EQ(special.LocalSeconds, localSeconds) << local;
+    EXPECT_EQ(special.LocalHour, localHour) << local;
+    EXPECT_EQ(special.TimeJumped(), jumped) << zulu;
   }
   EXPECT_EQ((std::vector<int>{special.DateYear, special.DateMonth, special.DateDay}),
             (std::vector<int>{24, 3, 5}));
@@ -108,5 +101,4 @@ TEST_F(SpecialValuesTest, AutopilotOffsetsWithoutAPortAreReported) {
   EXPECT_EQ(special.APTrim, 320);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::specialvaluestest

@@ -4,8 +4,7 @@
 #include "simlink/SubscriptionKeeper.h"
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::subscriptionkeepertest {
 
 using Keep = SubscriptionKeeper::Keep;
 constexpr int kTickMs = 20;
@@ -251,5 +250,4 @@ TEST_F(Keeper, NeitherAnswersNorTicksAllocate) {
   EXPECT_GT(socket.Sent.size(), 150u) << "the other half was asked for";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::subscriptionkeepertest

@@ -7,8 +7,7 @@
 #include "tests/fakes/FakeUdpSocket.h"
 #include "trace/Traced.h"
 
-namespace tvx {
-namespace {
+namespace tvx::tracetest {
 
 constexpr std::string_view kConfiguration = "first\r\n\r\nC third\r\n";
 
@@ -76,26 +75,22 @@ TEST(Trace, NotesWhatPassesWithoutAllocating) {
 }
 
 TEST(Trace, NamesTheLineThatIsDamaged) {
-  const struct {
-    const char* text;
-    const char* why;
-  } cases[] = {{"", "The file is no trace"},
-               {"Torvex trace 2\n", "The file is no trace"},
-               {"Torvex trace 1\n0 G> 0\n", "Line 2 of the trace is damaged"},
-               {"Torvex trace 1\nC x\n0 Q> 00\n", "Line 3 of the trace is damaged"},
-               {"Torvex trace 1\n-1 G> 00\n", "Line 2 of the trace is damaged"},
-               {"Torvex trace 1\n99999999999999999999 G> 00\n", "Line 2 of the trace is damaged"},
-               {"Torvex trace 1\n5 G= 00\n", "Line 2 of the trace is damaged"},
-               {"Torvex trace 1\n5 G> 0g\n", "Line 2 of the trace is damaged"},
-               {"Torvex trace 1\n5 G> 00\n4 G> 00\n", "Line 3 of the trace is damaged"},
-               {"Torvex trace 1\n5 G> 00\n6 G> 0", nullptr}};
-  for (const auto& row : cases) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"", "The file is no trace"},
+      {"Torvex trace 2\n", "The file is no trace"},
+      {"Torvex trace 1\n0 G> 0\n", "Line 2 of the trace is damaged"},
+      {"Torvex trace 1\nC x\n0 Q> 00\n", "Line 3 of the trace is damaged"},
+      {"Torvex trace 1\n-1 G> 00\n", "Line 2 of the trace is damaged"},
+      {"Torvex trace 1\n99999999999999999999 G> 00\n", "Line 2 of the trace is damaged"},
+      {"Torvex trace 1\n5 G= 00\n", "Line 2 of the trace is damaged"},
+      {"Torvex trace 1\n5 G> 0g\n", "Line 2 of the trace is damaged"},
+      {"Torvex trace 1\n5 G> 00\n4 G> 00\n", "Line 3 of the trace is damaged"},
+      {"Torvex trace 1\n5 G> 00\n6 G> 0", nullptr}};
+  for (const auto& [text, fault] : cases) {
     std::string why;
-    const auto trace = ReadTrace(row.text, why);
-    EXPECT_EQ(trace.has_value(), row.why == nullptr) << row.text;
-    EXPECT_EQ(why, row.why == nullptr ? "" : row.why) << row.text;
+    EXPECT_EQ(ReadTrace(text, why).has_value(), fault == nullptr) << text;
+    EXPECT_EQ(why, fault == nullptr ? "" : fault) << text;
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::tracetest

@@ -4,8 +4,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
-namespace tvx {
-namespace {
+namespace tvx::facestest {
 
 TEST(ReadyFaces, EachHasAFunctionAndAPlateThatCoverEachOther) {
   ConfigModel model;
@@ -79,5 +78,4 @@ TEST(FaceFile, KeepsWhatItCannotRead) {
   for (const auto& [bad, why] : refused) EXPECT_EQ(SaveFace(bad), why);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::facestest

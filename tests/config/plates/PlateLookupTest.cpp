@@ -1,8 +1,7 @@
 #include "config/plates/PlateLookup.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::platelookuptest {
 
 // Airspeed: 40 at 100, 60 at 200, 100 at 500, 200 at 1000; the highest value's own position differs from the
 // last point's, to tell which is taken.
@@ -14,11 +13,7 @@ PlateRecord AirspeedPlate() {
 }
 
 TEST(PlateLookup, ConvertsValuesToPositions) {
-  const struct {
-    const char* what;
-    double value;
-    int position;
-  } cases[] = {
+  const std::tuple<const char*, double, int> cases[] = {
       {"below the lowest value", -10, 100},
       {"between the first points", 50, 150},
       {"rounded down, never up", 60.2, 201},
@@ -29,7 +24,7 @@ TEST(PlateLookup, ConvertsValuesToPositions) {
       {"no number counts as 0", std::numeric_limits<double>::quiet_NaN(), 100},
   };
   const PlateRecord plate = AirspeedPlate();
-  for (const auto& c : cases) EXPECT_EQ(PlateLookup(plate, c.value), c.position) << c.what;
+  for (const auto& [what, value, position] : cases) EXPECT_EQ(PlateLookup(plate, value), position) << what;
 }
 
 TEST(PlateLookup, KeepsNeedlesInTheirRange) {
@@ -54,5 +49,4 @@ TEST(PlateLookup, SurvivesPlatesThatMakeNoSense) {
   EXPECT_EQ(PlateLookup(backwards, 100), 1001);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::platelookuptest

@@ -3,8 +3,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
-namespace tvx {
-namespace {
+namespace tvx::platetest {
 
 struct Point {
   std::size_t box;
@@ -21,10 +20,7 @@ PlateBoxes Boxes(std::initializer_list<Point> points) {
 }
 
 TEST(PlateCheck, TellsTheFirstFault) {
-  const struct {
-    PlateBoxes boxes;
-    const char* text;
-  } rows[] = {
+  const std::pair<PlateBoxes, const char*> rows[] = {
       {Boxes({{0, "0", "0"}, {1, "10", "100"}}), "Plate verified and no errors found"},
       {Boxes({{0, "-5", ""}, {3, "-1", "10"}, {20, "7.5", "900"}}), "Plate verified and no errors found"},
       {Boxes({{1, "10", "100"}}), "Minimum value missing; Please correct"},
@@ -38,9 +34,9 @@ TEST(PlateCheck, TellsTheFirstFault) {
       {Boxes({{0, "0", "0"}, {2, "x", "1"}}), "At valuebox 2: value is no number; Please correct."},
       {Boxes({{0, "5", "0"}}), "Minimum and maximum values are equal; Please correct."},
   };
-  for (const auto& row : rows) {
-    const PlateVerdict verdict = CheckPlateBoxes(row.boxes);
-    EXPECT_EQ(verdict.text, row.text);
+  for (const auto& [boxes, text] : rows) {
+    const PlateVerdict verdict = CheckPlateBoxes(boxes);
+    EXPECT_EQ(verdict.text, text);
     EXPECT_EQ(verdict.good, verdict.text == "Plate verified and no errors found");
   }
 }
@@ -70,27 +66,23 @@ TEST(PlateBoxes, ShowThePointsAsTheyWereStored) {
   const char *good = "Plate verified and no errors found",
              *equal = "Minimum and maximum values are equal; Please correct.",
              *lower = "At valuebox 1: value lower than or equal to previous; Please correct.";
-  const struct {
-    decltype(PlateRecord::Value) value;
-    decltype(PlateRecord::Position) position;
-    PlateBoxes boxes;
-    const char* words;
-  } rows[] = {
-      {{0, 0, 5, 30, 5, 0, 20, 30, 0},
-       {0, 0, 1, 3, 1, 0, 2, 3, 0},
-       Boxes({{0, "5", "1"}, {1, "0", "0"}, {2, "20", "2"}, {3, "30", "3"}}),
-       lower},
-      {{0, 0, 5, 5, 5}, {0, 0, 7, 7, 7}, Boxes({{0, "5", "7"}}), equal},
-      {{0, 0, 9, 1, 9, 1}, {0, 0, 7, 8, 7, 8}, Boxes({{0, "9", "7"}, {1, "1", "8"}}), lower},
-      {{0, 0, -10, 0, -10, 0}, {0, 0, 500, 0, 500, 0}, Boxes({{0, "-10", "500"}, {1, "0", "0"}}), good},
-      {{}, {}, {}, "Minimum value missing; Please correct"},
-  };
-  for (const auto& row : rows) {
+  const std::tuple<decltype(PlateRecord::Value), decltype(PlateRecord::Position), PlateBoxes, const char*>
+      rows[] = {
+          {{0, 0, 5, 30, 5, 0, 20, 30, 0},
+           {0, 0, 1, 3, 1, 0, 2, 3, 0},
+           Boxes({{0, "5", "1"}, {1, "0", "0"}, {2, "20", "2"}, {3, "30", "3"}}),
+           lower},
+          {{0, 0, 5, 5, 5}, {0, 0, 7, 7, 7}, Boxes({{0, "5", "7"}}), equal},
+          {{0, 0, 9, 1, 9, 1}, {0, 0, 7, 8, 7, 8}, Boxes({{0, "9", "7"}, {1, "1", "8"}}), lower},
+          {{0, 0, -10, 0, -10, 0}, {0, 0, 500, 0, 500, 0}, Boxes({{0, "-10", "500"}, {1, "0", "0"}}), good},
+          {{}, {}, {}, "Minimum value missing; Please correct"},
+      };
+  for (const auto& [value, position, boxes, words] : rows) {
     PlateRecord plate;
-    plate.Value = row.value;
-    plate.Position = row.position;
-    EXPECT_EQ(BoxesOfPlate(plate), row.boxes) << row.words;
-    EXPECT_EQ(CheckPlateBoxes(BoxesOfPlate(plate)).text, row.words);
+    plate.Value = value;
+    plate.Position = position;
+    EXPECT_EQ(BoxesOfPlate(plate), boxes) << words;
+    EXPECT_EQ(CheckPlateBoxes(BoxesOfPlate(plate)).text, words);
   }
 }
 
@@ -238,5 +230,4 @@ TEST_F(PlateControlTest, PlateAndFunctionGoToTheTargetsNeedle) {
   EXPECT_EQ(model.EngineCluster[3].Value2, 71);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::platetest

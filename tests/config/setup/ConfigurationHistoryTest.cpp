@@ -5,8 +5,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
-namespace tvx {
-namespace {
+namespace tvx::configurationhistorytest {
 
 std::unique_ptr<ConfigModel> Cockpit() {
   auto model = std::make_unique<ConfigModel>();
@@ -21,10 +20,7 @@ std::unique_ptr<ConfigModel> Cockpit() {
 
 // Each change has its name, comes back whole and goes forward whole.
 TEST(ConfigurationHistory, TakesBackWhateverWasChanged) {
-  const struct {
-    const char* name;
-    std::function<void(ConfigModel&)> change;
-  } rows[] = {
+  const std::pair<const char*, std::function<void(ConfigModel&)>> rows[] = {
       {"port of the engine cluster", [](ConfigModel& m) { m.General.ComPortEC = 7; }},
       {"link to the simulator", [](ConfigModel& m) { m.General.RemotePort = "1"; }},
       {"link to the simulator", [](ConfigModel& m) { m.General.SetSetting(kHearAllSetting, "yes"); }},
@@ -44,22 +40,22 @@ TEST(ConfigurationHistory, TakesBackWhateverWasChanged) {
       {"transfer interval, gauge 008",
        [](ConfigModel& m) { m.General.TransferInterval = 250, m.Gauges[8].GaugeFunction1 = 1; }},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, change] : rows) {
+    SCOPED_TRACE(name);
     const auto model = Cockpit();
     FakeClock clock;
     ConfigurationHistory history(*model, clock);
     const std::string before = WriteConfigText(*model);
-    row.change(*model);
+    change(*model);
     model->ConfigChanged = true;
     const std::string after = WriteConfigText(*model);
     EXPECT_TRUE(history.Look());
-    EXPECT_EQ(history.UndoName(), row.name);
+    EXPECT_EQ(history.UndoName(), name);
     EXPECT_TRUE(history.Undo());
     EXPECT_EQ(WriteConfigText(*model), before);
     EXPECT_FALSE(model->ConfigChanged) << "the file holds just this";
     EXPECT_FALSE(history.Undo());
-    EXPECT_EQ(history.RedoName(), row.name);
+    EXPECT_EQ(history.RedoName(), name);
     EXPECT_TRUE(history.Redo());
     EXPECT_EQ(WriteConfigText(*model), after);
     EXPECT_TRUE(model->ConfigChanged);
@@ -118,5 +114,4 @@ TEST(ConfigurationHistory, FollowsSavesAndLoads) {
   EXPECT_FALSE(model->ConfigChanged);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::configurationhistorytest

@@ -1,8 +1,7 @@
 #include "config/setup/GaugeBulk.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::gaugebulktest {
 
 // Types 1 have a needle, 3 two; 101 shows its own values.
 class Advice final : public GaugeAdvice {
@@ -73,5 +72,4 @@ TEST_F(GaugeBulkTest, FindsTheNextThatNeedsWork) {
   EXPECT_EQ(bulk.NextThatNeedsWork(14), 11);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::gaugebulktest

@@ -2,8 +2,7 @@
 #include "config/setup/MainConfigurePresenter.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::mainconfigurepresentertest {
 
 TEST(GaugeLines, TellEachGaugeInItsColumns) {
   ConfigModel model;
@@ -53,21 +52,18 @@ TEST(UdpFault, NamesTheFirstFieldThatCannotBe) {
                  "The address is four numbers, each 0 to 255, with points between, or a computer's name.",
              *remote = "The simulator's port is a number from 1 to 65535.",
              *local = "The port on which we listen is a number from 1 to 65535.";
-  const struct {
-    UdpSettings settings;
-    const char* fault;
-  } rows[] = {{{"255.0.10.255", "1", "65535"}, ""}, {{"1.2.3", "49000", "49001"}, address},
-              {{"1.2.3.4.5", "1", "1"}, address},   {{"1.2.3.256", "1", "1"}, address},
-              {{"1..3.4", "1", "1"}, address},      {{"sim-pc", "", ""}, remote},
-              {{"sim pc", "1", "1"}, address},      {{"1.2.3.4", "0", "49001"}, remote},
-              {{"1.2.3.4", "65536", ""}, remote},   {{"1.2.3.4", "1", "4900x"}, local},
-              {{"1.2.3.4", "1", ""}, local},        {{"1.2.3.4", "49,000", "1"}, remote},
-              {{"1.2.3.4", "49 000", "1"}, remote}, {{"1.2.3.4", " 49000 ", "1"}, ""}};
-  for (const auto& row : rows) EXPECT_EQ(UdpFault(row.settings), row.fault) << row.settings.remoteIP;
+  const std::pair<UdpSettings, const char*> rows[] = {
+      {{"255.0.10.255", "1", "65535"}, ""}, {{"1.2.3", "49000", "49001"}, address},
+      {{"1.2.3.4.5", "1", "1"}, address},   {{"1.2.3.256", "1", "1"}, address},
+      {{"1..3.4", "1", "1"}, address},      {{"sim-pc", "", ""}, remote},
+      {{"sim pc", "1", "1"}, address},      {{"1.2.3.4", "0", "49001"}, remote},
+      {{"1.2.3.4", "65536", ""}, remote},   {{"1.2.3.4", "1", "4900x"}, local},
+      {{"1.2.3.4", "1", ""}, local},        {{"1.2.3.4", "49,000", "1"}, remote},
+      {{"1.2.3.4", "49 000", "1"}, remote}, {{"1.2.3.4", " 49000 ", "1"}, ""}};
+  for (const auto& [settings, fault] : rows) EXPECT_EQ(UdpFault(settings), fault) << settings.remoteIP;
   ConfigModel model;
   SetUdp(model, {"1.2.3.4", " 49000 ", "49003"});
   EXPECT_EQ(model.General.RemotePort, "49000") << "without what was typed around it";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::mainconfigurepresentertest

@@ -1,16 +1,14 @@
-
 #include "config/StartFile.h"
 #include "config/setup/SavePresenter.h"
 #include "tests/config/Samples.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/OddFiles.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::savepresentertest {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kOverwrite = "This will overwrite the current configuration! Continue?";
+const std::string kOverwrite = ": This will overwrite the current configuration! Continue?";
 
 struct SaveControlTest : InEmptyFolder {
   SaveControlTest() {
@@ -30,6 +28,15 @@ struct SaveControlTest : InEmptyFolder {
     return content;
   }
   std::string LastShown() const { return boxes.shown.empty() ? "" : boxes.shown.back(); }
+  // How an operation left things: the file in use, * where the configuration counts as changed, whether it
+  // did what it is for, and each question and message since the last call.
+  std::string Did(bool done) {
+    std::string words = model.ConfigFileName + (model.ConfigChanged ? "* " : " ") + (done ? "yes" : "no");
+    for (Texts* texts : {&boxes.asked, &boxes.shown}) {
+      for (const std::string& text : std::exchange(*texts, {})) words += ": " + text;
+    }
+    return words;
+  }
 
   ConfigModel model;
   FakeMessageBoxes boxes;
@@ -41,52 +48,37 @@ TEST_F(SaveControlTest, NamesAreRefusedBeforeAnythingHappens) {
   model.ConfigChanged = true;
   for (const char* name : {"xcfg", "Cockpit.cfg.txt", "cfg"}) {
     Put(name, "keep");
-    EXPECT_FALSE(save.Save(name));
-    EXPECT_FALSE(save.Delete(name));
+    for (const bool saves : {true, false}) {
+      EXPECT_EQ(Did(saves ? save.Save(name) : save.Delete(name)),
+                "Default.cfg* no: Filetype incorrect or missing; must be: ****.cfg");
+    }
     EXPECT_EQ(FileContent(name), "keep");
   }
-  EXPECT_EQ(boxes.shown, Texts(6, "Filetype incorrect or missing; must be: ****.cfg"));
-  EXPECT_FALSE(save.Save(""));
-  EXPECT_EQ(LastShown(), "No filename");
-  EXPECT_FALSE(save.Load(""));
-  EXPECT_FALSE(save.SetAsStartup(""));
-  EXPECT_EQ(LastShown(), "File Name missing.");
-  EXPECT_FALSE(save.ImportPartial("", {}));
-  EXPECT_EQ(LastShown(), "No file selected");
-  EXPECT_TRUE(boxes.asked.empty());
-  EXPECT_EQ(model.ConfigFileName, "Default.cfg");
-  EXPECT_TRUE(model.ConfigChanged);
+  EXPECT_EQ(Did(save.Save("")), "Default.cfg* no: No filename");
+  EXPECT_EQ(Did(save.Load("")), "Default.cfg* no: No filename");
+  EXPECT_EQ(Did(save.SetAsStartup("")), "Default.cfg* no: File Name missing.");
+  EXPECT_EQ(Did(save.ImportPartial("", {})), "Default.cfg* no: No file selected");
   EXPECT_TRUE(IsConfigFileName("OLD.CFG"));
 }
 
 TEST_F(SaveControlTest, SavingKeepsThePreviousFile) {
   Put("Other.cfg", "previous");
-  model.ConfigChanged = true;
-  model.ConfigLoadFailed = true;
-  ASSERT_TRUE(save.Save("Other.cfg"));
-  EXPECT_EQ(LastShown(), "File saved as: Other.cfg");
-  EXPECT_EQ(Kept("Other.cfg", ".bak"), "previous");
-  EXPECT_FALSE(model.ConfigChanged);
+  model.ConfigChanged = model.ConfigLoadFailed = true;
+  EXPECT_EQ(Did(save.Save("Other.cfg")), "Other.cfg yes: File saved as: Other.cfg");
   EXPECT_FALSE(model.ConfigLoadFailed);
-  EXPECT_EQ(model.ConfigFileName, "Other.cfg");
+  EXPECT_EQ(Kept("Other.cfg", ".bak"), "previous");
   EXPECT_EQ(FileContent("Other.cfg"), WriteConfigText(model));
 }
 
 TEST_F(SaveControlTest, AFailedSaveHarmsNothing) {
   model.General.ConfigHeader = "loaded header";
   fs::create_directory("Folder.cfg");
-  EXPECT_FALSE(save.Save("Folder.cfg"));
-  EXPECT_EQ(LastShown(), "file cannot be overwritten");
-
-  // More Plates than the file's count can announce: they would be lost.
+  EXPECT_EQ(Did(save.Save("Folder.cfg")), "Default.cfg no: file cannot be overwritten");
   Put("Good.cfg", "good");
-  model.Plates.resize(32768);
-  EXPECT_FALSE(save.Save("Good.cfg"));
-  EXPECT_EQ(LastShown(), "Configuration corrupt; Cannot save");
-  EXPECT_EQ(FileContent("Good.cfg"), "good");
-  EXPECT_EQ(Kept("Good.cfg", ".bak"), "");
+  model.Plates.resize(32768);  // more than the file's count can announce: they would be lost
+  EXPECT_EQ(Did(save.Save("Good.cfg")), "Default.cfg no: Configuration corrupt; Cannot save");
+  EXPECT_EQ(FileContent("Good.cfg") + Kept("Good.cfg", ".bak"), "good");
   EXPECT_EQ(model.General.ConfigHeader, "loaded header");
-  EXPECT_EQ(model.ConfigFileName, "Default.cfg");
 }
 
 TEST_F(SaveControlTest, TenBackupsAreKept) {
@@ -111,22 +103,18 @@ TEST_F(SaveControlTest, WhatIsNoFileOfOursStays) {
   MakeLink("far", "Link.cfg");
   boxes.otherwise = kAnswerYes;
   boxes.texts = {"5", "5"};
-  for (const char* name : {"Folder.cfg", "Pipe.cfg"}) {
-    EXPECT_FALSE(save.Save(name)) << name;
-    EXPECT_EQ(LastShown(), "file cannot be overwritten");
-    EXPECT_FALSE(save.Load(name)) << name;
-    EXPECT_FALSE(save.Delete(name)) << name;
-    EXPECT_EQ(LastShown(), std::string("File cannot be deleted: ") + name);
-    EXPECT_FALSE(save.SetAsStartup(name)) << name;
-    EXPECT_EQ(save.SaveWords(name), std::string(name) + " is no file. Choose another name.");
+  for (const std::string name : {"Folder.cfg", "Pipe.cfg"}) {
+    EXPECT_EQ(Did(save.Save(name)), "Default.cfg no: file cannot be overwritten") << name;
+    EXPECT_FALSE(save.Load(name) || save.SetAsStartup(name)) << name;
+    EXPECT_FALSE(save.Delete(name));
+    EXPECT_EQ(boxes.shown.back(), "File cannot be deleted: " + name);
+    EXPECT_EQ(save.SaveWords(name), name + " is no file. Choose another name.");
+    Did(false);
   }
   EXPECT_TRUE(save.Delete("Link.cfg"));
-  EXPECT_EQ(FileContent("far"), "theirs");
   EXPECT_EQ(ConfigFilesIn(""), Texts{});
-  // The name of the next backup leads elsewhere.
   Put("Other.cfg", "old");
-  const std::string next = NextKeptName("Other.cfg", KeptAs::Backup);
-  MakeLink("far", next);
+  MakeLink("far", NextKeptName("Other.cfg", KeptAs::Backup));  // the name of the next backup leads elsewhere
   EXPECT_TRUE(save.Save("Other.cfg"));
   EXPECT_EQ(FileContent("far"), "theirs");
 }
@@ -170,87 +158,77 @@ TEST_F(SaveControlTest, OnAFullDiskNothingChanges) {
     const auto before = Entries();
     {
       const NoReplacing full("Full.cfg", 9999);
-      EXPECT_FALSE(save.Save("Full.cfg"));
+      EXPECT_EQ(Did(save.Save("Full.cfg")), "Default.cfg* no: file cannot be overwritten");
     }
-    EXPECT_EQ(LastShown(), "file cannot be overwritten");
     EXPECT_EQ(FileContent("Full.cfg"), old);
     EXPECT_EQ(Entries(), before) << "neither a copy nor a half-written file";
-    EXPECT_EQ(model.ConfigFileName, "Default.cfg");
-    EXPECT_TRUE(model.ConfigChanged);
   }
 }
 
 TEST_F(SaveControlTest, LoadingAsksFirst) {
   ASSERT_TRUE(save.Save("Other.cfg"));
-  model.Functions[60].ShortName = "edited";
-  model.ConfigFileName = "Default.cfg";
-  boxes.answers = {kAnswerNo};
-  EXPECT_FALSE(save.Load("Other.cfg"));
-  EXPECT_EQ(model.Functions[60].ShortName, "edited");
-  EXPECT_EQ(model.ConfigFileName, "Default.cfg");
-  boxes.answers = {kAnswerYes};
-  model.ConfigChanged = true;
-  EXPECT_TRUE(save.Load("Other.cfg"));
-  EXPECT_EQ(model.Functions[60].ShortName, "mine");
-  EXPECT_EQ(model.ConfigFileName, "Other.cfg");
-  EXPECT_FALSE(model.ConfigChanged);
-  EXPECT_EQ(boxes.asked, (Texts{kOverwrite, kOverwrite}));
-
-  Put("Bad.cfg", "nonsense");
-  boxes.answers = {kAnswerYes};
-  EXPECT_FALSE(save.Load("Bad.cfg"));
-  EXPECT_EQ(LastShown(), "Error Configuration file. ");
-  EXPECT_TRUE(model.ConfigChanged) << "a half-loaded configuration must be asked about";
-
-  // Its general record only: the rest is what was edited before.
   ConfigModel older = model;
   older.General.ConfigHeader.replace(69, 4, "0.01");
   Put("Older.cfg", WriteConfigText(older));
-  boxes.answers = {kAnswerYes, kAnswerNo};
-  model.ConfigChanged = false;
-  save.Load("Older.cfg");
-  EXPECT_TRUE(boxes.answers.empty());
-  EXPECT_TRUE(model.ConfigChanged);
-
-  model.ConfigChanged = false;
-  boxes.answers = {kAnswerYes};
-  EXPECT_FALSE(save.Load("Missing.cfg"));
-  EXPECT_EQ(LastShown().rfind("Error Configuration file. ", 0), 0u) << LastShown();
-  EXPECT_EQ(model.ConfigFileName, "Older.cfg") << "nothing was read, nothing has changed";
-  EXPECT_FALSE(model.ConfigChanged);
+  Put("Bad.cfg", "nonsense");
+  model.Functions[60].ShortName = "edited";
+  model.ConfigFileName = "Default.cfg";
+  Did(true);
+  const std::string asked = kOverwrite, error = ": Error Configuration file. ";
+  const struct {
+    const char *what, *file;
+    std::deque<int> answers;
+    std::string after;
+    const char* function;  // the Function's name then
+    bool changed = false;  // before
+  } rows[] = {
+      {"refused", "Other.cfg", {kAnswerNo}, "Default.cfg no" + asked, "edited"},
+      {"accepted", "Other.cfg", {kAnswerYes}, "Other.cfg yes" + asked, "mine", true},
+      {"half loaded, which must be asked about",
+       "Bad.cfg",
+       {kAnswerYes},
+       "Bad.cfg* no" + asked + error,
+       "mine"},
+      {"its general record only", "Older.cfg", {kAnswerYes, kAnswerNo}, "Older.cfg* yes" + asked, "mine"},
+      {"none was read", "Missing.cfg", {kAnswerYes}, "Older.cfg no" + asked + error, "mine"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    boxes.answers = row.answers;
+    model.ConfigChanged = row.changed;
+    EXPECT_TRUE(Begins(Did(save.Load(row.file)), row.after));
+    EXPECT_TRUE(boxes.answers.empty());
+    EXPECT_EQ(model.Functions[60].ShortName, row.function);
+  }
 }
 
 TEST_F(SaveControlTest, DeletingAsksAndKeepsACopy) {
   Put("Old.cfg", "old");
+  const std::string asked = ": This will delete the file: Old.cfg ; Are you sure? ";
   boxes.answers = {kAnswerNo, kAnswerYes, kAnswerYes};
-  EXPECT_FALSE(save.Delete("Old.cfg"));
-  EXPECT_EQ(boxes.asked.back(), "This will delete the file: Old.cfg ; Are you sure? ");
-  EXPECT_TRUE(fs::exists("Old.cfg"));
-  EXPECT_TRUE(save.Delete("Old.cfg"));
+  EXPECT_EQ(Did(save.Delete("Old.cfg")), "Default.cfg no" + asked);
+  EXPECT_EQ(FileContent("Old.cfg"), "old");
+  EXPECT_EQ(Did(save.Delete("Old.cfg")), "Default.cfg yes" + asked);
   EXPECT_FALSE(fs::exists("Old.cfg"));
   EXPECT_EQ(Kept("Old.cfg", ".bak"), "old");
-  EXPECT_FALSE(save.Delete("Old.cfg"));
-  EXPECT_EQ(LastShown(), "File cannot be deleted: Old.cfg");
+  EXPECT_EQ(Did(save.Delete("Old.cfg")), "Default.cfg no" + asked + ": File cannot be deleted: Old.cfg");
 }
 
 TEST_F(SaveControlTest, TheStartUpDelayIsAskedFor) {
-  const struct {
-    const char* typed;
-    bool good;
-    int delay;
-  } rows[] = {{" 0 ", true, 0},     {"", false, 10},     {"-1", false, 10},
-              {"40000", false, 10}, {"12 s", false, 10}, {"7.5", true, 8}};
-  for (const auto& row : rows) {
+  const std::tuple<const char*, bool, int> rows[] = {{" 0 ", true, 0},    {"", false, 10},
+                                                     {"-1", false, 10},   {"40000", false, 10},
+                                                     {"12 s", false, 10}, {"7.5", true, 8}};
+  for (const auto& [typed, good, delay] : rows) {
     model.StartDelay = 10;
     boxes.shown.clear();
-    boxes.texts = {row.typed};
-    EXPECT_EQ(save.SetAsStartup("Mine.cfg"), row.good) << row.typed;
-    EXPECT_EQ(model.StartDelay, row.delay) << row.typed;
-    EXPECT_EQ(LastShown(), row.good ? "" : "Error in file/time input") << row.typed;
-    if (!row.good) continue;
+    boxes.texts = {typed};
+    EXPECT_EQ(save.SetAsStartup("Mine.cfg"), good) << typed;
+    EXPECT_EQ(model.StartDelay, delay) << typed;
+    EXPECT_EQ(LastShown(), good ? "" : "Error in file/time input") << typed;
+    if (!good) continue;
     ConfigModel read;
     EXPECT_EQ(ReadStartFile(read), "Mine.cfg");
-    EXPECT_EQ(read.StartDelay, row.delay);
+    EXPECT_EQ(read.StartDelay, delay);
   }
   EXPECT_EQ(boxes.presets.back(), "10");
   boxes.shown.clear();
@@ -302,23 +280,19 @@ struct PartialImportTest : SaveControlTest {
 
 TEST_F(PartialImportTest, EachBoxTakesItsChapterOnly) {
   Put("Source.cfg", WriteConfigText(Other()));
-  for (std::size_t i = 0; i < kImportChapters; ++i) {
+  boxes.otherwise = kAnswerYes;
+  for (std::size_t i = 0; i <= kImportChapters; ++i) {
     model = ConfigModel{};
-    ImportChoice one{};
-    one[i] = true;
-    boxes.answers = {kAnswerYes};
-    EXPECT_TRUE(save.ImportPartial("Source.cfg", one)) << LastShown();
-    EXPECT_EQ(Taken(), std::to_string(i));
-    EXPECT_TRUE(model.ConfigChanged);
+    ImportChoice chosen{};
+    const bool any = i < kImportChapters;
+    if (any) chosen[i] = true;
+    EXPECT_TRUE(save.ImportPartial("Source.cfg", chosen)) << i;
+    EXPECT_EQ(Taken(), any ? std::to_string(i) : "");
+    EXPECT_EQ(model.ConfigChanged, any) << i;
   }
-  model = ConfigModel{};
-  boxes.answers = {kAnswerYes};
-  EXPECT_TRUE(save.ImportPartial("Source.cfg", {}));
-  EXPECT_EQ(LastShown(),
+  EXPECT_EQ(boxes.shown.back(),
             "Configuration chapters imported into file: Default.cfg\r\n"
             "Taken: none, as none was ticked.");
-  EXPECT_EQ(Taken(), "");
-  EXPECT_FALSE(model.ConfigChanged);
 }
 
 TEST_F(PartialImportTest, FilesThatAreNotRight) {
@@ -340,12 +314,7 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
   constexpr int yes = kAnswerYes, no = kAnswerNo;
   ImportChoice all{};
   all.fill(true);
-  const struct {
-    const char* what;
-    std::string text;
-    std::deque<int> answers;
-    const char *message, *taken;
-  } rows[] = {
+  const std::tuple<const char*, std::string, std::deque<int>, const char*, const char*> rows[] = {
       {"an error in the middle", cut, {yes}, error, "01234"},
       {"no configuration file", "nonsense", {yes}, error, ""},
       {"without Plates", WriteConfigText(withoutPlates), {yes}, imported, "0123457"},
@@ -355,17 +324,17 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
       {"its version refused", strange, {yes, yes, no}, "", ""},
       {"both accepted", strange, {yes, yes, yes}, imported, "01234567"},
   };
-  for (const auto& row : rows) {
-    Put("Source.cfg", row.text);
+  for (const auto& [what, text, answers, message, taken] : rows) {
+    Put("Source.cfg", text);
     model = ConfigModel{};
     boxes.shown.clear();
-    boxes.answers = row.answers;
+    boxes.answers = answers;
     save.ImportPartial("Source.cfg", all);
-    EXPECT_EQ(LastShown().substr(0, LastShown().find('\r')), row.message) << row.what;
-    EXPECT_EQ(LastShown().find(noPlates) != std::string::npos, row.what == std::string("without Plates"));
-    EXPECT_EQ(Taken(), row.taken) << row.what;
-    EXPECT_EQ(model.ConfigChanged, *row.taken != 0 || row.text == "nonsense") << row.what;
-    EXPECT_TRUE(boxes.answers.empty()) << row.what;
+    EXPECT_EQ(LastShown().substr(0, LastShown().find('\r')), message) << what;
+    EXPECT_EQ(LastShown().find(noPlates) != std::string::npos, what == std::string("without Plates"));
+    EXPECT_EQ(Taken(), taken) << what;
+    EXPECT_EQ(model.ConfigChanged, *taken != 0 || text == "nonsense") << what;
+    EXPECT_TRUE(boxes.answers.empty()) << what;
   }
   boxes.answers = {kAnswerYes};
   EXPECT_FALSE(save.ImportPartial("Missing.cfg", all));
@@ -379,5 +348,4 @@ TEST_F(PartialImportTest, FilesThatAreNotRight) {
       "Not taken, or only up to the error: Gauges.");
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::savepresentertest

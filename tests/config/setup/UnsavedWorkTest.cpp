@@ -3,8 +3,7 @@
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/OddFiles.h"
 
-namespace tvx::test {
-namespace {
+namespace tvx::test::unsavedworktest {
 
 namespace fs = std::filesystem;
 
@@ -85,5 +84,4 @@ TEST_F(UnsavedWorkTest, WhatCannotBeReadOrWrittenHarmsNothing) {
   EXPECT_EQ(model.Functions[60].ShortName, "mine");
 }
 
-}  // namespace
-}  // namespace tvx::test
+}  // namespace tvx::test::unsavedworktest

@@ -1,9 +1,7 @@
-
 #include "hwbus/cluster/EngineClusterPresenter.h"
 #include "tests/hwbus/cluster/EngineClusterRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::engineclusterpresentertest {
 
 using Record = std::array<int, 3>;
 
@@ -151,5 +149,4 @@ TEST_F(EngineClusterEditorTest, AFunctionGivenWhileRunningIsFollowed) {
   EXPECT_EQ(sim.PortCount(), 0) << "the ports are opened by the next start, not now";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::engineclusterpresentertest

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "hwbus/cluster/EngineCluster.h"
-#include "tests/Test.h"
+#include "tests/Story.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 #include "tests/fakes/FakeUdpSocket.h"
@@ -21,7 +21,7 @@ inline Places NotZero(ByteView frame) {
   return bytes;
 }
 
-struct EngineClusterRig : testing::Test {
+struct EngineClusterRig : testing::Test, Story {
   EngineClusterRig() {
     model.General.ComPortEC = 7;
     PlateRecord& plate = model.Plates.emplace_back();
@@ -29,6 +29,22 @@ struct EngineClusterRig : testing::Test {
     plate.Position[3] = plate.Position[5] = 1000;
     model.Plates.emplace_back().Name = "Second";
     for (int k = 0; k < kECChannels; ++k) DefineFunction(model, 60 + k, DataType::Float, 10 + k);
+    verbs = {{"enable", [this](int channel) { Enable(channel); }},
+             {"start", [this] { Start(); }},
+             {"set", [this](int channel, float value) { Set(channel, value); }},
+             {"refuse", [this](bool now) { port.RefuseWrites = now; }},
+             {"tick", [this] { return InWords(Tick()); }}};
+  }
+  // "F 2=1 3=244": the letter of the frame, and the bytes that are not 0 by their place. The last is always
+  // AA.
+  static std::string InWords(Places places) {
+    if (places.empty()) return "";
+    EXPECT_EQ(places[40], 0xAA);
+    std::string words(1, static_cast<char>(places[1]));
+    for (const auto& [place, value] : places) {
+      if (place != 1 && place != 40) words += ' ' + std::to_string(place) + '=' + std::to_string(value);
+    }
+    return words;
   }
   void Enable(int channel, int plate = 0) {
     model.EngineCluster[static_cast<std::size_t>(channel)] = {1, static_cast<std::int16_t>(60 + channel),

@@ -2,8 +2,7 @@
 #include "hwbus/gaugebus/LiveNeedle.h"
 #include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::gaugeconsolepresentertest {
 
 struct GaugeConsoleTest : HaltedBusTest {
   void Tick() {
@@ -20,23 +19,21 @@ struct GaugeConsoleTest : HaltedBusTest {
 TEST_F(GaugeConsoleTest, SendingRefusesWhatNoFrameCarries) {
   const char *noId = "No Gauge ID defined", *range = "Commands must be 0 <-> 15",
              *limits = "commandvalue out of limits";
-  const struct {
-    const char *id, *command, *value, *message;
-  } rows[] = {{"", "5", "0", noId},      {"256", "5", "0", noId},
-              {"x", "5", "0", noId},     {"7", "16", "0", range},
-              {"7", "", "0", range},     {"7", "15.7", "0", "Command must be <16."},
-              {"7", "5", "", limits},    {"7", "5", "65536", limits},
-              {"7", "15", "-65535", ""}, {"0", "0", "0", ""}};
-  for (const auto& row : rows) {
+  const std::array<const char*, 4> rows[] = {
+      {"", "5", "0", noId},    {"256", "5", "0", noId},     {"x", "5", "0", noId},
+      {"7", "16", "0", range}, {"7", "", "0", range},       {"7", "15.7", "0", "Command must be <16."},
+      {"7", "5", "", limits},  {"7", "5", "65536", limits}, {"7", "15", "-65535", ""},
+      {"0", "0", "0", ""}};
+  for (const auto& [id, command, value, message] : rows) {
     boxes.shown.clear();
     Bus().Writes.clear();
-    console.ManualGaugeID = row.id;
-    console.CommandNumber = row.command;
-    console.CommandValue = row.value;
-    EXPECT_EQ(console.SendGaugeCommand(), *row.message == 0) << row.message;
+    console.ManualGaugeID = id;
+    console.CommandNumber = command;
+    console.CommandValue = value;
+    EXPECT_EQ(console.SendGaugeCommand(), *message == 0) << message;
     serial.TickTransmit();
-    EXPECT_EQ(boxes.shown.empty() ? "" : boxes.shown.back(), row.message);
-    EXPECT_EQ(Bus().Writes.size(), *row.message == 0 ? 1u : 0u);
+    EXPECT_EQ(boxes.shown.empty() ? "" : boxes.shown.back(), message);
+    EXPECT_EQ(Bus().Writes.size(), *message == 0 ? 1u : 0u);
   }
   EXPECT_EQ(Bus().Writes.back(), (Bytes{0, 0, 0x08, 1, 2, 0xFF}));
 }
@@ -117,5 +114,4 @@ TEST_F(HaltedBusTest, TheLiveNeedleSendsItsLastPosition) {
   EXPECT_EQ(Bus().Writes.back(), (Bytes{0, 4, 0x58, 0xF5, 0x03, 0xFF}));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::gaugeconsolepresentertest

@@ -3,7 +3,7 @@
 
 #include "config/NameTables.h"
 #include "hwbus/gaugebus/Serial.h"
-#include "tests/Test.h"
+#include "tests/Story.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeSerialPort.h"
 

@@ -1,9 +1,7 @@
-
 #include "hwbus/gaugebus/GaugeSearch.h"
 #include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::gaugesearchtest {
 
 struct GaugeSearchTest : HaltedBusTest {
   // What answers at an address, called when its command has left.
@@ -128,5 +126,4 @@ TEST_F(GaugeSearchTest, NeedsAnOpenBus) {
   EXPECT_TRUE(search.Running());
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::gaugesearchtest

@@ -2,10 +2,23 @@
 #include "hwbus/gaugebus/NewGaugeIDFrame.h"
 #include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::serialtest {
 
-struct SerialTest : GaugeBusRig {
+struct SerialTest : GaugeBusRig, Story {
+  SerialTest() {
+    verbs = {{"open", [this] { serial.OpenComPorts(); }},
+             {"write", [this](int gauge, int command,
+                              int value) { return serial.WriteGaugeCommand(gauge, command, value); }},
+             {"id", [this](int from, int to) { return serial.WriteNewGaugeID(from, to); }},
+             {"tick", [this] { serial.TickTransmit(); }},
+             {"pending", [this] { return serial.TransmitPending(); }},
+             {"sent", [this] { return Hexadecimal(std::exchange(Gauges().Sent, {})); }}};
+  }
+  static std::string Hexadecimal(const Bytes& bytes) {
+    std::ostringstream text;
+    for (const Byte byte : bytes) text << (text.tellp() > 0 ? " " : "") << std::hex << int{byte};
+    return text.str();
+  }
   FakeSerialPort& Gauges() { return ports[0]; }
   Bytes TransmitBuffer() const {
     const ByteView held = serial.TransmitBuffer();
@@ -30,18 +43,10 @@ TEST_F(SerialTest, MissingPowerIsToldOnceAnOpeningAndForTheGaugeBusOnly) {
 }
 
 TEST_F(SerialTest, AFrameGoesOutOnTheTickAndOnce) {
-  serial.OpenComPorts();
-  serial.WriteGaugeCommand(12, 3, -300);
-  EXPECT_TRUE(serial.TransmitPending());
-  EXPECT_TRUE(Gauges().Writes.empty());
-  serial.TickTransmit();
-  serial.TickTransmit();
-  EXPECT_EQ(Gauges().Writes, (std::vector<Bytes>{{0x00, 0x0C, 0x3C, 0x2D, 0x03, 0xFF}}));
-  EXPECT_FALSE(serial.TransmitPending());
-
-  serial.WriteNewGaugeID(3, 200);
-  serial.TickTransmit();
-  EXPECT_EQ(Gauges().Writes.back(), (Bytes{0x00, 0x03, 0x2C, 0xC8, 0xAA, 0xFF, 0x20}));
+  Play(
+      "open; write 12 3 -300 = true; pending = true; sent =; tick; tick; sent = 0 c 3c 2d 3 ff; "
+      "pending = false; id 3 200 = true; tick; sent = 0 3 2c c8 aa ff 20");
+  EXPECT_EQ(Gauges().Writes.size(), 2u);
 }
 
 // Whoever writes faster than the line takes it waits for nothing; what finds no room is refused.
@@ -62,15 +67,11 @@ TEST_F(SerialTest, FramesQueueInOrderUpToTheirBound) {
 }
 
 TEST_F(SerialTest, ARunTakesWhatStillWaitsIntoItsFirstBatch) {
-  serial.OpenComPorts();
-  for (int gauge = 1; gauge <= 3; ++gauge) serial.WriteGaugeCommand(gauge, 5, gauge);
+  Play("open; write 1 5 0 = true; write 2 5 0 = true; write 3 5 0 = true");
   serial.BeginBatch();
   serial.AppendToBatch(Bytes{9, 9});
   EXPECT_EQ(serial.SendBatch(), Serial::BatchResult::Sent);
-  ASSERT_EQ(Gauges().Sent.size(), 20u);
-  EXPECT_EQ((std::array<Byte, 4>{Gauges().Sent[1], Gauges().Sent[7], Gauges().Sent[13], Gauges().Sent[19]}),
-            (std::array<Byte, 4>{1, 2, 3, 9}));
-  EXPECT_FALSE(serial.TransmitPending());
+  Play("sent = 0 1 58 1 2 ff 0 2 58 1 2 ff 0 3 58 1 2 ff 9 9; pending = false");
 }
 
 TEST_F(SerialTest, ValuesThatDoNotFitAreTheCallersErrorAndTouchNothing) {
@@ -107,27 +108,24 @@ TEST_F(SerialTest, PseudoAddressesGoToTheirModules) {
 TEST_F(SerialTest, AQueryEndsWithTheReplyOrItsTime) {
   std::vector<bool> ends;
   const auto end = [&](bool answered) { ends.push_back(answered); };
-  const struct {
-    const char* what;
-    int framesBefore, replyAfter, ticks;
-    bool answered;
-  } rows[] = {{"no reply", 0, -1, 20, false},
-              {"no reply, behind ten frames of 20 ms", 11, -1, 24, false},
-              {"a reply", 0, 5, 5, true}};
-  for (const auto& row : rows) {
+  const std::tuple<const char*, int, int, int, bool> rows[] = {
+      {"no reply", 0, -1, 20, false},
+      {"no reply, behind ten frames of 20 ms", 11, -1, 24, false},
+      {"a reply", 0, 5, 5, true}};
+  for (const auto& [what, framesBefore, replyAfter, ticks, answered] : rows) {
     ends.clear();
     boxes.shown.clear();
-    for (int i = 0; i < row.framesBefore; ++i) serial.WriteGaugeCommand(1, 1, 1);
+    for (int i = 0; i < framesBefore; ++i) serial.WriteGaugeCommand(1, 1, 1);
     const Registration query = serial.QueryGauge(7, end);
-    for (int tick = 1; tick <= row.ticks; ++tick) {
-      EXPECT_TRUE(ends.empty()) << row.what << ' ' << tick;
-      if (tick == row.replyAfter) serial.NoteReply();
+    for (int tick = 1; tick <= ticks; ++tick) {
+      EXPECT_TRUE(ends.empty()) << what << ' ' << tick;
+      if (tick == replyAfter) serial.NoteReply();
       serial.TickReplyCountdown();
     }
-    EXPECT_EQ(ends, std::vector<bool>{row.answered}) << row.what;
-    EXPECT_EQ(boxes.shown, row.answered ? Texts{} : Texts{"Gauge with ID: 7 doesn't respond."}) << row.what;
+    EXPECT_EQ(ends, std::vector<bool>{answered}) << what;
+    EXPECT_EQ(boxes.shown, answered ? Texts{} : Texts{"Gauge with ID: 7 doesn't respond."}) << what;
     serial.NoteReply();
-    EXPECT_EQ(ends.size(), 1u) << row.what << ": told once";
+    EXPECT_EQ(ends.size(), 1u) << what << ": told once";
     while (serial.TransmitPending()) serial.TickTransmit();
   }
 }
@@ -143,35 +141,19 @@ TEST_F(SerialTest, WhoeverGoesAwayIsNotToldOfHisQuery) {
 }
 
 TEST_F(SerialTest, TheTickOpensAClosedPortAndADeadLineLosesTheFrame) {
-  serial.WriteGaugeCommand(1, 5, 1);
-  serial.TickTransmit();
+  Play("write 1 5 0 = true; tick; sent = 0 1 58 1 2 ff");
   EXPECT_EQ(Gauges().Log, (Texts{"threshold 25", "open 5"}));
-  EXPECT_EQ(Gauges().Sent.size(), 6u);
-
   Gauges().Unplug();
-  serial.WriteGaugeCommand(2, 5, 1);
-  serial.TickTransmit();
-  EXPECT_FALSE(serial.TransmitPending());
-  EXPECT_EQ(Gauges().Sent.size(), 6u);
+  Play("write 2 5 1 = true; tick; pending = false; sent =");
 }
 
 TEST_F(SerialTest, AFrameWaitsForALineThatIsBeingOpenedButNotForEver) {
   Gauges().OpenResult = SerialState::Opening;
-  serial.OpenComPorts();
-  serial.WriteGaugeCommand(1, 5, 1);
-  serial.TickTransmit();
-  EXPECT_TRUE(serial.TransmitPending());
+  Play("open; write 1 5 0 = true; tick; pending = true");
   Gauges().Answer(SerialState::Open);
-  serial.TickTransmit();
-  EXPECT_EQ(Gauges().Sent.size(), 6u);
-
-  serial.OpenComPorts();
-  serial.WriteGaugeCommand(1, 5, 1);
+  Play("tick; sent = 0 1 58 1 2 ff; open; write 1 5 1 = true");
   for (int tick = 0; tick <= Serial::kOpeningTicks; ++tick) serial.TickTransmit();
-  EXPECT_FALSE(serial.TransmitPending()) << "those behind it would wait for ever";
-  serial.WriteGaugeCommand(1, 5, 1);
-  serial.TickTransmit();
-  EXPECT_FALSE(serial.TransmitPending());
+  Play("pending = false; (those behind it would wait for ever); write 1 5 1 = true; tick; pending = false");
 }
 
 TEST_F(SerialTest, ALineOrItsPowerThatComesBackIsTold) {
@@ -223,5 +205,4 @@ TEST(NewGaugeIDFrame, AddressesMustBeInTheirRange) {
   EXPECT_TRUE(BuildNewGaugeIDFrame(0, 255));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::serialtest

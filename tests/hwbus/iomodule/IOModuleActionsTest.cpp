@@ -1,8 +1,7 @@
 #include "hwbus/iomodule/IOModuleActions.h"
 #include "tests/Test.h"
 
-namespace tvx {
-namespace {
+namespace tvx::iomoduleactionstest {
 
 FunctionRecord Function(float minimum, float maximum) {
   FunctionRecord f;
@@ -78,44 +77,36 @@ TEST(IOModuleActions, KeystrokesAndCommandsOnEachEdge) {
 
 TEST(IOModuleActions, AnalogueScaling) {
   const FunctionRecord function = Function(-20, 100);
-  const struct {
-    float minimum, centre, maximum;
-    int raw;
-    float out;
-  } cases[] = {
+  const std::tuple<float, float, float, int, float> cases[] = {
       {0, 0, 4000, 1000, 25},        {0, 0, 4000, 4095, 100},   {0, 0.9f, 4000, 1000, 25},
       {1000, 0, 4000, 0, 25},  // clamped to the raw minimum, measured from 0
       {0, 2000, 4000, 2000, 0},      {0, 2000, 4000, 3000, 50}, {0, 2000, 4000, 4095, 100},
       {0, 2000, 4000, 1000, -10},    {0, 2000, 4000, 0, -20},   {500.5f, 2000, 4000, 0, -20},
       {1000, 2000, 4000, 1500, -10},
   };
-  for (const auto& c : cases) {
+  for (const auto& [minimum, centre, maximum, raw, out] : cases) {
     IOModuleRecord d;
-    d.OffOnValue = c.minimum;
-    d.OnOffValue = c.centre;
-    d.RawMaximum = c.maximum;
-    EXPECT_FLOAT_EQ(AnalogueValue(d, function, c.raw), c.out) << c.centre << " raw " << c.raw;
+    d.OffOnValue = minimum;
+    d.OnOffValue = centre;
+    d.RawMaximum = maximum;
+    EXPECT_FLOAT_EQ(AnalogueValue(d, function, raw), out) << centre << " raw " << raw;
   }
   EXPECT_FALSE(std::isfinite(AnalogueValue(IOModuleRecord{}, function, 7)));
 }
 
 TEST(IOModuleActions, LampConditions) {
   const FunctionRecord function = Function(10, 110);
-  const struct {
-    int conditions;
-    double value;
-    bool lit;
-  } cases[] = {
+  const std::tuple<int, double, bool> cases[] = {
       {0, 10, false}, {1, 10, true},  {1, 10.5, false}, {2, 110, true},  {2, 10, false},
       {3, 110, true}, {4, 59, false}, {4, 60, true},    {4, 200, true},  {8, 42, true},
       {8, 41, false}, {9, 10, true},  {15, 50, false},  {16, 10, false}, {15, NAN, false},
   };
-  for (const auto& c : cases) {
+  for (const auto& [conditions, value, lit] : cases) {
     IOModuleRecord d;
-    d.IncrementFlags = static_cast<std::int16_t>(c.conditions);
+    d.IncrementFlags = static_cast<std::int16_t>(conditions);
     d.OffOnValue = 50;  // percent of the span, from the minimum
     d.OnOffValue = 42;
-    EXPECT_EQ(LampLit(d, function, c.value), c.lit) << c.conditions << " at " << c.value;
+    EXPECT_EQ(LampLit(d, function, value), lit) << conditions << " at " << value;
   }
 }
 
@@ -144,5 +135,4 @@ TEST(IOModuleActions, PreviewTellsWhatWouldBeSent) {
   EXPECT_EQ(AnaloguePreview(d, &function, 1000), "raw 1000: writes 50 to F");
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::iomoduleactionstest

@@ -2,8 +2,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
-namespace tvx {
-namespace {
+namespace tvx::iomodulepresentertest {
 
 struct IOModuleEditorTest : testing::Test {
   IOModuleEditorTest() {
@@ -127,5 +126,4 @@ TEST(IOModuleTouch, FindsTheSwitchOrAxisThatMoves) {
   EXPECT_FALSE(touch.Take(report));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::iomodulepresentertest

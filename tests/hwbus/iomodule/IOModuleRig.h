@@ -2,7 +2,7 @@
 #pragma once
 
 #include "hwbus/iomodule/IOModule.h"
-#include "tests/Test.h"
+#include "tests/Story.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeKeyInjector.h"
 #include "tests/fakes/FakeSerialPort.h"
@@ -12,7 +12,7 @@
 
 namespace tvx {
 
-struct IOModuleRig {
+struct IOModuleRig : Story {
   ConfigModel model;
   FakeMessageBoxes boxes;
   FakeClock clock;
@@ -35,6 +35,36 @@ struct IOModuleRig {
       f.FullName = "#1:sim/a\r\n#2:sim/b\r\n";
       f.boxMaximumValue = 100;
     }
+    verbs = {{"start", [this] { Start(); }},
+             {"stop", [this] { module.cmdStop_Click(); }},
+             {"run", [this] { module.cmdRun_Click(); }},
+             {"define", [this] { module.TakeDefinitions(); }},
+             {"set", [this](int function, float value) { Set(function, value); }},
+             {"lighting", [this](int bits) { module.SetLighting(static_cast<Byte>(bits)); }},
+             {"switches", [this](const std::string& on) { return SentAfter(Groups(on)); }},
+             {"axis", [this](int raw) { return SentAfter({}, {raw}); }},
+             {"sent", [this] { return Sent(); }},
+             {"refuse", [this](bool now) { Port().RefuseWrites = now; }},
+             {"tick", [this] { return InWords(Tick()); }},
+             {"slot", [this] {
+                module.WriteCmdDuringConfig_Tick();
+                return InWords(TakeCommands());
+              }}};
+  }
+  // The groups A to F of a report in which these switches are on: "A1 C8".
+  static std::array<Byte, 6> Groups(const std::string& on) {
+    std::array<Byte, 6> groups{};
+    std::istringstream words(on);
+    for (std::string name; words >> name;)
+      groups[static_cast<std::size_t>(name[0] - 'A')] |= static_cast<Byte>(0x80 >> (name[1] - '1'));
+    return groups;
+  }
+  // "4 1, 5 0": command and value of each.
+  static Texts InWords(const std::vector<std::pair<int, int>>& commands) {
+    Texts words;
+    for (const auto& [command, value] : commands)
+      words.push_back(std::to_string(command) + ' ' + std::to_string(value));
+    return words;
   }
   FakeSerialPort& Port() { return ports[static_cast<std::size_t>(parameters.Group)]; }
 

@@ -1,13 +1,8 @@
-
 #include "base/Rounding.h"
 #include "hwbus/iomodule/IOModule.h"
 #include "tests/hwbus/iomodule/IOModuleRig.h"
 
-namespace tvx {
-namespace {
-
-using Groups = std::array<Byte, 6>;
-using Commands = std::vector<std::pair<int, int>>;
+namespace tvx::iomoduletest {
 
 // Both modules, one class.
 struct IOModuleTest : testing::TestWithParam<int>, IOModuleRig {
@@ -18,20 +13,15 @@ INSTANTIATE_TEST_SUITE_P(Both, IOModuleTest, testing::Values(1, 2));
 TEST_P(IOModuleTest, FirstSwitchIsTheTopBitOfGroupAAndTheLastTheLowBitOfF) {
   Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
   Define(IOModuleKind::Switch, 47, 61).OffOnValue = 50;
-  Start();
-  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{"60=40.00"});
-  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0x01}), Texts{"61=50.00"});
-  EXPECT_EQ(SentAfter(Groups{0, 0, 0, 0, 0, 0x01}), Texts{"60=0.000"});
+  Play("start; switches A1 = 60=40.00; switches A1 F8 = 61=50.00; switches F8 = 60=0.000");
 }
 
 TEST_P(IOModuleTest, DeadBandIsTheLargestChangeThatIsIgnored) {
   Define(IOModuleKind::Analogue, 0, 60).DeadBand = 8;
-  Start();
-  EXPECT_EQ(SentAfter({}, {8}), Texts{});
-  EXPECT_EQ(SentAfter({}, {17}), Texts{"60=0.425"});
+  Play("start; axis 8 =; axis 17 = 60=0.425");
   // An axis that creeps never leaves the dead band: each place is remembered.
   for (int raw = 18; raw < 200; raw += 8) Report({}, {raw});
-  EXPECT_EQ(Sent(), Texts{});
+  Play("sent =");
 }
 
 // An encoder at B1 and B2, and a plain switch at B3 that steps the same Function.
@@ -43,68 +33,54 @@ struct EncoderTest : IOModuleTest {
       d.IncrementFlags = kIOModuleStepOffOn;
       d.OffOnValue = index == 9 ? -5.0f : 5.0f;
     }
+    verbs.emplace("click", [this](const std::string& button) {
+      clock.Advance(10);
+      Report(Groups(button));
+      return SentAfter({});
+    });
+    verbs.emplace("pass", [this](int milliseconds) { clock.Advance(milliseconds); });
     Start();
-  }
-  Texts Click(int bit) {
-    clock.Advance(10);
-    Report(Groups{0, static_cast<Byte>(0x80 >> bit), 0, 0, 0, 0});
-    return SentAfter(Groups{});
   }
 };
 INSTANTIATE_TEST_SUITE_P(Both, EncoderTest, testing::Values(1, 2));
 
 TEST_P(EncoderTest, LosesNoClickWhileTheSimulatorIsBehind) {
-  EXPECT_EQ(Click(0), Texts{}) << "the Function's value never came";
-  Set(60, 50);
-  EXPECT_EQ(Click(0), Texts{"60=55.00"});
-  EXPECT_EQ(Click(0), Texts{"60=60.00"});
-  Set(60, 55);  // the first click comes back
-  EXPECT_EQ(Click(0), Texts{"60=65.00"});
-  EXPECT_EQ(Click(1), Texts{"60=60.00"}) << "the other half goes on from there";
-  for (int i = 0; i < 8; ++i) Click(0);
-  EXPECT_EQ(Click(0), Texts{"60=100.0"}) << "the limit holds";
-  EXPECT_EQ(Click(2), Texts{"60=60.00"}) << "a plain switch reads the simulator";
-  clock.Advance(501);
-  EXPECT_EQ(Click(0), Texts{"60=60.00"}) << "after half a second the simulator counts again";
+  Play(
+      "click B1 =; (the Function's value never came); set 60 50; click B1 = 60=55.00; "
+      "click B1 = 60=60.00; set 60 55; (the first click comes back); click B1 = 60=65.00; "
+      "click B2 = 60=60.00; (the other half goes on from there)");
+  for (int i = 0; i < 8; ++i) verbs.at("click").Do("B1");
+  Play(
+      "click B1 = 60=100.0; (the limit holds); click B3 = 60=60.00; "
+      "(a plain switch reads the simulator); pass 501; click B1 = 60=60.00; "
+      "(after half a second the simulator counts again)");
 }
 
 TEST_P(IOModuleTest, ADefinitionThatIsStoredActsAtOnceAndInterruptsNoOther) {
   Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
   Define(IOModuleKind::Lamp, 0, 61).IncrementFlags = kIOModuleLitAtMaximum;
-  Start();
-  Set(61, 100);
-  Tick();
-  EXPECT_EQ(module.Lamps(), 1u);
-  module.TakeDefinitions();  // as opening the set-up does
-  EXPECT_EQ(Tick(), Commands{}) << "the lamp stays lit";
-  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{"60=40.00"});
+  Play(
+      "start; set 61 100; tick = 7 0, 4 1, 5 0, 6 0, 8 0; define; (as opening the set-up does); tick =; "
+      "switches A1 = 60=40.00");
   Define(IOModuleKind::Switch, 1, 62).OffOnValue = 30;
-  module.TakeDefinitions();
-  EXPECT_EQ(SentAfter(Groups{0xC0, 0, 0, 0, 0, 0}), Texts{"62=30.00"});
+  Play("define; switches A1 A2 = 62=30.00; stop");
   EXPECT_EQ(sim.PortCount(), 3) << "those that were open are used again";
-  module.cmdStop_Click();
   Define(IOModuleKind::Switch, 2, 63).OffOnValue = 20;
-  module.TakeDefinitions();
-  module.cmdRun_Click();
-  EXPECT_EQ(SentAfter(Groups{0xE0, 0, 0, 0, 0, 0}), Texts{"63=20.00"}) << "stored while halted";
+  Play("define; run; switches A1 A2 A3 = 63=20.00; (stored while halted)");
 }
 
 TEST_P(IOModuleTest, HaltedTakesTheReportButDoesNothing) {
   Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
-  Start();
-  module.cmdStop_Click();
   int seen = 0;
   const Registration observer =
       module.SetReportObserver([&](const IOModuleReport& report) { seen += report.On(0) ? 1 : 0; });
-  Report(Groups{0x80, 0, 0, 0, 0, 0});
+  Play("start; stop; switches A1 =");
   EXPECT_EQ(seen, 1);
-  EXPECT_EQ(Sent(), Texts{});
   model.General.TransferInterval = 5;
-  module.cmdRun_Click();
+  // The switch stands differently than when it was last acted upon.
+  Play("run; switches A1 = 60=40.00");
   EXPECT_TRUE(boxes.shown.empty()) << "its port is open already";
   EXPECT_EQ(process.interval, 10) << "the shortest";
-  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{"60=40.00"})
-      << "the switch stands differently than when it was last acted upon";
 }
 
 TEST_P(IOModuleTest, SwitchesRunCommandsAndTypeKeys) {
@@ -112,9 +88,8 @@ TEST_P(IOModuleTest, SwitchesRunCommandsAndTypeKeys) {
   command.ActionKind = 'c';
   command.OffOnValue = 2;
   Define(IOModuleKind::Switch, 1, 0).ActionKind = 'c';
-  Start();
+  Play("start; switches A1 A2 = CMND0sim/b");
   EXPECT_EQ(process.interval, model.General.TransferInterval);
-  EXPECT_EQ(SentAfter(Groups{0xC0, 0, 0, 0, 0, 0}), Texts{"CMND0sim/b"});
 }
 
 TEST_P(IOModuleTest, ADefinitionOfTheOtherModuleIsNotOurs) {
@@ -122,8 +97,7 @@ TEST_P(IOModuleTest, ADefinitionOfTheOtherModuleIsNotOurs) {
   d.Input = static_cast<std::int16_t>((3 - parameters.Number) * 1000);
   d.ActionKind = 'c';
   d.OffOnValue = 1;
-  Start();
-  EXPECT_EQ(SentAfter(Groups{0x80, 0, 0, 0, 0, 0}), Texts{});
+  Play("start; switches A1 =");
 }
 
 TEST_P(IOModuleTest, PortsAreOpenedUnderTheModulesCode) {
@@ -139,7 +113,7 @@ TEST_P(IOModuleTest, PortsAreOpenedUnderTheModulesCode) {
 TEST_P(IOModuleTest, BadInputIsDiscarded) {
   Define(IOModuleKind::Switch, 0, 60).OffOnValue = 40;
   Start();
-  auto frame = Frame(Groups{0x80, 0, 0, 0, 0, 0});
+  auto frame = Frame(Groups("A1"));
   for (const std::size_t end : {0u, 24u}) {
     auto bad = frame;
     bad[end] ^= 1;
@@ -160,59 +134,37 @@ TEST_P(IOModuleTest, BadInputIsDiscarded) {
 TEST_P(IOModuleTest, LampsFollowAndOnlyChangesAreSent) {
   Define(IOModuleKind::Lamp, 0, 60).IncrementFlags = kIOModuleLitAtMaximum;
   Define(IOModuleKind::Lamp, 31, 61).IncrementFlags = kIOModuleLitAtMinimum;
-  module.SetLighting(0xB7);
-  Start();
-  Set(60, 1);
-  Set(61, 1);
-  EXPECT_EQ(Tick(), (Commands{{7, 0}, {4, 0}, {5, 0}, {6, 11}, {8, 0xB7}}))
-      << "the first tick tells everything";
-  EXPECT_EQ(Tick(), Commands{});
-  Set(60, 100);
-  EXPECT_EQ(Tick(), (Commands{{4, 1}}));
-  Set(61, 0);
-  module.SetLighting(0x27);
-  EXPECT_EQ(Tick(), (Commands{{5, 0x8000}, {6, 2}, {8, 0x27}}));
+  // Lighting: the level in the upper half; the first tick tells everything.
+  Play(
+      "lighting 183; start; set 60 1; set 61 1; tick = 7 0, 4 0, 5 0, 6 11, 8 183; tick =; set 60 100; "
+      "tick = 4 1; set 61 0; lighting 39; tick = 5 32768, 6 2, 8 39");
   EXPECT_EQ(module.Lamps(), 0x80000001u);
 }
 
 TEST_P(IOModuleTest, WhatTheLineDidNotTakeIsSentAgain) {
-  Start();
-  Tick();
-  module.SetLighting(0x30);
-  Port().RefuseWrites = true;
-  module.ProcessTimer_Tick();
-  Port().RefuseWrites = false;
-  EXPECT_EQ(Tick(), (Commands{{4, 0}, {5, 0}, {6, 3}, {8, 0x30}}));
+  Play(
+      "start; tick = 7 0, 4 0, 5 0, 6 0, 8 0; lighting 48; refuse 1; tick =; refuse 0; "
+      "tick = 4 0, 5 0, 6 3, 8 48");
 }
 
 TEST_P(IOModuleTest, AModuleThatComesBackIsToldEverything) {
-  Start();
-  Report(Groups{});
-  Tick();
+  Play("start; switches =; tick = 7 0, 4 0, 5 0, 6 0, 8 0");
   for (int i = 0; i < IOModule::kSilentSeconds; ++i) module.TimerSeconds_Tick();
   EXPECT_EQ(module.StatusText(), "Running; the module does not answer");
   Tick();
-  Report(Groups{});
-  EXPECT_EQ(Tick(), (Commands{{4, 0}, {5, 0}, {6, 0}, {8, 0}}));
+  Play("switches =; tick = 4 0, 5 0, 6 0, 8 0");
 }
 
 TEST_P(IOModuleTest, CommandsQueueInOrderAndWaitForNobody) {
   module.OpenCommPort();
   module.ComposeCmd(0, 11, 300);
-  EXPECT_EQ(TakeCommands(), Commands{});
-  module.WriteCmdDuringConfig_Tick();
-  EXPECT_EQ(TakeCommands(), (Commands{{11, 300}}));
-  module.WriteCmdDuringConfig_Tick();
-  EXPECT_EQ(TakeCommands(), Commands{});
-
+  EXPECT_EQ(TakeCommands().size(), 0u);
+  Play("slot = 11 300; slot =");
   EXPECT_THROW(module.ComposeCmd(0, 11, 65536), RangeError);
   // No timer runs that would make room, as when the set-up was closed: no command waits for it.
-  for (std::size_t i = 0; i < FrameQueue::kRoom; ++i)
-    EXPECT_TRUE(module.ComposeCmd(0, 11, static_cast<int>(i)));
-  EXPECT_FALSE(module.ComposeCmd(0, 11, 99));
-  module.WriteCmdDuringConfig_Tick();
-  EXPECT_EQ(TakeCommands(), (Commands{{11, 0}}));
-  module.cmdRun_Click();
+  for (int i = 0; i <= static_cast<int>(FrameQueue::kRoom); ++i)
+    EXPECT_EQ(module.ComposeCmd(0, 11, i), i < static_cast<int>(FrameQueue::kRoom));
+  Play("slot = 11 0; run");
   EXPECT_EQ(Tick().front(), (std::pair{11, 1}));
 }
 
@@ -228,5 +180,4 @@ TEST_P(IOModuleTest, APortThatCannotBeOpenedIsToldWithTheModulesNumber) {
   EXPECT_TRUE(Holds(module.StatusText(), "Running; COM "));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::iomoduletest

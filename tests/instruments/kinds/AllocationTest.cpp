@@ -3,8 +3,7 @@
 #include "tests/fakes/AllocationCount.h"
 #include "tests/instruments/kinds/InstrumentRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::allocationtest {
 
 TEST(Allocation, NoTickAndNoReplyOfAnyKindAllocates) {
   for (int type = 1; type < 256; ++type) {
@@ -35,5 +34,4 @@ TEST(Allocation, NoTickAndNoReplyOfAnyKindAllocates) {
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::allocationtest

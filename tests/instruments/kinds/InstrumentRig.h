@@ -3,7 +3,6 @@
 
 #include "base/NumberFormat.h"
 #include "core/GaugeReceiver.h"
-#include "tests/Test.h"
 #include "tests/fakes/CockpitRig.h"
 
 namespace tvx {
@@ -34,6 +33,11 @@ struct InstrumentRig : CockpitRig {
     for (int n = 1; n <= 58; ++n) Define(n);
     for (int n = 91; n <= 120; ++n) Define(n);
     for (const int n : {143, 144, 280, 281}) Define(n);
+    verbs = {{"values", [this](const std::string& values) { SetAll(values); }},
+             {"reply", [this](const std::string& reply) { return Reply(model.Gauges[12].GaugeType, reply); }},
+             {"tick", [this] { return TickText(); }},
+             {"cycle", [this] { cycle.Tick(); }},
+             {"hold", [this] { PassHold(); }}};
     model.Functions[281].boxMinimumValue = -1;
     model.Functions[281].boxMaximumValue = 1;
   }

@@ -2,8 +2,7 @@
 #include "instruments/kinds/Registry.h"
 #include "tests/instruments/kinds/InstrumentRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::instrumenttickstest {
 
 // What the dialog of an instrument offers for trying must reach every value that a tick sends.
 void ExpectTriable(int type, const std::string& sent) {
@@ -90,8 +89,7 @@ TEST(InstrumentTicks, ATrimWithoutARangeMovesNoWheel) {
   InstrumentRig rig;
   rig.model.Functions[281].boxMaximumValue = rig.model.Functions[281].boxMinimumValue;
   rig.StartWith(140);
-  rig.SetAll("281=5 280=1");
-  EXPECT_EQ(rig.TickText(), "11:1");
+  rig.Play("values 281=5 280=1; tick = 11:1");
 }
 
 TEST(InstrumentTicks, AClusterHousingIsSentItsPairEveryTick) {
@@ -108,27 +106,25 @@ TEST(InstrumentTicks, AClusterHousingIsSentItsPairEveryTick) {
 }
 
 TEST(InstrumentTicks, ANeedleParksWhenItsValueIsOldWhereThatIsWanted) {
-  const struct {
-    int type;
-    const char *value, *parked, *again;
-  } rows[] = {{1, "51=60", "5:0", "5:500"},
-              {106, "33=60 34=60 35=1 36=1", "5:472 6:472 11:0", "5:614 6:614 11:257"},
-              {108, "31=60", "5:1080", "5:720"},
-              {130, "143=60", "5:5000 6:5000", "5:720 6:720"}};
-  for (const auto& row : rows) {
+  const std::tuple<int, const char*, const char*, const char*> rows[] = {
+      {1, "51=60", "5:0", "5:500"},
+      {106, "33=60 34=60 35=1 36=1", "5:472 6:472 11:0", "5:614 6:614 11:257"},
+      {108, "31=60", "5:1080", "5:720"},
+      {130, "143=60", "5:5000 6:5000", "5:720 6:720"}};
+  for (const auto& [type, value, parked, again] : rows) {
     for (const bool parks : {false, true}) {
-      SCOPED_TRACE(std::string(row.value) + (parks ? " parks" : ""));
+      SCOPED_TRACE(std::string(value) + (parks ? " parks" : ""));
       InstrumentRig rig;
       rig.AddPlate(20, 100, 1000);
-      rig.StartWith(row.type, parks ? 0x40 : 0, 51);
-      rig.SetAll(row.value);
-      EXPECT_TRUE(Holds(rig.TickText(), row.again));
+      rig.StartWith(type, parks ? 0x40 : 0, 51);
+      rig.SetAll(value);
+      EXPECT_TRUE(Holds(rig.TickText(), again));
       rig.clock.Advance(4000);
       EXPECT_EQ(rig.TickText(), "");
       rig.clock.Advance(1500);
-      EXPECT_EQ(rig.TickText(), parks ? row.parked : "");
-      rig.SetAll(row.value);
-      EXPECT_EQ(rig.TickText(), parks ? row.again : "");
+      EXPECT_EQ(rig.TickText(), parks ? parked : "");
+      rig.SetAll(value);
+      EXPECT_EQ(rig.TickText(), parks ? again : "");
     }
   }
 }
@@ -206,14 +202,10 @@ TEST(InstrumentTicks, ClocksTakeTimeAndTemperatureFromDatarefsToo) {
 TEST(InstrumentTicks, DmeShowsTheReceiverThatItsOwnSelectorChose) {
   InstrumentRig rig;
   rig.StartWith(113, 1);
-  rig.SetAll("27=10 27/2=20 28=100 28/2=200 29=1 29/2=2");
-  EXPECT_EQ(rig.TickText(), "4:100 5:100 6:1 11:1");
-  rig.Reply(113, "SD 17:04");
-  EXPECT_EQ(rig.TickText(), "4:200 5:200 6:2");
-  rig.Reply(113, "SD 17:03");  // no position of the selector
-  EXPECT_EQ(rig.TickText(), "");
-  rig.Reply(113, "SD 17:02");
-  EXPECT_EQ(rig.TickText(), "4:100 5:100 6:1");
+  rig.Play(
+      "values 27=10 27/2=20 28=100 28/2=200 29=1 29/2=2; tick = 4:100 5:100 6:1 11:1; "
+      "reply SD 17:04 =; tick = 4:200 5:200 6:2; reply SD 17:03 =; (no position of the selector); "
+      "tick =; reply SD 17:02 =; tick = 4:100 5:100 6:1");
 }
 
 // What the simulator sends in the second after a knob was turned is older than the hand. What the hand has
@@ -247,5 +239,4 @@ TEST(InstrumentTicks, ATurnedKnobIsLeftAloneForASecondAndTheRestIsNot) {
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::instrumenttickstest

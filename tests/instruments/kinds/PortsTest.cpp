@@ -2,8 +2,7 @@
 #include "instruments/kinds/Registry.h"
 #include "tests/instruments/kinds/InstrumentRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::portstest {
 
 // What the instrument has opened: Function and sequence number, a "-" where it is not read.
 std::string OpenedBy12(const InstrumentRig& rig) {
@@ -18,10 +17,7 @@ std::string OpenedBy12(const InstrumentRig& rig) {
 }
 
 TEST(InstrumentPorts, AreOpenedInTheirOrderAndRead) {
-  const struct {
-    int type, options;
-    const char* opened;
-  } cases[] = {
+  const std::tuple<int, int, const char*> cases[] = {
       {101, 0, ""},
       {104, 0, "10/1"},
       {112, 0, "26/1"},
@@ -47,15 +43,15 @@ TEST(InstrumentPorts, AreOpenedInTheirOrderAndRead) {
       {123, 1, "27/1 28/1 29/1 30/1 27/4 27/2 28/2 29/2 52/4"},
       {10, 0, "51/3 52/4 50/1 51/1 52/1 53/1 54/1 55/1 56/1 57/1"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [type, options, opened] : cases) {
     InstrumentRig rig;
     rig.model.Functions[27].FunctionSetting = 1;
-    GaugeRecord& gauge = rig.AddGauge(12, c.type);
+    GaugeRecord& gauge = rig.AddGauge(12, type);
     gauge.GaugeInstance1 = 3;
     gauge.GaugeInstance2 = 4;
     gauge.GaugeSetting6 = 50;
-    rig.StartWith(c.type, c.options, 51, 52);
-    EXPECT_EQ(OpenedBy12(rig), c.opened) << c.type << ", options " << c.options;
+    rig.StartWith(type, options, 51, 52);
+    EXPECT_EQ(OpenedBy12(rig), opened) << type << ", options " << options;
   }
 }
 
@@ -90,5 +86,4 @@ TEST(InstrumentPorts, WhatTheDialogAsksForIsOpened) {
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::portstest

@@ -2,15 +2,10 @@
 #include "instruments/kinds/Registry.h"
 #include "tests/instruments/kinds/InstrumentRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::repliestest {
 
 TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
-  const struct {
-    const char* what;
-    int type, options;
-    const char *reply, *sent;
-  } cases[] = {
+  const std::tuple<const char*, int, int, const char*, const char*> cases[] = {
       {"altimeter, hPa", 101, 0, "PP 7:03F5", "DATA 8/0=29.917"},
       {"altimeter, inches", 101, 0, "PP 4:01 7:0BB0", "DATA 8/0=29.92"},
       {"altimeter, knob not moved", 101, 0, "PP 10:01 12:80", ""},
@@ -67,26 +62,23 @@ TEST(Replies, EachTypeSendsItsValuesToItsTargets) {
       {"trim wheel, by its motor", 140, 0, "PT 7:1D4C", ""},
       {"attitude indicator says nothing", 103, 0, "PP 7:01", ""},
   };
-  for (const auto& c : cases) {
+  for (const auto& [what, type, options, reply, sent] : cases) {
     InstrumentRig rig;
-    rig.StartWith(c.type, c.options, c.type == 124 ? 1 : 51, c.type == 124 ? 17 : 52);
-    if (c.type != 105) {
-      std::string other = c.reply;
+    rig.StartWith(type, options, type == 124 ? 1 : 51, type == 124 ? 17 : 52);
+    if (type != 105) {
+      std::string other = reply;
       for (const std::size_t letter : {0u, 1u}) {
         other[letter] = '!';
-        EXPECT_EQ(rig.Reply(c.type, other), "") << c.what << ", other letters";
-        other[letter] = c.reply[letter];
+        EXPECT_EQ(rig.Reply(type, other), "") << what << ", other letters";
+        other[letter] = reply[letter];
       }
     }
-    EXPECT_EQ(rig.Reply(c.type, c.reply), c.sent) << c.what;
+    EXPECT_EQ(rig.Reply(type, reply), sent) << what;
   }
 }
 
 TEST(Replies, AreToldInWords) {
-  const struct {
-    int type;
-    const char *reply, *words;
-  } cases[] = {
+  const std::tuple<int, const char*, const char*> cases[] = {
       {101, "7:03F5 10:01", "1013|1|"},
       {104, "7:1A0B15 11:17053A", "2026-11-21|23:05:58|"},
       {105, "10:0438 7:0CA8", "1080|3240|"},
@@ -104,12 +96,12 @@ TEST(Replies, AreToldInWords) {
       {140, "7:1D4C 13:01", "7500|hand|"},
       {140, "7:0100", "256|motor|"},
   };
-  for (const auto& c : cases) {
-    const Bytes reply = InstrumentRig::ReplyOf(c.type, c.reply);
-    std::string words;
-    for (const ReadingField& reading : InstrumentOf(c.type)->Describe(c.type).readings)
-      words += reading.text(ReplyView(reply.data(), kReplySize)) + '|';
-    EXPECT_EQ(words, c.words) << c.type;
+  for (const auto& [type, reply, words] : cases) {
+    const Bytes bytes = InstrumentRig::ReplyOf(type, reply);
+    std::string told;
+    for (const ReadingField& reading : InstrumentOf(type)->Describe(type).readings)
+      told += reading.text(ReplyView(bytes.data(), kReplySize)) + '|';
+    EXPECT_EQ(told, words) << type;
   }
 }
 
@@ -138,98 +130,64 @@ TEST(Replies, AudioPanelWritesSevenDatarefsInOrderWhenItsSelectorChanges) {
   EXPECT_NE(rig.Reply(125, "7:20 8:04"), "") << "a new run tells it again";
 }
 
-TEST(Replies, PressureKnobCountsFromTheSimulatorsSetting) {
-  InstrumentRig rig;
-  rig.StartWith(101);
-  rig.Set(8, 29.5f);
-  rig.cycle.Tick();
-  EXPECT_EQ(rig.Reply(101, "PP 10:01 12:82"), "DATA 8/0=29.52");
-  rig.cycle.Tick();  // the simulator has not answered yet: the next turn counts on
-  EXPECT_EQ(rig.Reply(101, "PP 10:01 12:7F"), "DATA 8/0=29.51");
-  EXPECT_EQ(rig.Reply(101, "PP 7:03F5"), "DATA 8/0=29.917");
-  EXPECT_EQ(rig.Reply(101, "PP 7:03F5"), "") << "a setting that repeats would undo what was set elsewhere";
-  rig.Set(8, 0);
-  rig.cycle.Tick();
-  EXPECT_EQ(rig.Reply(101, "PP 7:03F5"), "DATA 8/0=29.917") << "unless the simulator has none";
-}
-
-TEST(Replies, RepeatedReportsDoNotUndoWhatTheSimulatorChanged) {
-  InstrumentRig rig;
-  rig.StartWith(110, 0, 51);
-  EXPECT_EQ(rig.Reply(110, "AS 7:4844"), "DATA 51/0=11850.");
-  rig.Set(51, 12190);
-  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "DATA 51/0=11875.");
-  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "") << "the simulator is given a second";
-  rig.PassHold();
-  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "DATA 51/0=11875.") << "it has not taken it";
-  rig.Set(51, 11875.004f);
-  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "");
-  rig.Set(51, 12190);
-  EXPECT_EQ(rig.Reply(110, "AS 7:493E"), "") << "the simulator is newer, even back at its old value";
-  EXPECT_EQ(rig.Reply(110, "AS 7:4844"), "DATA 51/0=11850.") << "the knob again";
-}
-
-TEST(Replies, WhatTheSimulatorCannotTellOfIsSentEachTime) {
-  InstrumentRig rig;
-  rig.StartWith(121);
-  const char* sent = "DREF sim/cockpit/radios/adf1_freq_hz=350.5";
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(rig.Reply(121, "AS 7:0DB1"), sent) << i;
+// What a reply sends depends on what was said and heard before.
+TEST(Replies, KnobsAndTheSimulatorDoNotFight) {
+  const std::tuple<const char*, int, int, int, const char*> rows[] = {
+      {"the pressure knob counts from the simulator's setting", 101, 0, 0,
+       "values 8=29.5; cycle; reply PP 10:01 12:82 = DATA 8/0=29.52; cycle; (not answered yet: the next turn "
+       "counts on); "
+       "reply PP 10:01 12:7F = DATA 8/0=29.51; reply PP 7:03F5 = DATA 8/0=29.917; "
+       "(a setting that repeats would undo what was set elsewhere); reply PP 7:03F5 =; values 8=0; cycle; "
+       "(unless the simulator has none); reply PP 7:03F5 = DATA 8/0=29.917"},
+      {"repeated reports do not undo what the simulator changed", 110, 0, 51,
+       "reply AS 7:4844 = DATA 51/0=11850.; values 51=12190; reply AS 7:493E = DATA 51/0=11875.; reply AS "
+       "7:493E =; "
+       "(the simulator is given a second); hold; reply AS 7:493E = DATA 51/0=11875.; (it has not taken it); "
+       "values 51=11875.004; reply AS 7:493E =; values 51=12190; reply AS 7:493E =; (it is newer, even back "
+       "at its old "
+       "value); reply AS 7:4844 = DATA 51/0=11850.; (the knob again)"},
+      {"what the simulator cannot tell of is sent each time", 121, 0, 0,
+       "reply AS 7:0DB1 = DREF sim/cockpit/radios/adf1_freq_hz=350.5; reply AS 7:0DB1 = "
+       "DREF sim/cockpit/radios/adf1_freq_hz=350.5"},
+      {"a King transponder is switched off", 122, 2, 0,
+       "reply XF 17:02 = DATA 47/0=1., DATA 47/2=1.; reply XF 17:01 = DATA 47/0=0."},
+      // Sent back, the beginning would put the simulator's own bug to 0 at every start.
+      {"what a face shows before the first value is not reported", 105, 1, 51,
+       "reply 10:0000 =; values 51=150; tick = 6:1800; hold; hold; hold; reply 10:0708 ="},
+      {"and a knob at 0 is where no value comes", 105, 1, 51,
+       "reply 10:0000 =; hold; hold; hold; reply 10:0000 = DATA 51/0=0."},
+      {"the trim wheel ignores jitter", 140, 0, 0,
+       "reply PT 7:1398 13:01 = DATA 131/1=0.003; reply PT 7:139A 13:01 =; reply PT 7:139B 13:01 = DATA "
+       "131/1=0.004; "
+       "reply PT 7:1399 13:01 =; reply PT 7:1398 13:01 = DATA 131/1=0.003"},
+  };
+  for (const auto& [what, type, options, function1, story] : rows) {
+    SCOPED_TRACE(what);
+    InstrumentRig rig;
+    rig.StartWith(type, options, function1);
+    rig.Play(story);
+  }
 }
 
 // Those that report a place of the hand, or a button, tell it once.
 TEST(Replies, WhatStandsIsNotSentAgain) {
-  const struct {
-    int type, options;
-    const char *reply, *sent;
-  } cases[] = {
+  const std::tuple<int, int, const char*, const char*> cases[] = {
       {105, 1, "7:0CA8", "DATA 52/0=-90."},  // the bug is where it was told to be
       {106, 0, "CA 7:021E", "DATA 51/0=180."},
       {114, 2, "XY 15:01 17:03", "DATA 47/2=0."},
       {123, 0, "SD 17:03 24:01 19:3412", "DREF sim/cockpit/radios/dme_freq_hz=466."},
       {140, 0, "PT 7:1D4C 13:01", "DATA 131/1=0.5"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [type, options, reply, sent] : cases) {
     InstrumentRig rig;
-    rig.StartWith(c.type, c.options, 51, 52);
+    rig.StartWith(type, options, 51, 52);
     rig.SetAll("51=77 52=88 47/2=5 26=0 281=0.2");
-    EXPECT_EQ(rig.Reply(c.type, c.reply), c.sent) << c.type;
+    EXPECT_EQ(rig.Reply(type, reply), sent) << type;
     rig.SetAll("51=0");  // taken; the others not
-    rig.Reply(c.type, c.reply);
+    rig.Reply(type, reply);
     rig.PassHold();
-    EXPECT_EQ(rig.Reply(c.type, c.reply), "") << c.type;
+    EXPECT_EQ(rig.Reply(type, reply), "") << type;
   }
-}
-
-TEST(Replies, AKingTransponderIsSwitchedOff) {
-  InstrumentRig rig;
-  rig.StartWith(122, 2);
-  EXPECT_NE(rig.Reply(122, "XF 17:02"), "");
-  EXPECT_EQ(rig.Reply(122, "XF 17:01"), "DATA 47/0=0.");
-}
-
-// Sent back, the beginning would put the simulator's own bug to 0 at every start.
-TEST(Replies, WhatAFaceShowsBeforeTheFirstValueIsNotReported) {
-  for (const bool valueComes : {true, false}) {
-    InstrumentRig rig;
-    rig.StartWith(105, 1, 51);
-    EXPECT_EQ(rig.Reply(105, "10:0000"), "");
-    if (valueComes) {
-      rig.Set(51, 150);
-      EXPECT_EQ(rig.TickText(), "6:1800");
-    }
-    for (int i = 0; i < 3; ++i) rig.PassHold();
-    EXPECT_EQ(rig.Reply(105, valueComes ? "10:0708" : "10:0000"), valueComes ? "" : "DATA 51/0=0.");
-  }
-}
-
-TEST(Replies, TrimWheelIgnoresJitter) {
-  InstrumentRig rig;
-  rig.StartWith(140);
-  EXPECT_NE(rig.Reply(140, "PT 7:1398 13:01"), "");
-  EXPECT_EQ(rig.Reply(140, "PT 7:139A 13:01"), "");
-  EXPECT_NE(rig.Reply(140, "PT 7:139B 13:01"), "");
-  EXPECT_EQ(rig.Reply(140, "PT 7:1399 13:01"), "");
-  EXPECT_NE(rig.Reply(140, "PT 7:1398 13:01"), "");
 }
 
 TEST(Replies, ModuleReportsTextAndEightAnalogueValues) {
@@ -265,5 +223,4 @@ TEST(Replies, OfAnotherKindThanTheConfigurationSaysAreLeftAlone) {
   EXPECT_EQ(rig.Reply(111, "AS 7:4844"), "DATA 51/0=11850.") << "the same kind";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::repliestest

@@ -3,8 +3,7 @@
 
 #include "instruments/setup/GaugeWork.h"
 
-namespace tvx {
-namespace {
+namespace tvx::gaugeworktest {
 
 TEST(GaugeWork, SaysWhatAGaugeStillLacks) {
   const struct {
@@ -52,5 +51,4 @@ TEST(GaugeWork, SaysWhatAGaugeStillLacks) {
   }
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::gaugeworktest

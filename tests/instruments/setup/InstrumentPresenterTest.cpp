@@ -1,11 +1,9 @@
-
 #include "instruments/kinds/Registry.h"
 #include "instruments/setup/CalibrationTargets.h"
 #include "instruments/setup/InstrumentPresenter.h"
 #include "tests/hwbus/gaugebus/GaugeConsoleRig.h"
 
-namespace tvx {
-namespace {
+namespace tvx::instrumentpresentertest {
 
 struct InstrumentPresenterTest : HaltedBusTest {
   InstrumentPresenterTest() {
@@ -112,17 +110,15 @@ TEST_F(InstrumentPresenterTest, ANewAddressIsCheckedWrittenAndReadBack) {
   model.Gauges[12].GaugeType = 1;
   model.GaugeState[13] = GaugeConnection::Connected;
   control.Open(7);
-  const struct {
-    const char *text, *message;
-  } rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"256", "A GaugeID is a whole number from 0 to 255."},
       {"7", "This is the gauge's GaugeID."},
       {"12", "GaugeID 012 is used by another gauge."},
       {"13", "GaugeID 013 is used by another gauge."},
       {"20", "Gauge is not connected; Search/Check connections\r\nNew GaugeID cannot be written to Gauge"}};
-  for (const auto& row : rows) {
-    EXPECT_FALSE(control.WriteNewGaugeID(row.text));
-    EXPECT_EQ(boxes.shown.back(), row.message);
+  for (const auto& [text, message] : rows) {
+    EXPECT_FALSE(control.WriteNewGaugeID(text));
+    EXPECT_EQ(boxes.shown.back(), message);
   }
   serial.TickTransmit();
   EXPECT_TRUE(Bus().Writes.empty());
@@ -227,5 +223,4 @@ TEST(Descriptions, CalibrationKnowsEveryNeedleWithAPlate) {
   EXPECT_TRUE(CalibrationTargets(model).back().IsEngineCluster());
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::instrumentpresentertest

@@ -2,8 +2,7 @@
 #include "tests/fakes/ScratchFolder.h"
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::aircrafttest {
 
 TEST(AircraftList, PatternsFitWholeTexts) {
   for (const auto& [pattern, text] : {std::pair{"C172", "c172"},
@@ -138,5 +137,4 @@ TEST_F(AircraftTest, WhatWasAskedForIsCancelledBeforeTheLinkCloses) {
   EXPECT_EQ(aircraft->Words(), "");
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::aircrafttest

@@ -4,8 +4,7 @@
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeMulticastListener.h"
 
-namespace tvx {
-namespace {
+namespace tvx::findertest {
 
 std::optional<Beacon> Read(std::string_view bytes) {
   return ReadBeacon({reinterpret_cast<const Byte*>(bytes.data()), bytes.size()});
@@ -151,5 +150,4 @@ TEST_F(FinderTest, AFloodOfBeaconsDoesNotGrowTheList) {
   EXPECT_EQ(finder.Found().size(), SimulatorFinder::kMost);
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::findertest

@@ -3,8 +3,7 @@
 #include "tests/fakes/ScratchFolder.h"
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::linkconsolepresentertest {
 
 Texts Describe(const std::string& bytes, bool reverse = false) {
   const ByteView view = View(bytes);
@@ -60,6 +59,15 @@ struct LinkConsoleTest : LinkTest {
   LinkConsoleTest() {
     model.General.RemotePort = "50991";
     model.General.LocalPort = "50992";
+    Can({{"start", [this] { console.cmdStartUDP_Click(); }},
+         {"stop", [this] { console.CmdStopUDP_Click(); }},
+         {"close", [this] { console.Close(); }},
+         {"tick", [this] { return console.DisplayTimer_Tick() ? "changed" : ""; }},
+         {"arrive", [this](int count) { Arrive(count); }},
+         {"log", [this] { console.cmdStopLog_Click(); }},
+         {"status",
+          [this] { return console.Shown().Status + (sim.UdpMonitorMode() ? ", has the link" : ""); }},
+         {"logged", [this] { return console.Log().Size(); }}});
   }
   ~LinkConsoleTest() override { console.Close(); }
   // One tick's worth of datagrams.
@@ -73,26 +81,13 @@ struct LinkConsoleTest : LinkTest {
 };
 
 TEST_F(LinkConsoleTest, TheDisplayTakesTheLinkFromThePortsAndGivesItBack) {
-  const Port port = OpenEnabled(60, DataType::Float, 3, 0);
-  console.cmdStartUDP_Click();
-  EXPECT_EQ(console.Shown().Status, "Running");
-  EXPECT_TRUE(sim.UdpMonitorMode());
-  socket.Deliver(DataDatagram({{3, 5}}));
-  EXPECT_EQ(Get(port), 0);
-  EXPECT_TRUE(console.DisplayTimer_Tick());
+  OpenEnabled(60, DataType::Float, 3, 0);
+  Play("start; status = Running, has the link; data 3 5; get 0 = 0; tick = changed");
   EXPECT_FALSE(sim.PacketArrived());
   EXPECT_TRUE(Holds(console.Shown().Raw, "Packet Length: 41\n0000  44 41 54 41"));
-  console.CmdStopUDP_Click();
-  EXPECT_EQ(console.Shown().Status, "Stopped");
-  EXPECT_FALSE(sim.UdpMonitorMode());
-  socket.Deliver(DataDatagram({{3, 6}}));
-  EXPECT_EQ(Get(port), 6);
-  EXPECT_FALSE(console.DisplayTimer_Tick());
-  console.cmdStartUDP_Click();
+  Play("stop; status = Stopped; data 3 6; get 0 = 6; tick =; start");
   socket.Deliver("DATA*1");
-  console.CmdStopUDP_Click();
-  console.cmdStartUDP_Click();
-  console.DisplayTimer_Tick();
+  Play("stop; start; tick =");
   EXPECT_FALSE(Holds(console.Shown().Raw, "Packet Length: 6")) << "it came before";
   console.Close();
   EXPECT_FALSE(sim.UdpMonitorMode()) << "closing must give the link back";
@@ -117,25 +112,20 @@ TEST_F(LinkConsoleTest, AnEndpointThatCannotBeUsedIsSaid) {
   EXPECT_EQ(boxes.shown,
             Texts{"The link to the simulator cannot be opened: the local port \"none\" is no number "
                   "from 1 to 65535"});
-  EXPECT_EQ(console.Shown().Status, "Stopped");
-  EXPECT_FALSE(sim.UdpMonitorMode());
   console.Endpoint.LocalPort = "50992";
-  console.cmdStartUDP_Click();
+  Play("status = Stopped; start");
   console.Endpoint.RemotePort = "0";
   console.cmdDSEL_Click("1");
   EXPECT_EQ(console.Shown().Status, "Stopped") << "the socket is closed: nothing can arrive";
 }
 
 TEST_F(LinkConsoleTest, TellsWhetherAnythingArrives) {
-  console.cmdStartUDP_Click();
-  clock.Advance(3000);
-  EXPECT_TRUE(console.DisplayTimer_Tick());
+  Play("start; pass 3000; tick = changed");
   EXPECT_TRUE(console.Shown().Silent);
   Arrive(150);
   EXPECT_EQ(console.Shown().Arrived, "150 datagrams have arrived");
   EXPECT_FALSE(console.Shown().Silent);
-  clock.Advance(5000);
-  EXPECT_TRUE(console.DisplayTimer_Tick());
+  Play("pass 5000; tick = changed");
   EXPECT_EQ(console.Shown().Arrived, "150 datagrams have arrived, the last 5 s ago");
 }
 
@@ -213,37 +203,22 @@ TEST_F(LinkConsoleTest, ListsRecordedSubscriptionsAndItsOwn) {
 }
 
 TEST_F(LinkConsoleTest, LogsOneSomeOrAllDatagrams) {
-  console.cmdStartUDP_Click();
-  Arrive(3);
-  EXPECT_EQ(console.Log().Size(), 0u) << "shown, not logged";
-  const std::size_t each = 3;  // lines
+  Play("start; arrive 3; logged = 0; (shown, not logged)");
   console.cmdSingleLog_Click();
-  Arrive(3);
-  EXPECT_EQ(console.Log().Size(), 1 * each);
+  Play("arrive 3; logged = 3; (one has three lines)");
   EXPECT_EQ(console.Shown().LogStatus, "Stopped");
   console.cmdMultiFrame_Click(4);
-  Arrive(3);
-  Arrive(3);
-  EXPECT_EQ(console.Log().Size(), 5 * each);
+  Play("arrive 3; arrive 3; logged = 15");
   console.cmdClearConverted_Click();
-  console.cmdStopLog_Click();
-  Arrive(20);
-  Arrive(20);
-  console.cmdStopLog_Click();
-  Arrive(20);
-  EXPECT_EQ(console.Log().Size(), 40 * each);
+  Play("log; arrive 20; arrive 20; log; arrive 20; logged = 120");
 }
 
 TEST_F(LinkConsoleTest, AFloodNeitherGrowsTheLogNorHidesThatItWas) {
-  console.cmdStartUDP_Click();
-  console.cmdStopLog_Click();
-  Arrive(150);
-  EXPECT_EQ(console.Log().Size(), 100 * 3 + 1u);
+  Play("start; log; arrive 150; logged = 301");
   EXPECT_EQ(console.Log().At(300), "=== 50 more came too fast to be logged ===");
-  Arrive(1);
-  EXPECT_EQ(console.Log().Size(), 101 * 3 + 1u) << "said once";
+  Play("arrive 1; logged = 304; (said once)");
   for (int i = 0; i < 10; ++i) Arrive(100);
-  EXPECT_EQ(console.Log().Size(), 1000u);
+  Play("logged = 1000");
 }
 
 TEST_F(LinkConsoleTest, TheLogCanBeSaved) {
@@ -281,5 +256,4 @@ TEST_F(LinkConsoleTest, CopiesADatarefIntoAConfigurableFunction) {
   EXPECT_EQ(boxes.asked, Texts(2, "The Description field of this function is not empty; Overwrite?"));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::linkconsolepresentertest

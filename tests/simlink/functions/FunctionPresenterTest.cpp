@@ -6,8 +6,7 @@
 #include "tests/Test.h"
 #include "tests/fakes/FakeHost.h"
 
-namespace tvx {
-namespace {
+namespace tvx::functionpresentertest {
 
 constexpr const char* kDatarefCode = "7";
 constexpr const char* kCommandCode = "6";
@@ -51,9 +50,7 @@ TEST_F(FunctionEditTest, EveryFieldReachesTheModel) {
 }
 
 TEST_F(FunctionEditTest, WhatIsWrongIsNamedAndNothingIsSaved) {
-  const struct {
-    const char *type, *field, *text, *message;
-  } rows[] = {
+  const std::array<const char*, 4> rows[] = {
       {"0", "ShortName", "  ", "The Short name of the function is missing"},
       {"0", "BoxAdd", "1.000,5", "Incorrect data"},
       {"0", "Multiplier", "inf", "Incorrect data"},
@@ -67,16 +64,16 @@ TEST_F(FunctionEditTest, WhatIsWrongIsNamedAndNothingIsSaved) {
       {"0", "BoxMacroNr", "x", "Incorrect data"},
       {"256", "ComboDT", "256", "Incorrect data"},
   };
-  for (const auto& row : rows) {
+  for (const auto& [type, field, text, message] : rows) {
     FunctionPresenter edit(model, boxes);
     edit.Choose(60);
     const FunctionDraft before = edit.Draft();
-    edit.Set("ComboDT", row.type);
-    edit.Set(row.field, row.text);
+    edit.Set("ComboDT", type);
+    edit.Set(field, text);
     const auto problem = edit.Save();
-    ASSERT_TRUE(problem) << row.field << '=' << row.text;
-    EXPECT_EQ(problem->field, row.field) << row.text;
-    EXPECT_EQ(boxes.shown.back(), row.message);
+    ASSERT_TRUE(problem) << field << '=' << text;
+    EXPECT_EQ(problem->field, field) << text;
+    EXPECT_EQ(boxes.shown.back(), message);
     EXPECT_FALSE(problem->words.empty());
     EXPECT_EQ(DraftOf(At(60)), before);
   }
@@ -101,11 +98,7 @@ TEST_F(FunctionEditTest, OnlyConfigurableFunctionsAreSaved) {
 }
 
 TEST_F(FunctionEditTest, CopiedEntriesGetTheNextNumber) {
-  const struct {
-    const char *type, *before, *path;
-    int element;
-    const char* after;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*, int, const char*> rows[] = {
       {kDatarefCode, "", "sim/a", 5, "#1:sim/a\n"},
       {kDatarefCode, "#1:sim/a\n", "sim/n1[0]", 2, "#1:sim/a\n#2:sim/n1[2]\n"},
       {kDatarefCode, "#3:sim/c", "sim/d[12]", 0, "#3:sim/c\n#4:sim/d[0]\n"},
@@ -113,41 +106,37 @@ TEST_F(FunctionEditTest, CopiedEntriesGetTheNextNumber) {
       {kCommandCode, "#1:a/b\n#8:a/c\n#2:a/d\n", "a/e", 0, "#1:a/b\n#8:a/c\n#2:a/d\n#9:a/e\n"},
       {kCommandCode, "# 5:x\n#x\n#7\n#99999999999:z\n", "a/e", 0, "# 5:x\n#x\n#7\n#99999999999:z\n#1:a/e\n"},
   };
-  for (const auto& row : rows) {
+  for (const auto& [type, before, path, element, after] : rows) {
     FunctionPresenter edit(model, boxes);
     edit.Set("ShortName", "N");
-    edit.Set("ComboDT", row.type);
-    edit.Set("FullName", row.before);
-    const int number = NextEntryNumber(row.before);
-    EXPECT_TRUE(edit.CopyEntry(row.path, row.element)) << row.after;
-    EXPECT_EQ(edit.Draft().At("FullName"), row.after);
+    edit.Set("ComboDT", type);
+    edit.Set("FullName", before);
+    const int number = NextEntryNumber(before);
+    EXPECT_TRUE(edit.CopyEntry(path, element)) << after;
+    EXPECT_EQ(edit.Draft().At("FullName"), after);
     ASSERT_FALSE(edit.Save());
     const auto found = CutEntry(At(51).FullName, number);
     ASSERT_TRUE(found) << At(51).FullName;
-    EXPECT_EQ(*found, WithElement(row.path, row.element));
+    EXPECT_EQ(*found, WithElement(path, element));
   }
   EXPECT_TRUE(boxes.shown.empty());
 }
 
 TEST_F(FunctionEditTest, WhatCannotBeCopiedChangesNothing) {
-  const struct {
-    const char *type, *before;
-    std::optional<std::string_view> path;
-    const char* message;
-  } rows[] = {
+  const std::tuple<const char*, const char*, std::optional<std::string_view>, const char*> rows[] = {
       {kDatarefCode, "", {}, "Incorrect X-Plane command; Cannot be copied"},
       {kCommandCode, "", "===== Not Found =====", "Incorrect X-Plane command; Cannot be copied"},
       {kCommandCode, "", "a/#2:b", "Incorrect X-Plane command; Cannot be copied"},
       {kDatarefCode, "#4:a/b\n", "a/c", "This Function has no room for entry #5: its data type holds 4."},
       {"4", "", "a/c", "This Function has no room for entry #1: its data type holds 0."},
   };
-  for (const auto& row : rows) {
+  for (const auto& [type, before, path, message] : rows) {
     FunctionPresenter edit(model, boxes);
-    edit.Set("ComboDT", row.type);
-    edit.Set("FullName", row.before);
-    EXPECT_FALSE(edit.CopyEntry(row.path, 0)) << row.message;
-    EXPECT_EQ(boxes.shown.back(), row.message);
-    EXPECT_EQ(edit.Draft().At("FullName"), row.before);
+    edit.Set("ComboDT", type);
+    edit.Set("FullName", before);
+    EXPECT_FALSE(edit.CopyEntry(path, 0)) << message;
+    EXPECT_EQ(boxes.shown.back(), message);
+    EXPECT_EQ(edit.Draft().At("FullName"), before);
   }
 }
 
@@ -249,5 +238,4 @@ TEST_F(FunctionEditTest, EditsInTheListAreKeptUntilTheyAreSaved) {
   EXPECT_TRUE(list.MayClose());
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::functionpresentertest

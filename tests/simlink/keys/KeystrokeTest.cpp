@@ -4,8 +4,7 @@
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/FakeKeyInjector.h"
 
-namespace tvx {
-namespace {
+namespace tvx::keystroketest {
 
 std::int16_t Code(int bits) {
   return static_cast<std::int16_t>(static_cast<std::uint16_t>(bits));
@@ -82,5 +81,4 @@ TEST_F(KeystrokesTest, InjectsOnlyWhileTheStatusFormIsMinimized) {
   EXPECT_TRUE(Holds(boxes.shown.back(), "module: \xC3\xA4\r\n")) << "beyond ASCII";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::keystroketest

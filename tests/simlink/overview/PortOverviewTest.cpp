@@ -2,8 +2,7 @@
 #include "simlink/overview/PortOverview.h"
 #include "tests/simlink/Fixture.h"
 
-namespace tvx {
-namespace {
+namespace tvx::portoverviewtest {
 
 using enum DataType;
 
@@ -69,21 +68,17 @@ TEST_F(Overview, TellsUserTypeSourceAndValuesOfEveryPort) {
   }
   EXPECT_TRUE(PortDetails(model, sim, 5).empty());
 
-  const struct {
-    const char* words;
-    PortColumn column;
-    bool descending;
-    const char* order;  // "!" where the value is late
-  } views[] = {
+  // The order that comes of it, with "!" where the value is late.
+  const std::tuple<const char*, PortColumn, bool, const char*> views[] = {
       {"", PortColumn::Nr, true, "4! 3 2 1! 0 "},  {"", PortColumn::Value, false, "2 3 4! 1! 0 "},
       {"", PortColumn::Age, true, "4! 1! 0 2 3 "}, {"", PortColumn::UsedBy, false, "2 0 4! 1! 3 "},
       {" ALTI\tf60", PortColumn::Nr, false, "0 "}, {"sim/a6", PortColumn::Lost, false, "2 3 1! "},
       {"group 20", PortColumn::Nr, false, "4! "},  {"group dataref", PortColumn::Nr, false, ""},
   };
-  for (const auto& view : views) {
-    overview.Search(view.words);
-    overview.SortBy(view.column, view.descending);
-    EXPECT_EQ(Order(), view.order) << view.words;
+  for (const auto& [words, column, descending, order] : views) {
+    overview.Search(words);
+    overview.SortBy(column, descending);
+    EXPECT_EQ(Order(), order) << words;
   }
   overview.Search("sim/");
   overview.SortBy(PortColumn::Nr, true);
@@ -97,5 +92,4 @@ TEST_F(Overview, TellsUserTypeSourceAndValuesOfEveryPort) {
   EXPECT_EQ(overview.Text({}).size() > heading.size() + 100, true) << "all that is shown";
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::portoverviewtest

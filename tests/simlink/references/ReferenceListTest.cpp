@@ -4,15 +4,10 @@
 #include "tests/Test.h"
 #include "tests/fakes/ScratchFolder.h"
 
-namespace tvx {
-namespace {
+namespace tvx::referencelisttest {
 
 TEST(ListFile, HoldsTitleCountAndEntriesHoweverTheyAreParted) {
-  const struct {
-    const char* text;
-    Texts entries;
-    std::size_t promised;
-  } rows[] = {
+  const std::tuple<const char*, Texts, std::size_t> rows[] = {
       {"T\n2\na/b\nc/d", {"a/b", "c/d"}, 2},
       {"  \"T\" , 2 , \"a/b\" ,c/d", {"a/b", "c/d"}, 2},
       {"\xEF\xBB\xBFT,\"2\"\n\n\na/b\n\nc/d\n", {"a/b", "c/d"}, 2},
@@ -23,11 +18,11 @@ TEST(ListFile, HoldsTitleCountAndEntriesHoweverTheyAreParted) {
       {"T,1,\"never\nended", {"never\nended"}, 1},
       {"T,4294967295,a/b", {"a/b"}, 4294967295u},
   };
-  for (const auto& row : rows) {
-    const auto content = ParseListFile(row.text, "T");
-    ASSERT_TRUE(content) << row.text;
-    EXPECT_EQ(content->entries, row.entries) << row.text;
-    EXPECT_EQ(content->promised, row.promised) << row.text;
+  for (const auto& [text, entries, promised] : rows) {
+    const auto content = ParseListFile(text, "T");
+    ASSERT_TRUE(content) << text;
+    EXPECT_EQ(content->entries, entries) << text;
+    EXPECT_EQ(content->promised, promised) << text;
   }
 }
 
@@ -74,15 +69,13 @@ TEST_F(InFolder, FilterAndSearchKeepTheNumbers) {
   ReferenceList list;
   list.Load(kReferencesFile);
   EXPECT_EQ(list.Short(), 1u);
-  const struct {
-    const char *prefix, *search;
-    Texts lines;
-  } rows[] = {{"sim/cockpit", "", {"0000 sim/cockpit/Alt_ft", "0001 sim/cockpit2/alt"}},
-              {"", " ft ALT ", {"0000 sim/cockpit/Alt_ft", "0002 sim/world/alt_ft"}},
-              {"", "zulu alt", {"===== Not Found ====="}}};
-  for (const auto& row : rows) {
-    list.Filter(row.prefix, row.search);
-    EXPECT_EQ(Shown(list), row.lines) << row.prefix << '+' << row.search;
+  const std::tuple<const char*, const char*, Texts> rows[] = {
+      {"sim/cockpit", "", {"0000 sim/cockpit/Alt_ft", "0001 sim/cockpit2/alt"}},
+      {"", " ft ALT ", {"0000 sim/cockpit/Alt_ft", "0002 sim/world/alt_ft"}},
+      {"", "zulu alt", {"===== Not Found ====="}}};
+  for (const auto& [prefix, search, lines] : rows) {
+    list.Filter(prefix, search);
+    EXPECT_EQ(Shown(list), lines) << prefix << '+' << search;
   }
   EXPECT_FALSE(list.PathAt(0));
   list.Filter("sim/world", "");
@@ -130,5 +123,4 @@ TEST_F(InFolder, AnImportThatFindsNothingLeavesTheListsAlone) {
   EXPECT_FALSE(std::filesystem::exists(kCommandsFile.name));
 }
 
-}  // namespace
-}  // namespace tvx
+}  // namespace tvx::referencelisttest

@@ -55,4 +55,25 @@ class TracedPorts {
   std::array<std::optional<TracedPort>, kHardwareGroups> traced_;
 };
 
+// All of them, with the trace of what passes, and what is said to the simulator should the program crash.
+class Connections {
+ public:
+  explicit Connections(Machine& machine)
+      : socket_(machine),
+        lastWords_(machine.MakeLastWords([this] { return socket_.Target(); })),
+        traced_(socket_.Socket(), trace_, machine.Clocks()),
+        ports_(machine, trace_) {}
+  UdpSocket& ToSimulator() { return traced_; }
+  HardwarePorts::Ports Ports() { return ports_.Ports(); }
+  TraceRing& Trace() { return trace_; }
+  LastWords& InACrash() { return *lastWords_; }
+
+ private:
+  SimulatorSocket socket_;
+  std::unique_ptr<LastWords> lastWords_;
+  TraceRing trace_;
+  TracedSocket traced_;
+  TracedPorts ports_;
+};
+
 }  // namespace tvx

@@ -8,7 +8,6 @@
 #include "config/StandardFunctions.h"
 #include "config/plates/StandardPlates.h"
 #include "platform/AtomicFile.h"
-#include "platform/qt/QtMessageBoxes.h"
 #include "ui/LogoFace.h"
 
 namespace tvx {
@@ -24,19 +23,14 @@ constexpr int kLinkRestMs = 100;  // while nothing waits: waking up costs more t
 
 Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices, Machine* machine,
                  MulticastListener* beacons)
-    : ownMachine_(machine == nullptr ? MakeMachine() : nullptr),
-      machine_(machine == nullptr ? *ownMachine_ : *machine),
-      ownBoxes_(boxes == nullptr ? std::make_unique<QtMessageBoxes>() : nullptr),
-      boxes_(boxes == nullptr ? *ownBoxes_ : *boxes, said_),
+    : around_({boxes, keys, devices, machine, beacons}),
       file_(model_, boxes_),
-      sim_(model_, tracedSocket_, boxes_, clock_),
-      hardware_(model_, ports_.Ports()),
+      sim_(model_, connections_.ToSimulator(), boxes_, clock_),
+      hardware_(model_, connections_.Ports()),
       serial_(hardware_, boxes_, clock_),
-      ownKeys_(keys == nullptr ? machine_.MakeKeys() : nullptr),
-      keys_(keys == nullptr ? *ownKeys_ : *keys),
       // A keystroke meant for the simulator must not land in the program's own window.
-      keystrokes_(keys_, boxes_, [this] { return statusForm_ && statusForm_->isMinimized(); }),
-      finder_(beacons == nullptr ? ownBeacons_ : *beacons, clock_),
+      keystrokes_(around_.Keys(), boxes_, [this] { return statusForm_ && statusForm_->isMinimized(); }),
+      finder_(around_.Beacons(), clock_),
       follower_(model_, sim_, finder_, clock_),
       run_(model_, sim_, serial_, boxes_, *this, clock_, peripherals_,
            {timers_.ProcessTimer, timers_.Timer1, timers_.WriteCmdDuringConfig}),
@@ -46,7 +40,8 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
                  [this] { return run_.Cycle().CockpitLighting().Word(); }),
       engineCluster_(model_, sim_, hardware_, boxes_, clock_,
                      [this] { return run_.Cycle().CockpitLighting().Word(); }),
-      yokes_(model_, sim_, hardware_, boxes_, clock_, machine_.MakeJoysticks(), *lastWords_),
+      yokes_(model_, sim_, hardware_, boxes_, clock_, around_.TheMachine().MakeJoysticks(),
+             connections_.InACrash()),
       start_(model_, file_, sim_, finder_, boxes_, *this, clock_, run_,
              {timers_.WaitForAutostart, timers_.TimerWaitForFS, timers_.TimerCheckForSilence}),
       configuration_({model_,
@@ -55,9 +50,9 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
                       serial_,
                       run_,
                       peripherals_,
-                      devices == nullptr ? machine_.Adapters() : *devices,
+                      around_.Adapters(),
                       adapterLine_,
-                      machine_.Numbers(),
+                      around_.TheMachine().Numbers(),
                       engineCluster_,
                       functions_,
                       finder_,
@@ -75,7 +70,7 @@ Program::Program(MessageBoxes* boxes, KeyInjector* keys, SerialDevices* devices,
               yokes_.Pair(),
               clock_,
               [this] { return run_.Running(); }},
-             model_, sim_, trace_, boxes_, clock_) {
+             model_, sim_, connections_.Trace(), boxes_, clock_) {
   // A user without a configuration begins with these.
   FillStandardFunctions(model_);
   FillStandardPlates(model_);
@@ -104,7 +99,7 @@ void Program::AddPeripherals() {
   add(PeripheralKind::IOModule2, ioModule2_);
   add(PeripheralKind::EngineCluster, engineCluster_);
   add(PeripheralKind::Yokes, yokes_);
-  run_.SetKeystrokeTrouble(keys_.Trouble());
+  run_.SetKeystrokeTrouble(around_.Keys().Trouble());
 }
 
 Program::~Program() {

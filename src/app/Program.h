@@ -11,6 +11,7 @@
 #include "app/Presence.h"
 #include "app/ProgramTimers.h"
 #include "app/SideForms.h"
+#include "app/Surroundings.h"
 #include "app/WatchForms.h"
 #include "app/peripherals/EngineClusterPeripheral.h"
 #include "app/peripherals/IOModulePeripheral.h"
@@ -27,12 +28,8 @@
 #include "core/forms/StartForm.h"
 #include "core/forms/StatusForm.h"
 #include "hwbus/gaugebus/Serial.h"
-#include "platform/machine/Machine.h"
-#include "platform/qt/QtHost.h"
-#include "platform/qt/QtMulticastListener.h"
 #include "simlink/SimCom.h"
 #include "simlink/aircraft/AircraftSwitch.h"
-#include "trace/Traced.h"
 
 namespace tvx {
 
@@ -109,30 +106,20 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   void BringInUseToFront();
   void ConfigurationReplaced();
 
-  std::unique_ptr<Machine> ownMachine_;
-  Machine& machine_;
-  const Clock& clock_{machine_.Clocks()};
-  SaidLog said_{clock_};
-  std::unique_ptr<MessageBoxes> ownBoxes_;
-  NotedBoxes boxes_;
+  Surroundings around_;
+  NotedBoxes& boxes_{around_.Boxes()};
+  const Clock& clock_{around_.Clocks()};
   ConfigModel model_;
   ConfigFile file_;
   UnsavedWork unsaved_{model_, boxes_};
-  SimulatorSocket socket_{machine_};
-  std::unique_ptr<LastWords> lastWords_{machine_.MakeLastWords([this] { return socket_.Target(); })};
-  TraceRing trace_;
-  TracedSocket tracedSocket_{socket_.Socket(), trace_, clock_};
+  Connections connections_{around_.TheMachine()};
   SimCom sim_;
-  AdapterLine adapterLine_{machine_};
-  TracedPorts ports_{machine_, trace_};
+  AdapterLine adapterLine_{around_.TheMachine()};
   HardwarePorts hardware_;
   Serial serial_;
-  std::unique_ptr<KeyInjector> ownKeys_;
-  KeyInjector& keys_;
   Keystrokes keystrokes_;
   Peripherals peripherals_{};  // by PeripheralKind; the button of one that is missing stays hidden
   ProgramTimers timers_;
-  QtMulticastListener ownBeacons_{kBeaconGroup, kBeaconPort};
   SimulatorFinder finder_;
   SimulatorFollower follower_;
   StatusPresenter run_;
@@ -145,9 +132,9 @@ class Program final : private Shell, private ConfigurationHost, private Aircraft
   ConfigurationForms configuration_;
   ConfigurationHistory history_{model_, clock_};
   WatchForms watch_;
-  SideForms sideForms_{boxes_, said_};
+  SideForms sideForms_{boxes_, around_.Said()};
   Presence presence_{
-      {start_, run_, hardware_, said_, clock_, [this] { BringInUseToFront(); }, [this] { Exit(); }}};
+      {start_, run_, hardware_, around_.Said(), clock_, [this] { BringInUseToFront(); }, [this] { Exit(); }}};
   FormCare care_{MakeCareParts()};
   std::vector<Registration> registrations_;  // views and timers
   bool ended_ = false;

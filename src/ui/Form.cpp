@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QResizeEvent>
 #include <QScrollArea>
 #include <QStyle>
 #include <QThread>
@@ -19,7 +20,8 @@ namespace tvx {
 namespace {
 
 constexpr int kLookAgainMs = 50;
-constexpr int kTitleBar = 3;  // of the window manager, in text heights
+constexpr int kTitleBar = 3;      // of the window manager, in text heights
+constexpr int kLeastInSight = 8;  // of what scrolls, in text heights
 
 // As large as what it holds, where there is room.
 class Scroller : public QScrollArea {
@@ -29,6 +31,9 @@ class Scroller : public QScrollArea {
     if (widget() == nullptr) return QScrollArea::sizeHint();
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     return widget()->sizeHint().expandedTo(widget()->minimumSizeHint()) + QSize(bar, bar);
+  }
+  QSize minimumSizeHint() const override {
+    return QScrollArea::minimumSizeHint().expandedTo({0, kLeastInSight * fontMetrics().height()});
   }
 
  protected:
@@ -104,11 +109,9 @@ void Form::ScrollInside() {
   QWidget* foot = foot_;
   if (foot != nullptr) layout()->removeWidget(foot);
   // What the form itself asks for; what its layout asks for may grow.
-  const QSize least = layout()->totalMinimumSize();
-  const QSize asked(minimumWidth() > least.width() ? minimumWidth() : 0,
-                    minimumHeight() > least.height() ? minimumHeight() : 0);
+  const int asked = minimumWidth() > layout()->totalMinimumSize().width() ? minimumWidth() : 0;
   content->setLayout(layout());
-  content->setMinimumSize(asked);
+  content->setMinimumWidth(asked);
   setMinimumSize(0, 0);
   scroller->setWidget(content);
   auto* column = new QVBoxLayout(this);
@@ -123,39 +126,70 @@ void Form::ScrollInside() {
   content->layout()->activate();
   column->activate();
   if (focused) focused->setFocus();
+  // Also what gets the focus by its own key. A click leaves all where it is: it may be meant for a button.
+  connect(qApp, &QApplication::focusChanged, scroller, [scroller](QWidget*, QWidget* now) {
+    if (now != nullptr && scroller->isAncestorOf(now) && QApplication::mouseButtons() == Qt::NoButton)
+      scroller->ensureWidgetVisible(now);
+  });
 }
 
-void Form::FitScreen() {
-  if (layout() == nullptr || screen() == nullptr || isMaximized() || isFullScreen()) return;
-  const QSize room = screen()->availableGeometry().size() - QSize(0, kTitleBar * fontMetrics().height());
-  const QSize least = layout()->totalMinimumSize().expandedTo(minimumSize());
+// What its layout needs. Words that wrap need the more lines the narrower the window is, which Qt leaves out
+// of a window's least size; what scrolls is to be as wide as what it holds.
+QSize Form::Least() const {
+  QSize least = layout()->totalMinimumSize();
+  if (const auto* scroller = findChild<QScrollArea*>("ScrollForm", Qt::FindDirectChildrenOnly)) {
+    const QWidget* held = scroller->widget();
+    const int wanted = std::max(held->minimumSizeHint().width(), held->minimumWidth());
+    least.setWidth(std::max(least.width(), wanted + style()->pixelMetric(QStyle::PM_ScrollBarExtent)));
+  } else {
+    least.setWidth(std::max(least.width(), minimumWidth()));
+  }
+  if (layout()->hasHeightForWidth()) {
+    least.setHeight(layout()->totalMinimumHeightForWidth(std::max(width(), least.width())));
+  }
+  return least;
+}
+
+void Form::FitScreen(QEvent::Type why) {
+  if (layout() == nullptr || screen() == nullptr) return;
+  const bool free = !isMaximized() && !isFullScreen();
+  const QSize room =
+      free ? screen()->availableGeometry().size() - QSize(0, kTitleBar * fontMetrics().height()) : size();
+  const QSize least = Least();
   if (!scrolls_ && (least.width() > room.width() || least.height() > room.height())) {
     ScrollInside();
-    resize(size().expandedTo(layout()->sizeHint()).boundedTo(room));
+    const QSize wanted = why == QEvent::Show ? layout()->sizeHint() : least;
+    if (free) resize(size().expandedTo(wanted).boundedTo(room));
   }
-  // Sideways it scrolls only where the screen is too narrow.
-  if (const auto* scroller = findChild<QScrollArea*>("ScrollForm", Qt::FindDirectChildrenOnly);
-      scrolls_ && scroller != nullptr) {
-    const int wanted =
-        scroller->widget()->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    if (width() < wanted) resize(std::min(wanted, room.width()), height());
-  }
-  // Words that wrap may need more lines than the form was made for.
-  if (!scrolls_ && layout()->hasHeightForWidth()) {
-    const int wanted = layout()->totalMinimumHeightForWidth(width());
-    if (height() < wanted) resize(width(), wanted);
-  }
-  if (width() > room.width() || height() > room.height()) resize(size().boundedTo(room));
+  KeepWithin(room, free && why == QEvent::LayoutRequest);
 }
 
-// Both when it is shown and when more is shown on it.
+// Neither smaller than it can be nor larger than the screen. Where it grows by itself its foot stays in
+// sight.
+void Form::KeepWithin(const QSize& room, bool mayMove) {
+  const QSize least = Least().boundedTo(room);
+  const int before = height();
+  if (minimumWidth() < least.width() || scrolls_) setMinimumWidth(least.width());
+  setMinimumHeight(least.height());
+  if (width() > room.width() || height() > room.height()) resize(size().boundedTo(room));
+  const int below = frameGeometry().bottom() - screen()->availableGeometry().bottom();
+  if (mayMove && height() > before && below > 0)
+    move(x(), std::max(screen()->availableGeometry().top(), y() - below));
+}
+
+// When it is shown, when more is shown on it, and when its words have another width.
 bool Form::event(QEvent* event) {
   const auto type = event->type();
   if (type == QEvent::WindowStateChange && isVisible() && !isMinimized()) comingUp_ = ComingUp::Front;
+  bool fits = type != QEvent::Show && type != QEvent::LayoutRequest;
+  if (type == QEvent::Resize) {
+    const auto* resized = static_cast<QResizeEvent*>(event);
+    fits = resized->size().width() == resized->oldSize().width();
+  }
   // Another event may be the one that deletes the form.
-  if (type != QEvent::Show && type != QEvent::LayoutRequest) return QWidget::event(event);
+  if (fits) return QWidget::event(event);
   const bool done = QWidget::event(event);
-  if (!unloading_ && (type == QEvent::Show || isVisible())) FitScreen();
+  if (!unloading_ && (type == QEvent::Show || isVisible())) FitScreen(type);
   return done;
 }
 
@@ -212,7 +246,6 @@ void Form::AddFoot(QWidget* foot) {
   for (QWidget* child : foot->findChildren<QWidget*>()) child->ensurePolished();
   const int more = foot->sizeHint().height() + layout()->spacing();
   if (testAttribute(Qt::WA_Resized) || isVisible()) resize(width(), height() + more);
-  if (!scrolls_ && minimumHeight() > 0) setMinimumHeight(minimumHeight() + more);
 }
 
 void Form::ShowNotice(const QString& text) {

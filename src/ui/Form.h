@@ -20,7 +20,9 @@ namespace tvx {
 enum class ComingUp { Front, Minimised, Hidden };
 
 // A window with a given name. Enter presses the focused button, or else the default one; Escape does what the
-// window's close button does. A form that does not fit the screen scrolls inside; its foot stays in sight.
+// window's close button does. A form that does not fit the screen scrolls inside; its foot stays in sight. It
+// cannot be made smaller than its controls and, at its width, its wrapped words need; where these get more,
+// it grows as far as the screen has room.
 //
 // A form ends by one road, Unload, whatever ends it: the user, who closes it; its maker; the end of the form
 // above it; the end of the program. From then on it is hidden, its timers stand still, the callbacks that it
@@ -82,8 +84,10 @@ class Form : public QWidget {
 
  private:
   void DeleteWhenIdle();
-  void FitScreen();
+  QSize Least() const;
+  void FitScreen(QEvent::Type why);
   void ScrollInside();
+  void KeepWithin(const QSize& room, bool mayMove);
 
   QPointer<QPushButton> defaultButton_;
   std::vector<Registration> kept_;

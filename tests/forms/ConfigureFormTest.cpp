@@ -71,7 +71,7 @@ TEST_F(ConfigureFormTest, ASimulatorOfTheNetworkIsTakenAtOnceAndFollowedOnReques
   EXPECT_EQ(General().Setting(kFollowSetting), "") << "another one is in use now";
   beacons_.Deliver(BeaconBytes("A-VERY-LONG-NAME-OF-A-COMPUTER", 2, 49100), "192.168.100.100");
   ExpectKeysAndTips(form);
-  ExpectNothingClipped(form);
+  ExpectWholeAtAnySize(form);
   for (const char* line : {"FoundLine0", "FoundLine1", "FoundLine2"}) {
     const auto* label = Control<QLabel>(form, line);
     EXPECT_GE(label->height(), label->heightForWidth(label->width())) << line;
@@ -269,7 +269,7 @@ TEST_F(ConfigureFormTest, AdaptersAreOfferedWithTheirState) {
             "Torvex interface, /dev/ttyUSB7: no permission; install the rule 70-torvex-cockpit.rules, or "
             "type: sudo adduser $USER dialout, and log in again");
   EXPECT_EQ(StateOf(form, "ComboAssign"), "COM 12") << "where it is already";
-  ExpectNothingClipped(form);
+  ExpectWholeAtAnySize(form);
   plugged.devices.clear();
   Play(form, {{"cmdRefresh", "", "LabelAdvice", "No serial adapter is plugged in."},
               {"", "", "cmdAssignAdapter", "button, grey"}});
@@ -288,11 +288,11 @@ TEST_F(ConfigureFormTest, KeysTipsAndTexts) {
   Configure();
   Control<QComboBox>(Configuration(), "ComboLights")->setFocus();
   ExpectKeysAndTips(Configuration());
-  ExpectNothingClipped(Configuration());
+  ExpectWholeAtAnySize(Configuration());
   const auto look = [this](const char* name, bool keys) {
     ASSERT_NE(Other(name), nullptr) << name;
     if (keys) ExpectKeysAndTips(Other(name));
-    ExpectNothingClipped(Other(name));
+    ExpectWholeAtAnySize(Other(name));
     Press(Other(name), Qt::Key_Escape);
     Settle();
     EXPECT_EQ(Other(name), nullptr) << name;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,8 @@
 namespace tvx {
 
 struct Step {
-  const char *form, *button;  // "F1" is the key
+  const char *form, *button;  // "F1" is the key; the name of a list: its line is chosen
+  int line = 0;
 };
 using Steps = std::vector<Step>;
 
@@ -48,6 +50,10 @@ inline const std::vector<Row> kEveryForm{
     {"module", kRunning + Steps{{"frmStatus", "cmdShowIOM"}}},
     {"set-up of a module", kRunning + kSetUp},
     {"definition of an input", kHalted + kSetUp + Steps{{"ConfigIOM", "cmdEdit"}}},
+    {"definition of an axis",
+     kHalted + kSetUp + Steps{{"ConfigIOM", "ListInputs", 48}, {"ConfigIOM", "cmdEdit"}}},
+    {"definition of a lamp",
+     kHalted + kSetUp + Steps{{"ConfigIOM", "ListInputs", 56}, {"ConfigIOM", "cmdEdit"}}},
     {"cluster", kRunning + Steps{{"frmStatusEC", "cmdTestEC"}}},
     {"set-up of the cluster", kHalted + Steps{{"frmStatusEC", "cmdConfigEC"}}},
     {"Plates over it", kHalted + Steps{{"frmStatusEC", "cmdConfigEC"}, {"frmConfigEC", "cmdCalibrate0"}}},
@@ -61,6 +67,7 @@ inline const std::vector<Row> kEveryForm{
     {"console", kConsole},
     {"console, receiving", kConsole + Steps{{"frmTestXplaneInterface", "cmdStartUDP"}}},
     {"set-up guide", kConfiguring + Steps{{"FrmMainConfigure", "cmdGuide"}}},
+    {"instrument", kConfiguring + Steps{{"FrmMainConfigure", "cmdNextWork"}}},
     {"Plates", kConfiguring + Steps{{"FrmMainConfigure", "cmdPlates"}}},
     {"gauge test", kConfiguring + Steps{{"FrmMainConfigure", "cmdTestGauges"}}},
     {"adapters", kConfiguring + Steps{{"FrmMainConfigure", "cmdAdapters"}}},
@@ -91,6 +98,7 @@ class EveryFormTest : public FormsTest {
     model.General.ComPortEC = 7;
     model.General.ComPortYoke1 = 9;
     model.EngineCluster[0] = {1, 1, 0};
+    model.Gauges[8].GaugeType = 1;  // nobody has said yet what it shows
     WriteConfig("Default.cfg", model);
     QDir().mkdir("comports");
     ScratchFolder::Link(6, module_.Device());
@@ -99,6 +107,8 @@ class EveryFormTest : public FormsTest {
   static void PressStep(const Step& step) {
     QWidget* form = Shown(step.form);
     if (form != nullptr && std::string(step.button) == "F1") return PressHelp(form);
+    if (auto* list = form == nullptr ? nullptr : form->findChild<QAbstractItemView*>(step.button))
+      return list->setCurrentIndex(list->model()->index(step.line, 0));
     auto* button = form == nullptr ? nullptr : form->findChild<QAbstractButton*>(step.button);
     if (button == nullptr) {
       ADD_FAILURE() << "no " << step.form << '/' << step.button;

@@ -19,6 +19,7 @@
 #include "tests/fakes/FakeKeyInjector.h"
 #include "tests/fakes/FakeMulticastListener.h"
 #include "tests/fakes/ScratchFolder.h"
+#include "tests/fakes/Whole.h"
 #include "ui/Look.h"
 
 namespace tvx {
@@ -210,22 +211,5 @@ struct FormsTest : testing::Test {
   SerialDevices* devices_ = nullptr;  // null: this computer's
   std::unique_ptr<Program> program_;
 };
-
-// Every label that does not wrap, and every button, must show its whole text at the form's smallest size.
-inline void ExpectNothingClipped(QWidget* form) {
-  form->resize(1, 1);
-  Settle();
-  for (const QLabel* label : form->findChildren<QLabel*>()) {
-    if (!label->isVisible() || label->wordWrap() || label->text().isEmpty()) continue;
-    if (label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) continue;
-    const QSize wanted(label->sizeHint().width(), label->fontMetrics().height());
-    EXPECT_EQ(label->size().expandedTo(wanted), label->size()) << label->objectName().toStdString();
-  }
-  for (const QAbstractButton* button : form->findChildren<QAbstractButton*>()) {
-    const QSize shown = button->size();
-    if (!button->isVisible()) continue;
-    EXPECT_EQ(shown.expandedTo(button->sizeHint()), shown) << button->objectName().toStdString();
-  }
-}
 
 }  // namespace tvx

@@ -161,7 +161,7 @@ TEST_F(LinesFormTest, AnAdapterThatAnswersIsOfferedForItsGroup) {
   ASSERT_TRUE(Shows(form, "LabelAdvice", "answers as an IO module"));
   auto* take = Control<QPushButton>(form, "cmdTakeRole");
   EXPECT_EQ(take->text(), "&Use for: IO module 1");
-  ExpectNothingClipped(form);
+  ExpectWholeAtAnySize(form);
   take->click();
   EXPECT_EQ(program_->Model().General.ComPortIOM1, 6) << "the number that leads to it already";
   EXPECT_TRUE(WaitUntil(

@@ -50,7 +50,7 @@ TEST_F(ModuleFormsTest, AreShownWithTheStatusFormAndSayWhereKeysCannotBeTyped) {
        std::initializer_list<QWidget*>{Module().Form(), program_->IOModule2().Form(), Cluster().Form()}) {
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(StateOf(form, "LabelStatus"), "Halted");
-    ExpectNothingClipped(form);
+    ExpectWholeAtAnySize(form);
   }
   EXPECT_EQ(LabelText(Status(), "LabelNotice"), "Keystrokes cannot be sent");
   Click(Status(), "CmdConfig");
@@ -73,7 +73,7 @@ TEST_F(ModuleFormsTest, WhatIsTouchedIsSelectedAndCheckedWhenStored) {
   Module().ShowConfiguration(nullptr);
   ConfigIOMForm* form = Module().ConfigurationForm();
   ASSERT_NE(form, nullptr);
-  ExpectNothingClipped(form);
+  ExpectWholeAtAnySize(form);
   Report(0x00);
   const struct {
     Byte groupA;
@@ -158,8 +158,8 @@ TEST_F(ModuleFormsTest, AnEngineClusterIsSetUpFromNothing) {
   ConfigEngineClusterForm* form = Cluster().ConfigurationForm();
   QWidget* test = Cluster().TestForm();
   ASSERT_NE(form, nullptr);
-  ExpectNothingClipped(form);
-  ExpectNothingClipped(test);
+  ExpectWholeAtAnySize(form);
+  ExpectWholeAtAnySize(test);
   // The next frame has this position at this byte, counted from 0.
   const auto expectSent = [this](std::size_t at, int position) {
     ASSERT_TRUE(WaitUntil([&] { return cluster.Collect().size() >= 40; }));

@@ -101,7 +101,7 @@ TEST_F(StartFormTest, OffersTheSimulatorsOfTheNetwork) {
                  {"", "", "FoundTake0", "hidden"}});
   EXPECT_TRUE(Control<QLabel>(Start(), "FoundTaken0")->isVisible()) << "it is the configured one";
   EXPECT_TRUE(TabRound(Start()).contains("FoundTake1"));
-  ExpectNothingClipped(Start());
+  ExpectWholeAtAnySize(Start());
   Click(Start(), "FoundTake1");
   EXPECT_EQ(program_->Model().General.RemoteIP, "10.0.0.7");
   EXPECT_TRUE(Control<QLabel>(Start(), "FoundTaken1")->isVisible());
@@ -121,7 +121,7 @@ TEST_F(StartFormTest, SaysWhoHasThePort) {
   EXPECT_TRUE(Begins(words, "X-Plane link closed: local port 50992 is used by another program: "));
   EXPECT_EQ(Control<StateLamp>(Start(), "LampSimulator")->Shown(), StateLamp::State::Trouble);
   EXPECT_EQ(LabelText(Start(), "LabelFound"), "X-Plane cannot be looked for: no network card");
-  ExpectNothingClipped(Start());
+  ExpectWholeAtAnySize(Start());
 }
 
 TEST_F(StartFormTest, TabReachesEverythingAndNothingIsClipped) {
@@ -129,7 +129,7 @@ TEST_F(StartFormTest, TabReachesEverythingAndNothingIsClipped) {
   const std::set<std::string> expected{"FileBox",      "FileName", "butOK",        "CmdConfigure",
                                        "ComboAtStart", "Exit",     "LabelWebPage", "cmdTheme"};
   EXPECT_EQ(TabRound(Start()), expected);
-  ExpectNothingClipped(Start());
+  ExpectWholeAtAnySize(Start());
 }
 
 }  // namespace

@@ -115,7 +115,7 @@ TEST_F(StatusFormTest, KeysTipsAndTexts) {
   BeginHalted();
   ExpectKeysAndTips(Status());
   program_->Run().cmdRun_Click();
-  ExpectNothingClipped(Status());
+  ExpectWholeAtAnySize(Status());
 }
 
 }  // namespace

@@ -116,10 +116,10 @@ TEST_F(YokeFormsTest, CalibrationAndJoystickSayWhatTheyMiss) {
 }
 
 TEST_F(YokeFormsTest, NothingIsClippedAndLeavingTakesThemAway) {
-  ExpectNothingClipped(program_->Yokes().Form());
+  ExpectWholeAtAnySize(program_->Yokes().Form());
   for (int page = 0; page < 7; ++page) {
     Control<QTabWidget>(Yoke1(), "TabsYoke")->setCurrentIndex(page);
-    ExpectNothingClipped(Yoke1());
+    ExpectWholeAtAnySize(Yoke1());
   }
   program_->Run().CmdConfig_Click();
   Settle();

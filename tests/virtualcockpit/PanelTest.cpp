@@ -12,9 +12,11 @@
 #include "drawn/faces/units/ModuleFace.h"
 #include "drawn/faces/units/YokeFace.h"
 #include "tests/Test.h"
+#include "tests/fakes/Whole.h"
 #include "virtualcockpit/bus/Drawn.h"
 #include "virtualcockpit/panel/InstrumentPanel.h"
 #include "virtualcockpit/panel/PanelWindow.h"
+#include "virtualcockpit/yokes/YokeWindow.h"
 
 namespace tvx::vc {
 namespace {
@@ -202,6 +204,35 @@ TEST(PanelWindow, ControlsDoWhatTheySay) {
   cockpit.Sim().RestartFlight(100);
   click("cmdRestart");
   EXPECT_EQ(cockpit.Sim().State().time, 0);
+}
+
+// Also on the screen of a small laptop.
+TEST(PanelWindow, ItsWindowsAreSeenWholeAtAnySize) {
+  ConfigModel model;
+  model.General.ComPortGS = 3;
+  model.General.ComPortIOM1 = 6;
+  model.General.ComPortIOM2 = 8;
+  model.General.ComPortEC = 7;
+  model.General.ComPortYoke1 = 9;
+  model.General.ComPortYoke2 = 10;
+  model.Gauges[10].GaugeType = 1;
+  Cockpit cockpit(model, {0, ".", false});
+  ASSERT_TRUE(cockpit.Start());
+  const auto yokes = MakeYokes(model, "", {}, {});
+  PanelWindow window(cockpit, [](const Traits&) {});
+  YokeWindow yokeWindow(yokes);
+  window.show();
+  window.findChild<QPushButton*>("cmdBehaviour")->click();
+  auto* behaviour = window.findChild<QWidget*>("behaviourPanel");
+  for (QWidget* each : {static_cast<QWidget*>(&window), static_cast<QWidget*>(&yokeWindow), behaviour}) {
+    SCOPED_TRACE(each->objectName().toStdString());
+    each->show();
+    EXPECT_LE(each->height(), each->screen()->availableGeometry().height());
+    ExpectWholeAtAnySize(each);
+    each->resize(1, 1);
+    EXPECT_LE(each->width(), 1366);
+    EXPECT_LE(each->height(), 700);
+  }
 }
 
 // Every control of the behaviour's window changes the one thing that it names.

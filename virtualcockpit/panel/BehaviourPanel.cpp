@@ -13,13 +13,14 @@
 
 #include "drawn/widgets/Theme.h"
 #include "virtualcockpit/bus/Drawn.h"
+#include "virtualcockpit/panel/ControlScroll.h"
 
 namespace tvx::vc {
 namespace {
 
 constexpr const char* kLook = R"(
-    #behaviourPanel { background: #15171a; }
-    QGroupBox { border: 1px solid #2b3036; border-radius: 6px; margin-top: 22px; padding-top: 4px; }
+    #behaviourPanel, #behaviourControls { background: #15171a; }
+    QGroupBox { border: 1px solid #2b3036; border-radius: 6px; margin-top: 1.6em; padding-top: 4px; }
     QGroupBox::title { subcontrol-origin: margin; left: 2px; color: #ffb454; }
     QSpinBox, QDoubleSpinBox, QLineEdit { background: #262a30; padding: 4px; }
     QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid #59626c; border-radius: 3px;
@@ -49,7 +50,10 @@ BehaviourPanel::BehaviourPanel(Cockpit& cockpit, std::function<void(const Traits
   setAttribute(Qt::WA_StyledBackground);
   setWindowTitle(QStringLiteral("Behaviour and faults"));
   setStyleSheet(theme::StyleSheet() + QString::fromLatin1(kLook));
-  auto* columns = new QHBoxLayout(this);
+  auto* controls = new QWidget(this);
+  controls->setObjectName(QStringLiteral("behaviourControls"));
+  controls->setAttribute(Qt::WA_StyledBackground);
+  auto* columns = new QHBoxLayout(controls);
   auto* left = new QVBoxLayout;
   auto* right = new QVBoxLayout;
   columns->addLayout(left);
@@ -67,6 +71,10 @@ BehaviourPanel::BehaviourPanel(Cockpit& cockpit, std::function<void(const Traits
   left->addStretch(1);
   right->addStretch(1);
   Show();
+  auto* around = new QVBoxLayout(this);
+  around->setContentsMargins(0, 0, 0, 0);
+  around->addWidget(new ControlScroll(controls, this));
+  resize(FittingScreen(*this, sizeHint()));
 }
 
 void BehaviourPanel::Change(const std::function<void(Traits&)>& change) {

@@ -8,6 +8,7 @@
 #include "drawn/faces/MakeFace.h"
 #include "drawn/widgets/Theme.h"
 #include "virtualcockpit/bus/Drawn.h"
+#include "virtualcockpit/panel/ControlScroll.h"
 
 namespace tvx::vc {
 namespace {
@@ -15,7 +16,7 @@ namespace {
 constexpr int kFrameMs = 40;   // 25 pictures a second
 constexpr int kStateMs = 500;  // what an eye reads
 constexpr double kSpeeds[] = {0.5, 1, 2, 5, 10};
-constexpr int kStripWidth = 292;
+constexpr int kStripLetters = 21;  // its width, in text heights
 
 QString Utf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -56,7 +57,6 @@ PanelWindow::PanelWindow(Cockpit& cockpit, std::function<void(const Traits&)> on
       panel_(new InstrumentPanel(this)),
       scroll_(new PanelScroll(panel_, this)),
       shelf_(new UnitShelf(cockpit, this)),
-      strip_(new QWidget(this)),
       behaviour_(new BehaviourPanel(cockpit, std::move(onYokes), this)) {
   setObjectName(QStringLiteral("virtualCockpit"));
   setAttribute(Qt::WA_StyledBackground);
@@ -70,27 +70,33 @@ PanelWindow::PanelWindow(Cockpit& cockpit, std::function<void(const Traits&)> on
   column->addWidget(scroll_, 1);
   column->addWidget(shelf_);
   row->addLayout(column, 1);
-  strip_->setObjectName(QStringLiteral("sideStrip"));
-  strip_->setAttribute(Qt::WA_StyledBackground);
-  strip_->setFixedWidth(kStripWidth);
-  auto* strip = new QVBoxLayout(strip_);
+  auto* controls = new QWidget(this);
+  controls->setObjectName(QStringLiteral("sideStrip"));
+  controls->setAttribute(Qt::WA_StyledBackground);
+  auto* strip = new QVBoxLayout(controls);
   strip->setContentsMargins(18, 16, 18, 16);
   strip->setSpacing(7);
-  row->addWidget(strip_);
   for (const auto& device : cockpit.Gauges().Devices())
     panel_->Add(MakeFace(*device, cockpit.Model(), panel_));
   BuildStrip(*strip);
+  for (QWidget* control : controls->findChildren<QWidget*>()) control->ensurePolished();
+  strip_ = new ControlScroll(controls, this);
+  strip_->setFixedWidth(std::max(kStripLetters * theme::TextHeight(), strip_->minimumSizeHint().width()));
+  row->addWidget(strip_);
   Connect();
   frameClock_.start();
   stateClock_.start();
   ShowState();
-  resize(1600, 1000);
+  resize(FittingScreen(*this, {1600, 1000}));
 }
 
 QLabel* PanelWindow::AddLabel(QVBoxLayout& strip, const char* name, const char* role) {
   auto* label = new QLabel(this);
   label->setObjectName(QString::fromLatin1(name));
   label->setWordWrap(true);
+  QSizePolicy policy = label->sizePolicy();
+  policy.setHorizontalPolicy(QSizePolicy::Ignored);  // a long path must not make the strip wider
+  label->setSizePolicy(policy);
   if (role) label->setProperty("role", QString::fromLatin1(role));
   strip.addWidget(label);
   return label;

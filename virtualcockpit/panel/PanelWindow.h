@@ -53,7 +53,7 @@ class PanelWindow : public QWidget {
   InstrumentPanel* panel_;
   QWidget* scroll_;  // around the panel
   UnitShelf* shelf_;
-  QWidget* strip_;
+  QWidget* strip_;  // around the controls
   BehaviourPanel* behaviour_;
   QLabel *labelPhase_, *labelFlight_, *labelSimulator_, *labelClient_, *labelTraffic_;
   QLabel *labelBus_, *labelBusPath_, *labelBusTraffic_, *labelNotice_, *labelBehaviour_;

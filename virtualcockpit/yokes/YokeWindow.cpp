@@ -11,6 +11,8 @@ namespace tvx::vc {
 namespace {
 
 constexpr int kFrameMs = 40;
+// So that the window keeps its width while they change.
+constexpr const char* kWidestWords = "roll -100 %, pitch -100 %, unplugged, forces -100 / -100 % of 100 %";
 
 }  // namespace
 
@@ -65,6 +67,8 @@ QWidget* YokeWindow::MakeSide(YokeLine& line, int number) {
   auto* picture = new YokeWidget(line.Device(), number, side);
   auto* words = new QLabel(side);
   words->setObjectName(QStringLiteral("labelYoke%1").arg(number));
+  words->ensurePolished();
+  words->setMinimumWidth(words->fontMetrics().horizontalAdvance(QString::fromLatin1(kWidestWords)));
   auto* stop = new QPushButton(QStringLiteral("S&top button"), side);
   stop->setObjectName(QStringLiteral("cmdStop%1").arg(number));
   stop->setCheckable(true);

@@ -1,5 +1,7 @@
 #include "drawn/widgets/Theme.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <algorithm>
 #include <map>
 
@@ -9,6 +11,10 @@ namespace {
 const QColor kPaint{0xee, 0xef, 0xea};
 const QColor kWarmDark{0x7a, 0x52, 0x26};
 const QColor kWarmBright{0xff, 0xdd, 0xa6};
+
+// In pixels.
+constexpr int kUsualText = 14, kLargestText = 40;
+constexpr int kLargestUsual = 16;  // that a desktop has without a user's wish
 
 double Brightness(const FaceLight& light) {
   return std::clamp(light.brightness / 15.0, 0.0, 1.0);
@@ -48,14 +54,19 @@ QFont FontOf(double height, bool bold) {
   return made.emplace(std::pair(pixels, bold), font).first->second;
 }
 
+int TextHeight() {
+  const int system = QFontInfo(QFontDatabase::systemFont(QFontDatabase::GeneralFont)).pixelSize();
+  return system <= kLargestUsual ? kUsualText : std::min(kUsualText * system / kLargestUsual, kLargestText);
+}
+
 QString StyleSheet() {
-  return QStringLiteral(R"(
-    QWidget { color: #e6e9ec; font-family: "Noto Sans", "DejaVu Sans"; font-size: 14px; }
+  QString sheet = QStringLiteral(R"(
+    QWidget { color: #e6e9ec; font-family: "Noto Sans", "DejaVu Sans"; font-size: @textpx; }
     #virtualCockpit { background: #1d2024; }
     #sideStrip { background: #15171a; border-left: 1px solid #34393f; }
-    QLabel[role="title"] { color: #ffb454; font-size: 13px; font-weight: 600; }
-    QLabel[role="caption"] { color: #9aa3ad; font-size: 13px; }
-    QLabel[role="big"] { font-size: 22px; font-weight: 600; }
+    QLabel[role="title"] { color: #ffb454; font-size: @smallpx; font-weight: 600; }
+    QLabel[role="caption"] { color: #9aa3ad; font-size: @smallpx; }
+    QLabel[role="big"] { font-size: @bigpx; font-weight: 600; }
     QFrame[role="line"] { background: #2b3036; max-height: 1px; min-height: 1px; border: none; }
     QPushButton, QComboBox { background: #262a30; border: 1px solid #3d444c; border-radius: 5px;
                              padding: 7px 10px; min-height: 18px; }
@@ -71,6 +82,14 @@ QString StyleSheet() {
     QMenu::separator { height: 1px; background: #34393f; margin: 4px 8px; }
     QToolTip { background: #1d2024; color: #e6e9ec; border: 1px solid #59626c; padding: 4px; }
   )");
+  const int text = TextHeight();
+  const auto put = [&sheet](const char* token, int pixels) {
+    sheet.replace(QLatin1String(token), QString::number(pixels));
+  };
+  put("@text", text);
+  put("@small", text * 13 / 14);
+  put("@big", text * 11 / 7);
+  return sheet;
 }
 
 }  // namespace tvx::drawn::theme

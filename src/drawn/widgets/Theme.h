@@ -25,7 +25,9 @@ QColor Ink(const FaceLight& light);
 QColor Ink(const QColor& paint, const FaceLight& light);
 // A font of the height in pixels (of the widget's own units).
 QFont FontOf(double height, bool bold = false);
-// The style sheet of the window's controls.
+// Height of ordinary text of the window's controls, in pixels: 14, and more where the desktop has large text.
+int TextHeight();
+// The style sheet of the window's controls, of that height.
 QString StyleSheet();
 
 }  // namespace tvx::drawn::theme

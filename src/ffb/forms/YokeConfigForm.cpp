@@ -49,6 +49,7 @@ YokeConfigForm::YokeConfigForm(ConfigModel& model, YokePair& pair, MessageBoxes&
   auto* tabs = new QTabWidget;
   tabs->setObjectName("TabsYoke");
   tabs->setAccessibleName(tr("Pages of this yoke"));
+  tabs->setUsesScrollButtons(false);
   tabs->addTab(MakeModePage(), tr("&Mode"));
   tabs->addTab(MakeCalibrationPage(), tr("Ca&libration"));
   tabs->addTab(MakeForcesPage(), tr("&Forces"));

@@ -69,6 +69,7 @@ void CockpitForm::MakeTabs() {
   TabsCockpit->setObjectName("TabsCockpit");
   TabsCockpit->setAccessibleName(tr("The cockpit as a list, and drawn"));
   TabsCockpit->setDocumentMode(true);
+  TabsCockpit->setUsesScrollButtons(false);
   TabsCockpit->addTab(ListCockpit, tr("&List"));
   TabsCockpit->addTab(PanelCockpit, tr("&Drawn"));
   TabsCockpit->setTabToolTip(0, tr("Everything in use, what is in trouble first"));

@@ -12,19 +12,25 @@ QString Named(const QString& what, const QString& name) {
   return name.isEmpty() ? QString() : what + ": " + name + "    ";
 }
 
-// A line that ends in dots where there is no room for all of it.
+// A line with dots for what it has no room for.
 class ShortenedLabel final : public QLabel {
+ public:
+  explicit ShortenedLabel(Qt::TextElideMode where) : where_(where) {}
+
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+    const QString shown = fontMetrics().elidedText(text(), where_, contentsRect().width());
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(),
                           shown, foregroundRole());
   }
+
+ private:
+  const Qt::TextElideMode where_;
 };
 
-QLabel* MakeLine(const char* name) {
-  auto* label = new ShortenedLabel;
+QLabel* MakeLine(const char* name, Qt::TextElideMode where) {
+  auto* label = new ShortenedLabel(where);
   label->setObjectName(QString::fromLatin1(name));
   label->setTextFormat(Qt::PlainText);
   look::SetRole(label, "caption");
@@ -38,8 +44,9 @@ EditBar::EditBar(Actions actions, QWidget* form) {
   setObjectName("BarEdit");
   cmdUndo = MakeButton("cmdUndo", tr("Undo"), {});
   cmdRedo = MakeButton("cmdRedo", tr("Redo"), {});
-  LabelSteps = MakeLine("LabelSteps");
-  LabelSaved = MakeLine("LabelSaved");
+  LabelSteps = MakeLine("LabelSteps", Qt::ElideRight);
+  LabelSaved = MakeLine("LabelSaved", Qt::ElideLeft);
+  // Whether it is saved stands last, and is never cut.
   LabelSaved->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
@@ -78,6 +85,7 @@ void EditBar::Show(const View& view) {
   LabelSteps->setToolTip(LabelSteps->text());
   LabelSteps->setVisible(!LabelSteps->text().isEmpty());
   SetTextIfChanged(LabelSaved, view.state);
+  LabelSaved->setToolTip(view.state);
   if (cmdSaveNow == nullptr) return;
   cmdSaveNow->setEnabled(view.changed);
   cmdSaveNow->setToolTip(view.saveWords);

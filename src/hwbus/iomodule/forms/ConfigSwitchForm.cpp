@@ -31,7 +31,7 @@ ConfigSwitchForm::ConfigSwitchForm(ConfigModel& model, IOModule& module, Message
   setWindowTitle(tr("Switch %1 of IO module %2").arg(SwitchName(input.Index)).arg(input.Module));
   MakeAction();
   MakeType();
-  Finish();
+  Finish(help_);
 }
 
 void ConfigSwitchForm::MakeAction() {
@@ -92,7 +92,6 @@ void ConfigSwitchForm::MakeType() {
   for (const char* line : kEncoderHelp) words += ToText(line) + '\n';
   help_ = MakeLabel("LabelHelp", words + ToText(kToggleHelp), "caption");
   help_->setWordWrap(true);
-  Rows()->addRow(help_);
 }
 
 bool ConfigSwitchForm::ReadControls(IOModuleRecord& definition) const {

@@ -35,10 +35,11 @@ InputForm::InputForm(const char* name, const ConfigModel& model, IOModulePresent
   connect(comboFunction_, &QComboBox::currentIndexChanged, this, [this] { ShowPreview(); });
 }
 
-void InputForm::Finish() {
+void InputForm::Finish(QLabel* help) {
   auto* column = new QVBoxLayout(this);
   SpaceForm(column);
   column->addLayout(rows_);
+  if (help != nullptr) column->addWidget(help);
   column->addWidget(preview_);
   column->addStretch(1);
   QPushButton* store = MakeButton("cmdStore", tr("&Store"), tr("Checks the definition and keeps it"));

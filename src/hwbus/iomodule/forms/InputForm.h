@@ -34,8 +34,9 @@ class InputForm : public Form {
   virtual QString Preview(const IOModuleRecord& definition, const FunctionRecord* function) const = 0;
   virtual void Stored(const IOModuleRecord&) {}
 
-  // To be called by the derived form when its own controls stand in `Rows()`.
-  void Finish();
+  // To be called by the derived form when its own controls stand in `Rows()`. `help` goes below them: words
+  // that wrap do not keep their room in a QFormLayout.
+  void Finish(QLabel* help = nullptr);
   void ShowPreview();
 
   QFormLayout* Rows() const { return rows_; }

@@ -45,10 +45,9 @@ InstrumentForm::InstrumentForm(const ConfigModel& model, InstrumentPresenter& pr
   column->addStretch(1);
   column->addLayout(MakeButtons());
   Keep(presenter_.SetAnswered([this] { ShowAnswer(); }));
-  // Wide enough for the wrapped texts to keep to two lines, and high enough for those.
+  // Wide enough for the wrapped texts to keep to two lines.
   setMinimumWidth(std::max(look::Margin() * 42, minimumSizeHint().width()));
   Refresh();
-  setMinimumHeight(column->totalHeightForWidth(minimumWidth()));
   focusNextChild();
 }
 

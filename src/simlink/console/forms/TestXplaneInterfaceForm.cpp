@@ -316,13 +316,14 @@ QWidget* TestXplaneInterfaceForm::MakeLogPanel() {
   grid->addWidget(ListUDPProcessed, 1, 0, 1, -1);
   auto* keep = new QHBoxLayout;
   keep->setSpacing(look::Gap());
+  keep->addWidget(panel->findChild<QLabel*>("PanelLogTitle"), 1);
   keep->addWidget(AddButton("cmdClearConverted", tr("Clear"), tr("Empties the log"),
                             [this] { presenter_.cmdClearConverted_Click(); }));
   keep->addWidget(AddButton("cmdSaveLog", tr("Save log..."), tr("Writes these lines to a file"), [this] {
     const QString file = choosers_.logFile(this);
     if (!file.isEmpty() && !Unloading()) presenter_.cmdSaveLog_Click(file.toStdString());
   }));
-  grid->addLayout(keep, 0, 0, 1, -1, Qt::AlignRight);  // beside the title
+  grid->addLayout(keep, 0, 0, 1, -1);
   auto* row = new QHBoxLayout;
   row->setSpacing(look::Gap());
   cmdStopLog = AddButton("cmdStopLog", {}, tr("Logs every datagram, until it is stopped"),

@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
 
 #include "ui/Look.h"
 #include "ui/ReadingLabel.h"
@@ -96,7 +97,8 @@ Reading::Reading(const QString& name, const QString& widest, Qt::Alignment align
 }
 
 void Reading::SetText(std::string_view text) {
-  SetTextIfChanged(label_, text);
+  if (SetTextIfChanged(label_, text) && label_->SizeOf(label_->text()).width() > label_->width())
+    PlaceLabel();
 }
 
 QString Reading::Text() const {
@@ -106,10 +108,17 @@ QString Reading::Text() const {
 void Reading::FitWidest() {
   label_->ensurePolished();
   setMinimumSize(label_->SizeOf(widest_));
+  PlaceLabel();
+}
+
+// No larger than its texts: all of it is painted, and sent to the screen, with each of them.
+void Reading::PlaceLabel() {
+  const QSize needed = label_->SizeOf(widest_).expandedTo(label_->SizeOf(label_->text())).boundedTo(size());
+  label_->setGeometry(QStyle::alignedRect(layoutDirection(), label_->alignment(), needed, rect()));
 }
 
 void Reading::resizeEvent(QResizeEvent*) {
-  label_->setFixedSize(size());
+  PlaceLabel();
 }
 
 void Reading::changeEvent(QEvent* event) {

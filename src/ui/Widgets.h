@@ -55,6 +55,7 @@ class Reading : public QWidget {
 
  private:
   void FitWidest();
+  void PlaceLabel();
 
   QString widest_;
   ReadingLabel* label_;
